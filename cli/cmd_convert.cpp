@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <memory>
+
+#include "cli/commands.h"
+#include "cli/session.h"
+#include "core/design_state.h"
+#include "core/units.h"
+#include "files/model_file.h"
+
+namespace lobemax::cli {
+
+namespace {
+
+struct Options {
+    std::string input;
+    std::string output;
+    std::string format = "9";
+    int units = 0;  // 0: as they are
+};
+
+int Run(const Options& options)
+{
+    if (!Load(options.input))
+        return wrong_input;
+    if (options.units != 0)
+        Change_Units(options.units);
+    if (options.format != "9" && !Confirm_Older_Format())
+        return failed;
+    design.identity.Version_Str = options.format;
+    return Save(options.output);
+}
+
+}  // namespace
+
+void Add_Convert(CLI::App& app, Action& action)
+{
+    CLI::App* command = app.add_subcommand("convert", "Writes a model in another file format or unit system");
+    const auto options = std::make_shared<Options>();
+    command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
+    Add_Output(*command, options->output, "model file to write");
+    command->add_option("--format", options->format, "file format")
+        ->check(CLI::IsMember({"9", "8", "7.2"}))
+        ->capture_default_str();
+    command->add_option("--units", options->units, "unit system: 1 in-lb, 2 ft-lb, 3 m-N, 4 cm-N, 5 mm-N")
+        ->check(CLI::Range(First_Unit_System, Last_Unit_System));
+    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+}
+
+}  // namespace lobemax::cli

@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <charconv>
+#include <cstdio>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "cli/commands.h"
+#include "cli/session.h"
+#include "core/design_state.h"
+#include "core/field_directory.h"
+#include "core/text.h"
+#include "core/units.h"
+
+namespace lobemax::cli {
+
+namespace {
+
+struct Options {
+    std::string input;
+    std::vector<std::string> fields;
+    bool json = false;
+};
+
+/// A field's element as JSON: a number, a flag or a text.
+nlohmann::ordered_json Json_Value(const Field& field, const Field_Index& index)
+{
+    const std::string text = Field_Value(field, index);
+    switch (field.type) {
+    case Field_Type::text:
+        return text;
+    case Field_Type::flag:
+        return text == "true";
+    case Field_Type::integer:
+    case Field_Type::long_integer:
+        return std::stoi(text);
+    case Field_Type::single:
+    case Field_Type::real: {
+        double value = 0.0;
+        std::from_chars(text.data(), text.data() + text.size(), value);
+        return value;
+    }
+    }
+    return nullptr;
+}
+
+/// The fields of the summary, scalars; the segments stand above them.
+constexpr std::array summary_fields{"Program_Name",
+                                    "File_Name",
+                                    "Model_Name",
+                                    "Design No.",
+                                    "User",
+                                    "Date",
+                                    "Time",
+                                    "WhichUnit",
+                                    "Time Base",
+                                    "No of segments",
+                                    "Deltatheta",
+                                    "Max Data Points used",
+                                    "Shaft speed",
+                                    "MaxLift",
+                                    "Max_Neg_Disp",
+                                    "Camtype$",
+                                    "Followtype",
+                                    "Translating",
+                                    "Closure$",
+                                    "Rotflag",
+                                    "Prime_Rad",
+                                    "Offset",
+                                    "Follow_Rad",
+                                    "Cutter Radius",
+                                    "ArmX",
+                                    "ArmY",
+                                    "ArmRad",
+                                    "ArmDirect",
+                                    "Shift_Angle",
+                                    "Keyway_Text",
+                                    "Mass",
+                                    "Return_Spring_Rate",
+                                    "Preload",
+                                    "Phi_Max",
+                                    "Phi_Max_Angle",
+                                    "Phi_Min",
+                                    "Phi_Min_Angle",
+                                    "Rho_Min_Pos_Text",
+                                    "Rho_Max_Pos_Text",
+                                    "Rho_Min_Neg_Text",
+                                    "Rho_Max_Neg_Text",
+                                    "Calculated",
+                                    "Sized",
+                                    "Dynamicflag",
+                                    "Modelflag",
+                                    "Stressflag",
+                                    "Linkage_Calc",
+                                    "Polydyne_Calc",
+                                    "FFT_Done",
+                                    "Ext_Force_Calc",
+                                    "CompCam_Calc",
+                                    "From_Disk",
+                                    "Imported_Model"};
+
+constexpr std::array segment_fields{"Rise_Fall_Dwell", "Program",  "Function",    "Shift",
+                                    "Gamma",           "Beta_Deg", "Start Value", "End Value"};
+
+bool Shown_in_Summary(std::string_view name)
+{
+    const bool of_sizing = name.starts_with("Phi_") || name.starts_with("Rho_");
+    const bool of_arm = name.starts_with("Arm");
+    return (!of_sizing || design.flags.Sized) && (!of_arm || !design.cam.Translating);
+}
+
+void Print_Summary()
+{
+    const Motion_Group& m = design.motion;
+    const Unit_Words& units = Words_of_Units(design.identity.WhichUnit);
+    std::printf("Segments (positions in %s)\n", Unit_Text(Field_Unit::position).c_str());
+    std::printf("%3s  %-4s  %-22s  %9s  %9s  %9s  %12s  %12s\n", "no", "kind", "program", "from deg", "to deg",
+                "beta deg", "start", "end");
+    for (int i = 1; i <= m.No_of_segments; ++i)
+        std::printf("%3d  %-4s  %-22s  %9s  %9s  %9s  %12s  %12s\n", i, m.Rise_Fall_Dwell(i).c_str(),
+                    m.Program(i).c_str(), Shortest(m.Shift(i)).c_str(), Shortest(m.Gamma(i)).c_str(),
+                    Shortest(m.Beta_Deg(i)).c_str(), m.Start_Value(i).c_str(), m.End_Value(i).c_str());
+    std::printf("\nUnits %s\n", units.status);
+    for (const char* name : summary_fields) {
+        if (!Shown_in_Summary(name))
+            continue;
+        const Field& field = *Find_Field(name);
+        const std::string unit = Unit_Text(field.unit);
+        std::printf("%s = %s%s%s\n", name, Field_Value(field, {}).c_str(), unit.empty() ? "" : " ", unit.c_str());
+    }
+}
+
+nlohmann::ordered_json Json_Summary()
+{
+    nlohmann::ordered_json summary;
+    nlohmann::ordered_json segments = nlohmann::ordered_json::array();
+    for (int i = 1; i <= design.motion.No_of_segments; ++i) {
+        nlohmann::ordered_json segment;
+        for (const char* name : segment_fields)
+            segment[name] = Json_Value(*Find_Field(name), Field_Index{1, {i}});
+        segments.push_back(segment);
+    }
+    summary["Segments"] = segments;
+    summary["Units"] = Words_of_Units(design.identity.WhichUnit).status;
+    for (const char* name : summary_fields)
+        if (Shown_in_Summary(name))
+            summary[name] = Json_Value(*Find_Field(name), {});
+    return summary;
+}
+
+int Run(const Options& options)
+{
+    if (!Load(options.input))
+        return wrong_input;
+    nlohmann::ordered_json object = nlohmann::ordered_json::object();
+    if (options.fields.empty()) {
+        if (!options.json)
+            Print_Summary();
+        else
+            object = Json_Summary();
+    }
+    std::string lines;
+    for (const std::string& text : options.fields) {
+        const Field_Reference reference = Read_Field_Reference(text);
+        if (reference.field == nullptr)
+            return Wrong(reference.error);
+        const auto take = [&](const Field_Index& index) {
+            const std::string name = Field_Name(*reference.field, index);
+            if (options.json)
+                object[name] = Json_Value(*reference.field, index);
+            else
+                lines += name + " = " + Field_Value(*reference.field, index) + "\n";
+        };
+        if (reference.index.count == reference.field->dimensions)
+            take(reference.index);
+        else  // an array without its index: all of it
+            Each_Element(*reference.field, take);
+    }
+    if (options.json)
+        lines = object.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+    std::fwrite(lines.data(), 1, lines.size(), stdout);
+    return std::fflush(stdout) == 0 ? done : failed;
+}
+
+}  // namespace
+
+void Add_Show(CLI::App& app, Action& action)
+{
+    CLI::App* command = app.add_subcommand("show", "Shows fields of a model, or a summary of it");
+    const auto options = std::make_shared<Options>();
+    command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
+    command->add_option("fields", options->fields, "fields, as 'Prime_Rad' or 'Beta_Deg(2)'")->type_name("FIELD");
+    command->add_flag("--json", options->json, "as a JSON object");
+    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+}
+
+}  // namespace lobemax::cli

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <cstdio>
+#include <memory>
+
+#include "cli/commands.h"
+#include "cli/session.h"
+#include "core/design_state.h"
+#include "core/text.h"
+#include "core/traps.h"
+#include "files/byte_stream.h"
+#include "present/data_table.h"
+
+namespace lobemax::cli {
+
+namespace {
+
+constexpr std::size_t most_columns = 4;
+
+struct Options {
+    std::string input;
+    std::vector<std::string> variables;
+    std::string output;
+    int segment = 0;
+    int step = 0;
+    int decimals = -1;
+};
+
+int Run(const Options& options)
+{
+    if (!Load(options.input))
+        return wrong_input;
+    Table_Choice choice;
+    for (const std::string& word : options.variables) {
+        const auto variable = Variable_Named(word);
+        if (!variable)
+            return Wrong("there is no variable '" + word + "'");
+        choice.variables.push_back(*variable);
+    }
+    if (choice.variables.size() > most_columns)
+        return Wrong("a table shows four variables at the most");
+    if (options.segment < 0 || options.segment > design.motion.No_of_segments)
+        return Wrong("there is no segment " + std::to_string(options.segment));
+    choice.segment = options.segment;
+    choice.step = options.step > 0 ? options.step : std::max(1, static_cast<int>(design.cam.Printstep));
+    const std::string text =
+        Table_Text(Make_Data_Table(choice), options.decimals < 0 ? std::nullopt : std::optional(options.decimals));
+    if (options.output.empty()) {
+        std::fwrite(text.data(), 1, text.size(), stdout);
+        return std::fflush(stdout) == 0 ? done : failed;
+    }
+    const bool written = Trap("Print_to_File", [&] {
+        Whole_File file(options.output);
+        file.Sink().Write(text.data(), text.size());
+        file.Commit();
+    });
+    return written ? done : failed;
+}
+
+}  // namespace
+
+void Add_Table(CLI::App& app, Action& action)
+{
+    CLI::App* command = app.add_subcommand("table", "Prints a table of up to four variables beside the cam angle");
+    const auto options = std::make_shared<Options>();
+    command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
+    command->add_option("--vars", options->variables, "one to four variables, by number, name or symbol")
+        ->type_name("A,B,C,D")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->required();
+    command->add_option("--segment", options->segment, "only the points of one segment")->type_name("S");
+    command->add_option("--step", options->step, "a row every N points (default: the model's print step)")
+        ->type_name("N")
+        ->check(CLI::Range(1, Max_Points));
+    command->add_option("--decimals", options->decimals, "decimal places (default: shortest)")
+        ->type_name("D")
+        ->check(CLI::Range(0, 9));
+    command->add_option("-o,--output", options->output, "file to write instead of standard output")->type_name("FILE");
+    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+}
+
+}  // namespace lobemax::cli

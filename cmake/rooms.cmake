@@ -1,0 +1,37 @@
+# One object library a room. Its headers are included as "room/header.h" through a folder of its own in the
+# build tree, so that a room can include only what stands on its include path: the rooms below it.
+
+set(ROOMS_DIR ${CMAKE_BINARY_DIR}/rooms)
+
+add_library(lobemax_options INTERFACE)
+# No contraction of a * b + c and no fast-math: a result is what its formula says, on every machine.
+# GCC 12 reports std::string assignments as overlapping copies at -O3; -Wrestrict is off for that.
+target_compile_options(lobemax_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Wno-restrict -Werror
+  -ffp-contract=off)
+if(LOBEMAX_SANITIZE)
+  target_compile_options(lobemax_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(lobemax_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+function(link_room_headers name)
+  file(MAKE_DIRECTORY ${ROOMS_DIR}/${name})
+  if(NOT EXISTS ${ROOMS_DIR}/${name}/${name})
+    file(CREATE_LINK ${CMAKE_SOURCE_DIR}/${name} ${ROOMS_DIR}/${name}/${name} SYMBOLIC)
+  endif()
+endfunction()
+
+# add_room(name [rooms below...])
+function(add_room name)
+  link_room_headers(${name})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${name}/*.cpp)
+  add_library(room_${name} OBJECT ${sources})
+  target_link_libraries(room_${name} PUBLIC lobemax_options)
+  target_include_directories(room_${name} PRIVATE ${ROOMS_DIR}/${name})
+  foreach(below ${ARGN})
+    target_include_directories(room_${name} PRIVATE ${ROOMS_DIR}/${below})
+  endforeach()
+endfunction()
+
+link_room_headers(cli)

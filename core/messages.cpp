@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/messages.h"
+
+#include <ctime>
+#include <utility>
+
+namespace lobemax {
+
+namespace {
+
+Host installed;
+
+std::string Clock_Text(const char* format)
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    char text[32];
+    const std::size_t length = std::strftime(text, sizeof text, format, &local);
+    return {text, length};
+}
+
+}  // namespace
+
+bool Offers(Buttons buttons, Answer answer)
+{
+    switch (buttons) {
+    case Buttons::OK:
+        return answer == Answer::OK;
+    case Buttons::OK_Cancel:
+        return answer == Answer::OK || answer == Answer::Cancel;
+    case Buttons::Yes_No:
+        return answer == Answer::Yes || answer == Answer::No;
+    case Buttons::Yes_No_Cancel:
+        return answer == Answer::Yes || answer == Answer::No || answer == Answer::Cancel;
+    case Buttons::Abort_Retry_Ignore:
+        return answer == Answer::Abort || answer == Answer::Retry || answer == Answer::Ignore;
+    case Buttons::Retry_Cancel:
+        return answer == Answer::Retry || answer == Answer::Cancel;
+    }
+    return false;
+}
+
+Answer Usual_Answer(Buttons buttons)
+{
+    switch (buttons) {
+    case Buttons::Yes_No:
+    case Buttons::Yes_No_Cancel:
+        return Answer::Yes;
+    case Buttons::Abort_Retry_Ignore:
+        return Answer::Ignore;
+    case Buttons::Retry_Cancel:
+        return Answer::Cancel;
+    case Buttons::OK:
+    case Buttons::OK_Cancel:
+        break;
+    }
+    return Answer::OK;
+}
+
+const char* Button_Word(Answer answer)
+{
+    switch (answer) {
+    case Answer::OK:
+        return "OK";
+    case Answer::Cancel:
+        return "Cancel";
+    case Answer::Abort:
+        return "Abort";
+    case Answer::Retry:
+        return "Retry";
+    case Answer::Ignore:
+        return "Ignore";
+    case Answer::Yes:
+        return "Yes";
+    case Answer::No:
+        return "No";
+    }
+    return "";
+}
+
+Host Install_Host(Host host)
+{
+    return std::exchange(installed, std::move(host));
+}
+
+const Host& Installed_Host()
+{
+    return installed;
+}
+
+Answer Show_Message(const std::string& text, Buttons buttons, Symbol symbol)
+{
+    return Show_Message(text, buttons, symbol, Usual_Answer(buttons));
+}
+
+Answer Show_Message(const std::string& text, Buttons buttons, Symbol symbol, Answer default_answer)
+{
+    if (!installed.messenger)
+        return Usual_Answer(buttons);
+    const Answer answer = installed.messenger({text, buttons, symbol, default_answer});
+    return Offers(buttons, answer) ? answer : Usual_Answer(buttons);
+}
+
+void Show_Wait_Pointer()
+{
+    if (installed.wait_pointer)
+        installed.wait_pointer(true);
+}
+
+void Restore_Pointer()
+{
+    if (installed.wait_pointer)
+        installed.wait_pointer(false);
+}
+
+void Refresh_Screens()
+{
+    if (installed.refresh)
+        installed.refresh();
+}
+
+std::string Today_Text()
+{
+    return installed.date ? installed.date() : Clock_Text("%Y-%m-%d");
+}
+
+std::string Now_Text()
+{
+    return installed.time ? installed.time() : Clock_Text("%H:%M:%S");
+}
+
+}  // namespace lobemax

@@ -1,0 +1,314 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/startup.h"
+
+#include <array>
+#include <utility>
+
+#include "core/design_state.h"
+#include "core/linkage_setup.h"
+#include "core/messages.h"
+#include "core/traps.h"
+#include "core/units.h"
+
+namespace lobemax {
+
+namespace {
+
+struct Variable_Labels {
+    const char* Var_Name;
+    const char* Var_Long;
+    const char* Var_Short;
+    const char* Var_Symbol;
+};
+
+constexpr std::array<Variable_Labels, Plot_Group::Last_Variable + 1> labels{{
+    {"", "Cam Angle", "", ""},
+    {"Displcmnt", "Displacement", "Displ ", "S"},
+    {"Velocity", "Velocity", "Veloc", "V"},
+    {"Accel", "Acceleration", "Acc", "A"},
+    {"Jerk *E3", "Jerk x 10^3", "Jrk", "J"},
+    {"Phi", "Pressure Angle", "Phi   ", "P"},
+    {"Rho", "Radius of Curvature", "Rho   ", "r"},
+    {"Force-kin", "Force", "Force", "F-kin"},
+    {"Torque", "Torque", "Torque", "T"},
+    {"X_coord", "X-Cam Profile", "Xcoord", "X"},
+    {"Y_coord", "Y-Cam Profile", "Ycoord", "Y"},
+    {"Radius", "Cam Profile Radius", "Radius", "R"},
+    {"Theta", "Cam Profile Theta", "Theta ", "Th"},
+    {"X_vs_key", "X-shifted to keyway", "X-shift", "X-kw"},
+    {"Y_vs_key", "Y-shifted to keyway", "Y-shift", "Y-kw"},
+    {"Frict Trq", "Friction Torque", "T-frict ", "Fr"},
+    {"Flywhl Trq", "Flywheel Torque", "T-Flywl", "Fl"},
+    {"Ping *E3", "Ping x 10^3", "Ping", "Pg"},
+    {"Real FFT", "Real FFT", "Real", "Re"},
+    {"Imag FFT", "Imag FFT", "Imag", "Im"},
+    {"Mag FFT", "Mag FFT", "Mag", "Mg"},
+    {"Ang FFT", "Ang FFT", "Phs", "Ph"},
+    {"Polydn S", "Polydn S", "PD-Disp", "Sp"},
+    {"Polydn V", "Polydn V", "PD-Veloc", "Vp"},
+    {"Polydn A", "Polydn A", "PD-Accel", "Ap"},
+    {"X-nonpolydyn", "X-nonpolydyn", "X-nonplydn", "x-kin"},
+    {"Y-nonpolydyn", "Y-nonpolydyn", "Y-nonplydn", "y-kin"},
+    {"R-nonpolydyn", "R-nonpolydyn", "R-nonplydn", "R-kin"},
+    {"Th-nonpolydyn", "Th-nonpolydyn", "T-nonplydn", "Th-kin"},
+    {"S - X", "S - X", "s - x", "S - X"},
+    {"X ", "X ", "x", "X"},
+    {"X dot", "X dot", "x dot", "Xdot"},
+    {"Xdbl dot", "Xdbl dot", "x ddot", "Xddot"},
+    {"Force-Dyn", "Force-Dyn", "F dyn", "F-dyn"},
+    {"Radius_key", "Radius_key", "", "R_key"},
+    {"Theta_key", "Theta_key", "", "Th_key"},
+    {"X_Surface", "X_Surface", "", "X_Srf"},
+    {"Y_Surface", "Y_Surface", "", "Y_Srf"},
+    {"X_Surf_key", "X_Surf_key", "", "X_Srf_key"},
+    {"Y_Surf_key", "Y_Surf_key", "", "Y_Srf_key"},
+    {"X_Cutter", "X_Cutter", "", "X_Ctr"},
+    {"Y_Cutter", "Y_Cutter", "", "Y_Ctr"},
+    {"Sig_max", "Sig_max", "", "Sigmax"},
+    {"Tau_max", "Tau_max", "", "Taumax"},
+    {"Ext Force", "Ext Force", "", "Ext Force"},
+    {"Torque_Integral", "Torque_Integral", "", "Torque_Integral"},
+    {"World_X", "World_X", "", "World_X"},
+    {"World_Y", "", "", "World_Y"},
+    {"Comp Cam Torque", "", "Comp Cam Torque", "Comp Cam Torque"},
+    {"Net Comp Torque", "", "Net Comp Torque", "Net Comp Torque"},
+    {"X", "", "x", ""},
+    {"X dot", "", "x dot", ""},
+    {"X dbl dot", "", "x ddot", ""},
+    {"S - X", "", "s - x", ""},
+    {"Cam Profile", "", "Profile", ""},
+    {"Non-Polydyne Profile", "", "NP profile", ""},
+    {"Cam Profile vs Keyway", "", "", ""},
+    {"Cam Surface Profile", "", "", ""},
+    {"Cam Surface vs Keyway", "", "", ""},
+    {"Cam Cutter Coord", "", "", ""},
+}};
+
+constexpr int stored_vibration_length = 1000;
+
+void Set_Colours(Plot_Group& p)
+{
+    p.Red = {255, 0, 0};
+    p.Green = {0, 255, 0};
+    p.Blue = {0, 0, 255};
+    p.Purple = {128, 0, 128};
+    p.White = {255, 255, 255};
+    p.Black = {0, 0, 0};
+    p.Cyan = {0, 255, 255};
+    p.Yellow = {255, 255, 0};
+    p.Grey = {128, 128, 128};
+    p.Magenta = {255, 0, 255};
+}
+
+}  // namespace
+
+std::string Program_Title()
+{
+    const Identity_Group& id = design.identity;
+    return id.Program_Name + "  " + id.Release_Str + "  (" + id.Release_Year + ")";
+}
+
+void Fill_Labels()
+{
+    Plot_Group& p = design.plot;
+    for (int v = 0; v <= Plot_Group::Last_Variable; ++v) {
+        const Variable_Labels& row = labels[static_cast<std::size_t>(v)];
+        p.Var_Name(v) = row.Var_Name;
+        p.Var_Long(v) = row.Var_Long;
+        p.Var_Short(v - 1) = row.Var_Short;
+        p.Var_Symbol(v) = row.Var_Symbol;
+    }
+    Name_Jerk_and_Ping();
+    constexpr std::array dimensions{"Disp", "Veloc", "Accel", "Jerk", "Ping"};
+    for (int d = 0; d <= 4; ++d)
+        p.Fft_Dimension(d) = dimensions[static_cast<std::size_t>(d)];
+    p.Axis_Label = "Degrees";
+}
+
+bool Initialize()
+{
+    return Trap("Initialize in mod_Main", [] {
+        Motion_Group& m = design.motion;
+        Cam_Group& c = design.cam;
+        Flags_Group& f = design.flags;
+        Plot_Group& p = design.plot;
+
+        p.Idx_X = 26;
+        p.Idx_Xdot = 27;
+        p.Idx_Xddot = 28;
+        p.Idx_SX = 29;
+        if (!design.run.Keep_Step) {
+            m.Deltatheta = 1.0;
+            m.Max_Data_Points_used = 360;
+        }
+        Trap("Set_Max_Variables in mod_Main", [] { Set_Max_Variables(); });
+        Dimension_Arrays(design.run.Saved_Variables, m.Max_Data_Points_used);
+        Dimension_Link_Arrays(m.Max_Data_Points_used);
+
+        design.identity.Design_No = 1;
+        m.No_of_segments = 1;
+        f = Flags_Group{};
+        m.Motion = true;
+        c.Zoom_Factor = 1.0;
+        design.dynamics.Model_Type = 3;
+        design.linkage.Drive_End_Effector = false;
+
+        c.Rotflag = -1;
+        c.In_Out = -1;
+        c.Top_Bot = 1;
+        m.Seg = 1;
+
+        MassProp();
+        design.results.Ode_Time.Dimension(stored_vibration_length);
+        design.results.Ode_States.Dimension(3, stored_vibration_length);
+
+        m.Shaft_speed = 1.0;
+        Set_Omega_Powers();
+        c.ArmRad = 1.0;
+        c.ArmX = 1.0;
+        c.ArmY = 0.0;
+        c.Prime_Rad = Shop_Prime_Radius(3.0);
+        m.Lift = Shop_Length(1.0);
+        c.Offset = 0.0;
+        c.Follower_Angle = 0.0;
+        c.Keyway_Clockangle = 0;
+        c.Shift_Angle = 0.0;
+        c.Printstep = 1;
+        c.Closure = "Force";
+        Roller_Defaults(1.0);
+
+        for (int i = 1; i <= Max_Segments; ++i)
+            m.Orders(i) = 6;
+        design.linkage.Assemflag1 = -1;
+        design.linkage.Assemflag2 = -1;
+        design.linkage.Links = 4;
+        Set_Up_Linkage(4);
+
+        Fill_Labels();
+        Set_Units();
+        design.identity.Model_Name = "Model1";
+        design.identity.Date = Today_Text();
+        design.identity.Time = Now_Text();
+        Refresh_Screens();
+    });
+}
+
+void Clear_Segs()
+{
+    design.flags.Clearing = true;
+    Motion_Group& m = design.motion;
+    for (int i = 1; i <= Max_Segments; ++i) {
+        m.Rise_Fall_Dwell(i) = "";
+        m.Program(i) = "";
+        m.Function(i) = "";
+        m.Start_Value(i) = "";
+        m.End_Value(i) = "";
+        m.Beta_Deg(i) = 0.0;
+        m.Beta_Rad(i) = 0.0;
+        m.Seg_Done(i) = false;
+        m.Polydone(i) = false;
+        m.No_of_conditions(i) = "";
+        m.No_Conditions(i) = 0;
+        for (int k = 0; k <= 9; ++k) {
+            if (k > 0)
+                m.T_boundary_cond(i, k) = "";
+            m.S_boundary_cond(i, k) = "";
+            m.V_boundary_cond(i, k) = "";
+            m.A_boundary_cond(i, k) = "";
+            m.J_boundary_cond(i, k) = "";
+            m.Pbound(i, k) = "";
+        }
+        m.EvenKnots(i) = true;
+        m.Orders(i) = 6;
+        m.Splines_Calculated(i) = false;
+    }
+    m.Max_Data_Points_used = To_Integer(360.0 / m.Deltatheta);
+    Flags_Group& f = design.flags;
+    f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Polydyne_Calc = false;
+    f.Clearing = false;
+}
+
+void Reset_All()
+{
+    Design_State fresh;
+    fresh.run = design.run;
+    fresh.run.Reading_File = false;
+
+    const Identity_Group& id = design.identity;
+    fresh.identity.User = id.User;
+    fresh.identity.WhichUnit = id.WhichUnit;
+    fresh.identity.Number_Format = id.Number_Format;
+    fresh.motion.Time_Base = design.motion.Time_Base;
+    fresh.cam.Camtype = design.cam.Camtype;
+    fresh.cam.Barrel_Type = design.cam.Barrel_Type;
+    fresh.cam.Followtype = design.cam.Followtype;
+    fresh.cam.Translating = design.cam.Translating;
+    if (design.run.Keep_Step) {
+        fresh.motion.Deltatheta = design.motion.Deltatheta;
+        fresh.motion.Max_Data_Points_used = design.motion.Max_Data_Points_used;
+    }
+    Set_Colours(fresh.plot);
+    design = std::move(fresh);
+
+    Initialize();
+    Clear_Segs();
+    design.motion.Motion = true;
+    Refresh_Screens();
+}
+
+void Choose_USA_Format()
+{
+    Show_Message(
+        "This will set your number system to have a period as the decimal point\n"
+        "and a comma as the thousands grouping symbol.\n"
+        "This can only be used if your Windows operating system is set for US units.",
+        Buttons::OK, Symbol::information);
+    design.identity.Number_Format = "USA";
+    Refresh_Screens();
+}
+
+void Choose_European_Format()
+{
+    Show_Message(
+        "This will set your number system to have a comma as the decimal point\n"
+        "and a period as the thousands grouping symbol.\n"
+        "This can only be used if your Windows operating system is set for European units.",
+        Buttons::OK, Symbol::information);
+    design.identity.Number_Format = "Europe";
+    Reset_All();
+}
+
+bool Sub_Main(const std::string& command_line, const Start_Services& services)
+{
+    return Trap("Sub Main in mod_Main", [&] {
+        design = Design_State{};  // the record's own start values are those of the release
+        design.run.First_Activate = true;
+        if (services.screen_size)
+            services.screen_size();
+        Set_Max_Variables();
+        Dimension_Arrays(design.run.Saved_Variables, design.motion.Max_Data_Points_used);
+        Dimension_Link_Arrays(design.motion.Max_Data_Points_used);
+        if (services.read_preferences)
+            services.read_preferences();
+        if (design.motion.Time_Base == 0)
+            design.motion.Time_Base = 1;
+        design.run.Program_Title = Program_Title();
+        if (services.register_cam_file)
+            services.register_cam_file(design.run.Open_Clicked_File ? "Lobemax" : "Notepad");
+        design.run.Keep_Step = false;
+        Initialize();
+        Clear_Segs();
+        Set_Units();
+        if (design.run.Open_Clicked_File && !command_line.empty() && services.open_model) {
+            services.open_model(command_line);
+            Restore_Pointer();
+        }
+        Set_Colours(design.plot);
+        if (services.show_title)
+            services.show_title();
+        design.cam.Anim_Delay = 500;
+        design.flags.Linkage_Calc = false;
+    });
+}
+
+}  // namespace lobemax

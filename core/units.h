@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The five unit systems, their labels, decimals and defaults, and the conversion of a design between them.
+///
+/// A design is held in one system: 1 in-lb-bl, 2 ft-lb-sl, 3 m-kg-N, 4 cm-kg-N, 5 mm-kg-N.
+#pragma once
+
+#include <string>
+
+#include "core/design_state.h"
+
+namespace lobemax {
+
+inline constexpr int First_Unit_System = 1;
+inline constexpr int Last_Unit_System = 5;
+
+/// The words of a unit system.
+struct Unit_Words {
+    const char* length;
+    const char* force;
+    const char* mass;
+    const char* stress;
+    const char* menu;    // "in-lb"
+    const char* status;  // "in-lb-bl-s"
+};
+
+/// @throws Fault{9} for a code outside 1..5
+const Unit_Words& Words_of_Units(int code);
+
+/// What a value is multiplied by when the design goes from one system to another, by kind.
+struct Unit_Factors {
+    double length = 1.0;
+    double force = 1.0;
+    double torque = 1.0;
+    double mass = 1.0;
+    double inertia = 1.0;
+    double spring_rate = 1.0;
+};
+
+/// Factors of a single pass: between inches and any other system, or among m, cm and mm. Feet reach
+/// the metric systems in two passes, through inches.
+/// @throws Fault{9} for a code outside 1..5, Fault{5} for a pair that needs two passes
+Unit_Factors Single_Pass_Factors(int from, int to);
+
+/// Sets Decimals_1 to Decimals_6 for the system in force.
+void Set_Decimals();
+
+/// Fills the unit table of the variables, Var_Unit, under its trap.
+///
+/// @param code   unit system 1..5
+/// @param table  labels by variable, 0..table_size + 6
+/// @param table_size  highest variable that can be picked, 59
+bool CamUnits(int code, Bounded<std::string, 0, Plot_Group::Last_Unit>& table, int table_size);
+
+/// What follows the unit system and the time base: decimals, unit labels, names of jerk and ping.
+void Set_Units();
+
+/// Names and long names of jerk (4) and ping (17): in the time base they are kept in thousands.
+void Name_Jerk_and_Ping();
+
+/// Sets the time base, 1 per second, 2 per degree, 3 per radian, and renames what follows it.
+/// @throws Fault{5} for any other code
+void Set_Time_Base(int code);
+
+/// Converts the design from its system to another, field by field in a fixed order, each number rounded to
+/// the decimals of the system arrived at; calculated rows stay as they are. Does nothing for its own system.
+/// @throws Fault{9} for a code outside 1..5
+void Change_Units(int code);
+
+/// An inch value as a default of the system in force: x1, /12, /40, x2.5, x25. These are round numbers of
+/// the shop, not conversions, and meant.
+double Shop_Length(double inches);
+
+/// The same for the prime radius, whose factors are x1, /12, /40, x2.54, x25.4; meant too.
+double Shop_Prime_Radius(double inches);
+
+/// Defaults of masses, springs, damping and friction for the system in force.
+void MassProp();
+
+/// Defaults of roller and cutter for the system in force; scale multiplies the roller radius alone.
+void Roller_Defaults(double scale);
+
+}  // namespace lobemax

@@ -1,0 +1,1012 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "files/model_file.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "camgeom/sizing.h"
+#include "core/design_state.h"
+#include "core/linkage_setup.h"
+#include "core/messages.h"
+#include "core/startup.h"
+#include "core/text.h"
+#include "core/traps.h"
+#include "core/units.h"
+#include "files/record_archive.h"
+
+namespace lobemax {
+
+namespace {
+
+constexpr int fillers_of_9 = 143;
+constexpr int fillers_of_72 = 21;
+constexpr int fillers_of_71 = 42;
+constexpr int tail_lines = 50;
+constexpr std::size_t identifying_characters = 6;
+
+/// The counts that head a file: a writer tells its own, a reader keeps those of the file.
+struct Model_Counts {
+    Integer segments;       // N, 1..20
+    Integer variables;      // Max Variables
+    Integer segment_limit;  // Max Segments possible
+    Integer bound_limit;    // Max Bounds possible
+    Integer points;         // Max Data Points used
+};
+
+/// What distinguishes the written formats.
+struct Format {
+    bool link_masses_labelled;  // from tag 9 and release 5 on
+    bool linkage;               // from tag 8 on: linkage, later fields, tail
+};
+
+Format Format_Of(double tag, double release)
+{
+    return {tag >= 9.0 && release >= 5.0, tag >= 8.0};
+}
+
+int Conditions_of(int segment)
+{
+    return To_Integer(Val(design.motion.No_of_conditions(segment), Decimal_Symbol::point));
+}
+
+/// The lumped fields follow the two-mass model where a vibration run stands behind it.
+void Lump_Two_Masses()
+{
+    Dynamics_Group& d = design.dynamics;
+    switch (d.Model_Type) {
+    case 1:
+        d.Return_Spring_Rate = 0.0;
+        d.Follower_Stiffness = d.Kspring(1);
+        d.Zeta_Initial = d.Zeta(2);
+        break;
+    case 2:
+    case 5:
+        d.Return_Spring_Rate = d.Kspring(2);
+        d.Follower_Stiffness = d.Kspring(1);
+        d.Zeta_Initial = d.Zeta(2);
+        break;
+    case 3:
+    case 4:
+        d.Return_Spring_Rate = d.Kspring(1);
+        d.Follower_Stiffness = d.Kspring(2);
+        d.Zeta_Initial = d.Zeta(1);
+        break;
+    default:
+        return;
+    }
+    d.Mass = d.Mass_m(1);
+}
+
+// ---- the record order, written once: visited by the writer and by the reader
+
+template <class Archive>
+void Fields(Archive& ar, std::initializer_list<std::string_view> names)
+{
+    for (const std::string_view name : names)
+        ar.Record(name);
+}
+
+template <class Archive>
+void Fields_at(Archive& ar, std::initializer_list<std::string_view> names, const Field_Index& index)
+{
+    for (const std::string_view name : names)
+        ar.Record(name, index);
+}
+
+template <class Archive>
+void Counts_Block(Archive& ar, Model_Counts& n)
+{
+    Fields(ar, {"User", "Design No.", "Date", "Time", "Shaft speed"});
+    if constexpr (Archive::reading)
+        Set_Omega_Powers();
+    ar.Count("No of segments", n.segments);
+    if constexpr (Archive::reading) {
+        if (n.segments < 1 || n.segments > Max_Segments)
+            throw Fault{out_of_bounds};
+        design.motion.No_of_segments = n.segments;
+    }
+    ar.Record("Deltatheta");
+    ar.Count("Max Variables", n.variables);
+    ar.Count("Max Segments possible", n.segment_limit);
+    ar.Count("Max Bounds possible", n.bound_limit);
+    ar.Count("Max Data Points used", n.points);
+}
+
+template <class Archive>
+void Segment_Block(Archive& ar, const Model_Counts& n)
+{
+    for (int i = 1; i <= n.segments; ++i) {
+        Fields_at(ar,
+                  {"Base_Shift", "Rise_Fall_Dwell", "Program", "Function", "Total_Displacement", "Shift", "Gamma",
+                   "Beta_Deg", "Beta_Rad", "Start Value", "End Value"},
+                  At(i));
+        for (int j = 1; j <= n.bound_limit; ++j)
+            Fields_at(ar, {"Thetanorm", "Boundary", "Equation", "Coefficient", "Pow"}, At(j, i));
+        for (int a = 0; a <= 2; ++a)
+            for (int b = 0; b <= 3; ++b)
+                ar.Record("Firstlast", At(i, a, b));
+        ar.Record("Total No of BCs", At(i));
+        for (int j = 1; j <= n.bound_limit; ++j)
+            Fields_at(ar, {"Theta_Normalized", "Eq", "BC", "Power"}, At(j, i));
+    }
+}
+
+/// Cam and dynamics, up to the unit system; "Cutter Radius" follows where the format has it.
+template <class Archive>
+void Cam_Block(Archive& ar)
+{
+    Fields(ar, {"Prime_Rad",
+                "Offset",
+                "Followtype",
+                "Follow_Rad",
+                "Rotflag",
+                "ArmDirect",
+                "Translating",
+                "Camtype$",
+                "ArmX",
+                "ArmY",
+                "ArmRad",
+                "Lift",
+                "Liftmax",
+                "Calculated",
+                "Sized",
+                "Dynamicflag",
+                "Printstep",
+                "Mass",
+                "Return_Spring_Rate",
+                "Preload",
+                "Zeta_Initial",
+                "Damping",
+                "Bearing Radius",
+                "Mu of Shaft",
+                "Mu of Follower",
+                "Coeff of Fluctuation"});
+    if constexpr (Archive::reading) {
+        Integer code;
+        ar.Count("WhichUnit", code);
+        Words_of_Units(code);  // a system that the program knows, or a fault
+        design.identity.WhichUnit = code;
+    } else {
+        ar.Record("WhichUnit");
+    }
+}
+
+/// Boundary conditions of the twenty segments, whatever the number in use.
+template <class Archive>
+void Condition_Lists(Archive& ar, int segments, int last_angle, int last_condition)
+{
+    for (int i = 1; i <= segments; ++i) {
+        ar.Record("Polydone", At(i));
+        ar.Record("No of conditions", At(i));
+        if constexpr (Archive::reading)
+            design.motion.No_Conditions(i) = Conditions_of(i);
+        for (int k = 1; k <= last_angle; ++k)
+            ar.Record("T boundary cond", At(i, k));
+        for (int k = 0; k <= last_condition; ++k)
+            Fields_at(ar, {"S boundary cond", "V boundary cond", "A boundary cond", "J boundary cond"}, At(i, k));
+    }
+}
+
+template <class Archive>
+void Seg_Program_List(Archive& ar, int segments)
+{
+    for (int i = 1; i <= segments; ++i)
+        ar.Record("Seg_Program", At(i));
+}
+
+template <class Archive>
+void Spline_Block(Archive& ar, const Model_Counts& n)
+{
+    Fields(ar, {"Start_theta", "End_theta"});
+    for (int i = 1; i <= n.segments; ++i) {
+        Fields_at(ar, {"Splines_Calculated", "EvenKnots", "Orders", "Number_of_Knots", "Interior_Knots"}, At(i));
+        const int knots = Conditions_of(i) + design.motion.Orders(i);
+        for (int j = 1; j <= knots; ++j)
+            ar.Record("Knots", At(j, i));
+        for (int k = 0; k <= 9; ++k)
+            ar.Record("Pbound", At(i, k));
+    }
+}
+
+/// Spline constraints, as many as the segment one past the last has conditions: the count is taken there by
+/// every release, so it is part of the format. With twenty segments there is no such entry, and the visit
+/// ends here with an index out of bounds.
+template <class Archive, class After_Value>
+void Constraint_Block(Archive& ar, const Model_Counts& n, const After_Value& after_value)
+{
+    const int constraints = Conditions_of(n.segments + 1);
+    for (int j = 1; j <= constraints; ++j)
+        for (int k = 1; k <= 3; ++k) {
+            ar.Record("Constraints", At(j, k));
+            after_value(j, k);
+        }
+}
+
+template <class Archive>
+void Two_Mass_Block(Archive& ar)
+{
+    for (int i = 1; i <= 2; ++i)
+        Fields_at(ar, {"Mass_m", "Kspring", "Zeta"}, At(i));
+    ar.Record("Model_Type");
+}
+
+/// From the polydyne flag to the range of S.
+template <class Archive>
+void Settings_Block(Archive& ar, const Model_Counts& n)
+{
+    Fields(ar, {"Polydyne_Calc", "Versus_Keyway"});
+    for (int i = 1; i <= n.segments; ++i)
+        Fields_at(ar, {"Full_Half", "Which_half"}, At(i));
+    Fields(ar, {"Keyway_Clockangle", "Follower_Angle", "Shift_Angle"});
+    for (const std::string_view material : {"Young's modulus", "Poissons' ratio"})
+        for (int i = 1; i <= 2; ++i)
+            ar.Record(material, At(i));
+    Fields(ar, {"Roller type", "Crown radius", "Roller length", "Motion", "Ext_Force_On", "Ext_Force_Calc",
+                "Follower_Weight", "In_Out", "Top_Bot", "MaxLift"});
+}
+
+template <class Archive>
+void Compensation_Block(Archive& ar)
+{
+    ar.Record("Modelflag");
+    if constexpr (Archive::reading)
+        if (design.flags.Modelflag)
+            Lump_Two_Masses();
+    Fields(ar, {"Comp_Mass", "Comp_Spring_Rate", "Comp_Preload", "CompCam_Calc", "Closure$"});
+}
+
+template <class Archive>
+void Linkage_Block(Archive& ar, const Format& format)
+{
+    Fields(ar, {"Links", "Theta1", "Link 1", "Link 2", "Link 3", "Link 4", "Link 4a", "Delta4", "Link 5", "Link 6",
+                "S3x", "S3y", "Delta2"});
+    if constexpr (Archive::reading)
+        Set_Up_Linkage(design.linkage.Links);
+    Fields(ar, {"O4x", "O4y", "O6x", "O6y", "Assemflag1", "Assemflag2"});
+    const Record_Shape shape = format.link_masses_labelled ? Record_Shape::labelled : Record_Shape::bare;
+    for (int n = 2; n <= Max_Links; ++n)
+        for (const std::string_view name : {"Mass of link", "Inertia of link", "CGx of link", "CGy of link"})
+            ar.Record(name, At(n), shape);
+}
+
+template <class Archive>
+void Later_Fields(Archive& ar)
+{
+    Fields(ar, {"Drive_End_Effector", "Global_Slider_angle_deg", "Offset6", "Max_Neg_Disp", "Zoom Factor", "Stressflag",
+                "Linkage_Type"});
+    if constexpr (Archive::reading) {
+        if (design.cam.Zoom_Factor == 0.0)
+            design.cam.Zoom_Factor = 1.0;
+        Set_Up_Linkage(design.linkage.Links);  // the kind of linkage is known only now
+        Integer dropped;                       // the table's rows follow from "Max Variables"
+        ar.Count("Saved Variables", dropped);
+    } else {
+        ar.Record("Saved Variables");
+    }
+    ar.Record("Time Base");
+}
+
+template <class Archive>
+void Fillers(Archive& ar, int count)
+{
+    for (int i = 0; i < count; ++i)
+        ar.Text_Pair("Null", "Null");
+}
+
+/// Every labelled item of formats 9, 8 and 7.2 from "User" to the last one. after_counts: called when the
+/// counts are known, where a reader makes room.
+template <class Archive, class After_Counts>
+void Labelled_Items(Archive& ar, Model_Counts& n, const Format& format, const After_Counts& after_counts)
+{
+    Counts_Block(ar, n);
+    after_counts();
+    Segment_Block(ar, n);
+    Cam_Block(ar);
+    ar.Record("Cutter Radius");
+    Condition_Lists(ar, n.segment_limit, 8, 9);
+    Seg_Program_List(ar, n.segment_limit);
+    Spline_Block(ar, n);
+    Constraint_Block(ar, n, [](int, int) {});
+    Two_Mass_Block(ar);
+    Settings_Block(ar, n);
+    Compensation_Block(ar);
+    if (format.linkage) {
+        Linkage_Block(ar, format);
+        Later_Fields(ar);
+    }
+    Fillers(ar, format.linkage ? fillers_of_9 : fillers_of_72);
+    ar.Text_Pair("Last Labeled Item", "Calculated data follow");
+}
+
+// ---- reading
+
+/// Makes room for a file's table. A count larger than any design of this program is believed only when the
+/// file is long enough to hold that table.
+void Make_Room(const Record_Reader& ar, int saved_variables, int points)
+{
+    if (saved_variables < 0)
+        throw Fault{out_of_bounds};
+    if (saved_variables > design.run.Saved_Variables && points >= 0 &&
+        !ar.May_Hold(static_cast<std::size_t>(saved_variables + 1) * static_cast<std::size_t>(points + 1)))
+        throw Fault{past_end_of_file};
+    Allocate_Arrays(saved_variables, points);
+    Dimension_Link_Arrays(points);
+    design.motion.Max_Data_Points_used = points;
+}
+
+void Read_Rows(Record_Reader& ar, int first, int last)
+{
+    Table<Single>& data = design.results.CalcData;
+    for (int v = first; v <= last; ++v)
+        for (Single& value : data.Points(v))
+            ar.Bare(value);
+}
+
+/// The external force function stands in row 44; a table too short to have that row has none to copy.
+void Copy_External_Force()
+{
+    Results_Group& r = design.results;
+    if (design.run.File_Saved_Variables < var::Ext_Force)
+        return;
+    for (int p = 0; p <= design.motion.Max_Data_Points_used; ++p)
+        r.Ext_Force_Table(p) = r.CalcData(var::Ext_Force, p);
+}
+
+void Read_Calc_Data(Record_Reader& ar)
+{
+    Read_Rows(ar, 0, design.run.File_Saved_Variables);
+    Copy_External_Force();
+}
+
+/// Behind the table stand empty texts or nothing. Further numbers there mean that the counts do not fit the
+/// table; where texts have to follow, a last value without a line end means that the file was cut inside it.
+void Check_Tail(Record_Reader& ar, bool texts_follow)
+{
+    const bool cut = ar.Last_Record_Cut();
+    if (ar.At_End()) {
+        if (cut && texts_follow)
+            throw Fault{past_end_of_file};
+        return;
+    }
+    if (ar.Peek(1) != "\"")
+        throw Fault{type_mismatch};
+}
+
+/// The keyway's clock position is not in the file: it follows from its angle and the direction of rotation.
+void Rebuild_Keyway_Text()
+{
+    const int quarter = (((design.cam.Keyway_Clockangle * design.cam.Rotflag) % 360) + 360) % 360;
+    switch (quarter) {
+    case 0:
+        design.cam.Keyway_Text = "12 O'clock";
+        break;
+    case 90:
+        design.cam.Keyway_Text = "3 O'clock";
+        break;
+    case 180:
+        design.cam.Keyway_Text = "6 O'clock";
+        break;
+    case 270:
+        design.cam.Keyway_Text = "9 O'clock";
+        break;
+    default:
+        design.cam.Keyway_Text = "";
+        break;
+    }
+}
+
+/// What the loaded fields bring with them: units, labels, arm, keyway, shift, extremes.
+void Refresh_Derived()
+{
+    Cam_Group& c = design.cam;
+    Set_Units();
+    c.Arm_Pivot_Dist = Sqr(c.ArmX * c.ArmX + c.ArmY * c.ArmY);
+    Rebuild_Keyway_Text();
+    c.Shift_Points = To_Integer(c.Shift_Angle / 360.0 * design.motion.Max_Data_Points_used);
+    Phi_Extremes();
+    Rho_Extremes();
+}
+
+void Skip()
+{
+    Trap("Skip in mod_Disksubs", [] {
+        design.flags.From_Disk = true;
+        design.run.Reading_File = false;
+        Refresh_Derived();
+        Refresh_Screens();
+    });
+}
+
+void ReadFile_8(Record_Reader& ar)
+{
+    Run_Group& run = design.run;
+    const bool whole = Trap("ReadFile_8", [&] {
+        design.flags.From_Disk = true;
+        Model_Counts n;
+        Labelled_Items(ar, n, Format_Of(run.File_Version, run.File_Release), [&] {
+            run.File_Max_Variables = n.variables;
+            run.File_Max_Segments = n.segment_limit;
+            run.File_Max_Bounds = n.bound_limit;
+            run.File_Saved_Variables = n.variables - 6;
+            Make_Room(ar, run.File_Saved_Variables, n.points);
+        });
+        run.Read_Complete = true;
+        Read_Calc_Data(ar);
+        Check_Tail(ar, true);
+        Skip();
+    });
+    if (!whole)
+        run.Read_Partial = true;
+}
+
+void ReadFile_72(Record_Reader& ar)
+{
+    Run_Group& run = design.run;
+    const bool whole = Trap("ReadFile_72", [&] {
+        design.flags.From_Disk = true;
+        Model_Counts n;
+        Labelled_Items(ar, n, Format_Of(run.File_Version, run.File_Release), [&] {
+            run.File_Max_Variables = n.variables;
+            run.File_Max_Segments = n.segment_limit;
+            run.File_Max_Bounds = n.bound_limit;
+            run.File_Saved_Variables = n.variables - 6;
+            if (run.File_Saved_Variables < 0)
+                throw Fault{out_of_bounds};
+            Make_Room(ar, run.Saved_Variables, n.points);
+        });
+        run.Read_Complete = true;
+        if (run.Has_Calc_Data) {
+            Read_Calc_Data(ar);
+            Check_Tail(ar, false);
+            Skip();
+            return;
+        }
+        Skip();
+        Flags_Group& f = design.flags;
+        f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = false;
+        Refresh_Screens();
+    });
+    if (!whole)
+        run.Read_Partial = true;
+}
+
+enum class Condition_Form { none, three_angles, eight_angles };
+
+/// How the bare files of formats 7.1, 7.0 and 6 differ from one another, by tag and release.
+struct Old_Layout {
+    int less_variables;  // the table's last row is Max Variables less this
+    int first_row;       // 0, or 1 where the angles are not stored
+    bool copies_force;   // row 44 goes to the external force table
+    Condition_Form conditions;
+    bool seg_programs;
+    bool to_model_type;     // the items from Start_theta to Model_Type
+    bool after_model_type;  // those from Polydyne_Calc to MaxLift, and fillers
+};
+
+Condition_Form Conditions_In(double tag, double release)
+{
+    if (tag >= 7.0)
+        return Condition_Form::eight_angles;
+    return release >= Single(2.3) ? Condition_Form::three_angles : Condition_Form::none;
+}
+
+Old_Layout Layout_71(double tag, double release)
+{
+    const bool tag_6 = tag < 7.0;
+    const bool tag_70 = !tag_6 && tag < Single(7.1);
+    Old_Layout layout{};
+    if (tag_70)
+        layout.less_variables = release <= Single(1.3) ? 0 : release >= Single(1.7) ? 6 : 2;
+    else
+        layout.less_variables = tag_6 ? 0 : 6;
+    layout.first_row = tag_6 || (tag_70 && release <= Single(1.2)) ? 1 : 0;
+    layout.copies_force = layout.first_row == 0;
+    layout.conditions = Conditions_In(tag, release);
+    layout.seg_programs = !(tag_6 && release < Single(2.5));
+    layout.to_model_type = layout.after_model_type = !tag_6;
+    return layout;
+}
+
+Old_Layout Layout_Old(double tag, double release)
+{
+    const bool tag_6 = tag < 7.0;
+    Old_Layout layout{};
+    layout.less_variables = 0;
+    layout.first_row = tag_6 && release <= Single(1.3) ? 1 : 0;
+    layout.copies_force = false;
+    layout.conditions = Conditions_In(tag, release);
+    layout.seg_programs = !(tag_6 && release < Single(2.5));
+    layout.to_model_type = !tag_6;
+    layout.after_model_type = false;
+    return layout;
+}
+
+/// Header counts, segments and the calculated rows behind them.
+void Read_Old_Start(Record_Reader& ar, const Old_Layout& layout, Model_Counts& n)
+{
+    Counts_Block(ar, n);
+    const int saved_variables = n.variables - layout.less_variables;
+    Make_Room(ar, saved_variables, n.points);
+    design.run.File_Saved_Variables = saved_variables;
+    Segment_Block(ar, n);
+    Read_Rows(ar, layout.first_row, saved_variables);
+    if (layout.first_row == 1) {  // the angles were not stored
+        Single angle = 0.0;
+        for (Single& point : design.results.CalcData.Points(var::Angle)) {
+            point = angle;
+            angle += design.motion.Deltatheta;
+        }
+    }
+    if (layout.copies_force)
+        Copy_External_Force();
+    Cam_Block(ar);
+}
+
+/// From the condition lists to the end of what the layout holds.
+void Read_Old_Lists(Record_Reader& ar, const Old_Layout& layout, const Model_Counts& n)
+{
+    if (layout.conditions == Condition_Form::three_angles)
+        Condition_Lists(ar, n.segment_limit, 3, 4);
+    else if (layout.conditions == Condition_Form::eight_angles)
+        Condition_Lists(ar, n.segment_limit, 8, 9);
+    if (layout.seg_programs)
+        Seg_Program_List(ar, n.segment_limit);
+    if (!layout.to_model_type)
+        return;
+    Spline_Block(ar, n);
+    Constraint_Block(ar, n, [&](int j, int k) {
+        for (int p = 0; p <= design.motion.Max_Data_Points_used; ++p) {
+            Single value;
+            ar.Bare(value);
+            design.results.Constraint_Curve.Store(k, j, p, value);
+        }
+    });
+    Two_Mass_Block(ar);
+    Lump_Two_Masses();
+    if (!layout.after_model_type)
+        return;
+    Settings_Block(ar, n);
+    for (int i = 0; i < fillers_of_71; ++i)
+        ar.Drop_Text();
+}
+
+void ReadFile71(Record_Reader& ar)
+{
+    Run_Group& run = design.run;
+    const bool whole = Trap("ReadFile71", [&] {
+        design.flags.From_Disk = true;
+        const Old_Layout layout = Layout_71(run.File_Version, run.File_Release);
+        Model_Counts n;
+        Read_Old_Start(ar, layout, n);
+        run.File_Max_Variables = n.variables;
+        run.File_Max_Segments = n.segment_limit;
+        run.File_Max_Bounds = n.bound_limit;
+        ar.Record("Cutter Radius");
+        Read_Old_Lists(ar, layout, n);
+        Skip();
+    });
+    if (!whole)
+        run.Read_Partial = true;
+}
+
+/// The end of Read_Old_file, reached also after an error: what was read is put in order.
+void Old_File_Tail()
+{
+    design.flags.From_Disk = true;
+    design.run.Reading_File = false;
+    Trap("Read_Old_file", [] { Refresh_Derived(); });
+    Refresh_Screens();
+}
+
+void Read_Old_file(Record_Reader& ar)
+{
+    Run_Group& run = design.run;
+    bool too_old = false;
+    bool nothing_follows = false;
+    const bool whole = Trap("Read_Old_file", [&] {
+        nothing_follows = ar.At_End();
+        if (nothing_follows)
+            return;
+        design.flags.From_Disk = true;
+        const double tag = run.File_Version;
+        const double release = run.File_Release;
+        const Old_Layout layout = Layout_Old(tag, release);
+        Model_Counts n;
+        Read_Old_Start(ar, layout, n);
+        if (tag < 7.0 && release < Single(2.2)) {
+            too_old = true;
+            return;
+        }
+        ar.Drop_Text();  // the cutter radius, kept as a text that no later release takes
+        if (tag < 7.0 && release < Single(2.3))
+            return;
+        Read_Old_Lists(ar, layout, n);
+    });
+    if (too_old) {
+        Show_Message("This file is too old to read", Buttons::OK, Symbol::stop);
+        run.Read_Partial = true;
+        run.Reading_File = false;
+        return;
+    }
+    if (!whole)
+        run.Read_Partial = true;
+    if (!nothing_follows)
+        Old_File_Tail();
+}
+
+void Refuse(const std::string& text)
+{
+    Show_Message(text, Buttons::OK, Symbol::exclamation);
+    design.run.Read_Abort = true;
+}
+
+/// The header: identity, tag, release and stored path. false: the read ends here.
+bool Read_Header(Record_Reader& ar)
+{
+    Run_Group& run = design.run;
+    const std::string_view start = ar.Peek(identifying_characters + 1);
+    if (start.empty())
+        throw Fault{past_end_of_file};
+    const std::string_view program = design.identity.Program_Name;
+    const std::string_view first = start.substr(start.front() == '"' ? 1 : 0, identifying_characters);
+    if (first != program.substr(0, identifying_characters)) {
+        Refuse("This data file is not compatible with " + std::string(program) + ". ");
+        return false;
+    }
+    ar.Line();
+    const std::string tag = ar.Line();
+    const std::string release = ar.Line();
+    run.File_Release = Val(std::string_view(release).substr(0, 3), Decimal_Symbol::point);
+    const double version = Val(tag, Decimal_Symbol::point);
+    if (version == 6.0 && run.File_Release < Single(1.3)) {
+        design.identity.File_Name = release;
+        run.File_Release_Str = Shortest(run.File_Release);
+    } else {
+        run.File_Release_Str = release;
+        ar.Line();
+        design.identity.File_Name = ar.Line();
+    }
+    design.identity.Model_Name = StripFilename(design.identity.File_Name);
+    run.File_Version = version;
+
+    if (Val(design.identity.Version_Str, Decimal_Symbol::point) < run.File_Version) {
+        const Answer answer =
+            Show_Message("This file was saved from LOBEMAX version " + tag + "\nYou are now running LOBEMAX version " +
+                             design.identity.Version_Str +
+                             "\n\nThe file may input incorrectly or incompletely. \n"
+                             "Please check all input data if you proceed.\n\nClick OK to proceed or Cancel to abort. ",
+                         Buttons::OK_Cancel, Symbol::exclamation);
+        if (answer == Answer::Cancel) {
+            run.Read_Abort = true;
+            return false;
+        }
+    }
+    return true;
+}
+
+using Reader = void (*)(Record_Reader&);
+
+/// The reader of a version, or none for a version that never was.
+Reader Choose_Reader()
+{
+    Run_Group& run = design.run;
+    const double version = run.File_Version;
+    if (version == 6.0)
+        return Read_Old_file;
+    if (version == 7.0)
+        return run.File_Release <= Single(1.3) ? Read_Old_file : ReadFile71;
+    if (version == Single(7.1))
+        return ReadFile71;
+    if (version == Single(7.2)) {
+        run.Has_Calc_Data = run.File_Release >= 2.0;
+        return ReadFile_72;
+    }
+    if (version == 7.5) {
+        run.Has_Calc_Data = true;
+        return ReadFile_72;
+    }
+    return version >= 8.0 ? ReadFile_8 : nullptr;
+}
+
+}  // namespace
+
+bool ReadFile(Byte_Source& source)
+{
+    Run_Group& run = design.run;
+    run.Read_Abort = run.Read_Partial = run.Read_Complete = run.Has_Calc_Data = false;
+    Show_Wait_Pointer();
+    Record_Reader ar(source);
+    bool go_on = false;
+    if (!Trap("ReadFile", [&] { go_on = Read_Header(ar); }))
+        run.Read_Abort = true;
+    if (go_on) {
+        run.Reading_File = true;
+        const Reader reader = Choose_Reader();
+        if (reader == nullptr) {
+            Refuse("This data file is corrupted and cannot be read.");
+        } else {
+            ar.Use_Shape(reader == ReadFile_8 || reader == ReadFile_72 ? Record_Shape::labelled : Record_Shape::bare);
+            reader(ar);
+        }
+        run.Reading_File = false;
+        if (run.Read_Partial)  // labels and decimals follow whatever was read
+            Trap("ReadFile", [] { Refresh_Derived(); });
+    }
+    Restore_Pointer();
+    const bool whole = !run.Read_Abort && !run.Read_Partial;
+    design.flags.File_Loaded = whole;
+    return whole;
+}
+
+bool Load_Model(const std::string& path)
+{
+    std::unique_ptr<File_Source> source;
+    if (!Trap("ReadFile", [&] { source = std::make_unique<File_Source>(path); })) {
+        Run_Group& run = design.run;
+        run.Read_Partial = run.Read_Complete = false;
+        run.Read_Abort = true;
+        return false;
+    }
+    return ReadFile(*source);
+}
+
+// ---- writing
+
+void Write_Model(Byte_Sink& sink, std::string_view tag)
+{
+    const Identity_Group& id = design.identity;
+    const Run_Group& run = design.run;
+    Record_Writer ar(sink);
+    try {
+        ar.Line(id.Program_Name);
+        ar.Line(tag);
+        ar.Line(id.Release_Str);
+        ar.Line("Professional");
+        ar.Line(id.File_Name);
+        Model_Counts n{design.motion.No_of_segments, run.Max_Variables, run.Max_Segments_possible,
+                       run.Max_Bounds_possible, design.motion.Max_Data_Points_used};
+        const Format format = Format_Of(Val(tag, Decimal_Symbol::point), Val(id.Release_Str, Decimal_Symbol::point));
+        Labelled_Items(ar, n, format, [] {});
+        for (int v = 0; v <= run.Saved_Variables; ++v)
+            for (const Single value : design.results.CalcData.Points(v))
+                ar.Bare(value);
+        if (format.linkage)
+            for (int i = 0; i < tail_lines; ++i)
+                ar.Line("");
+    } catch (const Fault&) {
+        ar.Flush();  // what came before the fault stays in the file
+        throw;
+    }
+    ar.Flush();
+}
+
+namespace {
+
+void Tell_Written()
+{
+    Show_Message("The file was successfully written to \n" + design.identity.File_Name, Buttons::OK,
+                 Symbol::information);
+}
+
+/// The name under which a failed write is reported.
+std::string_view Writer_Name()
+{
+    return design.identity.Version_Str == "7.2" ? "WriteFile_72" : "WriteFile_8";
+}
+
+bool Write_Under_Trap(Byte_Sink& sink)
+{
+    return Trap(Writer_Name(), [&] { Write_Model(sink, design.identity.Version_Str); });
+}
+
+/// Whether the format cannot hold the design, so that a cut file is all there can be.
+bool Cut_By_Format()
+{
+    return design.motion.No_of_segments == Max_Segments;
+}
+
+bool Write_Whole(const std::string& path)
+{
+    std::unique_ptr<Whole_File> file;
+    if (!Trap(Writer_Name(), [&] { file = std::make_unique<Whole_File>(path); }))
+        return false;
+    const bool written = Write_Under_Trap(file->Sink());
+    if (!written && !Cut_By_Format())
+        return false;
+    return Trap(Writer_Name(), [&] { file->Commit(); }) && written;
+}
+
+bool Write_With_Backup(const std::string& path)
+{
+    const std::string backup = path + ".bak";
+    const bool replaces = std::rename(path.c_str(), backup.c_str()) == 0;
+    std::unique_ptr<File_Sink> file;
+    if (!Trap(Writer_Name(), [&] { file = std::make_unique<File_Sink>(path); })) {
+        if (replaces)
+            std::rename(backup.c_str(), path.c_str());
+        return false;
+    }
+    bool written = Write_Under_Trap(*file);
+    if (written)
+        written = Trap(Writer_Name(), [&] { file->Close(); });
+    if (written && replaces)
+        std::remove(backup.c_str());
+    return written;
+}
+
+}  // namespace
+
+bool Write_Model_File(Replace replace)
+{
+    Show_Wait_Pointer();
+    const std::string& path = design.identity.File_Name;
+    const bool written = replace == Replace::with_backup ? Write_With_Backup(path) : Write_Whole(path);
+    if (written) {
+        design.flags.Model_Saved = true;
+        design.identity.Model_Name = StripFilename(path);
+    }
+    Restore_Pointer();
+    if (written)
+        Tell_Written();
+    Refresh_Screens();
+    return written;
+}
+
+bool SaveAs(std::string_view format)
+{
+    const Host& host = Installed_Host();
+    File_Dialog dialog;
+    dialog.title = "Save the Model";
+    dialog.filter = "(*.cam)|*.cam";
+    dialog.suggestion = design.identity.Model_Name + ".cam";
+    dialog.overwrite_prompt = true;
+    const auto chosen = host.save_dialog ? host.save_dialog(dialog) : std::nullopt;
+    if (!chosen)
+        return false;
+    const std::string version = design.identity.Version_Str;
+    if (format == "7.2")
+        design.identity.Version_Str = "7.2";
+    design.identity.File_Name = *chosen;
+    const bool written = Write_Model_File(Replace::with_backup);
+    design.identity.Version_Str = version;
+    return written;
+}
+
+bool Confirm_Older_Format()
+{
+    return Show_Message(
+               "This will save in a format readable by an earlier version of \n"
+               "Lobemax and will lose some information unique to this version.\n\n"
+               "Do you wish to proceed?",
+               Buttons::Yes_No) == Answer::Yes;
+}
+
+namespace {
+
+bool Save_As_Older(const std::string& tag)
+{
+    if (!Confirm_Older_Format())
+        return false;
+    const std::string version = design.identity.Version_Str;
+    design.identity.Version_Str = tag;
+    const bool written = SaveAs(tag);
+    design.identity.Version_Str = version;
+    return written;
+}
+
+}  // namespace
+
+bool Save_As_Plus()
+{
+    return SaveAs(design.identity.Version_Str);
+}
+
+bool Save_As_V8()
+{
+    return Save_As_Older("8");
+}
+
+bool Save_As_V7()
+{
+    return Save_As_Older("7.2");
+}
+
+bool Save_Model()
+{
+    if (!design.flags.Model_Saved)
+        return SaveAs(design.identity.Version_Str);
+    return Write_Model_File(Replace::with_backup);
+}
+
+namespace {
+
+std::string Read_Report(const std::string& path, bool whole)
+{
+    return "The LOBEMAX file  " + path + " has been" + (whole ? " successfully " : " only partially ") +
+           "read into memory.\n"
+           "All previously saved setup data for this cam-follower design have been updated on their screens. \n" +
+           (whole ? "Any previously calculated parameters are now in memory and can be plotted or printed. \n"
+                  : "The model must now be recalculated to plot and print results. \n") +
+           "The setup data from the saved model will be preserved until you change it and recalculate.\n"
+           "You can view any segment's boundary conditions or spline data by recalculating that segment (SVAJ "
+           "button).\n"
+           "When you recalculate at any level, all higher levels of results that are dependent\n"
+           "on that calculation will be zeroed. \n"
+           "For example, if you recalculate SVAJ data,the Sizecam and Dynamic data results \n"
+           "will be erased, though their setup data is preserved.\n"
+           "Before exporting any manufacturing data from an old file, recalculate and check all design data,\n"
+           "especially if you have updated LOBEMAX since the file was last saved.  ";
+}
+
+/// Reads the chosen file into a design that was just reset, and tells the user what became of it.
+bool Read_Chosen(const std::string& path)
+{
+    const Run_Group& run = design.run;
+    design.identity.File_Name = path;
+    Load_Model(path);
+    if (run.Read_Abort)
+        return false;
+    design.identity.Model_Name = StripFilename(path);
+    Flags_Group& f = design.flags;
+    if (run.Read_Partial && !run.Read_Complete) {
+        Show_Message("The LOBEMAX file     " + path +
+                         "     was only partially read into memory.\n It may have been created in an earlier version "
+                         "of LOBEMAX and its setup info may be incomplete.  Please check carefully.",
+                     Buttons::OK, Symbol::exclamation);
+        f.Calculated = f.Modelflag = f.Polydyne_Calc = false;
+        Refresh_Screens();
+        return false;
+    }
+    f.CompCam_Calc = false;
+    const int segment = design.motion.Seg;
+    design.motion.No_Conditions(segment) = Conditions_of(segment);
+    Refresh_Screens();
+    Show_Message(Read_Report(path, !run.Read_Partial), Buttons::OK, Symbol::information);
+    return !run.Read_Partial;
+}
+
+}  // namespace
+
+bool May_Reset()
+{
+    if (!design.flags.Calculated || design.flags.Model_Saved)
+        return true;
+    const Answer answer =
+        Show_Message("The current data has not been saved.  Do you want to save it before resetting?", Buttons::Yes_No);
+    return answer == Answer::No || Save_As_Plus();
+}
+
+bool Open_Model()
+{
+    if (!May_Reset())
+        return false;
+    bool read = false;
+    Trap("frm_Homescreen.Open", [&] {
+        Reset_All();
+        const Host& host = Installed_Host();
+        File_Dialog dialog;
+        dialog.title = "Open a model";
+        dialog.filter = "LOBEMAX (*.cam)|*.cam|All (*.*)|*.*|";
+        dialog.filter_index = 1;
+        dialog.suggestion = "*.cam";
+        const auto chosen = host.open_dialog ? host.open_dialog(dialog) : std::nullopt;
+        if (chosen)  // a cancelled dialog leaves the design reset
+            read = Read_Chosen(*chosen);
+    });
+    return read;
+}
+
+bool Open_Model(const std::string& path)
+{
+    if (!May_Reset())
+        return false;
+    bool read = false;
+    Trap("frm_Homescreen.Open", [&] {
+        Reset_All();
+        read = Read_Chosen(path);
+    });
+    return read;
+}
+
+}  // namespace lobemax

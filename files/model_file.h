@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// Model files (.cam): the design with its whole calculated table, as text records.
+///
+/// Written: the current format "9" and, for users of earlier releases, "8" and "7.2". Read: every format
+/// back to "6".
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "files/byte_stream.h"
+
+namespace lobemax {
+
+/// Reads a model from an opened source into the design: header, version questions, choice of reader. The
+/// flags Read_Abort, Read_Partial and Read_Complete tell the outcome:
+///
+///   Read_Abort                        nothing usable was read
+///   neither                           read in full
+///   Read_Partial                      an error after part of the labelled items
+///   Read_Partial and Read_Complete    an error after their end, in the calculated table
+///
+/// @return true when the model was read in full
+bool ReadFile(Byte_Source& source);
+
+/// Opens the file and calls ReadFile; a file that cannot be opened is reported and sets Read_Abort.
+bool Load_Model(const std::string& path);
+
+/// Writes the design in the format of a tag, "9", "8" or "7.2", with Version_Str taken as that tag.
+/// @throws Fault, with what came before it written. Fault{9} at the constraints of a design of 20 segments.
+void Write_Model(Byte_Sink& sink, std::string_view tag);
+
+/// How a file takes the place of an older one.
+enum class Replace {
+    with_backup,       // the older file stands as NAME.bak until the new one is whole; a cut file stays
+    whole_or_nothing,  // the older file stays as it was unless the new one is whole
+};
+
+/// Writes the design to File_Name in the format of Version_Str, reports a failure under the name of that
+/// format's writer, WriteFile_8 or WriteFile_72, and sets Model_Saved and tells the user when it went well.
+/// A design of 20 segments cannot be held by the format: its cut file is left, by either way.
+bool Write_Model_File(Replace replace);
+
+/// Asks for a name and writes. format: "7.2", or any other for the format of Version_Str.
+/// A cancelled dialog changes nothing. @return true when the file was written
+bool SaveAs(std::string_view format);
+
+/// The entries of the Save as menu: "Lobemax 9.x", "Lobemax 8.x" and "Lobemax 7.2 - 7.5". The last two ask
+/// first, since they lose what only the present format holds.
+bool Save_As_Plus();
+bool Save_As_V8();
+bool Save_As_V7();
+
+/// The question of the older formats; true: go on.
+bool Confirm_Older_Format();
+
+/// Whether the design in memory may be given up: asks about a calculated design that was not saved and, if
+/// the user wants so, saves it. false: it was to be saved and was not, so it must not be lost.
+bool May_Reset();
+
+/// File/Open: the question about unsaved work, the reset, the open dialog, the read, and what the user is
+/// told of it. true: a model was read in full.
+bool Open_Model();
+
+/// The part of File/Open behind the dialog, for a path that is already known.
+bool Open_Model(const std::string& path);
+
+/// Home screen Save: overwrites File_Name when the design was saved or else acts as Save as.
+bool Save_Model();
+
+}  // namespace lobemax

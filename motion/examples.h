@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The library of example designs, each by its list text.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace lobemax {
+
+/// List texts of the nine examples, in the order of the examples menu.
+inline constexpr std::array<std::string_view, 9> Example_Names{
+    "Single Dwell",  "Double Dwell",  "Flat Follower", "Four Dwell",   "Oscillating",
+    "4-bar Linkage", "6-bar Linkage", "4-bar Slider",  "6-bar Slider",
+};
+
+/// Puts an example's inputs into a fresh design, in the unit system in force; nothing is calculated.
+/// @return false, and the design as it was, when there is no example of that name
+bool Load_Example(std::string_view name);
+
+/// Loads and calculates an example, as the examples menu does.
+bool Build_Example(std::string_view name);
+
+/// Calculates an example that was loaded.
+bool Calculate_Example();
+
+}  // namespace lobemax

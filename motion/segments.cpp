@@ -1,0 +1,321 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "motion/segments.h"
+
+#include <algorithm>
+#include <array>
+
+#include "core/messages.h"
+#include "core/numeric.h"
+#include "core/text.h"
+#include "core/traps.h"
+#include "motion/motion_programs.h"
+
+namespace lobemax {
+
+namespace {
+
+/// Point index of a cam angle in degrees, nearest, ties to even.
+int Point_At(double angle)
+{
+    return To_Integer(angle / design.motion.Deltatheta);
+}
+
+void Zero_Row(int variable, int max_point)
+{
+    const auto row = design.results.CalcData.Points(variable);
+    if (max_point < 0 || static_cast<std::size_t>(max_point) >= row.size())
+        throw Fault{out_of_bounds};
+    std::fill_n(row.begin(), max_point + 1, Single{});
+}
+
+/// Zeroes variables first..last, sparing the torque while runs accumulate, and keeping the external force.
+void Zero_Rows(int max_point, int first, int last)
+{
+    Results_Group& r = design.results;
+    for (int v = first; v <= last; ++v) {
+        if (v == var::Torque && !design.dynamics.Torque_Start_Fresh)
+            continue;
+        Zero_Row(v, max_point);
+        if (v == var::Ext_Force)
+            for (int p = 0; p <= max_point; ++p)
+                r.CalcData(v, p) = r.Ext_Force_Table(p);
+    }
+}
+
+bool Force_Function_Stored()
+{
+    const auto table = design.results.Ext_Force_Table.Points();
+    return std::any_of(table.begin(), table.end(), [](Single f) { return f != 0.0; });
+}
+
+void Zero_Vibration_Arrays()
+{
+    Results_Group& r = design.results;
+    r.Ode_Time.Fill({});
+    for (int row = 0; row <= r.Ode_States.Last_Row(); ++row) {
+        const auto states = r.Ode_States.Points(row);
+        std::fill(states.begin(), states.end(), Single{});
+    }
+    design.dynamics.Ode_Count = 0;
+}
+
+/// Displacement of the segment and the position it is added to: a rise adds to its start, a mirrored fall
+/// (which itself runs from L down to 0) to its end, a dwell's position is absolute.
+void Place_Segment(int segment, Single Low, Single High)
+{
+    Motion_Group& m = design.motion;
+    const std::string& kind = m.Rise_Fall_Dwell(segment);
+    m.Total_Displacement(segment) = kind == "D" ? double{High} : std::abs(High - Low);
+    m.Lift = m.Total_Displacement(segment);
+    const double start = kind == "R" ? Low : kind == "F" ? High : Single{};
+    m.Base_Shift(segment) = start == 0.0 ? 0.0 : start;  // never a negative zero
+}
+
+/// Runs what the segment's kind asks for; false when it reported a fault or a refusal itself.
+bool Run_Segment(int segment)
+{
+    const std::string& kind = design.motion.Rise_Fall_Dwell(segment);
+    if (kind == "P" || kind == "S") {
+        Show_Message("Segment " + std::to_string(segment) +
+                         " is defined by boundary conditions; this release calculates the closed-form programs only.",
+                     Buttons::OK, Symbol::exclamation);
+        return false;
+    }
+    return Run_Motion_Program(segment);
+}
+
+}  // namespace
+
+void Update_Segment_Angles()
+{
+    Motion_Group& m = design.motion;
+    m.Shift(1) = 0.0;
+    m.Gamma(1) = m.Beta_Deg(1);
+    for (int i = 2; i <= m.No_of_segments; ++i) {
+        m.Shift(i) = m.Beta_Deg(i - 1) + m.Shift(i - 1);
+        m.Gamma(i) = m.Beta_Deg(i) + m.Shift(i);
+    }
+}
+
+void Set_Shaft_Speed(Single rad_per_s)
+{
+    Motion_Group& m = design.motion;
+    m.Shaft_speed = rad_per_s;
+    if (m.Shaft_speed == 0.0) {
+        Show_Message(" Shaft Omega cannot be zero - Please check", Buttons::OK, Symbol::exclamation);
+        m.Shaft_speed = 1.0;
+    }
+    Set_Omega_Powers();
+}
+
+void Read_Omega(std::string_view txt_Omega)
+{
+    Set_Shaft_Speed(Val(txt_Omega) * PI / 30.0);
+}
+
+bool Check_Range(double value, double low, double high, const std::string& message)
+{
+    if (low <= value && value <= high)
+        return true;
+    if (!design.flags.Quiet_Checks)
+        Show_Message(message, Buttons::OK, Symbol::exclamation);
+    return false;
+}
+
+void Clear_Motion_Data(int max_point, int max_variable)
+{
+    Single angle = 0.0;
+    for (int i = 0; i <= max_point; ++i) {
+        design.results.CalcData(var::Angle, i) = angle;
+        angle += design.motion.Deltatheta;
+    }
+    Zero_Rows(max_point, 1, max_variable);
+}
+
+void Clear_Variables_From(int max_point, int max_variable, int first)
+{
+    Zero_Rows(max_point, first, max_variable);
+}
+
+bool Set_Step(double Deltatheta)
+{
+    constexpr std::array steps{1.0, 0.5, 0.25, 0.125};
+    if (std::find(steps.begin(), steps.end(), Deltatheta) == steps.end())
+        return false;
+    Motion_Group& m = design.motion;
+    const int points = To_Integer(360.0 / Deltatheta);
+    if (!Dimension_Arrays(design.run.Saved_Variables, points))
+        return false;
+    Dimension_Link_Arrays(points);
+    m.Deltatheta = Deltatheta;
+    m.Max_Data_Points_used = points;
+    m.Seg_Done.Fill(false);
+    Flags_Group& f = design.flags;
+    f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Polydyne_Calc = f.CompCam_Calc = false;
+    f.Ext_Force_Calc = f.Linkage_Calc = f.FFT_Done = f.Model_Saved = false;
+    Clear_Motion_Data(points, design.run.Saved_Variables);
+    return true;
+}
+
+void Store_Point(Single theta)
+{
+    Motion_Group& m = design.motion;
+    Results_Group& r = design.results;
+    const Single angle = theta + m.Shift(m.Seg);
+    const int i = Point_At(angle);
+    Table<Single>& data = r.CalcData;
+
+    data(var::Angle, i) = angle;
+    data(var::S, i) = m.Seg_S + m.Base_Shift(m.Seg);
+    switch (m.Time_Base) {
+    case 1:  // per second; jerk and ping are kept in thousands
+        data(var::V, i) = m.Shaft_speed * m.Seg_V;
+        data(var::A, i) = m.Shaft_Speed_Sq * m.Seg_A;
+        data(var::J, i) = m.Shaft_Speed_Cu * m.Seg_J / 1000.0;
+        data(var::Ping, i) = m.Seg_P * m.Shaft_Speed_Cu * m.Shaft_speed / 1000.0;
+        break;
+    case 2:  // per degree: one factor whatever the order. This is the stored definition, and meant.
+        data(var::V, i) = m.Seg_V * PI / 180.0;
+        data(var::A, i) = m.Seg_A * PI / 180.0;
+        data(var::J, i) = m.Seg_J * PI / 180.0;
+        data(var::Ping, i) = m.Seg_P * PI / 180.0;
+        break;
+    case 3:  // per radian
+        data(var::V, i) = m.Seg_V;
+        data(var::A, i) = m.Seg_A;
+        data(var::J, i) = m.Seg_J;
+        data(var::Ping, i) = m.Seg_P;
+        break;
+    default:
+        break;
+    }
+    if (!m.Motion) {
+        r.Ext_Force_Table(i) = m.Seg_S + m.Base_Shift(m.Seg);
+        data(var::Ext_Force, i) = r.Ext_Force_Table(i);
+        design.flags.Ext_Force_Calc = true;
+    }
+}
+
+void Store_Segment_Ends()
+{
+    Motion_Group& m = design.motion;
+    const Table<Single>& data = design.results.CalcData;
+    const int segment = m.Seg;
+    const bool dwell = m.Rise_Fall_Dwell(segment) == "D";
+    const double inside = dwell ? 1.0 : 0.0;
+    const int i0 = To_Integer(m.Shift(segment) / m.Deltatheta + inside);
+    const int i1 = To_Integer((m.Beta_Deg(segment) + m.Shift(segment)) / m.Deltatheta - inside);
+    for (int d = 0; d <= 3; ++d) {
+        m.Firstlast(segment, 1, d) = data(d + 1, i0);
+        m.Firstlast(segment, 2, d) = data(d + 1, i1);
+    }
+    if (!dwell && m.Poly_Lift_Fix)
+        m.Lift = m.Firstlast(segment, 2, 0);
+}
+
+void Update_Liftmax()
+{
+    Single largest;
+    Single smallest;
+    MaxMin1(design.results.CalcData.Points(var::S), 1, design.motion.Max_Data_Points_used, largest, smallest);
+    design.motion.Liftmax = largest - smallest;
+}
+
+void Reset_Status()
+{
+    design.motion.Motion = true;
+    Flags_Group& f = design.flags;
+    f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = false;
+    f.Polydyne_Calc = f.CompCam_Calc = f.Ext_Force_Calc = f.File_Loaded = f.Linkage_Calc = false;
+    Refresh_Screens();
+}
+
+bool All_Rows_Filled()
+{
+    for (int i = 1; i <= design.motion.No_of_segments; ++i)
+        if (design.motion.End_Value(i).empty())
+            return false;
+    return true;
+}
+
+bool Calc_Segment(int row, std::optional<double> rpm)
+{
+    Motion_Group& m = design.motion;
+    bool stored = false;
+    const bool no_fault = Trap("cmd_CalcSeg_Click", [&] {
+        m.Seg = row + 1;
+        const int segment = m.Seg;
+        m.Seg_Done(segment) = false;
+        Update_Segment_Angles();
+        m.Seg_Start_Angle = m.Shift(segment);
+        m.Seg_End_Angle = m.Gamma(segment);
+        Set_Shaft_Speed(rpm ? Single(*rpm * PI / 30.0) : m.Shaft_speed);
+        const Single Low = Val(m.Start_Value(segment));
+        const Single High = Val(m.End_Value(segment));
+        m.Running_Min = std::min<double>(m.Running_Min, Low);
+        m.Running_Max = std::max<double>(m.Running_Max, High);
+        Place_Segment(segment, Low, High);
+        stored = Run_Segment(segment);
+        m.Seg_Done(segment) = stored;
+    });
+    stored = stored && no_fault;
+    // Whatever became of the segment, its points may have changed: no later result stands.
+    design.flags.Example_Loaded = false;
+    Reset_Status();
+    design.flags.Calculated = stored && All_Rows_Filled();
+    design.flags.Units_Changed = false;
+    Refresh_Screens();
+    return stored;
+}
+
+bool Calc_All(bool motion, std::optional<double> rpm)
+{
+    bool all_stored = true;
+    for (int row = 0; row < design.motion.No_of_segments; ++row) {
+        design.motion.Motion = motion;
+        all_stored = Calc_Segment(row, rpm) && all_stored;
+    }
+    Reset_Status();
+    design.flags.Calculated = all_stored;
+    Refresh_Screens();
+    return all_stored;
+}
+
+bool Motion_Done(std::optional<double> rpm)
+{
+    return Trap("cmd_Done_Click", [&] {
+        Motion_Group& m = design.motion;
+        Flags_Group& f = design.flags;
+        Set_Shaft_Speed(rpm ? Single(*rpm * PI / 30.0) : m.Shaft_speed);
+        if (f.Example_Loaded) {
+            f.Sized = f.Dynamicflag = true;
+        } else {
+            f.Sized = f.Dynamicflag = false;
+            if (m.Motion) {
+                // Ping (17) stands among the results to clear, but this same calculation has just stored it.
+                Zero_Rows(m.Max_Data_Points_used, 5, var::Ping - 1);
+                Zero_Rows(m.Max_Data_Points_used, var::Ping + 1, design.run.Saved_Variables);
+                f.FFT_Done = false;  // its rows 18 to 21 went with them
+            }
+        }
+        design.identity.Design_No += 1;
+        f.Calculated = true;
+        f.CompCam_Calc = f.Polydyne_Calc = f.Modelflag = false;
+        Zero_Vibration_Arrays();
+        design.identity.Time = Now_Text();
+        design.identity.Date = Today_Text();
+        // The force function outlives the motion's own calculation, for dynamics and stresses.
+        if (m.Ext_Force_On != 0 && Force_Function_Stored()) {
+            f.Ext_Force_Calc = true;
+            for (int p = 0; p <= m.Max_Data_Points_used; ++p)
+                design.results.CalcData(var::Ext_Force, p) = design.results.Ext_Force_Table(p);
+        }
+        f.Example_Loaded = f.File_Loaded = false;
+        design.linkage.Drive_End_Effector = false;
+        MaxMin1(design.results.CalcData.Points(var::S), 0, Point_At(360.0), m.Max_Pos_Disp, m.Max_Neg_Disp);
+        m.MaxLift = m.Max_Pos_Disp - m.Max_Neg_Disp;
+        Refresh_Screens();
+    });
+}
+
+}  // namespace lobemax

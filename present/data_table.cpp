@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "present/data_table.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "core/design_state.h"
+#include "core/text.h"
+
+namespace lobemax {
+
+namespace {
+
+std::string Cell(double value, std::optional<int> decimals)
+{
+    if (!decimals)
+        return Shortest(Single(value));
+    std::array<char, 128> text;
+    const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value == 0.0 ? 0.0 : value,
+                                            std::chars_format::fixed, *decimals);
+    return error == std::errc{} ? std::string(text.data(), end) : Shortest(Single(value));
+}
+
+void Add_Line(std::string& text, const std::vector<double>& values, std::size_t from, std::optional<int> decimals)
+{
+    for (std::size_t column = from; column < values.size(); ++column) {
+        if (column > 0)
+            text += '\t';
+        text += Cell(values[column], decimals);
+    }
+    text += '\n';
+}
+
+}  // namespace
+
+std::optional<int> Variable_Named(std::string_view text)
+{
+    const std::string word = Trim(text);
+    int number = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+    if (error == std::errc{} && end == word.data() + word.size())
+        return number >= 0 && number <= design.results.CalcData.Last_Row() ? std::optional(number) : std::nullopt;
+    if (word.empty())
+        return std::nullopt;
+    for (int v = 1; v <= design.run.Saved_Variables; ++v)
+        if (Same_Text(Trim(design.plot.Var_Name(v)), word))
+            return v;
+    for (int v = 1; v <= design.run.Saved_Variables; ++v)
+        if (design.plot.Var_Symbol(v) == word)  // symbols differ by case: R and r
+            return v;
+    return std::nullopt;
+}
+
+std::string Column_Head(int variable)
+{
+    if (variable > Plot_Group::Last_Variable)
+        return "Variable " + std::to_string(variable);
+    const std::string head = Trim(Short_Heading(variable));
+    if (!head.empty())
+        return head;
+    return variable == var::Angle ? "Angle" : Trim(design.plot.Var_Name(variable));
+}
+
+Point_Range Points_of_Segment(int segment)
+{
+    const Motion_Group& m = design.motion;
+    if (segment == 0)
+        return {0, m.Max_Data_Points_used};
+    if (segment < 1 || segment > m.No_of_segments)
+        throw Fault{out_of_bounds};
+    return {To_Integer(m.Shift(segment) / m.Deltatheta), To_Integer(m.Gamma(segment) / m.Deltatheta)};
+}
+
+Data_Table Make_Data_Table(const Table_Choice& choice)
+{
+    if (choice.step < 1)
+        throw Fault{out_of_bounds};
+    const Table<Single>& data = design.results.CalcData;
+    const Point_Range range = Points_of_Segment(choice.segment);
+    Data_Table table;
+    table.heads.push_back("Angle");
+    for (const int v : choice.variables)
+        table.heads.push_back(Column_Head(v));
+    for (int p = range.first; p <= range.last; p += choice.step) {
+        std::vector<double>& row = table.rows.emplace_back();
+        row.push_back(data(var::Angle, p));
+        for (const int v : choice.variables)
+            row.push_back(data(v, p));
+    }
+    if (table.rows.empty())
+        throw Fault{out_of_bounds};
+    table.smallest = table.largest = table.rows.front();
+    for (const std::vector<double>& row : table.rows)
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            table.smallest[column] = std::min(table.smallest[column], row[column]);
+            table.largest[column] = std::max(table.largest[column], row[column]);
+        }
+    return table;
+}
+
+std::string Table_Text(const Data_Table& table, std::optional<int> decimals)
+{
+    std::string text;
+    for (std::size_t column = 0; column < table.heads.size(); ++column)
+        text += (column > 0 ? "\t" : "") + table.heads[column];
+    text += '\n';
+    for (const std::vector<double>& row : table.rows)
+        Add_Line(text, row, 0, decimals);
+    text += "Min";
+    Add_Line(text, table.smallest, 1, decimals);
+    text += "Max";
+    Add_Line(text, table.largest, 1, decimals);
+    return text;
+}
+
+}  // namespace lobemax

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The data table: up to four variables beside the cam angle, row by row, with their extremes.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/basic_types.h"
+
+namespace lobemax {
+
+struct Table_Choice {
+    std::vector<int> variables;  // one to four rows of CalcData
+    int segment = 0;             // 0: the whole cycle
+    int step = 1;                // every how many points a row stands
+};
+
+/// What the table shows, as numbers: the first column is the cam angle, in degrees.
+struct Data_Table {
+    std::vector<std::string> heads;
+    std::vector<std::vector<double>> rows;
+    std::vector<double> smallest;  // by column, of the rows shown; the angle's is not told
+    std::vector<double> largest;
+};
+
+/// The variable meant by a number, a name or a symbol ("5", "Phi", "F-kin"); none when there is no such row.
+std::optional<int> Variable_Named(std::string_view text);
+
+/// The column head of a variable: its short heading, or its name where it has none.
+std::string Column_Head(int variable);
+
+/// First and last point of a choice: the cycle, or the points of one segment.
+struct Point_Range {
+    int first;
+    int last;
+};
+Point_Range Points_of_Segment(int segment);
+
+/// @throws Fault{9} for a variable, a segment or a step that the design does not have
+Data_Table Make_Data_Table(const Table_Choice& choice);
+
+/// The table as tab-delimited lines under its heads, ended by the rows "Min" and "Max".
+///
+/// @param decimals  none: the shortest text of each number; else so many places, the point as decimal symbol
+std::string Table_Text(const Data_Table& table, std::optional<int> decimals);
+
+}  // namespace lobemax

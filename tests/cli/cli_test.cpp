@@ -1,0 +1,425 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The command line tool as other programs see it: status, standard output and standard error, compared whole.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace lobemax {
+namespace {
+
+struct Outcome {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+class Cli : public ::testing::Test {
+protected:
+    Cli() : folder_(::testing::TempDir() + "lobemax_cli_" + std::to_string(::getpid()))
+    {
+        std::filesystem::create_directories(folder_);
+    }
+    ~Cli() override { std::filesystem::remove_all(folder_); }
+
+    std::string Content(const std::string& name) const
+    {
+        std::ostringstream text;
+        text << std::ifstream(folder_ + "/" + name, std::ios::binary).rdbuf();
+        return text.str();
+    }
+    bool Exists(const std::string& name) const { return std::filesystem::exists(folder_ + "/" + name); }
+
+    /// Runs the tool in the test's folder with arguments as a shell reads them.
+    Outcome Run(const std::string& arguments) const
+    {
+        const std::string command = "cd '" + folder_ + "' && '" LOBEMAX_CLI "' " + arguments + " >out.txt 2>err.txt";
+        const int status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Content("out.txt"), Content("err.txt")};
+    }
+    std::string Show(const std::string& file, const std::string& fields) const
+    {
+        return Run("show " + file + " " + fields).out;
+    }
+    void Make_Calculated(const std::string& name) const
+    {
+        ASSERT_EQ(Run("new -o made.cam --rpm 120 " + stamps + segments).status, 0);
+        ASSERT_EQ(Run("calc made.cam -o " + name + " --levels svaj " + stamps).status, 0);
+    }
+
+    const std::string stamps = "--date 2026-11-21 --time 12:00:00 ";
+    const std::string segments = "'R MS 90 0 25' 'D DW 90 25 25' 'F CF 90 25 0' 'D DW 90 0 0'";
+    std::string folder_;
+};
+
+TEST_F(Cli, help_and_version_come_for_the_tool_and_for_each_command)
+{
+    EXPECT_EQ(Run("--version").out.substr(0, 12), "lobemax-cli ");
+    EXPECT_EQ(Run("--help").status, 0);
+    for (const char* command : {"new", "example", "calc", "convert", "show", "table"}) {
+        const Outcome help = Run(std::string(command) + " --help");
+        EXPECT_EQ(help.status, 0) << command;
+        EXPECT_NE(help.out.find("Usage:"), std::string::npos) << command;
+    }
+}
+
+TEST_F(Cli, a_wrong_command_line_is_status_2)
+{
+    for (const char* line : {"", "nonsense", "new", "new -o x.cam", "show", "calc x.cam", "example -o x.cam",
+                             "new -o x.cam --units 6 'D DW 360 0 0'", "show x.cam --unknown",
+                             "new -o x.cam --rpm 1 --omega 2 'D DW 360 0 0'", "table x.cam",
+                             "convert x.cam -o y.cam --format 7.1", "show x.cam --answer maybe"})
+        EXPECT_EQ(Run(line).status, 2) << line;
+    EXPECT_FALSE(Exists("x.cam"));
+}
+
+TEST_F(Cli, new_makes_an_uncalculated_design_of_its_segments)
+{
+    const Outcome made = Run("new -o m.cam --rpm 120 " + segments);
+    EXPECT_EQ(made.status, 0);
+    EXPECT_EQ(made.out, "");
+    EXPECT_EQ(made.err, "[information] The file was successfully written to  / m.cam\n");
+    EXPECT_EQ(Show("m.cam",
+                   "'no OF segments' 'Beta_Deg(3)' 'Shift(4)' 'Program(3)' 'Start Value(3)' 'Function(1)' "
+                   "'Shaft speed' Calculated 'Seg_Program(3)' 'CalcData(0, 359)' WhichUnit"),
+              "No of segments = 4\nBeta_Deg(3) = 90\nShift(4) = 270\nProgram(3) = CF\nStart Value(3) = 25\n"
+              "Function(1) = MS - Mod Sine\nShaft speed = 12.566371\nCalculated = false\nSeg_Program(3) = 2\n"
+              "CalcData(0, 359) = 359\nWhichUnit = 5\n");
+}
+
+TEST_F(Cli, new_takes_step_units_speed_and_kind_of_follower)
+{
+    EXPECT_EQ(Run("new -o m.cam --units 1 --delta 0.25 --omega 3.5 --oscillating 'D DW 360 0 0'").status, 0);
+    EXPECT_EQ(Show("m.cam",
+                   "WhichUnit Deltatheta 'Max Data Points used' 'Shaft speed' Translating Prime_Rad Lift "
+                   "'Var_Unit(1)' 'Follow_Rad'"),
+              "WhichUnit = 1\nDeltatheta = 0.25\nMax Data Points used = 1440\nShaft speed = 3.5\n"
+              "Translating = false\nPrime_Rad = 3\nLift = 1\nVar_Unit(1) = deg\nFollow_Rad = 0.5\n");
+}
+
+TEST_F(Cli, a_segment_that_cannot_be_is_refused_with_its_reason)
+{
+    struct Case {
+        const char* arguments;
+        const char* message;
+    };
+    for (const Case& c : {
+             Case{"'R MS 90 0'", "lobemax-cli: segment 1: 'R MS 90 0' is not 'KIND PROGRAM BETA START END'\n"},
+             Case{"'X MS 90 0 1'",
+                  "lobemax-cli: segment 1: 'X' is no motion kind: R rise, F fall, D dwell, P polynomial, S spline\n"},
+             Case{"'D DW 90 0 0' 'R XX 90 0 1'", "lobemax-cli: segment 2: there is no motion program 'XX'\n"},
+             Case{"'R DW 90 0 1'", "lobemax-cli: segment 1: program DW does not serve motion kind R\n"},
+             Case{"'D MS 90 0 0'", "lobemax-cli: segment 1: program MS does not serve motion kind D\n"},
+             Case{"'R MS x 0 1'", "lobemax-cli: segment 1: 'x' is not a number\n"},
+             Case{"'R MS 90 0 1mm'", "lobemax-cli: segment 1: '1mm' is not a number\n"},
+             Case{"'D DW 90 5 6'", "lobemax-cli: segment 1: a dwell ends at the position where it starts\n"},
+             Case{"'R MS 361 0 1'",
+                  "[exclamation] Beta cannot be > 360 or < 0\n"
+                  "lobemax-cli: segment 1: beta 361 is refused\n"},
+             Case{"'R MS -1 0 1'",
+                  "[exclamation] Beta cannot be > 360 or < 0\n"
+                  "lobemax-cli: segment 1: beta -1 is refused\n"},
+             Case{"'R MS 300 0 1' 'F MS 90 1 0'",
+                  "[exclamation] End angle cannot be > 360 deg\n"
+                  "lobemax-cli: segment 2 ends at 390 degrees\n"},
+             Case{"'D DW 180 0 0'",
+                  "[exclamation] Cam must contain exactly 360 degrees\n"
+                  "lobemax-cli: a single segment of 180 degrees is refused\n"},
+             Case{"'R MS 90 0 1E40' 'D DW 90 0 0'", "lobemax-cli: segment 1: a number is too large\n"},
+             Case{"--delta 0.3 'D DW 360 0 0'",
+                  "[exclamation] Please select one of the drop-down menu items for Delta Theta\n"
+                  "lobemax-cli: --delta 0.3 is none of 1.0, 0.50, 0.25, 0.125\n"},
+             Case{"--rpm fast 'D DW 360 0 0'", "lobemax-cli: 'fast' is not a shaft speed\n"},
+         }) {
+        const Outcome refused = Run(std::string("new -o m.cam ") + c.arguments);
+        EXPECT_EQ(refused.status, 2) << c.arguments;
+        EXPECT_EQ(refused.err, c.message);
+        EXPECT_FALSE(Exists("m.cam"));
+    }
+}
+
+TEST_F(Cli, more_than_twenty_segments_are_refused)
+{
+    std::string many;
+    for (int n = 0; n < 21; ++n)
+        many += "'D DW 10 0 0' ";
+    const Outcome refused = Run("new -o m.cam " + many);
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_EQ(refused.err, "lobemax-cli: 21 segments are more than 20\n");
+}
+
+TEST_F(Cli, a_shaft_speed_of_zero_is_told_and_becomes_one)
+{
+    const Outcome made = Run("new -o m.cam --rpm 0 'D DW 360 0 0'");
+    EXPECT_EQ(made.status, 0);
+    EXPECT_NE(made.err.find("[exclamation]  Shaft Omega cannot be zero - Please check\n"), std::string::npos);
+    EXPECT_EQ(Show("m.cam", "'Shaft speed'"), "Shaft speed = 1\n");
+}
+
+TEST_F(Cli, calc_stores_the_motion_and_sets_its_flag)
+{
+    Make_Calculated("c.cam");
+    EXPECT_EQ(Show("c.cam",
+                   "Calculated Sized MaxLift Liftmax 'Design No.' Date Time 'CalcData(1, 45)' "
+                   "'CalcData(1, 90)' 'CalcData(1, 135)' 'CalcData(1, 225)' 'CalcData(1, 360)'"),
+              "Calculated = true\nSized = false\nMaxLift = 25\nLiftmax = 25\nDesign No. = 2\nDate = 2026-11-21\n"
+              "Time = 12:00:00\nCalcData(1, 45) = 12.5\nCalcData(1, 90) = 25\nCalcData(1, 135) = 25\n"
+              "CalcData(1, 225) = 12.5\nCalcData(1, 360) = 0\n");
+    // Peak velocity of a cycloidal fall: -2 L / beta, in seconds at omega
+    const double omega = 120 * 3.141592654 / 30;
+    const double beta = 90 / 57.29577950560105;
+    EXPECT_NEAR(std::stod(Show("c.cam", "'CalcData(2, 225)'").substr(18)), -2 * 25 / beta * omega, 1e-3);
+}
+
+TEST_F(Cli, the_same_input_gives_the_same_output_byte_for_byte)
+{
+    Make_Calculated("a.cam");
+    const std::string first = Content("a.cam");
+    Make_Calculated("a.cam");
+    EXPECT_TRUE(Content("a.cam") == first);
+}
+
+TEST_F(Cli, every_format_brings_the_calculated_data_back_bit_for_bit)
+{
+    Make_Calculated("c.cam");
+    const std::string data = Show("c.cam", "CalcData");
+    ASSERT_GT(data.size(), 300000U);
+    for (const char* format : {"7.2", "8", "9"}) {
+        const Outcome converted = Run(std::string("convert c.cam -o d.cam --format ") + format);
+        EXPECT_EQ(converted.status, 0);
+        EXPECT_EQ(converted.err.starts_with("[information] This will save in a format readable by an earlier version "
+                                            "of  / Lobemax and will lose some information unique to this version. / "
+                                            " / Do you wish to proceed? -> Yes\n"),
+                  std::string(format) != "9");
+        EXPECT_EQ(Run("convert d.cam -o e.cam").status, 0);
+        EXPECT_TRUE(Show("e.cam", "CalcData") == data) << format;
+    }
+}
+
+TEST_F(Cli, an_older_format_can_be_declined)
+{
+    Make_Calculated("c.cam");
+    const Outcome declined = Run("convert c.cam -o d.cam --format 8 --answer no");
+    EXPECT_EQ(declined.status, 1);
+    EXPECT_NE(declined.err.find(" -> No\n"), std::string::npos);
+    EXPECT_FALSE(Exists("d.cam"));
+}
+
+TEST_F(Cli, a_unit_change_converts_the_fields_and_keeps_the_flags)
+{
+    ASSERT_EQ(Run("new -o i.cam --units 1 'R MS 180 0 1' 'F MS 180 1 0'").status, 0);
+    ASSERT_EQ(Run("calc i.cam -o i.cam --levels svaj").status, 0);
+    ASSERT_EQ(Run("convert i.cam -o mm.cam --units 5").status, 0);
+    EXPECT_EQ(Show("mm.cam", "WhichUnit Prime_Rad Follow_Rad Preload Calculated 'CalcData(1, 180)'"),
+              "WhichUnit = 5\nPrime_Rad = 76.2\nFollow_Rad = 12.7\nPreload = 111.21\nCalculated = true\n"
+              "CalcData(1, 180) = 1\n")
+        << "calculated rows are not converted: the motion has to be recalculated";
+    ASSERT_EQ(Run("calc mm.cam -o mm.cam --levels svaj").status, 0);
+    EXPECT_EQ(Show("mm.cam", "'CalcData(1, 180)'"), "CalcData(1, 180) = 25.4\n");
+    ASSERT_EQ(Run("convert mm.cam -o back.cam --units 1").status, 0);
+    EXPECT_EQ(Show("back.cam", "Prime_Rad"), "Prime_Rad = 3\n");
+}
+
+TEST_F(Cli, time_bases_differ_as_stored)
+{
+    Make_Calculated("c.cam");
+    ASSERT_EQ(Run("calc c.cam -o deg.cam --levels svaj --set 'Time Base=2'").status, 0);
+    ASSERT_EQ(Run("calc c.cam -o rad.cam --levels svaj --set 'Time Base=3'").status, 0);
+    const auto value = [&](const char* file, const char* field) {
+        const std::string line = Show(file, std::string("'") + field + "'");
+        return std::stod(line.substr(line.find('=') + 1));
+    };
+    const double rad = value("rad.cam", "CalcData(3, 20)");
+    EXPECT_NEAR(value("deg.cam", "CalcData(3, 20)"), rad * 3.141592654 / 180.0, 1e-5) << "a single factor, meant";
+    EXPECT_NEAR(value("c.cam", "CalcData(3, 20)"), rad * std::pow(120 * 3.141592654 / 30, 2), 1e-2);
+}
+
+TEST_F(Cli, settings_change_fields_before_the_calculation)
+{
+    Make_Calculated("c.cam");
+    ASSERT_EQ(Run("calc c.cam -o d.cam --levels svaj --set 'End Value(1)=30' --set 'Start Value(2)=30' "
+                  "--set 'End Value(2)=30' --set 'Start Value(3)=30' --set 'program(3)=67' --set 'Prime_Rad=40' "
+                  "--set Translating=0")
+                  .status,
+              0);
+    EXPECT_EQ(Show("d.cam", "MaxLift Prime_Rad 'Function(3)' 'Seg_Program(3)' Translating"),
+              "MaxLift = 30\nPrime_Rad = 40\nFunction(3) = 7\nSeg_Program(3) = 10\nTranslating = false\n");
+}
+
+TEST_F(Cli, a_setting_that_cannot_be_is_refused_and_nothing_is_written)
+{
+    Make_Calculated("c.cam");
+    const std::string before = Content("c.cam");
+    struct Case {
+        const char* setting;
+        const char* message;
+    };
+    for (const Case& c : {
+             Case{"Nonsense=1", "there is no field 'Nonsense'"},
+             Case{"Prime_Rad", "'Prime_Rad' is not FIELD=VALUE"},
+             Case{"Prime_Rad=forty", "'forty' is not a number"},
+             Case{"Prime_Rad(1)=4", "'Prime_Rad' has 0 indices"},
+             Case{"Beta_Deg(21)=4", "index 21 of 'Beta_Deg' is outside 0 to 20"},
+             Case{"Beta_Deg(1)=400", "Beta cannot be > 360 or < 0"},
+             Case{"WhichUnit=6", "'6' is not a whole number from 1 to 5"},
+             Case{"Camtype$=Conical", "'Conical' is none of Radial|Barrel|Linear"},
+             Case{"Deltatheta=0.3", "'0.3' is no step: 1.0, 0.50, 0.25, 0.125"},
+             Case{"Printstep=70000", "'70000' is not a whole number from 1 to 32767"},
+             Case{"Prime_Rad=1E39", "'1E39' is too large for 'Prime_Rad'"},
+             Case{"Max Data Points used=9", "'Max Data Points used' follows from other fields and cannot be set"},
+         }) {
+        const Outcome refused = Run(std::string("calc c.cam -o c.cam --levels svaj --set '") + c.setting + "'");
+        EXPECT_EQ(refused.status, 2) << c.setting;
+        EXPECT_EQ(refused.err, std::string("lobemax-cli: --set: ") + c.message + "\n");
+        EXPECT_TRUE(Content("c.cam") == before);
+    }
+}
+
+TEST_F(Cli, a_failed_calculation_is_status_1_and_leaves_the_older_file)
+{
+    Make_Calculated("c.cam");
+    const std::string before = Content("c.cam");
+    const Outcome failed = Run("calc c.cam -o c.cam --levels svaj --set 'Beta_Deg(2)=0'");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_EQ(failed.err, "[information] Error 6   (Overflow)  has occurred in cmd_CalcSeg_Click\n");
+    EXPECT_TRUE(Content("c.cam") == before);
+}
+
+TEST_F(Cli, a_position_that_the_number_format_would_cut_short_is_told)
+{
+    Make_Calculated("c.cam");
+    const Outcome warned = Run("calc c.cam -o d.cam --levels svaj --set 'End Value(4)=0,5'");
+    EXPECT_EQ(warned.status, 0);
+    EXPECT_NE(warned.err.find("segment 4: position '0,5' is read as 0 (number format USA)"), std::string::npos);
+    const Outcome europe = Run("calc c.cam -o d.cam --levels svaj --set 'End Value(4)=0,5' --set Number_Format=Europe");
+    EXPECT_EQ(europe.err.find("is read as"), std::string::npos);
+    EXPECT_EQ(Show("d.cam", "'Total_Displacement(4)'"), "Total_Displacement(4) = 0.5\n");
+}
+
+TEST_F(Cli, an_external_force_function_survives_the_motion_calculated_after_it)
+{
+    ASSERT_EQ(Run("new -o f.cam 'R SF 180 0 100' 'F SF 180 100 0'").status, 0);
+    ASSERT_EQ(Run("calc f.cam -o g.cam --levels svaj --set Motion=false --set Ext_Force_On=-1").status, 0);
+    EXPECT_EQ(Show("g.cam", "'CalcData(44, 180)' Motion"), "CalcData(44, 180) = 100\nMotion = true\n");
+    ASSERT_EQ(Run("calc g.cam -o h.cam --levels svaj --set 'End Value(1)=8' --set 'Start Value(2)=8'").status, 0);
+    EXPECT_EQ(Show("h.cam", "'CalcData(1, 180)' 'CalcData(44, 180)' Ext_Force_Calc"),
+              "CalcData(1, 180) = 8\nCalcData(44, 180) = 100\nExt_Force_Calc = true\n");
+}
+
+TEST_F(Cli, a_level_that_this_release_does_not_have_is_refused)
+{
+    Make_Calculated("c.cam");
+    const Outcome refused = Run("calc c.cam -o d.cam --levels svaj,nonsense");
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_EQ(refused.err, "lobemax-cli: --levels: this release has no level 'nonsense'\n");
+}
+
+TEST_F(Cli, twenty_segments_give_their_cut_file_and_status_1)
+{
+    std::string many;
+    for (int n = 0; n < 10; ++n)
+        many += "'R MS 18 0 5' 'F MS 18 5 0' ";
+    const Outcome made = Run("new -o m.cam " + many);
+    EXPECT_EQ(made.status, 1);
+    EXPECT_EQ(made.err, "[information] Error 9   (Index out of bounds)  has occurred in WriteFile_8\n");
+    EXPECT_TRUE(Content("m.cam").ends_with("\"Pbound( 20, 9)\",\"\"\r\n"));
+    const Outcome shown = Run("show m.cam");
+    EXPECT_EQ(shown.status, 2);
+    EXPECT_EQ(shown.err, "[information] Error 9   (Index out of bounds)  has occurred in ReadFile_8\n");
+}
+
+TEST_F(Cli, examples_come_calculated_in_every_unit_system)
+{
+    for (const char* name : {"Single Dwell", "Double Dwell", "Flat Follower", "Four Dwell", "Oscillating",
+                             "4-bar Linkage", "6-bar Linkage", "4-bar Slider", "6-bar Slider"})
+        for (int units = 1; units <= 5; ++units) {
+            const Outcome made = Run(std::string("example '") + name + "' -o e.cam --units " + std::to_string(units));
+            EXPECT_EQ(made.status, 0) << name;
+            EXPECT_EQ(Show("e.cam", "Calculated WhichUnit"),
+                      "Calculated = true\nWhichUnit = " + std::to_string(units) + "\n");
+        }
+    ASSERT_EQ(Run("example 'double dwell' -o e.cam --set Prime_Rad=99").status, 0);
+    EXPECT_EQ(Show("e.cam", "Liftmax 'Shaft speed' Prime_Rad Follow_Rad"),
+              "Liftmax = 25\nShaft speed = 18\nPrime_Rad = 99\nFollow_Rad = 18.75\n");
+    const Outcome unknown = Run("example 'Triple Dwell' -o t.cam");
+    EXPECT_EQ(unknown.status, 2);
+    EXPECT_TRUE(unknown.err.starts_with("lobemax-cli: there is no example 'Triple Dwell'; there are Single Dwell, "));
+}
+
+TEST_F(Cli, show_knows_every_element_a_summary_and_json)
+{
+    Make_Calculated("c.cam");
+    EXPECT_EQ(Show("c.cam", "\"Young's modulus\" 'S boundary cond(1, 0)'"),
+              "Young's modulus(1) = 0\nYoung's modulus(2) = 0\nS boundary cond(1, 0) = \n");
+    EXPECT_EQ(Run("show c.cam 'Beta_Deg(2)' Calculated 'Start Value(3)' --json").out,
+              "{\n  \"Beta_Deg(2)\": 90.0,\n  \"Calculated\": true,\n  \"Start Value(3)\": \"25\"\n}\n");
+    const std::string summary = Show("c.cam", "");
+    for (const char* part :
+         {"Units mm-kg-N-s\n", "MaxLift = 25 mm\n", "Calculated = true\n", "Shaft speed = 12.566371 rad/s\n"})
+        EXPECT_NE(summary.find(part), std::string::npos) << part;
+    EXPECT_NE(Run("show c.cam --json").out.find("\"Rise_Fall_Dwell\": \"R\""), std::string::npos);
+    const Outcome unknown = Run("show c.cam Prime_Radius");
+    EXPECT_EQ(unknown.status, 2);
+    EXPECT_EQ(unknown.err, "lobemax-cli: there is no field 'Prime_Radius'\n");
+}
+
+TEST_F(Cli, table_prints_angle_variables_and_extremes)
+{
+    Make_Calculated("c.cam");
+    EXPECT_EQ(
+        Run("table c.cam --vars 1 --step 90 --decimals 2").out,
+        "Angle\tDispl\n0.00\t0.00\n90.00\t25.00\n180.00\t25.00\n270.00\t0.00\n360.00\t0.00\nMin\t0.00\nMax\t25.00\n");
+    EXPECT_EQ(Run("table c.cam --vars S,Velocity,3 --segment 2 --step 45").out,
+              "Angle\tDispl\tVeloc\tAcc\n90\t25\t0\t0\n135\t25\t0\t0\n180\t25\t0\t0\nMin\t25\t0\t0\nMax\t25\t0\t0\n");
+    EXPECT_EQ(Run("table c.cam --vars 1 --step 90 --decimals 0 -o t.tsv").status, 0);
+    EXPECT_EQ(Content("t.tsv"), "Angle\tDispl\n0\t0\n90\t25\n180\t25\n270\t0\n360\t0\nMin\t0\nMax\t25\n");
+    for (const char* line :
+         {"table c.cam --vars 99", "table c.cam --vars 1,2,3,4,5", "table c.cam --vars 1 --segment 5",
+          "table c.cam --vars ''", "table c.cam --vars 1 --step 0"})
+        EXPECT_EQ(Run(line).status, 2) << line;
+}
+
+TEST_F(Cli, an_input_that_is_no_model_is_status_2_with_its_message)
+{
+    std::ofstream(folder_ + "/text.cam") << "hello\n";
+    std::ofstream(folder_ + "/empty.cam");
+    const Outcome text = Run("show text.cam");
+    EXPECT_EQ(text.status, 2);
+    EXPECT_EQ(text.err, "[exclamation] This data file is not compatible with LOBEMAX Plus. \n");
+    const Outcome empty = Run("calc empty.cam -o x.cam");
+    EXPECT_EQ(empty.status, 2);
+    EXPECT_EQ(empty.err, "[information] Error 62   (Input past end of file)  has occurred in ReadFile\n");
+    EXPECT_EQ(Run("show missing.cam").status, 2);
+    EXPECT_EQ(Run("show .").status, 2);
+}
+
+TEST_F(Cli, an_output_that_cannot_be_written_is_status_1)
+{
+    const Outcome failed = Run("new -o no/such/folder/m.cam 'D DW 360 0 0'");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_EQ(failed.err,
+              "[information] Error 53   (File not found)  has occurred in WriteFile_8 / There are no files with your "
+              "chosen name in the selected directory\n");
+}
+
+TEST_F(Cli, the_documents_folder_is_never_touched)
+{
+    const Outcome made = Run("new -o m.cam 'D DW 360 0 0'");
+    EXPECT_EQ(made.status, 0);
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_))
+        names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (std::vector<std::string>{"err.txt", "m.cam", "out.txt"}));
+}
+
+}  // namespace
+}  // namespace lobemax
