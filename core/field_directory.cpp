@@ -626,7 +626,7 @@ std::string Set_Field(const Field& field, const Field_Index& index, std::string_
                             return "'" + std::string(value) + "' is not a whole number";
                         if constexpr (std::is_same_v<T, Integer>)
                             *at = To_Integer(number);
-                        else if (std::abs(number) > 2147483647.0)
+                        else if (number < -2147483648.0 || number > 2147483647.0)
                             throw Fault{overflow};
                         else
                             *at = static_cast<Long>(number);
@@ -637,7 +637,9 @@ std::string Set_Field(const Field& field, const Field_Index& index, std::string_
                 }
             },
             field.at(design, index));
-    } catch (const Fault&) {
+    } catch (const Fault& fault) {
+        if (fault.Number() == out_of_bounds)
+            return "'" + Field_Name(field, index) + "' does not exist";
         return "'" + std::string(value) + "' is too large for '" + std::string(field.name) + "'";
     }
 }

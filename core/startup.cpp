@@ -243,6 +243,7 @@ void Reset_All()
     fresh.cam.Barrel_Type = design.cam.Barrel_Type;
     fresh.cam.Followtype = design.cam.Followtype;
     fresh.cam.Translating = design.cam.Translating;
+    fresh.cam.Anim_Delay = design.cam.Anim_Delay;
     if (design.run.Keep_Step) {
         fresh.motion.Deltatheta = design.motion.Deltatheta;
         fresh.motion.Max_Data_Points_used = design.motion.Max_Data_Points_used;

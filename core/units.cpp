@@ -296,9 +296,15 @@ void Change_Units(int code)
     if (from == code)
         return;
     const bool through_inches = (from == foot && code > foot) || (code == foot && from > foot);
-    if (through_inches)
-        Convert_Design(inch);
-    Convert_Design(code);
+    const Design_State before = design;
+    try {
+        if (through_inches)
+            Convert_Design(inch);
+        Convert_Design(code);
+    } catch (const Fault&) {
+        design = before;  // a field too large for the new system: all of the design stays in the old one
+        throw;
+    }
     Set_Units();
     design.flags.Units_Changed = true;
 }

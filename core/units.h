@@ -63,7 +63,8 @@ void Set_Time_Base(int code);
 
 /// Converts the design from its system to another, field by field in a fixed order, each number rounded to
 /// the decimals of the system arrived at; calculated rows stay as they are. Does nothing for its own system.
-/// @throws Fault{9} for a code outside 1..5
+/// @throws Fault{9} for a code outside 1..5, Fault{6} when a number is too large for the new system; the
+///         design is then as it was
 void Change_Units(int code);
 
 /// An inch value as a default of the system in force: x1, /12, /40, x2.5, x25. These are round numbers of

@@ -321,12 +321,22 @@ void Labelled_Items(Archive& ar, Model_Counts& n, const Format& format, const Af
 
 // ---- reading
 
+/// Keeps the counts that head a file, and the last row of its table.
+void Keep_Counts(const Model_Counts& n, int saved_variables)
+{
+    if (saved_variables < 0)
+        throw Fault{out_of_bounds};
+    Run_Group& run = design.run;
+    run.File_Max_Variables = n.variables;
+    run.File_Max_Segments = n.segment_limit;
+    run.File_Max_Bounds = n.bound_limit;
+    run.File_Saved_Variables = saved_variables;
+}
+
 /// Makes room for a file's table. A count larger than any design of this program is believed only when the
 /// file is long enough to hold that table.
 void Make_Room(const Record_Reader& ar, int saved_variables, int points)
 {
-    if (saved_variables < 0)
-        throw Fault{out_of_bounds};
     if (saved_variables > design.run.Saved_Variables && points >= 0 &&
         !ar.May_Hold(static_cast<std::size_t>(saved_variables + 1) * static_cast<std::size_t>(points + 1)))
         throw Fault{past_end_of_file};
@@ -425,10 +435,7 @@ void ReadFile_8(Record_Reader& ar)
         design.flags.From_Disk = true;
         Model_Counts n;
         Labelled_Items(ar, n, Format_Of(run.File_Version, run.File_Release), [&] {
-            run.File_Max_Variables = n.variables;
-            run.File_Max_Segments = n.segment_limit;
-            run.File_Max_Bounds = n.bound_limit;
-            run.File_Saved_Variables = n.variables - 6;
+            Keep_Counts(n, n.variables - 6);
             Make_Room(ar, run.File_Saved_Variables, n.points);
         });
         run.Read_Complete = true;
@@ -447,12 +454,7 @@ void ReadFile_72(Record_Reader& ar)
         design.flags.From_Disk = true;
         Model_Counts n;
         Labelled_Items(ar, n, Format_Of(run.File_Version, run.File_Release), [&] {
-            run.File_Max_Variables = n.variables;
-            run.File_Max_Segments = n.segment_limit;
-            run.File_Max_Bounds = n.bound_limit;
-            run.File_Saved_Variables = n.variables - 6;
-            if (run.File_Saved_Variables < 0)
-                throw Fault{out_of_bounds};
+            Keep_Counts(n, n.variables - 6);
             Make_Room(ar, run.Saved_Variables, n.points);
         });
         run.Read_Complete = true;
@@ -526,11 +528,10 @@ Old_Layout Layout_Old(double tag, double release)
 void Read_Old_Start(Record_Reader& ar, const Old_Layout& layout, Model_Counts& n)
 {
     Counts_Block(ar, n);
-    const int saved_variables = n.variables - layout.less_variables;
-    Make_Room(ar, saved_variables, n.points);
-    design.run.File_Saved_Variables = saved_variables;
+    Keep_Counts(n, n.variables - layout.less_variables);
+    Make_Room(ar, design.run.File_Saved_Variables, n.points);
     Segment_Block(ar, n);
-    Read_Rows(ar, layout.first_row, saved_variables);
+    Read_Rows(ar, layout.first_row, design.run.File_Saved_Variables);
     if (layout.first_row == 1) {  // the angles were not stored
         Single angle = 0.0;
         for (Single& point : design.results.CalcData.Points(var::Angle)) {
@@ -579,9 +580,6 @@ void ReadFile71(Record_Reader& ar)
         const Old_Layout layout = Layout_71(run.File_Version, run.File_Release);
         Model_Counts n;
         Read_Old_Start(ar, layout, n);
-        run.File_Max_Variables = n.variables;
-        run.File_Max_Segments = n.segment_limit;
-        run.File_Max_Bounds = n.bound_limit;
         ar.Record("Cutter Radius");
         Read_Old_Lists(ar, layout, n);
         Skip();

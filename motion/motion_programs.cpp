@@ -560,48 +560,48 @@ void Run_Full_or_Half(int Seg, Full full, First first, Second second)
 bool Run_Law(int Seg)
 {
     switch (design.motion.Seg_Program(Seg)) {
-        case shm:
-            Run_Full_or_Half(Seg, SHM_Full, SHM_First, SHM_Second);
-            return true;
-        case cycloid:
-            Run_Full_or_Half(Seg, Cycloid_Full, Cycloid_First, Cycloid_Second);
-            return true;
-        case mod_sine:
-            Mod_Sine();
-            return true;
-        case mod_trap:
-            Mod_Trap();
-            return true;
-        case double_harmonic:
-            Double_Harmonic();
-            return true;
-        case dwell:
-            Dwell(design.motion.Lift);
-            return true;
-        case poly_345:
-            return Poly_345();
-        case poly_3456:
-            return Poly_3456();
-        case poly_4567:
-            return Poly_4567();
-        case poly_11:
-            return Poly_11();
-        case berzak_d:
-            return Berzak_D();
-        case berzak_e:
-            return Berzak_E();
-        case dudley:
-            return Dudley(10);
-        case stoddard:
-            return Thoren(10, 20, 30, 40);
-        case thoren:
-            return Thoren(14, 26, 38, 50);
-        case freudenstein:
-            return Freudenstein_1_3();
-        case gutman:
-            return GutmanF3();
-        default:  // polynomial and spline segments are calculated from their own tables
-            return true;
+    case shm:
+        Run_Full_or_Half(Seg, SHM_Full, SHM_First, SHM_Second);
+        return true;
+    case cycloid:
+        Run_Full_or_Half(Seg, Cycloid_Full, Cycloid_First, Cycloid_Second);
+        return true;
+    case mod_sine:
+        Mod_Sine();
+        return true;
+    case mod_trap:
+        Mod_Trap();
+        return true;
+    case double_harmonic:
+        Double_Harmonic();
+        return true;
+    case dwell:
+        Dwell(design.motion.Lift);
+        return true;
+    case poly_345:
+        return Poly_345();
+    case poly_3456:
+        return Poly_3456();
+    case poly_4567:
+        return Poly_4567();
+    case poly_11:
+        return Poly_11();
+    case berzak_d:
+        return Berzak_D();
+    case berzak_e:
+        return Berzak_E();
+    case dudley:
+        return Dudley(10);
+    case stoddard:
+        return Thoren(10, 20, 30, 40);
+    case thoren:
+        return Thoren(14, 26, 38, 50);
+    case freudenstein:
+        return Freudenstein_1_3();
+    case gutman:
+        return GutmanF3();
+    default:  // polynomial and spline segments are calculated from their own tables
+        return true;
     }
 }
 
@@ -637,20 +637,20 @@ bool Pick_Motion(int Seg, char kind)
     Motion_Group& m = design.motion;
     const std::string letter = To_Upper({&kind, 1});
     switch (letter[0]) {
-        case 'R':
-        case 'F':
-            m.Rise_Fall_Dwell(Seg) = letter;
-            m.Function(Seg) = letter;
-            m.Program(Seg).clear();
-            return true;
-        case 'P':
-            return Pick_Program(Seg, "PO");
-        case 'D':
-            return Pick_Program(Seg, "DW");
-        case 'S':
-            return Pick_Program(Seg, "BS");
-        default:
-            return false;
+    case 'R':
+    case 'F':
+        m.Rise_Fall_Dwell(Seg) = letter;
+        m.Function(Seg) = letter;
+        m.Program(Seg).clear();
+        return true;
+    case 'P':
+        return Pick_Program(Seg, "PO");
+    case 'D':
+        return Pick_Program(Seg, "DW");
+    case 'S':
+        return Pick_Program(Seg, "BS");
+    default:
+        return false;
     }
 }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 
 #include "core/design_state.h"
 #include "core/text.h"
@@ -16,6 +17,8 @@ std::string Cell(double value, std::optional<int> decimals)
 {
     if (!decimals)
         return Shortest(Single(value));
+    if (std::abs(value) * 2 < std::pow(10.0, -*decimals))
+        value = 0.0;  // what shows as zero has no sign
     std::array<char, 128> text;
     const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value == 0.0 ? 0.0 : value,
                                             std::chars_format::fixed, *decimals);
@@ -82,7 +85,8 @@ Data_Table Make_Data_Table(const Table_Choice& choice)
     table.heads.push_back("Angle");
     for (const int v : choice.variables)
         table.heads.push_back(Column_Head(v));
-    for (int p = range.first; p <= range.last; p += choice.step) {
+    const int step = std::min(choice.step, Max_Points + 1);
+    for (int p = range.first; p <= range.last; p += step) {
         std::vector<double>& row = table.rows.emplace_back();
         row.push_back(data(var::Angle, p));
         for (const int v : choice.variables)

@@ -1,0 +1,661 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/field_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <limits>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "core/startup.h"
+#include "core/units.h"
+
+namespace lobemax {
+namespace {
+
+/// A started design, so that every array has its points.
+class Directory : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(Sub_Main("", {})); }
+    void TearDown() override { design = {}; }
+};
+
+std::string Lower(std::string_view text)
+{
+    std::string lower(text);
+    std::ranges::transform(lower, lower.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return lower;
+}
+
+const Field& Known(std::string_view name)
+{
+    const Field* field = Find_Field(name);
+    if (field == nullptr)
+        throw std::runtime_error("no field " + std::string(name));
+    return *field;
+}
+
+Field_Index At(std::initializer_list<int> indices)
+{
+    Field_Index index;
+    for (const int i : indices)
+        index.at[static_cast<std::size_t>(index.count++)] = i;
+    return index;
+}
+
+/// The element with every index at its first, or at its last bound.
+Field_Index Corner(const Field& field, bool last)
+{
+    Field_Index index;
+    index.count = field.dimensions;
+    const auto bounds = field.bounds(design);
+    for (std::size_t k = 0; k < static_cast<std::size_t>(field.dimensions); ++k)
+        index.at[k] = last ? bounds[k].hi : bounds[k].lo;
+    return index;
+}
+
+/// What setting the element by its written name answers.
+std::string Set(std::string_view reference, std::string_view value)
+{
+    const Field_Reference r = Read_Field_Reference(reference);
+    return r.field == nullptr ? r.error : Set_Field(*r.field, r.index, value);
+}
+
+std::string Get(std::string_view reference)
+{
+    const Field_Reference r = Read_Field_Reference(reference);
+    return r.field == nullptr ? "error: " + r.error : Field_Value(*r.field, r.index);
+}
+
+// ---- the table as a whole
+
+TEST_F(Directory, names_are_unique_whatever_their_case)
+{
+    std::set<std::string> names;
+    for (const Field& field : Field_Directory())
+        EXPECT_TRUE(names.insert(Lower(field.name)).second) << field.name;
+    EXPECT_GT(names.size(), 200U);
+}
+
+TEST_F(Directory, every_field_is_found_by_its_name_in_any_case)
+{
+    for (const Field& field : Field_Directory()) {
+        EXPECT_EQ(Find_Field(field.name), &field) << field.name;
+        EXPECT_EQ(Find_Field(Lower(field.name)), &field) << field.name;
+    }
+}
+
+TEST_F(Directory, every_field_is_reached_at_its_first_and_last_index)
+{
+    for (const Field& field : Field_Directory())
+        for (const bool last : {false, true}) {
+            const Field_Index index = Corner(field, last);
+            EXPECT_NO_THROW(field.at(design, index)) << Field_Name(field, index);
+            const Field_Reference r = Read_Field_Reference(Field_Name(field, index));
+            EXPECT_EQ(r.field, &field) << Field_Name(field, index) << ": " << r.error;
+            EXPECT_EQ(r.index.at, index.at) << Field_Name(field, index);
+        }
+}
+
+TEST_F(Directory, one_index_further_is_refused_and_faults)
+{
+    for (const Field& field : Field_Directory())
+        for (std::size_t k = 0; k < static_cast<std::size_t>(field.dimensions); ++k)
+            for (const bool last : {false, true}) {
+                Field_Index index = Corner(field, last);
+                index.at[k] += last ? 1 : -1;
+                EXPECT_THROW(field.at(design, index), Fault) << Field_Name(field, index);
+                const Field_Reference r = Read_Field_Reference(Field_Name(field, index));
+                EXPECT_EQ(r.field, nullptr) << Field_Name(field, index);
+                EXPECT_FALSE(r.error.empty());
+            }
+}
+
+TEST_F(Directory, the_type_told_is_that_of_the_element)
+{
+    for (const Field& field : Field_Directory()) {
+        const Field_Ref ref = field.at(design, Corner(field, false));
+        const Field_Type by_place[] = {Field_Type::single, Field_Type::integer,      Field_Type::flag,
+                                       Field_Type::text,   Field_Type::long_integer, Field_Type::real};
+        EXPECT_EQ(field.type, by_place[ref.index()]) << field.name;
+    }
+}
+
+TEST_F(Directory, first_and_last_elements_of_a_field_are_different_ones)
+{
+    for (const Field& field : Field_Directory()) {
+        if (field.dimensions == 0)
+            continue;
+        EXPECT_NE(field.at(design, Corner(field, false)), field.at(design, Corner(field, true))) << field.name;
+    }
+}
+
+TEST_F(Directory, no_two_fields_are_the_same_element)
+{
+    std::set<Field_Ref> elements;
+    for (const Field& field : Field_Directory())
+        EXPECT_TRUE(elements.insert(field.at(design, Corner(field, false))).second) << field.name;
+}
+
+struct Shape_Case {
+    const char* name;
+    Field_Type type;
+    std::vector<Bounds> bounds;
+};
+
+TEST_F(Directory, shapes_of_the_fields_are_those_of_the_design)
+{
+    const Shape_Case cases[] = {
+        {"Design No.", Field_Type::integer, {}},
+        {"Deltatheta", Field_Type::single, {}},
+        {"Model_Name", Field_Type::text, {}},
+        {"Translating", Field_Type::flag, {}},
+        {"Beta_Deg", Field_Type::single, {{0, 20}}},
+        {"Rise_Fall_Dwell", Field_Type::text, {{0, 20}}},
+        {"Seg_Program", Field_Type::integer, {{0, 20}}},
+        {"Thetanorm", Field_Type::single, {{0, 40}, {0, 20}}},
+        {"Firstlast", Field_Type::single, {{0, 20}, {0, 2}, {0, 3}}},
+        {"T boundary cond", Field_Type::text, {{0, 20}, {1, 9}}},
+        {"S boundary cond", Field_Type::text, {{0, 20}, {0, 9}}},
+        {"Pbound", Field_Type::text, {{0, 20}, {0, 9}}},
+        {"Knots", Field_Type::single, {{0, 66}, {0, 20}}},
+        {"Constraints", Field_Type::single, {{0, 40}, {0, 3}}},
+        {"Mass_m", Field_Type::single, {{1, 2}}},
+        {"Young's modulus", Field_Type::single, {{1, 2}}},
+        {"CalcData", Field_Type::single, {{0, 53}, {0, 360}}},
+        {"Ext_Force_Table", Field_Type::single, {{0, 360}}},
+        {"Fft_Work_B", Field_Type::real, {{0, 4}, {0, 360}}},
+        {"Var_Name", Field_Type::text, {{0, 59}}},
+        {"Ode_Max_Steps", Field_Type::long_integer, {}},
+    };
+    for (const Shape_Case& row : cases) {
+        const Field& field = Known(row.name);
+        EXPECT_EQ(field.type, row.type) << row.name;
+        ASSERT_EQ(field.dimensions, static_cast<int>(row.bounds.size())) << row.name;
+        const auto bounds = field.bounds(design);
+        for (std::size_t k = 0; k < row.bounds.size(); ++k) {
+            EXPECT_EQ(bounds[k].lo, row.bounds[k].lo) << row.name;
+            EXPECT_EQ(bounds[k].hi, row.bounds[k].hi) << row.name;
+        }
+    }
+}
+
+TEST_F(Directory, every_labelled_field_of_a_model_file_is_there)
+{
+    for (const char* name : {"User",
+                             "Design No.",
+                             "Date",
+                             "Time",
+                             "Shaft speed",
+                             "No of segments",
+                             "Deltatheta",
+                             "Max Variables",
+                             "Max Segments possible",
+                             "Max Bounds possible",
+                             "Max Data Points used",
+                             "Base_Shift",
+                             "Rise_Fall_Dwell",
+                             "Program",
+                             "Function",
+                             "Total_Displacement",
+                             "Shift",
+                             "Gamma",
+                             "Beta_Deg",
+                             "Beta_Rad",
+                             "Start Value",
+                             "End Value",
+                             "Thetanorm",
+                             "Boundary",
+                             "Equation",
+                             "Coefficient",
+                             "Pow",
+                             "Firstlast",
+                             "Total No of BCs",
+                             "Theta_Normalized",
+                             "Eq",
+                             "BC",
+                             "Power",
+                             "Prime_Rad",
+                             "Offset",
+                             "Followtype",
+                             "Follow_Rad",
+                             "Rotflag",
+                             "ArmDirect",
+                             "Translating",
+                             "Camtype$",
+                             "ArmX",
+                             "ArmY",
+                             "ArmRad",
+                             "Lift",
+                             "Liftmax",
+                             "Calculated",
+                             "Sized",
+                             "Dynamicflag",
+                             "Printstep",
+                             "Mass",
+                             "Return_Spring_Rate",
+                             "Preload",
+                             "Zeta_Initial",
+                             "Damping",
+                             "Bearing Radius",
+                             "Mu of Shaft",
+                             "Mu of Follower",
+                             "Coeff of Fluctuation",
+                             "WhichUnit",
+                             "Cutter Radius",
+                             "Polydone",
+                             "No of conditions",
+                             "T boundary cond",
+                             "S boundary cond",
+                             "V boundary cond",
+                             "A boundary cond",
+                             "J boundary cond",
+                             "Seg_Program",
+                             "Start_theta",
+                             "End_theta",
+                             "Splines_Calculated",
+                             "EvenKnots",
+                             "Orders",
+                             "Number_of_Knots",
+                             "Interior_Knots",
+                             "Knots",
+                             "Pbound",
+                             "Constraints",
+                             "Mass_m",
+                             "Kspring",
+                             "Zeta",
+                             "Model_Type",
+                             "Polydyne_Calc",
+                             "Versus_Keyway",
+                             "Full_Half",
+                             "Which_half",
+                             "Keyway_Clockangle",
+                             "Follower_Angle",
+                             "Shift_Angle",
+                             "Young's modulus",
+                             "Poissons' ratio",
+                             "Roller type",
+                             "Crown radius",
+                             "Roller length",
+                             "Motion",
+                             "Ext_Force_On",
+                             "Ext_Force_Calc",
+                             "Follower_Weight",
+                             "In_Out",
+                             "Top_Bot",
+                             "MaxLift",
+                             "Modelflag",
+                             "Comp_Mass",
+                             "Comp_Spring_Rate",
+                             "Comp_Preload",
+                             "CompCam_Calc",
+                             "Closure$",
+                             "Links",
+                             "Theta1",
+                             "Link 1",
+                             "Link 2",
+                             "Link 3",
+                             "Link 4",
+                             "Link 4a",
+                             "Delta4",
+                             "Link 5",
+                             "Link 6",
+                             "S3x",
+                             "S3y",
+                             "Delta2",
+                             "O4x",
+                             "O4y",
+                             "O6x",
+                             "O6y",
+                             "Assemflag1",
+                             "Assemflag2",
+                             "Mass of link",
+                             "Inertia of link",
+                             "CGx of link",
+                             "CGy of link",
+                             "Drive_End_Effector",
+                             "Global_Slider_angle_deg",
+                             "Offset6",
+                             "Max_Neg_Disp",
+                             "Zoom Factor",
+                             "Stressflag",
+                             "Linkage_Type",
+                             "Saved Variables",
+                             "Time Base"})
+        EXPECT_NE(Find_Field(name), nullptr) << name;
+}
+
+TEST_F(Directory, other_names_of_a_field_lead_to_it)
+{
+    EXPECT_EQ(Find_Field("Ext_Force_Data"), &Known("Ext_Force_Table"));
+    EXPECT_EQ(Find_Field("No_Conditions_Int"), &Known("No_Conditions"));
+    EXPECT_EQ(Find_Field("Shift_Point"), &Known("Shift_Points"));
+    EXPECT_EQ(Find_Field("Omega_Squared_Shaft"), &Known("Shaft_Speed_Sq"));
+    EXPECT_EQ(Find_Field("imported"), &Known("Imported_Model"));
+    EXPECT_EQ(Find_Field("Model_Spring_Rate"), &Known("Follower_Stiffness"));
+}
+
+// ---- set and show
+
+TEST_F(Directory, every_number_that_may_be_set_shows_what_was_set)
+{
+    for (const Field& field : Field_Directory()) {
+        if (field.computed || field.type == Field_Type::text || field.type == Field_Type::flag)
+            continue;
+        const Field_Index index = Corner(field, true);
+        EXPECT_EQ(Set_Field(field, index, "3"), "") << field.name;
+        EXPECT_EQ(Field_Value(field, index), "3") << field.name;
+    }
+}
+
+TEST_F(Directory, every_flag_that_may_be_set_shows_what_was_set)
+{
+    for (const Field& field : Field_Directory()) {
+        if (field.computed || field.type != Field_Type::flag)
+            continue;
+        const Field_Index index = Corner(field, true);
+        EXPECT_EQ(Set_Field(field, index, "true"), "") << field.name;
+        EXPECT_EQ(Field_Value(field, index), "true") << field.name;
+        EXPECT_EQ(Set_Field(field, index, "0"), "") << field.name;
+        EXPECT_EQ(Field_Value(field, index), "false") << field.name;
+    }
+}
+
+TEST_F(Directory, every_text_that_may_be_set_shows_what_was_set)
+{
+    for (const Field& field : Field_Directory()) {
+        if (field.computed || field.type != Field_Type::text)
+            continue;
+        const Field_Index index = Corner(field, true);
+        EXPECT_EQ(Set_Field(field, index, " a \"b\", c "), "") << field.name;
+        EXPECT_EQ(Field_Value(field, index), " a \"b\", c ") << field.name;
+    }
+}
+
+TEST_F(Directory, a_single_is_shown_in_the_shortest_text_of_its_32_bits)
+{
+    struct {
+        const char *set, *shown;
+    } const cases[] = {{"0.1", "0.1"},           {"40", "40"},       {"-2.50", "-2.5"},     {"1e-6", "1E-06"},
+                       {"16777217", "16777216"}, {" 7.25 ", "7.25"}, {"1,234.5", "1234.5"}, {"-0", "0"}};
+    for (const auto& row : cases) {
+        EXPECT_EQ(Set("Prime_Rad", row.set), "") << row.set;
+        EXPECT_EQ(Get("Prime_Rad"), row.shown) << row.set;
+    }
+}
+
+TEST_F(Directory, a_comma_is_no_decimal_symbol_whatever_the_number_format)
+{
+    design.identity.Number_Format = "Europe";
+    EXPECT_EQ(Set("Prime_Rad", "2.5"), "");
+    EXPECT_EQ(Get("Prime_Rad"), "2.5");
+    EXPECT_NE(Set("Prime_Rad", "2,5"), "");
+    EXPECT_EQ(Get("Prime_Rad"), "2.5");
+}
+
+TEST_F(Directory, a_double_keeps_its_53_bits)
+{
+    EXPECT_EQ(Set("Torque_Velocity_Limit", "0.1"), "");
+    EXPECT_EQ(design.dynamics.Torque_Velocity_Limit, 0.1);
+    EXPECT_EQ(Get("Torque_Velocity_Limit"), "0.1");
+}
+
+TEST_F(Directory, a_flag_takes_its_words_in_any_case_and_its_two_numbers)
+{
+    for (const char* yes : {"true", "True", "TRUE", "-1", " true "}) {
+        design.cam.Translating = false;
+        EXPECT_EQ(Set("Translating", yes), "") << yes;
+        EXPECT_TRUE(design.cam.Translating) << yes;
+    }
+    for (const char* no : {"false", "False", "0"}) {
+        design.cam.Translating = true;
+        EXPECT_EQ(Set("Translating", no), "") << no;
+        EXPECT_FALSE(design.cam.Translating) << no;
+    }
+    design.cam.Translating = true;
+    for (const char* bad : {"1", "yes", "", "2", "truee"}) {
+        EXPECT_NE(Set("Translating", bad), "") << bad;
+        EXPECT_TRUE(design.cam.Translating) << bad;
+    }
+}
+
+TEST_F(Directory, elements_of_arrays_of_one_two_and_three_indices)
+{
+    EXPECT_EQ(Set("Beta_Deg(2)", "90"), "");
+    EXPECT_EQ(design.motion.Beta_Deg(2).Bits(), 90.0F);
+    EXPECT_EQ(Set("s BOUNDARY cond( 1 , 0 )", "2.5"), "");
+    EXPECT_EQ(design.motion.S_boundary_cond(1, 0), "2.5");
+    EXPECT_EQ(Set("Firstlast(3, 1, 2)", "-4"), "");
+    EXPECT_EQ(design.motion.Firstlast(3, 1, 2).Bits(), -4.0F);
+    EXPECT_EQ(Set("CalcData(53, 360)", "1.5"), "");
+    EXPECT_EQ(design.results.CalcData(53, 360).Bits(), 1.5F);
+    EXPECT_EQ(Get("  Firstlast(3,1,2)  "), "-4");
+}
+
+// ---- refusals
+
+TEST_F(Directory, an_unknown_field_is_refused)
+{
+    for (const char* name : {"", "Nothing", "Beta", "Beta_Deg2", "(1)", "Prime_Rad "}) {
+        const Field_Reference r = Read_Field_Reference(name);
+        if (std::string(name) == "Prime_Rad ")
+            EXPECT_NE(r.field, nullptr);  // blanks around a name are nothing
+        else
+            EXPECT_EQ(r.field, nullptr) << name;
+    }
+    EXPECT_EQ(Find_Field("Nothing"), nullptr);
+    EXPECT_NE(Read_Field_Reference("Nothing").error.find("Nothing"), std::string::npos);
+}
+
+TEST_F(Directory, a_wrong_index_is_refused)
+{
+    for (const char* text :
+         {"Beta_Deg(21)", "Beta_Deg(-1)", "Beta_Deg()", "Beta_Deg(1", "Beta_Deg(1, 2)", "Beta_Deg(x)", "Beta_Deg(1.5)",
+          "Beta_Deg(1)x", "Beta_Deg(99999999999)", "T boundary cond(1, 0)", "T boundary cond(1)", "Firstlast(1, 1)",
+          "Firstlast(1, 1, 4)", "Firstlast(1, 1, 1, 1)", "Prime_Rad(0)", "Mass_m(0)", "Mass_m(3)", "CalcData(54, 0)",
+          "CalcData(0, 361)"}) {
+        const Field_Reference r = Read_Field_Reference(text);
+        EXPECT_EQ(r.field, nullptr) << text;
+        EXPECT_FALSE(r.error.empty()) << text;
+    }
+}
+
+TEST_F(Directory, an_array_without_its_index_cannot_be_set)
+{
+    EXPECT_NE(Set("Beta_Deg", "90"), "");
+    EXPECT_NE(Read_Field_Reference("Beta_Deg").field, nullptr);  // but it can be named whole
+}
+
+TEST_F(Directory, a_computed_field_cannot_be_set)
+{
+    for (const char* text : {"Max Data Points used", "Shaft_Speed_Sq", "Program_Name", "Version_Str", "Decimals_1",
+                             "Saved Variables", "Max Variables", "Var_Name(1)", "Idx_X", "No_Conditions(1)"}) {
+        const std::string before = Get(text);
+        EXPECT_NE(Set(text, "3"), "") << text;
+        EXPECT_EQ(Get(text), before) << text;
+    }
+}
+
+TEST_F(Directory, what_is_no_number_is_refused_and_leaves_the_field)
+{
+    for (const char* text : {"", " ", "abc", "1x", "1..2", "--1", "nan", "inf", "1 mm", "0x10"}) {
+        EXPECT_NE(Set("Prime_Rad", text), "") << text;
+        EXPECT_NE(Set("Printstep", text), "") << text;
+        EXPECT_NE(Set("Ode_Max_Steps", text), "") << text;
+    }
+    EXPECT_EQ(Get("Prime_Rad"), "76.2");
+    EXPECT_EQ(Get("Printstep"), "1");
+    EXPECT_EQ(Get("Ode_Max_Steps"), "20000");
+}
+
+TEST_F(Directory, too_large_a_number_is_refused_and_leaves_the_field)
+{
+    for (const char* text : {"1E39", "-1E39", "1E400", "1E99999"})
+        EXPECT_NE(Set("Prime_Rad", text), "") << text;
+    for (const char* text : {"32768", "-32769", "1E10", "1E400"})
+        EXPECT_NE(Set("Printstep", text), "") << text;
+    for (const char* text : {"2147483648", "-2147483649", "1E400"})
+        EXPECT_NE(Set("Ode_Max_Steps", text), "") << text;
+    EXPECT_EQ(Get("Prime_Rad"), "76.2");
+    EXPECT_EQ(Get("Printstep"), "1");
+    EXPECT_EQ(Get("Ode_Max_Steps"), "20000");
+}
+
+TEST_F(Directory, the_ends_of_the_integers_are_taken)
+{
+    EXPECT_EQ(Set("Printstep", "32767"), "");
+    EXPECT_EQ(Get("Printstep"), "32767");
+    EXPECT_EQ(Set("Printstep", "-32768"), "");
+    EXPECT_EQ(Get("Printstep"), "-32768");
+    EXPECT_EQ(Set("Ode_Max_Steps", "2147483647"), "");
+    EXPECT_EQ(Get("Ode_Max_Steps"), "2147483647");
+}
+
+TEST_F(Directory, the_smallest_32_bit_count_is_taken)
+{
+    EXPECT_EQ(Set("Ode_Max_Steps", "-2147483648"), "");
+    EXPECT_EQ(Get("Ode_Max_Steps"), "-2147483648");
+}
+
+TEST_F(Directory, an_integer_takes_no_fraction)
+{
+    EXPECT_NE(Set("Printstep", "2.5"), "");
+    EXPECT_EQ(Get("Printstep"), "1");
+    EXPECT_EQ(Set("Printstep", "2.0"), "");
+    EXPECT_EQ(Get("Printstep"), "2");
+}
+
+TEST_F(Directory, an_index_out_of_bounds_faults_when_it_is_handed_in_whole)
+{
+    EXPECT_THROW(Field_Value(Known("Beta_Deg"), At({21})), Fault);
+    EXPECT_NE(Set_Field(Known("Beta_Deg"), At({21}), "1"), "");
+    EXPECT_NE(Set_Field(Known("Beta_Deg"), At({}), "1"), "");
+}
+
+// ---- names, labels, units, elements
+
+TEST_F(Directory, names_of_elements)
+{
+    EXPECT_EQ(Field_Name(Known("prime_rad"), At({})), "Prime_Rad");
+    EXPECT_EQ(Field_Name(Known("Beta_Deg"), At({2})), "Beta_Deg(2)");
+    EXPECT_EQ(Field_Name(Known("S boundary cond"), At({1, 0})), "S boundary cond(1, 0)");
+    EXPECT_EQ(Field_Name(Known("Firstlast"), At({3, 1, 2})), "Firstlast(3, 1, 2)");
+}
+
+TEST_F(Directory, labels_of_the_model_file)
+{
+    struct {
+        const char* name;
+        Field_Index index;
+        const char* label;
+    } const cases[] = {
+        {"User", At({}), "User"},
+        {"Design No.", At({}), "Design No."},
+        {"Camtype$", At({}), "Camtype$"},
+        {"Base_Shift", At({1}), "Segment 1 Base_Shift"},
+        {"Rise_Fall_Dwell", At({20}), "Segment 20 Rise_Fall_Dwell"},
+        {"Program", At({2}), "Segment 2 Program"},
+        {"Function", At({2}), "Segment 2 Function"},
+        {"Total_Displacement", At({2}), "Segment 2 Total_Displacement"},
+        {"Shift", At({2}), "Segment 2 Shift"},
+        {"Gamma", At({2}), "Segment 2 Gamma"},
+        {"Beta_Deg", At({2}), "Segment 2 Beta_Deg"},
+        {"Beta_Rad", At({2}), "Segment 2 Beta_Rad"},
+        {"Start Value", At({2}), "Segment 2 Start Value"},
+        {"End Value", At({2}), "Segment 2 End Value"},
+        {"Thetanorm", At({40, 3}), "Thetanorm 40, for segment 3"},
+        {"Boundary", At({1, 3}), "Boundary 1, for segment 3"},
+        {"Equation", At({1, 3}), "Equation 1, for segment 3"},
+        {"Coefficient", At({1, 3}), "Coefficient 1, for segment 3"},
+        {"Pow", At({1, 3}), "Pow 1, for segment 3"},
+        {"Firstlast", At({3, 1, 2}), "Firstlast 3, 1, 2"},
+        {"Total No of BCs", At({4}), "Total No of BCs 4"},
+        {"Theta_Normalized", At({5, 4}), "Theta_Normalized 5, for segment 4"},
+        {"Eq", At({5, 4}), "Eq 5, for segment 4"},
+        {"BC", At({5, 4}), "BC 5, for segment 4"},
+        {"Power", At({5, 4}), "Power 5, for segment 4"},
+        {"Polydone", At({7}), "Polydone for segment (7)"},
+        {"No of conditions", At({7}), "No of conditions for segment (7)"},
+        {"T boundary cond", At({7, 8}), "T boundary cond for segment 7 at angle 8"},
+        {"S boundary cond", At({7, 0}), "S boundary cond for segment 7 at angle 0"},
+        {"V boundary cond", At({7, 9}), "V boundary cond for segment 7 at angle 9"},
+        {"A boundary cond", At({7, 9}), "A boundary cond for segment 7 at angle 9"},
+        {"J boundary cond", At({7, 9}), "J boundary cond for segment 7 at angle 9"},
+        {"Seg_Program", At({7}), "Seg_Program( 7, 10)"},  // the 10 stands in every record
+        {"Splines_Calculated", At({2}), "Splines_Calculated 2"},
+        {"EvenKnots", At({2}), "EvenKnots 2"},
+        {"Orders", At({2}), "Orders 2"},
+        {"Number_of_Knots", At({2}), "Number_of_Knots 2"},
+        {"Interior_Knots", At({2}), "Interior_Knots 2"},
+        {"Knots", At({66, 2}), "Knots( 66, 2)"},
+        {"Pbound", At({2, 9}), "Pbound( 2, 9)"},
+        {"Constraints", At({40, 3}), "Constraints( 40, 3)"},
+        {"Mass_m", At({1}), "Mass_m (1)"},
+        {"Kspring", At({2}), "Kspring (2)"},
+        {"Zeta", At({2}), "Zeta (2)"},
+        {"Full_Half", At({2}), "Full_Half (2)"},
+        {"Which_half", At({2}), "Which_half (2)"},
+        {"Young's modulus", At({1}), "Young's modulus (1)"},
+        {"Poissons' ratio", At({2}), "Poissons' ratio (2)"},
+        {"Mass of link", At({6}), "Mass of link  6"},  // two blanks
+        {"Inertia of link", At({2}), "Inertia of link  2"},
+        {"CGx of link", At({2}), "CGx of link  2"},
+        {"CGy of link", At({2}), "CGy of link  2"},
+    };
+    for (const auto& row : cases)
+        EXPECT_EQ(Field_Label(Known(row.name), row.index), row.label);
+}
+
+TEST_F(Directory, units_follow_the_system_and_the_follower)
+{
+    EXPECT_EQ(Unit_Text(Known("Prime_Rad").unit), "mm");
+    EXPECT_EQ(Unit_Text(Known("Lift").unit), "mm");
+    EXPECT_EQ(Unit_Text(Known("Mass").unit), "kg");
+    EXPECT_EQ(Unit_Text(Known("Preload").unit), "N");
+    EXPECT_EQ(Unit_Text(Known("Young's modulus").unit), "MPa");
+    EXPECT_EQ(Unit_Text(Known("Return_Spring_Rate").unit), "N/m");  // 4.448222/0.0254 of a lb/in, in mm too
+    EXPECT_EQ(Unit_Text(Known("Beta_Deg").unit), "deg");
+    EXPECT_EQ(Unit_Text(Known("Beta_Rad").unit), "rad");
+    EXPECT_EQ(Unit_Text(Known("Shaft speed").unit), "rad/s");
+    EXPECT_EQ(Unit_Text(Known("User").unit), "");
+
+    design.cam.Translating = false;
+    EXPECT_EQ(Unit_Text(Known("Lift").unit), "deg");
+    EXPECT_EQ(Unit_Text(Known("Prime_Rad").unit), "mm");
+
+    design.identity.WhichUnit = 1;
+    EXPECT_EQ(Unit_Text(Known("Prime_Rad").unit), "in");
+    EXPECT_EQ(Unit_Text(Known("Mass").unit), "bl");
+    EXPECT_EQ(Unit_Text(Known("Young's modulus").unit), "psi");
+    EXPECT_EQ(Unit_Text(Known("Return_Spring_Rate").unit), "lb/in");
+}
+
+TEST_F(Directory, Each_Element_visits_every_element_once_in_order)
+{
+    std::vector<std::string> visited;
+    const auto visit = [&](const Field& field) {
+        visited.clear();
+        Each_Element(field, [&](const Field_Index& index) { visited.push_back(Field_Name(field, index)); });
+    };
+    visit(Known("Prime_Rad"));
+    EXPECT_EQ(visited, (std::vector<std::string>{"Prime_Rad"}));
+    visit(Known("Mass_m"));
+    EXPECT_EQ(visited, (std::vector<std::string>{"Mass_m(1)", "Mass_m(2)"}));
+    visit(Known("T boundary cond"));
+    ASSERT_EQ(visited.size(), 21U * 9U);
+    EXPECT_EQ(visited.front(), "T boundary cond(0, 1)");
+    EXPECT_EQ(visited[1], "T boundary cond(0, 2)");
+    EXPECT_EQ(visited.back(), "T boundary cond(20, 9)");
+    visit(Known("Firstlast"));
+    EXPECT_EQ(visited.size(), 21U * 3U * 4U);
+    visit(Known("CalcData"));
+    EXPECT_EQ(visited.size(), 54U * 361U);
+}
+
+}  // namespace
+}  // namespace lobemax
