@@ -98,6 +98,13 @@ std::string Check_Value(std::string_view name, std::string& value)
     return {};
 }
 
+/// Whether the element belongs to segment 0, which no design uses.
+bool Of_Segment_0(const Field& field, const Field_Index& index)
+{
+    const Bounds bounds = field.bounds(design)[0];
+    return field.dimensions == 1 && bounds.lo == 0 && bounds.hi == Max_Segments && index.count == 1 && index.at[0] == 0;
+}
+
 /// What follows from a field that was set.
 void Follow(std::string_view name, const Field_Index& index)
 {
@@ -142,16 +149,21 @@ std::string Apply_Setting(std::string_view setting)
         const Number_Read step = Read_Number(value, Decimal_Symbol::point);
         return step.whole && Set_Step(step.value) ? "" : Quoted(value) + " is no step: 1.0, 0.50, 0.25, 0.125";
     }
+    if (Of_Segment_0(field, reference.index))
+        return "index 0 of " + Quoted(field.name) + " is outside 1 to " + std::to_string(Max_Segments);
     if (std::string refusal = Check_Value(field.name, value); !refusal.empty())
         return refusal;
-    if (std::string refusal = Set_Field(field, reference.index, value); !refusal.empty())
-        return refusal;
-    try {
-        Follow(field.name, reference.index);
-    } catch (const Fault&) {
-        return Quoted(value) + " is too large for " + Quoted(field.name);
-    }
-    return {};
+    const Design_State before = design;
+    std::string refusal = Set_Field(field, reference.index, value);
+    if (refusal.empty())
+        try {
+            Follow(field.name, reference.index);
+        } catch (const Fault&) {
+            refusal = Quoted(value) + " is too large for " + Quoted(field.name);
+        }
+    if (!refusal.empty())
+        design = before;
+    return refusal;
 }
 
 }  // namespace lobemax
