@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <optional>
 #include <sstream>
 
 #include "cli/commands.h"
@@ -10,7 +11,9 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "motion/motion_programs.h"
+#include "motion/polynomial.h"
 #include "motion/segments.h"
+#include "motion/spline.h"
 
 namespace lobemax::cli {
 
@@ -19,6 +22,9 @@ namespace {
 struct Options {
     std::string output;
     std::vector<std::string> segments;
+    std::vector<std::string> conditions;
+    std::vector<std::string> orders;
+    std::vector<std::string> knots;
     std::vector<std::string> settings;
     std::string delta = "1.0";
     std::string omega;
@@ -54,8 +60,10 @@ std::string Take_Segment(int i, const std::string& argument)
         return "program " + std::string(entry->code) + " does not serve motion kind " +
                design.motion.Rise_Fall_Dwell(i);
     Pick_Program(i, program);
+    // A segment given by conditions may leave an end position open: '-'.
+    const bool by_conditions = entry->code == "PO" || entry->code == "BS";
     for (std::size_t k = 2; k < 5; ++k)
-        if (!Whole_Number(words[k]))
+        if (!Whole_Number(words[k]) && !(by_conditions && k > 2 && words[k] == "-"))
             return "'" + words[k] + "' is not a number";
     const double beta = *Whole_Number(words[2]);
     if (!Check_Range(beta, 0.0, 360.0, "Beta cannot be > 360 or < 0"))
@@ -64,10 +72,140 @@ std::string Take_Segment(int i, const std::string& argument)
     design.motion.Beta_Rad(i) = beta / Deg_per_Rad;
     if (entry->code == "DW" && *Whole_Number(words[3]) != *Whole_Number(words[4]))
         return "a dwell ends at the position where it starts";
-    Single(*Whole_Number(words[3]));  // what no Single holds is a fault, told as such
-    Single(*Whole_Number(words[4]));
-    design.motion.Start_Value(i) = words[3];
-    design.motion.End_Value(i) = words[4];
+    for (std::size_t k = 3; k < 5; ++k) {
+        std::string& position = k == 3 ? design.motion.Start_Value(i) : design.motion.End_Value(i);
+        position = words[k] == "-" ? "" : words[k];
+        Single(Whole_Number(words[k]).value_or(0.0));  // what no Single holds is a fault, told as such
+    }
+    if (by_conditions)
+        Ask_Boundaries(i);  // the positions are the S conditions of both ends
+    return {};
+}
+
+/// The segment that an argument's first word names, when it is one of the kinds; 0 otherwise.
+int Segment_Word(const std::vector<std::string>& words, std::string_view kinds)
+{
+    const auto number = words.empty() ? std::nullopt : Whole_Number(words[0]);
+    if (!number || *number != std::floor(*number) || *number < 1 || *number > design.motion.No_of_segments)
+        return 0;
+    const int i = static_cast<int>(*number);
+    return kinds.find(design.motion.Rise_Fall_Dwell(i)) == std::string_view::npos ? 0 : i;
+}
+
+/// The row of the condition table for a local angle: 0 and 9 at the ends, else the row that has the angle, or
+/// the first free one; none when the table is full.
+std::optional<int> Condition_Row(int i, double theta, const std::string& text)
+{
+    if (theta == 0.0)
+        return 0;
+    if (theta == design.motion.Beta_Deg(i))
+        return 9;
+    for (int k = 1; k <= 8; ++k) {
+        std::string& angle = design.motion.T_boundary_cond(i, k);
+        if (!angle.empty() && Val(angle) == theta)
+            return k;
+        if (angle.empty()) {
+            angle = text;
+            return k;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Puts one condition, 'SEG THETA ORDER VALUE', into its segment's table; empty, or what is wrong with it.
+std::string Take_Condition(const std::string& argument)
+{
+    const std::vector<std::string> words = Words_of(argument);
+    const std::string refused = "--bc '" + argument + "': ";
+    if (words.size() != 4)
+        return refused + "not 'SEG THETA ORDER VALUE'";
+    for (const std::string& word : words)
+        if (!Whole_Number(word))
+            return refused + "'" + word + "' is not a number";
+    const int i = Segment_Word(words, "PS");
+    if (i == 0)
+        return refused + "segment " + words[0] + " is not given by conditions";
+    const double theta = *Whole_Number(words[1]);
+    const double order = *Whole_Number(words[2]);
+    if (theta < 0.0 || theta > design.motion.Beta_Deg(i))
+        return refused + "the angle lies outside the segment";
+    if (order != std::floor(order) || order < 0 || order > Max_Bound_Order)
+        return refused + "the order is 0 to 4, for S, V, A, J, Ping";
+    const auto row = Condition_Row(i, theta, words[1]);
+    if (!row)
+        return refused + "a segment has eight angles between its ends";
+    Single(*Whole_Number(words[3]));
+    Bound_Text(i, *row, static_cast<int>(order)) = words[3];
+    if (order == 0 && *row == 0)
+        design.motion.Start_Value(i) = words[3];
+    if (order == 0 && *row == 9)
+        design.motion.End_Value(i) = words[3];
+    return {};
+}
+
+/// Moves the interior knots to words 1..n. A knot has to lie between its neighbours at every moment, so those
+/// that go up are moved from the last one down, then those that go down from the first one up.
+bool Set_Knots(int i, const std::vector<std::string>& words)
+{
+    const int interior = static_cast<int>(words.size()) - 1;
+    const auto word = [&](int knot) -> const std::string& { return words[static_cast<std::size_t>(knot)]; };
+    const auto goes_up = [&](int knot) {
+        return *Whole_Number(word(knot)) >= design.motion.Knots(design.motion.Orders(i) + knot, i);
+    };
+    std::vector<bool> up(words.size());
+    for (int knot = 1; knot <= interior; ++knot)
+        up[static_cast<std::size_t>(knot)] = goes_up(knot);
+    for (int knot = interior; knot >= 1; --knot)
+        if (up[static_cast<std::size_t>(knot)] && !Set_Knot(i, knot, word(knot)))
+            return false;
+    for (int knot = 1; knot <= interior; ++knot)
+        if (!up[static_cast<std::size_t>(knot)] && !Set_Knot(i, knot, word(knot)))
+            return false;
+    return true;
+}
+
+/// Puts an order, 'SEG N', or interior knots, 'SEG K1 K2 ...', into a spline segment.
+std::string Take_Spline_Words(const std::string& option, const std::string& argument)
+{
+    const std::vector<std::string> words = Words_of(argument);
+    const std::string refused = option + " '" + argument + "': ";
+    const int i = Segment_Word(words, "S");
+    if (i == 0)
+        return refused + "the first word names no spline segment";
+    if (words.size() < 2 || (option == "--order" && words.size() != 2))
+        return refused + (option == "--order" ? "not 'SEG N'" : "not 'SEG K1 K2 ...'");
+    const int interior = design.motion.Interior_Knots(i);
+    if (option == "--knots" && static_cast<int>(words.size()) - 1 != interior)
+        return refused + "the segment has " + std::to_string(interior) + " interior knots";
+    for (std::size_t k = 1; k < words.size(); ++k)
+        if (!Whole_Number(words[k]))
+            return refused + "'" + words[k] + "' is not a number";
+    const bool taken = option == "--order" ? Set_Order(i, words[1]) : Set_Knots(i, words);
+    return taken ? "" : refused + "refused";
+}
+
+/// Conditions, then orders, then knots: each needs what comes before it.
+std::string Take_Conditions(const Options& options)
+{
+    for (const std::string& argument : options.conditions)
+        if (std::string refusal = Take_Condition(argument); !refusal.empty())
+            return refusal;
+    for (int i = 1; i <= design.motion.No_of_segments; ++i) {
+        const std::string& kind = design.motion.Rise_Fall_Dwell(i);
+        if (kind != "P" && kind != "S")
+            continue;
+        const int count = Count_Filled_Boxes(i);
+        if (!Set_No_of_Conditions(i, std::to_string(count)))
+            return "segment " + std::to_string(i) + " has " + std::to_string(count) + " conditions";
+        if (kind == "S" && !New_Spline(i))
+            return "segment " + std::to_string(i) + ": its spline is refused";
+    }
+    for (const std::string& argument : options.orders)
+        if (std::string refusal = Take_Spline_Words("--order", argument); !refusal.empty())
+            return refusal;
+    for (const std::string& argument : options.knots)
+        if (std::string refusal = Take_Spline_Words("--knots", argument); !refusal.empty())
+            return refusal;
     return {};
 }
 
@@ -128,6 +266,12 @@ int Run(const Options& options)
         return Wrong(refusal);
     if (const std::string refusal = Take_Segments(options.segments); !refusal.empty())
         return Wrong(refusal);
+    try {
+        if (const std::string refusal = Take_Conditions(options); !refusal.empty())
+            return Wrong(refusal);
+    } catch (const Fault&) {
+        return Wrong("a condition's number is too large");
+    }
     if (!Apply_Settings(options.settings))
         return wrong_input;
     return Save(options.output);
@@ -153,6 +297,12 @@ void Add_New(CLI::App& app, Action& action)
     command->add_option("--rpm", options->rpm, "shaft speed, revolutions per minute")->type_name("N")->excludes(omega);
     command->add_flag("--oscillating", options->oscillating,
                       "the follower is an oscillating arm, positions in degrees");
+    Add_Repeated(*command, "--bc", options->conditions,
+                 "condition of a P or S segment, local angle in degrees, order 0 to 4 for S, V, A, J, Ping")
+        ->type_name("'SEG THETA ORDER VALUE'");
+    Add_Repeated(*command, "--order", options->orders, "order of a spline segment")->type_name("'SEG N'");
+    Add_Repeated(*command, "--knots", options->knots, "interior knots of a spline segment, local degrees")
+        ->type_name("'SEG K1 K2 ...'");
     Add_Settings(*command, options->settings);
     command->callback([options, &action] { action = [options] { return Run(*options); }; });
 }

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "core/design_state.h"
-#include "core/messages.h"
 #include "core/startup.h"
 #include "core/text.h"
 #include "core/units.h"
@@ -149,12 +148,8 @@ bool Load_Example(std::string_view name)
 
 bool Calculate_Example()
 {
-    if (!Calc_All(true))
-        return false;
-    design.flags.Example_Loaded = true;
-    Motion_Done();
-    Refresh_Screens();
-    return design.flags.Calculated;
+    // The motion alone: sizing and dynamics stay undone, and their flags false, until their rungs calculate them.
+    return Calc_All(true) && Motion_Done() && design.flags.Calculated;
 }
 
 bool Build_Example(std::string_view name)

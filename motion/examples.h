@@ -17,10 +17,10 @@ inline constexpr std::array<std::string_view, 9> Example_Names{
 /// @return false, and the design as it was, when there is no example of that name
 bool Load_Example(std::string_view name);
 
-/// Loads and calculates an example, as the examples menu does.
+/// Loads an example and calculates its motion.
 bool Build_Example(std::string_view name);
 
-/// Calculates an example that was loaded.
+/// Calculates the motion of an example that was loaded; no later rung's flag is set.
 bool Calculate_Example();
 
 }  // namespace lobemax

@@ -110,6 +110,9 @@ void Follow(std::string_view name, const Field_Index& index)
 {
     Motion_Group& m = design.motion;
     Cam_Group& c = design.cam;
+    for (const std::string_view cell : {"Beta_Deg", "Rise_Fall_Dwell", "Program", "Start Value", "End Value"})
+        if (name == cell)
+            m.Seg_Done(index.at[0]) = false;  // an edited row waits for its calculation
     if (name == "Shaft speed") {
         Set_Shaft_Speed(m.Shaft_speed);
     } else if (name == "Beta_Deg") {
@@ -120,6 +123,13 @@ void Follow(std::string_view name, const Field_Index& index)
     } else if (name == "Program") {
         const std::string code = m.Program(index.at[0]);
         Pick_Program(index.at[0], Trim(code));
+    } else if (name == "Rise_Fall_Dwell") {
+        const char kind = m.Rise_Fall_Dwell(index.at[0])[0];
+        if (kind == 'P' || kind == 'D' || kind == 'S')
+            Pick_Motion(index.at[0], kind);  // these kinds have one program each
+    } else if (name == "Ext_Force_On") {
+        if (m.Ext_Force_On == 0)
+            Drop_External_Force();
     } else if (name == "No of conditions") {
         m.No_Conditions(index.at[0]) = To_Integer(Val(m.No_of_conditions(index.at[0]), Decimal_Symbol::point));
     } else if (name == "Shift_Angle") {

@@ -9,6 +9,7 @@
 #include "core/text.h"
 #include "core/traps.h"
 #include "motion/motion_programs.h"
+#include "motion/polynomial.h"
 
 namespace lobemax {
 
@@ -75,12 +76,9 @@ void Place_Segment(int segment, Single Low, Single High)
 bool Run_Segment(int segment)
 {
     const std::string& kind = design.motion.Rise_Fall_Dwell(segment);
-    if (kind == "P" || kind == "S") {
-        Show_Message("Segment " + std::to_string(segment) +
-                         " is defined by boundary conditions; this release calculates the closed-form programs only.",
-                     Buttons::OK, Symbol::exclamation);
-        return false;
-    }
+    if (kind == "P" || kind == "S")
+        return Calc_Bounds_Segment(segment);
+    design.motion.Poly_Lift_Fix = false;  // it belongs to the polynomial that set it
     return Run_Motion_Program(segment);
 }
 
@@ -135,6 +133,15 @@ void Clear_Motion_Data(int max_point, int max_variable)
 void Clear_Variables_From(int max_point, int max_variable, int first)
 {
     Zero_Rows(max_point, first, max_variable);
+}
+
+void Drop_External_Force()
+{
+    design.results.Ext_Force_Table.Fill({});
+    Zero_Row(var::Ext_Force, design.motion.Max_Data_Points_used);
+    design.motion.Ext_Force_On = 0;
+    design.motion.Motion = true;
+    design.flags.Ext_Force_Calc = false;
 }
 
 bool Set_Step(double Deltatheta)
@@ -243,6 +250,7 @@ bool Calc_Segment(int row, std::optional<double> rpm)
     Motion_Group& m = design.motion;
     bool stored = false;
     const bool no_fault = Trap("cmd_CalcSeg_Click", [&] {
+        Checked_Place(row, 0, Max_Segments - 1);
         m.Seg = row + 1;
         const int segment = m.Seg;
         m.Seg_Done(segment) = false;

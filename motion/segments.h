@@ -32,6 +32,9 @@ void Clear_Motion_Data(int max_point, int max_variable);
 /// The zeroing of Clear_Motion_Data for variables first..max_variable, the angle left alone.
 void Clear_Variables_From(int max_point, int max_variable, int first);
 
+/// What unticking the external force does: its table and row 44 are zeroed, and a motion is wanted again.
+void Drop_External_Force();
+
 /// Sets the step: 1, 0.5, 0.25 or 0.125 degrees. The arrays are reallocated and all results lost; every
 /// row waits for its calculation again. Any other step is refused: false, nothing changed.
 bool Set_Step(double Deltatheta);

@@ -314,6 +314,83 @@ TEST_F(Cli, an_external_force_function_survives_the_motion_calculated_after_it)
               "CalcData(1, 180) = 8\nCalcData(44, 180) = 100\nExt_Force_Calc = true\n");
 }
 
+TEST_F(Cli, a_polynomial_of_a_345_laws_conditions_moves_as_that_law)
+{
+    const std::string ends = "'D DW 90 10 10' 'F MS 90 10 0' 'D DW 90 0 0'";
+    ASSERT_EQ(Run("new -o p.cam --rpm 120 'P PO 90 0 10' " + ends +
+                  " --bc '1 0 1 0' --bc '1 0 2 0' --bc '1 90 1 0' --bc '1 90 2 0'")
+                  .status,
+              0);
+    EXPECT_EQ(Show("p.cam", "'No of conditions(1)' 'S boundary cond(1, 9)' 'A boundary cond(1, 9)' 'Program(1)'"),
+              "No of conditions(1) = 6\nS boundary cond(1, 9) = 10\nA boundary cond(1, 9) = 0\nProgram(1) = PO\n");
+    ASSERT_EQ(Run("calc p.cam -o p.cam --levels svaj").status, 0);
+    ASSERT_EQ(Run("new -o l.cam --rpm 120 'R 45 90 0 10' " + ends).status, 0);
+    ASSERT_EQ(Run("calc l.cam -o l.cam --levels svaj").status, 0);
+    const std::string fields = "'CalcData(1, 30)' 'CalcData(2, 30)' 'CalcData(3, 60)' 'CalcData(4, 60)'";
+    const std::string polynomial = Show("p.cam", fields), law = Show("l.cam", fields);
+    std::istringstream a(polynomial), b(law);
+    for (std::string x, y; std::getline(a, x) && std::getline(b, y);) {
+        const double value = std::stod(y.substr(y.find('=') + 1));
+        EXPECT_NEAR(std::stod(x.substr(x.find('=') + 1)), value, 1e-5 * std::abs(value)) << x;
+    }
+    EXPECT_EQ(Show("p.cam", "'Polydone(1)' Calculated"), "Polydone(1) = true\nCalculated = true\n");
+}
+
+TEST_F(Cli, a_spline_takes_conditions_order_and_knots)
+{
+    ASSERT_EQ(Run("new -o s.cam 'S BS 180 0 10' 'D DW 90 10 10' 'F CF 90 10 0' --bc '1 0 1 0' --bc '1 0 2 0' "
+                  "--bc '1 180 1 0' --bc '1 180 2 0' --bc '1 60 0 2' --bc '1 120 0 8' --order '1 6' "
+                  "--knots '1 70 130'")
+                  .status,
+              0);
+    EXPECT_EQ(Show("s.cam", "'Orders(1)' 'Interior_Knots(1)' 'Knots(7, 1)' 'Knots(8, 1)' 'EvenKnots(1)'"),
+              "Orders(1) = 6\nInterior_Knots(1) = 2\nKnots(7, 1) = 70\nKnots(8, 1) = 130\nEvenKnots(1) = false\n");
+    ASSERT_EQ(Run("calc s.cam -o c.cam --levels svaj").status, 0);
+    for (const auto& [point, expected] : {std::pair(0, 0.0), {60, 2.0}, {120, 8.0}, {180, 10.0}}) {
+        const std::string line = Show("c.cam", "'CalcData(1, " + std::to_string(point) + ")'");
+        EXPECT_NEAR(std::stod(line.substr(line.find('=') + 1)), expected, 1e-4) << point;
+    }
+    EXPECT_EQ(Show("c.cam", "'Splines_Calculated(1)' Calculated 'Knots(8, 1)'"),
+              "Splines_Calculated(1) = true\nCalculated = true\nKnots(8, 1) = 130\n");
+}
+
+TEST_F(Cli, a_refused_polynomial_leaves_the_motion_uncalculated)
+{
+    // Two conditions at the same place on the same derivative: singular.
+    ASSERT_EQ(Run("new -o p.cam 'P PO 180 0 10' 'F MS 180 10 0' --bc '1 60 0 2' --set 'T boundary cond(1, 2)=60' "
+                  "--set 'S boundary cond(1, 2)=3' --set 'No of conditions(1)=4'")
+                  .status,
+              0);
+    const Outcome refused = Run("calc p.cam -o c.cam --levels svaj");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.err.find("[exclamation]  There has been an error in the calculation of your polynomial "
+                               "coefficients - Check your boundary condition data\n"),
+              std::string::npos);
+    EXPECT_FALSE(Exists("c.cam"));
+}
+
+TEST_F(Cli, conditions_that_cannot_be_are_refused_with_their_reason)
+{
+    const std::string rows = "'P PO 180 0 10' 'F MS 180 10 0' ";
+    struct Case {
+        const char* arguments;
+        const char* message;
+    };
+    for (const Case& c : {
+             Case{"--bc '2 0 1 0'", "lobemax-cli: --bc '2 0 1 0': segment 2 is not given by conditions\n"},
+             Case{"--bc '1 0 1'", "lobemax-cli: --bc '1 0 1': not 'SEG THETA ORDER VALUE'\n"},
+             Case{"--bc '1 x 1 0'", "lobemax-cli: --bc '1 x 1 0': 'x' is not a number\n"},
+             Case{"--bc '1 181 1 0'", "lobemax-cli: --bc '1 181 1 0': the angle lies outside the segment\n"},
+             Case{"--bc '1 0 5 0'", "lobemax-cli: --bc '1 0 5 0': the order is 0 to 4, for S, V, A, J, Ping\n"},
+             Case{"--order '1 6'", "lobemax-cli: --order '1 6': the first word names no spline segment\n"},
+         }) {
+        const Outcome refused = Run("new -o m.cam " + rows + c.arguments);
+        EXPECT_EQ(refused.status, 2) << c.arguments;
+        EXPECT_EQ(refused.err, c.message);
+        EXPECT_FALSE(Exists("m.cam"));
+    }
+}
+
 TEST_F(Cli, a_level_that_this_release_does_not_have_is_refused)
 {
     Make_Calculated("c.cam");
@@ -343,8 +420,9 @@ TEST_F(Cli, examples_come_calculated_in_every_unit_system)
         for (int units = 1; units <= 5; ++units) {
             const Outcome made = Run(std::string("example '") + name + "' -o e.cam --units " + std::to_string(units));
             EXPECT_EQ(made.status, 0) << name;
-            EXPECT_EQ(Show("e.cam", "Calculated WhichUnit"),
-                      "Calculated = true\nWhichUnit = " + std::to_string(units) + "\n");
+            EXPECT_EQ(
+                Show("e.cam", "Calculated Sized Dynamicflag WhichUnit"),
+                "Calculated = true\nSized = false\nDynamicflag = false\nWhichUnit = " + std::to_string(units) + "\n");
         }
     ASSERT_EQ(Run("example 'double dwell' -o e.cam --set Prime_Rad=99").status, 0);
     EXPECT_EQ(Show("e.cam", "Liftmax 'Shaft speed' Prime_Rad Follow_Rad"),

@@ -1094,11 +1094,12 @@ TEST_F(Segments, a_design_that_is_done_has_the_extremes_of_its_displacement)
     Row_Is(1, 'R', "45", 180, "-1", "4");
     Row_Is(2, 'F', "45", 180, "4", "-1");
     ASSERT_TRUE(Calc_All(true));
-    Data(var::S, 0) = -2.0;  // point 0 counts here
+    Data(var::S, 0) = -2.0;  // first and last point count here
+    Data(var::S, 360) = 4.5;
     ASSERT_TRUE(Motion_Done());
-    EXPECT_EQ(m().Max_Pos_Disp, 4.0);
+    EXPECT_EQ(m().Max_Pos_Disp, 4.5);
     EXPECT_EQ(m().Max_Neg_Disp, -2.0);
-    EXPECT_EQ(m().MaxLift, 6.0);
+    EXPECT_EQ(m().MaxLift, 6.5);
 }
 
 TEST_F(Segments, extremes_of_a_motion_away_from_zero_do_not_reach_zero)

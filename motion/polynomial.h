@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// Segments given by a table of boundary conditions: the table and its rules, and the polynomial through it.
+///
+/// The table has ten rows: row 0 at local angle 0, row 9 at local angle beta, rows 1 to 8 at angles of their
+/// own, each with a box for S, V, A, J and Ping. The texts of the boxes rest in the design; a box that is not
+/// empty is one condition. Spline segments take their conditions from the same table.
+///
+/// Segments are 1..20 (error 9 otherwise), conditions 1..40. Texts are read in the number format in force.
+#pragma once
+
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "core/design_state.h"
+#include "core/numeric.h"
+
+namespace lobemax {
+
+/// Fewest conditions of a segment, and the count of a table where none was asked for.
+inline constexpr int Min_Bounds = 2;
+
+/// The derivatives that a condition may name: S 0, V 1, A 2, J 3, Ping 4.
+inline constexpr int Max_Bound_Order = 4;
+
+/// The text of one box of the condition table, row 0..9, order 0..4. @throws Fault{9} outside
+std::string& Bound_Text(int Seg, int row, int order);
+
+/// Opens the table of a segment: rows 0 and 9 take its start and end positions as typed for their S boxes, and
+/// a segment without a count of conditions asks for 2.
+void Ask_Boundaries(int Seg);
+
+/// The conditions asked for: No_Conditions, or 2 where it is 0.
+int Requested_Conditions(int Seg);
+
+/// The conditions that the boxes hold. A row 1 to 8 without an angle counts nothing.
+int Count_Filled_Boxes(int Seg);
+
+/// Types the number of conditions, under its trap. An empty text does nothing. More filled boxes than asked
+/// for are told of, with the count accepted.
+/// @return false for a count outside 2..40: a message was shown, the former count stands
+bool Set_No_of_Conditions(int Seg, std::string_view text);
+
+/// Empties all boxes of the table and the angles of rows 1 to 8.
+void Clear_Bounds(int Seg);
+
+/// Reads the boxes of a segment, which becomes the one at work, into its conditions.
+///
+/// Sets Poly_OK, and Poly_Lift_Fix where row 9 has no S. Lift is raised to the largest S. Accepted conditions
+/// go to Constraints: (i, 1) local angle in degrees, (i, 2) order, (i, 3) value as typed.
+/// @return Poly_OK; a message told of a refusal
+/// @throws Fault{6} for a number that is no Single, Fault{11} where the shaft speed is 0
+bool Read_Bounds(int Seg);
+
+/// Stores condition k of the segment at work, whose value as typed stands in BC(k): an angle in local degrees,
+/// order 0..4. A beta of zero is refused with a message.
+void Add_Bound(int k, Single theta, int order);
+
+/// Element (condition, coefficient) of the system: the derivative of order d of x^p at x in 0..1.
+double Bound_Element(int d, int p, double x);
+
+/// Whether a solved system has too few digits left to meet its own conditions to a thousandth of their size.
+///
+/// The terms of a condition cancel down to its value; what cancels carries the rounding of a double with it.
+/// Conditions of different orders are compared through the length over n: a derivative of order d weighs with
+/// (length / n)^d.
+/// @param A       matrix A(1..n, 1..n) before elimination
+/// @param orders  derivative order of each condition
+/// @param length  length of the segment in the variable of A
+/// Source: Higham, Accuracy and Stability of Numerical Algorithms, 7.1 (normwise backward error).
+bool Digits_Lost(int n, Matrix_View A, std::span<const double> solution, std::span<const double> right_side,
+                 std::span<const int> orders, double length);
+
+/// Builds and solves the system of a segment's conditions and evaluates its polynomial.
+///
+/// After a refusal, told by a message, Poly_OK is false and the stored points are as they were.
+/// @throws Fault{6}, Fault{9}, Fault{11} of a point that cannot be stored; the stored points are as they were
+bool CalPoly(int Seg);
+
+/// Stores the coefficients 1..n of x = theta / beta (element j - 1 of the solution), evaluates the polynomial at
+/// every point of the segment and fills Firstlast.
+void Eval_Poly(int Seg, std::span<const double> solution);
+
+/// The whole work on a polynomial segment from its stored texts, under its trap: table, system, points, Liftmax.
+///
+/// S of rows 0 and 9 follow Start_Value and End_Value.
+/// @return false after any refusal or fault: Poly_OK and Polydone are false, the stored points as they were
+bool Calc_Polynomial(int Seg);
+
+/// The work on a segment given by conditions: a polynomial (selector 6) or a spline (11); any other selector is
+/// refused with a message.
+bool Calc_Bounds_Segment(int Seg);
+
+/// Keeps what the evaluation of a segment writes, and puts it back unless the evaluation went through.
+class Points_Keeper {
+public:
+    Points_Keeper();
+    ~Points_Keeper();
+    Points_Keeper(const Points_Keeper&) = delete;
+    Points_Keeper& operator=(const Points_Keeper&) = delete;
+
+    /// The new points stay.
+    void Accept() noexcept { accepted_ = true; }
+
+private:
+    std::vector<Single> rows_;
+    std::vector<Single> force_;
+    decltype(Motion_Group::Firstlast) ends_;
+    Single lift_;
+    Flag force_calculated_;
+    bool accepted_ = false;
+};
+
+}  // namespace lobemax

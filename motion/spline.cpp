@@ -1,0 +1,465 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "motion/spline.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include "core/messages.h"
+#include "core/numeric.h"
+#include "core/text.h"
+#include "core/traps.h"
+#include "motion/motion_programs.h"
+#include "motion/polynomial.h"
+#include "motion/segments.h"
+
+namespace lobemax {
+
+namespace {
+
+void Check_Segment(int Seg)
+{
+    Checked_Place(Seg, 1, Max_Segments);
+}
+
+void Warn(const std::string& text)
+{
+    Show_Message(text, Buttons::OK, Symbol::exclamation);
+}
+
+std::size_t Place(int i)
+{
+    return static_cast<std::size_t>(i);
+}
+
+/// Length of a segment, degrees.
+Single Length(int Seg)
+{
+    return design.motion.Gamma(Seg) - design.motion.Shift(Seg);
+}
+
+/// The knots of one segment, knot 1 in element 1.
+using Knot_Row = std::array<double, Max_Knots + 1>;
+
+Knot_Row Knots_of(int Seg)
+{
+    Knot_Row row{};
+    for (int i = 1; i <= design.motion.Number_of_Knots(Seg); ++i)
+        row[Place(i)] = design.motion.Knots(i, Seg);
+    return row;
+}
+
+bool Knots_Fit_Table(int Seg)
+{
+    return Requested_Conditions(Seg) + design.motion.Orders(Seg) <= Max_Knots;
+}
+
+/// The limits of what the program handles, with their messages.
+bool Knot_Count_Allowed(int Seg)
+{
+    const Motion_Group& m = design.motion;
+    if (m.Interior_Knots(Seg) > Requested_Conditions(Seg)) {
+        Warn("The number of interior knots must be no greater than the number of boundary conditions.");
+        return false;
+    }
+    if (m.Interior_Knots(Seg) <= Max_Interior_Knots && Knots_Fit_Table(Seg))
+        return true;
+    Warn(
+        "This program can only handle cases with 17 or fewer interior knots.\n"
+        "Increase the order of your spline to reduce the number of interior knots required.\n"
+        "Alternatively, you may go back to the boundary condition form and add more boundary conditions which will "
+        "reduce the number of interior knots for a given spline order.");
+    return false;
+}
+
+void Count_Knots(int Seg)
+{
+    Motion_Group& m = design.motion;
+    m.Number_of_Knots(Seg) = Requested_Conditions(Seg) + m.Orders(Seg);
+    m.Interior_Knots(Seg) = m.Number_of_Knots(Seg) - 2 * m.Orders(Seg);
+}
+
+/// Whether typed interior knots stand in ascending order inside the segment.
+bool Interior_Knots_Fit(int Seg)
+{
+    const Motion_Group& m = design.motion;
+    double before = 0.0;
+    for (int i = m.Orders(Seg) + 1; i <= m.Orders(Seg) + m.Interior_Knots(Seg); ++i) {
+        if (m.Knots(i, Seg) < before)
+            return false;
+        before = m.Knots(i, Seg);
+    }
+    return before <= Length(Seg);
+}
+
+/// Order and knots for the conditions asked for, without a judgement on their number.
+void Lay_Knots(int Seg)
+{
+    Motion_Group& m = design.motion;
+    const int conditions = Requested_Conditions(Seg);
+    const int former_order = m.Orders(Seg);
+    const int former_knots = m.Number_of_Knots(Seg);
+    if (m.Orders(Seg) < Min_Spline_Order)
+        m.Orders(Seg) = Default_Spline_Order;
+    m.Orders(Seg) = std::min<int>(m.Orders(Seg), conditions);
+    Count_Knots(Seg);
+    if (!Knots_Fit_Table(Seg))
+        return;
+    const bool same_count = m.Orders(Seg) == former_order && m.Number_of_Knots(Seg) == former_knots;
+    Boundary_Knots(Seg);
+    if (m.EvenKnots(Seg) || !same_count || !Interior_Knots_Fit(Seg))
+        Even_Knots(Seg);
+}
+
+/// Index of the knot interval that x belongs to: the last one is closed, and the end intervals go on.
+int Interval_of(std::span<const double> knots, double x, int order, int last)
+{
+    int interval = last;
+    while (interval > order && x < knots[Place(interval)])
+        --interval;
+    return interval;
+}
+
+/// What a derivative per degree is multiplied by for storing it: variables 1, 2, 3, 4 and 17.
+std::array<double, Max_Spline_Derivative + 1> Store_Scales()
+{
+    const Motion_Group& m = design.motion;
+    std::array<double, Max_Spline_Derivative + 1> scale{1.0};
+    for (int d = 1; d <= Max_Spline_Derivative; ++d) {
+        const double per_radian = Power(Deg_per_Rad, d);
+        switch (m.Time_Base) {
+        case 1:  // per second; jerk and ping are kept in thousands
+            scale[Place(d)] = Power(m.Shaft_speed * Deg_per_Rad, d) / (d >= 3 ? 1000.0 : 1.0);
+            break;
+        case 2:  // per degree: the one factor that all derivatives share, meant
+            scale[Place(d)] = per_radian * PI / 180.0;
+            break;
+        default:
+            scale[Place(d)] = per_radian;
+            break;
+        }
+    }
+    return scale;
+}
+
+/// Evaluates the solved spline at every point of the segment at work.
+void Store_Spline(std::span<const double> knots, std::span<const double> coefficients)
+{
+    constexpr std::array<int, Max_Spline_Derivative + 1> variables{var::S, var::V, var::A, var::J, var::Ping};
+    Motion_Group& m = design.motion;
+    Results_Group& r = design.results;
+    const int segment = m.Seg;
+    const int order = m.Orders(segment);
+    const int start = To_Integer(m.Shift(segment) / m.Deltatheta);
+    const int points = To_Integer(m.Beta_Deg(segment) / m.Deltatheta);
+    const int derivatives = m.Time_Base >= 1 && m.Time_Base <= 3 ? Max_Spline_Derivative : 0;
+    const auto scale = Store_Scales();
+    Basis_Values basis;
+    for (int p = 0; p <= points; ++p) {
+        const double x = p * m.Deltatheta;
+        const int i = start + p;
+        New_B_Spline(knots, x, order, static_cast<int>(coefficients.size()), basis);
+        r.CalcData(var::Angle, i) = m.Shift(segment) + x;
+        for (int d = 0; d <= derivatives; ++d) {
+            double sum = 0.0;
+            for (int j = 0; j < order; ++j) {
+                const Single tabulated = basis.value[Place(d)][Place(j)];  // the basis is held in 32 bits
+                sum += coefficients[Place(basis.first + j - 1)] * tabulated;
+            }
+            r.CalcData(variables[Place(d)], i) = sum * scale[Place(d)];
+        }
+        if (!m.Motion) {  // the spline is a force function
+            r.Ext_Force_Table(i) = r.CalcData(var::S, i);
+            r.CalcData(var::Ext_Force, i) = r.Ext_Force_Table(i);
+            design.flags.Ext_Force_Calc = true;
+        }
+    }
+}
+
+/// The collocation system: allocated once a calculation.
+struct Work {
+    std::array<double, Max_Bounds * Max_Bounds> matrix;
+    std::array<double, Max_Bounds * Max_Bounds> eliminated;
+    std::array<double, Max_Bounds> right_side;
+    std::array<double, Max_Bounds> solution;
+    std::array<int, Max_Bounds> orders;
+    Basis_Values basis;
+};
+
+}  // namespace
+
+double B_Spline(std::span<const double> knots, double x, int order, int i, int last)
+{
+    if (order < 1 || order > Max_Bounds || i < 1 || Place(i + order) >= knots.size())
+        throw Fault{out_of_bounds};
+    if (i == last + 1)
+        return 0.0;
+    // The recursion from below: in step m, value[j] is function i + j of order m.
+    std::array<double, Max_Bounds> value{};
+    for (int j = 0; j < order; ++j) {
+        const double low = knots[Place(i + j)];
+        const double high = knots[Place(i + j + 1)];
+        const bool closed = i + j == last && x == high;
+        value[Place(j)] = i + j <= last && low <= x && (x < high || closed) ? 1.0 : 0.0;
+    }
+    for (int m = 2; m <= order; ++m) {
+        for (int j = 0; j <= order - m; ++j) {
+            const double d1 = knots[Place(i + j + m - 1)] - knots[Place(i + j)];
+            const double d2 = knots[Place(i + j + m)] - knots[Place(i + j + 1)];
+            double sum = 0.0;
+            if (d1 != 0.0)
+                sum += (x - knots[Place(i + j)]) / d1 * value[Place(j)];
+            if (d2 != 0.0)
+                sum += (knots[Place(i + j + m)] - x) / d2 * value[Place(j + 1)];
+            value[Place(j)] = sum;
+        }
+    }
+    return value[0];
+}
+
+void MakeDerivs(std::span<const double> knots, int span, int order, std::span<double> values)
+{
+    // values[j] is function span - (order - 1) + 1 + j on entry and span - order + 1 + j on return: from the
+    // last to the first, each new one needs the old ones at j - 1 and j.
+    for (int j = order - 1; j >= 0; --j) {
+        const int i = span - order + 1 + j;
+        double sum = 0.0;
+        const double d1 = knots[Place(i + order - 1)] - knots[Place(i)];
+        const double d2 = knots[Place(i + order)] - knots[Place(i + 1)];
+        if (j > 0 && d1 != 0.0)
+            sum += values[Place(j - 1)] / d1;
+        if (j < order - 1 && d2 != 0.0)
+            sum -= values[Place(j)] / d2;
+        values[Place(j)] = (order - 1) * sum;
+    }
+}
+
+void New_B_Spline(std::span<const double> knots, double x, int order, int last, Basis_Values& basis)
+{
+    if (order < 1 || order > last || last > Max_Bounds || Place(last + order) >= knots.size())
+        throw Fault{out_of_bounds};
+    const int span = Interval_of(knots, x, order, last);
+    basis.first = span - order + 1;
+
+    // Up the orders 1, 2 .. at x; the values of the orders that a derivative starts from are set aside.
+    std::array<double, Max_Bounds> value{1.0};
+    for (int m = 1; m <= order; ++m) {
+        if (m > 1) {
+            for (int j = m - 1; j >= 0; --j) {
+                const int i = span - m + 1 + j;
+                const double d1 = knots[Place(i + m - 1)] - knots[Place(i)];
+                const double d2 = knots[Place(i + m)] - knots[Place(i + 1)];
+                double sum = 0.0;
+                if (j > 0 && d1 != 0.0)
+                    sum += (x - knots[Place(i)]) / d1 * value[Place(j - 1)];
+                if (j < m - 1 && d2 != 0.0)
+                    sum += (knots[Place(i + m)] - x) / d2 * value[Place(j)];
+                value[Place(j)] = sum;
+            }
+        }
+        if (order - m <= Max_Spline_Derivative)
+            basis.value[Place(order - m)] = value;
+    }
+    for (int d = 1; d <= Max_Spline_Derivative; ++d) {
+        if (d >= order) {
+            basis.value[Place(d)].fill(0.0);
+            continue;
+        }
+        for (int m = order - d + 1; m <= order; ++m)
+            MakeDerivs(knots, span, m, basis.value[Place(d)]);
+    }
+}
+
+void Boundary_Knots(int Seg)
+{
+    Check_Segment(Seg);
+    Motion_Group& m = design.motion;
+    const Single end = Length(Seg);
+    for (int i = 1; i <= m.Orders(Seg); ++i) {
+        m.Knots(i, Seg) = 0.0;
+        m.Knots(m.Number_of_Knots(Seg) - m.Orders(Seg) + i, Seg) = end;
+    }
+}
+
+void Even_Knots(int Seg)
+{
+    Check_Segment(Seg);
+    Motion_Group& m = design.motion;
+    for (int i = m.Orders(Seg) + 1; i <= m.Orders(Seg) + m.Interior_Knots(Seg); ++i)
+        m.Knots(i, Seg) = (i - m.Orders(Seg)) * Length(Seg) / (m.Interior_Knots(Seg) + 1);
+    m.EvenKnots(Seg) = true;
+}
+
+bool New_Spline(int Seg)
+{
+    Check_Segment(Seg);
+    Lay_Knots(Seg);
+    return Knot_Count_Allowed(Seg);
+}
+
+void CalcSplines(int& error)
+{
+    Motion_Group& m = design.motion;
+    const int segment = m.Seg;
+    Check_Segment(segment);
+    const int n = m.Total_No_of_BCs(segment);
+    const int order = m.Orders(segment);
+    Load_Beta();
+    const Knot_Row knots = Knots_of(segment);
+
+    const auto work = std::make_unique<Work>();
+    const Matrix_View A(work->matrix, n, n, Max_Bounds);
+    for (int i = 1; i <= n; ++i) {
+        const int d = To_Integer(m.Constraints(i, 2));
+        Checked_Place(d, 0, Max_Spline_Derivative);
+        New_B_Spline(knots, m.Constraints(i, 1), order, n, work->basis);
+        const std::span<double> row = A.Elements(i);
+        std::ranges::fill(row, 0.0);
+        for (int j = 0; j < order; ++j)
+            row[Place(work->basis.first + j - 1)] = work->basis.value[Place(d)][Place(j)];
+        // The user's unit to a derivative per degree. The degrees base is divided as the radians one is: meant.
+        double value = m.Constraints(i, 3);
+        if (m.Time_Base == 1)
+            value /= Power(m.Shaft_speed, d);
+        work->right_side[Place(i - 1)] = value / Power(Deg_per_Rad, d);
+        work->orders[Place(i - 1)] = d;
+    }
+    work->eliminated = work->matrix;
+    work->solution = work->right_side;
+    SimQ(n, Matrix_View(work->eliminated, n, n, Max_Bounds), work->solution, error);
+    if (error == 0 && Digits_Lost(n, A, work->solution, work->right_side, work->orders, Length(segment)))
+        error = n;
+    if (error != 0)
+        return;
+    Points_Keeper keeper;
+    Store_Spline(knots, std::span<const double>(work->solution).first(Place(n)));
+    Store_Segment_Ends();
+    keeper.Accept();
+}
+
+bool Calc_Spline(int Seg)
+{
+    bool solved = false;
+    Trap("CalcSplines", [&] {
+        Check_Segment(Seg);
+        Motion_Group& m = design.motion;
+        m.Splines_Calculated(Seg) = false;
+        m.Poly_OK = false;
+        m.Base_Shift(Seg) = 0.0;  // the S values are positions, as typed
+        Ask_Boundaries(Seg);
+        if (!Read_Bounds(Seg))
+            return;
+        m.No_Conditions(Seg) = m.Total_No_of_BCs(Seg);
+        m.No_of_conditions(Seg) = std::to_string(int{m.No_Conditions(Seg)});
+        if (!New_Spline(Seg))
+            return;
+        int error = 0;
+        CalcSplines(error);
+        if (error > 0) {
+            Warn(
+                "There has been an error in the calculation of the \n"
+                "spline data with your choice of knot locations.\n"
+                "Please review your data and try again.");
+            return;
+        }
+        Update_Liftmax();
+        m.Splines_Calculated(Seg) = solved = true;
+    });
+    return solved;
+}
+
+bool Set_Order(int Seg, std::string_view text)
+{
+    bool taken = false;
+    Trap("txt_Order", [&] {
+        Check_Segment(Seg);
+        Motion_Group& m = design.motion;
+        const int conditions = Requested_Conditions(Seg);
+        int order = To_Integer(std::clamp(Val(text), -32768.0, 32767.0));
+        if (order < Min_Spline_Order) {
+            Warn("Spline order must be four or greater");
+            return;
+        }
+        const bool too_high = order > conditions;
+        if (too_high) {
+            Warn("Spline Order must be less than " + std::to_string(conditions + 1));
+            order = conditions;
+        }
+        m.Orders(Seg) = order;
+        m.Splines_Calculated(Seg) = false;
+        m.EvenKnots(Seg) = true;
+        Count_Knots(Seg);
+        if (Knots_Fit_Table(Seg)) {
+            Boundary_Knots(Seg);
+            Even_Knots(Seg);
+        }
+        taken = Knot_Count_Allowed(Seg) && !too_high;
+    });
+    return taken;
+}
+
+bool Set_Knot(int Seg, int interior, std::string_view text)
+{
+    bool taken = false;
+    Trap("txt_Knot", [&] {
+        Check_Segment(Seg);
+        Motion_Group& m = design.motion;
+        Lay_Knots(Seg);
+        if (!Knots_Fit_Table(Seg)) {
+            Knot_Count_Allowed(Seg);
+            return;
+        }
+        Checked_Place(interior, 1, m.Interior_Knots(Seg));
+        const int i = m.Orders(Seg) + interior;
+        const Single value = Val(text);
+        if (value < 0.0) {
+            Warn("This value must be positive.  Please redo.");
+            return;
+        }
+        if (value < m.Knots(i - 1, Seg) || value > m.Knots(i + 1, Seg)) {
+            Warn(" Knot values must be in ascending order, left to right.  Please redo.");
+            return;
+        }
+        m.Knots(i, Seg) = value;
+        m.EvenKnots(Seg) = false;
+        m.Splines_Calculated(Seg) = false;
+        taken = true;
+    });
+    return taken;
+}
+
+int Min_Order(int Seg)
+{
+    return std::min(Min_Spline_Order, Requested_Conditions(Seg));
+}
+
+int Max_Order(int Seg)
+{
+    return Requested_Conditions(Seg);
+}
+
+std::string Order_Help(int Seg)
+{
+    return "Order must be an integer, and should be four or greater for practical cams.\n"
+           "Order must also be <= the number of boundary conditions, which for this design is " +
+           std::to_string(Requested_Conditions(Seg)) +
+           ". \n"
+           "The resulting spline functions will be continuous through derivatives up to order minus 2.\n"
+           "Lower orders than the maximum allowed may give better results.\n"
+           "Changing the order of the spline will default the interior knots to even spacing.\n"
+           "Moving the interior knot locations can make significant improvements in the result.\n"
+           "Interior knot locations must be in ascending order from left to right.\n"
+           "You must hit 'Enter' or move off a (yellow) text box for your input value to be accepted.";
+}
+
+std::string Knot_Help()
+{
+    return "To move the interior knot locations you may:\n"
+           "   1.  Type the new location of a knot in its yellow box at right of form, or\n"
+           "   2.  Select a knot by clicking on the dot to the left of its yellow box,\n"
+           "       or select it by 'shift-clicking' near the knot's vertical magenta line on any plot.\n"
+           "   3.  Then, clicking on any plot where you want that knot to be will move it there.\n"
+           "Note that knots must be in ascending order left to right.";
+}
+
+}  // namespace lobemax

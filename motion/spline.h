@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// Segments given by a B-spline in the local angle that meets the conditions of the segment's table.
+///
+/// N conditions and order k make N basis functions over N + k knots 1..N + k, local degrees: the first k at 0, the
+/// last k at the segment's end, N - k inside. Segments are 1..20 (error 9 otherwise).
+/// Source: de Boor, A Practical Guide to Splines, IX to XIII.
+#pragma once
+
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "core/design_state.h"
+
+namespace lobemax {
+
+inline constexpr int Min_Spline_Order = 4;
+inline constexpr int Default_Spline_Order = 6;
+inline constexpr int Max_Interior_Knots = 17;
+inline constexpr int Max_Spline_Derivative = 4;
+
+/// The basis functions that may differ from zero at a point, with their derivatives per degree.
+struct Basis_Values {
+    int first = 0;  // index of the first of them; as many as the order of the spline
+    /// (derivative 0..4, function counted from first)
+    std::array<std::array<double, Max_Bounds>, Max_Spline_Derivative + 1> value{};
+};
+
+/// Value at x of basis function i of an order, by the recursion of Cox and de Boor.
+///
+/// @param knots  knot 1 in element 1; element 0 is not used
+/// @param last   index of the last basis function: its interval is closed at the right, and the function
+///               after it is 0. A term with a denominator of 0 is 0.
+/// @throws Fault{9} where the function reaches beyond the knots
+/// Source: de Boor, A Practical Guide to Splines, IX.
+double B_Spline(std::span<const double> knots, double x, int order, int i, int last);
+
+/// One step of derivation: from the values of the functions span - order + 2..span of order - 1 (or from a
+/// derivative of them) to the next derivative of the functions span - order + 1..span of the order, in place.
+void MakeDerivs(std::span<const double> knots, int span, int order, std::span<double> values);
+
+/// All basis functions at x with their derivatives to order 4. Outside the segment the end pieces go on; a derivative
+/// of an order at or above the spline's is 0.
+void New_B_Spline(std::span<const double> knots, double x, int order, int last, Basis_Values& basis);
+
+/// Writes the knots at both ends of a segment's spline.
+void Boundary_Knots(int Seg);
+
+/// Writes the interior knots evenly and sets EvenKnots.
+void Even_Knots(int Seg);
+
+/// Sets up order and knots for the conditions asked for: an order below 4 becomes 6, one above the count becomes the
+/// count. Interior knots that were typed stay where they still fit; otherwise they become even.
+/// @return false, after a message, for more than 17 interior knots or more knots than the table holds
+bool New_Spline(int Seg);
+
+/// Builds and solves the system of the segment at work and, when solved, evaluates the spline at its points.
+///
+/// Reads Constraints and Knots; the stored points change only on success.
+/// @param error  0, or above 0 where the system is singular or has too few digits left
+/// @throws Fault{6}, Fault{9}, Fault{11} of a point that cannot be stored; the stored points are as they were
+void CalcSplines(int& error);
+
+/// The whole work on a spline segment from its stored texts, under its trap.
+///
+/// S of rows 0 and 9 follow Start_Value and End_Value; the count goes to No_Conditions.
+/// @return Splines_Calculated; false after any refusal or fault, the stored points as they were
+bool Calc_Spline(int Seg);
+
+/// Types the order of a segment's spline, under its trap; the knots become even.
+///
+/// An order below 4 is refused; one above the count of conditions becomes the count. More than 17 interior knots are
+/// told of, with the order taken.
+/// @return false when a message was shown
+bool Set_Order(int Seg, std::string_view text);
+
+/// Types interior knot 1..Interior_Knots of a segment's spline, local degrees, under its trap; EvenKnots becomes false.
+/// @return false when a message was shown: the knot stays
+bool Set_Knot(int Seg, int interior, std::string_view text);
+
+/// The limits of the order, as the screen shows them.
+int Min_Order(int Seg);
+int Max_Order(int Seg);
+
+/// The help texts of the knot screen, lines separated by '\n'.
+std::string Order_Help(int Seg);
+std::string Knot_Help();
+
+}  // namespace lobemax
