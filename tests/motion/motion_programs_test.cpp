@@ -7,8 +7,11 @@
 #include <cfenv>
 #include <cmath>
 #include <iterator>
+#include <ostream>
+#include <span>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -404,20 +407,25 @@ TEST_F(Point_Loop, takes_the_place_from_degrees_and_the_derivatives_from_radians
     EXPECT_NEAR(Data(var::Ping, middle), -3.0 * std::pow(true_pi, 3) / 16.0, 1e-5);
 }
 
-TEST_F(Point_Loop, cycloid_divides_by_the_stored_square_and_cube_of_beta)
+TEST_F(Point_Loop, cycloid_divides_by_the_square_and_cube_of_beta_stored_in_32_bits)
 {
-    One_Segment('R', "CF", 1.0, 80.0);
-    m().Beta_Rad(1) = 1.1;
-    const double b = m().Beta_Rad(1);
-    const double b2 = Single(b * b);
-    const double b3 = Single(b * b * b);
-    ASSERT_TRUE(Calculate());
-    // The sine at x = 1/4 and the cosine at x = 0 are 1 in double.
-    EXPECT_EQ(Data(var::A, 160), Single(6.283185308 / b2));
-    EXPECT_EQ(Data(var::J, 0), Single(39.47841761466706 / b3));
-    EXPECT_TRUE(Single(6.283185308 / b2) != Single(6.283185308 / (b * b)) ||
-                Single(39.47841761466706 / b3) != Single(39.47841761466706 / (b * b * b)))
-        << "the example must show the rounding";
+    int seen_in_A = 0;
+    int seen_in_J = 0;
+    for (int n = 0; n < 50; ++n) {
+        One_Segment('R', "CF", 1.0, 80.0, 1.0);
+        m().Beta_Rad(1) = 1.1 + 0.03 * n;
+        const double b = m().Beta_Rad(1);
+        const double b2 = Single(b * b);
+        const double b3 = Single(b * b * b);
+        ASSERT_TRUE(Calculate());
+        // The sine at x = 1/4 and the cosine at x = 0 are 1 in double.
+        ASSERT_EQ(Data(var::A, 20), Single(6.283185308 / b2));
+        ASSERT_EQ(Data(var::J, 0), Single(39.47841761466706 / b3));
+        seen_in_A += Data(var::A, 20) != Single(6.283185308 / (b * b)) ? 1 : 0;
+        seen_in_J += Data(var::J, 0) != Single(39.47841761466706 / (b * b * b)) ? 1 : 0;
+    }
+    EXPECT_GT(seen_in_A, 0) << "the examples must show the rounding";
+    EXPECT_GT(seen_in_J, 0) << "the examples must show the rounding";
 }
 
 TEST_F(Point_Loop, stores_a_later_segment_from_its_own_start)
@@ -1217,6 +1225,99 @@ TEST_F(Law_Values, modified_trapezoid_keeps_its_coefficients_of_fewer_digits)
     // Regions 3 and 4: 1.61102, not 1.6110154; V at 1/2 is 1.61102 + 0.3889845.
     EXPECT_EQ(Data(var::V, 320), Single(2.0000045));
     EXPECT_NEAR(Data(var::V, 360), 1.61102 + 0.3889845 * std::sqrt(0.5), 2e-7);  // x = 9/16
+}
+
+/// What a law must give at a place where its sines and cosines are 0, 1 or the root of 1/2.
+struct Digits {
+    double sixteenths;  // x in sixteenths
+    int row;
+    double value;  // with L = b = 1
+};
+
+/// Each value to the last bit that 32 bits can hold, for many lifts: whatever digit one lift's rounding hides,
+/// another's shows.
+void Expect_Digits(std::string_view code, std::span<const Digits> expected)
+{
+    for (int n = 0; n < 64; ++n) {
+        const double L = 1.0 + n / 64.0;
+        Unit_Segment('R', code, 80.0, 1.0);
+        m().Lift = L;
+        ASSERT_TRUE(Calculate());
+        for (const Digits& e : expected) {
+            const double value = L * e.value;
+            const double half_a_bit = std::ldexp(1.0, std::ilogb(value) - 24);
+            const double literal_of_pi = 2e-9;  // the angles are off by some 1e-10
+            EXPECT_NEAR(Data(e.row, static_cast<int>(5 * e.sixteenths)), value, half_a_bit + literal_of_pi * L)
+                << code << ", x = " << e.sixteenths << "/16, row " << e.row << ", lift " << L;
+        }
+    }
+}
+
+TEST_F(Law_Values, modified_sine_has_all_digits_of_its_coefficients)
+{
+    const double root = std::sqrt(0.5);
+    const Digits expected[] = {
+        {0, var::J, 69.4663577},
+        {1, var::S, 0.43990085 / 16 - 0.0350062 * root},
+        {2, var::S, 0.43990085 / 8 - 0.0350062},
+        {2, var::V, 0.43990085},
+        {2, var::A, 5.5279571},
+        {8, var::S, 0.43990085 / 2 + 0.28004957},
+        {8, var::V, 1.31970255 + 0.43990085},
+        {8, var::J, -23.1553},
+        {14, var::S, 0.43990085 * 7 / 8 + 0.28004957 + 0.31505577},
+        {14, var::V, 0.43990085},
+        {14, var::A, -5.5279571},
+        {15, var::S, 0.43990085 * 15 / 16 + 0.56009915 + 0.0350062 * root},
+        {15, var::V, 0.43990085 * (1 - root)},
+        {15, var::A, -5.5279571 * root},
+        {16, var::S, 0.43990085 + 0.56009915},
+        {16, var::J, 69.4663577},
+    };
+    Expect_Digits("MS", expected);
+}
+
+TEST_F(Law_Values, modified_trapezoid_has_all_digits_of_its_coefficients)
+{
+    const double root = std::sqrt(0.5);
+    const Digits expected[] = {
+        {0, var::J, 61.425769},
+        {1, var::S, 0.3889845 / 16 - 0.03095 * root},
+        {2, var::S, 0.3889845 / 8 - 0.03095},
+        {2, var::V, 0.3889845},
+        {2, var::A, 4.888124},
+        {3, var::S, 2.44406184 * 9 / 256 - 0.22203097 * 3 / 16 + 0.00723407},
+        {4, var::S, 2.44406184 / 16 - 0.22203097 / 4 + 0.00723407},
+        {6, var::S, 2.44406184 * 9 / 64 - 0.22203097 * 3 / 8 + 0.00723407},
+        {4, var::V, 4.888124 / 4 - 0.222031},
+        {6, var::V, 4.888124 * 3 / 8 - 0.222031},
+        {4, var::A, 4.888124},
+        {7, var::S, 1.6110154 * 7 / 16 - 0.0309544 * root - 0.3055077},
+        {7, var::V, 1.61102 + 0.3889845 * root},
+        {7, var::A, 4.888124 * root},
+        {7, var::J, -61.425769 * root},
+        {8, var::V, 1.61102 + 0.3889845},
+        {8, var::J, -61.425769},
+        {9, var::S, 1.6110154 * 9 / 16 + 0.0309544 * root - 0.3055077},
+        {10, var::S, 1.6110154 * 5 / 8 + 0.0309544 - 0.3055077},
+        {9, var::V, 1.61102 + 0.3889845 * root},
+        {10, var::V, 1.61102},
+        {10, var::A, -4.888124},
+        {9, var::J, -61.425769 * root},
+        {11, var::S, -2.44406184 * 121 / 256 + 4.6660917 * 11 / 16 - 1.2292648},
+        {12, var::S, -2.44406184 * 9 / 16 + 4.6660917 * 3 / 4 - 1.2292648},
+        {14, var::S, -2.44406184 * 49 / 64 + 4.6660917 * 7 / 8 - 1.2292648},
+        {12, var::V, -4.888124 * 3 / 4 + 4.6660917},
+        {14, var::V, -4.888124 * 7 / 8 + 4.6660917},
+        {12, var::A, -4.888124},
+        {15, var::S, 0.3889845 * 15 / 16 + 0.6110154 + 0.0309544 * root},
+        {16, var::S, 0.3889845 + 0.6110154},
+        {15, var::V, 0.3889845 - 0.3889845 * root},
+        {15, var::A, -4.888124 * root},
+        {15, var::J, 61.425769 * root},
+        {16, var::J, 61.425769},
+    };
+    Expect_Digits("MT", expected);
 }
 
 // ---- Polydyne families
