@@ -8,6 +8,7 @@
 #include "cli/session.h"
 #include "core/design_state.h"
 #include "core/text.h"
+#include "motion/continuity.h"
 #include "motion/segments.h"
 
 namespace lobemax::cli {
@@ -38,7 +39,11 @@ bool Calculate_Motion()
 {
     Warn_of_Cut_Numbers();
     const bool motion = design.motion.Motion;
-    return Calc_All(motion) && Motion_Done() && design.flags.Calculated;
+    if (!Calc_All(motion) || !Motion_Done() || !design.flags.Calculated)
+        return false;
+    // The report that follows cmd_Done: of a smooth design it has nothing to tell.
+    ContinuityCheck(design.motion.Firstlast, design.motion.Continuous, design.motion.Max_Jump);
+    return design.motion.Continuous || Continuity_Report();
 }
 
 // In ladder order.

@@ -25,6 +25,7 @@ int main(int argc, char** argv)
     Add_Calc(app, action);
     Add_Convert(app, action);
     Add_Show(app, action);
+    Add_Fft(app, action);
     Add_Table(app, action);
 
     try {

@@ -64,7 +64,7 @@ TEST_F(Cli, help_and_version_come_for_the_tool_and_for_each_command)
 {
     EXPECT_EQ(Run("--version").out.substr(0, 12), "lobemax-cli ");
     EXPECT_EQ(Run("--help").status, 0);
-    for (const char* command : {"new", "example", "calc", "convert", "show", "table"}) {
+    for (const char* command : {"new", "example", "calc", "fft", "convert", "show", "table"}) {
         const Outcome help = Run(std::string(command) + " --help");
         EXPECT_EQ(help.status, 0) << command;
         EXPECT_NE(help.out.find("Usage:"), std::string::npos) << command;
@@ -463,6 +463,48 @@ TEST_F(Cli, table_prints_angle_variables_and_extremes)
          {"table c.cam --vars 99", "table c.cam --vars 1,2,3,4,5", "table c.cam --vars 1 --segment 5",
           "table c.cam --vars ''", "table c.cam --vars 1 --step 0"})
         EXPECT_EQ(Run(line).status, 2) << line;
+}
+
+TEST_F(Cli, fft_prints_the_harmonics_and_keeps_them_in_the_model)
+{
+    Make_Calculated("c.cam");
+    const Outcome all = Run("fft c.cam -o f.cam --var 1 --harmonics 3");
+    EXPECT_EQ(all.status, 0);
+    EXPECT_EQ(all.out.substr(0, all.out.find('\n')), "Harmonic\tReal\tImag\tMag\tPhs");
+    EXPECT_EQ(std::count(all.out.begin(), all.out.end(), '\n'), 4);
+    EXPECT_EQ(all.err.substr(0, 14), "[information] ");
+    // Up in a quarter of the cycle, held, down, held: the mean is half of 25, and the one-sided entry twice that.
+    EXPECT_NEAR(std::stod(Show("f.cam", "'CalcData(20, 1)'").substr(18)), 25.0, 0.01);
+    const Outcome segment = Run("fft c.cam -o f.cam --var Accel --segment 1 --harmonics 100");
+    EXPECT_EQ(segment.status, 0);
+    EXPECT_EQ(std::count(segment.out.begin(), segment.out.end(), '\n'), 1 + 45);
+    const Outcome capped = Run("fft c.cam -o f.cam --var V --harmonics 2000");
+    EXPECT_EQ(capped.status, 0);
+    EXPECT_EQ(std::count(capped.out.begin(), capped.out.end(), '\n'), 1 + 180);
+    EXPECT_NE(capped.err.find("Number of harmonics cannot exceed 1/2"), std::string::npos);
+    for (const char* line : {"fft c.cam -o f.cam --var 99", "fft c.cam -o f.cam --var 0", "fft c.cam -o f.cam",
+                             "fft c.cam -o f.cam --var 1 --segment 5", "fft c.cam -o f.cam --var 1 --harmonics 0"})
+        EXPECT_EQ(Run(line).status, 2) << line;
+    ASSERT_EQ(Run("new -o n.cam 'D DW 360 0 0'").status, 0);
+    const Outcome blank = Run("fft n.cam -o f2.cam --var 1");
+    EXPECT_EQ(blank.status, 2);
+    EXPECT_EQ(blank.err, "lobemax-cli: the design is not calculated: run calc first\n");
+    EXPECT_FALSE(Exists("f2.cam"));
+}
+
+TEST_F(Cli, calc_tells_of_a_jump_between_segments_and_cancel_gives_the_design_up)
+{
+    ASSERT_EQ(Run("new -o j.cam 'D DW 180 5 5' 'D DW 180 0 0'").status, 0);
+    const Outcome told = Run("calc j.cam -o k.cam --levels svaj");
+    EXPECT_EQ(told.status, 0);
+    EXPECT_TRUE(told.err.starts_with("[exclamation] There may be a problem with your cam design. / "));
+    EXPECT_NE(told.err.find("redesign of the cam program. -> OK\n"), std::string::npos);
+    EXPECT_TRUE(Exists("k.cam"));
+    const Outcome given_up = Run("calc j.cam -o l.cam --levels svaj --answer cancel");
+    EXPECT_EQ(given_up.status, 1);
+    EXPECT_FALSE(Exists("l.cam"));
+    Make_Calculated("c.cam");
+    EXPECT_EQ(Run("calc c.cam -o c2.cam --levels svaj").err.find("discontinu"), std::string::npos);
 }
 
 TEST_F(Cli, an_input_that_is_no_model_is_status_2_with_its_message)

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The transform against the plain double sum with two trigonometric calls a term, at 2880 points, in one run.
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <vector>
+
+#include "core/design_state.h"
+#include "core/startup.h"
+#include "motion/examples.h"
+#include "motion/fourier.h"
+#include "motion/segments.h"
+
+namespace lobemax {
+namespace {
+
+constexpr int points = 2880;
+
+void Make_Cycle()
+{
+    Sub_Main("", {});
+    Load_Example("Double Dwell");
+    Set_Step(0.125);
+    Calculate_Example();
+}
+
+void Plain_Double_Sum(benchmark::State& state)
+{
+    Make_Cycle();
+    std::vector<double> x;
+    for (int i = 0; i < points; ++i)
+        x.push_back(design.results.CalcData(var::A, i));
+    std::vector<double> real(points);
+    std::vector<double> imag(points);
+    for (auto _ : state) {
+        for (int k = 0; k < points; ++k) {
+            double c = 0.0;
+            double s = 0.0;
+            for (int n = 0; n < points; ++n) {
+                const double a = (k * PI2) * n / points;
+                c += std::cos(a) * x[static_cast<std::size_t>(n)] / points;
+                s -= std::sin(a) * x[static_cast<std::size_t>(n)] / points;
+            }
+            real[static_cast<std::size_t>(k)] = c;
+            imag[static_cast<std::size_t>(k)] = s;
+        }
+        benchmark::DoNotOptimize(real.data());
+        benchmark::DoNotOptimize(imag.data());
+    }
+}
+BENCHMARK(Plain_Double_Sum)->Unit(benchmark::kMillisecond);
+
+void Fourier_Transform(benchmark::State& state)
+{
+    Make_Cycle();
+    for (auto _ : state)
+        Do_DFT(var::A, 0, points, 15);
+}
+BENCHMARK(Fourier_Transform)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace lobemax

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <cstdio>
+#include <memory>
+
+#include "cli/commands.h"
+#include "cli/session.h"
+#include "core/design_state.h"
+#include "core/text.h"
+#include "motion/fourier.h"
+#include "present/data_table.h"
+
+namespace lobemax::cli {
+
+namespace {
+
+struct Options {
+    std::string input;
+    std::string output;
+    std::string variable;
+    int segment = 0;
+    int harmonics = 15;
+};
+
+/// Harmonic, real, imaginary, magnitude, phase: the one-sided transform, a line each.
+void Print_Harmonics(int harmonics)
+{
+    const auto& work = design.results.Fft_Work_A;
+    std::printf("Harmonic\tReal\tImag\tMag\tPhs\n");
+    for (int k = 1; k <= harmonics; ++k) {
+        std::printf("%d", k);
+        for (int row = 0; row <= 3; ++row)
+            std::printf("\t%s", Shortest(Single(work(row, k))).c_str());
+        std::printf("\n");
+    }
+}
+
+int Run(const Options& options)
+{
+    if (!Load(options.input))
+        return wrong_input;
+    const auto variable = Variable_Named(options.variable);
+    if (!variable || *variable == var::Angle)
+        return Wrong("there is no variable '" + options.variable + "'");
+    if (options.segment < 0 || options.segment > design.motion.No_of_segments)
+        return Wrong("there is no segment " + std::to_string(options.segment));
+    if (!design.flags.Calculated)
+        return Wrong("the design is not calculated: run calc first");
+    const Dft_Range range = Range_of_Segment(options.segment);
+    if (!Do_DFT(*variable, range.first, range.last, Set_Harmonics(options.harmonics)))
+        return failed;
+    Print_Harmonics(Shown_Harmonics());
+    Finish_FFT();
+    return Save(options.output);
+}
+
+}  // namespace
+
+void Add_Fft(CLI::App& app, Action& action)
+{
+    CLI::App* command = app.add_subcommand("fft", "Fourier transform of one variable");
+    const auto options = std::make_shared<Options>();
+    command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
+    Add_Output(*command, options->output, "model file to write");
+    command->add_option("--var", options->variable, "variable, by number, name or symbol")->type_name("N")->required();
+    command->add_option("--segment", options->segment, "only the points of one segment")->type_name("S");
+    command->add_option("--harmonics", options->harmonics, "how many harmonics to show")
+        ->type_name("H")
+        ->check(CLI::Range(1, 32767))
+        ->capture_default_str();
+    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+}
+
+}  // namespace lobemax::cli

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/workflow.h"
+
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/units.h"
+
+namespace lobemax {
+
+namespace {
+
+constexpr std::array<Home_Button_Entry, Home_Button_Count> home_buttons{{
+    {"cmd_Input", "&Input", "Create a cam"},
+    {"cmd_Size", "Si&ze Cam", "Choose cam and follower, pressure angle and curvature"},
+    {"cmd_Draw", "&Draw Cam", "Draw and animate the cam"},
+    {"cmd_Force", "D&ynamics", "Follower force and camshaft torque"},
+    {"cmd_Model", "V&ibration", "Vibration of the follower train"},
+    {"cmd_Stress", "S&tress", "Contact stress in cam and follower"},
+    {"cmd_Linkage", "&Linkage", "Linkage driven by the follower arm"},
+    {"cmd_Plot", "&Plot", "Plot any calculated variable"},
+    {"cmd_Print", "P&rint", "Tables of any calculated variable"},
+    {"cmd_Quit", "&Quit", "End the program"},
+}};
+
+/// What stands in memory, the last true one counting.
+std::string Origin_Text()
+{
+    const Flags_Group& f = design.flags;
+    if (f.Imported_Model)
+        return "Imported";
+    if (f.From_Disk)
+        return "DiskFile";
+    return f.Calculated ? "S-V-A-J" : "";
+}
+
+Lamp Plain_Lamp(std::string_view caption, bool lit)
+{
+    return {caption, lit, std::string(caption)};
+}
+
+/// Warns of a compensating cam that was not saved. The user is told, not asked: going on gives it up.
+void Give_Up_Compensating_Cam()
+{
+    if (!design.flags.CompCam_Calc)
+        return;
+    const Answer answer = Show_Message(
+        "You currently have a compensating cam calculated and\n"
+        "have not yet saved that data.  If you continue without\n"
+        "first saving the model, you will lose the data.",
+        Buttons::OK_Cancel, Symbol::exclamation);
+    if (answer == Answer::OK)
+        design.flags.CompCam_Calc = false;
+}
+
+}  // namespace
+
+std::array<Lamp, 11> Status_Lamps()
+{
+    const Flags_Group& f = design.flags;
+    return {Lamp{"Calculated", f.Calculated || f.From_Disk || f.Imported_Model, Origin_Text()},
+            Plain_Lamp("Sized", f.Sized),
+            Plain_Lamp("Dynamics", f.Dynamicflag),
+            Plain_Lamp("Linkage", f.Linkage_Calc),
+            Plain_Lamp("Vibration", f.Modelflag),
+            Plain_Lamp("Stress", f.Stressflag),
+            Plain_Lamp("Polydyne", f.Polydyne_Calc),
+            Plain_Lamp("FFT Done", f.FFT_Done),
+            Plain_Lamp("Ext Force", f.Ext_Force_Calc),
+            Plain_Lamp("Torq Comp", f.CompCam_Calc),
+            Lamp{"Units", true, Words_of_Units(design.identity.WhichUnit).status}};
+}
+
+const Home_Button_Entry& Home_Button_at(Home_Button button)
+{
+    return home_buttons[static_cast<std::size_t>(button)];
+}
+
+Home_Buttons Set_Homeform_Buttons()
+{
+    const Flags_Group& f = design.flags;
+    Home_Buttons enabled{};
+    const auto set = [&enabled](std::initializer_list<Home_Button> buttons, bool on) {
+        for (const Home_Button button : buttons)
+            enabled[static_cast<std::size_t>(button)] = on;
+    };
+    using enum Home_Button;
+    set({Quit}, true);
+    set({Size, Draw, Force, Model, Stress, Linkage, Plot, Print}, false);
+    if (f.Calculated)
+        set({Plot, Print, Size}, true);
+    if (f.Sized) {
+        set({Force, Linkage}, true);
+        if (design.cam.Camtype == "Radial")
+            set({Draw}, true);
+    } else {
+        set({Force, Draw, Model, Stress, Linkage}, false);
+    }
+    if (f.Dynamicflag)
+        set({Model, Stress}, true);
+    set({Input}, !f.Imported_Model);
+    return enabled;
+}
+
+bool May_Open_Linkage()
+{
+    if (!design.cam.Translating)
+        return true;
+    Show_Message(
+        " Your cam currently has a translating follower.\n"
+        " This feature requires an oscillating follower. ",
+        Buttons::OK, Symbol::exclamation);
+    return false;
+}
+
+bool May_Open_Vibration()
+{
+    if (design.motion.Rise_Fall_Dwell(1) != "D")
+        return true;
+    Show_Message(
+        "Your current SVAJ program starts with a dwell segment.\n"
+        "This arrangement does not allow a vibration analysis, because the \n"
+        "Runge-Kutta algorithm used requires that follower motion begin at time zero.\n"
+        "You must start your cam program cycle with a rise or a fall:\n"
+        "i.e., phase shift the cam program to do this dynamic analysis.",
+        Buttons::OK, Symbol::exclamation);
+    return false;
+}
+
+bool May_Open_Input()
+{
+    if (design.flags.Imported_Model) {
+        Show_Message(
+            "You currently have imported cam data stored.\n"
+            "The SVAJ button has been disabled to prevent\n"
+            "overwriting the imported data.\n"
+            "Use File/New to re-enable the SVAJ button,\n"
+            "but save your imported model first.",
+            Buttons::OK, Symbol::exclamation);
+        return false;
+    }
+    Give_Up_Compensating_Cam();
+    return !design.flags.CompCam_Calc;
+}
+
+bool May_Build_Example()
+{
+    Give_Up_Compensating_Cam();
+    return !design.flags.CompCam_Calc;
+}
+
+bool Compcam_Panel_Visible()
+{
+    return design.flags.CompCam_Calc;
+}
+
+void Refuse_Cutter_at_Machine_Zero()
+{
+    Show_Message(
+        "This feature is not implemented because you should not start cutting within a motion event. \n"
+        "Use the cutter centerline data referenced to the cam zero instead.",
+        Buttons::OK, Symbol::exclamation);
+}
+
+void Refuse_Barrel_Cutter_at_Machine_Zero()
+{
+    Show_Message(
+        "You should not start cutting a cam within a motion event at machine zero. \n"
+        "Use the cutter center xy data referenced to the cam zero instead.",
+        Buttons::OK, Symbol::exclamation);
+}
+
+void Model_Edited()
+{
+    design.flags.Model_Saved = false;
+}
+
+void Units_Changed_on_Input()
+{
+    Flags_Group& f = design.flags;
+    f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Model_Saved = false;
+    Refresh_Screens();
+}
+
+void Load_Ended_Partially()
+{
+    Flags_Group& f = design.flags;
+    f.Calculated = f.Modelflag = f.Polydyne_Calc = false;
+}
+
+void Size_Changed()
+{
+    Flags_Group& f = design.flags;
+    f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Polydyne_Calc = f.Linkage_Calc = false;
+    f.Model_Saved = false;
+}
+
+void Forces_Changed()
+{
+    design.flags.Stressflag = false;
+}
+
+}  // namespace lobemax

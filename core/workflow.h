@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The ladder of a design: lamps that show how far it has got, buttons that open with it, and what a change of one rung
+/// takes away from those above.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace lobemax {
+
+/// Tool tip of the panel of lamps.
+inline constexpr std::string_view Status_Tip = "Shows what has been calculated so far";
+
+/// A lamp of Pnl_Status; one that is not lit is hidden.
+struct Lamp {
+    std::string_view caption;
+    bool lit = false;
+    std::string text;  // as it shows when lit
+};
+
+/// The eleven lamps, in their order.
+std::array<Lamp, 11> Status_Lamps();
+
+/// The buttons of the Home screen, in the order of their table.
+enum class Home_Button { Input, Size, Draw, Force, Model, Stress, Linkage, Plot, Print, Quit };
+inline constexpr int Home_Button_Count = 10;
+
+struct Home_Button_Entry {
+    std::string_view name;     // of the control
+    std::string_view caption;  // with its access key
+    std::string_view tip;
+};
+const Home_Button_Entry& Home_Button_at(Home_Button button);
+
+/// Which of the buttons are enabled, by button.
+using Home_Buttons = std::array<bool, Home_Button_Count>;
+
+/// Enabling of the Home screen's buttons from the flags, in the order told: motion, size, force, imported model.
+Home_Buttons Set_Homeform_Buttons();
+
+// ---- what a click meets first. Each shows its message, if any, and tells whether the way is open.
+
+/// cmd_Linkage: a linkage hangs on an oscillating follower.
+bool May_Open_Linkage();
+
+/// cmd_Model: a vibration must not begin in a dwell.
+bool May_Open_Vibration();
+
+/// cmd_Input: closed for an imported model; warns of an unsaved compensating cam, and going on gives it up.
+bool May_Open_Input();
+
+/// The examples menu: warns of an unsaved compensating cam, and going on gives it up.
+bool May_Build_Example();
+
+/// Whether pnl_compcam is visible, and its text.
+bool Compcam_Panel_Visible();
+inline constexpr std::string_view Compcam_Panel_Text =
+    "You have calculated a torque compensating cam.  Its data are in memory.  You must save this model and export the "
+    "compensating cam profile data before doing any other cam designs";
+
+/// The two cutter entries versus machine zero: their messages, and nothing else.
+void Refuse_Cutter_at_Machine_Zero();         // mnu_Cutter_mach
+void Refuse_Barrel_Cutter_at_Machine_Zero();  // mnu_Barrel_Ctr_mach
+
+// ---- what a change takes away. Reset_All, Clear_Segs and Reset_Status do theirs themselves.
+
+/// Any edit that changes the model: it is not saved any more.
+void Model_Edited();
+
+/// The units were changed on the input screen, the fields being converted: no result holds.
+void Units_Changed_on_Input();
+
+/// A load ended in part: the results cannot be trusted.
+void Load_Ended_Partially();
+
+/// The cam is being sized anew: forces, stresses, vibration, polydyne cam and linkage rest on the old size.
+void Size_Changed();
+
+/// Forces are being calculated anew: the stresses rest on the old ones.
+void Forces_Changed();
+
+}  // namespace lobemax

@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "files/home_commands.h"
+
+#include <algorithm>
+#include <array>
+
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/startup.h"
+#include "core/traps.h"
+#include "core/units.h"
+#include "files/model_file.h"
+
+namespace lobemax {
+
+namespace {
+
+bool Always()
+{
+    return true;
+}
+
+bool Calculated()
+{
+    return design.flags.Calculated;
+}
+
+constexpr std::string_view file_menu = "&File";
+constexpr std::string_view units_menu = "&Units";
+constexpr std::string_view examples_menu = "E&xamples";
+constexpr std::string_view fft_menu = "FF&T";
+constexpr std::string_view screen_menu = "S&creen";
+
+constexpr std::array menus{
+    Menu_Entry{file_menu, "", "mnu_New", "&New", Always},
+    Menu_Entry{file_menu, "", "mnu_Open", "&Open...", Always},
+    Menu_Entry{file_menu, "", "mnu_OpenExample", "Open &Example", Always},
+    Menu_Entry{file_menu, "", "mnu_Save", "&Save", Always},
+    Menu_Entry{file_menu, "Save &as", "mnu_Plus", "Lobemax 9.x", Always},
+    Menu_Entry{file_menu, "Save &as", "mnu_V8", "Lobemax 8.x", Always},
+    Menu_Entry{file_menu, "Save &as", "mnu_V7", "Lobemax 7.2 - 7.5", Always},
+    Menu_Entry{units_menu, "", "mnu_pick(1)", "&in-lb", Always},
+    Menu_Entry{units_menu, "", "mnu_pick(2)", "&ft-lb", Always},
+    Menu_Entry{units_menu, "", "mnu_pick(3)", "&m-N", Always},
+    Menu_Entry{units_menu, "", "mnu_pick(4)", "&cm-N", Always},
+    Menu_Entry{units_menu, "", "mnu_pick(5)", "mm-&N", Always},
+    Menu_Entry{units_menu, "Number format", "mnu_USA", "&USA  1,234.5", Always},
+    Menu_Entry{units_menu, "Number format", "mnu_Europe", "&Europe  1.234,5", Always},
+    Menu_Entry{units_menu, "Time base", "mnu_Sec_Deg(1)", "&seconds", Always},
+    Menu_Entry{units_menu, "Time base", "mnu_Sec_Deg(2)", "&degrees", Always},
+    Menu_Entry{units_menu, "Time base", "mnu_Sec_Deg(3)", "&radians", Always},
+    Menu_Entry{examples_menu, "", "mnu_SingleDwell", "Single Dwell", Always},
+    Menu_Entry{examples_menu, "", "mnu_DoubleDwell", "Double Dwell", Always},
+    Menu_Entry{examples_menu, "", "mnu_Flat", "Flat Follower", Always},
+    Menu_Entry{examples_menu, "", "mnu_FourDwell", "Four Dwell", Always},
+    Menu_Entry{examples_menu, "", "mnu_Oscillate", "Oscillating", Always},
+    Menu_Entry{examples_menu, "", "mnu_Fourbar", "4-bar Linkage", Always},
+    Menu_Entry{examples_menu, "", "mnu_Sixbar", "6-bar Linkage", Always},
+    Menu_Entry{examples_menu, "", "mnu_Fourslide", "4-bar Slider", Always},
+    Menu_Entry{examples_menu, "", "mnu_Sixslide", "6-bar Slider", Always},
+    Menu_Entry{fft_menu, "", "mnu_CalcFFT", "&Calculate FFT...", Calculated},
+    Menu_Entry{screen_menu, "", "mnu_FullScreen", "&Full Screen", Always},
+    Menu_Entry{screen_menu, "", "mnu_StandardSize", "&Standard Size", Always},
+    Menu_Entry{screen_menu, "", "mnu_Aspect", "&Aspect Ratio Correction", Always},
+    Menu_Entry{screen_menu, "", "mnu_Circles", "Show &Circles", Always},
+    Menu_Entry{screen_menu, "", "mnu_Preferences", "&Preferences...", Always},
+};
+
+constexpr std::array exports{
+    Export_Entry{"mnu_Spread", "&Spreadsheet", Export_Need::any_cam, false},
+    Export_Entry{"mnu_profile", "Roller center x-y coordinates versus Cam Zero", Export_Need::radial, true},
+    Export_Entry{"mnu_Cutter", "Cutter center x-y coordinates versus Cam Zero", Export_Need::radial, false},
+    Export_Entry{"mnu_Surface", "Cam surface x-y coordinates versus Cam Zero", Export_Need::radial, false},
+    Export_Entry{"mnu_Profile_mach", "Roller center x-y coordinates versus Machine Zero", Export_Need::radial, true},
+    Export_Entry{"mnu_Cutter_mach", "Cutter center x-y coordinates versus Machine Zero", Export_Need::radial, false},
+    Export_Entry{"mnu_Surface_mach", "Cam surface x-y coordinates versus Machine Zero", Export_Need::radial, false},
+    Export_Entry{"mnu_Barrel", "Barrel cam roller center R-Lambda-Z versus Cam Zero", Export_Need::barrel, true},
+    Export_Entry{"mnu_Barrel_Ctr", "Barrel cam cutter center R-Lambda-Z versus Cam Zero", Export_Need::barrel, false},
+    Export_Entry{"mnu_Barrel_Surf", "Barrel cam surface  R-Lambda-Z versus Cam Zero", Export_Need::barrel, false},
+    Export_Entry{"mnu_Barrel_mach", "Barrel cam roller center  R-Lambda-Z versus Machine Zero", Export_Need::barrel,
+                 true},
+    Export_Entry{"mnu_Barrel_Ctr_mach", "Barrel cam cutter center R-Lambda-Z versus Machine Zero", Export_Need::barrel,
+                 false},
+    Export_Entry{"mnu_Barrel_Surf_mach", "Barrel cam surface R-Lambda-Z versus Machine Zero", Export_Need::barrel,
+                 false},
+    Export_Entry{"mnu_Linear", "Linear cam roller center R-Lambda-Z versus Cam Zero", Export_Need::linear, true},
+    Export_Entry{"mnu_Linear_surf", "Linear cam surface  R-Lambda-Z versus Cam Zero", Export_Need::linear, false},
+    Export_Entry{"mnu_sva", "S - V - A data", Export_Need::linkage, false},
+    Export_Entry{"mnu_xdot", "X - Xdot - Xddot data", Export_Need::linkage, false},
+    Export_Entry{"mnu_Cadkey", "&DXF", Export_Need::any_cam, false},
+};
+
+bool Fits_Cam(Export_Need need)
+{
+    const std::string& type = design.cam.Camtype;
+    switch (need) {
+    case Export_Need::radial:
+        return type == "Radial";
+    case Export_Need::barrel:
+        return type == "Barrel";
+    case Export_Need::linear:
+        return type == "Linear";
+    case Export_Need::any_cam:
+    case Export_Need::linkage:
+        break;
+    }
+    return true;
+}
+
+bool Needs_Size(Export_Need need)
+{
+    return need != Export_Need::any_cam && need != Export_Need::linkage;
+}
+
+}  // namespace
+
+std::span<const Menu_Entry> Home_Menus()
+{
+    return menus;
+}
+
+std::span<const Export_Entry> Export_Menu()
+{
+    return exports;
+}
+
+std::vector<bool> Menu_Update()
+{
+    const bool flat = design.cam.Followtype == 2;
+    std::vector<bool> open;
+    for (const Export_Entry& entry : exports)
+        open.push_back(Fits_Cam(entry.need) && (!Needs_Size(entry.need) || design.flags.Sized) &&
+                       !(flat && entry.roller_only));
+    return open;
+}
+
+bool File_New()
+{
+    if (!May_Reset())
+        return false;
+    const Answer answer = Show_Message("Please confirm your order to reset all variables to initial values",
+                                       Buttons::OK_Cancel, Symbol::exclamation);
+    if (answer != Answer::OK)
+        return false;
+    return Trap("frm_Homescreen.New", [] {
+        Reset_All();
+        design.flags.From_Disk = false;
+        Refresh_Screens();
+    });
+}
+
+bool Quit_Requested(const std::function<bool()>& quit_screen)
+{
+    const Flags_Group& f = design.flags;
+    if ((f.Calculated || f.Sized) && !f.Model_Saved)
+        SaveAs(design.identity.Version_Str);
+    return quit_screen();
+}
+
+bool Change_Units_from_Home(int code)
+{
+    return Trap("frm_Homescreen.Units", [code] {
+        Change_Units(code);
+        Refresh_Screens();
+    });
+}
+
+bool Change_Time_Base_from_Home(int code)
+{
+    if (code == design.motion.Time_Base)
+        return true;
+    return Trap("frm_Homescreen.Time_Base", [code] {
+        Set_Time_Base(code);
+        Set_Units();
+        Flags_Group& f = design.flags;
+        f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Polydyne_Calc = false;
+        f.Linkage_Calc = f.FFT_Done = f.Model_Saved = false;
+        design.motion.Seg_Done.Fill(false);
+        Refresh_Screens();
+    });
+}
+
+bool Change_Number_Format(std::string_view format)
+{
+    if (format == "USA") {
+        Choose_USA_Format();
+        return true;
+    }
+    if (!May_Reset())
+        return false;
+    Choose_European_Format();
+    return true;
+}
+
+Home_View Home_Activate()
+{
+    design.run.Keep_Step = false;
+    return {Status_Lamps(),          Set_Homeform_Buttons(),   Menu_Update(), design.identity.WhichUnit,
+            Compcam_Panel_Visible(), design.flags.Linkage_Calc};
+}
+
+}  // namespace lobemax

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "files/recovery.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string_view>
+
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/startup.h"
+#include "core/units.h"
+#include "files/byte_stream.h"
+#include "files/model_file.h"
+
+namespace lobemax {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view present_format = "9";
+
+std::string Read_All(const std::string& path)
+{
+    File_Source source(path);
+    std::string text(source.Size(), '\0');
+    text.resize(source.Read(text.data(), text.size()));
+    return text;
+}
+
+void Write_Whole(const std::string& path, const std::string& text)
+{
+    Whole_File file(path);
+    file.Sink().Write(text.data(), text.size());
+    file.Commit();
+}
+
+/// The design as a model file. What the format cannot hold (the last conditions of 20 segments) is left out, as in any
+/// saved file.
+std::string Model_Text()
+{
+    Text_Sink sink;
+    try {
+        Write_Model(sink, present_format);
+    } catch (const Fault&) {
+        // what came before the fault stands in the text: all that was typed, but not the calculated table
+    }
+    return sink.Text();
+}
+
+}  // namespace
+
+bool Worth_Recovering()
+{
+    const Motion_Group& m = design.motion;
+    if (design.flags.Model_Saved)
+        return false;
+    if (design.flags.Calculated || design.flags.Sized)
+        return true;
+    for (int i = 1; i <= m.No_of_segments; ++i)
+        if (!m.Start_Value(i).empty() || !m.End_Value(i).empty())
+            return true;
+    return false;
+}
+
+bool Write_Recovery(const std::string& folder)
+{
+    if (!Worth_Recovering()) {
+        Drop_Recovery(folder);
+        return true;
+    }
+    try {
+        Write_Whole(folder + Recovery_Note_Name,
+                    design.identity.Number_Format + "\n" + design.identity.File_Name + "\n");
+        Write_Whole(folder + Recovery_Model_Name, Model_Text());
+        return true;
+    } catch (const Fault&) {
+        return false;  // an unattended write tells nobody: the user's own save will
+    }
+}
+
+void Drop_Recovery(const std::string& folder)
+{
+    std::error_code ignored;
+    fs::remove(folder + Recovery_Model_Name, ignored);
+    fs::remove(folder + Recovery_Note_Name, ignored);
+}
+
+bool Offer_Recovery(const std::string& folder)
+{
+    const std::string model = folder + Recovery_Model_Name;
+    std::error_code none;
+    if (!fs::exists(model, none))
+        return false;
+    const Answer answer = Show_Message(
+        "An unsaved design of the last run was found.\n"
+        "Do you want to recover it?",
+        Buttons::Yes_No, Symbol::exclamation);
+    if (answer != Answer::Yes) {
+        Drop_Recovery(folder);
+        return false;
+    }
+    std::string note;
+    try {
+        note = Read_All(folder + Recovery_Note_Name);
+    } catch (const Fault&) {
+        // a model without its note is read in the number format in force
+    }
+    const std::size_t line = note.find('\n');
+    if (const std::string format = note.substr(0, line); format == "USA" || format == "Europe")
+        design.identity.Number_Format = format;
+    Reset_All();
+    const bool read = Load_Model(model);
+    if (!read && !design.run.Read_Partial) {
+        fs::rename(model, model + ".bad", none);
+        Drop_Recovery(folder);
+        Reset_All();
+        Show_Message("The recovery file could not be read.  It is kept as\n" + model + ".bad", Buttons::OK,
+                     Symbol::exclamation);
+        return false;
+    }
+    std::string path;
+    if (line != std::string::npos)
+        path = note.substr(line + 1, note.find('\n', line + 1) - line - 1);
+    design.identity.File_Name = path;
+    design.flags.Model_Saved = false;
+    if (!read)
+        design.flags.Calculated = design.flags.Modelflag = design.flags.Polydyne_Calc = false;
+    Set_Units();
+    Drop_Recovery(folder);
+    Refresh_Screens();
+    return true;
+}
+
+}  // namespace lobemax

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// What can be plotted or tabled: variables, presets and segments, in lists that grow with the ladder.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/design_state.h"
+
+namespace lobemax {
+
+/// Plot styles: the windows a plot has.
+namespace style {
+inline constexpr int single_window = 1;
+inline constexpr int two_windows = 2;
+inline constexpr int four_windows = 3;
+inline constexpr int polar = 4;
+}  // namespace style
+
+/// The caption of opt_PickPlot for a style 1..4. @throws Fault{9} outside
+std::string_view Style_Caption(int plot_style);
+
+/// Functions that a style shows: at least, and at most. @throws Fault{9} outside 1..4
+struct Function_Count {
+    int least;
+    int most;
+};
+Function_Count Functions_of_Style(int plot_style);
+
+/// The variables of a list, in its order, by how far the design has got.
+///
+/// While Selecting_Print holds, a table is being chosen: no coordinates, and no displacement unless the table goes to
+/// the screen.
+/// @param to_screen  whether a table goes to the screen; counts only while Selecting_Print holds
+std::vector<int> Load_Names(bool to_screen = true);
+
+/// The closed curves of two coordinates that a polar plot offers beside the variables: 54 to 59, as far as they are
+/// calculated.
+std::vector<int> Composite_Choices();
+
+/// The rows of x and y of a composite choice 54..59. @throws Fault{9} for any other
+struct Coordinate_Rows {
+    int x;
+    int y;
+};
+Coordinate_Rows Rows_of_Composite(int choice);
+
+/// The variable behind a list's entry: the first of the list whose Var_Name it is.
+std::optional<int> Variable_Picked(std::span<const int> list, std::string_view name);
+
+/// A ready choice of variables.
+struct Plot_Preset {
+    std::string_view text;
+    std::vector<int> variables;
+};
+
+/// All presets of a style, in order; entry n is element n - 1. The four-window presets serve the tables too.
+const std::vector<Plot_Preset>& Presets_of_Style(int plot_style);
+
+/// Entry numbers, from 1, of the presets that are offered, in the order of the list. A style without presets, or with
+/// nothing to offer, gives none.
+std::vector<int> Load_Presets(int plot_style);
+
+/// Fills Plot_Vars and Num_Sets from entry n of a style's presets. @throws Fault{9} where there is no such entry
+void Choose_Preset2(int plot_style, int entry);
+
+/// "All", then an entry for each segment: its number and its motion kind, "D", "P" and "S" in brackets.
+std::vector<std::string> Load_SegmentList();
+
+/// The segment of an entry of that list; 0 for "All" and for any text that names no segment in use.
+int Segment_of_Entry(std::string_view entry);
+
+/// Sets Segment_Pick, Plot_First and Plot_Last, degrees, from an entry of the segment list.
+void Pick_Segment(std::string_view entry);
+
+/// Places the picked variables, zero for none, into Plot_Vars and counts them.
+/// @return whether the style has the functions it needs
+bool Select_OK(int plot_style, std::span<const int> variables);
+
+}  // namespace lobemax

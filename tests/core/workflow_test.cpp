@@ -1,0 +1,263 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/workflow.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/design_state.h"
+#include "core/startup.h"
+#include "tests/support/script.h"
+
+namespace lobemax {
+namespace {
+
+using testing::Expected_Box;
+using testing::Script;
+
+constexpr const char* compensating =
+    "You currently have a compensating cam calculated and\n"
+    "have not yet saved that data.  If you continue without\n"
+    "first saving the model, you will lose the data.";
+
+class Workflow : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(Sub_Main("", {})); }
+    void TearDown() override { design = {}; }
+
+    /// Names of the enabled buttons, in order, without their "cmd_".
+    static std::string Enabled()
+    {
+        const Home_Buttons enabled = Set_Homeform_Buttons();
+        std::string names;
+        for (int b = 0; b < Home_Button_Count; ++b)
+            if (enabled[static_cast<std::size_t>(b)])
+                names += std::string(Home_Button_at(static_cast<Home_Button>(b)).name.substr(4)) + " ";
+        return names;
+    }
+    /// Texts of the lit lamps.
+    static std::string Lit()
+    {
+        std::string texts;
+        for (const Lamp& lamp : Status_Lamps())
+            if (lamp.lit)
+                texts += lamp.text + "|";
+        return texts;
+    }
+
+    Script script_;
+    Flags_Group& f_ = design.flags;
+};
+
+TEST_F(Workflow, a_fresh_design_has_input_and_quit_alone)
+{
+    EXPECT_EQ(Enabled(), "Input Quit ");
+    EXPECT_EQ(Lit(), "mm-kg-N-s|");
+}
+
+TEST_F(Workflow, each_rung_opens_its_buttons)
+{
+    f_.Calculated = true;
+    EXPECT_EQ(Enabled(), "Input Size Plot Print Quit ");
+    f_.Sized = true;
+    EXPECT_EQ(Enabled(), "Input Size Draw Force Linkage Plot Print Quit ");
+    f_.Dynamicflag = true;
+    EXPECT_EQ(Enabled(), "Input Size Draw Force Model Stress Linkage Plot Print Quit ");
+    f_.Imported_Model = true;
+    EXPECT_EQ(Enabled(), "Size Draw Force Model Stress Linkage Plot Print Quit ");
+}
+
+TEST_F(Workflow, a_barrel_cam_that_is_sized_is_not_drawn)
+{
+    f_.Calculated = f_.Sized = true;
+    for (const char* type : {"Barrel", "Linear"}) {
+        design.cam.Camtype = type;
+        EXPECT_EQ(Enabled(), "Input Size Force Linkage Plot Print Quit ");
+    }
+}
+
+TEST_F(Workflow, the_buttons_follow_their_order_where_the_flags_disagree)
+{
+    f_.Sized = true;  // without Calculated: the second step opens what the first closed
+    EXPECT_EQ(Enabled(), "Input Draw Force Linkage Quit ");
+    f_.Sized = false;
+    f_.Dynamicflag = true;
+    EXPECT_EQ(Enabled(), "Input Model Stress Quit ");
+}
+
+TEST_F(Workflow, a_design_from_disk_that_is_sized_has_its_lamps_and_draw_open)
+{
+    f_.Calculated = f_.From_Disk = f_.Sized = true;
+    EXPECT_EQ(Lit(), "DiskFile|Sized|mm-kg-N-s|");
+    EXPECT_NE(Enabled().find("Draw"), std::string::npos);
+}
+
+TEST_F(Workflow, the_first_lamp_tells_where_the_motion_comes_from)
+{
+    const auto first = [] { return Status_Lamps()[0]; };
+    EXPECT_FALSE(first().lit);
+    EXPECT_EQ(first().caption, "Calculated");
+    f_.Calculated = true;
+    EXPECT_EQ(first().text, "S-V-A-J");
+    f_.From_Disk = true;
+    EXPECT_EQ(first().text, "DiskFile");
+    f_.Imported_Model = true;
+    EXPECT_EQ(first().text, "Imported");
+    f_.Calculated = f_.From_Disk = false;
+    EXPECT_TRUE(first().lit);
+}
+
+TEST_F(Workflow, every_other_lamp_has_its_flag_and_shows_its_caption)
+{
+    const std::vector<std::pair<Flag*, std::string>> lamps{
+        {&f_.Sized, "Sized"},         {&f_.Dynamicflag, "Dynamics"},     {&f_.Linkage_Calc, "Linkage"},
+        {&f_.Modelflag, "Vibration"}, {&f_.Stressflag, "Stress"},        {&f_.Polydyne_Calc, "Polydyne"},
+        {&f_.FFT_Done, "FFT Done"},   {&f_.Ext_Force_Calc, "Ext Force"}, {&f_.CompCam_Calc, "Torq Comp"}};
+    for (const auto& [flag, caption] : lamps) {
+        *flag = true;
+        EXPECT_EQ(Lit(), caption + "|mm-kg-N-s|");
+        *flag = false;
+    }
+    for (int units = 1; units <= 5; ++units) {
+        design.identity.WhichUnit = units;
+        const std::vector<std::string> words{"in-lb-bl-s", "ft-lb-sl-s", "m-kg-N-s", "cm-kg-N-s", "mm-kg-N-s"};
+        EXPECT_EQ(Lit(), words[static_cast<std::size_t>(units - 1)] + "|");
+    }
+    EXPECT_EQ(Status_Tip, "Shows what has been calculated so far");
+}
+
+TEST_F(Workflow, captions_carry_their_access_keys)
+{
+    using enum Home_Button;
+    EXPECT_EQ(Home_Button_at(Input).tip, "Create a cam");
+    const std::vector<std::pair<Home_Button, std::string>> captions{
+        {Size, "Si&ze Cam"},   {Draw, "&Draw Cam"}, {Force, "D&ynamics"}, {Model, "V&ibration"}, {Stress, "S&tress"},
+        {Linkage, "&Linkage"}, {Plot, "&Plot"},     {Print, "P&rint"},    {Quit, "&Quit"}};
+    for (const auto& [button, caption] : captions)
+        EXPECT_EQ(Home_Button_at(button).caption, caption);
+}
+
+TEST_F(Workflow, a_linkage_needs_an_oscillating_follower)
+{
+    script_.Expect(
+        {" Your cam currently has a translating follower.\n"
+         " This feature requires an oscillating follower. ",
+         Buttons::OK, Symbol::exclamation});
+    EXPECT_FALSE(May_Open_Linkage());
+    design.cam.Translating = false;
+    EXPECT_TRUE(May_Open_Linkage());
+}
+
+TEST_F(Workflow, a_vibration_needs_a_first_segment_that_moves)
+{
+    design.motion.Rise_Fall_Dwell(1) = "D";
+    script_.Expect(
+        {"Your current SVAJ program starts with a dwell segment.\n"
+         "This arrangement does not allow a vibration analysis, because the \n"
+         "Runge-Kutta algorithm used requires that follower motion begin at time zero.\n"
+         "You must start your cam program cycle with a rise or a fall:\n"
+         "i.e., phase shift the cam program to do this dynamic analysis.",
+         Buttons::OK, Symbol::exclamation});
+    EXPECT_FALSE(May_Open_Vibration());
+    design.motion.Rise_Fall_Dwell(1) = "R";
+    EXPECT_TRUE(May_Open_Vibration());
+}
+
+TEST_F(Workflow, an_imported_model_keeps_the_input_screen_closed)
+{
+    f_.Imported_Model = true;
+    script_.Expect(
+        {"You currently have imported cam data stored.\n"
+         "The SVAJ button has been disabled to prevent\n"
+         "overwriting the imported data.\n"
+         "Use File/New to re-enable the SVAJ button,\n"
+         "but save your imported model first.",
+         Buttons::OK, Symbol::exclamation});
+    EXPECT_FALSE(May_Open_Input());
+}
+
+TEST_F(Workflow, going_on_gives_an_unsaved_compensating_cam_up)
+{
+    EXPECT_FALSE(Compcam_Panel_Visible());
+    for (bool (*may_go_on)() : {&May_Open_Input, &May_Build_Example}) {
+        f_.CompCam_Calc = true;
+        EXPECT_TRUE(Compcam_Panel_Visible());
+        script_.Expect({compensating, Buttons::OK_Cancel, Symbol::exclamation, Answer::Cancel});
+        EXPECT_FALSE(may_go_on());
+        EXPECT_TRUE(f_.CompCam_Calc);
+        script_.Expect({compensating, Buttons::OK_Cancel, Symbol::exclamation, Answer::OK});
+        EXPECT_TRUE(may_go_on());
+        EXPECT_FALSE(f_.CompCam_Calc);
+        EXPECT_TRUE(may_go_on());  // nothing more to say
+    }
+    EXPECT_EQ(Compcam_Panel_Text,
+              "You have calculated a torque compensating cam.  Its data are in memory.  You must save this model and "
+              "export the compensating cam profile data before doing any other cam designs");
+}
+
+TEST_F(Workflow, cutter_data_versus_machine_zero_is_refused)
+{
+    script_.Expect(
+        {"This feature is not implemented because you should not start cutting within a motion event. \n"
+         "Use the cutter centerline data referenced to the cam zero instead.",
+         Buttons::OK, Symbol::exclamation});
+    Refuse_Cutter_at_Machine_Zero();
+    script_.Expect(
+        {"You should not start cutting a cam within a motion event at machine zero. \n"
+         "Use the cutter center xy data referenced to the cam zero instead.",
+         Buttons::OK, Symbol::exclamation});
+    Refuse_Barrel_Cutter_at_Machine_Zero();
+}
+
+TEST_F(Workflow, each_event_takes_away_what_rested_on_it)
+{
+    const auto all_set = [this] {
+        f_.Calculated = f_.Sized = f_.Dynamicflag = f_.Modelflag = f_.Stressflag = f_.Polydyne_Calc = true;
+        f_.Ext_Force_Calc = f_.CompCam_Calc = f_.Linkage_Calc = f_.FFT_Done = f_.From_Disk = f_.Model_Saved = true;
+    };
+    const auto cleared = [this] {
+        std::string names;
+        const std::vector<std::pair<const Flag*, const char*>> flags{
+            {&f_.Calculated, "Calculated"},    {&f_.Sized, "Sized"},           {&f_.Dynamicflag, "Dynamicflag"},
+            {&f_.Modelflag, "Modelflag"},      {&f_.Stressflag, "Stressflag"}, {&f_.Polydyne_Calc, "Polydyne_Calc"},
+            {&f_.Ext_Force_Calc, "Ext_Force"}, {&f_.CompCam_Calc, "CompCam"},  {&f_.Linkage_Calc, "Linkage_Calc"},
+            {&f_.FFT_Done, "FFT_Done"},        {&f_.From_Disk, "From_Disk"},   {&f_.Model_Saved, "Model_Saved"}};
+        for (const auto& [flag, name] : flags)
+            if (!*flag)
+                names += std::string(name) + " ";
+        return names;
+    };
+    all_set();
+    Model_Edited();
+    EXPECT_EQ(cleared(), "Model_Saved ");
+    all_set();
+    Units_Changed_on_Input();
+    EXPECT_EQ(cleared(), "Calculated Sized Dynamicflag Modelflag Stressflag Model_Saved ");
+    all_set();
+    Load_Ended_Partially();
+    EXPECT_EQ(cleared(), "Calculated Modelflag Polydyne_Calc ");
+    all_set();
+    Size_Changed();
+    EXPECT_EQ(cleared(), "Sized Dynamicflag Modelflag Stressflag Polydyne_Calc Linkage_Calc Model_Saved ");
+    all_set();
+    Forces_Changed();
+    EXPECT_EQ(cleared(), "Stressflag ");
+    all_set();
+    Clear_Segs();
+    EXPECT_EQ(cleared().find("Linkage"), std::string::npos);
+    for (const char* name : {"Calculated ", "Sized ", "Dynamicflag ", "Modelflag ", "Polydyne_Calc "})
+        EXPECT_NE(cleared().find(name), std::string::npos) << name;
+    all_set();
+    f_.Imported_Model = true;
+    design.motion.Motion = false;
+    Reset_All();
+    EXPECT_EQ(cleared(),
+              "Calculated Sized Dynamicflag Modelflag Stressflag Polydyne_Calc Ext_Force CompCam Linkage_Calc FFT_Done "
+              "From_Disk Model_Saved ");
+    EXPECT_FALSE(f_.Imported_Model);
+    EXPECT_TRUE(design.motion.Motion);
+}
+
+}  // namespace
+}  // namespace lobemax

@@ -1,0 +1,258 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "files/home_commands.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "core/design_state.h"
+#include "core/startup.h"
+#include "motion/examples.h"
+#include "tests/support/script.h"
+
+namespace lobemax {
+namespace {
+
+using testing::Error_Box;
+using testing::Expected_Box;
+using testing::Script;
+
+const Expected_Box save_first{"The current data has not been saved.  Do you want to save it before resetting?",
+                              Buttons::Yes_No, Symbol::none, Answer::No};
+const Expected_Box confirm{"Please confirm your order to reset all variables to initial values", Buttons::OK_Cancel,
+                           Symbol::exclamation, Answer::OK};
+
+Expected_Box With(Expected_Box box, Answer answer)
+{
+    box.answer = answer;
+    return box;
+}
+
+class Home_Commands : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(Sub_Main("", {})); }
+    void TearDown() override
+    {
+        if (script_.path)
+            std::filesystem::remove(*script_.path);
+        design = {};
+    }
+    void Make_Unsaved()
+    {
+        ASSERT_TRUE(Build_Example("Double Dwell"));
+        design.flags.Model_Saved = false;
+    }
+    /// Names of the open export entries, without "mnu_".
+    static std::string Open_Exports()
+    {
+        const std::vector<bool> open = Menu_Update();
+        std::string names;
+        for (std::size_t i = 0; i < open.size(); ++i)
+            if (open[i])
+                names += std::string(Export_Menu()[i].name.substr(4)) + " ";
+        return names;
+    }
+    std::string Temporary(const std::string& name) { return ::testing::TempDir() + std::to_string(::getpid()) + name; }
+
+    Script script_;
+};
+
+TEST_F(Home_Commands, every_menu_entry_has_a_name_of_its_own_and_a_caption)
+{
+    std::set<std::string_view> names;
+    for (const Menu_Entry& entry : Home_Menus()) {
+        EXPECT_TRUE(names.insert(entry.name).second) << entry.name;
+        EXPECT_FALSE(entry.caption.empty()) << entry.name;
+    }
+    for (const Export_Entry& entry : Export_Menu())
+        EXPECT_TRUE(names.insert(entry.name).second) << entry.name;
+    for (const std::string_view name :
+         {"mnu_New", "mnu_Open", "mnu_OpenExample", "mnu_Save", "mnu_Plus", "mnu_V8", "mnu_V7", "mnu_USA", "mnu_Europe",
+          "mnu_CalcFFT", "mnu_FullScreen", "mnu_StandardSize", "mnu_Aspect", "mnu_Circles", "mnu_Preferences"})
+        EXPECT_TRUE(names.contains(name)) << name;
+}
+
+TEST_F(Home_Commands, the_examples_menu_has_the_nine_in_their_order)
+{
+    std::vector<std::string_view> captions;
+    for (const Menu_Entry& entry : Home_Menus())
+        if (entry.menu == "E&xamples")
+            captions.push_back(entry.caption);
+    EXPECT_EQ(captions, (std::vector<std::string_view>{"Single Dwell", "Double Dwell", "Flat Follower", "Four Dwell",
+                                                       "Oscillating", "4-bar Linkage", "6-bar Linkage", "4-bar Slider",
+                                                       "6-bar Slider"}));
+    EXPECT_TRUE(std::equal(captions.begin(), captions.end(), Example_Names.begin(), Example_Names.end()));
+}
+
+TEST_F(Home_Commands, a_transform_needs_a_motion)
+{
+    const auto fft = std::ranges::find(Home_Menus(), "mnu_CalcFFT", &Menu_Entry::name);
+    EXPECT_FALSE(fft->enabled());
+    design.flags.Calculated = true;
+    EXPECT_TRUE(fft->enabled());
+}
+
+TEST_F(Home_Commands, export_entries_follow_the_kind_of_cam_and_its_size)
+{
+    const std::string always = "Spread ";
+    const std::string linkage = "sva xdot Cadkey ";
+    EXPECT_EQ(Open_Exports(), always + linkage);
+    design.flags.Sized = true;
+    EXPECT_EQ(Open_Exports(), always + "profile Cutter Surface Profile_mach Cutter_mach Surface_mach " + linkage);
+    design.cam.Camtype = "Barrel";
+    EXPECT_EQ(Open_Exports(),
+              always + "Barrel Barrel_Ctr Barrel_Surf Barrel_mach Barrel_Ctr_mach Barrel_Surf_mach " + linkage);
+    design.cam.Camtype = "Linear";
+    EXPECT_EQ(Open_Exports(), always + "Linear Linear_surf " + linkage);
+    design.flags.Sized = false;
+    EXPECT_EQ(Open_Exports(), always + linkage);
+}
+
+TEST_F(Home_Commands, a_flat_face_has_no_roller_entries)
+{
+    design.flags.Sized = true;
+    design.cam.Followtype = 2;
+    EXPECT_EQ(Open_Exports(), "Spread Cutter Surface Cutter_mach Surface_mach sva xdot Cadkey ");
+}
+
+TEST_F(Home_Commands, new_confirms_and_resets)
+{
+    Make_Unsaved();
+    script_.Expect(save_first);
+    script_.Expect(confirm);
+    EXPECT_TRUE(File_New());
+    EXPECT_FALSE(design.flags.Calculated);
+    EXPECT_EQ(design.motion.No_of_segments, 1);
+    EXPECT_EQ(design.identity.Model_Name, "Model1");
+    EXPECT_EQ(Set_Homeform_Buttons()[static_cast<std::size_t>(Home_Button::Size)], false);
+}
+
+TEST_F(Home_Commands, new_of_a_saved_or_uncalculated_design_asks_only_for_confirmation)
+{
+    script_.Expect(confirm);
+    EXPECT_TRUE(File_New());
+    Make_Unsaved();
+    design.flags.Model_Saved = true;
+    script_.Expect(With(confirm, Answer::Cancel));
+    EXPECT_FALSE(File_New());
+    EXPECT_TRUE(design.flags.Calculated);
+}
+
+TEST_F(Home_Commands, new_saves_when_the_user_wants_so)
+{
+    Make_Unsaved();
+    script_.path = Temporary("new.cam");
+    // The text of the success box belongs to the save; any will do here.
+    Host host = Installed_Host();
+    std::vector<std::string> boxes;
+    host.messenger = [&](const Message& box) {
+        boxes.push_back(box.text);
+        return box.buttons == Buttons::Yes_No ? Answer::Yes : Answer::OK;
+    };
+    const Host before = Install_Host(host);
+    EXPECT_TRUE(File_New());
+    Install_Host(before);
+    EXPECT_EQ(boxes.size(), 3U);
+    EXPECT_TRUE(std::filesystem::exists(*script_.path));
+    EXPECT_FALSE(design.flags.Calculated);
+}
+
+TEST_F(Home_Commands, new_keeps_a_design_whose_save_was_cancelled)
+{
+    Make_Unsaved();
+    script_.Expect(With(save_first, Answer::Yes));
+    EXPECT_FALSE(File_New());  // no path: the dialog was cancelled
+    EXPECT_TRUE(design.flags.Calculated);
+}
+
+TEST_F(Home_Commands, quit_of_unsaved_work_shows_the_save_dialog_before_the_quit_screen)
+{
+    Make_Unsaved();
+    bool dialog_came_first = false;
+    EXPECT_TRUE(Quit_Requested([&] {
+        dialog_came_first = script_.dialogs.size() == 1;
+        return true;
+    }));
+    EXPECT_TRUE(dialog_came_first);
+}
+
+TEST_F(Home_Commands, quit_of_saved_or_empty_work_goes_straight_to_the_quit_screen)
+{
+    EXPECT_FALSE(Quit_Requested([] { return false; }));
+    Make_Unsaved();
+    design.flags.Model_Saved = true;
+    EXPECT_TRUE(Quit_Requested([] { return true; }));
+    EXPECT_TRUE(script_.dialogs.empty());
+}
+
+TEST_F(Home_Commands, units_from_home_convert_and_keep_the_flags)
+{
+    ASSERT_TRUE(Build_Example("Double Dwell"));
+    design.flags.Sized = true;
+    const double before = design.cam.Prime_Rad;
+    EXPECT_TRUE(Change_Units_from_Home(1));
+    EXPECT_EQ(design.identity.WhichUnit, 1);
+    EXPECT_NEAR(design.cam.Prime_Rad, before / 25.4, 5e-4);
+    EXPECT_TRUE(design.flags.Calculated && design.flags.Sized);
+    EXPECT_TRUE(design.flags.Units_Changed);
+    script_.Expect(Error_Box(9, "Index out of bounds", "frm_Homescreen.Units"));
+    EXPECT_FALSE(Change_Units_from_Home(6));
+}
+
+TEST_F(Home_Commands, another_time_base_renames_and_asks_for_a_new_calculation)
+{
+    ASSERT_TRUE(Build_Example("Double Dwell"));
+    EXPECT_TRUE(Change_Time_Base_from_Home(1));
+    EXPECT_TRUE(design.flags.Calculated);  // it was the base already
+    EXPECT_TRUE(Change_Time_Base_from_Home(2));
+    EXPECT_EQ(design.plot.Var_Name(var::J), "Jerk");
+    EXPECT_FALSE(design.flags.Calculated);
+    EXPECT_FALSE(design.motion.Seg_Done(1));
+    script_.Expect(Error_Box(5, "Invalid argument", "frm_Homescreen.Time_Base"));
+    EXPECT_FALSE(Change_Time_Base_from_Home(4));
+}
+
+TEST_F(Home_Commands, the_european_format_asks_about_unsaved_work_before_it_resets)
+{
+    Make_Unsaved();
+    script_.Expect(With(save_first, Answer::Yes));  // and the save dialog is cancelled
+    EXPECT_FALSE(Change_Number_Format("Europe"));
+    EXPECT_EQ(design.identity.Number_Format, "USA");
+    EXPECT_TRUE(design.flags.Calculated);
+    script_.Expect(save_first);
+    script_.Expect(
+        {"This will set your number system to have a comma as the decimal point\n"
+         "and a period as the thousands grouping symbol.\n"
+         "This can only be used if your Windows operating system is set for European units."});
+    EXPECT_TRUE(Change_Number_Format("Europe"));
+    EXPECT_EQ(design.identity.Number_Format, "Europe");
+    EXPECT_FALSE(design.flags.Calculated);
+    script_.Expect(
+        {"This will set your number system to have a period as the decimal point\n"
+         "and a comma as the thousands grouping symbol.\n"
+         "This can only be used if your Windows operating system is set for US units."});
+    EXPECT_TRUE(Change_Number_Format("USA"));
+    EXPECT_EQ(design.identity.Number_Format, "USA");
+}
+
+TEST_F(Home_Commands, the_home_screen_comes_up_with_the_state)
+{
+    ASSERT_TRUE(Build_Example("Oscillating"));
+    design.run.Keep_Step = true;
+    design.flags.Linkage_Calc = design.flags.CompCam_Calc = true;
+    const Home_View view = Home_Activate();
+    EXPECT_FALSE(design.run.Keep_Step);
+    EXPECT_EQ(view.unit_system, 5);
+    EXPECT_TRUE(view.compcam_panel);
+    EXPECT_TRUE(view.linkage_data_entry);
+    EXPECT_EQ(view.lamps[0].text, "S-V-A-J");
+    EXPECT_EQ(view.export_entries.size(), Export_Menu().size());
+}
+
+}  // namespace
+}  // namespace lobemax

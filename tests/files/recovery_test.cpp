@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "files/recovery.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "core/design_state.h"
+#include "core/startup.h"
+#include "motion/examples.h"
+#include "motion/segments.h"
+#include "tests/support/script.h"
+
+namespace lobemax {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::Expected_Box;
+
+const std::string question =
+    "An unsaved design of the last run was found.\n"
+    "Do you want to recover it?";
+
+class Recovery : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        folder_ = ::testing::TempDir() + "lobemax_recovery_" + std::to_string(::getpid()) + "/";
+        fs::create_directories(folder_);
+        ASSERT_TRUE(Sub_Main("", {}));
+    }
+    void TearDown() override
+    {
+        fs::remove_all(folder_);
+        design = {};
+    }
+    bool Kept() const { return fs::exists(folder_ + Recovery_Model_Name); }
+
+    std::string folder_;
+    testing::Script script_;
+};
+
+TEST_F(Recovery, an_unsaved_design_comes_back_as_it_was)
+{
+    ASSERT_TRUE(Build_Example("Four Dwell"));
+    design.identity.File_Name = "/home/me/work.cam";
+    design.cam.Prime_Rad = 123.5;
+    design.flags.Model_Saved = false;
+    const double S = design.results.CalcData(var::S, 25);
+    ASSERT_TRUE(Write_Recovery(folder_));
+    EXPECT_FALSE(design.flags.Model_Saved);
+    EXPECT_EQ(design.identity.File_Name, "/home/me/work.cam");
+
+    ASSERT_TRUE(Sub_Main("", {}));  // the next run
+    script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::Yes});
+    EXPECT_TRUE(Offer_Recovery(folder_));
+    EXPECT_EQ(design.motion.No_of_segments, 8);
+    EXPECT_EQ(design.cam.Prime_Rad, 123.5);
+    EXPECT_EQ(design.results.CalcData(var::S, 25), S);
+    EXPECT_TRUE(design.flags.Calculated);
+    EXPECT_FALSE(design.flags.Model_Saved);
+    EXPECT_EQ(design.identity.File_Name, "/home/me/work.cam");
+    EXPECT_FALSE(Kept());
+    EXPECT_FALSE(Offer_Recovery(folder_));  // once: no second question
+}
+
+TEST_F(Recovery, a_no_drops_it)
+{
+    ASSERT_TRUE(Build_Example("Double Dwell"));
+    design.flags.Model_Saved = false;
+    ASSERT_TRUE(Write_Recovery(folder_));
+    ASSERT_TRUE(Sub_Main("", {}));
+    script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::No});
+    EXPECT_FALSE(Offer_Recovery(folder_));
+    EXPECT_FALSE(Kept());
+    EXPECT_FALSE(design.flags.Calculated);
+}
+
+TEST_F(Recovery, what_is_saved_or_empty_is_not_kept_and_drops_an_older_one)
+{
+    EXPECT_FALSE(Worth_Recovering());
+    ASSERT_TRUE(Write_Recovery(folder_));
+    EXPECT_FALSE(Kept());
+    ASSERT_TRUE(Build_Example("Double Dwell"));
+    design.flags.Model_Saved = false;
+    ASSERT_TRUE(Write_Recovery(folder_));
+    EXPECT_TRUE(Kept());
+    design.flags.Model_Saved = true;
+    ASSERT_TRUE(Write_Recovery(folder_));
+    EXPECT_FALSE(Kept());
+}
+
+TEST_F(Recovery, a_table_that_was_only_typed_is_worth_keeping)
+{
+    design.motion.Start_Value(1) = "0";
+    EXPECT_TRUE(Worth_Recovering());
+}
+
+TEST_F(Recovery, the_number_format_of_the_typed_texts_comes_back)
+{
+    ASSERT_TRUE(Build_Example("Double Dwell"));
+    design.identity.Number_Format = "Europe";
+    design.motion.End_Value(1) = "12,5";
+    design.flags.Model_Saved = false;
+    ASSERT_TRUE(Write_Recovery(folder_));
+    ASSERT_TRUE(Sub_Main("", {}));
+    ASSERT_EQ(design.identity.Number_Format, "USA");
+    script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::Yes});
+    EXPECT_TRUE(Offer_Recovery(folder_));
+    EXPECT_EQ(design.identity.Number_Format, "Europe");
+    EXPECT_EQ(design.motion.End_Value(1), "12,5");
+}
+
+TEST_F(Recovery, a_damaged_file_is_kept_aside_and_told_of)
+{
+    std::ofstream(folder_ + Recovery_Model_Name) << "nothing of ours\n";
+    Host host = Installed_Host();
+    int boxes = 0;
+    host.messenger = [&](const Message& box) {
+        ++boxes;
+        return box.buttons == Buttons::Yes_No ? Answer::Yes : Answer::OK;
+    };
+    const Host before = Install_Host(host);
+    EXPECT_FALSE(Offer_Recovery(folder_));
+    Install_Host(before);
+    EXPECT_GE(boxes, 2);
+    EXPECT_FALSE(Kept());
+    EXPECT_TRUE(fs::exists(folder_ + Recovery_Model_Name + ".bad"));
+    EXPECT_FALSE(design.flags.Calculated);
+}
+
+TEST_F(Recovery, a_folder_that_cannot_be_written_tells_nobody)
+{
+    ASSERT_TRUE(Build_Example("Double Dwell"));
+    design.flags.Model_Saved = false;
+    EXPECT_FALSE(Write_Recovery(folder_ + "missing/"));
+}
+
+TEST_F(Recovery, twenty_segments_keep_what_was_typed)
+{
+    design.motion.No_of_segments = 20;
+    for (int i = 1; i <= 20; ++i) {
+        design.motion.Beta_Deg(i) = 18;
+        design.motion.Start_Value(i) = design.motion.End_Value(i) = std::to_string(i);
+    }
+    ASSERT_TRUE(Write_Recovery(folder_));
+    ASSERT_TRUE(Sub_Main("", {}));
+    Host host = Installed_Host();
+    host.messenger = [](const Message& box) { return box.buttons == Buttons::Yes_No ? Answer::Yes : Answer::OK; };
+    const Host before = Install_Host(host);
+    EXPECT_TRUE(Offer_Recovery(folder_));
+    Install_Host(before);
+    EXPECT_EQ(design.motion.No_of_segments, 20);
+    EXPECT_EQ(design.motion.End_Value(20), "20");
+    EXPECT_FALSE(design.flags.Calculated);
+}
+
+}  // namespace
+}  // namespace lobemax

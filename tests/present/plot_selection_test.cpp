@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "present/plot_selection.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/startup.h"
+#include "motion/examples.h"
+#include "tests/support/script.h"
+
+namespace lobemax {
+namespace {
+
+using List = std::vector<int>;
+
+class Plot_Selection : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(Sub_Main("", {}));
+        ASSERT_TRUE(Build_Example("Double Dwell"));
+    }
+    void TearDown() override { design = {}; }
+    static List Picked()
+    {
+        List picked;
+        for (int i = 1; i <= design.plot.Num_Sets; ++i)
+            picked.push_back(design.plot.Plot_Vars(i));
+        return picked;
+    }
+
+    testing::Script script_;
+    Flags_Group& f_ = design.flags;
+};
+
+TEST_F(Plot_Selection, a_design_with_its_motion_alone_offers_its_curves_and_four_pairs)
+{
+    EXPECT_EQ(Load_Names(), (List{1, 2, 3, 4, 17}));
+    EXPECT_EQ(Load_Presets(style::two_windows), (List{1, 2, 3, 4}));
+    EXPECT_EQ(Load_Presets(style::four_windows), (List{1}));
+    EXPECT_TRUE(Load_Presets(style::polar).empty());
+    EXPECT_TRUE(Load_Presets(style::single_window).empty());
+    EXPECT_TRUE(Composite_Choices().empty());
+}
+
+TEST_F(Plot_Selection, each_rung_adds_its_variables)
+{
+    const auto added = [](Flag& flag) {
+        const List before = Load_Names();
+        flag = true;
+        const List after = Load_Names();
+        flag = false;
+        List more;
+        for (const int v : after)
+            if (std::find(before.begin(), before.end(), v) == before.end())
+                more.push_back(v);
+        return more;
+    };
+    EXPECT_EQ(added(f_.Sized), (List{5, 6, 9, 10, 11, 12, 13, 14, 34, 35, 36, 37, 38, 39, 40, 41, 46, 47}));
+    EXPECT_EQ(added(f_.Dynamicflag), (List{7, 8, 15, 16, 45}));
+    EXPECT_EQ(added(f_.Polydyne_Calc), (List{22, 23, 24, 27}));
+    EXPECT_EQ(added(f_.Modelflag), (List{29, 30, 31, 32, 33}));
+    EXPECT_EQ(added(f_.Stressflag), (List{42, 43}));
+    EXPECT_EQ(added(f_.Ext_Force_Calc), (List{44}));
+    EXPECT_EQ(added(f_.FFT_Done), (List{18, 19, 20, 21}));
+    EXPECT_EQ(added(f_.CompCam_Calc), (List{48, 49}));
+    design.cam.Camtype = "Barrel";
+    EXPECT_EQ(added(f_.Sized), (List{5, 6, 12, 11, 37, 36}));
+    EXPECT_EQ(added(f_.Polydyne_Calc), List{});
+}
+
+TEST_F(Plot_Selection, a_table_offers_no_coordinates_and_displacement_on_the_screen_only)
+{
+    f_.Sized = f_.Polydyne_Calc = true;
+    design.run.Selecting_Print = true;
+    EXPECT_EQ(Load_Names(true), (List{1, 2, 3, 4, 17, 5, 6}));
+    EXPECT_EQ(Load_Names(false), (List{2, 3, 4, 17, 5, 6}));
+    EXPECT_EQ(Load_Presets(style::four_windows), (List{2, 3, 4, 15, 16}));
+}
+
+TEST_F(Plot_Selection, each_rung_adds_its_presets)
+{
+    f_.Sized = true;
+    EXPECT_EQ(Load_Presets(style::two_windows), (List{1, 2, 3, 4, 5, 6, 7, 8, 23, 24, 25}));
+    EXPECT_EQ(Load_Presets(style::four_windows), (List{1, 2, 3, 4, 15, 16}));
+    f_.Dynamicflag = f_.FFT_Done = f_.Modelflag = f_.Polydyne_Calc = f_.Stressflag = f_.CompCam_Calc = true;
+    EXPECT_EQ(Load_Presets(style::two_windows), (List{1,  2,  3,  4,  5,  6,  7,  8,  23, 24, 25, 9,  10, 11, 12,
+                                                      13, 14, 15, 16, 17, 21, 22, 27, 28, 29, 18, 19, 20, 26, 30}));
+    EXPECT_EQ(Load_Presets(style::four_windows), (List{1, 2, 3, 4, 15, 16, 5, 6, 7, 8, 14, 9, 10, 11, 12, 13, 17}));
+    EXPECT_EQ(Load_Presets(style::polar), (List{1}));
+    design.cam.Camtype = "Linear";
+    EXPECT_EQ(Load_Presets(style::two_windows), (List{1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
+                                                      15, 16, 17, 21, 22, 27, 28, 29, 18, 19, 20, 26, 30}));
+    EXPECT_EQ(Load_Presets(style::four_windows), (List{1, 2, 5, 6, 7, 8, 14, 9, 10, 11, 17}));
+    design.run.Selecting_Print = true;
+    EXPECT_EQ(Load_Presets(style::four_windows), (List{2, 7, 17}));
+}
+
+TEST_F(Plot_Selection, a_preset_has_the_variables_of_its_words)
+{
+    EXPECT_EQ(Presets_of_Style(style::two_windows).size(), 30U);
+    EXPECT_EQ(Presets_of_Style(style::four_windows).size(), 17U);
+    for (const auto& preset : Presets_of_Style(style::two_windows))
+        EXPECT_EQ(preset.variables.size(), 2U) << preset.text;
+    for (const auto& preset : Presets_of_Style(style::four_windows))
+        EXPECT_EQ(preset.variables.size(), 4U) << preset.text;
+    Choose_Preset2(style::two_windows, 6);
+    EXPECT_EQ(Picked(), (List{11, 12}));
+    Choose_Preset2(style::four_windows, 4);
+    EXPECT_EQ(Picked(), (List{13, 14, 34, 35}));
+    Choose_Preset2(style::four_windows, 12);
+    EXPECT_EQ(Picked(), (List{9, 10, 25, 26}));
+    Choose_Preset2(style::four_windows, 13);
+    EXPECT_EQ(Picked(), (List{11, 12, 27, 28}));
+    EXPECT_THROW(Choose_Preset2(style::two_windows, 31), Fault);
+    EXPECT_THROW(Choose_Preset2(style::single_window, 1), Fault);
+}
+
+TEST_F(Plot_Selection, the_segment_list_marks_dwells_polynomials_and_splines)
+{
+    EXPECT_EQ(Load_SegmentList(), (std::vector<std::string>{"All", "1  R", "2  [D]", "3  F", "4  [D]"}));
+    Pick_Segment("3  F");
+    EXPECT_EQ(design.plot.Segment_Pick, "3  F");
+    EXPECT_EQ(design.plot.Plot_First, 180.0);
+    EXPECT_EQ(design.plot.Plot_Last, 270.0);
+    Pick_Segment("5");
+    EXPECT_EQ(design.plot.Segment_Pick, "All");
+    EXPECT_EQ(design.plot.Plot_First, 0.0);
+    EXPECT_EQ(design.plot.Plot_Last, 360.0);
+}
+
+TEST_F(Plot_Selection, a_style_asks_for_its_count_of_functions)
+{
+    EXPECT_TRUE(Select_OK(style::single_window, List{3}));
+    EXPECT_FALSE(Select_OK(style::single_window, List{0, 0, 0, 0}));
+    EXPECT_FALSE(Select_OK(style::two_windows, List{1}));
+    EXPECT_TRUE(Select_OK(style::two_windows, List{1, 0, 3}));
+    EXPECT_EQ(Picked(), (List{1, 3}));
+    EXPECT_FALSE(Select_OK(style::four_windows, List{1, 2, 3}));
+    EXPECT_EQ(Style_Caption(4), "Polar Plot - One to Four Functions");
+    EXPECT_THROW(Functions_of_Style(5), Fault);
+}
+
+TEST_F(Plot_Selection, a_name_is_looked_up_in_its_list)
+{
+    f_.Modelflag = true;
+    EXPECT_EQ(Variable_Picked(Load_Names(), "S - X"), 29);  // 53 has the same name
+    EXPECT_EQ(Variable_Picked(Load_Names(), "X "), 30);
+    EXPECT_FALSE(Variable_Picked(Load_Names(), "Torque"));
+}
+
+TEST_F(Plot_Selection, closed_curves_stand_for_pairs_of_coordinates)
+{
+    f_.Sized = true;
+    EXPECT_EQ(Composite_Choices(), (List{54, 56, 57, 58, 59}));
+    EXPECT_EQ(Rows_of_Composite(54).x, 9);
+    EXPECT_EQ(Rows_of_Composite(59).y, 41);
+    EXPECT_THROW(Rows_of_Composite(53), Fault);
+}
+
+}  // namespace
+}  // namespace lobemax
