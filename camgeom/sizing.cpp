@@ -1,18 +1,545 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "camgeom/sizing.h"
 
+#include <algorithm>
 #include <cmath>
+#include <span>
+#include <string>
 
+#include "camgeom/profile.h"
 #include "core/design_state.h"
+#include "core/messages.h"
+#include "core/numeric.h"
 #include "core/text.h"
+#include "core/traps.h"
+#include "core/units.h"
 
 namespace lobemax {
 
 namespace {
 
 constexpr double practically_infinite = 99999.0;
+constexpr double flat_curve = 100000.0;     // Rho where a translating axial cam does not curve
+constexpr double no_bound = 1000000.0;      // Phi or Rho of an axial arm where its divisor vanishes
+constexpr double quarter_turn = 1.5707964;  // pi / 2 as a 32-bit number, which the arm's formula is built on
+
+double Sgn(double x)
+{
+    return x > 0.0 ? 1.0 : x < 0.0 ? -1.0 : 0.0;
+}
+
+/// The motion rows in force, each taken once.
+struct Motion_Rows {
+    std::span<const Single> theta = design.results.CalcData.Points(var::Angle);
+    std::span<const Single> s = design.results.CalcData.Points(design.flags.Polydyne_Calc ? 22 : var::S);
+    std::span<const Single> v = design.results.CalcData.Points(design.flags.Polydyne_Calc ? 23 : var::V);
+    std::span<const Single> a = design.results.CalcData.Points(design.flags.Polydyne_Calc ? 24 : var::A);
+    std::size_t count = static_cast<std::size_t>(design.motion.Max_Data_Points_used + 1);
+};
+
+/// Velocity and acceleration per radian of cam, as the translating follower takes them. In the degrees base the
+/// acceleration is scaled once only, which is meant.
+struct Per_Radian {
+    int base = design.motion.Time_Base;
+    double omega = design.motion.Shaft_speed;
+    double omega_sq = design.motion.Shaft_Speed_Sq;
+
+    double V(double v) const { return base == 1 ? v / omega : base == 2 ? v * 180 / PI : v; }
+    double A(double a) const { return base == 1 ? a / omega_sq : base == 2 ? a * 180 / PI : a; }
+};
+
+/// The same for the curvature of a translating axial cam, over the prime radius. In the degrees base the factor stands
+/// the other way round than for the pressure angle, which is meant.
+struct Per_Axial_Radian {
+    int base = design.motion.Time_Base;
+    double omega = design.motion.Shaft_speed;
+    double omega_sq = design.motion.Shaft_Speed_Sq;
+    double prime = design.cam.Prime_Rad;
+
+    double V(double v) const
+    {
+        return base == 1 ? v / (omega * prime) : base == 2 ? v * Rad_per_Deg / prime : v / prime;
+    }
+    double A(double a) const
+    {
+        return base == 1   ? a / (prime * prime * omega_sq)
+               : base == 2 ? a * Rad_per_Deg / (prime * prime)
+                           : a / (prime * prime);
+    }
+};
+
+/// Motion of an arm in degrees, brought to radians per radian of cam, for the curvature of a radial cam.
+struct Arm_Per_Radian {
+    int base = design.motion.Time_Base;
+    double omega = design.motion.Shaft_speed;
+    double omega_sq = design.motion.Shaft_Speed_Sq;
+
+    double V(double v) const { return base == 1 ? v * Rad_per_Deg / omega : base == 3 ? v * Rad_per_Deg : v; }
+    double A(double a) const { return base == 1 ? a * Rad_per_Deg / omega_sq : base == 3 ? a * Rad_per_Deg : a; }
+};
+
+/// Velocity of an arm in degrees as its pressure angle takes it.
+double Arm_Velocity(double v)
+{
+    switch (design.motion.Time_Base) {
+    case 1:
+        return v * PI / (design.motion.Shaft_speed * 180.0);
+    case 3:
+        return v * PI / 180.0;
+    default:
+        return v;
+    }
+}
+
+/// Motion of an arm in degrees on an axial cam, brought to radians per second.
+double Axial_Velocity(double v)
+{
+    switch (design.motion.Time_Base) {
+    case 1:
+        return v * Rad_per_Deg;
+    case 2:
+        return v * design.motion.Shaft_speed;
+    default:
+        return v * Rad_per_Deg * design.motion.Shaft_speed;
+    }
+}
+
+double Axial_Acceleration(double a)
+{
+    switch (design.motion.Time_Base) {
+    case 1:
+        return a * Rad_per_Deg;
+    case 2:
+        return a * design.motion.Shaft_Speed_Sq;
+    default:
+        return a * Rad_per_Deg * design.motion.Shaft_Speed_Sq;
+    }
+}
+
+/// Angle of the arm of an axial cam at a point, and what hangs on it. The displacement is row 1 also of a polydyne cam.
+struct Axial_Arm {
+    double g0;   // degrees
+    double arm;  // degrees
+    double ar;   // radians
+    double Ra;   // radius at which the roller runs
+};
+
+Axial_Arm Axial_Arm_at(int i, double ArmX, double ArmY, double ArmRad)
+{
+    double g0 = FNArcSin(ArmY / ArmRad) * Deg_per_Rad;
+    if (ArmX > 0.0)
+        g0 = 180.0 - g0;
+    const double arm = design.cam.ArmDirect * design.results.CalcData(var::S, i) + g0;
+    const double ar = arm * Rad_per_Deg;
+    const double xa = ArmRad * std::cos(ar) + ArmX;
+    const double prime = design.cam.Prime_Rad;
+    return {g0, arm, ar, Sqr(xa * xa + prime * prime)};
+}
+
+// ---- Phi by configuration
+
+void Phi_Translating_Axial(const Motion_Rows& m, std::span<Single> Phi)
+{
+    const Per_Radian per;
+    const double prime = design.cam.Prime_Rad;
+    for (std::size_t i = 0; i < m.count; ++i)
+        Phi[i] = std::atan(per.V(m.v[i]) / prime) * Deg_per_Rad;
+}
+
+void Phi_Translating_Roller(const Motion_Rows& m, std::span<Single> Phi)
+{
+    const Cam_Group& c = design.cam;
+    const Per_Radian per;
+    const double Rp = Sqr(c.Prime_Rad * c.Prime_Rad - c.Offset * c.Offset);
+    const double offset = c.Offset;
+    const double lift = design.motion.Liftmax;
+    for (std::size_t i = 0; i < m.count; ++i) {
+        const double sp = c.Conjugate ? lift - m.s[i] : double{m.s[i]};
+        const double vn = per.V(c.Conjugate ? -m.v[i] : double{m.v[i]});
+        Phi[i] = std::atan((vn - offset) / (sp + Rp)) * Deg_per_Rad;
+    }
+}
+
+void Phi_Oscillating_Axial(std::span<Single> Phi)
+{
+    const Cam_Group& c = design.cam;
+    for (std::size_t i = 0; i < Phi.size(); ++i) {
+        Axial_Phi point;
+        if (Axial_Osc_Phi(static_cast<int>(i), c.ArmX, c.ArmY, c.ArmRad, point))
+            Phi[i] = point.Phi;
+    }
+}
+
+void Fill_Phi(int type)
+{
+    const Cam_Group& c = design.cam;
+    const Motion_Rows m;
+    const auto Phi = design.results.CalcData.Points(var::Phi).first(m.count);
+    const bool radial = c.Camtype == "Radial";
+    if (!radial) {
+        if (c.Translating)
+            Phi_Translating_Axial(m, Phi);
+        else
+            Phi_Oscillating_Axial(Phi);
+    } else if (type != 1) {
+        std::fill(Phi.begin(), Phi.end(), Single{});
+    } else if (c.Translating) {
+        Phi_Translating_Roller(m, Phi);
+    } else {
+        Arm_Geometry();
+        if (!design.flags.Calc_Error)
+            Autopress();
+    }
+}
+
+// ---- Rho by configuration
+
+void Rho_Translating_Axial(const Motion_Rows& m, std::span<Single> Rho)
+{
+    constexpr double no_acceleration = 1E-7;
+    const Per_Axial_Radian per;
+    for (std::size_t i = 0; i < m.count; ++i) {
+        const double v = per.V(m.v[i]);
+        const double a = per.A(m.a[i]);
+        Rho[i] = std::abs(a) > no_acceleration ? -std::pow(1.0 + v * v, 1.5) / a : flat_curve;
+    }
+}
+
+void Rho_Translating_Flat(const Motion_Rows& m, std::span<Single> Rho)
+{
+    const Cam_Group& c = design.cam;
+    const Per_Radian per;
+    const double lift = design.motion.Liftmax;
+    for (std::size_t i = 0; i < m.count; ++i) {
+        const double sp = c.Conjugate ? lift - m.s[i] : double{m.s[i]};
+        const double an = per.A(c.Conjugate ? -m.a[i] : double{m.a[i]});
+        Rho[i] = sp + c.Prime_Rad + an;
+    }
+}
+
+/// The offset enters by the radius alone, and not as in the pressure angle; this is the system's formula.
+void Rho_Translating_Roller(const Motion_Rows& m, std::span<Single> Rho)
+{
+    const Cam_Group& c = design.cam;
+    const Per_Radian per;
+    const double lift = design.motion.Liftmax;
+    for (std::size_t i = 0; i < m.count; ++i) {
+        const double r0 = c.Conjugate ? lift + c.Prime_Rad - m.s[i] : c.Prime_Rad + m.s[i];
+        Single radius;
+        Single angle;
+        Cart_to_Polar(r0, c.Offset, radius, angle);
+        const double r = radius;
+        const double vn = per.V(c.Side_Sign * m.v[i]);
+        const double an = per.A(c.Side_Sign * m.a[i]);
+        const double q = vn * vn + r * r;
+        Rho[i] = std::sqrt(q * q * q) / (vn * vn + vn * vn + r * r - r * an);
+    }
+}
+
+/// @return false when the user cancelled
+bool Rho_Oscillating_Axial(std::span<Single> Rho)
+{
+    const Cam_Group& c = design.cam;
+    for (std::size_t i = 0; i < Rho.size(); ++i) {
+        double value = 0.0;
+        if (Axial_Osc_Rho(static_cast<int>(i), c.ArmX, c.ArmY, c.ArmRad, value)) {
+            Rho[i] = value;
+            continue;
+        }
+        if (Show_Message("Hit Retry to continue or Cancel to Abort the calculation", Buttons::Retry_Cancel,
+                         Symbol::information) == Answer::Cancel)
+            return false;
+    }
+    return true;
+}
+
+/// Rho of a radial cam with an arm that stands still at a point.
+double Rho_Standing(int i, int type, double gd, double aa, double previous)
+{
+    const Cam_Group& c = design.cam;
+    if (type == 1) {
+        Arm_Place place;
+        const double delta = c.Arm_Pivot_Angle - c.Rotflag * design.results.CalcData(var::Angle, i);
+        return Arm_Position(gd, delta, place) ? place.R : previous;
+    }
+    Flat_Contact contact;
+    if (!Flat_Osc_Contact(i, c.ArmX, c.ArmY, contact))
+        return previous;
+    const double ad = contact.arm * Rad_per_Deg;
+    return (aa * std::cos(ad) + std::sin(ad)) * c.Arm_Pivot_Dist + c.Offset;
+}
+
+void Rho_Oscillating_Radial(int type, const Motion_Rows& m, std::span<Single> Rho)
+{
+    const Cam_Group& c = design.cam;
+    Arm_Geometry();
+    if (design.flags.Calc_Error)
+        return;
+    const Arm_Per_Radian per;
+    const auto Phi = design.results.CalcData.Points(var::Phi);
+    const double D = c.Arm_Pivot_Dist;
+    double c1 = 0.0;  // these two, and Rho, keep the values of the point before where a divisor vanishes
+    double c2 = 0.0;
+    double rho = 0.0;
+    for (std::size_t i = 0; i < m.count; ++i) {
+        const int point = static_cast<int>(i);
+        const Ratios ratio = Link_Ratios(point);
+        const double gd = m.s[i] / ratio.S + c.Arm_Start_Angle;
+        const double gr = gd * Rad_per_Deg;
+        const double ph = Phi[i] * Rad_per_Deg;
+        const double vv = per.V(m.v[i] / ratio.V);
+        const double aa = per.A(m.a[i] / ratio.A);
+        if (vv == 0.0) {
+            rho = Rho_Standing(point, type, gd, aa, rho);
+        } else if (type == 1) {
+            const double Q = D * std::sin(gr);
+            if (Q != 0.0) {
+                c1 = std::cos(ph) / Q;
+                c2 = c.ArmRad * std::cos(ph) / Q;
+            }
+            const double k = (1.0 - vv) * vv * std::sin(ph) - aa * std::cos(ph);
+            const double n = (k * c2 + 1.0) * c1;
+            if (n != 0.0)
+                rho = 1.0 / n;
+        } else {
+            Flat_Contact contact;
+            if (Flat_Osc_Contact(point, c.ArmX, c.ArmY, contact)) {
+                const double ad = contact.arm * Rad_per_Deg;
+                rho = D / ((vv + 1.0) * (vv + 1.0)) *
+                          (aa / (1.0 - vv) * std::cos(ad) + (1.0 - (vv + vv)) * std::sin(ad)) +
+                      c.Offset;
+            }
+        }
+        Rho[i] = rho;
+    }
+}
+
+/// @return false when the user cancelled
+bool Fill_Rho(int type)
+{
+    const Cam_Group& c = design.cam;
+    const Motion_Rows m;
+    const auto Rho = design.results.CalcData.Points(var::Rho).first(m.count);
+    if (c.Camtype != "Radial") {
+        if (!c.Translating)
+            return Rho_Oscillating_Axial(Rho);
+        Rho_Translating_Axial(m, Rho);
+    } else if (!c.Translating) {
+        Rho_Oscillating_Radial(type, m, Rho);
+    } else if (type == 2) {
+        Rho_Translating_Flat(m, Rho);
+    } else {
+        Rho_Translating_Roller(m, Rho);
+    }
+    return true;
+}
 
 }  // namespace
+
+bool Calc_Phi(int type)
+{
+    if (design.flags.Starting)
+        return true;
+    const bool no_fault = Trap("Calc_Phi", [type] {
+        Fill_Phi(type);
+        if (!design.flags.Skip_Profile && !design.flags.Calc_Error)
+            Cam_Profile();
+        Phi_Extremes();
+    });
+    if (!no_fault)
+        design.flags.Calc_Error = true;
+    return no_fault;
+}
+
+bool Calc_Rho(int type)
+{
+    if (design.flags.Starting)
+        return true;
+    bool finished = false;
+    const bool no_fault = Trap("Calc_Rho", [type, &finished] {
+        design.flags.Calc_Error = false;
+        Set_Units();
+        finished = Fill_Rho(type);
+        if (!finished)
+            return;
+        Rho_Extremes();
+        Clip_Rho(design.cam.Prime_Rad * 10.0);
+    });
+    if (!no_fault)
+        design.flags.Calc_Error = true;
+    return no_fault && finished;
+}
+
+void Autopress()
+{
+    const Cam_Group& c = design.cam;
+    const Motion_Rows m;
+    const auto Phi = design.results.CalcData.Points(var::Phi);
+    const int K = c.Rotflag * c.ArmDirect;
+    const double D = c.Arm_Pivot_Dist;
+    const double arm = c.ArmRad;
+    for (std::size_t i = 0; i < m.count; ++i) {
+        const Ratios ratio = Link_Ratios(static_cast<int>(i));
+        // The conjugate adds its displacement here and nowhere else; the plus sign is meant.
+        const double sv = c.Conjugate ? design.motion.Liftmax + m.s[i] : double{m.s[i]};
+        const double gamma = sv / ratio.S + c.Arm_Start_Angle;
+        const double delta = c.Arm_Pivot_Angle - c.Rotflag * m.theta[i] / ratio.S;
+        Arm_Place place;
+        if (!Arm_Position(gamma, delta, place))
+            continue;
+        const double R = place.R;
+        const double tr = place.tau * Rad_per_Deg;
+        const double gr = gamma * Rad_per_Deg;
+        const double w = Arm_Velocity(c.Conjugate ? -m.v[i] : double{m.v[i]});
+        const double al = PI - gr - tr;
+        const double T0 = D * arm * std::sin(gr) * w;
+        if (T0 == 0.0) {
+            Phi[i] = (K > 0 ? al - quarter_turn : quarter_turn - al) * Deg_per_Rad;
+            continue;
+        }
+        const double T1 = R * R / T0;
+        const double Denom2 = 2.0 * R * D * std::sin(tr);
+        if (Denom2 == 0.0) {
+            Autopress_Message("Denom2", m.theta[i]);
+            continue;
+        }
+        const double T2 = (D * D - R * R - arm * arm) / Denom2;
+        const double T3 = K > 0 ? T2 + T1 : T1 - T2;
+        if (T3 == 0.0) {
+            Autopress_Message(K > 0 ? "Term3  in K2" : "Term3c  in K1", m.theta[i]);
+            continue;
+        }
+        Phi[i] =
+            (K > 0 ? al - quarter_turn + std::atan(1.0 / T3) : quarter_turn - al + std::atan(1.0 / T3)) * Deg_per_Rad;
+    }
+}
+
+void Autopress_Message(std::string_view label, Single theta)
+{
+    Show_Message(
+        "An attempt to divide by zero was detected in Autopress when calculating\n"
+        "the pressure angle at theta = " +
+            In_Number_Format(Shortest(theta)) +
+            "\n"
+            "Will continue to attempt calculation at other points" +
+            std::string(label),
+        Buttons::OK, Symbol::exclamation);
+}
+
+double Arm_Pivot_Distance()
+{
+    const Cam_Group& c = design.cam;
+    return Sqr(c.ArmX * c.ArmX + c.ArmY * c.ArmY);
+}
+
+void Arm_Geometry()
+{
+    Cam_Group& c = design.cam;
+    c.Arm_Pivot_Dist = Arm_Pivot_Distance();
+    c.Arm_Pivot_Angle = Atan2D(c.ArmX, c.ArmY);
+    const double D = c.Arm_Pivot_Dist;
+    const double p = c.Arm_Pivot_Angle * Rad_per_Deg;
+    if (c.ArmRad * D == 0.0) {
+        design.flags.Calc_Error = true;
+        return;
+    }
+    Single start;
+    CosineLaw_Angle(c.Prime_Rad, D, c.ArmRad, start);
+    c.Arm_Start_Angle = start * Deg_per_Rad;
+    double angle = 0.0;
+    const double twice = 2.0 * D * c.Prime_Rad;
+    if (twice != 0.0) {
+        angle = FNArcCos((c.Prime_Rad * c.Prime_Rad + D * D - c.ArmRad * c.ArmRad) / twice);
+        c.Arm_Cam_Angle = angle * Deg_per_Rad;
+    }
+    c.Arm_Work_Angle = p - c.ArmDirect * c.Side_Sign * angle;
+    c.Arm_Start_Theta = c.Arm_Work_Angle * Deg_per_Rad;
+    c.Arm_Start_X = c.Prime_Rad * std::cos(c.Arm_Work_Angle);
+    c.Arm_Start_Y = c.Prime_Rad * std::sin(c.Arm_Work_Angle);
+    c.Arm_Start_Radius = Sqr(c.Arm_Start_X * c.Arm_Start_X + c.Arm_Start_Y * c.Arm_Start_Y);
+}
+
+bool Arm_Position(double gamma, double delta, Arm_Place& place)
+{
+    Cam_Group& c = design.cam;
+    const double D = c.Arm_Pivot_Dist;
+    const double dr = delta * Rad_per_Deg;
+    place.Px = D * std::cos(dr);
+    place.Py = D * std::sin(dr);
+    Single side;
+    if (!CosineLaw_Side(D, c.ArmRad, gamma * Rad_per_Deg, side))
+        return false;
+    place.R = side;
+    double t = 0.0;
+    const double twice = 2.0 * D * place.R;
+    if (twice != 0.0)
+        t = FNArcCos((place.R * place.R + D * D - c.ArmRad * c.ArmRad) / twice);
+    place.tau = t * Deg_per_Rad;
+    c.Arm_Work_Angle = dr - c.ArmDirect * c.Side_Sign * t;
+    place.theta_c = FN_Modulo(c.Arm_Work_Angle * Deg_per_Rad, 360.0);
+    place.X = place.R * std::cos(c.Arm_Work_Angle);
+    place.Y = place.R * std::sin(c.Arm_Work_Angle);
+    return true;
+}
+
+Ratios Link_Ratios(int i)
+{
+    if (!design.linkage.Drive_End_Effector)
+        return {};
+    const Results_Group& r = design.results;
+    const auto divisor = [i](const Row<Single>& row) { return row(i) == 0.0 ? 1.0 : double{row(i)}; };
+    return {divisor(r.Link_Ratio_S), divisor(r.Link_Ratio_V), divisor(r.Link_Ratio_A)};
+}
+
+bool Axial_Osc_Phi(int i, double ArmX, double ArmY, double ArmRad, Axial_Phi& point)
+{
+    if (design.flags.Starting)
+        return false;
+    design.flags.Calc_Error = false;
+    const double v = design.results.CalcData(design.flags.Polydyne_Calc ? 23 : var::V, i);
+    const double w = Axial_Velocity(v);
+    if (ArmRad == 0.0) {
+        design.flags.Calc_Error = true;
+        return false;
+    }
+    constexpr double no_divisor = 1E-9;
+    const Axial_Arm at = Axial_Arm_at(i, ArmX, ArmY, ArmRad);
+    const double num =
+        Sgn(ArmX) * design.cam.Rotflag * ArmRad * w / design.motion.Shaft_speed - at.Ra * std::sin(at.ar);
+    const double den = at.Ra * std::cos(at.ar);
+    point.g0 = at.g0;
+    point.arm = at.arm;
+    point.Phi = std::abs(den) > no_divisor ? -design.cam.Rotflag * std::atan(num / den) * Deg_per_Rad : no_bound;
+    return true;
+}
+
+bool Axial_Osc_Rho(int i, double ArmX, double ArmY, double ArmRad, double& Rho)
+{
+    if (design.flags.Starting)
+        return false;
+    design.flags.Calc_Error = false;
+    const Table<Single>& data = design.results.CalcData;
+    const bool polydyne = design.flags.Polydyne_Calc;
+    const double w1 = Axial_Velocity(data(polydyne ? 23 : var::V, i));
+    const double w2 = Axial_Acceleration(data(polydyne ? 24 : var::A, i));
+    if (ArmRad == 0.0) {
+        design.flags.Calc_Error = true;
+        return false;
+    }
+    constexpr double no_divisor = 1E-9;
+    const Axial_Arm at = Axial_Arm_at(i, ArmX, ArmY, ArmRad);
+    const double omega = design.motion.Shaft_speed;
+    const int direct = design.cam.ArmDirect;
+    const double B = at.Ra * at.Ra * omega * omega + (direct * 2) * at.Ra * ArmRad * omega * w1 * std::sin(at.ar) +
+                     ArmRad * ArmRad * w1 * w1;
+    const double N = Power(B, 1.5);
+    const double E1 = w1 * w1 * omega * at.Ra * std::sin(at.ar);
+    const double E2 = w1 * w1 * w1 * direct * ArmRad;
+    const double E3 = direct * at.Ra * omega * std::cos(at.ar) * w2;
+    const double M = (-E1 + E2 + E3) * ArmRad;
+    Rho = std::abs(M) > no_divisor ? Sgn(ArmX) * direct * N / M : no_bound;
+    return true;
+}
 
 void Phi_Extremes()
 {
@@ -37,37 +564,78 @@ void Phi_Extremes()
 
 void Rho_Extremes()
 {
-    Cam_Group& c = design.cam;
-    const Table<Single>& data = design.results.CalcData;
-    const auto take = [](Single rho, Single theta, int decimals, Single& extreme, Single& angle, std::string& text) {
-        extreme = rho;
-        angle = theta;
-        text = FNRoundStr(rho, decimals);
+    struct Extreme {
+        Single value;
+        Single angle;
+        bool found = false;
     };
-    c.Rho_Max_Pos = c.Rho_Max_Neg = 0.0;
-    c.Rho_Min_Pos = c.Rho_Min_Neg = 100000.0;
-    c.Rho_Max_Pos_Angle = c.Rho_Min_Pos_Angle = c.Rho_Max_Neg_Angle = c.Rho_Min_Neg_Angle = 0.0;
-    c.Rho_Max_Pos_Text = c.Rho_Min_Pos_Text = c.Rho_Max_Neg_Text = c.Rho_Min_Neg_Text = "None";
-    for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i) {
-        const Single rho = data(var::Rho, i);
-        const Single theta = data(var::Angle, i);
-        if (rho > 0.0) {
-            if (rho > c.Rho_Max_Pos)
-                take(rho, theta, 1, c.Rho_Max_Pos, c.Rho_Max_Pos_Angle, c.Rho_Max_Pos_Text);
-            if (rho < c.Rho_Min_Pos)
-                take(rho, theta, 2, c.Rho_Min_Pos, c.Rho_Min_Pos_Angle, c.Rho_Min_Pos_Text);
+    constexpr double unreached = 100000.0;
+    Extreme max_pos{0.0, 0.0};
+    Extreme min_pos{unreached, 0.0};
+    Extreme max_neg{0.0, 0.0};
+    Extreme min_neg{unreached, 0.0};
+    const auto Rho = design.results.CalcData.Points(var::Rho);
+    const auto theta = design.results.CalcData.Points(var::Angle);
+    const auto count = static_cast<std::size_t>(design.motion.Max_Data_Points_used + 1);
+    for (std::size_t i = 0; i < count; ++i) {
+        const Single r = Rho[i];
+        if (r > 0.0) {
+            if (r > max_pos.value)
+                max_pos = {r, theta[i], true};
+            if (r < min_pos.value)
+                min_pos = {r, theta[i], true};
         } else {
-            if (std::abs(rho) > std::abs(c.Rho_Max_Neg))
-                take(rho, theta, 1, c.Rho_Max_Neg, c.Rho_Max_Neg_Angle, c.Rho_Max_Neg_Text);
-            if (std::abs(rho) < std::abs(c.Rho_Min_Neg))
-                take(rho, theta, 2, c.Rho_Min_Neg, c.Rho_Min_Neg_Angle, c.Rho_Min_Neg_Text);
+            if (std::abs(r) > std::abs(max_neg.value))
+                max_neg = {r, theta[i], true};
+            if (std::abs(r) < std::abs(min_neg.value))
+                min_neg = {r, theta[i], true};
         }
     }
+    const auto text = [](const Extreme& extreme, int decimals) {
+        return extreme.found ? FNRoundStr(extreme.value, decimals) : std::string("None");
+    };
+    Cam_Group& c = design.cam;
+    c.Rho_Max_Pos = max_pos.value;
+    c.Rho_Max_Pos_Angle = max_pos.angle;
+    c.Rho_Max_Pos_Text = text(max_pos, 1);
+    c.Rho_Min_Pos = min_pos.value;
+    c.Rho_Min_Pos_Angle = min_pos.angle;
+    c.Rho_Min_Pos_Text = text(min_pos, 2);
+    c.Rho_Max_Neg = max_neg.value;
+    c.Rho_Max_Neg_Angle = max_neg.angle;
+    c.Rho_Max_Neg_Text = text(max_neg, 1);
+    c.Rho_Min_Neg = min_neg.value;
+    c.Rho_Min_Neg_Angle = min_neg.angle;
+    c.Rho_Min_Neg_Text = text(min_neg, 2);
     c.Rho_Smallest = std::abs(c.Rho_Min_Neg) < c.Rho_Min_Pos ? c.Rho_Min_Neg : c.Rho_Min_Pos;
     if (c.Rho_Max_Pos >= practically_infinite)
         c.Rho_Max_Pos_Text = "+ Infinity";
     if (std::abs(c.Rho_Max_Neg) >= practically_infinite)
         c.Rho_Max_Neg_Text = "- Infinity";
+}
+
+void Clip_Rho(double limit)
+{
+    const auto Rho = design.results.CalcData.Points(var::Rho);
+    for (std::size_t i = 0; i <= static_cast<std::size_t>(design.motion.Max_Data_Points_used); ++i) {
+        if (Rho[i] > limit)
+            Rho[i] = limit;
+        if (Rho[i] < -limit)
+            Rho[i] = -limit;
+    }
+}
+
+void Flat_Min_Base_Radius()
+{
+    if (design.flags.Skip_Profile || design.run.Reading_File)
+        return;
+    const Table<Single>& data = design.results.CalcData;
+    const Extremes a = MaxMin2(data, var::A, 0, design.motion.Max_Data_Points_used);
+    // By the square of the shaft speed in every time base, which is meant.
+    const double Rb = -(a.smallest / design.motion.Shaft_Speed_Sq) - data(var::S, a.smallest_point);
+    Show_Message("The minimum base circle radius for no negative Radius of Curvature is " + FNRoundStr(Rb, 2) + "  " +
+                     Words_of_Units(design.identity.WhichUnit).length,
+                 Buttons::OK, Symbol::information);
 }
 
 }  // namespace lobemax

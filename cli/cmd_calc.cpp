@@ -3,11 +3,16 @@
 #include <array>
 #include <cstdio>
 #include <memory>
+#include <optional>
 
+#include "camgeom/sizing_fields.h"
 #include "cli/commands.h"
 #include "cli/session.h"
 #include "core/design_state.h"
 #include "core/text.h"
+#include "core/workflow.h"
+#include "dynamics/kinetostatics.h"
+#include "dynamics/stress_fields.h"
 #include "motion/continuity.h"
 #include "motion/segments.h"
 
@@ -15,10 +20,23 @@ namespace lobemax::cli {
 
 namespace {
 
+struct Options {
+    std::string input;
+    std::string output;
+    std::string levels = "svaj,size,dynamics";
+    std::vector<std::string> settings;
+    bool accumulate = false;
+    bool external_force = false;
+    std::optional<std::string> youngs_cam;
+    std::optional<std::string> poisson_cam;
+    std::optional<std::string> youngs_follower;
+    std::optional<std::string> poisson_follower;
+};
+
 /// A rung of the ladder that this release calculates; work() is true when its flag was reached.
 struct Level {
     std::string_view name;
-    bool (*work)();
+    bool (*work)(const Options& options);
 };
 
 /// The table's texts are read by the number format in force: one that is not wholly a number would be cut
@@ -35,7 +53,7 @@ void Warn_of_Cut_Numbers()
         }
 }
 
-bool Calculate_Motion()
+bool Calculate_Motion(const Options&)
 {
     Warn_of_Cut_Numbers();
     const bool motion = design.motion.Motion;
@@ -46,8 +64,60 @@ bool Calculate_Motion()
     return design.motion.Continuous || Continuity_Report();
 }
 
+bool Calculate_Size(const Options&)
+{
+    if (design.flags.Calculated)
+        return Size_Design();
+    std::fprintf(stderr, "lobemax-cli: size: the motion is not calculated\n");
+    return false;
+}
+
+bool Calculate_Dynamics(const Options& options)
+{
+    if (!design.flags.Sized) {
+        std::fprintf(stderr, "lobemax-cli: dynamics: the cam is not sized\n");
+        return false;
+    }
+    Cam_Group& c = design.cam;
+    Dynamics_Group& d = design.dynamics;
+    d.Torque_Start_Fresh = !options.accumulate;
+    d.Ext_Force_Add = options.external_force;
+    if (c.Followtype == 2)
+        c.Closure = "Force";  // a flat face is closed by a spring
+    if (c.Closure == "Form")
+        d.Return_Spring_Rate = d.Preload = d.Damping = 0.0;
+    const bool done = Calc_Force_Torque();
+    Forces_Changed();
+    return done;
+}
+
+/// A material value: from the command line, or the stored one, or steel's; as the screen's field shows it.
+std::string Material(const std::optional<std::string>& given, double stored, const std::string& steel)
+{
+    if (given)
+        return In_Number_Format(*given);
+    return stored == 0.0 ? steel : In_Number_Format(Shortest(Single(stored)));
+}
+
+bool Calculate_Stress(const Options& options)
+{
+    if (!design.flags.Dynamicflag) {
+        std::fprintf(stderr, "lobemax-cli: stress: the forces are not calculated\n");
+        return false;
+    }
+    const Dynamics_Group& d = design.dynamics;
+    Stress_Form form = Opening_Stress_Form();
+    form.txt_Cam_E = Material(options.youngs_cam, d.Youngs_modulus(1), Steel_Modulus());
+    form.txt_Fol_E = Material(options.youngs_follower, d.Youngs_modulus(2), Steel_Modulus());
+    form.txt_Cam_V = Material(options.poisson_cam, d.Poissons_ratio(1), Steel_Ratio());
+    form.txt_Fol_v = Material(options.poisson_follower, d.Poissons_ratio(2), Steel_Ratio());
+    Stress_Field refused{};
+    return Calc_Stress(form, refused) && design.flags.Stressflag;
+}
+
 // In ladder order.
-constexpr std::array ladder{Level{"svaj", Calculate_Motion}};
+constexpr std::array ladder{Level{"svaj", Calculate_Motion}, Level{"size", Calculate_Size},
+                            Level{"dynamics", Calculate_Dynamics}, Level{"stress", Calculate_Stress}};
 
 std::vector<std::string> Split_at_Commas(const std::string& list)
 {
@@ -61,13 +131,6 @@ std::vector<std::string> Split_at_Commas(const std::string& list)
     return words;
 }
 
-struct Options {
-    std::string input;
-    std::string output;
-    std::string levels = "svaj";
-    std::vector<std::string> settings;
-};
-
 int Run(const Options& options)
 {
     const std::vector<std::string> wanted = Split_at_Commas(options.levels);
@@ -77,7 +140,7 @@ int Run(const Options& options)
     if (!Load(options.input) || !Apply_Settings(options.settings))
         return wrong_input;
     for (const Level& level : ladder)
-        if (std::find(wanted.begin(), wanted.end(), level.name) != wanted.end() && !level.work())
+        if (std::find(wanted.begin(), wanted.end(), level.name) != wanted.end() && !level.work(options))
             return failed;
     return Save(options.output);
 }
@@ -90,9 +153,17 @@ void Add_Calc(CLI::App& app, Action& action)
     const auto options = std::make_shared<Options>();
     command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
     Add_Output(*command, options->output, "model file to write");
-    command->add_option("--levels", options->levels, "comma-separated; this release has svaj")
+    command->add_option("--levels", options->levels, "comma-separated, of svaj, size, dynamics, stress")
         ->type_name("LIST")
         ->capture_default_str();
+    command->add_flag("--accumulate", options->accumulate, "dynamics: add the torque to what the model holds");
+    command->add_flag("--external-force", options->external_force, "dynamics: add the external force of the model");
+    command->add_option("--cam-e", options->youngs_cam, "stress: Young's modulus of the cam")->type_name("E");
+    command->add_option("--cam-nu", options->poisson_cam, "stress: Poisson's ratio of the cam")->type_name("NU");
+    command->add_option("--follower-e", options->youngs_follower, "stress: Young's modulus of the follower")
+        ->type_name("E");
+    command->add_option("--follower-nu", options->poisson_follower, "stress: Poisson's ratio of the follower")
+        ->type_name("NU");
     Add_Settings(*command, options->settings);
     command->callback([options, &action] { action = [options] { return Run(*options); }; });
 }

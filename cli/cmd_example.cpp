@@ -5,6 +5,7 @@
 #include "cli/session.h"
 #include "core/design_state.h"
 #include "core/units.h"
+#include "files/example_designs.h"
 #include "motion/examples.h"
 
 namespace lobemax::cli {
@@ -29,7 +30,7 @@ int Run(const Options& options)
     }
     if (!Apply_Settings(options.settings))
         return wrong_input;
-    if (!Calculate_Example())
+    if (!Example_Done())
         return failed;
     return Save(options.output);
 }

@@ -22,6 +22,7 @@ void Add_Calc(CLI::App& app, Action& action);
 void Add_Convert(CLI::App& app, Action& action);
 void Add_Show(CLI::App& app, Action& action);
 void Add_Fft(CLI::App& app, Action& action);
+void Add_Export(CLI::App& app, Action& action);
 void Add_Table(CLI::App& app, Action& action);
 
 }  // namespace lobemax::cli

@@ -27,6 +27,7 @@ int main(int argc, char** argv)
     Add_Show(app, action);
     Add_Fft(app, action);
     Add_Table(app, action);
+    Add_Export(app, action);
 
     try {
         app.parse(argc, argv);

@@ -190,7 +190,11 @@ void Load_Ended_Partially()
 void Size_Changed()
 {
     Flags_Group& f = design.flags;
-    f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Polydyne_Calc = f.Linkage_Calc = false;
+    f.Sized = f.Dynamicflag = f.Stressflag = false;
+    if (!f.Polydyne_Calc)  // a polydyne cam is sized from what the vibration has found
+        f.Modelflag = false;
+    if (!design.linkage.Drive_End_Effector)  // the ratios of a linkage that drives are what this size rests on
+        f.Linkage_Calc = false;
     f.Model_Saved = false;
 }
 

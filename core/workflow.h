@@ -74,7 +74,8 @@ void Units_Changed_on_Input();
 /// A load ended in part: the results cannot be trusted.
 void Load_Ended_Partially();
 
-/// The cam is being sized anew: forces, stresses, vibration, polydyne cam and linkage rest on the old size.
+/// The cam is being sized anew: forces, stresses, vibration and linkage rest on the old size; but what the new size
+/// itself rests on stays: the vibration of a polydyne cam, the linkage whose end effector is driven.
 void Size_Changed();
 
 /// Forces are being calculated anew: the stresses rest on the old ones.

@@ -17,7 +17,7 @@ inline constexpr std::array<std::string_view, 9> Example_Names{
 /// @return false, and the design as it was, when there is no example of that name
 bool Load_Example(std::string_view name);
 
-/// Loads an example and calculates its motion.
+/// Loads an example and calculates its motion alone.
 bool Build_Example(std::string_view name);
 
 /// Calculates the motion of an example that was loaded; no later rung's flag is set.

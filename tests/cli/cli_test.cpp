@@ -64,7 +64,7 @@ TEST_F(Cli, help_and_version_come_for_the_tool_and_for_each_command)
 {
     EXPECT_EQ(Run("--version").out.substr(0, 12), "lobemax-cli ");
     EXPECT_EQ(Run("--help").status, 0);
-    for (const char* command : {"new", "example", "calc", "fft", "convert", "show", "table"}) {
+    for (const char* command : {"new", "example", "calc", "fft", "convert", "show", "table", "export"}) {
         const Outcome help = Run(std::string(command) + " --help");
         EXPECT_EQ(help.status, 0) << command;
         EXPECT_NE(help.out.find("Usage:"), std::string::npos) << command;
@@ -422,7 +422,7 @@ TEST_F(Cli, examples_come_calculated_in_every_unit_system)
             EXPECT_EQ(made.status, 0) << name;
             EXPECT_EQ(
                 Show("e.cam", "Calculated Sized Dynamicflag WhichUnit"),
-                "Calculated = true\nSized = false\nDynamicflag = false\nWhichUnit = " + std::to_string(units) + "\n");
+                "Calculated = true\nSized = true\nDynamicflag = true\nWhichUnit = " + std::to_string(units) + "\n");
         }
     ASSERT_EQ(Run("example 'double dwell' -o e.cam --set Prime_Rad=99").status, 0);
     EXPECT_EQ(Show("e.cam", "Liftmax 'Shaft speed' Prime_Rad Follow_Rad"),
@@ -463,6 +463,85 @@ TEST_F(Cli, table_prints_angle_variables_and_extremes)
          {"table c.cam --vars 99", "table c.cam --vars 1,2,3,4,5", "table c.cam --vars 1 --segment 5",
           "table c.cam --vars ''", "table c.cam --vars 1 --step 0"})
         EXPECT_EQ(Run(line).status, 2) << line;
+}
+
+TEST_F(Cli, calc_takes_a_design_from_its_segments_to_its_stresses)
+{
+    ASSERT_EQ(Run("new -o n.cam --rpm 120 " + segments + " --set Preload=2000 --set Prime_Rad=80").status, 0);
+    ASSERT_EQ(Run("calc n.cam -o c.cam " + stamps).status, 0);  // svaj, size, dynamics
+    EXPECT_EQ(Show("c.cam", "Calculated Sized Dynamicflag Stressflag"),
+              "Calculated = true\nSized = true\nDynamicflag = true\nStressflag = false\n");
+    ASSERT_EQ(Run("calc c.cam -o s.cam --levels stress --follower-nu 0.3").status, 0);
+    EXPECT_EQ(Show("s.cam", "Dynamicflag Stressflag \"Poissons' ratio(1)\""),
+              "Dynamicflag = true\nStressflag = true\nPoissons' ratio(1) = 0.3\n");
+    EXPECT_LT(std::stod(Show("s.cam", "'CalcData(42, 45)'").substr(19)), -10.0);
+    const double T = std::stod(Show("c.cam", "'CalcData(8, 30)'").substr(18));
+    ASSERT_EQ(Run("calc c.cam -o a.cam --levels dynamics --accumulate").status, 0);
+    EXPECT_NEAR(std::stod(Show("a.cam", "'CalcData(8, 30)'").substr(18)), 2 * T, std::abs(T) * 1e-5);
+}
+
+TEST_F(Cli, calc_of_a_level_whose_ground_is_missing_is_status_1)
+{
+    ASSERT_EQ(Run("new -o n.cam " + segments).status, 0);
+    for (const char* level : {"size", "dynamics", "stress"}) {
+        const Outcome missing = Run(std::string("calc n.cam -o x.cam --levels ") + level);
+        EXPECT_EQ(missing.status, 1) << level;
+        EXPECT_NE(missing.err, "") << level;
+        EXPECT_FALSE(Exists("x.cam"));
+    }
+    EXPECT_EQ(Run("calc n.cam -o x.cam --levels nonsense").status, 2);
+}
+
+TEST_F(Cli, a_separation_is_asked_and_abort_ends_the_run)
+{
+    ASSERT_EQ(Run("new -o n.cam --rpm 600 " + segments).status, 0);
+    const Outcome ignored = Run("calc n.cam -o c.cam");
+    EXPECT_EQ(ignored.status, 0);
+    EXPECT_NE(ignored.err.find("[exclamation] The cam and follower have separated at Theta =  "), std::string::npos);
+    EXPECT_NE(ignored.err.find(" -> Ignore\n"), std::string::npos);
+    const Outcome aborted = Run("calc n.cam -o d.cam --answer abort");
+    EXPECT_EQ(aborted.status, 1);
+    EXPECT_FALSE(Exists("d.cam"));
+}
+
+TEST_F(Cli, a_cam_that_cannot_be_sized_is_status_1)
+{
+    ASSERT_EQ(
+        Run("new -o n.cam --oscillating 'R MS 90 0 10' 'D DW 90 10 10' 'F CF 90 10 0' 'D DW 90 0 0' --set ArmX=100 "
+            "--set ArmRad=5")
+            .status,
+        0);
+    const Outcome failed = Run("calc n.cam -o c.cam --levels svaj,size");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_NE(failed.err.find("The roller follower arm misses the cam entirely"), std::string::npos);
+    EXPECT_NE(failed.err.find("Incompatible dimensions - check your data"), std::string::npos);
+    EXPECT_FALSE(Exists("c.cam"));
+}
+
+TEST_F(Cli, export_writes_each_kind_and_refuses_what_is_not_there)
+{
+    ASSERT_EQ(Run("example 'Double Dwell' -o e.cam " + stamps).status, 0);
+    ASSERT_EQ(Run("export e.cam spreadsheet -o all.txt " + stamps).status, 0);
+    EXPECT_EQ(Content("all.txt").substr(0, 21), "File: \te.cam\tDesign #");
+    for (int code = 1; code <= 5; ++code) {
+        ASSERT_EQ(Run("export e.cam profile --code " + std::to_string(code) + " -o p.pts").status, 0);
+        const std::string text = Content("p.pts");
+        EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 7 + 360);
+    }
+    EXPECT_EQ(Run("export e.cam sva -o m.sva").status, 2);  // a translating follower
+    ASSERT_EQ(Run("example Oscillating -o o.cam").status, 0);
+    EXPECT_EQ(Run("export o.cam sva -o m.sva").status, 0);
+    EXPECT_EQ(Run("export o.cam xdot -o x.sva").status, 0);
+    ASSERT_EQ(Run("new -o n.cam " + segments).status, 0);
+    EXPECT_EQ(Run("export n.cam spreadsheet -o none.txt").status, 2);
+    EXPECT_FALSE(Exists("none.txt"));
+    Make_Calculated("c.cam");
+    EXPECT_EQ(Run("export c.cam profile -o none.pts").status, 2);
+    EXPECT_EQ(Run("export e.cam profile --code 6 -o none.pts").status, 2);
+    EXPECT_EQ(Run("export e.cam nothing -o none.pts").status, 2);
+    ASSERT_EQ(Run("calc e.cam -o b.cam --levels size --set 'Camtype$=Barrel'").status, 0);
+    EXPECT_EQ(Run("export b.cam profile --code 3 -o none.pts").status, 1);
+    EXPECT_FALSE(Exists("none.pts"));
 }
 
 TEST_F(Cli, fft_prints_the_harmonics_and_keeps_them_in_the_model)

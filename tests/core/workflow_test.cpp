@@ -239,7 +239,13 @@ TEST_F(Workflow, each_event_takes_away_what_rested_on_it)
     EXPECT_EQ(cleared(), "Calculated Modelflag Polydyne_Calc ");
     all_set();
     Size_Changed();
-    EXPECT_EQ(cleared(), "Sized Dynamicflag Modelflag Stressflag Polydyne_Calc Linkage_Calc Model_Saved ");
+    EXPECT_EQ(cleared(), "Sized Dynamicflag Stressflag Linkage_Calc Model_Saved ");
+    all_set();
+    f_.Polydyne_Calc = false;
+    design.linkage.Drive_End_Effector = true;
+    Size_Changed();
+    EXPECT_EQ(cleared(), "Sized Dynamicflag Modelflag Stressflag Polydyne_Calc Model_Saved ");
+    design.linkage.Drive_End_Effector = false;
     all_set();
     Forces_Changed();
     EXPECT_EQ(cleared(), "Stressflag ");

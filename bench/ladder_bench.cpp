@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// Each rung of the ladder at the finest step, 2881 points.
+#include <benchmark/benchmark.h>
+
+#include "camgeom/sizing_fields.h"
+#include "core/design_state.h"
+#include "core/startup.h"
+#include "dynamics/contact_stress.h"
+#include "dynamics/kinetostatics.h"
+#include "motion/examples.h"
+#include "motion/segments.h"
+
+namespace lobemax {
+namespace {
+
+void Make_Cycle(const char* example)
+{
+    Sub_Main("", {});
+    Load_Example(example);
+    Set_Step(0.125);
+    Calculate_Example();
+    Size_Design();
+    Calc_Force_Torque();
+}
+
+constexpr double youngs[2]{206800.0, 206800.0};
+constexpr double poissons[2]{0.28, 0.28};
+
+void Motion(benchmark::State& state)
+{
+    Make_Cycle("Double Dwell");
+    for (auto _ : state)
+        Calculate_Example();
+}
+BENCHMARK(Motion)->Unit(benchmark::kMicrosecond);
+
+void Size_and_Profile(benchmark::State& state, const char* example)
+{
+    Make_Cycle(example);
+    for (auto _ : state)
+        Size_Design();
+}
+BENCHMARK_CAPTURE(Size_and_Profile, translating, "Double Dwell")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Size_and_Profile, arm, "Oscillating")->Unit(benchmark::kMicrosecond);
+
+void Forces(benchmark::State& state)
+{
+    Make_Cycle("Double Dwell");
+    for (auto _ : state)
+        Calc_Force_Torque();
+}
+BENCHMARK(Forces)->Unit(benchmark::kMicrosecond);
+
+void Stresses(benchmark::State& state)
+{
+    Make_Cycle("Double Dwell");
+    for (auto _ : state)
+        Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 25.0);
+}
+BENCHMARK(Stresses)->Unit(benchmark::kMicrosecond);
+
+void Whole_Ladder(benchmark::State& state, const char* example)
+{
+    Make_Cycle(example);
+    for (auto _ : state) {
+        Calculate_Example();
+        Size_Design();
+        Calc_Force_Torque();
+        Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 25.0);
+    }
+}
+BENCHMARK_CAPTURE(Whole_Ladder, translating, "Double Dwell")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Whole_Ladder, arm, "Oscillating")->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace lobemax

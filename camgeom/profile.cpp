@@ -1,0 +1,360 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "camgeom/profile.h"
+
+#include <array>
+#include <cmath>
+
+#include "camgeom/sizing.h"
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/numeric.h"
+
+namespace lobemax {
+
+namespace {
+
+struct Point {
+    double x = 0.0;
+    double y = 0.0;
+};
+
+/// The coordinates of one point of a radial cam, as they are stored.
+struct Radial_Point {
+    Point center;       // rows 9, 10
+    Single radius;      // 11
+    Single angle;       // 12, degrees
+    Point center_key;   // 13, 14
+    Point surface;      // 36, 37
+    Point surface_key;  // 38, 39
+    Point cutter;       // 40, 41
+};
+
+double Sgn(double x)
+{
+    return x > 0.0 ? 1.0 : x < 0.0 ? -1.0 : 0.0;
+}
+
+Point Turned(const Point& p, double angle)
+{
+    Single x;
+    Single y;
+    Rotate(p.x, p.y, angle, -1, x, y);
+    return {x, y};
+}
+
+/// Velocity per radian of cam, under the sign of the side of a conjugate.
+double Velocity_per_Radian(double v)
+{
+    const Motion_Group& m = design.motion;
+    const double w = design.cam.Side_Sign * v;
+    return m.Time_Base == 1 ? w / m.Shaft_speed : m.Time_Base == 2 ? w * 180 / PI : w;
+}
+
+void Store(const Radial_Point& p, int i)
+{
+    Table<Single>& data = design.results.CalcData;
+    data(9, i) = p.center.x;
+    data(10, i) = p.center.y;
+    data(11, i) = p.radius;
+    data(12, i) = p.angle;
+    data(13, i) = p.center_key.x;
+    data(14, i) = p.center_key.y;
+    Single radius;
+    Single angle;
+    Cart_to_Polar(p.center_key.x, p.center_key.y, radius, angle);
+    data(34, i) = radius;
+    data(35, i) = angle;
+    data(36, i) = p.surface.x;
+    data(37, i) = p.surface.y;
+    data(38, i) = p.surface_key.x;
+    data(39, i) = p.surface_key.y;
+    data(40, i) = p.cutter.x;
+    data(41, i) = p.cutter.y;
+}
+
+/// Displacement at a point as a radial profile takes it: by the ratio of a driven end effector, from the top for a
+/// conjugate.
+double Displacement(int i)
+{
+    const double s = design.results.CalcData(design.flags.Polydyne_Calc ? 22 : var::S, i) / Link_Ratios(i).S;
+    return design.cam.Conjugate ? design.motion.Liftmax - s : s;
+}
+
+Radial_Point Translating_Point(int i)
+{
+    const Cam_Group& c = design.cam;
+    const Table<Single>& data = design.results.CalcData;
+    const double theta = data(var::Angle, i);
+    const double shift = c.Rotflag * c.Shift_Angle;
+    const double w = Velocity_per_Radian(data(design.flags.Polydyne_Calc ? 23 : var::V, i));
+    // For a conjugate the root holds the sum of the squares. The sign is meant.
+    const double Rs = Sqr(c.Prime_Rad * c.Prime_Rad - c.Offset * c.Offset * c.Side_Sign) + Displacement(i);
+    const bool roller = c.Followtype == 1;
+    Radial_Point p;
+    Single A0;
+    Cart_to_Polar(Rs, roller ? double{c.Offset} : w, p.radius, A0);  // a flat face is touched off its axis by w
+    const double R = p.radius;
+    const double A = A0 + theta;
+    p.angle = A;
+    const double ar = A * Rad_per_Deg;
+    p.center = {R * std::cos(ar), -c.Rotflag * std::sin(ar) * R};
+    p.center_key = Turned(p.center, shift);
+    if (roller) {
+        const double nu = (data(var::Phi, i) - theta) * c.Rotflag;
+        const Surface_Cutter s =
+            Surface_Cutter_Point(c.In_Out, p.center.x, p.center.y, nu, c.Follow_Rad, c.Cutter_Radius);
+        p.surface = {s.Xs, s.Ys};
+        p.cutter = {s.Xc, s.Yc};
+        p.surface_key = Turned(p.surface, shift);
+    } else {
+        p.surface = p.center;
+        p.surface_key = p.center_key;
+        const double face = c.Cutter_Radius + Rs;
+        const double Rc = Sqr(face * face + w * w);
+        const double Ac = std::atan(w / face) + theta * Rad_per_Deg;
+        p.cutter = {Rc * std::cos(Ac), -c.Rotflag * Rc * std::sin(Ac)};
+    }
+    return p;
+}
+
+/// @return false where the triangle of the arm does not close
+bool Oscillating_Point(int i, Radial_Point& p)
+{
+    const Cam_Group& c = design.cam;
+    Results_Group& r = design.results;
+    const double theta = r.CalcData(var::Angle, i);
+    const double shift = c.Rotflag * c.Shift_Angle;
+    const double gamma = c.Arm_Start_Angle + Displacement(i);
+    const double delta = c.Arm_Pivot_Angle - c.Rotflag * theta;
+    const double sign = -(c.In_Out * c.Side_Sign) * c.ArmDirect;
+    const bool roller = c.Followtype == 1;
+    Flat_Contact face;
+    if (!roller && !Flat_Osc_Contact(i, c.ArmX, c.ArmY, face))
+        return false;
+    Arm_Place place;
+    if (!Arm_Position(gamma, delta, place))
+        return false;
+    r.Arm_Pivot_X(i) = place.Px;
+    r.Arm_Pivot_Y(i) = place.Py;
+    if (roller) {
+        p.radius = place.R;
+        p.angle = place.theta_c;
+        p.center = {place.X, place.Y};
+        p.center_key = Turned(p.center, shift);
+    } else {
+        p.center = {face.Xf, face.Yf};
+        p.surface = {face.Xc, face.Yc};
+        Cart_to_Polar(p.surface.x, p.surface.y, p.radius, p.angle);
+        p.center_key = Turned(p.surface, shift);
+    }
+    const double A = Atan2D(r.Arm_Pivot_X(i) - p.center.x, r.Arm_Pivot_Y(i) - p.center.y);
+    if (roller) {
+        const double nu = c.Rotflag * r.CalcData(var::Phi, i) + (A + 90.0);
+        const Surface_Cutter s = Surface_Cutter_Point(sign, p.center.x, p.center.y, nu, c.Follow_Rad, c.Cutter_Radius);
+        p.surface = {s.Xs, s.Ys};
+        p.cutter = {s.Xc, s.Yc};
+        p.surface_key = Turned(p.surface, shift);
+    } else {
+        const double nu = c.Rotflag * r.CalcData(var::S, i) + (A + 90.0);
+        const Surface_Cutter s = Surface_Cutter_Point(sign, p.surface.x, p.surface.y, nu, 0.0, c.Cutter_Radius);
+        p.cutter = {s.Xc, s.Yc};
+        p.surface_key = p.center_key;
+    }
+    return true;
+}
+
+void Radial_Profile()
+{
+    Cam_Group& c = design.cam;
+    Flags_Group& f = design.flags;
+    f.Calc_Error = false;
+    if (!c.Translating) {
+        Arm_Geometry();
+        if (f.Calc_Error)
+            return;
+    }
+    for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i) {
+        Radial_Point p;
+        if (c.Translating) {
+            p = Translating_Point(i);
+        } else if (!Oscillating_Point(i, p)) {
+            f.Calc_Error = true;
+            return;
+        }
+        Store(p, i);
+    }
+    c.Cam_Shift_Sign_Angle = c.Translating ? -c.Cam_Shift_Angle : c.Rotflag * c.Cam_Shift_Angle;
+}
+
+void Axial_Profile()
+{
+    const Cam_Group& c = design.cam;
+    Table<Single>& data = design.results.CalcData;
+    const bool linear = c.Camtype == "Linear";
+    const double L = c.Prime_Rad * PI2;  // length of a linear cam
+    constexpr std::array unused{9, 10, 13, 14, 34, 35, 38, 39, 40, 41};
+    for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i) {
+        Axial_Surface surface;
+        double sign = c.Top_Bot;
+        double nu = data(var::Phi, i);
+        if (c.Translating) {
+            data(11, i) = data(var::S, i);
+            data(12, i) = data(var::Angle, i);
+        } else {
+            Axial_Coords center;
+            if (!Axial_Osc_Coords(i, c.Prime_Rad, c.ArmX, c.ArmY, c.ArmRad, center))
+                return;
+            data(11, i) = center.Z;
+            data(12, i) = center.Lambda;
+            nu = center.arm + data(var::Phi, i) - 180.0;
+            sign = -(Sgn(c.ArmX) * c.Top_Bot);
+        }
+        if (!Axial_Surface_Point(sign, i, data(11, i), data(12, i), nu, c.Follow_Rad, surface))
+            return;
+        data(36, i) = surface.Z;
+        data(37, i) = surface.Lambda;
+        if (linear) {
+            data(12, i) = data(12, i) / 360.0 * L;
+            data(37, i) = data(37, i) / 360.0 * L;
+        }
+        for (const int row : unused)
+            data(row, i) = 0.0;
+    }
+}
+
+}  // namespace
+
+void Cam_Profile()
+{
+    if (design.flags.Starting)
+        return;
+    Set_Keyway_Angle();
+    Set_Machine_Zero();
+    if (design.cam.Camtype == "Radial")
+        Radial_Profile();
+    else
+        Axial_Profile();
+}
+
+void Set_Keyway_Angle()
+{
+    Cam_Group& c = design.cam;
+    const std::string& text = c.Keyway_Text;
+    int angle = 0;
+    if (text == "3 O'clock")
+        angle = 90;
+    else if (text == "6 O'clock")
+        angle = 180;
+    else if (text == "9 O'clock")
+        angle = 270;
+    c.Keyway_Clockangle = c.Rotflag * angle;
+}
+
+void Set_Machine_Zero()
+{
+    Cam_Group& c = design.cam;
+    c.Cam_Shift_Angle = c.Translating ? c.Rotflag * c.Follower_Angle - c.Shift_Angle : -c.Shift_Angle;
+    c.Cam_Draw_Angle = Integer(c.Keyway_Clockangle - c.Rotflag * 90) + c.Cam_Shift_Angle;
+}
+
+bool Axial_Osc_Coords(int i, double Prime_Rad, double ArmX, double ArmY, double ArmRad, Axial_Coords& point)
+{
+    const Cam_Group& c = design.cam;
+    design.flags.Calc_Error = false;
+    if (ArmRad == 0.0) {
+        design.flags.Calc_Error = true;
+        return false;
+    }
+    double g0 = FNArcSin(ArmY / ArmRad) * Deg_per_Rad;
+    if (ArmX > 0.0)
+        g0 = 180.0 - g0;
+    point.arm = c.ArmDirect * design.results.CalcData(var::S, i) + g0;
+    const double ar = point.arm * Rad_per_Deg;
+    const double xa = ArmRad * std::cos(ar) + ArmX;
+    const double Ra = Sqr(xa * xa + Prime_Rad * Prime_Rad);
+    const double dL = ArmRad / Ra * std::cos(ar) * Deg_per_Rad;  // the angle by which the arc lags
+    point.Z = c.ArmDirect * ArmRad * std::sin(ar);
+    const double theta = design.results.CalcData(var::Angle, i);
+    const double Lambda0 = c.Camtype == "Linear" ? theta : c.Rotflag * dL + theta;
+    Single Lambda;
+    Modulo(Lambda0, 360.0, Lambda);
+    point.Lambda = Lambda;
+    return true;
+}
+
+bool Axial_Surface_Point(double sign, int i, double Z, double Lambda, double normal_angle, double Follow_Rad,
+                         Axial_Surface& point)
+{
+    const Cam_Group& c = design.cam;
+    double nu = normal_angle * Rad_per_Deg;
+    if (!c.Translating) {
+        Axial_Phi at;
+        if (!Axial_Osc_Phi(i, c.ArmX, c.ArmY, c.ArmRad, at))
+            return false;
+        nu = -c.Rotflag * at.Phi * Rad_per_Deg + (at.arm * Rad_per_Deg - PI);
+    }
+    const double th = Lambda * Rad_per_Deg;
+    const double q = c.Rotflag * sign;
+    point.Z = q * Follow_Rad * std::cos(nu) + Z;
+    if (c.Prime_Rad == 0.0) {
+        Show_Message(" Your prime circle radius is zero - Please provide a positive value.", Buttons::OK,
+                     Symbol::information);
+        design.flags.Calc_Error = true;
+        return false;
+    }
+    point.Lambda = (c.Prime_Rad * th - q * Follow_Rad * std::sin(nu)) / c.Prime_Rad * Deg_per_Rad;
+    return true;
+}
+
+Surface_Cutter Surface_Cutter_Point(double sign, double X, double Y, double nu, double radius, double Cutter)
+{
+    if (design.flags.Starting)
+        return {};
+    const double nr = nu * Rad_per_Deg;
+    const double c = std::cos(nr);
+    const double s = std::sin(nr);
+    return {X + sign * radius * c, Y + sign * radius * s, X + sign * (radius - Cutter) * c,
+            Y + sign * (radius - Cutter) * s};
+}
+
+bool Flat_Osc_Contact(int i, double ArmX, double ArmY, Flat_Contact& contact)
+{
+    const Cam_Group& c = design.cam;
+    const Motion_Group& m = design.motion;
+    const Table<Single>& data = design.results.CalcData;
+    const bool polydyne = design.flags.Polydyne_Calc;
+    const double theta = data(var::Angle, i);
+    design.flags.Calc_Error = false;
+    double w = data(polydyne ? 23 : var::V, i);
+    if (m.Time_Base == 1)
+        w = w * PI / (m.Shaft_speed * 180.0);
+    else if (m.Time_Base == 3)
+        w = w * PI / 180.0;
+    const double D = Sqr(ArmX * ArmX + ArmY * ArmY);
+    contact.pivot_angle = Atan2D(ArmX, ArmY);
+    if (D == 0.0) {
+        design.flags.Calc_Error = true;
+        return false;
+    }
+    contact.start_angle = FNArcSin((c.Offset + c.Prime_Rad) / D) * Deg_per_Rad;
+    if (c.Conjugate)
+        contact.start_angle += m.Lift;
+    contact.arm = c.Side_Sign * data(polydyne ? 22 : var::S, i) + contact.start_angle;
+    const double u = 1.0 / (1.0 - w) * D * std::cos(contact.arm * Rad_per_Deg);  // along the face, from the arm's foot
+    const double d = Sqr(c.Offset * c.Offset + u * u);
+    const double b = std::atan(c.Offset / d) * Deg_per_Rad;
+    contact.direction = (b + contact.arm) * (c.ArmDirect * c.Side_Sign) + (contact.pivot_angle + 180.0);
+    const double dr = contact.direction * Rad_per_Deg;
+    const double turn = c.Rotflag * theta;
+    Single x;
+    Single y;
+    Rotate(u * std::cos(dr) + ArmX, u * std::sin(dr) + ArmY, turn, -1, x, y);
+    contact.Xf = x;
+    contact.Yf = y;
+    Rotate(d * std::cos(dr) + ArmX, d * std::sin(dr) + ArmY, turn, -1, x, y);
+    contact.Xc = x;
+    contact.Yc = y;
+    return true;
+}
+
+}  // namespace lobemax

@@ -1,0 +1,432 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "camgeom/sizing_fields.h"
+
+#include <array>
+#include <cmath>
+
+#include "camgeom/sizing.h"
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/text.h"
+#include "core/units.h"
+#include "core/workflow.h"
+
+namespace lobemax {
+
+namespace {
+
+constexpr double smallest_arm = 0.001;
+
+std::string Shown(double value)
+{
+    return In_Number_Format(Shortest(Single(value)));
+}
+
+void Exclaim(const std::string& text)
+{
+    Show_Message(text, Buttons::OK, Symbol::exclamation);
+}
+
+bool Linear()
+{
+    return design.cam.Camtype == "Linear";
+}
+
+bool Radial()
+{
+    return design.cam.Camtype == "Radial";
+}
+
+/// Profile rows by the kind of cam.
+struct Row_Words {
+    int row;
+    const char* name;
+    const char* symbol;
+};
+
+constexpr std::array radial_words{Row_Words{11, "Radius", "R"},        Row_Words{12, "Theta", "Th"},
+                                  Row_Words{36, "X_Surface", "X_Srf"}, Row_Words{37, "Y_Surface", "Y_Srf"},
+                                  Row_Words{40, "X_Cutter", "X_Ctr"},  Row_Words{41, "Y_Cutter", "Y_Ctr"}};
+constexpr std::array axial_words{Row_Words{11, "Z-coord", "Z"},       Row_Words{12, "Lambda", "Lm"},
+                                 Row_Words{36, "Z_Surface", "Z_Srf"}, Row_Words{37, "Lambda_Surf", "Lm_Srf"},
+                                 Row_Words{40, "Z_Cutter", "Z_Ctr"},  Row_Words{41, "Lambda_Ctr", "Lm_Ctr"}};
+
+void Name_Profile_Rows()
+{
+    for (const Row_Words& words : Radial() ? radial_words : axial_words) {
+        design.plot.Var_Name(words.row) = words.name;
+        design.plot.Var_Symbol(words.row) = words.symbol;
+    }
+}
+
+/// The option buttons, in their order.
+void Read_Options(Size_Form& form)
+{
+    Cam_Group& c = design.cam;
+    c.Rotflag = form.ccw ? 1 : -1;
+    Choose_Track(form.inner_track);
+    c.ArmDirect = form.arm_ccw ? 1 : -1;
+    c.Translating = form.translating;
+    const bool radial_only = form.cam == Cam_Choice::Radial;
+    if (!radial_only)
+        form.roller = true;  // a flat face rides on a radial cam
+    c.Followtype = form.roller ? 1 : 2;
+    if (!form.roller)
+        c.Follow_Rad = 0.0;
+    constexpr std::array kinds{"Radial", "Barrel", "Linear", "Barrel"};
+    c.Camtype = kinds.at(static_cast<std::size_t>(form.cam));
+    c.Barrel_Type = form.cam == Cam_Choice::Axial_Groove   ? "Grooved"
+                    : form.cam == Cam_Choice::Axial_Ribbed ? "Ribbed"
+                                                           : "";
+}
+
+/// The checks and readings of the entries, in the order of the button.
+void Read_Entries(Size_Form& form)
+{
+    form.txt_Prime = Enter_Prime(form.txt_Prime).text;
+    if (form.roller)
+        form.txt_follower = Enter_Roller(form.txt_follower).text;
+    form.txt_Cutter = Enter_Cutter(form.txt_Cutter).text;
+    Enter_Follower_Angle(form.txt_folwrangle);
+    Enter_ArmX(form.txt_CLx);
+    if (Linear() && !form.translating)
+        form.txt_CLy = "0";  // the pivot stands level with the track
+    Enter_ArmY(form.txt_CLy);
+}
+
+/// @return false where the arm misses the cam
+bool Read_Arm(Size_Form& form, bool autocalc)
+{
+    Cam_Group& c = design.cam;
+    const double ArmRad = Val(form.txt_ArmRadius);
+    std::string proposal;
+    if (!autocalc && !Arm_Meets_Cam(ArmRad, proposal)) {
+        form.txt_ArmRadius = proposal;
+        return false;
+    }
+    c.ArmRad = ArmRad;
+    return true;
+}
+
+}  // namespace
+
+Cam_Choice Present_Cam_Choice()
+{
+    if (Linear())
+        return Cam_Choice::Linear;
+    if (Radial())
+        return Cam_Choice::Radial;
+    return design.cam.Barrel_Type == "Ribbed" ? Cam_Choice::Axial_Ribbed : Cam_Choice::Axial_Groove;
+}
+
+Size_Form Size_Form_of_Design()
+{
+    const Cam_Group& c = design.cam;
+    return {Present_Cam_Choice(),
+            c.Translating,
+            c.Followtype != 2,
+            c.Rotflag > 0,
+            c.ArmDirect > 0,
+            c.Top_Bot == c.Rotflag,
+            Shown(Linear() ? c.Prime_Rad * PI2 : double{c.Prime_Rad}),
+            Shown(c.Follow_Rad),
+            Shown(c.Cutter_Radius),
+            Shown(c.Offset),
+            Shown(c.Follower_Angle),
+            Shown(c.ArmX),
+            Shown(c.ArmY),
+            Shown(c.ArmRad),
+            Shown(c.Shift_Angle),
+            c.Keyway_Text};
+}
+
+Size_Entry Enter_Prime(std::string_view text)
+{
+    Cam_Group& c = design.cam;
+    const double value = Val(text);
+    if (!(value > 0.0) || (Radial() && value <= c.Offset)) {
+        Exclaim("Prime radius cannot be zero or negative or less than the offset");
+        return {false, "1"};
+    }
+    // The length of a linear cam as it was shown gives its radius back unchanged.
+    if (Linear()) {
+        if (Single(value) != Single(c.Prime_Rad * PI2))
+            c.Prime_Rad = value / PI2;
+    } else {
+        c.Prime_Rad = value;
+    }
+    return {true, std::string(text)};
+}
+
+Size_Entry Enter_Roller(std::string_view text)
+{
+    Cam_Group& c = design.cam;
+    const double value = Val(text);
+    if (!Linear() && value >= c.Prime_Rad) {
+        Exclaim(
+            "Something is wrong\n"
+            "\n"
+            "The follower radius is greater than the prime circle radius\n"
+            "\n"
+            "Please check your data.");
+        return {false, ""};
+    }
+    if (value < 0.0) {
+        Exclaim("The follower radius must be zero or positive");
+        return {false, ""};
+    }
+    c.Follow_Rad = value;
+    return {true, std::string(text)};
+}
+
+Size_Entry Enter_Cutter(std::string_view text)
+{
+    const double value = Val(text);
+    if (value < 0.0) {
+        Exclaim("This value must be positive.  Please redo.");
+        return {false, "", true};
+    }
+    design.cam.Cutter_Radius = value;
+    return {true, std::string(text)};
+}
+
+Size_Entry Enter_Offset(std::string_view text)
+{
+    Cam_Group& c = design.cam;
+    const double value = Val(text);
+    if (!(std::abs(value) < c.Prime_Rad)) {
+        Show_Message("Cannot compute - Eccentricity is >= Prime Radius.  Try a smaller absolute value of eccentricity",
+                     Buttons::OK, Symbol::none);
+        return {false, "0"};
+    }
+    c.Offset = value;
+    return {true, std::string(text)};
+}
+
+Size_Entry Enter_Follower_Angle(std::string_view text)
+{
+    design.cam.Follower_Angle = Val(text);
+    return {true, std::string(text)};
+}
+
+Size_Entry Enter_Arm_Radius(std::string_view text)
+{
+    Cam_Group& c = design.cam;
+    const double value = Val(text);
+    if (!(value > smallest_arm)) {
+        Exclaim("Arm radius cannot be zero. Please reenter.");
+        return {false, Shown(c.ArmRad)};
+    }
+    std::string proposal;
+    if (!Arm_Meets_Cam(value, proposal))
+        return {false, proposal};
+    c.ArmRad = value;
+    return {true, std::string(text)};
+}
+
+Size_Entry Enter_Shift_Angle(std::string_view text)
+{
+    Cam_Group& c = design.cam;
+    const double value = Val(text);
+    c.Shift_Points = To_Integer(value / 360.0 * design.motion.Max_Data_Points_used);
+    c.Shift_Angle = value;
+    return {true, std::string(text)};
+}
+
+void Enter_ArmX(std::string_view text)
+{
+    design.cam.ArmX = Val(text);
+}
+
+void Enter_ArmY(std::string_view text)
+{
+    design.cam.ArmY = Val(text);
+}
+
+bool Arm_Meets_Cam(double ArmRad, std::string& proposal)
+{
+    const Cam_Group& c = design.cam;
+    if (c.Translating || Linear())
+        return true;
+    const double D = Arm_Pivot_Distance();
+    if (D - c.Prime_Rad < ArmRad && D + c.Prime_Rad > ArmRad)
+        return true;
+    proposal = FNRoundStr(D, 2);
+    Exclaim(
+        "The roller follower arm misses the cam entirely\n"
+        "with your current choice of arm center location. \n"
+        "\n"
+        "Please adjust the arm radius to be about\n" +
+        proposal + " " + Words_of_Units(design.identity.WhichUnit).length + " for this arm center location.");
+    return false;
+}
+
+void Choose_Cam(Cam_Choice choice)
+{
+    Size_Form form = Size_Form_of_Design();
+    form.cam = choice;
+    const bool inner = form.inner_track;
+    Read_Options(form);
+    Choose_Track(inner);
+    Model_Edited();
+}
+
+void Choose_Follower_Motion(bool translating)
+{
+    design.cam.Translating = translating;
+    Set_Units();
+    Model_Edited();
+}
+
+void Choose_Follower(bool roller)
+{
+    Cam_Group& c = design.cam;
+    c.Followtype = roller ? 1 : 2;
+    Model_Edited();
+    if (roller)
+        return;
+    c.Offset = 0.0;
+    c.Follow_Rad = 0.0;
+    c.Camtype = "Radial";
+    c.Barrel_Type = "";
+    design.linkage.Drive_End_Effector = false;
+    if (c.Translating)
+        Flat_Min_Base_Radius();
+}
+
+void Choose_Rotation(bool ccw, bool inner_track)
+{
+    Cam_Group& c = design.cam;
+    c.Rotflag = ccw ? 1 : -1;
+    c.Top_Bot = inner_track ? -c.Rotflag : +c.Rotflag;
+    Model_Edited();
+}
+
+void Choose_Arm_Rotation(bool ccw)
+{
+    design.cam.ArmDirect = ccw ? 1 : -1;
+    Model_Edited();
+}
+
+void Choose_Track(bool inner)
+{
+    Cam_Group& c = design.cam;
+    c.Top_Bot = inner ? +c.Rotflag : -c.Rotflag;
+}
+
+Size_Panels Set_Cam_Type_Panels()
+{
+    Cam_Group& c = design.cam;
+    Name_Profile_Rows();
+    const bool linear = Linear();
+    if (!Radial()) {
+        c.Offset = 0.0;
+        c.Followtype = 1;
+        if (linear && !c.Translating)
+            c.ArmY = 0.0;
+    }
+    return {linear ? "Cam Length" : "Prime Radius",
+            {linear ? "-->>" : "Ccw", linear ? "<<--" : "Cw"},
+            linear ? "Cam Direction" : "Cam Rotation",
+            Radial() ? "y" : "z",
+            Radial(),
+            Radial() && c.Translating,
+            !c.Translating,
+            !linear,
+            Radial(),
+            !Radial(),
+            !(linear && !c.Translating)};
+}
+
+bool Calc_Size(Size_Form& form, bool autocalc)
+{
+    Flags_Group& f = design.flags;
+    Size_Changed();
+    f.Calc_Error = f.Math_Error = false;
+    Read_Options(form);
+    Set_Cam_Type_Panels();
+    Read_Entries(form);
+    if (!Read_Arm(form, autocalc))
+        f.Calc_Error = true;
+    else if (Radial())
+        form.txt_Offset = Enter_Offset(form.txt_Offset).text;
+    const int type = design.cam.Followtype;
+    if (!f.Calc_Error)
+        Calc_Phi(type);
+    const bool phi_error = f.Calc_Error || f.Math_Error;
+    if (!phi_error)
+        Calc_Rho(type);
+    f.Sized = !phi_error && !f.Calc_Error && !f.Math_Error;
+    if (!f.Sized)
+        Exclaim("Incompatible dimensions - check your data");
+    f.Calc_Error = false;
+    Refresh_Screens();
+    return f.Sized;
+}
+
+bool Size_Design()
+{
+    Size_Form form = Size_Form_of_Design();
+    return Calc_Size(form, false);
+}
+
+std::string Axial_Cam_Message()
+{
+    const std::string& type = design.cam.Camtype;
+    if (Radial())
+        return "";
+    return "The " + type + " cam data for pressure angle, radius of\n" +
+           "curvature, and cam profile has been calculated. \n\n" + "The  " + type +
+           "-cam profile is not drawn on screen by this program,\n" +
+           "but it is stored in memory for the output of cutter coordinates.\n\n" +
+           "Note that the roller centerline coordinates of a " + type + " cam are\n" +
+           "the same as its displacement diagram's R-theta data.\n\n" +
+           "To export the cutter coordinates, use the menu pulldown:\n" +
+           "                       File/Export/Profile.\n\n" +
+           "To suppress this message on further calculations, hit Cancel.";
+}
+
+std::string Start_Angle_Help()
+{
+    return "'Starting Angle' allows you to input the timing-diagram-angle at which \n"
+           "you choose to start the displacement diagram (i.e., cam zero) with respect to machine zero.";
+}
+
+std::string Linear_Help()
+{
+    return "A linear cam is a straight bar that moves past its follower and back.\n"
+           "Its length stands for one turn of the camshaft: cam angle is distance along the bar.\n"
+           "The follower moves in the z direction, across the bar.\n"
+           "Each track surface is calculated and exported on its own.";
+}
+
+std::string Barrel_Help()
+{
+    return "A barrel cam is a cylinder with a groove or a rib around it; its follower moves along the axis.\n"
+           "The prime radius is that of the cylinder at the middle of the roller.\n"
+           "Each track surface is calculated and exported on its own.";
+}
+
+std::string Arm_Help()
+{
+    return "These data define the location of the cam arm pivot and its rotation.\n"
+           "If you change x and y such that the arm radius falls off the cam,\n"
+           "It will automatically change the arm radius to find the cam.";
+}
+
+std::string Roller_Help()
+{
+    return "The radius of the roller should be less than the \n"
+           "minimum radius of curvature by a comfortable margin.\n"
+           "A factor of 2 is sufficient, and 1.5 is minimal.";
+}
+
+std::string Cam_Surface_Help()
+{
+    return "Selects the cam surface that you want to create.\n"
+           "If you want a track cam, you will have to select each in turn,\n"
+           "calculate the surface, export it from the Home screen, return to this screen\n"
+           "and calculate the other surface, then export it as a separate file.";
+}
+
+}  // namespace lobemax

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The sizing screen without its window: its entries and choices with their checks, what the kind of cam changes on the
+/// screen, and the calculation behind its button.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace lobemax {
+
+/// The kinds of cam in the order of opt_CamType.
+enum class Cam_Choice { Radial, Axial_Groove, Linear, Axial_Ribbed };
+Cam_Choice Present_Cam_Choice();
+
+/// What the controls of the sizing screen hold, texts as typed.
+struct Size_Form {
+    Cam_Choice cam = Cam_Choice::Radial;
+    bool translating = true;
+    bool roller = true;
+    bool ccw = true;          // opt_Rotate(0)
+    bool arm_ccw = true;      // opt_ArmRotate(0)
+    bool inner_track = true;  // opt_topbot(0)
+    std::string txt_Prime;    // of a linear cam its length
+    std::string txt_follower;
+    std::string txt_Cutter;
+    std::string txt_Offset;
+    std::string txt_folwrangle;
+    std::string txt_CLx;
+    std::string txt_CLy;
+    std::string txt_ArmRadius;
+    std::string txt_ShiftAng;
+    std::string cmb_keyway;
+};
+
+/// What the screen opens with: every number by its shortest text, so that reading it back gives the same.
+Size_Form Size_Form_of_Design();
+
+/// What became of an entry: whether its value was stored, and what the field shows now.
+struct Size_Entry {
+    bool accepted;
+    std::string text;
+    bool takes_focus = false;
+};
+
+/// The entries, each checked and stored. A refused one shows its message and the new text; what was stored stays.
+Size_Entry Enter_Prime(std::string_view text);
+Size_Entry Enter_Roller(std::string_view text);
+Size_Entry Enter_Cutter(std::string_view text);
+Size_Entry Enter_Offset(std::string_view text);
+Size_Entry Enter_Follower_Angle(std::string_view text);
+Size_Entry Enter_Arm_Radius(std::string_view text);
+Size_Entry Enter_Shift_Angle(std::string_view text);
+void Enter_ArmX(std::string_view text);  // the arm's radius is checked next, by Enter_Arm_Radius
+void Enter_ArmY(std::string_view text);
+
+/// Whether an arm of this radius meets the cam; if not, a message proposes another. Always true where the test does
+/// not apply: a translating follower, a linear cam.
+/// @param proposal  out: the text of the radius that would do
+bool Arm_Meets_Cam(double ArmRad, std::string& proposal);
+
+/// The choices of the option buttons, each stored with what hangs on it.
+void Choose_Cam(Cam_Choice choice);
+void Choose_Follower_Motion(bool translating);
+/// A flat face makes the cam radial and its offset zero, and drives no end effector. For a translating follower the
+/// smallest base radius is told.
+void Choose_Follower(bool roller);
+/// The sense of rotation alone: Top_Bot takes the sign opposite to the one that the calculation gives it. The asymmetry
+/// is meant.
+void Choose_Rotation(bool ccw, bool inner_track);
+void Choose_Arm_Rotation(bool ccw);
+void Choose_Track(bool inner);
+
+/// What the kind of cam changes in words and in what is shown.
+struct Size_Panels {
+    std::string fra_Prime;      // "Prime Radius" or "Cam Length"
+    std::string opt_Rotate[2];  // "Ccw", "Cw" or the directions of a linear cam
+    std::string fra_Rotate;     // "Cam Rotation" or "Cam Direction"
+    std::string lbl_Yinit;      // "y" or "z"
+    bool flat_enabled;          // opt_Foltype(1)
+    bool translate_panel;       // pnl_translate: offset and follower angle
+    bool oscillate_panel;       // pnl_oscillate: arm
+    bool arm_frame;             // fra_CL
+    bool info_panel;            // pnl_info
+    bool track_frame;           // fra_topbot
+    bool arm_y_enabled;         // txt_CLy
+};
+/// Renames the variables of profile rows 11, 12, 36, 37, 40, 41 by the kind of cam, forces what the kind forces, and
+/// tells what the screen shows.
+Size_Panels Set_Cam_Type_Panels();
+
+/// The work of cmd_Calc but its drawing.
+///
+/// Reads all controls in their order, tests the arm (unless Autocalc is on, whose handlers have done it), calculates
+/// Phi, profile and Rho. Any error is told by "Incompatible dimensions - check your data".
+/// @return Sized
+bool Calc_Size(Size_Form& form, bool autocalc);
+
+/// The same from the design as it stands, without a screen.
+bool Size_Design();
+
+/// The message of cmd_Done for a cam that is not drawn, with OK and Cancel; empty for a radial cam.
+std::string Axial_Cam_Message();
+
+/// Help texts of the screen, lines separated by '\n'.
+std::string Start_Angle_Help();
+std::string Linear_Help();
+std::string Barrel_Help();
+std::string Arm_Help();
+std::string Roller_Help();
+std::string Cam_Surface_Help();
+
+}  // namespace lobemax

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dynamics/dynamics_fields.h"
+
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/numeric.h"
+#include "core/text.h"
+#include "core/units.h"
+#include "core/workflow.h"
+#include "dynamics/kinetostatics.h"
+
+namespace lobemax {
+
+namespace {
+
+constexpr const char* must_be_positive = "This value must be positive.  Please redo.";
+constexpr const char* zeta_range = "Zeta must be between 0 and 1.  Please redo";
+constexpr const char* no_friction = "Friction cannot be zero or negative.  Please redo.";
+
+std::string Shown(double value, int decimals)
+{
+    return In_Number_Format(Shortest(Single(FNRound(value, decimals))));
+}
+
+Dynamics_Entry Refused(const char* message, Symbol symbol, std::string_view text)
+{
+    Show_Message(message, Buttons::OK, symbol);
+    return {false, In_Number_Format(text)};
+}
+
+}  // namespace
+
+Dynamics_Form Opening_Dynamics_Form()
+{
+    const Dynamics_Group& d = design.dynamics;
+    const Identity_Group& id = design.identity;
+    const bool compensating = design.flags.CompCam_Calc;
+    const double mass = compensating ? d.Comp_Mass : d.Mass;
+    const double spring = compensating ? d.Comp_Spring_Rate : d.Return_Spring_Rate;
+    const double preload = compensating ? d.Comp_Preload : d.Preload;
+    double zeta = d.Zeta_Initial;
+    if (design.flags.Modelflag && d.Model_Type != 1)  // of the model's spring that returns the follower
+        zeta = d.Model_Type == 2 || d.Model_Type == 5 ? d.Zeta(2) : d.Zeta(1);
+    Dynamics_Form form;
+    form.txt_Mass = Shown(mass, id.Decimals_4);
+    form.txt_Spring = Shown(spring, id.Decimals_6);
+    form.txt_Preload = Shown(preload, id.Decimals_2);
+    form.txt_Zeta = Shown(zeta, 2);
+    form.txt_Damping = Shown(d.Damping, 2);
+    form.txt_Journal = Shown(2.0 * d.Bearing_Radius, id.Decimals_1);
+    form.txt_Folfrict = Shown(d.Mu_of_Follower, 3);
+    form.txt_Jnlfrict = Shown(d.Mu_of_Shaft, 3);
+    form.txt_Fluct = Shown(d.Coeff_of_Fluctuation, 2);
+    form.force_closed = design.cam.Followtype == 2 || design.cam.Closure == "Force";
+    form.start_fresh = d.Torque_Start_Fresh;
+    return form;
+}
+
+Dynamics_Labels Labels_of_Dynamics(bool force_closed, std::string_view txt_Spring)
+{
+    const Unit_Words& u = Words_of_Units(design.identity.WhichUnit);
+    const std::string force = u.force;
+    // The springs of all metric systems are per metre.
+    const std::string per = design.identity.WhichUnit >= 3 ? "m" : u.length;
+    const bool no_spring = Val(txt_Spring) == 0.0;
+    return {u.mass,
+            force + "/" + per,
+            force + "-s/" + per,
+            u.length,
+            force,
+            design.plot.Var_Unit(var::Torque),
+            design.cam.Followtype != 2,
+            force_closed,
+            no_spring,
+            design.flags.Ext_Force_Calc,
+            design.flags.CompCam_Calc};
+}
+
+Dynamics_Entry Edit_Dynamics_Field(Dynamics_Field field, std::string_view text)
+{
+    Dynamics_Group& d = design.dynamics;
+    const bool own_cam = !design.flags.CompCam_Calc;
+    const double value = Val(text);
+    const Dynamics_Entry accepted{true, std::string(text)};
+    switch (field) {
+    case Dynamics_Field::Mass:
+        if (!(value > 0.0))
+            return Refused(must_be_positive, Symbol::exclamation, "0.01");
+        d.Mass = value;
+        if (own_cam)
+            d.Comp_Mass = value / 2;
+        break;
+    case Dynamics_Field::Preload:
+        if (!(value > 0.0))
+            return Refused(must_be_positive, Symbol::exclamation, "1");
+        d.Preload = value;
+        if (own_cam)
+            d.Comp_Preload = value;
+        break;
+    case Dynamics_Field::Spring: {
+        const bool positive = value > 0.0;
+        const Dynamics_Entry entry = positive ? accepted : Refused(must_be_positive, Symbol::exclamation, "1");
+        d.Return_Spring_Rate = Val(entry.text);  // a refused entry's new text is the value, too
+        if (positive && own_cam)
+            d.Comp_Spring_Rate = d.Return_Spring_Rate;
+        return entry;
+    }
+    case Dynamics_Field::Damping:
+        if (!(value > 0.0))
+            return Refused(must_be_positive, Symbol::exclamation, "1");
+        d.Damping = value;
+        break;
+    case Dynamics_Field::Journal:
+        if (!(value > 0.0))
+            return Refused(must_be_positive, Symbol::exclamation, "1");
+        d.Bearing_Radius = value / 2;
+        break;
+    case Dynamics_Field::Zeta:
+        if (!(value > 0.0 && value <= 1.0))
+            return Refused(zeta_range, Symbol::exclamation, "0.25");
+        d.Zeta_Initial = value;
+        break;
+    case Dynamics_Field::Folfrict:
+        if (!(value > 0.0))
+            return Refused(no_friction, Symbol::exclamation, "0.1");
+        d.Mu_of_Follower = value;
+        break;
+    case Dynamics_Field::Jnlfrict:
+        if (!(value > 0.0))
+            return Refused(no_friction, Symbol::exclamation, "0.01");
+        d.Mu_of_Shaft = value;
+        break;
+    case Dynamics_Field::Fluct:
+        // The upper bound is tested on the value before: one entry above 1 passes and the next is refused. Meant.
+        if (!(value > 0.0 && d.Coeff_of_Fluctuation <= 1.0)) {
+            d.Coeff_of_Fluctuation = 0.05;
+            return Refused(" Coefficient of fluctuation must be between zero and one - Try .05 ", Symbol::none, "0.05");
+        }
+        d.Coeff_of_Fluctuation = value;
+        break;
+    }
+    return accepted;
+}
+
+void Read_Dynamics_Fields(const Dynamics_Form& form)
+{
+    Dynamics_Group& d = design.dynamics;
+    d.Mass = Val(form.txt_Mass);
+    if (design.cam.Closure == "Force") {
+        d.Return_Spring_Rate = Val(form.txt_Spring);
+        d.Preload = Val(form.txt_Preload);
+        d.Zeta_Initial = Val(form.txt_Zeta);
+        if (d.Return_Spring_Rate == 0.0)
+            d.Damping = Val(form.txt_Damping);  // without a spring the typed coefficient counts
+    } else {
+        d.Preload = d.Return_Spring_Rate = d.Damping = 0.0;
+    }
+    d.Bearing_Radius = Val(form.txt_Journal) / 2;
+    d.Mu_of_Follower = Val(form.txt_Folfrict);
+    d.Mu_of_Shaft = Val(form.txt_Jnlfrict);
+    d.Coeff_of_Fluctuation = Val(form.txt_Fluct);
+    d.Torque_Start_Fresh = form.start_fresh;
+}
+
+bool Calc_Dynamics(const Dynamics_Form& form)
+{
+    design.cam.Closure = form.force_closed ? "Force" : "Form";
+    Read_Dynamics_Fields(form);
+    const bool done = Calc_Force_Torque();
+    Forces_Changed();
+    Refresh_Screens();
+    return done;
+}
+
+void Choose_Form_Closure()
+{
+    design.dynamics.Model_Type = 1;
+}
+
+void Choose_Accumulate()
+{
+    design.dynamics.Torque_Start_Fresh = false;
+    Show_Message(
+        "Selecting Torque Accumulation will cause each succeeding\n"
+        " torque calculation to add to the existing torque function.\n"
+        "So do not click the Calculate Button on this form more than once\n"
+        "for each new cam on the camshaft after designing it on the other forms.",
+        Buttons::OK, Symbol::exclamation);
+}
+
+}  // namespace lobemax

@@ -1,0 +1,355 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dynamics/kinetostatics.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/numeric.h"
+#include "core/text.h"
+#include "core/traps.h"
+#include "core/units.h"
+
+namespace lobemax {
+
+namespace {
+
+constexpr int abort_answer = 3;
+constexpr int retry_answer = 4;
+constexpr int ignore_answer = 5;
+
+constexpr int friction_row = 15;
+constexpr int flywheel_row = 16;
+constexpr int integral_row = 45;
+
+/// Natural frequencies and damping; with a spring rate of zero the typed coefficient stands.
+void Find_Frequencies()
+{
+    Dynamics_Group& d = design.dynamics;
+    if (d.Return_Spring_Rate == 0.0)
+        return;
+    if (d.Mass != 0.0)
+        d.Omega_N = Sqr(d.Return_Spring_Rate / d.Mass);
+    d.Critical_Damping = (d.Mass + d.Mass) * d.Omega_N;
+    d.Damping = d.Zeta_Initial * d.Critical_Damping;
+    const double decay = d.Damping / (d.Mass + d.Mass);
+    const double radicand = d.Return_Spring_Rate / d.Mass - decay * decay;
+    // At zeta 1 both terms are equal but for their rounding.
+    const bool rounding = radicand < 0.0 && -radicand <= decay * decay * 1E-6;
+    d.Omega_D = rounding ? 0.0 : Sqr(radicand);
+}
+
+/// Metres of the length unit, for the forces of the metric systems.
+double Length_Divisor()
+{
+    constexpr int centimetre = 4;
+    constexpr int millimetre = 5;
+    switch (design.identity.WhichUnit) {
+    case centimetre:
+        return 100.0;
+    case millimetre:
+        return 1000.0;
+    default:
+        return 1.0;
+    }
+}
+
+/// What does not change from point to point.
+struct Train {
+    const Dynamics_Group& d = design.dynamics;
+    int base = design.motion.Time_Base;
+    double omega = design.motion.Shaft_speed;
+    double divisor = Length_Divisor();
+    bool translating = design.cam.Translating;
+    double arm = design.cam.ArmRad;
+    double S_min = 0.0;
+    double b = design.dynamics.Bearing_Radius / divisor;
+    double r_p = (design.cam.Camtype == "Radial" ? double{design.cam.Prime_Rad} : 0.0) / divisor;
+    bool force_closed = design.cam.Closure == "Force";
+    bool external = design.dynamics.Ext_Force_Add && design.flags.Ext_Force_Calc;
+    int followtype = design.cam.Followtype;
+
+    double Length(double motion) const { return (translating ? motion : motion * Rad_per_Deg * arm) / divisor; }
+    /// Force of spring, damper and mass; a time base of no kind keeps the former one.
+    double Force(double s, double v, double a, double former) const
+    {
+        const double spring = s * d.Return_Spring_Rate + d.Preload;
+        switch (base) {
+        case 1:
+            return spring + v * d.Damping + d.Mass * a;
+        case 2:  // a single factor of 180 over pi on the acceleration, and meant
+            return omega * omega * (d.Mass * a * 180 / PI) + (v * d.Damping * 180 / PI) * omega + spring;
+        case 3:
+            return omega * omega * (d.Mass * a) + v * d.Damping * omega + spring;
+        default:
+            return former;
+        }
+    }
+    /// Torque that drives the follower: power over shaft speed.
+    double Torque(double F, double v, double former) const
+    {
+        switch (base) {
+        case 1:
+            return F * v / omega;
+        case 2:
+            return F * v * 180 / PI;
+        case 3:
+            return F * v;
+        default:
+            return former;
+        }
+    }
+    double Friction(double Fc, double Fs, double s, double former) const
+    {
+        const double journal = std::abs(d.Mu_of_Shaft * Fc * b);
+        if (followtype == 1)
+            return std::abs(d.Mu_of_Follower * Fc * (s + r_p)) + journal;
+        if (followtype == 2)
+            return std::abs(d.Mu_of_Follower * Fs * (s + r_p)) + journal;
+        return former;
+    }
+};
+
+/// @return false when the user's abort takes effect
+bool Separation(double theta)
+{
+    Flags_Group& f = design.flags;
+    f.Separated = true;
+    if (f.Separation_Answer == abort_answer) {
+        f.Calc_Abort = true;
+        return false;
+    }
+    if (f.Separation_Answer == retry_answer)
+        Check_Separation(FNRound(theta, 2), f.Separation_Answer);
+    return true;
+}
+
+/// @return false when the user aborted
+bool Run_Points(const Train& train, std::span<Single> torque)
+{
+    Results_Group& r = design.results;
+    const auto theta = r.CalcData.Points(var::Angle);
+    const auto S = r.CalcData.Points(var::S);
+    const auto V = r.CalcData.Points(var::V);
+    const auto A = r.CalcData.Points(var::A);
+    const auto Phi = r.CalcData.Points(var::Phi);
+    const auto force = r.CalcData.Points(var::Force);
+    const auto total = r.CalcData.Points(var::Torque);
+    const auto friction = r.CalcData.Points(friction_row);
+    const auto external = r.Ext_Force_Table.Points();
+    const bool fresh = design.dynamics.Torque_Start_Fresh;
+    double F = 0.0;
+    double T_f = 0.0;
+    for (std::size_t i = 0; i < torque.size(); ++i) {
+        const double phi = Phi[i] * Rad_per_Deg;
+        const double s = train.Length(S[i] - train.S_min);
+        const double v = train.Length(V[i]);
+        const double a = train.Length(A[i]);
+        F = train.Force(s, v, a, F);
+        force[i] = F;
+        if (train.external)
+            F += external[i];
+        const double Fs = std::abs(F * std::tan(phi));
+        const double Fc = F / std::cos(phi);
+        if (train.force_closed && Fc <= 0.0 && !Separation(theta[i]))
+            return false;
+        T_f = train.Friction(Fc, Fs, s, T_f);
+        friction[i] = T_f;
+        torque[i] = train.Torque(F, v, torque[i]);
+        total[i] = fresh ? double{torque[i]} : total[i] + torque[i];
+    }
+    return true;
+}
+
+/// Integral of this run's torque over the angle in degrees, by trapezoids from point 1.
+void Integrate(std::span<const Single> torque, std::span<Single> integral)
+{
+    const double step = design.motion.Deltatheta;
+    std::fill(integral.begin(), integral.end(), Single{});
+    for (std::size_t i = 2; i < torque.size(); ++i)
+        integral[i] = integral[i - 1] + (torque[i - 1] + torque[i]) / 2 * step;
+    std::copy(integral.begin(), integral.end(), design.results.CalcData.Points(integral_row).begin());
+}
+
+/// Runs of the torque above and below its mean; zero counts as above.
+class Pulse_Counter {
+public:
+    explicit Pulse_Counter(Torque_Pulses& pulses) : pulses_(pulses) {}
+
+    void Add(double excess, double area)
+    {
+        const bool positive = excess >= 0.0;
+        const int sign = positive ? 1 : -1;
+        if ((positive ? p_ : n_) == 1 && pulses_.first_sign == 0)
+            pulses_.first_sign = sign;
+        if (positive && run_ < 0)
+            ++n_;
+        if (!positive && run_ > 0)
+            ++p_;
+        run_ = sign;
+        const int place = positive ? p_ : n_;
+        if (place <= Max_Pulses) {
+            Single& sum = (positive ? pulses_.positive : pulses_.negative).at(static_cast<std::size_t>(place));
+            sum += area;
+        } else {
+            (positive ? last_p_ : last_n_) = place;
+        }
+    }
+    void Finish()
+    {
+        pulses_.rows = std::min<int>(To_Integer((p_ + n_ + 1) / 2.0), Max_Pulses);
+        pulses_.left_out = std::max(0, last_p_ - Max_Pulses) + std::max(0, last_n_ - Max_Pulses);
+    }
+
+private:
+    Torque_Pulses& pulses_;
+    int p_ = 1;
+    int n_ = 1;
+    int run_ = 0;
+    int last_p_ = 0;
+    int last_n_ = 0;
+};
+
+/// Places a text so that it begins in a column, counted from 1, of a print line.
+void At_Column(std::string& line, std::size_t column, const std::string& text)
+{
+    if (line.size() < column - 1)
+        line.resize(column - 1, ' ');
+    line += text;
+}
+
+std::vector<std::string> Pulse_Lines(const Torque_Pulses& pulses)
+{
+    const Unit_Words& units = Words_of_Units(design.identity.WhichUnit);
+    std::vector<std::string> lines{" Areas of Camshaft Torque",
+                                   " Pulses in Order over 1 cycle ",
+                                   "",
+                                   "    in Energy Units of :",
+                                   std::string("   ") + units.force + " - " + units.length + " - Radians",
+                                   ""};
+    constexpr const char* dashes = "----------------------------------------------";
+    constexpr std::size_t first_column = 8;
+    constexpr std::size_t second_column = 18;
+    const bool positive_first = pulses.first_sign > 0;
+    if (pulses.first_sign != 0) {
+        lines.emplace_back(positive_first ? " Order   Pos Area   Neg Area" : " Order   Neg Area   Pos Area");
+        lines.emplace_back(dashes);
+        if (!positive_first)
+            lines.emplace_back();
+    }
+    for (int row = 1; pulses.first_sign != 0 && row <= pulses.rows; ++row) {
+        const auto place = static_cast<std::size_t>(row);
+        const auto shown = [](double area) { return In_Number_Format(Shortest(FNRound(area, 1))); };
+        std::string line = "   " + std::to_string(row);
+        At_Column(line, first_column, shown(positive_first ? pulses.positive[place] : pulses.negative[place]));
+        At_Column(line, second_column, shown(positive_first ? pulses.negative[place] : pulses.positive[place]));
+        lines.push_back(line);
+    }
+    if (pulses.left_out > 0)
+        lines.push_back("   " + std::to_string(pulses.left_out) + " further pulses left out");
+    lines.emplace_back();
+    lines.emplace_back("    Average Torque:");
+    lines.push_back("   " + In_Number_Format(Shortest(FNRound(pulses.average, 2))) + "  " +
+                    design.plot.Var_Unit(var::Torque));
+    return lines;
+}
+
+}  // namespace
+
+Dynamics_Figures Present_Figures()
+{
+    const Table<Single>& data = design.results.CalcData;
+    const int last = design.motion.Max_Data_Points_used;
+    const Extremes force = MaxMin2(data, var::Force, 0, last);
+    const Extremes torque = MaxMin2(data, var::Torque, 0, last);
+    return {
+        force.largest,      force.smallest, torque.largest, torque.smallest, design.dynamics.Return_Spring_Rate != 0.0,
+        Show_Torque_Areas()};
+}
+
+bool Calc_Force_Torque()
+{
+    Flags_Group& f = design.flags;
+    f.Dynamicflag = false;
+    const bool no_fault = Trap("Calc_Force_Torque", [&f] {
+        Table<Single>& data = design.results.CalcData;
+        const int last = design.motion.Max_Data_Points_used;
+        std::vector<Single> torque(static_cast<std::size_t>(last + 1));
+        std::vector<Single> integral(torque.size());
+        f.Calc_Abort = false;
+        Find_Frequencies();
+        Train train;
+        train.S_min = MaxMin2(data, var::S, 0, last).smallest;
+        f.Separated = false;
+        f.Separation_Answer = retry_answer;
+        if (!Run_Points(train, torque))
+            return;
+        Integrate(torque, integral);
+        const Extremes extremes = MaxMin2(data, integral_row, 0, last);
+        design.dynamics.Torque_Integral_Max = extremes.largest;
+        design.dynamics.Torque_Integral_Min = extremes.smallest;
+        Show_Torque_Areas();
+        f.Dynamicflag = true;
+    });
+    return no_fault && f.Dynamicflag;
+}
+
+Torque_Pulses Show_Torque_Areas()
+{
+    Table<Single>& data = design.results.CalcData;
+    const auto last = static_cast<std::size_t>(design.motion.Max_Data_Points_used);
+    const auto torque = data.Points(var::Torque);
+    Torque_Pulses pulses;
+    double sum = 0.0;
+    for (std::size_t i = 1; i <= last; ++i)
+        sum += torque[i];
+    pulses.average = last == 0 ? sum : sum / static_cast<double>(last);
+    std::vector<Single> w(last + 1);
+    for (std::size_t i = 1; i <= last; ++i)
+        w[i] = torque[i] - pulses.average;
+    Pulse_Counter counter(pulses);
+    for (std::size_t i = 2; i <= last; ++i)
+        counter.Add(w[i], (w[i - 1] + w[i]) / 2 * design.motion.Deltatheta);
+    counter.Finish();
+    const auto flywheel = data.Points(flywheel_row);
+    for (std::size_t i = 1; i <= last; ++i)
+        flywheel[i] = design.dynamics.Coeff_of_Fluctuation * torque[i];
+    pulses.lines = Pulse_Lines(pulses);
+    return pulses;
+}
+
+void Check_Separation(double theta, Integer& answer)
+{
+    if (answer == ignore_answer)
+        return;
+    const Answer pressed = Show_Message(
+        "The cam and follower have separated at Theta =  " + In_Number_Format(Shortest(Single(theta))) +
+            " deg\n"
+            "\n"
+            "Choose ABORT to terminate further calculations beyond the current position\n"
+            "\n"
+            "Choose RETRY to continue calculating and pause at any other problem positions, redisplaying this "
+            "message.\n"
+            "\n"
+            "Choose IGNORE to continue calculating and skip over other problem positions, suppressing further "
+            "messages\n"
+            "\n"
+            "To fix the problem, try increasing the cam-closure spring rate, the preload, or both, and recalculate.",
+        Buttons::Abort_Retry_Ignore, Symbol::exclamation, Answer::Ignore);
+    answer = static_cast<int>(pressed);
+}
+
+void Reset_Dynamics()
+{
+    Results_Group& r = design.results;
+    const auto count = static_cast<std::size_t>(design.motion.Max_Data_Points_used + 1);
+    std::fill_n(r.CalcData.Points(var::Force).begin(), count, Single{});
+    if (design.dynamics.Torque_Start_Fresh)
+        std::fill_n(r.CalcData.Points(var::Torque).begin(), count, Single{});
+    std::copy_n(r.Ext_Force_Table.Points().begin(), count, r.CalcData.Points(var::Ext_Force).begin());
+    design.flags.Dynamicflag = false;
+}
+
+}  // namespace lobemax

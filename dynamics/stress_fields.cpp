@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dynamics/stress_fields.h"
+
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/text.h"
+#include "core/units.h"
+#include "dynamics/contact_stress.h"
+
+namespace lobemax {
+
+namespace {
+
+constexpr const char* must_be_positive = "This value must be positive and nonzero.  Please redo.";
+/// Used for the length too, on purpose.
+constexpr const char* must_have_radius = "You must specify a positive, nonzero crown radius";
+
+std::string Shown(double value)
+{
+    return In_Number_Format(Shortest(Single(value)));
+}
+
+bool Refuse(const char* text)
+{
+    Show_Message(text, Buttons::OK, Symbol::exclamation);
+    return false;
+}
+
+/// One of the two passes over the fields: each material value must be positive, each is stored, the follower's ratio
+/// where the cam's stands.
+bool Validate(const Stress_Form& form, Stress_Field& refused)
+{
+    Dynamics_Group& d = design.dynamics;
+    struct Check {
+        Stress_Field field;
+        const std::string& text;
+        Single& store;
+    };
+    const Check checks[]{{Stress_Field::Cam_E, form.txt_Cam_E, d.Youngs_modulus(1)},
+                         {Stress_Field::Cam_V, form.txt_Cam_V, d.Poissons_ratio(1)},
+                         {Stress_Field::Fol_E, form.txt_Fol_E, d.Youngs_modulus(2)},
+                         {Stress_Field::Fol_v, form.txt_Fol_v, d.Poissons_ratio(1)}};
+    for (const Check& check : checks) {
+        const double value = Val(check.text);
+        if (!(value > 0.0)) {
+            refused = check.field;
+            return Refuse(must_be_positive);
+        }
+        check.store = value;
+    }
+    const bool length_counts = design.cam.Followtype == 2 || !form.crowned;
+    const double size = Val(length_counts ? form.txt_Length : form.txt_Crownrad);
+    if (!(size > 0.0)) {
+        refused = length_counts ? Stress_Field::Length : Stress_Field::Crownrad;
+        return Refuse(must_be_positive);
+    }
+    d.Follower_Weight = Val(form.txt_Weight);
+    return true;
+}
+
+}  // namespace
+
+Stress_Form Opening_Stress_Form()
+{
+    const Dynamics_Group& d = design.dynamics;
+    Stress_Form form;
+    form.cam_steel = d.Youngs_modulus(1) == 0.0;
+    form.follower_steel = d.Youngs_modulus(2) == 0.0;
+    form.txt_Cam_E = form.cam_steel ? Steel_Modulus() : Shown(d.Youngs_modulus(1));
+    form.txt_Cam_V = form.cam_steel ? Steel_Ratio() : Shown(d.Poissons_ratio(1));
+    form.txt_Fol_E = form.follower_steel ? Steel_Modulus() : Shown(d.Youngs_modulus(2));
+    form.txt_Fol_v = form.follower_steel ? Steel_Ratio() : Shown(d.Poissons_ratio(2));
+    form.txt_Length = Shown(d.Roller_length);
+    form.txt_Crownrad = Shown(d.Crown_radius);
+    form.txt_Weight = Shown(d.Follower_Weight);
+    form.crowned = d.Roller_type == crowned_roller;
+    return form;
+}
+
+Stress_Labels Labels_of_Stress(bool chosen, bool crowned)
+{
+    const Unit_Words& units = Words_of_Units(design.identity.WhichUnit);
+    Stress_Labels labels{"Roller", "Please specify type.", true,         !crowned,
+                         crowned,  units.stress,           units.length, units.force};
+    if (design.cam.Followtype == 2) {
+        labels.lbl_follower = "Flat-Faced";
+        labels.lbl_foltype = "Contact length is the smaller of cam face width or roller length.";
+        labels.roller_options = false;
+        labels.length_enabled = true;
+        labels.crown_enabled = false;
+    } else if (chosen) {
+        labels.lbl_foltype = crowned
+                                 ? "Please specify the follower crown radius."
+                                 : "Please specify contact length as the smaller of cam face width or roller length.";
+    }
+    return labels;
+}
+
+std::string Steel_Modulus()
+{
+    switch (design.identity.WhichUnit) {
+    case 1:
+        return "3E7";
+    case 2:
+        return In_Number_Format("208.4E3");
+    case 3:
+        return In_Number_Format("206.8E9");
+    case 5:
+        return In_Number_Format("206.8E3");
+    default:
+        return "";
+    }
+}
+
+std::string Steel_Ratio()
+{
+    return In_Number_Format("0.28");
+}
+
+Stress_Entry Edit_Stress_Field(Stress_Field field, std::string_view text)
+{
+    Dynamics_Group& d = design.dynamics;
+    const double value = Val(text);
+    const bool size = field == Stress_Field::Length || field == Stress_Field::Crownrad;
+    if (size && !(value > 0.0)) {
+        Refuse(must_have_radius);
+        return {false, Shown(field == Stress_Field::Length ? d.Roller_length : d.Crown_radius)};
+    }
+    if (!size && value < 0.0) {
+        Refuse(must_be_positive);
+        return {false, In_Number_Format(field == Stress_Field::Cam_V ? "0.3" : "0.01")};
+    }
+    switch (field) {
+    case Stress_Field::Cam_E:
+        d.Youngs_modulus(1) = value;
+        break;
+    case Stress_Field::Cam_V:
+        d.Poissons_ratio(1) = value;
+        break;
+    case Stress_Field::Fol_E:
+        d.Youngs_modulus(2) = value;
+        break;
+    case Stress_Field::Fol_v:
+        d.Poissons_ratio(2) = value;
+        break;
+    case Stress_Field::Length:
+        d.Roller_length = value;
+        break;
+    case Stress_Field::Crownrad:
+        d.Crown_radius = value;
+        break;
+    }
+    return {true, std::string(text)};
+}
+
+bool Apply_Stress_Fields(const Stress_Form& form, Stress_Field& refused)
+{
+    Dynamics_Group& d = design.dynamics;
+    d.Youngs_modulus(1) = Val(form.txt_Cam_E);
+    d.Youngs_modulus(2) = Val(form.txt_Fol_E);
+    d.Poissons_ratio(1) = Val(form.txt_Cam_V);
+    d.Poissons_ratio(2) = Val(form.txt_Fol_v);
+    if (design.cam.Followtype == 1)
+        d.Roller_type = form.crowned ? crowned_roller : cylindrical_roller;
+    d.Roller_length = Val(form.txt_Length);
+    d.Crown_radius = Val(form.txt_Crownrad);
+    return Validate(form, refused) && Validate(form, refused);
+}
+
+bool Calc_Stress(const Stress_Form& form, Stress_Field& refused)
+{
+    if (!Apply_Stress_Fields(form, refused))
+        return false;
+    const Dynamics_Group& d = design.dynamics;
+    const bool crowned = design.cam.Followtype != 2 && d.Roller_type == crowned_roller;
+    const double size = crowned ? d.Crown_radius : d.Roller_length;
+    if (!(size > 0.0)) {
+        refused = crowned ? Stress_Field::Crownrad : Stress_Field::Length;
+        return Refuse(must_be_positive);
+    }
+    const double youngs[2]{d.Youngs_modulus(1), d.Youngs_modulus(2)};
+    const double poissons[2]{d.Poissons_ratio(1), d.Poissons_ratio(2)};
+    Calc_Contact_Stress(d.Roller_type, youngs, poissons, size);
+    design.flags.Stressflag = true;  // also where the routine left early: the points before stand
+    Refresh_Screens();
+    return true;
+}
+
+std::array<int, 4> Stress_Plot_Rows()
+{
+    return {design.flags.Modelflag ? 33 : var::Force, var::Rho, 42, 43};
+}
+
+}  // namespace lobemax

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The stress screen without its window: materials, entries, labels, and the calculation behind its button.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace lobemax {
+
+/// What the fields of the stress screen hold, as typed.
+struct Stress_Form {
+    std::string txt_Cam_E;
+    std::string txt_Cam_V;
+    std::string txt_Fol_E;
+    std::string txt_Fol_v;
+    std::string txt_Length;
+    std::string txt_Crownrad;
+    std::string txt_Weight;
+    bool cam_steel = true;
+    bool follower_steel = true;
+    bool crowned = false;  // opt_Fol_type(1)
+};
+
+/// What the screen opens with: the stored values, and steel where a material has none.
+Stress_Form Opening_Stress_Form();
+
+/// Texts and visibilities that follow from the follower.
+struct Stress_Labels {
+    std::string lbl_follower;  // "Roller" or "Flat-Faced"
+    std::string lbl_foltype;
+    bool roller_options;  // opt_Fol_type, the crown label and field are shown
+    bool length_enabled;
+    bool crown_enabled;
+    std::string modulus_unit;
+    std::string length_unit;
+    std::string force_unit;
+};
+/// @param chosen  whether a type of roller was chosen on the open screen
+Stress_Labels Labels_of_Stress(bool chosen, bool crowned);
+
+/// Steel: its modulus and Poisson's ratio in the unit system and the number format in force; the modulus is empty where
+/// the unit system has none.
+std::string Steel_Modulus();
+std::string Steel_Ratio();
+
+/// The fields that are validated, by name.
+enum class Stress_Field { Cam_E, Cam_V, Fol_E, Fol_v, Length, Crownrad };
+
+/// Validates an edited field and, when accepted, stores it.
+struct Stress_Entry {
+    bool accepted;
+    std::string text;  // what the field then shows
+};
+Stress_Entry Edit_Stress_Field(Stress_Field field, std::string_view text);
+
+/// Stores and validates all fields.
+///
+/// The validation's last store puts the follower's Poisson's ratio into the cam's place; this is how the system works,
+/// and meant: after cmd_Calc both carry the follower's.
+/// @param refused  out: the field to return to, where one was refused
+/// @return         false after a message
+bool Apply_Stress_Fields(const Stress_Form& form, Stress_Field& refused);
+
+/// The work of cmd_Calc up to its plots: fields, contact length or crown radius, stresses, Stressflag.
+/// @return false when a field was refused and nothing was calculated
+bool Calc_Stress(const Stress_Form& form, Stress_Field& refused);
+
+/// Rows that the four plots show: force, curvature, stress, shear.
+std::array<int, 4> Stress_Plot_Rows();
+
+}  // namespace lobemax

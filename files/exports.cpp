@@ -1,0 +1,339 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "files/exports.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <vector>
+
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/text.h"
+#include "core/traps.h"
+#include "core/units.h"
+#include "core/workflow.h"
+#include "files/byte_stream.h"
+
+namespace lobemax {
+
+namespace {
+
+constexpr const char* line_end = "\r\n";
+
+struct Profile_Rows {
+    int first;
+    int second;
+};
+
+constexpr int cutter_code = 3;
+constexpr std::array radial_rows{Profile_Rows{9, 10}, Profile_Rows{36, 37}, Profile_Rows{40, 41}, Profile_Rows{13, 14},
+                                 Profile_Rows{38, 39}};
+
+/// Rows of an axial cam: Lambda, then Z; versus machine zero they are those versus cam zero, Lambda turned.
+constexpr std::array axial_rows{Profile_Rows{12, 11}, Profile_Rows{37, 36}, Profile_Rows{41, 40}, Profile_Rows{12, 11},
+                                Profile_Rows{37, 36}};
+
+struct Profile_Code {
+    std::string_view entry;
+    int code;
+};
+
+constexpr std::array profile_codes{
+    Profile_Code{"mnu_profile", 1},          Profile_Code{"mnu_Surface", 2},      Profile_Code{"mnu_Cutter", 3},
+    Profile_Code{"mnu_Profile_mach", 4},     Profile_Code{"mnu_Surface_mach", 5}, Profile_Code{"mnu_Barrel", 1},
+    Profile_Code{"mnu_Barrel_Surf", 2},      Profile_Code{"mnu_Barrel_Ctr", 3},   Profile_Code{"mnu_Barrel_mach", 4},
+    Profile_Code{"mnu_Barrel_Surf_mach", 5}, Profile_Code{"mnu_Linear", 1},       Profile_Code{"mnu_Linear_surf", 2},
+};
+
+std::string Cell(double value)
+{
+    return Shortest(Single(value)) + '\t';
+}
+
+std::string Opening_Lines()
+{
+    const Identity_Group& id = design.identity;
+    return "File: \t" + id.File_Name + "\tDesign #\t" + std::to_string(id.Design_No) + line_end + id.User + '\t' +
+           Today_Text() + '\t' + Now_Text() + line_end + line_end;
+}
+
+void Write_Whole(const std::string& path, const std::string& text)
+{
+    Whole_File file(path);
+    file.Sink().Write(text.data(), text.size());
+    file.Commit();
+}
+
+int Point_Step()
+{
+    return std::max<int>(design.cam.Printstep, 1);
+}
+
+/// Lambda of an axial cam turned to machine zero, within one turn: degrees, or the same share of a linear cam's length.
+double Turned_Lambda(double Lambda)
+{
+    const Cam_Group& c = design.cam;
+    const bool linear = c.Camtype == "Linear";
+    const double turn = linear ? c.Prime_Rad * PI2 : 360.0;
+    double turned = Lambda + (linear ? c.Shift_Angle / 360.0 * turn : double{c.Shift_Angle});
+    while (turned >= turn)
+        turned -= turn;
+    while (turned < 0.0)
+        turned += turn;
+    return turned;
+}
+
+std::string Profile_Text(int code)
+{
+    const Cam_Group& c = design.cam;
+    const Plot_Group& p = design.plot;
+    const Table<Single>& data = design.results.CalcData;
+    const bool radial = c.Camtype == "Radial";
+    const bool barrel = c.Camtype == "Barrel";
+    const auto [first, second] = (radial ? radial_rows : axial_rows)[Checked_Place(code, 1, 5)];
+    const bool turned = !radial && code > cutter_code && c.Prime_Rad > 0.0;
+    std::string text = Opening_Lines();
+    if (barrel)
+        text += "Radius\t";
+    text += p.Var_Name(first) + '\t' + p.Var_Name(second) + '\t' + line_end;
+    if (barrel)
+        text += p.Var_Unit(second) + '\t';
+    text += p.Var_Unit(first) + '\t' + p.Var_Unit(second) + '\t' + line_end;
+    text += line_end;
+    text += line_end;
+    for (int i = 0; i < design.motion.Max_Data_Points_used; i += Point_Step()) {
+        if (barrel)
+            text += Cell(c.Prime_Rad);
+        text += Cell(turned ? Turned_Lambda(data(first, i)) : double{data(first, i)});
+        text += Cell(data(second, i)) + line_end;
+    }
+    return text;
+}
+
+std::string All_Text()
+{
+    const Plot_Group& p = design.plot;
+    const Table<Single>& data = design.results.CalcData;
+    const int last = design.run.Saved_Variables;
+    std::string text = Opening_Lines();
+    for (int v = 0; v <= last; ++v)
+        text += p.Var_Long(v) + '\t';
+    text += line_end;
+    for (int v = 0; v <= last; ++v)
+        text += p.Var_Unit(v) + '\t';
+    text += line_end;
+    text += line_end;
+    text += line_end;
+    for (int i = 0; i <= design.motion.Max_Data_Points_used; i += Point_Step()) {
+        for (int v = 0; v <= last; ++v)
+            text += Cell(data(v, i));
+        text += line_end;
+    }
+    return text;
+}
+
+/// Factor from a stored derivative of an order to its value per second.
+double Per_Second(int order)
+{
+    const Motion_Group& m = design.motion;
+    const double omega = order == 1 ? double{m.Shaft_speed} : double{m.Shaft_Speed_Sq};
+    switch (m.Time_Base) {
+    case 2:  // stored with one factor of pi / 180 whatever the order
+        return omega * 180.0 / PI;
+    case 3:
+        return omega;
+    default:
+        return 1.0;
+    }
+}
+
+std::string Named(const std::vector<std::pair<const char*, double>>& values)
+{
+    std::string line;
+    for (const auto& [name, value] : values)
+        line += std::string(name) + '\t' + Cell(value);
+    return line + line_end;
+}
+
+std::string Motion_Text(Motion_Columns columns)
+{
+    const Cam_Group& c = design.cam;
+    const Linkage_Group& l = design.linkage;
+    const Motion_Group& m = design.motion;
+    const Table<Single>& data = design.results.CalcData;
+    std::string text = Opening_Lines();
+    text += Named({{"Points", m.Max_Data_Points_used + 1},
+                   {"Step deg", m.Deltatheta},
+                   {"Links", l.Links},
+                   {"Cam speed rad/s", m.Shaft_speed}});
+    text += Named({{"ArmX", c.ArmX},
+                   {"ArmY", c.ArmY},
+                   {"ArmRad", c.ArmRad},
+                   {"Prime radius", c.Prime_Rad},
+                   {"Roller radius", c.Follow_Rad}});
+    text += Named({{"Link 1", l.Link_1},
+                   {"Link 2", l.Link_2},
+                   {"Link 3", l.Link_3},
+                   {"Link 4", l.Link_4},
+                   {"Link 4a", l.Link_4a},
+                   {"Link 5", l.Link_5},
+                   {"Link 6", l.Link_6},
+                   {"O4x", l.O4x},
+                   {"O4y", l.O4y},
+                   {"O6x", l.O6x},
+                   {"O6y", l.O6y}});
+    text += line_end;
+    const bool per_second = columns == Motion_Columns::xdot;
+    const bool response = per_second && design.flags.Modelflag;
+    const std::array<int, 3> rows = response ? std::array{30, 31, 32} : std::array<int, 3>{var::S, var::V, var::A};
+    const std::array<double, 3> factors{1.0, per_second && !response ? Per_Second(1) : 1.0,
+                                        per_second && !response ? Per_Second(2) : 1.0};
+    const std::string unit = design.plot.Var_Unit(var::S);
+    if (per_second) {
+        text += std::string("Angle\tX\tXdot\tXddot\t") + line_end;
+        text += "deg\t" + unit + '\t' + unit + "/sec\t" + unit + "/sec^2\t" + line_end;
+    } else {
+        text += std::string("Angle\tS\tV\tA\t") + line_end;
+        text += "deg\t";
+        for (const int row : rows)
+            text += design.plot.Var_Unit(row) + '\t';
+        text += line_end;
+    }
+    for (int i = 0; i <= m.Max_Data_Points_used; i += Point_Step()) {
+        text += Cell(data(var::Angle, i));
+        for (std::size_t k = 0; k < rows.size(); ++k)
+            text += Cell(data(rows[k], i) * factors[k]);
+        text += line_end;
+    }
+    return text;
+}
+
+bool Refused_Blank()
+{
+    if (design.flags.Calculated)
+        return false;
+    Show_Message(
+        "The current model is blank.  There is nothing to export.  Use S-V-A-J and Sizecam buttons to calculate the "
+        "model, then export",
+        Buttons::OK, Symbol::exclamation);
+    return true;
+}
+
+std::optional<std::string> Asked_Path(const char* title, const char* filter, const std::string& suggestion)
+{
+    const Host& host = Installed_Host();
+    File_Dialog dialog;
+    dialog.title = title;
+    dialog.filter = filter;
+    dialog.suggestion = suggestion;
+    dialog.overwrite_prompt = true;
+    return host.save_dialog ? host.save_dialog(dialog) : std::nullopt;
+}
+
+void Tell_Written(const char* what, const std::string& path)
+{
+    Show_Message(what + path + "\nThis tab-delimited file can be opened in any spreadsheet program", Buttons::OK,
+                 Symbol::information);
+}
+
+bool Export_Spreadsheet()
+{
+    const auto path =
+        Asked_Path("Export All Data to a Text File", "(*.txt)|*.txt", design.identity.Model_Name + ".txt");
+    if (!path || !Export_All_to_File(*path))
+        return false;
+    Tell_Written("All calculated data for this cam has been written to ", *path);
+    return true;
+}
+
+bool Refused_Axial_Cutter(int code)
+{
+    if (code != cutter_code || design.cam.Camtype == "Radial")
+        return false;
+    Show_Message(
+        "The cutter center coordinates of this cam are not calculated; use the roller center with a cutter of the "
+        "roller's size.",
+        Buttons::OK, Symbol::exclamation);
+    return true;
+}
+
+bool Make_Profile(int code)
+{
+    if (Refused_Axial_Cutter(code))
+        return false;
+    const auto path =
+        Asked_Path("Export Profile Data to a Text File", "(*.pts)|*.pts", design.identity.Model_Name + ".pts");
+    if (!path || !Export_Profile_to_File(*path, code))
+        return false;
+    design.identity.Model_Name = StripFilename(*path);
+    Tell_Written("The profile data for this cam has been written to ", *path);
+    return true;
+}
+
+bool Export_Motion(Motion_Columns columns)
+{
+    if (design.cam.Translating) {
+        Show_Message("This feature is intended for oscillating follower systems only.", Buttons::OK,
+                     Symbol::exclamation);
+        return false;
+    }
+    const std::string suggestion = design.identity.Model_Name + "_" + std::to_string(design.linkage.Links) + "bar.sva";
+    const auto path = Asked_Path("Export SVA Data to a Text File", "(*.sva)|*.sva", suggestion);
+    if (!path || !Export_SVA_to_File(*path, columns))
+        return false;
+    Tell_Written("All calculated data for this cam has been written to ", *path);
+    return true;
+}
+
+}  // namespace
+
+bool Export_All_to_File(const std::string& path)
+{
+    return Trap("Export_All_to_File", [&path] { Write_Whole(path, All_Text()); });
+}
+
+bool Export_Profile_to_File(const std::string& path, int code)
+{
+    if (Refused_Axial_Cutter(code))
+        return false;
+    return Trap("Export_Profile_to_File", [&path, code] { Write_Whole(path, Profile_Text(code)); });
+}
+
+bool Export_SVA_to_File(const std::string& path, Motion_Columns columns)
+{
+    return Trap("Export_SVA_to_File", [&path, columns] { Write_Whole(path, Motion_Text(columns)); });
+}
+
+bool Run_Export(std::string_view entry)
+{
+    if (entry == "mnu_Cutter_mach") {
+        Refuse_Cutter_at_Machine_Zero();
+        return false;
+    }
+    if (entry == "mnu_Barrel_Ctr_mach") {
+        Refuse_Barrel_Cutter_at_Machine_Zero();
+        return false;
+    }
+    if (entry == "mnu_Cadkey") {
+        Show_Message("Presently this program can only export the roller-center coordinates of conjugate radial cams.",
+                     Buttons::OK, Symbol::information);
+        return false;
+    }
+    if (Refused_Blank())
+        return false;
+    const auto code = std::ranges::find(profile_codes, entry, &Profile_Code::entry);
+    bool written = false;
+    Trap(code == profile_codes.end() ? "frm_Homescreen.Export" : "frm_Homescreen.Make_Profile", [&] {
+        if (entry == "mnu_Spread")
+            written = Export_Spreadsheet();
+        else if (entry == "mnu_sva")
+            written = Export_Motion(Motion_Columns::sva);
+        else if (entry == "mnu_xdot")
+            written = Export_Motion(Motion_Columns::xdot);
+        else if (code != profile_codes.end())
+            written = Make_Profile(code->code);
+    });
+    return written;
+}
+
+}  // namespace lobemax

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// Tab-delimited exports for spreadsheets and machine tools: all data, profile coordinates, motion.
+///
+/// Items are separated by a tab, lines end with carriage return and line feed, numbers are the shortest decimal text of
+/// the stored value with a point. Every file opens with three lines: "File: ", file name, "Design #", design number;
+/// user, date, time; an empty line. Files are written whole or not at all. Nothing is read back.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace lobemax {
+
+/// What is exported in a motion file.
+enum class Motion_Columns { sva, xdot };
+
+/// All variables 0..Saved Variables of every Printstep-th point, under its trap.
+bool Export_All_to_File(const std::string& path);
+
+/// Two columns of coordinates, of an axial cam in reverse order, a barrel cam with its radius before them; every
+/// Printstep-th point but the last, which repeats the first. Under its trap.
+///
+/// @param code  1 roller centre, 2 surface, 3 cutter centre, versus cam zero; 4 roller centre, 5 surface, versus
+/// machine
+///              zero. Versus machine zero Lambda of an axial cam is turned by the start angle, within one turn.
+/// @return      false after a fault or a refusal: the cutter centre of an axial cam is not calculated
+bool Export_Profile_to_File(const std::string& path, int code);
+
+/// Motion of an oscillating follower or its linkage, under its trap:
+///
+///   three opening lines; then a line of counts ("Points", n, "Step deg", step, "Links", links, "Cam speed rad/s",
+///   omega); a line of arm geometry (name, value, ...), one of link lengths; an empty line; heads, units, and a line a
+///   point.
+///
+/// sva: angle, S, V, A as stored, in the time base of the design. xdot: angle, X, Xdot, Xddot, per second in every time
+/// base: the follower's response where a vibration was calculated, else its motion.
+bool Export_SVA_to_File(const std::string& path, Motion_Columns columns);
+
+/// An entry of the Export list, by its name, from its first check to its last message.
+/// @return true when a file was written
+bool Run_Export(std::string_view entry);
+
+}  // namespace lobemax

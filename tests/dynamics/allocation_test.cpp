@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The loops over the points allocate nothing: eight times the points, not one allocation more.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+#include "camgeom/profile.h"
+#include "camgeom/sizing.h"
+#include "dynamics/contact_stress.h"
+#include "dynamics/kinetostatics.h"
+#include "tests/support/cam_design.h"
+#include "tests/support/script.h"
+
+namespace {
+
+std::atomic<long> allocations{0};
+
+}  // namespace
+
+// The whole test program counts its allocations; nothing else about them changes.
+void* operator new(std::size_t size)
+{
+    ++allocations;
+    if (void* const memory = std::malloc(size == 0 ? 1 : size))
+        return memory;
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+namespace lobemax {
+namespace {
+
+using testing::Cam_Maker;
+
+constexpr double youngs[2]{206800.0, 206800.0};
+constexpr double poissons[2]{0.28, 0.28};
+
+template <class Work>
+long Allocations_of(Work&& work)
+{
+    work();  // the first time fills whatever is made once
+    const long before = allocations;
+    work();
+    return allocations - before;
+}
+
+struct Counts {
+    long motion, phi, rho, forces, stresses;
+    friend bool operator==(const Counts&, const Counts&) = default;
+};
+
+Counts Count(bool translating, int followtype, const char* camtype, double step)
+{
+    Cam_Maker maker;
+    maker.translating = translating;
+    maker.lift = 8.0;
+    maker.step = step;
+    maker.Make();
+    design.cam.Followtype = followtype;
+    design.cam.Camtype = camtype;
+    design.dynamics.Preload = 1e6;
+    Counts counts{};
+    counts.motion = Allocations_of([] { Calc_All(true); });
+    counts.phi = Allocations_of([followtype] { Calc_Phi(followtype); });
+    counts.rho = Allocations_of([followtype] { Calc_Rho(followtype); });
+    // The pulse table has as many lines as the torque has runs, which does not hang on the step.
+    counts.forces = Allocations_of([] { Calc_Force_Torque(); });
+    design.cam.Closure = "Form";
+    counts.stresses = Allocations_of([] { Calc_Contact_Stress(crowned_roller, youngs, poissons, 300.0); });
+    return counts;
+}
+
+TEST(Point_Loops, allocate_nothing_in_any_configuration)
+{
+    testing::Script script;
+    struct Configuration {
+        bool translating;
+        int followtype;
+        const char* camtype;
+    };
+    for (const auto& [translating, followtype, camtype] :
+         {Configuration{true, 1, "Radial"}, Configuration{false, 1, "Radial"}, Configuration{true, 1, "Barrel"},
+          Configuration{false, 1, "Barrel"}, Configuration{true, 1, "Linear"}}) {
+        const Counts coarse = Count(translating, followtype, camtype, 1.0);
+        const Counts fine = Count(translating, followtype, camtype, 0.125);
+        EXPECT_EQ(coarse.motion, fine.motion) << camtype << translating;
+        EXPECT_EQ(coarse.phi, fine.phi) << camtype << translating;
+        EXPECT_EQ(coarse.rho, fine.rho) << camtype << translating;
+        EXPECT_EQ(coarse.forces, fine.forces) << camtype << translating;
+        EXPECT_EQ(coarse.stresses, fine.stresses) << camtype << translating;
+    }
+    design = {};
+}
+
+}  // namespace
+}  // namespace lobemax

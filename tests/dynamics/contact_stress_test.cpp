@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dynamics/contact_stress.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+#include "tests/support/cam_design.h"
+#include "tests/support/script.h"
+
+namespace lobemax {
+namespace {
+
+using testing::Data;
+using testing::Error_Box;
+using testing::Script;
+
+constexpr double pi = 3.14159265358979323846;
+constexpr double E = 206800.0;
+constexpr double nu = 0.28;
+constexpr double youngs[2]{E, E};
+constexpr double poissons[2]{nu, nu};
+
+/// A sized design in mm with a constant force of 800 N at a pressure angle of 20 degrees, curvature 50 mm of the roller
+/// centre's path, roller radius 12 mm, force closed by a spring, no vibration model.
+class Contact_Stress : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(Sub_Main("", {}));
+        for (int i = 0; i <= 360; ++i) {
+            Set(var::Angle, i, i);
+            Set(var::Force, i, 800.0);
+            Set(var::Phi, i, 20.0);
+            Set(var::Rho, i, 50.0);
+            Set(42, i, 1.0);
+            Set(43, i, 1.0);
+        }
+        design.cam.Followtype = 1;
+        design.cam.Follow_Rad = 12.0;
+        design.cam.Closure = "Force";
+        design.dynamics.Model_Type = 3;
+        design.flags.Dynamicflag = true;
+    }
+    void TearDown() override { design = {}; }
+    static void Set(int row, int i, double value) { design.results.CalcData(row, i) = value; }
+    static constexpr double W() { return 800.0 / 0.93969262078590838; }  // the contact force, over cos 20 degrees
+
+    /// Peak pressure of line contact of two cylinders. Johnson, Contact Mechanics, 4.2: p0 = sqrt(P E* / (pi R)).
+    static double Line(double force, double length, double R)
+    {
+        const double E_star = 1 / (2 * (1 - nu * nu) / E);
+        return std::sqrt(force / length * E_star / (pi * R));
+    }
+
+    Script script_;
+};
+
+TEST_F(Contact_Stress, a_cylindrical_roller_has_the_pressure_of_line_contact)
+{
+    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    const double R = 1 / (1 / 12.0 + 1 / 38.0);
+    EXPECT_NEAR(Data(42, 100), -Line(W(), 20.0, R), Line(W(), 20.0, R) * 1e-6);
+    EXPECT_NEAR(Data(43, 100), 0.304 * Line(W(), 20.0, R), 1e-3);
+}
+
+TEST_F(Contact_Stress, a_flat_face_touches_the_curvature_of_the_cam)
+{
+    design.cam.Followtype = 2;
+    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    EXPECT_NEAR(Data(42, 0), -Line(W(), 20.0, 50.0), Line(W(), 20.0, 50.0) * 1e-6);
+    EXPECT_NEAR(Data(43, 0) / Data(42, 0), -0.304, 1e-6);
+}
+
+TEST_F(Contact_Stress, a_hollow_cam_counts_as_it_stands)
+{
+    for (int i = 0; i <= 360; ++i)
+        Set(var::Rho, i, -60.0);
+    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    const double R = 1 / (1 / 12.0 - 1 / 72.0);
+    EXPECT_NEAR(Data(42, 0), -Line(W(), 20.0, R), 1e-2);
+}
+
+TEST_F(Contact_Stress, materials_enter_by_their_compliances)
+{
+    const double soft[2]{E, E / 3};
+    const double other[2]{0.28, 0.35};
+    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, soft, other, 20.0));
+    const double m = (1 - 0.28 * 0.28) / E + (1 - 0.35 * 0.35) / (E / 3);
+    const double R = 1 / (1 / 12.0 + 1 / 38.0);
+    EXPECT_NEAR(Data(42, 0), -std::sqrt(W() / 20.0 / m / (pi * R)), 1e-2);
+}
+
+TEST_F(Contact_Stress, a_crowned_roller_has_the_pressure_of_its_ellipse)
+{
+    ASSERT_TRUE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 300.0));
+    const double R1 = 38.0;
+    const double R2 = 12.0;
+    const double R3 = 300.0;
+    const double sum = (1 / R2 + 1 / R1 + 1 / R3) / 2;
+    const double diff =
+        std::sqrt(1 / (R1 * R1) + (1 / R2 - 1 / R3) * (1 / R2 - 1 / R3) + 2 / R1 * (1 / R2 - 1 / R3)) / 2;
+    const double angle = std::acos(diff / sum) * 180 / pi;
+    const double c = std::cbrt(3 * W() * 2 * (1 - nu * nu) / E / (4 * sum));
+    const double p = 1.5 * W() / (pi * c * Ellipse_Ka(angle) * c * Ellipse_Kb(angle));
+    EXPECT_NEAR(Data(42, 0), -p, p * 1e-5);
+    EXPECT_NEAR(Data(43, 0) / Data(42, 0), -0.34, 1e-6);
+}
+
+TEST_F(Contact_Stress, the_ellipse_factors_are_near_those_of_equal_curvatures)
+{
+    // At 90 degrees the ellipse is a circle, where both factors are 1.
+    EXPECT_NEAR(Ellipse_Ka(90.0), 1.0, 0.05);
+    EXPECT_NEAR(Ellipse_Kb(90.0), 1.0, 0.05);
+    EXPECT_NEAR(Ellipse_Ka(50.0), 50.192 * std::exp(-0.86215 * std::log(50.0)), 1e-9);
+    EXPECT_NEAR(Ellipse_Kb(0.0), 0.0012181, 1e-12);
+}
+
+TEST_F(Contact_Stress, a_nearly_straight_crown_stays_an_ellipse)
+{
+    ASSERT_TRUE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 30000.0));
+    EXPECT_NEAR(Data(43, 0) / Data(42, 0), -0.34, 1e-6);
+    EXPECT_LT(Data(42, 0), 0.0);
+}
+
+TEST_F(Contact_Stress, the_dynamic_force_counts_once_there_is_one)
+{
+    for (int i = 0; i <= 360; ++i)
+        Set(33, i, 1600.0);
+    design.flags.Modelflag = true;
+    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    const double R = 1 / (1 / 12.0 + 1 / 38.0);
+    EXPECT_NEAR(Data(42, 100), -Line(2 * W(), 20.0, R), 1e-2);
+}
+
+TEST_F(Contact_Stress, external_force_and_weight_are_added_without_the_cosine)
+{
+    for (int i = 0; i <= 360; ++i)
+        design.results.Ext_Force_Table(i) = 100.0;
+    design.flags.Ext_Force_Calc = design.dynamics.Ext_Force_Add = true;
+    design.dynamics.Follower_Weight = 50.0;
+    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    const double R = 1 / (1 / 12.0 + 1 / 38.0);
+    EXPECT_NEAR(Data(42, 100), -Line(W() + 150.0, 20.0, R), 1e-2);
+}
+
+TEST_F(Contact_Stress, form_closure_takes_the_absolute_force_and_does_not_warn)
+{
+    for (int i = 0; i <= 360; ++i)
+        Set(var::Force, i, -800.0);
+    design.cam.Closure = "Form";
+    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    const double R = 1 / (1 / 12.0 + 1 / 38.0);
+    EXPECT_NEAR(Data(42, 100), -Line(W(), 20.0, R), 1e-2);
+}
+
+TEST_F(Contact_Stress, a_force_of_zero_ends_a_spring_closed_run_and_leaves_the_later_points)
+{
+    Set(var::Force, 90, 0.0);
+    script_.Expect(
+        {"Something is wrong. - The follower force is zero at cam angle 90 deg.  Stresses will be larger than "
+         "theoretical due to impact.",
+         Buttons::OK, Symbol::exclamation});
+    EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    EXPECT_LT(Data(42, 89), 0.0);
+    EXPECT_EQ(Data(42, 90), 1.0);
+    EXPECT_EQ(Data(42, 200), 1.0);
+}
+
+TEST_F(Contact_Stress, with_the_first_model_a_force_of_zero_is_no_warning)
+{
+    Set(var::Force, 90, 0.0);
+    design.dynamics.Model_Type = 1;
+    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    EXPECT_EQ(Data(42, 90), 0.0);
+}
+
+TEST_F(Contact_Stress, without_forces_each_point_takes_the_force_left_by_the_one_before)
+{
+    design.flags.Dynamicflag = false;
+    design.dynamics.Model_Type = 1;
+    design.dynamics.Follower_Weight = 800.0;
+    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    const double R = 1 / (1 / 12.0 + 1 / 38.0);
+    EXPECT_NEAR(Data(42, 0), -Line(800.0, 20.0, R), 1e-2);
+    EXPECT_NEAR(Data(42, 1), -Line(1600.0, 20.0, R), 1e-2);  // with the weight once more: as told, and meant
+}
+
+TEST_F(Contact_Stress, each_impossible_geometry_has_its_words)
+{
+    const auto expect = [this](const std::string& text) { script_.Expect({text, Buttons::OK, Symbol::exclamation}); };
+    Set(var::Rho, 30, 12.0);
+    expect(
+        "Something is wrong. - The radius of curvature of the cam is zero at cam angle 30 deg  Stresses will be "
+        "infinite there.");
+    EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    design.cam.Follow_Rad = 0.0;
+    expect("Something is wrong. - The radius of the roller follower is zero");
+    EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    design.cam.Follow_Rad = 11.0;
+    expect("Something is wrong. - The crown radius of the roller follower is zero");
+    EXPECT_FALSE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 0.0));
+    design.cam.Followtype = 2;
+    Set(var::Rho, 0, -5.0);
+    expect("Something is wrong. - The cam's radius of curvature is zero or negative at cam angle 0 deg.");
+    EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+}
+
+TEST_F(Contact_Stress, a_negative_radicand_keeps_the_half_width_before)
+{
+    design.dynamics.Model_Type = 1;
+    Set(var::Force, 1, -800.0);
+    for (int i = 2; i <= 360; ++i)
+        Set(var::Force, i, 800.0);
+    script_.Expect({"Attempting to take square root of negative number in Sub Stress for cylindrical follower",
+                    Buttons::OK, Symbol::exclamation});
+    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    EXPECT_NEAR(Data(42, 1), -Data(42, 0), 1e-3);
+    design.cam.Followtype = 2;
+    script_.Expect({"Attempting to take square root of negative number in Sub Stress for flat follower", Buttons::OK,
+                    Symbol::exclamation});
+    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+}
+
+TEST_F(Contact_Stress, an_ellipse_beyond_its_angle_sets_math_error)
+{
+    // A roller in a hollow smaller than itself: no contact of this kind exists, and the difference exceeds the sum.
+    for (int i = 0; i <= 360; ++i)
+        Set(var::Rho, i, 7.0);
+    script_.Expect(Error_Box(5, "Invalid argument", "Calc_Contact_Stress"));
+    EXPECT_FALSE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 300.0));
+    EXPECT_EQ(Data(42, 0), 1.0);
+    EXPECT_TRUE(design.flags.Math_Error);
+}
+
+TEST_F(Contact_Stress, a_follower_of_no_kind_stores_what_came_before)
+{
+    design.cam.Followtype = 3;
+    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    EXPECT_EQ(Data(42, 5), 0.0);
+}
+
+}  // namespace
+}  // namespace lobemax

@@ -1,0 +1,439 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dynamics/kinetostatics.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "camgeom/sizing.h"
+#include "core/numeric.h"
+#include "tests/support/cam_design.h"
+#include "tests/support/script.h"
+
+namespace lobemax {
+namespace {
+
+using testing::Cam_Maker;
+using testing::Data;
+using testing::Expected_Box;
+using testing::Script;
+
+constexpr double pi = 3.14159265358979323846;
+
+Dynamics_Group& d()
+{
+    return design.dynamics;
+}
+
+Flags_Group& f()
+{
+    return design.flags;
+}
+
+Expected_Box Separation_Box(const std::string& angle, Answer answer)
+{
+    return {"The cam and follower have separated at Theta =  " + angle +
+                " deg\n"
+                "\n"
+                "Choose ABORT to terminate further calculations beyond the current position\n"
+                "\n"
+                "Choose RETRY to continue calculating and pause at any other problem positions, redisplaying this "
+                "message.\n"
+                "\n"
+                "Choose IGNORE to continue calculating and skip over other problem positions, suppressing further "
+                "messages\n"
+                "\n"
+                "To fix the problem, try increasing the cam-closure spring rate, the preload, or both, and "
+                "recalculate.",
+            Buttons::Abort_Retry_Ignore, Symbol::exclamation, answer};
+}
+
+/// A harmonic motion S = h (1 - cos theta) / 2 over the whole cycle, rows as the time base stores them, on a sized
+/// radial roller cam in metres: h 0.02 m, prime radius 0.06 m, 10 rad/s.
+class Kinetostatics : public ::testing::Test {
+protected:
+    void SetUp() override { Make(1); }
+    void TearDown() override { design = {}; }
+
+    static void Make(int base, int units = 3)
+    {
+        ASSERT_TRUE(Sub_Main("", {}));
+        design.identity.WhichUnit = units;
+        Set_Time_Base(base);
+        Set_Shaft_Speed(omega);
+        const double scale = units == 5 ? 1000 : units == 4 ? 100 : 1;
+        for (int i = 0; i <= 360; ++i) {
+            const double t = i * pi / 180;
+            Table<Single>& data = design.results.CalcData;
+            data(var::Angle, i) = i;
+            data(var::S, i) = h * scale * (1 - std::cos(t)) / 2;
+            const double v = h * scale * std::sin(t) / 2;
+            const double a = h * scale * std::cos(t) / 2;
+            const double degree = pi / 180;
+            data(var::V, i) = base == 1 ? v * omega : base == 2 ? v * degree : v;
+            data(var::A, i) = base == 1 ? a * omega * omega : base == 2 ? a * degree : a;
+            data(var::Phi, i) = 10.0 * std::sin(t);
+        }
+        design.cam.Camtype = "Radial";
+        design.cam.Followtype = 1;
+        design.cam.Prime_Rad = 0.06 * scale;
+        design.cam.Closure = "Force";
+        d().Mass = 2.0;
+        d().Return_Spring_Rate = 5000.0;
+        d().Preload = 100.0;
+        d().Zeta_Initial = 0.1;
+        d().Bearing_Radius = 0.02 * scale;
+        d().Mu_of_Shaft = 0.03;
+        d().Mu_of_Follower = 0.02;
+        d().Coeff_of_Fluctuation = 0.05;
+    }
+    static constexpr double omega = 10.0;
+    static constexpr double h = 0.02;
+    /// The closed form at angle i degrees, in newtons.
+    static double Force(int i, double inertia = 1.0)
+    {
+        const double t = i * pi / 180;
+        const double C = 0.1 * 2 * 2.0 * std::sqrt(5000.0 / 2.0);
+        return 5000.0 * h * (1 - std::cos(t)) / 2 + 100.0 + C * h * std::sin(t) / 2 * omega +
+               inertia * 2.0 * h * std::cos(t) / 2 * omega * omega;
+    }
+
+    Script script_;
+};
+
+TEST_F(Kinetostatics, force_and_torque_are_those_of_the_closed_form_per_second_and_per_radian)
+{
+    for (const int base : {1, 3}) {
+        Make(base);
+        ASSERT_TRUE(Calc_Force_Torque());
+        for (int i = 0; i <= 360; i += 15) {
+            EXPECT_NEAR(Data(var::Force, i), Force(i), 1e-4) << base;
+            EXPECT_NEAR(Data(var::Torque, i), Force(i) * h * std::sin(i * pi / 180) / 2, 1e-6) << base;
+        }
+        EXPECT_TRUE(f().Dynamicflag);
+        EXPECT_FALSE(f().Separated);
+    }
+}
+
+TEST_F(Kinetostatics, in_the_degrees_base_inertia_has_its_factor_once)
+{
+    Make(2);
+    // Row 3 holds the acceleration times pi / 180 once: taking it off once gives the same force here, where a stored
+    // value per degree squared would need the factor twice.
+    ASSERT_TRUE(Calc_Force_Torque());
+    for (int i = 0; i <= 360; i += 15)
+        EXPECT_NEAR(Data(var::Force, i), Force(i), 1e-4);
+    d().Zeta_Initial = 1E-6;
+    d().Return_Spring_Rate = 0.0;
+    d().Damping = 0.0;
+    ASSERT_TRUE(Calc_Force_Torque());
+    EXPECT_NEAR(Data(var::Force, 0) - 100.0, omega * omega * 2.0 * Data(var::A, 0) * 180 / pi, 1e-4);
+}
+
+TEST_F(Kinetostatics, centimetres_and_millimetres_are_brought_to_metres)
+{
+    for (const int units : {4, 5}) {
+        Make(1, units);
+        ASSERT_TRUE(Calc_Force_Torque());
+        for (int i = 0; i <= 360; i += 45) {
+            EXPECT_NEAR(Data(var::Force, i), Force(i), 1e-3) << units;
+            EXPECT_NEAR(Data(var::Torque, i), Force(i) * h * std::sin(i * pi / 180) / 2, 1e-5) << units;
+        }
+        const double Fc = Force(90) / std::cos(10 * pi / 180);
+        EXPECT_NEAR(Data(15, 90), 0.02 * Fc * (h / 2 + 0.06) + 0.03 * Fc * 0.02, 1e-5);
+    }
+}
+
+TEST_F(Kinetostatics, the_spring_is_measured_from_the_lowest_point_of_the_motion)
+{
+    for (int i = 0; i <= 360; ++i)
+        design.results.CalcData(var::S, i) = Data(var::S, i) - 0.5;
+    ASSERT_TRUE(Calc_Force_Torque());
+    EXPECT_NEAR(Data(var::Force, 180), Force(180), 1e-3);
+}
+
+TEST_F(Kinetostatics, an_arm_moves_its_roller_by_its_length)
+{
+    design.cam.Translating = false;
+    design.cam.ArmRad = 0.08;
+    for (int i = 0; i <= 360; ++i)
+        for (const int row : {var::S, var::V, var::A})
+            design.results.CalcData(row, i) = Data(row, i) / 0.08 * 180 / pi;
+    ASSERT_TRUE(Calc_Force_Torque());
+    for (int i = 0; i <= 360; i += 30)
+        EXPECT_NEAR(Data(var::Force, i), Force(i), 1e-3);
+}
+
+TEST_F(Kinetostatics, without_damping_the_work_of_a_cycle_is_zero_and_with_it_what_the_damper_takes)
+{
+    d().Zeta_Initial = 0.0;
+    ASSERT_TRUE(Calc_Force_Torque());
+    double work = 0.0;
+    for (int i = 1; i <= 360; ++i)
+        work += Data(var::Torque, i) * pi / 180;
+    EXPECT_NEAR(work, 0.0, 1e-5);
+    d().Zeta_Initial = 0.1;
+    ASSERT_TRUE(Calc_Force_Torque());
+    work = 0.0;
+    for (int i = 1; i <= 360; ++i)
+        work += Data(var::Torque, i) * pi / 180;
+    // C v^2 over one turn: pi C (h / 2)^2 omega.
+    EXPECT_NEAR(work, pi * d().Damping * h * h / 4 * omega, 1e-5);
+    // The integral is of torque over degrees, without point 0 and its first trapezoid.
+    double integral = 0.0;
+    for (int i = 2; i <= 360; ++i)
+        integral += (Data(var::Torque, i - 1) + Data(var::Torque, i)) / 2;
+    EXPECT_NEAR(Data(45, 360), integral, 1e-4);
+    EXPECT_EQ(Data(45, 0), 0.0);
+    EXPECT_EQ(Data(45, 1), 0.0);
+    EXPECT_GE(d().Torque_Integral_Max, Data(45, 90));
+    EXPECT_LE(d().Torque_Integral_Min, 0.0);
+}
+
+TEST_F(Kinetostatics, frequencies_and_damping_follow_mass_and_spring)
+{
+    ASSERT_TRUE(Calc_Force_Torque());
+    EXPECT_NEAR(d().Omega_N, 50.0, 1e-5);
+    EXPECT_NEAR(d().Critical_Damping, 200.0, 1e-4);
+    EXPECT_NEAR(d().Damping, 20.0, 1e-5);
+    EXPECT_NEAR(d().Omega_D, 50.0 * std::sqrt(1 - 0.01), 1e-4);
+    EXPECT_TRUE(Present_Figures().frequencies);
+}
+
+TEST_F(Kinetostatics, critical_damping_leaves_no_damped_frequency)
+{
+    for (const double mass : {2.0, 0.7, 3.3, 0.013}) {
+        d().Mass = mass;
+        d().Zeta_Initial = 1.0;
+        ASSERT_TRUE(Calc_Force_Torque());
+        EXPECT_NEAR(d().Omega_D, 0.0, d().Omega_N * 1e-3);
+    }
+}
+
+TEST_F(Kinetostatics, without_a_spring_the_typed_damping_stands)
+{
+    d().Return_Spring_Rate = 0.0;
+    d().Damping = 7.0;
+    d().Omega_N = 99.0;
+    ASSERT_TRUE(Calc_Force_Torque());
+    EXPECT_EQ(d().Damping, 7.0);
+    EXPECT_EQ(d().Omega_N, 99.0);
+    EXPECT_FALSE(Present_Figures().frequencies);
+    d().Return_Spring_Rate = 5000.0;
+    ASSERT_TRUE(Calc_Force_Torque());
+    EXPECT_NEAR(d().Damping, 20.0, 1e-5);
+}
+
+TEST_F(Kinetostatics, friction_is_reported_alone_for_roller_and_flat_face)
+{
+    ASSERT_TRUE(Calc_Force_Torque());
+    const double Fc = Force(90) / std::cos(10 * pi / 180);
+    EXPECT_NEAR(Data(15, 90), 0.02 * Fc * (h / 2 + 0.06) + 0.03 * Fc * 0.02, 1e-6);
+    design.cam.Followtype = 2;
+    ASSERT_TRUE(Calc_Force_Torque());
+    const double Fs = Force(90) * std::tan(10 * pi / 180);
+    EXPECT_NEAR(Data(15, 90), 0.02 * Fs * (h / 2 + 0.06) + 0.03 * Fc * 0.02, 1e-6);
+    design.cam.Camtype = "Barrel";
+    design.cam.Followtype = 1;
+    ASSERT_TRUE(Calc_Force_Torque());
+    EXPECT_NEAR(Data(15, 90), 0.02 * Fc * (h / 2) + 0.03 * Fc * 0.02, 1e-6);  // no radius under the roller
+}
+
+TEST_F(Kinetostatics, accumulated_torque_doubles_and_the_integral_is_of_one_pass)
+{
+    ASSERT_TRUE(Calc_Force_Torque());
+    const double T = Data(var::Torque, 77);
+    const double integral = Data(45, 200);
+    const double Tmax = Present_Figures().Tmax;
+    d().Torque_Start_Fresh = false;
+    ASSERT_TRUE(Calc_Force_Torque());
+    EXPECT_NEAR(Data(var::Torque, 77), 2 * T, 1e-6);
+    EXPECT_EQ(Data(45, 200), integral);
+    EXPECT_NEAR(Present_Figures().Tmax, 2 * Tmax, 1e-6);
+    EXPECT_EQ(Data(16, 77), Single(d().Coeff_of_Fluctuation * Data(var::Torque, 77)));
+}
+
+TEST_F(Kinetostatics, an_external_force_enters_all_but_the_force_row)
+{
+    ASSERT_TRUE(Calc_Force_Torque());
+    const double F = Data(var::Force, 90);
+    for (int i = 0; i <= 360; ++i)
+        design.results.Ext_Force_Table(i) = 40.0;
+    f().Ext_Force_Calc = true;
+    ASSERT_TRUE(Calc_Force_Torque());  // calculated, but not ticked
+    EXPECT_NEAR(Data(var::Torque, 90), F * h / 2, 1e-6);
+    d().Ext_Force_Add = true;
+    ASSERT_TRUE(Calc_Force_Torque());
+    EXPECT_EQ(Data(var::Force, 90), F);
+    EXPECT_NEAR(Data(var::Torque, 90), (F + 40.0) * h / 2, 1e-6);
+    const double Fc = (F + 40.0) / std::cos(10 * pi / 180);
+    EXPECT_NEAR(Data(15, 90), 0.02 * Fc * (h / 2 + 0.06) + 0.03 * Fc * 0.02, 1e-6);
+    for (int i = 0; i <= 360; ++i)
+        design.results.Ext_Force_Table(i) = i == 90 ? -1000.0 : 0.0;
+    script_.Expect(Separation_Box("90", Answer::Ignore));
+    ASSERT_TRUE(Calc_Force_Torque());
+    EXPECT_TRUE(f().Separated);
+}
+
+/// Makes the contact force negative at these points and positive elsewhere.
+void Separate_at(const std::vector<int>& points)
+{
+    d().Mass = 1.0;
+    d().Return_Spring_Rate = 0.0;
+    d().Damping = 0.0;
+    for (int i = 0; i <= 360; ++i)
+        design.results.CalcData(var::A, i) = std::ranges::count(points, i) > 0 ? -150.0 : 0.0;
+}
+
+TEST_F(Kinetostatics, retry_asks_at_each_separated_point_and_ignore_at_none_after_it)
+{
+    Separate_at({10, 20, 30});
+    script_.Expect(Separation_Box("10", Answer::Retry));
+    script_.Expect(Separation_Box("20", Answer::Ignore));
+    EXPECT_TRUE(Calc_Force_Torque());
+    EXPECT_TRUE(f().Separated);
+    EXPECT_EQ(f().Separation_Answer, 5);
+    script_.Expect(Separation_Box("10", Answer::Ignore));  // the next run asks again
+    EXPECT_TRUE(Calc_Force_Torque());
+}
+
+TEST_F(Kinetostatics, abort_ends_the_run_at_the_next_separated_point)
+{
+    Separate_at({10, 20, 30});
+    for (int i = 0; i <= 360; ++i)
+        design.results.CalcData(15, i) = -1.0;
+    script_.Expect(Separation_Box("10", Answer::Abort));
+    EXPECT_FALSE(Calc_Force_Torque());
+    EXPECT_FALSE(f().Dynamicflag);
+    EXPECT_TRUE(f().Calc_Abort);
+    EXPECT_NE(Data(15, 19), -1.0);  // the point of the abort and those after it were finished
+    EXPECT_EQ(Data(15, 20), -1.0);
+}
+
+TEST_F(Kinetostatics, abort_at_the_last_separated_point_lets_the_run_finish)
+{
+    Separate_at({10});
+    script_.Expect(Separation_Box("10", Answer::Abort));
+    EXPECT_TRUE(Calc_Force_Torque());
+    EXPECT_TRUE(f().Dynamicflag);
+    EXPECT_FALSE(f().Calc_Abort);
+}
+
+TEST_F(Kinetostatics, a_contact_force_of_exactly_zero_separates)
+{
+    Separate_at({});
+    design.results.CalcData(var::A, 50) = -100.0;
+    script_.Expect(Separation_Box("50", Answer::Ignore));
+    EXPECT_TRUE(Calc_Force_Torque());
+}
+
+TEST_F(Kinetostatics, a_form_closed_cam_does_not_separate)
+{
+    Separate_at({10, 20});
+    design.cam.Closure = "Form";
+    EXPECT_TRUE(Calc_Force_Torque());
+    EXPECT_LT(Data(var::Force, 10), 0.0);
+    EXPECT_FALSE(f().Separated);
+}
+
+TEST_F(Kinetostatics, a_constant_torque_is_one_run_and_two_rows_of_nothing)
+{
+    for (int i = 0; i <= 360; ++i)
+        design.results.CalcData(var::Torque, i) = 4.0;
+    const Torque_Pulses pulses = Show_Torque_Areas();
+    EXPECT_EQ(pulses.first_sign, 1);
+    EXPECT_EQ(pulses.rows, 2);
+    EXPECT_EQ(pulses.average, 4.0);
+    EXPECT_EQ(pulses.positive[1], 0.0);
+    EXPECT_EQ(pulses.negative[1], 0.0);
+}
+
+/// A square wave about zero: so many runs of each sign, the first of the sign given.
+void Square_Torque(int pairs, double first)
+{
+    for (int i = 1; i <= 360; ++i) {
+        const int run = (i - 1) * 2 * pairs / 360;
+        design.results.CalcData(var::Torque, i) = run % 2 == 0 ? first : -first;
+    }
+}
+
+TEST_F(Kinetostatics, pulses_are_summed_by_their_trapezoids_in_order)
+{
+    Square_Torque(2, 3.0);  // runs of 90 points: 3, -3, 3, -3
+    const Torque_Pulses pulses = Show_Torque_Areas();
+    EXPECT_EQ(pulses.first_sign, 1);
+    EXPECT_EQ(pulses.average, 0.0);
+    EXPECT_EQ(pulses.positive[1], 89 * 3.0);  // from point 1: the trapezoid that turns over is zero
+    EXPECT_EQ(pulses.negative[1], 89 * -3.0);
+    EXPECT_EQ(pulses.positive[2], 89 * 3.0);
+    EXPECT_EQ(pulses.negative[2], 89 * -3.0);
+    EXPECT_EQ(pulses.rows, 3);
+    Square_Torque(2, -3.0);
+    EXPECT_EQ(Show_Torque_Areas().first_sign, -1);
+}
+
+TEST_F(Kinetostatics, the_pulse_table_is_printed_as_told)
+{
+    Square_Torque(1, 3.0);
+    design.plot.Var_Unit(var::Torque) = "m-N";
+    EXPECT_EQ(
+        Show_Torque_Areas().lines,
+        (std::vector<std::string>{" Areas of Camshaft Torque", " Pulses in Order over 1 cycle ", "",
+                                  "    in Energy Units of :", "   N - m - Radians", "", " Order   Pos Area   Neg Area",
+                                  "----------------------------------------------", "   1   537       -537",
+                                  "   2   0         0", "", "    Average Torque:", "   0  m-N"}));
+    Square_Torque(1, -3.0);
+    const std::vector<std::string> negative = Show_Torque_Areas().lines;
+    EXPECT_EQ(negative[6], " Order   Neg Area   Pos Area");
+    EXPECT_EQ(negative[8], "");
+    EXPECT_EQ(negative[9], "   1   -537      537");
+}
+
+TEST_F(Kinetostatics, twenty_pulses_of_each_sign_fill_the_table_and_more_are_counted)
+{
+    Square_Torque(20, 1.0);
+    Torque_Pulses pulses = Show_Torque_Areas();
+    EXPECT_EQ(pulses.rows, 20);
+    EXPECT_EQ(pulses.left_out, 0);
+    EXPECT_NE(pulses.positive[20], 0.0);
+    EXPECT_NE(pulses.negative[20], 0.0);
+    Square_Torque(30, 1.0);
+    pulses = Show_Torque_Areas();
+    EXPECT_EQ(pulses.rows, 20);
+    EXPECT_EQ(pulses.left_out, 20);
+    EXPECT_EQ(std::ranges::count(pulses.lines, "   20 further pulses left out"), 1);
+}
+
+TEST_F(Kinetostatics, a_reset_clears_what_a_new_screen_must_not_show)
+{
+    ASSERT_TRUE(Calc_Force_Torque());
+    for (int i = 0; i <= 360; ++i)
+        design.results.Ext_Force_Table(i) = i;
+    d().Torque_Start_Fresh = false;
+    Reset_Dynamics();
+    EXPECT_FALSE(f().Dynamicflag);
+    EXPECT_EQ(Data(var::Force, 90), 0.0);
+    EXPECT_NE(Data(var::Torque, 90), 0.0);
+    EXPECT_EQ(Data(var::Ext_Force, 90), 90.0);
+    d().Torque_Start_Fresh = true;
+    Reset_Dynamics();
+    EXPECT_EQ(Data(var::Torque, 90), 0.0);
+}
+
+TEST_F(Kinetostatics, a_follower_of_no_kind_has_no_friction_and_a_time_base_of_no_kind_no_force)
+{
+    design.cam.Followtype = 3;
+    ASSERT_TRUE(Calc_Force_Torque());
+    EXPECT_EQ(Data(15, 90), 0.0);
+    design.motion.Time_Base = 4;
+    design.cam.Closure = "Form";
+    ASSERT_TRUE(Calc_Force_Torque());
+    EXPECT_EQ(Data(var::Force, 90), 0.0);
+    EXPECT_EQ(Data(var::Torque, 90), 0.0);
+}
+
+}  // namespace
+}  // namespace lobemax

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dynamics/stress_fields.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/support/cam_design.h"
+#include "tests/support/script.h"
+
+namespace lobemax {
+namespace {
+
+using testing::Data;
+using testing::Expected_Box;
+using testing::Script;
+
+const Expected_Box positive{"This value must be positive and nonzero.  Please redo.", Buttons::OK, Symbol::exclamation};
+const Expected_Box radius{"You must specify a positive, nonzero crown radius", Buttons::OK, Symbol::exclamation};
+
+class Stress_Fields : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(Sub_Main("", {}));
+        for (int i = 0; i <= 360; ++i) {
+            design.results.CalcData(var::Angle, i) = i;
+            design.results.CalcData(var::Force, i) = 500.0;
+            design.results.CalcData(var::Rho, i) = 40.0;
+        }
+        design.flags.Dynamicflag = true;
+        form_ = Opening_Stress_Form();
+    }
+    void TearDown() override { design = {}; }
+
+    Stress_Form form_;
+    Stress_Field refused_ = Stress_Field::Length;
+    Script script_;
+    Dynamics_Group& d_ = design.dynamics;
+};
+
+TEST_F(Stress_Fields, steel_has_its_texts_in_each_unit_system_and_format)
+{
+    const std::vector<std::pair<std::string, std::string>> steel{
+        {"3E7", "3E7"}, {"208.4E3", "208,4E3"}, {"206.8E9", "206,8E9"}, {"", ""}, {"206.8E3", "206,8E3"}};
+    for (int units = 1; units <= 5; ++units) {
+        design.identity.WhichUnit = units;
+        design.identity.Number_Format = "USA";
+        EXPECT_EQ(Steel_Modulus(), steel[static_cast<std::size_t>(units - 1)].first);
+        EXPECT_EQ(Steel_Ratio(), "0.28");
+        design.identity.Number_Format = "Europe";
+        EXPECT_EQ(Steel_Modulus(), steel[static_cast<std::size_t>(units - 1)].second);
+        EXPECT_EQ(Steel_Ratio(), "0,28");
+    }
+}
+
+TEST_F(Stress_Fields, the_screen_opens_with_steel_or_what_is_stored)
+{
+    EXPECT_EQ(form_.txt_Cam_E, "206.8E3");
+    EXPECT_TRUE(form_.cam_steel && form_.follower_steel);
+    EXPECT_EQ(form_.txt_Length, "25");
+    EXPECT_EQ(form_.txt_Crownrad, "1500");
+    EXPECT_EQ(form_.txt_Weight, "0");
+    d_.Youngs_modulus(2) = 70000.0;
+    d_.Poissons_ratio(2) = 0.33;
+    d_.Roller_type = 2;
+    const Stress_Form stored = Opening_Stress_Form();
+    EXPECT_FALSE(stored.follower_steel);
+    EXPECT_EQ(stored.txt_Fol_E, "70000");
+    EXPECT_EQ(stored.txt_Fol_v, "0.33");
+    EXPECT_TRUE(stored.crowned);
+}
+
+TEST_F(Stress_Fields, labels_follow_the_follower_and_the_type_of_roller)
+{
+    EXPECT_EQ(Labels_of_Stress(false, false).lbl_foltype, "Please specify type.");
+    Stress_Labels labels = Labels_of_Stress(true, false);
+    EXPECT_EQ(labels.lbl_follower, "Roller");
+    EXPECT_EQ(labels.lbl_foltype, "Please specify contact length as the smaller of cam face width or roller length.");
+    EXPECT_TRUE(labels.length_enabled && !labels.crown_enabled && labels.roller_options);
+    labels = Labels_of_Stress(true, true);
+    EXPECT_EQ(labels.lbl_foltype, "Please specify the follower crown radius.");
+    EXPECT_TRUE(!labels.length_enabled && labels.crown_enabled);
+    design.cam.Followtype = 2;
+    labels = Labels_of_Stress(true, true);
+    EXPECT_EQ(labels.lbl_follower, "Flat-Faced");
+    EXPECT_EQ(labels.lbl_foltype, "Contact length is the smaller of cam face width or roller length.");
+    EXPECT_TRUE(labels.length_enabled && !labels.roller_options);
+    EXPECT_EQ(labels.modulus_unit, "MPa");
+    EXPECT_EQ(labels.length_unit, "mm");
+    EXPECT_EQ(labels.force_unit, "N");
+}
+
+TEST_F(Stress_Fields, after_the_calculation_both_members_carry_the_followers_ratio)
+{
+    form_.txt_Cam_V = "0.25";
+    form_.txt_Fol_v = "0.33";
+    ASSERT_TRUE(Calc_Stress(form_, refused_));
+    EXPECT_EQ(d_.Poissons_ratio(1), Single(0.33));  // meant
+    EXPECT_EQ(d_.Poissons_ratio(2), Single(0.33));
+    EXPECT_TRUE(design.flags.Stressflag);
+    EXPECT_LT(Data(42, 10), 0.0);
+}
+
+TEST_F(Stress_Fields, each_value_that_is_not_positive_stops_the_calculation_at_its_field)
+{
+    struct Case {
+        std::string Stress_Form::*field;
+        Stress_Field refused;
+    };
+    for (const auto& [field, refused] :
+         {Case{&Stress_Form::txt_Cam_E, Stress_Field::Cam_E}, Case{&Stress_Form::txt_Cam_V, Stress_Field::Cam_V},
+          Case{&Stress_Form::txt_Fol_E, Stress_Field::Fol_E}, Case{&Stress_Form::txt_Fol_v, Stress_Field::Fol_v},
+          Case{&Stress_Form::txt_Length, Stress_Field::Length}})
+        for (const char* text : {"0", "-1", "", "abc"}) {
+            Stress_Form form = form_;
+            form.*field = text;
+            script_.Expect(positive);
+            EXPECT_FALSE(Calc_Stress(form, refused_)) << text;
+            EXPECT_EQ(refused_, refused);
+            EXPECT_FALSE(design.flags.Stressflag);
+        }
+    Stress_Form form = form_;
+    form.crowned = true;
+    form.txt_Crownrad = "0";
+    script_.Expect(positive);
+    EXPECT_FALSE(Calc_Stress(form, refused_));
+    EXPECT_EQ(refused_, Stress_Field::Crownrad);
+    form.txt_Crownrad = "600";
+    form.txt_Length = "0";  // of no account for a crowned roller
+    EXPECT_TRUE(Calc_Stress(form, refused_));
+    EXPECT_EQ(d_.Roller_type, 2);
+    EXPECT_EQ(d_.Crown_radius, 600.0);
+}
+
+TEST_F(Stress_Fields, the_flag_is_set_also_where_the_run_left_early)
+{
+    design.results.CalcData(var::Force, 0) = 0.0;
+    script_.Expect(
+        {"Something is wrong. - The follower force is zero at cam angle 0 deg.  Stresses will be larger than "
+         "theoretical due to impact.",
+         Buttons::OK, Symbol::exclamation});
+    EXPECT_TRUE(Calc_Stress(form_, refused_));
+    EXPECT_TRUE(design.flags.Stressflag);
+}
+
+TEST_F(Stress_Fields, edited_fields_are_stored_or_refused_with_their_texts)
+{
+    Stress_Entry entry = Edit_Stress_Field(Stress_Field::Cam_E, "70000");
+    EXPECT_TRUE(entry.accepted);
+    EXPECT_EQ(d_.Youngs_modulus(1), 70000.0);
+    EXPECT_TRUE(Edit_Stress_Field(Stress_Field::Cam_E, "0").accepted);  // only a negative value is refused here
+    for (const auto& [field, text] : std::vector<std::pair<Stress_Field, std::string>>{{Stress_Field::Cam_E, "0.01"},
+                                                                                       {Stress_Field::Fol_E, "0.01"},
+                                                                                       {Stress_Field::Fol_v, "0.01"},
+                                                                                       {Stress_Field::Cam_V, "0.3"}}) {
+        script_.Expect(positive);
+        entry = Edit_Stress_Field(field, "-2");
+        EXPECT_FALSE(entry.accepted);
+        EXPECT_EQ(entry.text, text);
+    }
+    for (const Stress_Field field : {Stress_Field::Length, Stress_Field::Crownrad}) {
+        script_.Expect(radius);  // the same words for both, on purpose
+        EXPECT_FALSE(Edit_Stress_Field(field, "0").accepted);
+    }
+    EXPECT_TRUE(Edit_Stress_Field(Stress_Field::Length, "30").accepted);
+    EXPECT_EQ(d_.Roller_length, 30.0);
+    EXPECT_TRUE(Edit_Stress_Field(Stress_Field::Fol_v, "0.3").accepted);
+    EXPECT_EQ(d_.Poissons_ratio(2), Single(0.3));
+}
+
+TEST_F(Stress_Fields, the_weight_counts)
+{
+    form_.txt_Weight = "120.5";
+    ASSERT_TRUE(Calc_Stress(form_, refused_));
+    EXPECT_EQ(d_.Follower_Weight, 120.5);
+}
+
+TEST_F(Stress_Fields, the_plots_show_the_force_that_counted)
+{
+    EXPECT_EQ(Stress_Plot_Rows(), (std::array<int, 4>{7, 6, 42, 43}));
+    design.flags.Modelflag = true;
+    EXPECT_EQ(Stress_Plot_Rows()[0], 33);
+}
+
+}  // namespace
+}  // namespace lobemax

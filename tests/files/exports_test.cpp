@@ -1,0 +1,349 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "files/exports.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <complex>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "camgeom/sizing.h"
+#include "files/home_commands.h"
+#include "tests/support/cam_design.h"
+#include "tests/support/script.h"
+
+namespace lobemax {
+namespace {
+
+using testing::Cam_Maker;
+using testing::Data;
+using testing::Expected_Box;
+using testing::Script;
+
+constexpr double pi = 3.14159265358979323846;
+
+class Exports : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        path_ = ::testing::TempDir() + "lobemax_export_" + std::to_string(::getpid()) + ".txt";
+        Cam_Maker().Make();
+        ASSERT_TRUE(Calc_Phi(1));
+        ASSERT_TRUE(Calc_Rho(1));
+        design.flags.Sized = true;
+        design.identity.User = "A. Designer";
+        design.identity.File_Name = "/designs/rocker.cam";
+        design.identity.Model_Name = "rocker";
+        script_.path = path_;
+    }
+    void TearDown() override
+    {
+        std::filesystem::remove(path_);
+        design = {};
+    }
+    /// Lines of the written file, each split at its tabs; the line ends must be CR LF.
+    std::vector<std::vector<std::string>> Lines() const
+    {
+        std::ostringstream whole;
+        whole << std::ifstream(path_, std::ios::binary).rdbuf();
+        const std::string text = whole.str();
+        std::vector<std::vector<std::string>> lines;
+        std::size_t from = 0;
+        while (from < text.size()) {
+            const std::size_t end = text.find("\r\n", from);
+            EXPECT_NE(end, std::string::npos);
+            std::vector<std::string>& cells = lines.emplace_back();
+            std::istringstream line(text.substr(from, end - from));
+            for (std::string cell; std::getline(line, cell, '\t');)
+                cells.push_back(cell);
+            from = end + 2;
+        }
+        return lines;
+    }
+    bool Written() const { return std::filesystem::exists(path_); }
+    void Expect_Told(const std::string& what)
+    {
+        script_.Expect({what + path_ + "\nThis tab-delimited file can be opened in any spreadsheet program"});
+    }
+
+    std::string path_;
+    Script script_;
+};
+
+TEST_F(Exports, the_spreadsheet_has_every_variable_of_every_point)
+{
+    ASSERT_TRUE(Export_All_to_File(path_));
+    const auto lines = Lines();
+    ASSERT_EQ(lines.size(), 7U + 361U);
+    EXPECT_EQ(lines[0], (std::vector<std::string>{"File: ", "/designs/rocker.cam", "Design #", "2"}));
+    EXPECT_EQ(lines[1], (std::vector<std::string>{"A. Designer", "2026-11-21", "12:34:56"}));
+    EXPECT_TRUE(lines[2].empty() && lines[5].empty() && lines[6].empty());
+    EXPECT_EQ(lines[3][0], "Cam Angle");
+    EXPECT_EQ(lines[3][6], "Radius of Curvature");
+    EXPECT_EQ(lines[4][0], "deg");
+    for (const int i : {0, 57, 360}) {
+        const auto& cells = lines[static_cast<std::size_t>(7 + i)];
+        ASSERT_EQ(cells.size(), 54U);
+        for (int v = 0; v <= 53; ++v)
+            EXPECT_EQ(std::stof(cells[static_cast<std::size_t>(v)]), static_cast<float>(Data(v, i))) << v;
+    }
+}
+
+TEST_F(Exports, a_print_step_of_two_gives_181_and_180_lines)
+{
+    design.cam.Printstep = 2;
+    ASSERT_TRUE(Export_All_to_File(path_));
+    EXPECT_EQ(Lines().size(), 7U + 181U);
+    ASSERT_TRUE(Export_Profile_to_File(path_, 1));
+    EXPECT_EQ(Lines().size(), 7U + 180U);
+    design.cam.Printstep = 0;  // no step at all prints every point
+    ASSERT_TRUE(Export_Profile_to_File(path_, 1));
+    EXPECT_EQ(Lines().size(), 7U + 360U);
+}
+
+TEST_F(Exports, a_radial_profile_has_its_two_columns_for_each_code)
+{
+    const std::vector<std::pair<int, int>> rows{{9, 10}, {36, 37}, {40, 41}, {13, 14}, {38, 39}};
+    for (int code = 1; code <= 5; ++code) {
+        ASSERT_TRUE(Export_Profile_to_File(path_, code));
+        const auto lines = Lines();
+        const auto [x, y] = rows[static_cast<std::size_t>(code - 1)];
+        EXPECT_EQ(lines[3], (std::vector<std::string>{design.plot.Var_Name(x), design.plot.Var_Name(y)}));
+        EXPECT_EQ(lines[4], (std::vector<std::string>{"mm", "mm"}));
+        for (const int i : {0, 99, 359}) {
+            EXPECT_EQ(std::stof(lines[static_cast<std::size_t>(7 + i)][0]), static_cast<float>(Data(x, i)));
+            EXPECT_EQ(std::stof(lines[static_cast<std::size_t>(7 + i)][1]), static_cast<float>(Data(y, i)));
+        }
+    }
+}
+
+TEST_F(Exports, machine_zero_is_the_cam_zero_profile_turned_rigidly)
+{
+    design.cam.Shift_Angle = 40.0;
+    ASSERT_TRUE(Calc_Phi(1));
+    ASSERT_TRUE(Export_Profile_to_File(path_, 2));
+    const auto cam_zero = Lines();
+    ASSERT_TRUE(Export_Profile_to_File(path_, 5));
+    const auto machine_zero = Lines();
+    const std::complex<double> turn = std::polar(1.0, -design.cam.Rotflag * 40.0 * pi / 180);
+    for (std::size_t line = 7; line < cam_zero.size(); line += 30) {
+        const std::complex<double> a(std::stod(cam_zero[line][0]), std::stod(cam_zero[line][1]));
+        const std::complex<double> b(std::stod(machine_zero[line][0]), std::stod(machine_zero[line][1]));
+        EXPECT_NEAR(std::abs(b - a * turn), 0.0, 1e-3);
+    }
+}
+
+TEST_F(Exports, a_barrel_profile_has_its_radius_first_and_lambda_before_z)
+{
+    design.cam.Camtype = "Barrel";
+    ASSERT_TRUE(Calc_Phi(1));
+    ASSERT_TRUE(Export_Profile_to_File(path_, 1));
+    auto lines = Lines();
+    EXPECT_EQ(lines[3].size(), 3U);
+    EXPECT_EQ(lines[3][0], "Radius");
+    EXPECT_EQ(lines[4][0], design.plot.Var_Unit(11));
+    for (const std::size_t i : {0U, 120U, 359U}) {
+        ASSERT_EQ(lines[7 + i].size(), 3U);
+        EXPECT_EQ(std::stof(lines[7 + i][0]), 60.0F);
+        EXPECT_EQ(std::stof(lines[7 + i][1]), static_cast<float>(Data(12, static_cast<int>(i))));
+        EXPECT_EQ(std::stof(lines[7 + i][2]), static_cast<float>(Data(11, static_cast<int>(i))));
+    }
+    design.cam.Shift_Angle = 30.0;
+    ASSERT_TRUE(Export_Profile_to_File(path_, 5));
+    lines = Lines();
+    EXPECT_NEAR(std::stod(lines[7 + 10][1]), Data(37, 10) + 30.0, 1e-3);
+    EXPECT_NEAR(std::stod(lines[7 + 345][1]), Data(37, 345) + 30.0 - 360.0, 1e-3);  // within one turn
+    EXPECT_EQ(std::stof(lines[7 + 10][2]), static_cast<float>(Data(36, 10)));
+}
+
+TEST_F(Exports, a_linear_profile_is_turned_by_its_share_of_the_length)
+{
+    design.cam.Camtype = "Linear";
+    design.cam.Prime_Rad = 720.0 / PI2;
+    design.cam.Shift_Angle = 90.0;
+    ASSERT_TRUE(Calc_Phi(1));
+    ASSERT_TRUE(Export_Profile_to_File(path_, 4));
+    const auto lines = Lines();
+    EXPECT_EQ(lines[7].size(), 2U);
+    EXPECT_NEAR(std::stod(lines[7 + 10][0]), 20.0 + 180.0, 1e-3);
+    EXPECT_NEAR(std::stod(lines[7 + 300][0]), 600.0 + 180.0 - 720.0, 1e-3);
+}
+
+TEST_F(Exports, the_cutter_of_an_axial_cam_is_refused)
+{
+    design.cam.Camtype = "Barrel";
+    for (int times = 0; times < 2; ++times)
+        script_.Expect(
+            {"The cutter center coordinates of this cam are not calculated; use the roller center with a "
+             "cutter of the roller's size.",
+             Buttons::OK, Symbol::exclamation});
+    EXPECT_FALSE(Export_Profile_to_File(path_, 3));
+    EXPECT_FALSE(Run_Export("mnu_Barrel_Ctr"));
+    EXPECT_FALSE(Written());
+    EXPECT_TRUE(script_.dialogs.empty());
+}
+
+TEST_F(Exports, entries_ask_for_a_name_write_and_tell)
+{
+    Expect_Told("All calculated data for this cam has been written to ");
+    EXPECT_TRUE(Run_Export("mnu_Spread"));
+    EXPECT_EQ(script_.dialogs[0].title, "Export All Data to a Text File");
+    EXPECT_EQ(script_.dialogs[0].filter, "(*.txt)|*.txt");
+    EXPECT_EQ(script_.dialogs[0].suggestion, "rocker.txt");
+    EXPECT_EQ(design.identity.Model_Name, "rocker");
+    Expect_Told("The profile data for this cam has been written to ");
+    EXPECT_TRUE(Run_Export("mnu_Surface"));
+    EXPECT_EQ(script_.dialogs[1].title, "Export Profile Data to a Text File");
+    EXPECT_EQ(script_.dialogs[1].filter, "(*.pts)|*.pts");
+    EXPECT_EQ(script_.dialogs[1].suggestion, "rocker.pts");
+    EXPECT_EQ(design.identity.Model_Name, std::filesystem::path(path_).stem());
+}
+
+TEST_F(Exports, every_profile_entry_writes_its_own_rows)
+{
+    for (const auto& [entry, head] :
+         std::vector<std::pair<std::string, std::string>>{{"mnu_profile", "X_coord"},
+                                                          {"mnu_Surface", "X_Surface"},
+                                                          {"mnu_Cutter", "X_Cutter"},
+                                                          {"mnu_Profile_mach", "X_vs_key"},
+                                                          {"mnu_Surface_mach", "X_Surf_key"}}) {
+        Expect_Told("The profile data for this cam has been written to ");
+        EXPECT_TRUE(Run_Export(entry));
+        EXPECT_EQ(Lines()[3][0], head);
+    }
+}
+
+TEST_F(Exports, motion_entries_are_for_oscillating_followers)
+{
+    const Expected_Box refusal{"This feature is intended for oscillating follower systems only.", Buttons::OK,
+                               Symbol::exclamation};
+    script_.Expect(refusal);
+    EXPECT_FALSE(Run_Export("mnu_sva"));
+    script_.Expect(refusal);
+    EXPECT_FALSE(Run_Export("mnu_xdot"));
+    design.cam.Translating = false;
+    Expect_Told("All calculated data for this cam has been written to ");
+    EXPECT_TRUE(Run_Export("mnu_sva"));
+    EXPECT_EQ(script_.dialogs[0].title, "Export SVA Data to a Text File");
+    EXPECT_EQ(script_.dialogs[0].suggestion, "rocker_4bar.sva");
+}
+
+TEST_F(Exports, a_motion_file_has_identification_counts_geometry_and_columns)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.time_base = 3;
+    maker.Make();
+    ASSERT_TRUE(Export_SVA_to_File(path_, Motion_Columns::sva));
+    auto lines = Lines();
+    ASSERT_EQ(lines.size(), 9U + 361U);
+    EXPECT_EQ(lines[3][0], "Points");
+    EXPECT_EQ(lines[3][1], "361");
+    EXPECT_EQ(lines[4][0], "ArmX");
+    EXPECT_EQ(lines[4][1], "90");
+    EXPECT_EQ(lines[5][0], "Link 1");
+    EXPECT_EQ(lines[7], (std::vector<std::string>{"Angle", "S", "V", "A"}));
+    EXPECT_EQ(lines[8], (std::vector<std::string>{"deg", "deg", "deg/rad", "deg/rad"}));
+    EXPECT_EQ(std::stof(lines[9 + 40][2]), static_cast<float>(Data(var::V, 40)));
+    ASSERT_TRUE(Export_SVA_to_File(path_, Motion_Columns::xdot));
+    lines = Lines();
+    EXPECT_EQ(lines[7], (std::vector<std::string>{"Angle", "X", "Xdot", "Xddot"}));
+    EXPECT_NEAR(std::stod(lines[9 + 40][2]), Data(var::V, 40) * 12.0, 1e-3);
+    EXPECT_NEAR(std::stod(lines[9 + 40][3]), Data(var::A, 40) * 144.0, 1e-1);
+}
+
+TEST_F(Exports, velocities_per_second_are_the_same_whatever_the_time_base)
+{
+    std::vector<std::string> xdot;
+    for (const int base : {1, 2, 3}) {
+        Cam_Maker maker;
+        maker.translating = false;
+        maker.time_base = base;
+        maker.Make();
+        ASSERT_TRUE(Export_SVA_to_File(path_, Motion_Columns::xdot));
+        xdot.push_back(Lines()[9 + 40][2]);
+    }
+    EXPECT_NEAR(std::stod(xdot[0]), std::stod(xdot[1]), 1e-3);
+    EXPECT_NEAR(std::stod(xdot[0]), std::stod(xdot[2]), 1e-3);
+}
+
+TEST_F(Exports, a_blank_model_has_nothing_to_export)
+{
+    design.flags.Calculated = false;
+    const Expected_Box blank{
+        "The current model is blank.  There is nothing to export.  Use S-V-A-J and Sizecam buttons to calculate the "
+        "model, then export",
+        Buttons::OK, Symbol::exclamation};
+    for (const char* entry : {"mnu_Spread", "mnu_profile", "mnu_sva"}) {
+        script_.Expect(blank);
+        EXPECT_FALSE(Run_Export(entry));
+    }
+    EXPECT_FALSE(Written());
+}
+
+TEST_F(Exports, entries_that_do_not_export_say_why)
+{
+    script_.Expect(
+        {"This feature is not implemented because you should not start cutting within a motion event. \n"
+         "Use the cutter centerline data referenced to the cam zero instead.",
+         Buttons::OK, Symbol::exclamation});
+    EXPECT_FALSE(Run_Export("mnu_Cutter_mach"));
+    script_.Expect(
+        {"You should not start cutting a cam within a motion event at machine zero. \n"
+         "Use the cutter center xy data referenced to the cam zero instead.",
+         Buttons::OK, Symbol::exclamation});
+    EXPECT_FALSE(Run_Export("mnu_Barrel_Ctr_mach"));
+    script_.Expect({"Presently this program can only export the roller-center coordinates of conjugate radial cams."});
+    EXPECT_FALSE(Run_Export("mnu_Cadkey"));
+    EXPECT_FALSE(Run_Export("mnu_Unknown"));
+    EXPECT_FALSE(Written());
+}
+
+TEST_F(Exports, every_entry_of_the_menu_leads_somewhere)
+{
+    for (const Export_Entry& entry : Export_Menu()) {
+        Host host = Installed_Host();
+        int shown = 0;
+        host.messenger = [&](const Message&) {
+            ++shown;
+            return Answer::OK;
+        };
+        const Host before = Install_Host(host);
+        Run_Export(entry.name);
+        Install_Host(before);
+        EXPECT_EQ(shown, 1) << entry.name;
+    }
+}
+
+TEST_F(Exports, a_cancelled_dialog_ends_quietly)
+{
+    script_.path.reset();
+    EXPECT_FALSE(Run_Export("mnu_Spread"));
+    EXPECT_FALSE(Run_Export("mnu_profile"));
+    EXPECT_FALSE(Written());
+}
+
+TEST_F(Exports, a_folder_that_is_not_there_is_reported_by_the_routines_name)
+{
+    script_.path = "/no/such/folder/x.txt";
+    const auto error = [](const std::string& routine) {
+        return Expected_Box{"Error 53   (File not found)  has occurred in " + routine +
+                            "\nThere are no files with your chosen name in the selected directory"};
+    };
+    script_.Expect(error("Export_All_to_File"));
+    EXPECT_FALSE(Run_Export("mnu_Spread"));
+    script_.Expect(error("Export_Profile_to_File"));
+    EXPECT_FALSE(Run_Export("mnu_profile"));
+    design.cam.Translating = false;
+    script_.Expect(error("Export_SVA_to_File"));
+    EXPECT_FALSE(Run_Export("mnu_xdot"));
+    script_.path = path_;
+}
+
+}  // namespace
+}  // namespace lobemax
