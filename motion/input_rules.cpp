@@ -1,0 +1,356 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "motion/input_rules.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/numeric.h"
+#include "core/startup.h"
+#include "core/text.h"
+#include "core/units.h"
+#include "motion/motion_programs.h"
+#include "motion/segments.h"
+
+namespace lobemax {
+
+namespace {
+
+constexpr std::string_view kinds = "RFPDS";
+constexpr double whole_turn = 360.0;
+
+int Segment_of(int row)
+{
+    return row + 1;
+}
+
+int Decimals_of_Step()
+{
+    const double step = design.motion.Deltatheta;
+    return step == 1.0 ? 0 : step == 0.5 ? 1 : step == 0.25 ? 2 : 3;
+}
+
+bool Dwells(int segment)
+{
+    return design.motion.Rise_Fall_Dwell(segment) == "D" || design.motion.Program(segment) == "DW";
+}
+
+/// What an edit of the table leaves behind.
+void Edited(int segment)
+{
+    design.motion.Seg_Done(segment) = false;
+    design.flags.Model_Saved = false;
+}
+
+/// After a change of step or speed: the results go, unless an example is being built.
+void Results_Gone()
+{
+    Rearm_All_Rows();
+    design.flags.Calculated = false;
+    if (!design.flags.Example_Loaded)
+        Clear_Motion_Data(design.motion.Max_Data_Points_used, design.run.Saved_Variables);
+}
+
+bool Any_End_Position()
+{
+    const Motion_Group& m = design.motion;
+    for (int i = 1; i <= m.No_of_segments; ++i)
+        if (!m.End_Value(i).empty())
+            return true;
+    return false;
+}
+
+}  // namespace
+
+Row_Openings Openings_of_Row(int row)
+{
+    const Motion_Group& m = design.motion;
+    const int segment = Segment_of(row);
+    const std::string& kind = m.Rise_Fall_Dwell(segment);
+    Row_Openings open;
+    if (kind.empty())
+        return open;
+    const bool moving = kind == "R" || kind == "F";
+    const bool chosen = !m.Program(segment).empty();
+    open.program = moving;
+    open.low = chosen;
+    open.high = chosen && kind != "D";
+    open.show = m.Seg_Done(segment);
+    open.calculate = !open.show && chosen && !m.End_Value(segment).empty() && m.Beta_Deg(segment) > 0.0;
+    return open;
+}
+
+int Kind_Place(int row)
+{
+    const std::string& kind = design.motion.Rise_Fall_Dwell(Segment_of(row));
+    const std::size_t place = kind.empty() ? std::string_view::npos : kinds.find(kind.front());
+    return place == std::string_view::npos ? -1 : static_cast<int>(place);
+}
+
+char Kind_at(int place)
+{
+    return kinds[Checked_Place(place, 0, static_cast<int>(kinds.size()) - 1)];
+}
+
+int Program_Place(int row)
+{
+    const Motion_Program* const program = Find_Program(design.motion.Program(Segment_of(row)));
+    return program == nullptr ? -1 : program->position;
+}
+
+void Pick_Row_Kind(int row, int place)
+{
+    Motion_Group& m = design.motion;
+    const int segment = Segment_of(row);
+    const char kind = Kind_at(place);
+    Pick_Motion(segment, kind);
+    if (kind == 'D')
+        m.End_Value(segment) = m.Start_Value(segment);
+    m.Seg = kind == 'S' ? segment : 1;
+    Edited(segment);
+}
+
+void Pick_Row_Program(int row, int place)
+{
+    const int segment = Segment_of(row);
+    for (const Motion_Program& program : Motion_Programs())
+        if (program.position == place)
+            Pick_Program(segment, program.code);
+    if (Dwells(segment))
+        design.motion.End_Value(segment) = design.motion.Start_Value(segment);
+    Edited(segment);
+}
+
+void Rearm_Row(int row)
+{
+    design.motion.Seg_Done(Segment_of(row)) = false;
+}
+
+void Rearm_All_Rows()
+{
+    for (int row = 0; row < Max_Segments; ++row)
+        Rearm_Row(row);
+}
+
+void Enter_Low(int row, std::string_view text)
+{
+    Motion_Group& m = design.motion;
+    const int segment = Segment_of(row);
+    m.Start_Value(segment) = text;
+    m.Base_Shift(m.Seg) = 0.0;
+    Edited(segment);
+    if (Dwells(segment))
+        Enter_High(row, text);
+}
+
+void Enter_High(int row, std::string_view text)
+{
+    Motion_Group& m = design.motion;
+    const int segment = Segment_of(row);
+    m.End_Value(segment) = text;
+    if (Dwells(segment))
+        m.Start_Value(segment) = text;
+    m.Base_Shift(m.Seg) = 0.0;
+    Edited(segment);
+    if (segment < m.No_of_segments)
+        Enter_Low(row + 1, text);
+}
+
+std::string Enter_Beta(int row, std::string_view text)
+{
+    Motion_Group& m = design.motion;
+    const int segment = Segment_of(row);
+    Edited(segment);
+    if (text.empty())
+        return "";
+    const double value = Val(text);
+    if (!Check_Range(value, 0, whole_turn, "Beta cannot be > 360 or < 0"))
+        return m.Beta_Deg(segment) == 0.0 ? "" : In_Number_Format(Shortest(m.Beta_Deg(segment)));
+    const Single before = m.Beta_Deg(segment);
+    m.Beta_Deg(segment) = value;
+    m.Beta_Rad(segment) = value / Deg_per_Rad;
+    Update_Segment_Angles();
+    if (!Check_Range(m.Gamma(segment), 0, whole_turn, "End angle cannot be > 360 deg")) {
+        m.Beta_Deg(segment) = 0.0;
+        m.Beta_Rad(segment) = 0.0;
+        Update_Segment_Angles();
+        return "";
+    }
+    if (value != before)
+        for (int later = segment + 1; later <= m.No_of_segments; ++later)
+            m.Seg_Done(later) = false;  // they start elsewhere now
+    return std::string(text);
+}
+
+bool Whole_Turn()
+{
+    const Motion_Group& m = design.motion;
+    if (m.No_of_segments != 1 || m.Beta_Deg(1) == 0.0 || m.Gamma(1) == whole_turn)
+        return true;
+    if (!design.flags.File_Loaded)
+        Show_Message("Cam must contain exactly 360 degrees", Buttons::OK, Symbol::information);
+    return false;
+}
+
+std::string Start_Label(int row)
+{
+    const Motion_Group& m = design.motion;
+    if (row > 0 && m.Beta_Deg(row) == 0.0)
+        return "";
+    return Trim(FNRoundStr(row == 0 ? 0.0 : double{m.Gamma(row)}, Decimals_of_Step()));
+}
+
+std::string End_Label(int row)
+{
+    const Motion_Group& m = design.motion;
+    const int segment = Segment_of(row);
+    if (m.Beta_Deg(segment) == 0.0 || (m.No_of_segments == 1 && m.Gamma(1) != whole_turn))
+        return "";
+    return Trim(FNRoundStr(m.Gamma(segment), Decimals_of_Step()));
+}
+
+std::string Enter_Segment_Count(std::string_view text, bool clear_rows)
+{
+    Motion_Group& m = design.motion;
+    const double typed = Val(text);
+    m.No_of_segments = static_cast<int>(std::clamp(std::floor(typed), 1.0, double{Max_Segments}));
+    if (clear_rows)
+        Clear_Segs();
+    Update_Segment_Angles();
+    design.flags.Model_Saved = false;
+    return std::to_string(m.No_of_segments);
+}
+
+std::string Enter_Step(std::string_view text)
+{
+    constexpr std::array steps{1.0, 0.5, 0.25, 0.125};
+    const std::array<std::string, 4> texts = Step_Texts();
+    const auto found = std::find(texts.begin(), texts.end(), text);
+    const bool listed = found != texts.end();
+    const double step = listed ? steps.at(static_cast<std::size_t>(found - texts.begin())) : 1.0;
+    if (!listed)
+        Show_Message("Please select one of the drop-down menu items for Delta Theta", Buttons::OK, Symbol::information);
+    const bool filled = Any_End_Position();
+    const bool example = design.flags.Example_Loaded;
+    Set_Step(step);
+    if (filled)
+        Rearm_All_Rows();
+    design.flags.Example_Loaded = example;
+    return listed ? *found : texts[0];
+}
+
+void Enter_Omega(std::string_view text)
+{
+    Read_Omega(text);
+    Results_Gone();
+    design.flags.Model_Saved = false;
+}
+
+std::string Omega_Text()
+{
+    return In_Number_Format(Shortest(Single(FNRound(design.motion.Shaft_speed * 30.0 / PI, 4))));
+}
+
+void Enter_Start_Angle(std::string_view text)
+{
+    Cam_Group& c = design.cam;
+    const double value = Val(text);
+    c.Shift_Points = To_Integer(value / whole_turn * design.motion.Max_Data_Points_used);
+    c.Shift_Angle = value;
+    design.flags.Model_Saved = false;
+}
+
+void Choose_Follower_Motion_on_Input(bool translating)
+{
+    design.cam.Translating = translating;
+    if (!design.flags.Example_Loaded && !design.flags.File_Loaded)
+        Show_Message(translating ? "The position data for a translating follower arm\n"
+                                   "must be in length units and must start or end at zero\n"
+                                   "or go through zero at some point in the cycle.\n"
+                                   "It is a relative displacement from the initial position \n"
+                                   "of the follower in local coordinates.  The absolute\n"
+                                   "position of the follower will be calculated later\n"
+                                   "on the Size Cam screen where the prime radius is defined. \n"
+                                   "Do not include the cam prime radius in position data here. "
+                                 : "The position data for an oscillating follower arm\n"
+                                   "must be in degrees and must start or end at zero\n"
+                                   "or go through zero at some point in the cycle for a radial cam.\n"
+                                   "If you intend to make a barrel or linear cam then you do not\n"
+                                   "need to pass the displacement through zero degrees here.\n"
+                                   "It is a relative displacement from the initial position \n"
+                                   "of the follower arm in local coordinates.  The absolute\n"
+                                   "angle of the arm start position will be calculated later\n"
+                                   "on the Size Cam screen where the arm geometry is defined. \n"
+                                   "Do not include the initial angle of the follower arm here. ",
+                     Buttons::OK, Symbol::information);
+    Set_Units();
+    Rearm_All_Rows();
+    design.flags.Calculated = false;
+    design.flags.Model_Saved = false;
+}
+
+Table_Headings Headings()
+{
+    const bool motion = design.motion.Motion;
+    const std::string unit = "(" + design.plot.Var_Unit(motion ? var::S : var::Ext_Force) + ")";
+    if (motion)
+        return {"Position", "Cam Contour", "Motion", "Program", unit};
+    return {"Force", "Force Contour", "Force", "Shape", unit};
+}
+
+bool Tick_External_Force(bool ticked)
+{
+    Motion_Group& m = design.motion;
+    if (!ticked) {
+        Drop_External_Force();
+        return false;
+    }
+    const Answer answer = Show_Message(
+        "Warning!\n"
+        "If you have already calculated a cam program and you \n"
+        "now calculate an external force function, it will \n"
+        "zero all your cam motion data.  You need to first calculate \n"
+        "the external force function and then calculate the cam.  \n"
+        "The external force data will be preserved for later stress calculations\n"
+        "provided that you leave the External Force box checked\n"
+        "when you subsequently do the cam motion calculation.\n"
+        "Unchecking the External Force box zeros the force data.",
+        Buttons::OK_Cancel, Symbol::exclamation);
+    if (answer != Answer::OK)
+        return false;
+    m.Ext_Force_On = -1;
+    m.Motion = false;
+    return true;
+}
+
+bool May_Calculate_All()
+{
+    const Motion_Group& m = design.motion;
+    for (int i = 1; i <= m.No_of_segments; ++i)
+        if (m.Program(i).empty() || m.End_Value(i).empty() || m.Beta_Deg(i) == 0.0)
+            return false;
+    return true;
+}
+
+void Clear_All_Input()
+{
+    Set_Shaft_Speed(PI / 30.0);  // 1 rpm
+    design.motion.No_of_segments = 1;
+    Set_Step(1.0);
+    design.cam.Shift_Angle = 0.0;
+    design.cam.Shift_Points = 0;
+    Clear_Segs();
+    Clear_Motion_Data(design.motion.Max_Data_Points_used, design.run.Saved_Variables);
+}
+
+void Open_Input()
+{
+    if (design.flags.Units_Changed)
+        design.flags.Calculated = false;
+    design.motion.Running_Min = 1000000.0;
+    design.motion.Running_Max = -1000000.0;
+}
+
+}  // namespace lobemax

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The rules of the input screen without its window: what a row of the segment table enables, what its entries become
+/// and copy, which questions and advice appear. Rows are counted from 0, segments from 1.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace lobemax {
+
+/// What of a row is open. A rise or fall waits for its program before its positions; a dwell has one position; a
+/// polynomial or a spline has its program with its kind.
+struct Row_Openings {
+    bool program = false;
+    bool low = false;
+    bool high = false;
+    bool calculate = false;  // cmd_CalcSeg: filled and not calculated
+    bool show = false;       // cmd_PlotSeg and cmd_PrntSeg: calculated
+};
+Row_Openings Openings_of_Row(int row);
+
+/// Places in the list of motion kinds: "Rise", "Fall", "Poly", "Dwell", "Spline".
+int Kind_Place(int row);  // -1 for none
+char Kind_at(int place);
+/// Place in the list of programs, or -1 for none.
+int Program_Place(int row);
+
+/// Picks a kind for a row, by its place; the row waits for its calculation again.
+void Pick_Row_Kind(int row, int place);
+/// Picks a program by its place in the list; a program that belongs to another kind brings that kind with it.
+void Pick_Row_Program(int row, int place);
+
+/// A row waits for its calculation again.
+void Rearm_Row(int row);
+void Rearm_All_Rows();
+
+/// Enters a position as typed. A dwell's end is its start; the end of a row is the start of the next, unless it is the
+/// last. Base_Shift of the segment at work becomes 0.
+void Enter_Low(int row, std::string_view text);
+void Enter_High(int row, std::string_view text);
+
+/// Enters a duration. An empty text only rearms the row. One outside 0..360 degrees, or one whose end lies beyond 360,
+/// is refused with a message; the second is emptied.
+/// @return the text that the field then shows
+std::string Enter_Beta(int row, std::string_view text);
+/// Whether the one row of a one-segment cam has its whole turn; if not, and no file was loaded, a message tells.
+bool Whole_Turn();
+
+/// Start and end angle of a row with the decimals of the step; empty where they are not known yet.
+std::string Start_Label(int row);
+std::string End_Label(int row);
+
+/// The number of segments as typed, brought into 1..20. @return the text that the field then shows
+std::string Enter_Segment_Count(std::string_view text, bool clear_rows);
+
+/// The step by its text in the number format in force; any other text sets 1 and tells. Results are lost, rows with an
+/// end position wait for their calculation again.
+/// @return the text that the field then shows
+std::string Enter_Step(std::string_view text);
+
+/// The shaft speed in rpm as typed; then as after a change of the step.
+void Enter_Omega(std::string_view text);
+std::string Omega_Text();
+
+/// The start angle in degrees.
+void Enter_Start_Angle(std::string_view text);
+
+/// Chooses the follower's motion; with advice unless an example or a file stands behind the table.
+void Choose_Follower_Motion_on_Input(bool translating);
+
+/// Headings of the table for a motion or a force function.
+struct Table_Headings {
+    std::string lbl_Function;
+    std::string lbl_Contour;
+    std::string lbl_RFD;
+    std::string lbl_Motion;
+    std::string lbl_Unit;
+};
+Table_Headings Headings();
+
+/// Ticking the external force asks first. @return whether a force function is being typed now
+bool Tick_External_Force(bool ticked);
+
+/// Whether cmd_CalcAll is open: every row has its end position.
+bool May_Calculate_All();
+
+/// cmd_Clear_SVAJ: the segments cleared, the speed 1 rpm, one segment, step 1, start angle 0.
+void Clear_All_Input();
+
+/// The screen opens: with changed units the motion no longer holds.
+void Open_Input();
+
+}  // namespace lobemax

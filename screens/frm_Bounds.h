@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "screens/screen.h"
+
+namespace lobemax::screens {
+
+/// The table of boundary conditions of a polynomial or a spline segment.
+///
+/// Accepted by cmd_Done once the conditions are accepted and the polynomial, or the spline behind its knot screen, is
+/// solved. Rejected otherwise: Poly_OK is false then.
+class frm_Bounds : public Screen {
+public:
+    frm_Bounds(int segment, QWidget* parent = nullptr);
+
+protected:
+    void Close_Box() override;
+
+private:
+    void Fill();
+    void Show_Count();
+    void Done();
+
+    int segment_;
+};
+
+}  // namespace lobemax::screens

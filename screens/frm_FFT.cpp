@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "screens/frm_FFT.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <array>
+
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/text.h"
+#include "core/traps.h"
+#include "motion/fourier.h"
+#include "paint/chart.h"
+#include "paint/print.h"
+#include "present/plot_selection.h"
+
+namespace lobemax::screens {
+
+namespace {
+
+/// A result of the transform: its row in the one-sided table and its caption.
+struct Part {
+    const char* caption;
+    int row;
+};
+
+constexpr std::array parts{Part{"Mag", 2}, Part{"Phs", 3}, Part{"Real", 0}, Part{"Img", 1}};
+const QStringList harmonic_counts{QStringLiteral("5"),   QStringLiteral("10"), QStringLiteral("15"),
+                                  QStringLiteral("20"),  QStringLiteral("30"), QStringLiteral("50"),
+                                  QStringLiteral("100"), QStringLiteral("180")};
+
+}  // namespace
+
+frm_FFT::frm_FFT(QWidget* parent)
+    : Screen(QStringLiteral("frm_FFT"), QStringLiteral("Fourier transform"), parent), variables_(Load_Names())
+{
+    QStringList names;
+    for (const int v : variables_)
+        names.append(To_Qt(Trim(design.plot.Var_Name(v))));
+    QComboBox* const variable = Choice(
+        QStringLiteral("cmb_Var1"), names, [this](int) { Transform(); }, QStringLiteral("The variable to transform"));
+    variable->setCurrentIndex(-1);
+    variable->setPlaceholderText(QStringLiteral("Pick a variable"));
+    QComboBox* const harmonics = Choice(
+        QStringLiteral("cmb_Harmonics"), harmonic_counts, [this](int) { Transform(); },
+        QStringLiteral("How many harmonics are shown; a number may be typed"));
+    harmonics->setEditable(true);
+    harmonics->setCurrentText(QString::number(design.motion.No_Harmonics));
+    connect(harmonics->lineEdit(), &QLineEdit::editingFinished, this, [this, harmonics] {
+        if (harmonics->currentText() != QString::number(design.motion.No_Harmonics))
+            Transform();
+    });
+    QStringList segments;
+    for (const std::string& entry : Load_SegmentList())
+        segments.append(To_Qt(entry));
+    QComboBox* const segment = Choice(QStringLiteral("cmb_Segment"), segments, [this](int) { Transform(); });
+
+    auto* const choices = new QGridLayout;
+    const auto captioned = [choices](int place, const QString& text, QWidget* field) {
+        auto* const label = new QLabel(text);
+        label->setBuddy(field);
+        choices->addWidget(label, 0, place);
+        choices->addWidget(field, 1, place);
+    };
+    captioned(0, QStringLiteral("&Variable"), variable);
+    captioned(1, QStringLiteral("No of &Harmonics"), harmonics);
+    captioned(2, QStringLiteral("&Segment for FFT"), segment);
+    choices->addWidget(Button(QStringLiteral("cmd_Clear1"), QStringLiteral("C&lear"), [this] { Clear(); }), 1, 3);
+    const auto looks = [this](bool) { Draw(); };
+    auto* const grids = new QGroupBox(QStringLiteral("Grid"));
+    auto* const grid_row = new QHBoxLayout(grids);
+    QCheckBox* const horizontal = Check(QStringLiteral("chk_HGrid"), QStringLiteral("Horiz"), looks);
+    QCheckBox* const vertical = Check(QStringLiteral("chk_VGrid"), QStringLiteral("Vertic"), looks);
+    grid_row->addWidget(horizontal);
+    grid_row->addWidget(vertical);
+    auto* const styles = new QGroupBox(QStringLiteral("Style"));
+    auto* const style_row = new QHBoxLayout(styles);
+    QCheckBox* const line = Check(QStringLiteral("chk_Line"), QStringLiteral("Envelope"), looks);
+    QCheckBox* const sticks = Check(QStringLiteral("chk_Sticks"), QStringLiteral("Spectral Lines"), looks);
+    style_row->addWidget(line);
+    style_row->addWidget(sticks);
+    for (QCheckBox* const box : {horizontal, sticks})
+        box->setChecked(true);
+    choices->addWidget(grids, 0, 4, 2, 1);
+    choices->addWidget(styles, 0, 5, 2, 1);
+    choices->setColumnStretch(0, 1);
+
+    QLabel* const function = Label(QStringLiteral("lbl_Function"));
+    QFont bold = function->font();
+    bold.setWeight(QFont::DemiBold);
+    function->setFont(bold);
+    auto* const plots = new QWidget;
+    plots->setObjectName(QStringLiteral("grf_Plot"));
+    auto* const plot_grid = new QGridLayout(plots);
+    plot_grid->setContentsMargins(0, 0, 0, 0);
+    for (std::size_t k = 0; k < parts.size(); ++k) {
+        auto* const chart = new paint::Chart(Element("grf_Plot", static_cast<int>(k)));
+        chart->Set_Axis_Titles(QStringLiteral("Harmonic Number"), QString::fromUtf8(parts[k].caption));
+        plot_grid->addWidget(chart, static_cast<int>(k) / 2, static_cast<int>(k) % 2);
+        charts_.append(chart);
+    }
+    auto* const totals = new QHBoxLayout;
+    totals->addWidget(new QLabel(QStringLiteral("Harmonic Power")));
+    totals->addWidget(Label(QStringLiteral("lbl_Power")));
+    totals->addWidget(Label(QStringLiteral("lbl_powerunits")));
+    totals->addSpacing(24);
+    totals->addWidget(new QLabel(QStringLiteral("Harmonic Sum")));
+    totals->addWidget(Label(QStringLiteral("lbl_Sum")));
+    totals->addWidget(Label(QStringLiteral("lbl_sumunits")));
+    totals->addStretch();
+
+    auto* const buttons = new QHBoxLayout;
+    buttons->addWidget(Button(QStringLiteral("cmd_Cancel"), QStringLiteral("< &Back"), [this] { reject(); }));
+    buttons->addStretch();
+    buttons->addWidget(Button(QStringLiteral("cmd_Copy"), QStringLiteral("&Copy"), [] {
+        Show_Message("Use the Alt-PrintScrn key combo to copy the screen to the clipboard", Buttons::OK,
+                     Symbol::information);
+    }));
+    buttons->addWidget(
+        Button(QStringLiteral("cmd_Print"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
+    buttons->addStretch();
+    QPushButton* const done = Button(QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] {
+        Finish_FFT();
+        accept();
+    });
+    done->setEnabled(false);
+    buttons->addWidget(done);
+
+    auto* const column = new QVBoxLayout(this);
+    column->addLayout(choices);
+    column->addWidget(function);
+    column->addWidget(plots, 1);
+    column->addLayout(totals);
+    column->addLayout(buttons);
+    if (size().height() < 300)
+        resize(880, 620);
+}
+
+int frm_FFT::Variable() const
+{
+    const int index = Control<QComboBox>(QStringLiteral("cmb_Var1")).currentIndex();
+    return index < 0 ? 0 : variables_.at(static_cast<std::size_t>(index));
+}
+
+void frm_FFT::Transform()
+{
+    if (Is_Filling())
+        return;
+    const Filling filling(*this);
+    const int variable = Variable();
+    auto& harmonics = Control<QComboBox>(QStringLiteral("cmb_Harmonics"));
+    const double typed = std::min(Val(From_Qt(harmonics.currentText())), 32767.0);
+    const int count = Set_Harmonics(static_cast<int>(std::max(typed, 0.0)));
+    harmonics.setCurrentText(QString::number(count));
+    if (!May_Transform(variable != 0, variable, count))
+        return;
+    const int segment = Segment_of_Entry(From_Qt(Control<QComboBox>(QStringLiteral("cmb_Segment")).currentText()));
+    bool done = false;
+    Trap("frm_FFT.Transform", [&] {
+        const Dft_Range range = Range_of_Segment(segment);
+        done = Do_DFT(variable, range.first, range.last, count);
+    });
+    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(done);
+    if (done)
+        Draw();
+}
+
+void frm_FFT::Clear()
+{
+    const Filling filling(*this);
+    Clear_FFT();
+    Control<QComboBox>(QStringLiteral("cmb_Var1")).setCurrentIndex(-1);
+    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(false);
+    for (const char* const name : {"lbl_Function", "lbl_Power", "lbl_powerunits", "lbl_Sum", "lbl_sumunits"})
+        Control<QLabel>(QString::fromUtf8(name)).clear();
+    for (paint::Chart* const chart : charts_)
+        chart->Clear();
+}
+
+void frm_FFT::Draw()
+{
+    const int variable = Variable();
+    if (variable == 0 || Shown_Harmonics() == 0)
+        return;
+    Control<QLabel>(QStringLiteral("lbl_Function")).setText(To_Qt(Fft_Function_Text(variable)));
+    Control<QLabel>(QStringLiteral("lbl_Power")).setText(To_Qt(Trim(FNRoundStr(Harmonic_Power(), 4))));
+    Control<QLabel>(QStringLiteral("lbl_powerunits")).setText(To_Qt(Fft_Power_Unit(variable)));
+    Control<QLabel>(QStringLiteral("lbl_Sum")).setText(To_Qt(Trim(FNRoundStr(Harmonic_Sum(), 4))));
+    Control<QLabel>(QStringLiteral("lbl_sumunits")).setText(To_Qt(Fft_Sum_Unit(variable)));
+    const auto on = [this](const char* name) { return Control<QCheckBox>(QString::fromUtf8(name)).isChecked(); };
+    const paint::Curve_Style style =
+        on("chk_Sticks") ? (on("chk_Line") ? paint::Curve_Style::sticks_and_line : paint::Curve_Style::sticks)
+                         : paint::Curve_Style::line;
+    for (std::size_t k = 0; k < parts.size(); ++k) {
+        paint::Curve curve;
+        curve.name = QString::fromUtf8(parts[k].caption);
+        curve.style = style;
+        for (int h = 1; h <= Shown_Harmonics(); ++h) {
+            curve.x.push_back(h);
+            curve.y.push_back(design.results.Fft_Work_A(parts[k].row, h));
+        }
+        paint::Chart& chart = *charts_[static_cast<qsizetype>(k)];
+        chart.Show({curve});
+        chart.Set_Grid(on("chk_HGrid"), on("chk_VGrid"));
+    }
+}
+
+}  // namespace lobemax::screens

@@ -1,0 +1,517 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "screens/frm_InputData.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/startup.h"
+#include "core/text.h"
+#include "core/traps.h"
+#include "core/units.h"
+#include "core/workflow.h"
+#include "motion/examples.h"
+#include "motion/input_rules.h"
+#include "motion/motion_programs.h"
+#include "motion/segments.h"
+#include "paint/print.h"
+#include "screens/help_viewer.h"
+#include "screens/status_panel.h"
+
+namespace lobemax::screens {
+
+namespace {
+
+const QStringList kind_names{QStringLiteral("Rise"), QStringLiteral("Fall"), QStringLiteral("Poly"),
+                             QStringLiteral("Dwell"), QStringLiteral("Spline")};
+
+QStringList Program_Names()
+{
+    QStringList names;
+    for (const Motion_Program& program : Motion_Programs())
+        names.append(To_Qt(program.list_text));
+    return names;
+}
+
+QStringList Step_Names()
+{
+    QStringList names;
+    for (const std::string& text : Step_Texts())
+        names.append(To_Qt(text));
+    return names;
+}
+
+/// The examples in the order of the input screen's list.
+const QStringList example_names{
+    QStringLiteral("Single Dwell"), QStringLiteral("Double Dwell"),  QStringLiteral("Flat Follower"),
+    QStringLiteral("Four Dwell"),   QStringLiteral("Oscillating"),   QStringLiteral("4-bar Linkage"),
+    QStringLiteral("4-bar Slider"), QStringLiteral("6-bar Linkage"), QStringLiteral("6-bar Slider")};
+
+/// Blue for a row that waits, green for one that is calculated, in tones that read on the ground in force.
+QColor Row_Colour(bool done, const QPalette& palette)
+{
+    const bool dark = palette.color(QPalette::Window).lightness() < 128;
+    if (done)
+        return dark ? QColor(110, 200, 120) : QColor(0, 128, 0);
+    return dark ? QColor(130, 165, 255) : QColor(0, 0, 255);
+}
+
+QLabel* Heading(const QString& name, const QString& text = {})
+{
+    QLabel* const label = Label(name, text);
+    QFont bold = label->font();
+    bold.setWeight(QFont::DemiBold);
+    label->setFont(bold);
+    label->setAlignment(Qt::AlignCenter);
+    return label;
+}
+
+}  // namespace
+
+frm_InputData::frm_InputData(Input_Services services, QWidget* parent)
+    : Screen(QStringLiteral("frm_InputData"), QStringLiteral("Input: segments of the cam program"), parent),
+      services_(std::move(services))
+{
+    Open_Input();
+    auto* const column = new QVBoxLayout(this);
+    Make_Menu();
+    column->addWidget(Make_Head());
+    column->addWidget(Make_Table(), 1);
+    column->addWidget(Make_Foot());
+    status_ = new Status_Panel;
+    column->addWidget(status_);
+    Fill();
+    Refresh();
+    if (size().height() < 300)
+        resize(980, 560);
+    setMinimumSize(820, 400);
+}
+
+void frm_InputData::Make_Menu()
+{
+    auto* const bar = new QMenuBar;
+    QMenu* const units = bar->addMenu(QStringLiteral("&Units"));
+    for (int code = First_Unit_System; code <= Last_Unit_System; ++code) {
+        QAction* const action = units->addAction(To_Qt(Words_of_Units(code).menu));
+        action->setObjectName(Element("mnu_pick", code));
+        connect(action, &QAction::triggered, this, [this, code] {
+            if (services_.change_units)
+                services_.change_units(code);
+            Units_Changed_on_Input();
+            Fill();
+            Refresh();
+        });
+    }
+    QMenu* const help = bar->addMenu(QStringLiteral("&Help"));
+    for (const auto& [page, title] : {std::pair{"input", "The segment table"}, std::pair{"laws", "The laws of motion"}})
+        connect(help->addAction(QString::fromUtf8(title)), &QAction::triggered, this,
+                [this, name = QString::fromUtf8(page)] { Open_Help(name, this); });
+    layout()->setMenuBar(bar);
+}
+
+QWidget* frm_InputData::Make_Head()
+{
+    auto* const head = new QWidget;
+    auto* const row = new QHBoxLayout(head);
+    row->setContentsMargins(0, 0, 0, 0);
+
+    auto* const numbers = new QGridLayout;
+    auto* const segments = new Entry(QStringLiteral("txt_Segmts"), QStringLiteral("1 to 20 segments"));
+    segments->accepted = [this, segments](const std::string& text) {
+        const bool clear = Control<QCheckBox>(QStringLiteral("chk_ClearOnOpen")).isChecked();
+        segments->Show_Text(Enter_Segment_Count(text, clear));
+        Fill();
+        Refresh();
+    };
+    auto* const omega = new Entry(QStringLiteral("txt_Omega"), QStringLiteral("Camshaft speed"));
+    omega->accepted = [this, omega](const std::string& text) {
+        Enter_Omega(text);
+        omega->Show_Text(Omega_Text());
+        Refresh();
+    };
+    auto* const shift = new Entry(QStringLiteral("txt_ShiftAng"), QStringLiteral("Starting angle, degrees"));
+    shift->accepted = [this](const std::string& text) {
+        Trap("txt_ShiftAng", [&] { Enter_Start_Angle(text); });
+        Refresh();
+    };
+    QComboBox* const delta = Choice(
+        QStringLiteral("cmb_Delta"), Step_Names(),
+        [this](int index) {
+            Enter_Step(Step_Texts().at(static_cast<std::size_t>(index)));
+            Fill();
+            Refresh();
+        },
+        QStringLiteral("Step of the cam angle, degrees"));
+    const auto captioned = [numbers](int line, int place, const QString& text, QWidget* field) {
+        auto* const label = new QLabel(text);
+        label->setBuddy(field);
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        numbers->addWidget(label, line, place);
+        numbers->addWidget(field, line, place + 1);
+        field->setMaximumWidth(110);
+    };
+    captioned(0, 0, QStringLiteral("&Number of segments"), segments);
+    captioned(1, 0, QStringLiteral("Cam &Omega (rpm)"), omega);
+    captioned(0, 2, QStringLiteral("Delta &theta (deg)"), delta);
+    captioned(1, 2, QStringLiteral("Starting angle (deg)"), shift);
+    row->addLayout(numbers);
+
+    const auto framed = [row](const QString& title, std::initializer_list<QWidget*> widgets) {
+        auto* const frame = new QGroupBox(title);
+        auto* const column = new QVBoxLayout(frame);
+        for (QWidget* const widget : widgets)
+            column->addWidget(widget);
+        row->addWidget(frame);
+    };
+    const auto follower = [this](bool translating) {
+        return [this, translating] {
+            if (design.cam.Translating == translating)
+                return;
+            Choose_Follower_Motion_on_Input(translating);
+            Refresh();
+        };
+    };
+    framed(QStringLiteral("Follower"), {Option(Element("opt_Folmotion", 0), QStringLiteral("Translating"),
+                                               follower(true), QStringLiteral("Position data must be in length units")),
+                                        Option(Element("opt_Folmotion", 1), QStringLiteral("Oscillating"),
+                                               follower(false), QStringLiteral("Position data must be in degrees"))});
+    const auto function = [this](bool motion) {
+        return [this, motion] {
+            design.motion.Motion = motion;
+            Refresh();
+        };
+    };
+    framed(QStringLiteral("Function"), {Option(Element("opt_Function", 0), QStringLiteral("Motion"), function(true),
+                                               QStringLiteral("Calculate a cam follower motion")),
+                                        Option(Element("opt_Function", 1), QStringLiteral("Force"), function(false),
+                                               QStringLiteral("Calculate a force function on follower"))});
+    framed(QStringLiteral("Options"), {Check(
+                                           QStringLiteral("chk_Extforce"), QStringLiteral("External Force"),
+                                           [this](bool on) {
+                                               Tick_External_Force(on);
+                                               Refresh();
+                                           },
+                                           QStringLiteral("A force on the follower beside spring and inertia")),
+                                       Check(QStringLiteral("chk_ClearOnOpen"), QStringLiteral("Clear"), {},
+                                             QStringLiteral("Changing the number of segments also clears the rows"))});
+    auto* const examples = Choice(
+        QStringLiteral("cmb_Examples"), example_names,
+        [this](int index) {
+            if (services_.build_example)
+                services_.build_example(From_Qt(example_names.at(index)));
+            Fill();
+            Refresh();
+        },
+        QStringLiteral("A finished design to start from"));
+    examples->setPlaceholderText(QStringLiteral("Examples"));
+    examples->setCurrentIndex(-1);
+    row->addStretch();
+    row->addWidget(examples, 0, Qt::AlignTop);
+    return head;
+}
+
+QWidget* frm_InputData::Make_Table()
+{
+    auto* const table = new QWidget;
+    auto* const grid = new QGridLayout(table);
+    grid->setHorizontalSpacing(6);
+    grid->setVerticalSpacing(4);
+    const std::array headings{std::pair{"lbl_SegHead", "Seg"},     std::pair{"lbl_RFD", "Motion"},
+                              std::pair{"lbl_Motion", "Program"},  std::pair{"lbl_BetaHead", "Beta deg"},
+                              std::pair{"lbl_StartHead", "Start"}, std::pair{"lbl_EndHead", "End"},
+                              std::pair{"lbl_LowHead", "from"},    std::pair{"lbl_HighHead", "to"}};
+    grid->addWidget(Heading(QStringLiteral("lbl_Contour")), 0, 1, 1, 2);
+    grid->addWidget(Heading(QStringLiteral("lbl_Angles"), QStringLiteral("Cam angle (deg)")), 0, 3, 1, 3);
+    auto* const function = new QHBoxLayout;
+    function->addStretch();
+    function->addWidget(Heading(QStringLiteral("lbl_Function")));
+    function->addWidget(Heading(QStringLiteral("lbl_Unit")));
+    function->addStretch();
+    grid->addLayout(function, 0, 6, 1, 2);
+    for (std::size_t k = 0; k < headings.size(); ++k)
+        grid->addWidget(Heading(QString::fromUtf8(headings[k].first), QString::fromUtf8(headings[k].second)), 1,
+                        static_cast<int>(k));
+    for (int row = 0; row < Max_Segments; ++row)
+        Make_Row(*grid, row);
+    grid->setColumnStretch(2, 3);
+    for (const int k : {3, 6, 7})
+        grid->setColumnStretch(k, 2);
+    grid->setRowStretch(Max_Segments + 2, 1);
+    auto* const scroll = new QScrollArea;
+    scroll->setWidget(table);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    return scroll;
+}
+
+void frm_InputData::Make_Row(QGridLayout& grid, int row)
+{
+    Row r;
+    r.number = Label(Element("lbl_Segment", row), QString::number(row + 1));
+    r.number->setAlignment(Qt::AlignCenter);
+    r.kind = Choice(
+        Element("cmb_Motion", row), kind_names,
+        [this, row](int index) {
+            Pick_Row_Kind(row, index);
+            Fill_Row(row);
+            Refresh();
+        },
+        QStringLiteral("Select from dropdown or type first letter of list member"));
+    r.program = Choice(
+        Element("cmb_Program", row), Program_Names(),
+        [this, row](int index) {
+            Pick_Row_Program(row, index);
+            Fill_Row(row);
+            Refresh();
+        },
+        QStringLiteral("Select from dropdown or type first 2 letter code of list member"));
+    r.beta = new Entry(Element("txt_Beta", row), QStringLiteral("Anglular duration of segment"));
+    r.beta->accepted = [this, row](const std::string& text) {
+        Entry& entry = *rows_[row].beta;
+        Trap("txt_Beta", [&] { entry.Show_Text(Enter_Beta(row, text)); });
+        if (row == 0)
+            Whole_Turn();
+        Refresh();
+    };
+    r.start = Label(Element("lbl_Start", row), {}, QStringLiteral("Initial angle of segment (global)"));
+    r.end = Label(Element("lbl_End", row), {}, QStringLiteral("Final angle of segment (global)"));
+    const QString tip = QStringLiteral("Do not include prime circle radius in these data");
+    r.low = new Entry(Element("txt_Low", row), tip);
+    r.low->typed = [this, row](const std::string& text) {
+        Enter_Low(row, text);
+        if (rows_[row].high->text() != To_Qt(design.motion.End_Value(row + 1)))
+            Fill_Row(row);
+        if (row + 1 < rows_.size())
+            Fill_Row(row + 1);
+        Refresh();
+    };
+    r.high = new Entry(Element("txt_High", row), tip);
+    r.high->typed = [this, row](const std::string& text) {
+        Enter_High(row, text);
+        for (int later = row + 1; later < design.motion.No_of_segments; ++later)
+            Fill_Row(later);
+        Refresh();
+    };
+    r.calculate = Button(Element("cmd_CalcSeg", row), QStringLiteral("Calc"), [this, row] {
+        Calculate_Row(row);
+        Refresh();
+    });
+    r.plot = Button(Element("cmd_PlotSeg", row), QStringLiteral("Plot"), [this, row] {
+        design.motion.Seg = row + 1;
+        Update_Segment_Angles();
+        if (services_.plot_segment)
+            services_.plot_segment(row + 1);
+    });
+    r.print = Button(Element("cmd_PrntSeg", row), QStringLiteral("Print"), [this, row] {
+        if (services_.print_segment)
+            services_.print_segment(row + 1);
+    });
+    for (QPushButton* const button : {r.calculate, r.plot, r.print})
+        button->setMaximumWidth(64);
+    for (QLabel* const label : {r.start, r.end}) {
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        label->setMinimumWidth(52);
+    }
+    r.all = {r.number, r.kind, r.program, r.beta, r.start, r.end, r.low, r.high, r.calculate, r.plot, r.print};
+    for (int k = 0; k < r.all.size(); ++k)
+        grid.addWidget(r.all[k], row + 2, k);
+    rows_.append(r);
+}
+
+QWidget* frm_InputData::Make_Foot()
+{
+    auto* const foot = new QWidget;
+    auto* const row = new QHBoxLayout(foot);
+    row->setContentsMargins(0, 0, 0, 0);
+    const auto add = [row](QPushButton* button) { row->addWidget(button); };
+    add(Button(QStringLiteral("cmd_Cancel"), QStringLiteral("< &Back"), [this] { Cancel(); }));
+    row->addStretch();
+    add(Button(
+        QStringLiteral("cmd_ClearSegs"), QStringLiteral("Clear &Segs"),
+        [this] {
+            Clear_Segs();
+            Clear_Motion_Data(design.motion.Max_Data_Points_used, design.run.Saved_Variables);
+            Fill();
+            Refresh();
+        },
+        QStringLiteral("Empty all rows")));
+    add(Button(
+        QStringLiteral("cmd_Clear_SVAJ"), QStringLiteral("Clear &All"),
+        [this] {
+            Clear_All_Input();
+            Fill();
+            Refresh();
+        },
+        QStringLiteral("Empty all rows, speed, step and start angle")));
+    add(Button(QStringLiteral("cmd_Copy"), QStringLiteral("&Copy"), [] {
+        Show_Message("Use the Alt-PrintScrn key combo to copy the screen to the clipboard", Buttons::OK,
+                     Symbol::information);
+    }));
+    add(Button(QStringLiteral("cmd_PlotPrint"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
+    row->addStretch();
+    add(Button(
+        QStringLiteral("cmd_CalcAll"), QStringLiteral("Ca&lc All"), [this] { Calculate_All(); },
+        QStringLiteral("Calculate every row")));
+    add(Button(
+        QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] { Done(); },
+        QStringLiteral("Accept the motion and check its continuity")));
+    return foot;
+}
+
+void frm_InputData::Fill()
+{
+    const Filling filling(*this);
+    const Motion_Group& m = design.motion;
+    Control<Entry>(QStringLiteral("txt_Segmts")).Show_Text(std::to_string(m.No_of_segments));
+    Control<Entry>(QStringLiteral("txt_Omega")).Show_Text(Omega_Text());
+    Control<Entry>(QStringLiteral("txt_ShiftAng")).Show_Text(In_Number_Format(Shortest(design.cam.Shift_Angle)));
+    auto& delta = Control<QComboBox>(QStringLiteral("cmb_Delta"));
+    delta.clear();
+    delta.addItems(Step_Names());
+    constexpr std::array steps{1.0, 0.5, 0.25, 0.125};
+    for (std::size_t k = 0; k < steps.size(); ++k)
+        if (m.Deltatheta == steps[k])
+            delta.setCurrentIndex(static_cast<int>(k));
+    for (int row = 0; row < Max_Segments; ++row)
+        Fill_Row(row);
+}
+
+void frm_InputData::Fill_Row(int row)
+{
+    const Filling filling(*this);
+    const Motion_Group& m = design.motion;
+    Row& r = rows_[row];
+    const int segment = row + 1;
+    r.kind->setCurrentIndex(Kind_Place(row));
+    r.program->setCurrentIndex(Program_Place(row));
+    if (!r.beta->Dirty())
+        r.beta->Show_Text(m.Beta_Deg(segment) == 0.0 ? "" : In_Number_Format(Shortest(m.Beta_Deg(segment))));
+    if (!r.low->hasFocus() || r.low->Text() != m.Start_Value(segment))
+        r.low->Show_Text(m.Start_Value(segment));
+    if (!r.high->hasFocus() || r.high->Text() != m.End_Value(segment))
+        r.high->Show_Text(m.End_Value(segment));
+}
+
+void frm_InputData::Refresh()
+{
+    const Motion_Group& m = design.motion;
+    for (int row = 0; row < Max_Segments; ++row)
+        Refresh_Row(row);
+    const Table_Headings headings = Headings();
+    Control<QLabel>(QStringLiteral("lbl_Function")).setText(To_Qt(headings.lbl_Function));
+    Control<QLabel>(QStringLiteral("lbl_Contour")).setText(To_Qt(headings.lbl_Contour));
+    Control<QLabel>(QStringLiteral("lbl_RFD")).setText(To_Qt(headings.lbl_RFD));
+    Control<QLabel>(QStringLiteral("lbl_Motion")).setText(To_Qt(headings.lbl_Motion));
+    Control<QLabel>(QStringLiteral("lbl_Unit")).setText(To_Qt(headings.lbl_Unit));
+    Control<QRadioButton>(Element("opt_Folmotion", design.cam.Translating ? 0 : 1)).setChecked(true);
+    Control<QRadioButton>(Element("opt_Function", m.Motion ? 0 : 1)).setChecked(true);
+    Control<QRadioButton>(Element("opt_Function", 1)).setEnabled(m.Ext_Force_On != 0);
+    Control<QCheckBox>(QStringLiteral("chk_Extforce")).setChecked(m.Ext_Force_On != 0);
+    Control<Entry>(QStringLiteral("txt_Omega")).setEnabled(m.Motion);
+    for (const int k : {0, 1})
+        Control<QRadioButton>(Element("opt_Folmotion", k)).setEnabled(m.Motion);
+    Control<QComboBox>(QStringLiteral("cmb_Examples")).setEnabled(m.Motion);
+    bool all_done = true;
+    for (int i = 1; i <= m.No_of_segments; ++i)
+        all_done = all_done && m.Seg_Done(i);
+    Control<QPushButton>(QStringLiteral("cmd_CalcAll")).setEnabled(May_Calculate_All());
+    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(All_Rows_Filled() && all_done);
+    status_->Refresh();
+}
+
+void frm_InputData::Refresh_Row(int row)
+{
+    Row& r = rows_[row];
+    const bool used = row < design.motion.No_of_segments;
+    for (QWidget* const widget : r.all)
+        widget->setVisible(used);
+    if (!used)
+        return;
+    const Row_Openings open = Openings_of_Row(row);
+    r.program->setEnabled(open.program);
+    r.low->setEnabled(open.low);
+    r.high->setEnabled(open.high);
+    r.calculate->setEnabled(open.calculate);
+    r.plot->setEnabled(open.show);
+    r.print->setEnabled(open.show);
+    r.start->setText(To_Qt(Start_Label(row)));
+    r.end->setText(To_Qt(End_Label(row)));
+    QPalette colours = palette();
+    colours.setColor(QPalette::WindowText, Row_Colour(open.show, palette()));
+    r.number->setPalette(colours);
+    r.number->setText(QString::number(row + 1) + (open.show ? QStringLiteral(" \u2713") : QString()));
+    r.number->setToolTip(open.show ? QStringLiteral("Calculated") : QStringLiteral("Not calculated yet"));
+}
+
+bool frm_InputData::Calculate_Row(int row)
+{
+    const bool force = !design.motion.Motion;
+    const std::string& kind = design.motion.Rise_Fall_Dwell(row + 1);
+    const bool conditions = kind == "P" || kind == "S";
+    const bool stored = conditions && services_.ask_boundaries ? services_.ask_boundaries(row) : Calc_Segment(row);
+    if (force && row + 1 < design.motion.No_of_segments)
+        design.motion.Motion = false;  // the rest of the force function is to follow
+    Fill_Row(row);
+    return stored;
+}
+
+void frm_InputData::Calculate_All()
+{
+    const bool motion = design.motion.Motion;
+    bool asks = false;
+    for (int i = 1; i <= design.motion.No_of_segments; ++i)
+        asks = asks || ((design.motion.Rise_Fall_Dwell(i) == "P" || design.motion.Rise_Fall_Dwell(i) == "S") &&
+                        !design.motion.Seg_Done(i));
+    if (!asks) {
+        Calc_All(motion);
+    } else {
+        bool all = true;
+        for (int row = 0; row < design.motion.No_of_segments && all; ++row) {
+            design.motion.Motion = motion;
+            const bool done = design.motion.Seg_Done(row + 1);
+            all = done ? Calc_Segment(row) : Calculate_Row(row);
+        }
+        Reset_Status();
+        design.flags.Calculated = all;
+    }
+    Refresh();
+    auto& next = Control<QPushButton>(QStringLiteral("cmd_Done"));
+    if (next.isEnabled())
+        next.setFocus();
+}
+
+void frm_InputData::Done()
+{
+    if (Motion_Done())
+        accept();
+    else
+        Refresh();
+}
+
+void frm_InputData::Cancel()
+{
+    if (design.flags.File_Loaded)
+        design.flags.Calculated = true;
+    reject();
+}
+
+void frm_InputData::Close_Box()
+{
+    if (design.flags.Calculated && Control<QPushButton>(QStringLiteral("cmd_Done")).isEnabled())
+        Done();
+    else
+        Cancel();
+}
+
+}  // namespace lobemax::screens

@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// lobemax: the desktop program.
+#include <CLI/CLI.hpp>
+#include <QApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QStyleFactory>
+
+#include "core/design_state.h"
+#include "core/startup.h"
+#include "files/model_file.h"
+#include "files/preferences.h"
+#include "files/recovery.h"
+#include "files/run_record.h"
+#include "screens/desktop_host.h"
+#include "screens/frm_HomeScreen.h"
+#include "screens/frm_Quit.h"
+#include "screens/frm_Title.h"
+#include "screens/resources.h"
+#include "screens/screen.h"
+
+namespace {
+
+using namespace lobemax;
+using namespace lobemax::screens;
+
+struct Options {
+    std::string file;
+    std::string theme = "system";
+    bool no_title = false;
+};
+
+/// A dark palette for desktops whose own does not reach Qt.
+void Use_Dark_Palette()
+{
+    QPalette dark;
+    const QColor window(43, 45, 48);
+    const QColor base(30, 31, 34);
+    const QColor text(223, 225, 229);
+    dark.setColor(QPalette::Window, window);
+    dark.setColor(QPalette::WindowText, text);
+    dark.setColor(QPalette::Base, base);
+    dark.setColor(QPalette::AlternateBase, window);
+    dark.setColor(QPalette::ToolTipBase, window);
+    dark.setColor(QPalette::ToolTipText, text);
+    dark.setColor(QPalette::Text, text);
+    dark.setColor(QPalette::Button, QColor(57, 59, 64));
+    dark.setColor(QPalette::ButtonText, text);
+    dark.setColor(QPalette::Mid, QColor(110, 112, 118));
+    dark.setColor(QPalette::Highlight, QColor(53, 116, 196));
+    dark.setColor(QPalette::HighlightedText, Qt::white);
+    dark.setColor(QPalette::Link, QColor(120, 170, 240));
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        dark.setColor(QPalette::Disabled, role, QColor(122, 126, 133));
+    QApplication::setPalette(dark);
+}
+
+/// Who opens a double-clicked model file: the user's list of default applications.
+void Register(const std::string& application)
+{
+    const QString path =
+        QStandardPaths::writableLocation(QStandardPaths::ConfigLocation) + QStringLiteral("/mimeapps.list");
+    QFile file(path);
+    QByteArray before;
+    if (file.open(QIODevice::ReadOnly)) {
+        before = file.readAll();
+        file.close();
+    }
+    const std::string after = Register_Cam_File(application, "cam", before.toStdString());
+    if (after != before.toStdString() && file.open(QIODevice::WriteOnly))
+        file.write(after.data(), static_cast<qint64>(after.size()));
+}
+
+std::string Documents()
+{
+    return From_Qt(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+}
+
+int Run(const Options& options)
+{
+    Install_Host(Desktop_Host());
+    design = Design_State{};
+    const std::string folder = Program_Folder(Documents());
+    const Run_Start start = Check_Run_Record(folder, options.file);
+    if (start == Run_Start::end_at_once)
+        return 0;
+    bool started = true;
+    Start_Services services;
+    services.read_preferences = [&folder] { Read_Preferences(folder); };
+    services.register_cam_file = Register;
+    services.open_model = [](const std::string& path) {
+        Open_Model(From_Qt(QFileInfo(To_Qt(path)).absoluteFilePath()));
+    };
+    services.show_title = [&] {
+        if (options.no_title)
+            return;
+        frm_Title title;
+        while (Run_Modal(title) != QDialog::Accepted) {
+            frm_Quit quit;
+            if (Run_Modal(quit) == QDialog::Accepted) {
+                started = false;
+                return;
+            }
+        }
+    };
+    Sub_Main(options.file, services);
+    if (!started) {
+        Terminate(folder);
+        return 0;
+    }
+    frm_HomeScreen home(folder);
+    home.show();
+    if (start == Run_Start::after_a_crash)
+        Offer_Recovery(folder);
+    home.Refresh();
+    return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    Options options;
+    CLI::App app{"LOBEMAX: design and analysis of cam-follower mechanisms", "lobemax"};
+    app.set_version_flag("--version", std::string("lobemax ") + LOBEMAX_VERSION);
+    app.add_option("file", options.file, "model file to open")->type_name("FILE.cam");
+    app.add_option("--theme", options.theme, "system, light or dark")
+        ->check(CLI::IsMember({"system", "light", "dark"}))
+        ->capture_default_str();
+    app.add_flag("--no-title", options.no_title, "go straight to the Home screen");
+    CLI11_PARSE(app, argc, argv);
+
+    QApplication application(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("Lobemax"));
+    QApplication::setApplicationName(QStringLiteral("lobemax"));
+    QApplication::setDesktopFileName(QStringLiteral("lobemax"));
+    Load_Resources();
+    if (options.theme != "system")
+        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (options.theme == "dark")
+        Use_Dark_Palette();
+    return Run(options);
+}

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// What every screen is made of: a dialog whose controls bear the system's names, entries that are validated on
+/// leaving the field or Enter and only after a change, and modal screens that a test can play.
+///
+/// Every control's objectName is its name; an element of a control array carries its index: "txt_Beta(3)".
+#pragma once
+
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QString>
+#include <functional>
+#include <string>
+#include <string_view>
+
+class QAbstractButton;
+class QCheckBox;
+class QPushButton;
+class QRadioButton;
+
+namespace lobemax::screens {
+
+/// Text of the logic (UTF-8) as Qt shows it, and back.
+QString To_Qt(std::string_view text);
+std::string From_Qt(const QString& text);
+
+/// Name of an element of a control array.
+QString Element(const char* name, int index);
+
+/// A text field that is validated when it loses the focus or Enter is pressed, and only after the user changed it.
+class Entry : public QLineEdit {
+public:
+    explicit Entry(const QString& name, const QString& tip = {}, QWidget* parent = nullptr);
+
+    /// Called with the text of a changed field on leaving it or on Enter. The field counts as unchanged before the
+    /// call, so a message box inside it, which takes the focus, does not call it again.
+    std::function<void(const std::string& text)> accepted;
+    /// Called on each change by the user, at once.
+    std::function<void(const std::string& text)> typed;
+    /// Where set, the arrow keys and the wheel step the number of the field: +1 or -1, ten times that with Shift. The
+    /// function returns the new text; it is accepted at once. An empty answer changes nothing.
+    std::function<std::string(const std::string& text, int steps)> stepped;
+
+    /// Shows a text that the program sets: the field counts as unchanged.
+    void Show_Text(std::string_view text);
+    std::string Text() const { return From_Qt(text()); }
+    bool Dirty() const { return dirty_; }
+    void Mark_Dirty() { dirty_ = true; }
+    /// Validates a changed field now, as leaving it does.
+    void Leave();
+
+protected:
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void Step(int steps);
+    bool dirty_ = false;
+};
+
+/// Makers of named controls. The text carries its access key as "&X".
+QPushButton* Button(const QString& name, const QString& text, std::function<void()> pressed, const QString& tip = {});
+QCheckBox* Check(const QString& name, const QString& text, std::function<void(bool)> ticked, const QString& tip = {});
+QRadioButton* Option(const QString& name, const QString& text, std::function<void()> chosen, const QString& tip = {});
+QLabel* Label(const QString& name, const QString& text = {}, const QString& tip = {});
+/// A drop-down list; picked(index) is called when the user picks an entry, not when the program sets one.
+QComboBox* Choice(const QString& name, const QStringList& entries, std::function<void(int)> picked,
+                  const QString& tip = {});
+
+/// A screen: a resizable dialog that remembers its size and place under its name.
+class Screen : public QDialog {
+public:
+    Screen(const QString& name, const QString& title, QWidget* parent);
+    ~Screen() override;
+
+    /// A control by its name. @throws std::out_of_range where there is none of that kind
+    template <class Widget>
+    Widget& Control(const QString& name) const
+    {
+        auto* const found = findChild<Widget*>(name);
+        if (found == nullptr)
+            No_Control(name);
+        return *found;
+    }
+
+protected:
+    /// While the screen fills its fields the events of its controls are ignored.
+    class Filling {
+    public:
+        explicit Filling(Screen& screen) : screen_(screen) { ++screen_.filling_; }
+        ~Filling() { --screen_.filling_; }
+        Filling(const Filling&) = delete;
+        Filling& operator=(const Filling&) = delete;
+
+    private:
+        Screen& screen_;
+    };
+    bool Is_Filling() const { return filling_ > 0; }
+
+    /// Closing the window (close box or Escape) asks the screen first: most act as one of their buttons.
+    virtual void Close_Box() { reject(); }
+
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    [[noreturn]] void No_Control(const QString& name) const;
+    int filling_ = 0;
+};
+
+/// Shows a screen and waits until it closes; returns its result. A test that has installed a player gets the open
+/// screen instead of a user, and must close it.
+int Run_Modal(QDialog& screen);
+
+/// What plays modal screens in place of a user; returns the one before. Empty: the user does.
+using Modal_Player = std::function<void(QDialog&)>;
+Modal_Player Play_Modals(Modal_Player player);
+
+}  // namespace lobemax::screens
