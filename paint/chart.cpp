@@ -89,7 +89,7 @@ Chart::Chart(const QString& name, QWidget* parent)
         if (clicked && event->button() == Qt::LeftButton)
             clicked(plot_->xAxis->pixelToCoord(event->position().x()), event->modifiers().testFlag(Qt::ShiftModifier));
     });
-    connect(plot_, &QCustomPlot::beforeReplot, this, [this] {
+    connect(plot_, &QCustomPlot::afterLayout, this, [this] {
         if (equal_)
             Fit_Equal_Scales();
     });

@@ -86,8 +86,7 @@ frm_Continuity::frm_Continuity(QWidget* parent)
     column->addWidget(explanation);
     column->addWidget(plots, 1);
     column->addLayout(buttons);
-    if (size().height() < 300)
-        resize(820, 600);
+    Open_at({820, 600});
     Draw();
 }
 

@@ -50,6 +50,7 @@ frm_FFT::frm_FFT(QWidget* parent)
         QStringLiteral("cmb_Harmonics"), harmonic_counts, [this](int) { Transform(); },
         QStringLiteral("How many harmonics are shown; a number may be typed"));
     harmonics->setEditable(true);
+    harmonics->setInsertPolicy(QComboBox::NoInsert);
     harmonics->setCurrentText(QString::number(design.motion.No_Harmonics));
     connect(harmonics->lineEdit(), &QLineEdit::editingFinished, this, [this, harmonics] {
         if (harmonics->currentText() != QString::number(design.motion.No_Harmonics))
@@ -137,8 +138,7 @@ frm_FFT::frm_FFT(QWidget* parent)
     column->addWidget(plots, 1);
     column->addLayout(totals);
     column->addLayout(buttons);
-    if (size().height() < 300)
-        resize(880, 620);
+    Open_at({880, 620});
 }
 
 int frm_FFT::Variable() const

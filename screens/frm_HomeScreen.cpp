@@ -446,19 +446,25 @@ void frm_HomeScreen::Remember(const std::string& path)
     settings.setValue(QStringLiteral("recent"), paths.mid(0, most_recent));
 }
 
-void frm_HomeScreen::Quit()
+bool frm_HomeScreen::May_Quit()
 {
     const bool yes = Quit_Requested([this] {
         frm_Quit question(this);
         return Run_Modal(question) == QDialog::Accepted;
     });
     if (!yes)
-        return;
+        return false;
     quitting_ = true;
     if (!folder_.empty())
         Drop_Recovery(folder_);
     Terminate(folder_);
-    close();
+    return true;
+}
+
+void frm_HomeScreen::Quit()
+{
+    if (May_Quit())
+        close();
 }
 
 void frm_HomeScreen::Fourier()
@@ -488,12 +494,7 @@ void frm_HomeScreen::Set_Full_Screen(bool full)
 
 void frm_HomeScreen::closeEvent(QCloseEvent* event)
 {
-    if (quitting_) {
-        event->accept();
-        return;
-    }
-    event->ignore();
-    Quit();
+    event->setAccepted(quitting_ || May_Quit());
 }
 
 void frm_HomeScreen::dragEnterEvent(QDragEnterEvent* event)

@@ -52,6 +52,7 @@ private:
     void Build_Example(const std::string& caption);
     void Show_Recent();
     void Remember(const std::string& path);
+    bool May_Quit();
     void Quit();
     void Show_Design();
     void Fourier();

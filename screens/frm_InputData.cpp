@@ -93,9 +93,8 @@ frm_InputData::frm_InputData(Input_Services services, QWidget* parent)
     column->addWidget(status_);
     Fill();
     Refresh();
-    if (size().height() < 300)
-        resize(980, 560);
-    setMinimumSize(820, 400);
+    Open_at({980, 560});
+    setMinimumHeight(400);
 }
 
 void frm_InputData::Make_Menu()
@@ -159,6 +158,7 @@ QWidget* frm_InputData::Make_Head()
         label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         numbers->addWidget(label, line, place);
         numbers->addWidget(field, line, place + 1);
+        field->setMinimumWidth(76);
         field->setMaximumWidth(110);
     };
     captioned(0, 0, QStringLiteral("&Number of segments"), segments);

@@ -54,8 +54,7 @@ public:
         auto* const column = new QVBoxLayout(this);
         column->addLayout(grid, 1);
         column->addLayout(buttons);
-        if (size().height() < 300)
-            resize(760, 520);
+        Open_at({760, 520});
     }
 };
 

@@ -131,8 +131,7 @@ frm_Knots::frm_Knots(int segment, QWidget* parent)
     column->setMenuBar(bar);
     column->addLayout(row, 1);
     column->addLayout(buttons);
-    if (size().height() < 300)
-        resize(940, 620);
+    Open_at({940, 620});
     Fill();
     Calculate();
 }

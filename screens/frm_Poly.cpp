@@ -101,8 +101,7 @@ frm_Poly::frm_Poly(int segment, QWidget* parent)
     column->addWidget(tables, 1);
     column->addLayout(buttons);
     done->setFocus();
-    if (size().height() < 200)
-        resize(760, 420);
+    Open_at({760, 420});
 }
 
 }  // namespace lobemax::screens

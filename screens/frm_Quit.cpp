@@ -28,12 +28,12 @@ frm_Quit::frm_Quit(QWidget* parent)
     buttons->addButton(yes, QDialogButtonBox::YesRole);
     buttons->addButton(no, QDialogButtonBox::NoRole);
     no->setDefault(true);
-    no->setFocus();
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(24, 20, 24, 16);
     column->setSpacing(20);
     column->addWidget(question);
     column->addWidget(buttons);
+    no->setFocus();
 }
 
 }  // namespace lobemax::screens

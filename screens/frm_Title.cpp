@@ -33,7 +33,6 @@ frm_Title::frm_Title(QWidget* parent) : Screen(QStringLiteral("frm_Title"), To_Q
         QStringLiteral("cmd_Abort"), QStringLiteral("&Abort"), [this] { reject(); },
         QStringLiteral("Leave the program"));
     start->setDefault(true);
-    start->setFocus();
 
     auto* const words = new QVBoxLayout;
     words->addStretch();
@@ -51,6 +50,7 @@ frm_Title::frm_Title(QWidget* parent) : Screen(QStringLiteral("frm_Title"), To_Q
     row->setSpacing(28);
     row->addWidget(picture);
     row->addLayout(words, 1);
+    start->setFocus();
 }
 
 }  // namespace lobemax::screens

@@ -164,8 +164,13 @@ Screen::Screen(const QString& name, const QString& title, QWidget* parent) : QDi
     setWindowFlags(windowFlags() | Qt::WindowMinMaxButtonsHint);
     setSizeGripEnabled(true);
     const QByteArray place = QSettings().value(QStringLiteral("places/") + name).toByteArray();
-    if (!place.isEmpty())
-        restoreGeometry(place);
+    placed_ = !place.isEmpty() && restoreGeometry(place);
+}
+
+void Screen::Open_at(const QSize& size)
+{
+    if (!placed_)
+        resize(size);
 }
 
 Screen::~Screen()

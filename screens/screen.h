@@ -99,6 +99,9 @@ protected:
     };
     bool Is_Filling() const { return filling_ > 0; }
 
+    /// Size of the screen where the user has not given it another.
+    void Open_at(const QSize& size);
+
     /// Closing the window (close box or Escape) asks the screen first: most act as one of their buttons.
     virtual void Close_Box() { reject(); }
 
@@ -108,6 +111,7 @@ protected:
 private:
     [[noreturn]] void No_Control(const QString& name) const;
     int filling_ = 0;
+    bool placed_ = false;  // where the user left it
 };
 
 /// Shows a screen and waits until it closes; returns its result. A test that has installed a player gets the open

@@ -13,6 +13,7 @@
 #include "files/preferences.h"
 #include "files/recovery.h"
 #include "files/run_record.h"
+#include "screens/dark_palette.h"
 #include "screens/desktop_host.h"
 #include "screens/frm_HomeScreen.h"
 #include "screens/frm_Quit.h"
@@ -30,31 +31,6 @@ struct Options {
     std::string theme = "system";
     bool no_title = false;
 };
-
-/// A dark palette for desktops whose own does not reach Qt.
-void Use_Dark_Palette()
-{
-    QPalette dark;
-    const QColor window(43, 45, 48);
-    const QColor base(30, 31, 34);
-    const QColor text(223, 225, 229);
-    dark.setColor(QPalette::Window, window);
-    dark.setColor(QPalette::WindowText, text);
-    dark.setColor(QPalette::Base, base);
-    dark.setColor(QPalette::AlternateBase, window);
-    dark.setColor(QPalette::ToolTipBase, window);
-    dark.setColor(QPalette::ToolTipText, text);
-    dark.setColor(QPalette::Text, text);
-    dark.setColor(QPalette::Button, QColor(57, 59, 64));
-    dark.setColor(QPalette::ButtonText, text);
-    dark.setColor(QPalette::Mid, QColor(110, 112, 118));
-    dark.setColor(QPalette::Highlight, QColor(53, 116, 196));
-    dark.setColor(QPalette::HighlightedText, Qt::white);
-    dark.setColor(QPalette::Link, QColor(120, 170, 240));
-    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        dark.setColor(QPalette::Disabled, role, QColor(122, 126, 133));
-    QApplication::setPalette(dark);
-}
 
 /// Who opens a double-clicked model file: the user's list of default applications.
 void Register(const std::string& application)

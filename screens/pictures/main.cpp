@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// lobemax-pictures FOLDER: every screen on an example, at the scale and in the palette of the run, for looking at.
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QSettings>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/startup.h"
+#include "files/example_designs.h"
+#include "motion/motion_programs.h"
+#include "motion/polynomial.h"
+#include "motion/segments.h"
+#include "screens/dark_palette.h"
+#include "screens/frm_Bounds.h"
+#include "screens/frm_Continuity.h"
+#include "screens/frm_FFT.h"
+#include "screens/frm_HomeScreen.h"
+#include "screens/frm_InputData.h"
+#include "screens/frm_Knots.h"
+#include "screens/frm_Poly.h"
+#include "screens/frm_Preferences.h"
+#include "screens/frm_Quit.h"
+#include "screens/frm_Title.h"
+#include "screens/help_viewer.h"
+#include "screens/resources.h"
+
+namespace {
+
+using namespace lobemax;
+using namespace lobemax::screens;
+
+QString folder;
+
+void Take(QWidget& window, const QString& name)
+{
+    window.show();
+    for (int k = 0; k < 5; ++k)
+        QApplication::processEvents();
+    window.grab().save(folder + QLatin1Char('/') + name + QStringLiteral(".png"));
+    window.hide();
+}
+
+/// A rise by a polynomial or a spline of six conditions, a dwell, a fall, a dwell.
+void Make_Conditions(char kind)
+{
+    Motion_Group& m = design.motion;
+    Pick_Motion(1, kind);
+    m.Start_Value(1) = "0";
+    m.End_Value(1) = "25";
+    for (const int row : {0, 9})
+        for (const int order : {1, 2})
+            Bound_Text(1, row, order) = "0";
+    Bound_Text(1, 4, 0) = kind == 'S' ? "12" : "";
+    m.T_boundary_cond(1, 4) = kind == 'S' ? "45" : "";
+    Set_No_of_Conditions(1, kind == 'S' ? "7" : "6");
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    if (argc < 2)
+        return 2;
+    const QTemporaryDir settings;  // as the user's first run finds it
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
+    folder = QString::fromLocal8Bit(argv[1]);
+    QDir().mkpath(folder);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (argc > 2 && QByteArray(argv[2]) == "dark")
+        Use_Dark_Palette();
+    Load_Resources();
+    Install_Host({});
+    Sub_Main("", {});
+    {
+        frm_Title title;
+        Take(title, QStringLiteral("frm_Title"));
+        frm_Quit quit;
+        Take(quit, QStringLiteral("frm_Quit"));
+        frm_Preferences preferences({});
+        Take(preferences, QStringLiteral("frm_Preferences"));
+        frm_InputData empty({});
+        Take(empty, QStringLiteral("frm_InputData_empty"));
+    }
+    {
+        frm_HomeScreen home("");
+        Take(home, QStringLiteral("frm_HomeScreen_empty"));
+        Open_Example("Double Dwell");
+        home.Refresh();
+        Take(home, QStringLiteral("frm_HomeScreen"));
+    }
+    {
+        frm_InputData input({});
+        Take(input, QStringLiteral("frm_InputData"));
+        frm_Continuity continuity;
+        Take(continuity, QStringLiteral("frm_Continuity"));
+        frm_FFT fft;
+        auto& list = fft.Control<QComboBox>(QStringLiteral("cmb_Var1"));
+        list.setCurrentIndex(2);
+        emit list.activated(2);
+        Take(fft, QStringLiteral("frm_FFT"));
+    }
+    Make_Conditions('P');
+    {
+        frm_Bounds bounds(1);
+        Take(bounds, QStringLiteral("frm_Bounds"));
+        Calc_Segment(0);
+        frm_Poly poly(1);
+        Take(poly, QStringLiteral("frm_Poly"));
+    }
+    Make_Conditions('S');
+    {
+        Calc_Segment(0);
+        frm_Knots knots(1);
+        Take(knots, QStringLiteral("frm_Knots"));
+    }
+    {
+        Help_Viewer help;
+        Take(help, QStringLiteral("frm_Help"));
+        help.Show_Page(QStringLiteral("laws"));
+        Take(help, QStringLiteral("frm_Help_laws"));
+    }
+    return 0;
+}

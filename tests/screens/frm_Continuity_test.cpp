@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "screens/frm_Continuity.h"
+
+#include "motion/continuity.h"
+#include "motion/segments.h"
+#include "paint/chart.h"
+#include "tests/support/desktop_design.h"
+
+namespace lobemax {
+namespace {
+
+using screens::frm_Continuity;
+using testing::Driver;
+
+class Continuity_Screen : public testing::Desktop_Test {};
+
+TEST_F(Continuity_Screen, a_smooth_design_is_accepted_after_its_box)
+{
+    Build("Double Dwell");
+    frm_Continuity screen;
+    const Driver user(screen);
+    EXPECT_EQ(user.Text("lbl_Header"), "The segments meet within rounding.");
+    EXPECT_EQ(user.Tip("pct_Continuity"), "If blank, click here to replot");
+    for (int k = 0; k < 4; ++k) {
+        const auto& chart = user.Find<paint::Chart>(screens::Element("grf_Continuity", k));
+        ASSERT_EQ(chart.Curves().size(), 1U);
+        EXPECT_EQ(chart.Curves()[0].y.size(), 361U);
+        EXPECT_EQ(chart.Curves()[0].y[40], double{design.results.CalcData(var::S + k, 40)});
+    }
+    user.Press("cmd_Redraw");
+    script_.Expect({Continuity_Text()});
+    user.Press("cmd_Done");
+    EXPECT_EQ(screen.result(), QDialog::Accepted);
+    EXPECT_TRUE(design.flags.Calculated);
+}
+
+TEST_F(Continuity_Screen, a_jump_is_told_and_cancel_goes_back)
+{
+    Build("Double Dwell");
+    design.motion.Firstlast(2, 1, 0) = 20.0;  // 5 below the rise's end
+    {
+        frm_Continuity screen;
+        const Driver user(screen);
+        EXPECT_EQ(user.Text("lbl_Header"), "One or more of the segment boundaries is discontinuous.");
+        EXPECT_NE(user.Text("lbl_Explanation").find("at the end of segment 1"), std::string::npos);
+        script_.Expect({Continuity_Text(), Buttons::OK_Cancel, Symbol::exclamation, Answer::Cancel});
+        user.Press("cmd_Done");
+        EXPECT_EQ(screen.result(), QDialog::Rejected);
+    }
+    frm_Continuity screen;
+    const Driver user(screen);
+    script_.Expect({Continuity_Text(), Buttons::OK_Cancel, Symbol::exclamation, Answer::OK});
+    user.Press("cmd_Done");
+    EXPECT_EQ(screen.result(), QDialog::Accepted);
+}
+
+TEST_F(Continuity_Screen, back_returns_without_a_box)
+{
+    Build("Double Dwell");
+    frm_Continuity screen;
+    const Driver user(screen);
+    script_.Expect(testing::Copy_Box);
+    user.Press("cmd_Copy");
+    user.Press("cmd_Back");
+    EXPECT_EQ(screen.result(), QDialog::Rejected);
+}
+
+}  // namespace
+}  // namespace lobemax

@@ -1,0 +1,500 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "screens/frm_InputData.h"
+
+#include <QComboBox>
+#include <QLabel>
+
+#include "core/text.h"
+#include "core/units.h"
+#include "motion/examples.h"
+#include "motion/input_rules.h"
+#include "motion/segments.h"
+#include "screens/frm_Continuity.h"
+#include "screens/frm_Input_Session.h"
+#include "tests/support/desktop_design.h"
+
+namespace lobemax {
+namespace {
+
+using screens::Element;
+using screens::frm_InputData;
+using testing::Driver;
+using testing::Expected_Box;
+
+class Input_Screen : public testing::Desktop_Test {
+protected:
+    /// Types one row by its controls.
+    static void Type_Row(const Driver& user, int row, const QString& kind, const QString& program, const QString& beta,
+                         const QString& low, const QString& high)
+    {
+        user.Pick(Element("cmb_Motion", row), kind);
+        if (!program.isEmpty())
+            user.Pick(Element("cmb_Program", row), program);
+        user.Fill(Element("txt_Beta", row), beta);
+        user.Fill(Element("txt_Low", row), low);
+        if (!high.isEmpty())
+            user.Fill(Element("txt_High", row), high);
+    }
+    static void Type_Double_Dwell(const Driver& user)
+    {
+        user.Fill("txt_Segmts", "4");
+        Type_Row(user, 0, "Rise", "MT - Mod Trap", "90", "0", "25");
+        Type_Row(user, 1, "Dwell", "", "90", "25", "");
+        Type_Row(user, 2, "Fall", "MS - Mod Sine", "90", "25", "0");
+        Type_Row(user, 3, "Dwell", "", "90", "0", "");
+    }
+    Motion_Group& m_ = design.motion;
+};
+
+TEST_F(Input_Screen, opens_with_one_empty_row_and_nothing_to_calculate)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    EXPECT_EQ(user.Text("txt_Segmts"), "1");
+    EXPECT_EQ(user.Text("cmb_Delta"), "1.0");
+    EXPECT_TRUE(user.Visible(Element("txt_Beta", 0)));
+    EXPECT_FALSE(user.Visible(Element("txt_Beta", 1)));
+    for (const char* name : {"cmd_CalcAll", "cmd_Done"})
+        EXPECT_FALSE(user.Enabled(name)) << name;
+    for (const char* name : {"cmd_CalcSeg", "cmd_PlotSeg", "cmd_PrntSeg", "cmb_Program", "txt_Low", "txt_High"})
+        EXPECT_FALSE(user.Enabled(Element(name, 0))) << name;
+    EXPECT_EQ(user.Text(Element("lbl_Start", 0)), "0.");
+    EXPECT_EQ(user.Tip(Element("txt_Beta", 0)), "Anglular duration of segment");
+    EXPECT_EQ(user.Tip(Element("txt_Low", 0)), "Do not include prime circle radius in these data");
+}
+
+TEST_F(Input_Screen, a_kind_opens_what_it_needs)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    const auto open = [&](const char* name) { return user.Enabled(Element(name, 0)); };
+    user.Pick(Element("cmb_Motion", 0), "Rise");
+    EXPECT_TRUE(open("cmb_Program"));
+    EXPECT_EQ(user.Text(Element("cmb_Program", 0)), "");
+    EXPECT_FALSE(open("txt_Low") || open("txt_High"));
+    user.Pick(Element("cmb_Program", 0), "CF - Cycloid Full");
+    EXPECT_TRUE(open("txt_Low") && open("txt_High"));
+    EXPECT_EQ(m_.Program(1), "CF");
+    user.Pick(Element("cmb_Motion", 0), "Dwell");
+    EXPECT_EQ(user.Text(Element("cmb_Program", 0)), "DW - Dwell");
+    EXPECT_TRUE(open("txt_Low"));
+    EXPECT_FALSE(open("cmb_Program") || open("txt_High"));
+    user.Pick(Element("cmb_Motion", 0), "Poly");
+    EXPECT_EQ(user.Text(Element("cmb_Program", 0)), "PO - Polynomial");
+    EXPECT_TRUE(open("txt_Low") && open("txt_High"));
+    user.Pick(Element("cmb_Motion", 0), "Spline");
+    EXPECT_EQ(user.Text(Element("cmb_Program", 0)), "BS - B-Spline");
+    EXPECT_EQ(m_.Rise_Fall_Dwell(1), "S");
+}
+
+TEST_F(Input_Screen, a_program_of_another_kind_brings_its_kind)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    for (const auto& [program, kind] : {std::pair{"PO - Polynomial", "Poly"}, std::pair{"BS - B-Spline", "Spline"},
+                                        std::pair{"DW - Dwell", "Dwell"}}) {
+        user.Pick(Element("cmb_Motion", 0), "Rise");
+        user.Pick(Element("cmb_Program", 0), program);
+        EXPECT_EQ(user.Text(Element("cmb_Motion", 0)), kind);
+    }
+}
+
+TEST_F(Input_Screen, typed_by_hand_the_double_dwell_is_the_example)
+{
+    Build("Double Dwell");
+    const Design_State example = design;
+    ASSERT_TRUE(Sub_Main("", {}));
+    Set_Shaft_Speed(18);
+    frm_InputData screen({});
+    const Driver user(screen);
+    Type_Double_Dwell(user);
+    EXPECT_TRUE(user.Enabled("cmd_CalcAll"));
+    EXPECT_FALSE(user.Enabled("cmd_Done"));
+    user.Press("cmd_CalcAll");
+    EXPECT_TRUE(user.Enabled("cmd_Done"));
+    EXPECT_TRUE(design.flags.Calculated);
+    for (const int v : {var::S, var::V, var::A, var::J})
+        for (int i = 0; i <= 360; ++i)
+            ASSERT_EQ(design.results.CalcData(v, i), example.results.CalcData(v, i)) << v << " " << i;
+    user.Press("cmd_Done");
+    EXPECT_EQ(screen.result(), QDialog::Accepted);
+    EXPECT_EQ(m_.MaxLift, 25.0);
+}
+
+TEST_F(Input_Screen, a_position_is_copied_where_the_next_begins_and_a_dwell_stays)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    user.Fill("txt_Segmts", "3");
+    Type_Row(user, 0, "Rise", "MS - Mod Sine", "100", "0", "");
+    user.Pick(Element("cmb_Motion", 1), "Dwell");
+    user.Type(Element("txt_High", 0), "12.5");
+    EXPECT_EQ(user.Text(Element("txt_Low", 1)), "12.5");
+    EXPECT_EQ(user.Text(Element("txt_High", 1)), "12.5");
+    EXPECT_EQ(user.Text(Element("txt_Low", 2)), "12.5");
+    EXPECT_EQ(user.Text(Element("txt_High", 2)), "");
+    EXPECT_EQ(m_.End_Value(2), "12.5");
+}
+
+TEST_F(Input_Screen, the_last_row_copies_to_none)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    Type_Row(user, 0, "Rise", "MS - Mod Sine", "360", "0", "5");
+    EXPECT_EQ(m_.Start_Value(2), "");
+}
+
+TEST_F(Input_Screen, angles_follow_the_durations_with_the_decimals_of_the_step)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    user.Fill("txt_Segmts", "2");
+    user.Fill(Element("txt_Beta", 0), "90.5");
+    EXPECT_EQ(user.Text(Element("lbl_End", 0)), user.Text(Element("lbl_Start", 1)));
+    user.Pick("cmb_Delta", "0.50");
+    EXPECT_EQ(design.motion.Deltatheta, 0.5);
+    EXPECT_EQ(user.Text(Element("lbl_End", 0)), "90.5");
+    user.Pick("cmb_Delta", "0.125");
+    EXPECT_EQ(user.Text(Element("lbl_End", 0)), "90.500");
+    EXPECT_EQ(m_.Max_Data_Points_used, 2880);
+}
+
+TEST_F(Input_Screen, durations_beyond_the_turn_are_refused)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    user.Fill("txt_Segmts", "2");
+    script_.Expect({"Beta cannot be > 360 or < 0", Buttons::OK, Symbol::exclamation});
+    user.Fill(Element("txt_Beta", 0), "400");
+    EXPECT_EQ(user.Text(Element("txt_Beta", 0)), "");
+    user.Fill(Element("txt_Beta", 0), "200");
+    script_.Expect({"End angle cannot be > 360 deg", Buttons::OK, Symbol::exclamation});
+    user.Fill(Element("txt_Beta", 1), "161");
+    EXPECT_EQ(user.Text(Element("txt_Beta", 1)), "");
+    EXPECT_EQ(user.Text(Element("lbl_End", 1)), "");
+    user.Fill(Element("txt_Beta", 1), "100");  // 300 in all: accepted
+    EXPECT_EQ(user.Text(Element("lbl_End", 1)), "300.");
+}
+
+TEST_F(Input_Screen, one_segment_must_have_the_whole_turn)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    script_.Expect({"Cam must contain exactly 360 degrees"});
+    user.Fill(Element("txt_Beta", 0), "180");
+    EXPECT_EQ(user.Text(Element("lbl_End", 0)), "");
+    user.Fill(Element("txt_Beta", 0), "360");
+    EXPECT_EQ(user.Text(Element("lbl_End", 0)), "360.");
+}
+
+TEST_F(Input_Screen, the_count_of_segments_stays_between_1_and_20)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    user.Fill("txt_Segmts", "25");
+    EXPECT_EQ(user.Text("txt_Segmts"), "20");
+    EXPECT_TRUE(user.Find<QWidget>(Element("txt_Beta", 19)).isVisibleTo(&screen));
+    user.Fill("txt_Segmts", "0");
+    EXPECT_EQ(user.Text("txt_Segmts"), "1");
+    user.Fill("txt_Segmts", "abc");
+    EXPECT_EQ(user.Text("txt_Segmts"), "1");
+}
+
+TEST_F(Input_Screen, clearing_on_a_new_count_empties_the_rows)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    Type_Double_Dwell(user);
+    user.Fill("txt_Segmts", "3");
+    EXPECT_EQ(user.Text(Element("txt_High", 0)), "25");
+    user.Press("chk_ClearOnOpen");
+    user.Fill("txt_Segmts", "4");
+    EXPECT_EQ(user.Text(Element("txt_High", 0)), "");
+    EXPECT_EQ(user.Text(Element("cmb_Motion", 0)), "");
+}
+
+TEST_F(Input_Screen, a_calculated_row_is_marked_and_an_edit_rearms_it)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    Type_Double_Dwell(user);
+    user.Press(Element("cmd_CalcSeg", 0));
+    EXPECT_TRUE(m_.Seg_Done(1));
+    EXPECT_FALSE(user.Enabled(Element("cmd_CalcSeg", 0)));
+    EXPECT_TRUE(user.Enabled(Element("cmd_PlotSeg", 0)));
+    EXPECT_TRUE(user.Enabled(Element("cmd_PrntSeg", 0)));
+    EXPECT_NE(user.Text(Element("lbl_Segment", 0)), "1");  // a tick beside the number, not colour alone
+    user.Type(Element("txt_High", 0), "20");
+    EXPECT_TRUE(user.Enabled(Element("cmd_CalcSeg", 0)));
+    EXPECT_FALSE(user.Enabled(Element("cmd_PlotSeg", 0)));
+    EXPECT_EQ(user.Text(Element("lbl_Segment", 0)), "1");
+}
+
+TEST_F(Input_Screen, a_new_step_or_speed_asks_for_every_row_again)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    Type_Double_Dwell(user);
+    user.Press("cmd_CalcAll");
+    ASSERT_TRUE(user.Enabled("cmd_Done"));
+    user.Pick("cmb_Delta", "0.25");
+    EXPECT_FALSE(user.Enabled("cmd_Done"));
+    EXPECT_TRUE(user.Enabled("cmd_CalcAll"));
+    user.Press(Element("cmd_CalcSeg", 0));
+    EXPECT_FALSE(user.Enabled("cmd_Done"));
+    user.Press("cmd_CalcAll");
+    EXPECT_TRUE(user.Enabled("cmd_Done"));
+    user.Fill("txt_Omega", "120");
+    EXPECT_FALSE(user.Enabled("cmd_Done"));
+    EXPECT_NEAR(m_.Shaft_speed, 4 * PI, 1e-5);
+}
+
+TEST_F(Input_Screen, a_speed_of_zero_becomes_one)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    script_.Expect({" Shaft Omega cannot be zero - Please check", Buttons::OK, Symbol::exclamation});
+    user.Fill("txt_Omega", "0");
+    EXPECT_EQ(m_.Shaft_speed, 1.0);
+}
+
+TEST_F(Input_Screen, the_follower_choice_gives_its_advice_and_units)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    EXPECT_EQ(user.Text("lbl_Unit"), "(mm)");
+    script_.Expect(
+        {"The position data for an oscillating follower arm\n"
+         "must be in degrees and must start or end at zero\n"
+         "or go through zero at some point in the cycle for a radial cam.\n"
+         "If you intend to make a barrel or linear cam then you do not\n"
+         "need to pass the displacement through zero degrees here.\n"
+         "It is a relative displacement from the initial position \n"
+         "of the follower arm in local coordinates.  The absolute\n"
+         "angle of the arm start position will be calculated later\n"
+         "on the Size Cam screen where the arm geometry is defined. \n"
+         "Do not include the initial angle of the follower arm here. "});
+    user.Press(Element("opt_Folmotion", 1));
+    EXPECT_FALSE(design.cam.Translating);
+    EXPECT_EQ(user.Text("lbl_Unit"), "(deg)");
+    script_.Expect(
+        {"The position data for a translating follower arm\n"
+         "must be in length units and must start or end at zero\n"
+         "or go through zero at some point in the cycle.\n"
+         "It is a relative displacement from the initial position \n"
+         "of the follower in local coordinates.  The absolute\n"
+         "position of the follower will be calculated later\n"
+         "on the Size Cam screen where the prime radius is defined. \n"
+         "Do not include the cam prime radius in position data here. "});
+    user.Press(Element("opt_Folmotion", 0));
+    EXPECT_TRUE(design.cam.Translating);
+}
+
+TEST_F(Input_Screen, an_external_force_asks_first_and_turns_the_table_into_a_force_table)
+{
+    const Expected_Box warning{
+        "Warning!\n"
+        "If you have already calculated a cam program and you \n"
+        "now calculate an external force function, it will \n"
+        "zero all your cam motion data.  You need to first calculate \n"
+        "the external force function and then calculate the cam.  \n"
+        "The external force data will be preserved for later stress calculations\n"
+        "provided that you leave the External Force box checked\n"
+        "when you subsequently do the cam motion calculation.\n"
+        "Unchecking the External Force box zeros the force data.",
+        Buttons::OK_Cancel, Symbol::exclamation, Answer::Cancel};
+    frm_InputData screen({});
+    const Driver user(screen);
+    EXPECT_FALSE(user.Enabled(Element("opt_Function", 1)));
+    script_.Expect(warning);
+    user.Press("chk_Extforce");
+    EXPECT_FALSE(user.Checked("chk_Extforce"));
+    Expected_Box yes = warning;
+    yes.answer = Answer::OK;
+    script_.Expect(yes);
+    user.Press("chk_Extforce");
+    EXPECT_TRUE(user.Checked("chk_Extforce"));
+    EXPECT_TRUE(user.Checked(Element("opt_Function", 1)));
+    EXPECT_EQ(user.Text("lbl_Function"), "Force");
+    EXPECT_EQ(user.Text("lbl_Contour"), "Force Contour");
+    EXPECT_EQ(user.Text("lbl_RFD"), "Force");
+    EXPECT_EQ(user.Text("lbl_Motion"), "Shape");
+    EXPECT_FALSE(user.Enabled("txt_Omega"));
+    EXPECT_FALSE(user.Enabled(Element("opt_Folmotion", 0)));
+    EXPECT_FALSE(user.Enabled("cmb_Examples"));
+    user.Press("chk_Extforce");
+    EXPECT_EQ(user.Text("lbl_Function"), "Position");
+    EXPECT_TRUE(user.Enabled("txt_Omega"));
+}
+
+TEST_F(Input_Screen, the_examples_list_builds_a_whole_design)
+{
+    screens::Input_Services services;
+    services.build_example = [](const std::string& name) { return Open_Example(name); };
+    frm_InputData screen(services);
+    const Driver user(screen);
+    user.Pick("cmb_Examples", "Four Dwell");
+    EXPECT_EQ(user.Text("txt_Segmts"), "8");
+    EXPECT_EQ(user.Text(Element("cmb_Program", 6)), "67 - 4567 Poly");
+    EXPECT_TRUE(user.Enabled("cmd_Done"));
+    EXPECT_TRUE(design.flags.Sized);
+}
+
+TEST_F(Input_Screen, the_clear_buttons_empty_rows_or_all)
+{
+    Build("Double Dwell");
+    frm_InputData screen({});
+    const Driver user(screen);
+    user.Press("cmd_ClearSegs");
+    EXPECT_EQ(user.Text(Element("txt_Beta", 0)), "");
+    EXPECT_EQ(user.Text("txt_Segmts"), "4");
+    EXPECT_FALSE(user.Enabled("cmd_CalcAll"));
+    EXPECT_FALSE(design.flags.Calculated);
+    EXPECT_EQ(design.results.CalcData(var::S, 100), 0.0);
+    user.Press("cmd_Clear_SVAJ");
+    EXPECT_EQ(user.Text("txt_Segmts"), "1");
+    EXPECT_EQ(user.Text("txt_Omega"), "1");
+    EXPECT_EQ(user.Text("cmb_Delta"), "1.0");
+    EXPECT_EQ(user.Text("txt_ShiftAng"), "0");
+}
+
+TEST_F(Input_Screen, a_start_angle_has_its_point)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    user.Fill("txt_ShiftAng", "45");
+    EXPECT_EQ(design.cam.Shift_Angle, 45.0);
+    EXPECT_EQ(design.cam.Shift_Points, 45);
+}
+
+TEST_F(Input_Screen, changed_units_refill_the_rows_and_ask_for_a_calculation)
+{
+    Build("Double Dwell");
+    screens::Input_Services services;
+    services.change_units = [](int code) { Change_Units(code); };
+    frm_InputData screen(services);
+    const Driver user(screen);
+    auto* const inches = screen.findChild<QAction*>("mnu_pick(1)");
+    ASSERT_NE(inches, nullptr);
+    inches->trigger();
+    EXPECT_EQ(design.identity.WhichUnit, 1);
+    EXPECT_EQ(user.Text("lbl_Unit"), "(in)");
+    EXPECT_EQ(Trim(user.Text(Element("txt_High", 0))), "0.984");
+    EXPECT_FALSE(design.flags.Calculated || design.flags.Sized);
+}
+
+TEST_F(Input_Screen, back_keeps_the_claim_of_a_loaded_file)
+{
+    design.flags.File_Loaded = true;
+    frm_InputData screen({});
+    const Driver user(screen);
+    user.Press("cmd_Cancel");
+    EXPECT_TRUE(design.flags.Calculated);
+    EXPECT_EQ(screen.result(), QDialog::Rejected);
+}
+
+TEST_F(Input_Screen, closing_the_window_is_done_when_calculated_and_back_otherwise)
+{
+    Build("Double Dwell");
+    {
+        frm_InputData screen({});
+        const Driver user(screen);
+        screen.close();
+        EXPECT_EQ(screen.result(), QDialog::Accepted);
+    }
+    ASSERT_TRUE(Sub_Main("", {}));
+    frm_InputData screen({});
+    const Driver user(screen);
+    screen.close();
+    EXPECT_EQ(screen.result(), QDialog::Rejected);
+}
+
+TEST_F(Input_Screen, the_european_format_types_and_shows_commas)
+{
+    design.identity.Number_Format = "Europe";
+    frm_InputData screen({});
+    const Driver user(screen);
+    EXPECT_EQ(user.Text("cmb_Delta"), "1,0");
+    user.Pick("cmb_Delta", "0,50");
+    EXPECT_EQ(m_.Deltatheta, 0.5);
+    user.Fill("txt_Segmts", "2");
+    Type_Row(user, 0, "Rise", "MS - Mod Sine", "180,5", "0", "12,5");
+    Type_Row(user, 1, "Fall", "MS - Mod Sine", "179,5", "12,5", "0");
+    user.Press("cmd_CalcAll");
+    EXPECT_EQ(m_.Max_Pos_Disp, 0.0);  // found by cmd_Done
+    EXPECT_NEAR(design.results.CalcData(var::S, 361), 12.5, 1e-4);
+}
+
+TEST_F(Input_Screen, twenty_rows_are_typed_and_calculated)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    user.Fill("txt_Segmts", "20");
+    for (int row = 0; row < 20; ++row)
+        Type_Row(user, row, row % 2 == 0 ? "Rise" : "Fall", "45 - 345 Poly", "18", row % 2 == 0 ? "0" : "3",
+                 row % 2 == 0 ? "3" : "0");
+    user.Press("cmd_CalcAll");
+    EXPECT_TRUE(user.Enabled("cmd_Done"));
+    EXPECT_NEAR(design.results.CalcData(var::S, 18), 3.0, 1e-5);
+}
+
+TEST_F(Input_Screen, a_polynomial_row_goes_through_its_conditions)
+{
+    int asked = -1;
+    screens::Input_Services services;
+    services.ask_boundaries = [&](int row) {
+        asked = row;
+        return Calc_Segment(row);
+    };
+    frm_InputData screen(services);
+    const Driver user(screen);
+    Type_Row(user, 0, "Poly", "", "360", "0", "4");
+    user.Press(Element("cmd_CalcSeg", 0));
+    EXPECT_EQ(asked, 0);
+}
+
+TEST_F(Input_Screen, plot_and_print_are_asked_for_their_segment)
+{
+    std::vector<int> asked;
+    screens::Input_Services services;
+    services.plot_segment = services.print_segment = [&](int segment) { asked.push_back(segment); };
+    Build("Double Dwell");
+    frm_InputData screen(services);
+    const Driver user(screen);
+    user.Press(Element("cmd_PlotSeg", 2));
+    EXPECT_EQ(m_.Seg, 3);
+    user.Press(Element("cmd_PrntSeg", 1));
+    EXPECT_EQ(asked, (std::vector<int>{3, 2}));
+    script_.Expect(testing::Copy_Box);
+    user.Press("cmd_Copy");
+}
+
+TEST_F(Input_Screen, the_session_returns_to_the_table_until_the_report_is_accepted)
+{
+    Build("Double Dwell");
+    int tables = 0;
+    int reports = 0;
+    const testing::Modals modals([&](QDialog& open) {
+        const Driver user(open);
+        if (open.objectName() == "frm_InputData") {
+            ++tables;
+            user.Press("cmd_Done");
+        } else if (open.objectName() == "frm_Continuity") {
+            ++reports;
+            if (reports == 2)
+                script_.Expect(
+                    {"The small discontinuities seen in S, V, and A\n"
+                     "are due to computational roundoff error\n"
+                     "and can be safely ignored.  Jerk discontinuities\n"
+                     "are not critical to proper function."});
+            user.Press(reports == 1 ? "cmd_Back" : "cmd_Done");
+        }
+    });
+    screens::Run_Input_Session(nullptr);
+    EXPECT_EQ(tables, 2);
+    EXPECT_EQ(reports, 2);
+    EXPECT_TRUE(design.flags.Calculated);
+}
+
+}  // namespace
+}  // namespace lobemax

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "screens/screen.h"
+
+#include <QCheckBox>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "screens/desktop_host.h"
+#include "screens/frm_Quit.h"
+#include "screens/frm_Title.h"
+#include "screens/resources.h"
+#include "tests/support/desktop_design.h"
+
+namespace lobemax {
+namespace {
+
+using namespace screens;
+using testing::Driver;
+
+class Foundation : public testing::Desktop_Test {};
+
+class Two_Fields : public Screen {
+public:
+    Two_Fields() : Screen("frm_Two", "Two", nullptr), first(new Entry("txt_First")), second(new Entry("txt_Second"))
+    {
+        auto* const column = new QVBoxLayout(this);
+        column->addWidget(first);
+        column->addWidget(second);
+        first->accepted = [this](const std::string& text) { taken.push_back(text); };
+    }
+    Entry* first;
+    Entry* second;
+    std::vector<std::string> taken;
+};
+
+TEST_F(Foundation, an_entry_is_taken_on_leaving_or_enter_and_only_after_a_change)
+{
+    Two_Fields screen;
+    const Driver user(screen);
+    user.Fill("txt_First", "12");
+    EXPECT_EQ(screen.taken, (std::vector<std::string>{"12"}));
+    QTest::mouseClick(screen.first, Qt::LeftButton);
+    user.Leave("txt_First");
+    EXPECT_EQ(screen.taken.size(), 1U);
+    user.Type("txt_First", "13");
+    user.Enter("txt_First");
+    user.Leave("txt_First");
+    EXPECT_EQ(screen.taken, (std::vector<std::string>{"12", "13"}));
+    screen.first->Show_Text("99");  // set by the program
+    user.Leave("txt_First");
+    EXPECT_EQ(screen.taken.size(), 2U);
+}
+
+TEST_F(Foundation, arrow_keys_step_a_number_where_the_screen_allows_it)
+{
+    Two_Fields screen;
+    const Driver user(screen);
+    screen.first->stepped = [](const std::string& text, int steps) { return std::to_string(std::stoi(text) + steps); };
+    screen.first->Show_Text("10");
+    screen.first->setFocus();
+    QTest::keyClick(screen.first, Qt::Key_Up);
+    QTest::keyClick(screen.first, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(screen.taken, (std::vector<std::string>{"11", "1"}));
+}
+
+TEST_F(Foundation, a_control_that_is_not_there_is_an_error)
+{
+    Two_Fields screen;
+    EXPECT_THROW(screen.Control<Entry>("txt_Third"), std::out_of_range);
+    EXPECT_THROW(screen.Control<QCheckBox>("txt_First"), std::out_of_range);
+}
+
+TEST_F(Foundation, a_screen_remembers_its_size)
+{
+    {
+        Two_Fields screen;
+        const Driver user(screen);
+        screen.resize(500, 333);
+    }
+    Two_Fields again;
+    EXPECT_EQ(again.size(), QSize(500, 333));
+}
+
+TEST_F(Foundation, boxes_offer_their_buttons_and_escape_is_the_careful_answer)
+{
+    const Host host = Desktop_Host();
+    const auto ask = [&](Buttons buttons, QMessageBox::StandardButton press) {
+        const testing::Modals modals([press](QDialog& open) {
+            auto& box = dynamic_cast<QMessageBox&>(open);
+            EXPECT_EQ(box.text(), "two\nlines");
+            if (press == QMessageBox::NoButton)
+                box.reject();
+            else
+                box.button(press)->click();
+        });
+        Message message;
+        message.text = "two\nlines";
+        message.buttons = buttons;
+        return host.messenger(message);
+    };
+    EXPECT_EQ(ask(Buttons::OK, QMessageBox::Ok), Answer::OK);
+    EXPECT_EQ(ask(Buttons::OK_Cancel, QMessageBox::Ok), Answer::OK);
+    EXPECT_EQ(ask(Buttons::OK_Cancel, QMessageBox::NoButton), Answer::Cancel);
+    EXPECT_EQ(ask(Buttons::Yes_No, QMessageBox::Yes), Answer::Yes);
+    EXPECT_EQ(ask(Buttons::Abort_Retry_Ignore, QMessageBox::Abort), Answer::Abort);
+    EXPECT_EQ(ask(Buttons::Abort_Retry_Ignore, QMessageBox::Retry), Answer::Retry);
+    EXPECT_EQ(ask(Buttons::Retry_Cancel, QMessageBox::Cancel), Answer::Cancel);
+}
+
+TEST_F(Foundation, dialog_filters_are_turned_into_those_of_the_desktop)
+{
+    EXPECT_EQ(Qt_Filter("LOBEMAX (*.cam)|*.cam|All (*.*)|*.*|"), "LOBEMAX (*.cam);;All (*.*)");
+    EXPECT_EQ(Qt_Filter("(*.pts)|*.pts"), "Files (*.pts)");
+}
+
+TEST_F(Foundation, the_title_leads_to_home_or_to_the_quit_screen)
+{
+    Load_Resources();
+    frm_Title title;
+    const Driver user(title);
+    EXPECT_EQ(user.Text("lbl_Program"), "LOBEMAX Plus");
+    EXPECT_NE(user.Text("lbl_Release").find("9.0"), std::string::npos);
+    user.Press("cmd_Start");
+    EXPECT_EQ(title.result(), QDialog::Accepted);
+    frm_Title again;
+    const Driver other(again);
+    other.Press("cmd_Abort");
+    EXPECT_EQ(again.result(), QDialog::Rejected);
+}
+
+TEST_F(Foundation, the_quit_screen_stays_by_default)
+{
+    frm_Quit quit;
+    const Driver user(quit);
+    EXPECT_TRUE(user.Find<QPushButton>("cmd_NoQuit").isDefault());
+    EXPECT_TRUE(user.Find<QPushButton>("cmd_NoQuit").hasFocus());
+    user.Press("cmd_NoQuit");
+    EXPECT_EQ(quit.result(), QDialog::Rejected);
+}
+
+}  // namespace
+}  // namespace lobemax
