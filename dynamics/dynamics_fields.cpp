@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dynamics/dynamics_fields.h"
 
+#include <array>
+
 #include "core/design_state.h"
 #include "core/messages.h"
 #include "core/numeric.h"
@@ -28,6 +30,45 @@ Dynamics_Entry Refused(const char* message, Symbol symbol, std::string_view text
     return {false, In_Number_Format(text)};
 }
 
+/// Stores the value of a field, or refuses it.
+Dynamics_Entry Store_Entry(Dynamics_Field field, std::string_view text);
+
+// "fluctuaion" is the screen's own spelling.
+constexpr std::array controls{
+    Dynamics_Control{"frm_Dynamics", "Cam Dynamics", ""},
+    Dynamics_Control{"fra_Closure", "Joint Closure", ""},
+    Dynamics_Control{"opt_Closure(0)", "Force Closed", "Uses a spring closure"},
+    Dynamics_Control{"opt_Closure(1)", "Form Closed", "Tracked, ribbed, or conjugate cam"},
+    Dynamics_Control{"txt_Mass", "Effective Mass", "Effective mass at roller follower - must be in mass units"},
+    Dynamics_Control{"txt_Preload", "Spring Preload", "Initial spring load at assembly"},
+    Dynamics_Control{"txt_Spring", "Spring Constant", "Return spring rate"},
+    Dynamics_Control{"txt_Damping", "Coefficient C", "Damping coefficient"},
+    Dynamics_Control{"txt_Zeta", "Ratio z", "Dimensionless damping ratio, zeta"},
+    Dynamics_Control{"chk_Extforce", "Add ext. force", "This will superpose any external force previously calculated"},
+    Dynamics_Control{"txt_Journal", "Cam Journal Dia", "Camshaft diameter for friction torque calculation"},
+    Dynamics_Control{"txt_Folfrict", "Follower Friction", ""},
+    Dynamics_Control{"txt_Jnlfrict", "Journal Friction", ""},
+    Dynamics_Control{"fra_Torque", "Torque Calcs", ""},
+    Dynamics_Control{"opt_Torque(0)", "Start Fresh", "New torque calculation overwrites previous values"},
+    Dynamics_Control{"opt_Torque(1)", "Accumulate", "Retains previous torque and adds new to it"},
+    Dynamics_Control{"txt_Fluct", "Coef Fluctuation", "Desired coefficient of fluctuaion for a flywheel"},
+    Dynamics_Control{"chk_compcam", "Calc Comp Cam", "Create a torque compensation cam"},
+    Dynamics_Control{"grf_Plot(0)", "Kinetostatic camshaft torque", ""},
+    Dynamics_Control{"grf_Plot(1)", "Kinetostatic force at follower", ""},
+    Dynamics_Control{"pct_Pict1", "", "These data can be used to calculate flywheel size - see textbook"},
+    Dynamics_Control{"lbl_Fmax", "Fmax", ""},
+    Dynamics_Control{"lbl_Fmin", "Fmin", ""},
+    Dynamics_Control{"lbl_Tmax", "Tmax", ""},
+    Dynamics_Control{"lbl_OmegaN", "Undamped natural frequency", ""},
+    Dynamics_Control{"lbl_OmegaD", "Damped natural frequency", ""},
+    Dynamics_Control{"lbl_Cc", "Coefficient of critical damping", ""},
+    Dynamics_Control{"cmd_Cancel", "< &Back", ""},
+    Dynamics_Control{"cmd_Calc", "&Calculate", ""},
+    Dynamics_Control{"cmd_Done", "&Next >", ""},
+    Dynamics_Control{"cmd_Print", "&Print Form", ""},
+    Dynamics_Control{"cmd_Copy", "&Copy", ""},
+};
+
 }  // namespace
 
 Dynamics_Form Opening_Dynamics_Form()
@@ -53,6 +94,7 @@ Dynamics_Form Opening_Dynamics_Form()
     form.txt_Fluct = Shown(d.Coeff_of_Fluctuation, 2);
     form.force_closed = design.cam.Followtype == 2 || design.cam.Closure == "Force";
     form.start_fresh = d.Torque_Start_Fresh;
+    form.add_external = design.flags.Ext_Force_Calc && d.Ext_Force_Add;
     return form;
 }
 
@@ -77,6 +119,18 @@ Dynamics_Labels Labels_of_Dynamics(bool force_closed, std::string_view txt_Sprin
 }
 
 Dynamics_Entry Edit_Dynamics_Field(Dynamics_Field field, std::string_view text)
+{
+    Dynamics_Entry entry = Store_Entry(field, text);
+    const bool fresh = design.dynamics.Torque_Start_Fresh;
+    entry.hide_charts = !fresh;
+    entry.recalculate = fresh && entry.accepted;
+    entry.disable_done = entry.accepted;
+    return entry;
+}
+
+namespace {
+
+Dynamics_Entry Store_Entry(Dynamics_Field field, std::string_view text)
 {
     Dynamics_Group& d = design.dynamics;
     const bool own_cam = !design.flags.CompCam_Calc;
@@ -142,6 +196,8 @@ Dynamics_Entry Edit_Dynamics_Field(Dynamics_Field field, std::string_view text)
     return accepted;
 }
 
+}  // namespace
+
 void Read_Dynamics_Fields(const Dynamics_Form& form)
 {
     Dynamics_Group& d = design.dynamics;
@@ -150,8 +206,6 @@ void Read_Dynamics_Fields(const Dynamics_Form& form)
         d.Return_Spring_Rate = Val(form.txt_Spring);
         d.Preload = Val(form.txt_Preload);
         d.Zeta_Initial = Val(form.txt_Zeta);
-        if (d.Return_Spring_Rate == 0.0)
-            d.Damping = Val(form.txt_Damping);  // without a spring the typed coefficient counts
     } else {
         d.Preload = d.Return_Spring_Rate = d.Damping = 0.0;
     }
@@ -175,6 +229,54 @@ bool Calc_Dynamics(const Dynamics_Form& form)
 void Choose_Form_Closure()
 {
     design.dynamics.Model_Type = 1;
+}
+
+bool Choose_Closure(const Dynamics_Form& form)
+{
+    if (!form.force_closed)
+        Choose_Form_Closure();
+    return Calc_Dynamics(form);
+}
+
+bool Choose_Start_Fresh(Dynamics_Form& form)
+{
+    form.start_fresh = true;
+    return Calc_Dynamics(form);
+}
+
+bool Tick_Add_External_Force(Dynamics_Form& form, bool ticked)
+{
+    form.add_external = ticked;
+    design.dynamics.Ext_Force_Add = ticked;
+    return Calc_Dynamics(form);
+}
+
+Dynamics_Texts Texts_of_Dynamics(const Dynamics_Figures& figures)
+{
+    constexpr std::string_view one_decimal = "#,###,###,##0.0";
+    constexpr std::string_view two_decimals = "#,###,###,##0.00";
+    const Dynamics_Group& d = design.dynamics;
+    Dynamics_Texts texts;
+    texts.lbl_Fmax = Format_Picture(figures.Fmax, one_decimal);
+    texts.lbl_Fmin = Format_Picture(figures.Fmin, one_decimal);
+    texts.lbl_Tmax = Format_Picture(figures.Tmax, one_decimal);
+    if (!figures.frequencies)
+        return texts;
+    texts.lbl_OmegaN = Format_Picture(d.Omega_N, one_decimal);
+    texts.lbl_OmegaD = Format_Picture(d.Omega_D, one_decimal);
+    texts.lbl_Cc = Format_Picture(d.Critical_Damping, two_decimals);
+    texts.txt_Damping = Format_Picture(d.Damping, two_decimals);
+    return texts;
+}
+
+bool Closing_Dynamics_Is_Done()
+{
+    return design.flags.Dynamicflag;
+}
+
+std::span<const Dynamics_Control> Dynamics_Controls()
+{
+    return controls;
 }
 
 void Choose_Accumulate()

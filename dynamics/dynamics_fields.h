@@ -2,6 +2,7 @@
 /// The dynamics screen without its window: what it opens with, its entries, its choices and its button.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -18,8 +19,9 @@ struct Dynamics_Form {
     std::string txt_Folfrict;
     std::string txt_Jnlfrict;
     std::string txt_Fluct;
-    bool force_closed = true;  // opt_Closure(0)
-    bool start_fresh = true;   // opt_Torque(0)
+    bool force_closed = true;   // opt_Closure(0)
+    bool start_fresh = true;    // opt_Torque(0)
+    bool add_external = false;  // chk_Extforce
 };
 
 /// What the screen shows when it opens; the choice of a flat face forces the closure by a spring.
@@ -45,14 +47,19 @@ Dynamics_Labels Labels_of_Dynamics(bool force_closed, std::string_view txt_Sprin
 enum class Dynamics_Field { Mass, Preload, Spring, Damping, Journal, Zeta, Folfrict, Jnlfrict, Fluct };
 
 /// Validates an edited field. A refused one shows its new text, after a message; in the spring's case that text is
-/// taken as the value too.
+/// taken as the value too. While torques accumulate any entry hides the charts and nothing is recalculated, so that no
+/// cam counts twice; otherwise an accepted one recalculates at once, over the charts that are shown.
 struct Dynamics_Entry {
     bool accepted;
-    std::string text;
+    std::string text;  // that the field then shows
+    bool hide_charts = false;
+    bool recalculate = false;   // by Calc_Dynamics
+    bool disable_done = false;  // cmd_Done, until the next calculation completes
 };
 Dynamics_Entry Edit_Dynamics_Field(Dynamics_Field field, std::string_view text);
 
-/// Reads the fields into the design; under a form closure spring, preload and damping become 0.
+/// Reads the fields into the design; under a form closure spring, preload and damping become 0. The damping
+/// coefficient is not read: its entry has stored it, and a spring replaces it.
 void Read_Dynamics_Fields(const Dynamics_Form& form);
 
 /// The work of cmd_Calc up to its charts: choices, fields, forces and torques; the stresses rest on the old ones.
@@ -62,7 +69,49 @@ bool Calc_Dynamics(const Dynamics_Form& form);
 /// What choosing opt_Closure(1) does beside reading and calculating: a tracked follower has the first vibration model.
 void Choose_Form_Closure();
 
+/// Choosing opt_Closure, by form.force_closed: as Choose_Form_Closure where it is, then fields and calculation. The
+/// charts are hidden before.
+/// @return Dynamicflag
+bool Choose_Closure(const Dynamics_Form& form);
+
 /// What choosing opt_Torque(1) does: torques accumulate, after a warning.
 void Choose_Accumulate();
+
+/// Choosing opt_Torque(0): the next torque overwrites the last; calculates at once. The charts are hidden before.
+/// @return Dynamicflag
+bool Choose_Start_Fresh(Dynamics_Form& form);
+
+/// chk_Extforce: the external force joins the follower's; calculates at once.
+/// @return Dynamicflag
+bool Tick_Add_External_Force(Dynamics_Form& form, bool ticked);
+
+/// The figures as the labels show them, in the number format in force: forces, torque and frequencies with one decimal,
+/// damping with two. The last four are empty without a spring: the labels keep what they show.
+struct Dynamics_Texts {
+    std::string lbl_Fmax;
+    std::string lbl_Fmin;
+    std::string lbl_Tmax;
+    std::string lbl_OmegaN;
+    std::string lbl_OmegaD;
+    std::string lbl_Cc;
+    std::string txt_Damping;
+};
+struct Dynamics_Figures;
+Dynamics_Texts Texts_of_Dynamics(const Dynamics_Figures& figures);
+
+/// Whether closing the window acts as cmd_Done; otherwise it acts as cmd_Cancel.
+bool Closing_Dynamics_Is_Done();
+
+/// cmd_Copy only says this.
+inline constexpr std::string_view Copy_Advice = "Use the Alt-PrintScrn key combo to copy the screen to the clipboard";
+
+/// A control of the screen: its name, its caption or title, and its tip.
+struct Dynamics_Control {
+    std::string_view name;
+    std::string_view caption;
+    std::string_view tip;
+};
+/// All captioned controls of the screen, in the order of its layout.
+std::span<const Dynamics_Control> Dynamics_Controls();
 
 }  // namespace lobemax

@@ -2,6 +2,7 @@
 #include "dynamics/kinetostatics.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <span>
 
@@ -23,6 +24,15 @@ constexpr int ignore_answer = 5;
 constexpr int friction_row = 15;
 constexpr int flywheel_row = 16;
 constexpr int integral_row = 45;
+
+/// Last point of the cycle.
+/// @throws Fault{9} when a row of the calculated table has no such point
+int Last_Point()
+{
+    const int last = design.motion.Max_Data_Points_used;
+    Checked_Place(last, 0, std::min(Max_Points, design.results.CalcData.Last_Point()));
+    return last;
+}
 
 /// Natural frequencies and damping; with a spring rate of zero the typed coefficient stands.
 void Find_Frequencies()
@@ -139,6 +149,8 @@ bool Run_Points(const Train& train, std::span<Single> torque)
     const auto total = r.CalcData.Points(var::Torque);
     const auto friction = r.CalcData.Points(friction_row);
     const auto external = r.Ext_Force_Table.Points();
+    if (train.external && external.size() < torque.size())
+        throw Fault{out_of_bounds};
     const bool fresh = design.dynamics.Torque_Start_Fresh;
     double F = 0.0;
     double T_f = 0.0;
@@ -163,14 +175,14 @@ bool Run_Points(const Train& train, std::span<Single> torque)
     return true;
 }
 
-/// Integral of this run's torque over the angle in degrees, by trapezoids from point 1.
-void Integrate(std::span<const Single> torque, std::span<Single> integral)
+/// Integral of this run's torque over the angle in degrees, by trapezoids from point 1, straight into its row.
+void Integrate(std::span<const Single> torque)
 {
     const double step = design.motion.Deltatheta;
+    const auto integral = design.results.CalcData.Points(integral_row).first(torque.size());
     std::fill(integral.begin(), integral.end(), Single{});
     for (std::size_t i = 2; i < torque.size(); ++i)
         integral[i] = integral[i - 1] + (torque[i - 1] + torque[i]) / 2 * step;
-    std::copy(integral.begin(), integral.end(), design.results.CalcData.Points(integral_row).begin());
 }
 
 /// Runs of the torque above and below its mean; zero counts as above.
@@ -212,11 +224,11 @@ private:
     int last_n_ = 0;
 };
 
-/// Places a text so that it begins in a column, counted from 1, of a print line.
+/// Places a text so that it begins in a column, counted from 1, of a print line; after a text too wide for its own
+/// column, a blank further on.
 void At_Column(std::string& line, std::size_t column, const std::string& text)
 {
-    if (line.size() < column - 1)
-        line.resize(column - 1, ' ');
+    line.resize(std::max(line.size() + 1, column - 1), ' ');
     line += text;
 }
 
@@ -248,7 +260,8 @@ std::vector<std::string> Pulse_Lines(const Torque_Pulses& pulses)
         lines.push_back(line);
     }
     if (pulses.left_out > 0)
-        lines.push_back("   " + std::to_string(pulses.left_out) + " further pulses left out");
+        lines.push_back("   " + std::to_string(pulses.left_out) +
+                        (pulses.left_out == 1 ? " further pulse left out" : " further pulses left out"));
     lines.emplace_back();
     lines.emplace_back("    Average Torque:");
     lines.push_back("   " + In_Number_Format(Shortest(FNRound(pulses.average, 2))) + "  " +
@@ -256,17 +269,49 @@ std::vector<std::string> Pulse_Lines(const Torque_Pulses& pulses)
     return lines;
 }
 
+/// Mean and areas of row 8, without their lines, and row 16; allocates nothing.
+Torque_Pulses Torque_Areas()
+{
+    Table<Single>& data = design.results.CalcData;
+    const auto last = static_cast<std::size_t>(Last_Point());
+    const auto torque = data.Points(var::Torque);
+    Torque_Pulses pulses;
+    double sum = 0.0;
+    for (std::size_t i = 1; i <= last; ++i)
+        sum += torque[i];
+    pulses.average = last == 0 ? sum : sum / static_cast<double>(last);
+    Pulse_Counter counter(pulses);
+    Single before = last == 0 ? Single{} : Single(torque[1] - pulses.average);
+    for (std::size_t i = 2; i <= last; ++i) {
+        const Single w = torque[i] - pulses.average;
+        counter.Add(w, (before + w) / 2 * design.motion.Deltatheta);
+        before = w;
+    }
+    counter.Finish();
+    const auto flywheel = data.Points(flywheel_row);
+    for (std::size_t i = 1; i <= last; ++i)
+        flywheel[i] = design.dynamics.Coeff_of_Fluctuation * torque[i];
+    return pulses;
+}
+
 }  // namespace
 
 Dynamics_Figures Present_Figures()
 {
-    const Table<Single>& data = design.results.CalcData;
-    const int last = design.motion.Max_Data_Points_used;
-    const Extremes force = MaxMin2(data, var::Force, 0, last);
-    const Extremes torque = MaxMin2(data, var::Torque, 0, last);
-    return {
-        force.largest,      force.smallest, torque.largest, torque.smallest, design.dynamics.Return_Spring_Rate != 0.0,
-        Show_Torque_Areas()};
+    Dynamics_Figures figures;
+    Trap("Present_Figures", [&figures] {
+        const Table<Single>& data = design.results.CalcData;
+        const int last = Last_Point();
+        const Extremes force = MaxMin2(data, var::Force, 0, last);
+        const Extremes torque = MaxMin2(data, var::Torque, 0, last);
+        figures.Fmax = force.largest;
+        figures.Fmin = force.smallest;
+        figures.Tmax = torque.largest;
+        figures.Tmin = torque.smallest;
+        figures.frequencies = design.dynamics.Return_Spring_Rate != 0.0;
+    });
+    figures.pulses = Show_Torque_Areas();
+    return figures;
 }
 
 bool Calc_Force_Torque()
@@ -274,10 +319,11 @@ bool Calc_Force_Torque()
     Flags_Group& f = design.flags;
     f.Dynamicflag = false;
     const bool no_fault = Trap("Calc_Force_Torque", [&f] {
-        Table<Single>& data = design.results.CalcData;
-        const int last = design.motion.Max_Data_Points_used;
-        std::vector<Single> torque(static_cast<std::size_t>(last + 1));
-        std::vector<Single> integral(torque.size());
+        const Table<Single>& data = design.results.CalcData;
+        const int last = Last_Point();
+        // This run's torque, whatever row 8 accumulates; it lives for the run, on the stack.
+        std::array<Single, Max_Points + 1> work{};
+        const auto torque = std::span(work).first(static_cast<std::size_t>(last + 1));
         f.Calc_Abort = false;
         Find_Frequencies();
         Train train;
@@ -286,11 +332,11 @@ bool Calc_Force_Torque()
         f.Separation_Answer = retry_answer;
         if (!Run_Points(train, torque))
             return;
-        Integrate(torque, integral);
+        Integrate(torque);
         const Extremes extremes = MaxMin2(data, integral_row, 0, last);
         design.dynamics.Torque_Integral_Max = extremes.largest;
         design.dynamics.Torque_Integral_Min = extremes.smallest;
-        Show_Torque_Areas();
+        Torque_Areas();
         f.Dynamicflag = true;
     });
     return no_fault && f.Dynamicflag;
@@ -298,25 +344,11 @@ bool Calc_Force_Torque()
 
 Torque_Pulses Show_Torque_Areas()
 {
-    Table<Single>& data = design.results.CalcData;
-    const auto last = static_cast<std::size_t>(design.motion.Max_Data_Points_used);
-    const auto torque = data.Points(var::Torque);
     Torque_Pulses pulses;
-    double sum = 0.0;
-    for (std::size_t i = 1; i <= last; ++i)
-        sum += torque[i];
-    pulses.average = last == 0 ? sum : sum / static_cast<double>(last);
-    std::vector<Single> w(last + 1);
-    for (std::size_t i = 1; i <= last; ++i)
-        w[i] = torque[i] - pulses.average;
-    Pulse_Counter counter(pulses);
-    for (std::size_t i = 2; i <= last; ++i)
-        counter.Add(w[i], (w[i - 1] + w[i]) / 2 * design.motion.Deltatheta);
-    counter.Finish();
-    const auto flywheel = data.Points(flywheel_row);
-    for (std::size_t i = 1; i <= last; ++i)
-        flywheel[i] = design.dynamics.Coeff_of_Fluctuation * torque[i];
-    pulses.lines = Pulse_Lines(pulses);
+    Trap("Show_Torque_Areas", [&pulses] {
+        pulses = Torque_Areas();
+        pulses.lines = Pulse_Lines(pulses);
+    });
     return pulses;
 }
 
@@ -343,13 +375,17 @@ void Check_Separation(double theta, Integer& answer)
 
 void Reset_Dynamics()
 {
-    Results_Group& r = design.results;
-    const auto count = static_cast<std::size_t>(design.motion.Max_Data_Points_used + 1);
-    std::fill_n(r.CalcData.Points(var::Force).begin(), count, Single{});
-    if (design.dynamics.Torque_Start_Fresh)
-        std::fill_n(r.CalcData.Points(var::Torque).begin(), count, Single{});
-    std::copy_n(r.Ext_Force_Table.Points().begin(), count, r.CalcData.Points(var::Ext_Force).begin());
     design.flags.Dynamicflag = false;
+    Trap("Reset_Dynamics", [] {
+        Results_Group& r = design.results;
+        const int last = Last_Point();
+        const auto count = static_cast<std::size_t>(last) + 1;
+        std::fill_n(r.CalcData.Points(var::Force).begin(), count, Single{});
+        if (design.dynamics.Torque_Start_Fresh)
+            std::fill_n(r.CalcData.Points(var::Torque).begin(), count, Single{});
+        Checked_Place(last, 0, r.Ext_Force_Table.Last());
+        std::copy_n(r.Ext_Force_Table.Points().begin(), count, r.CalcData.Points(var::Ext_Force).begin());
+    });
 }
 
 }  // namespace lobemax

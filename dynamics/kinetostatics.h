@@ -37,18 +37,20 @@ struct Dynamics_Figures {
     Torque_Pulses pulses;
 };
 
-/// The figures of what stands in the rows.
+/// The figures of what stands in the rows, under its trap; a fault leaves the rest of them 0.
 Dynamics_Figures Present_Figures();
 
 /// Force, torque, friction, integral and pulses of the whole cycle, under its trap; sets Dynamicflag.
 ///
 /// A spring rate other than zero replaces Damping by Zeta_Initial times the critical damping. In the degrees base
-/// inertia carries 180 / pi once, not squared: meant. Friction is reported alone and never enters the torque.
+/// inertia carries 180 / pi once, not squared: meant. Friction is reported alone and never enters the torque. The run
+/// allocates nothing but for its messages.
 /// @return Dynamicflag: false after a fault, and when the user aborted at a separation (Calc_Abort)
 /// Source: Norton, Cam Design and Manufacturing Handbook, chapter 9 (kinetostatic camshaft torque).
 bool Calc_Force_Torque();
 
-/// Average torque and the pulse table of row 8; fills row 16.
+/// Average torque and the pulse table of row 8, under its trap; fills row 16 from point 1. A run is decided by the sign
+/// of the torque's excess over its mean, zero counting as positive. A fault leaves the lines empty.
 Torque_Pulses Show_Torque_Areas();
 
 /// The question at a point where cam and follower separate; answer 5 (ignore) asks nothing. The answer takes the
@@ -57,7 +59,7 @@ Torque_Pulses Show_Torque_Areas();
 void Check_Separation(double theta, Integer& answer);
 
 /// Clears what a new screen must not show: row 7, row 8 unless torques accumulate, and Dynamicflag; row 44 takes the
-/// external force.
+/// external force. Under its trap.
 void Reset_Dynamics();
 
 }  // namespace lobemax

@@ -32,11 +32,13 @@
 #include "motion/examples.h"
 #include "paint/chart.h"
 #include "present/plot_selection.h"
-#include "screens/frm_Continuity.h"
+#include "screens/frm_Dynamics.h"
 #include "screens/frm_FFT.h"
 #include "screens/frm_Input_Session.h"
 #include "screens/frm_Preferences.h"
 #include "screens/frm_Quit.h"
+#include "screens/frm_SizeCam.h"
+#include "screens/frm_Stress.h"
 #include "screens/help_viewer.h"
 #include "screens/screen.h"
 #include "screens/status_panel.h"
@@ -389,6 +391,15 @@ void frm_HomeScreen::Press(Home_Button button)
         if (May_Open_Input())
             Run_Input_Session(this);
         break;
+    case Size:
+        Open_Screen<frm_SizeCam>();
+        break;
+    case Force:
+        Open_Screen<frm_Dynamics>();
+        break;
+    case Stress:
+        Open_Screen<frm_Stress>();
+        break;
     case Linkage:
         if (!May_Open_Linkage())
             break;
@@ -400,7 +411,7 @@ void frm_HomeScreen::Press(Home_Button button)
     default:
         Show_Message(
             "This screen comes with a later release.\n"
-            "lobemax-cli calculates sizes, forces and stresses, prints tables and exports them.",
+            "lobemax-cli prints tables of every calculated variable, and File / Export writes them.",
             Buttons::OK, Symbol::information);
         break;
     }

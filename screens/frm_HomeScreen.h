@@ -8,6 +8,7 @@
 
 #include "core/messages.h"
 #include "core/workflow.h"
+#include "screens/screen.h"
 
 class QAction;
 class QLabel;
@@ -49,6 +50,12 @@ private:
     QAction* Add_Action(QMenu& menu, const QString& name, const QString& caption, std::function<void()> work);
     void Run_Action(const std::string& name);
     void Press(Home_Button button);
+    template <class Form>
+    void Open_Screen()
+    {
+        Form screen(this);
+        Run_Modal(screen);
+    }
     void Build_Example(const std::string& caption);
     void Show_Recent();
     void Remember(const std::string& path);

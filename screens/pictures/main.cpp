@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QPushButton>
 #include <QSettings>
 #include <QStyleFactory>
 #include <QTemporaryDir>
@@ -17,6 +18,7 @@
 #include "screens/dark_palette.h"
 #include "screens/frm_Bounds.h"
 #include "screens/frm_Continuity.h"
+#include "screens/frm_Dynamics.h"
 #include "screens/frm_FFT.h"
 #include "screens/frm_HomeScreen.h"
 #include "screens/frm_InputData.h"
@@ -24,6 +26,8 @@
 #include "screens/frm_Poly.h"
 #include "screens/frm_Preferences.h"
 #include "screens/frm_Quit.h"
+#include "screens/frm_SizeCam.h"
+#include "screens/frm_Stress.h"
 #include "screens/frm_Title.h"
 #include "screens/help_viewer.h"
 #include "screens/resources.h"
@@ -105,6 +109,24 @@ int main(int argc, char** argv)
         emit list.activated(2);
         Take(fft, QStringLiteral("frm_FFT"));
     }
+    {
+        frm_SizeCam size;
+        Take(size, QStringLiteral("frm_SizeCam"));
+        auto& list = size.Control<QPushButton>(QStringLiteral("cmd_ShowData"));
+        list.click();
+        Take(size, QStringLiteral("frm_SizeCam_data"));
+        frm_Dynamics dynamics;
+        dynamics.Control<QPushButton>(QStringLiteral("cmd_Calc")).click();
+        Take(dynamics, QStringLiteral("frm_Dynamics"));
+        frm_Stress stress;
+        Take(stress, QStringLiteral("frm_Stress"));
+    }
+    for (const char* const example : {"Single Dwell", "Flat Follower", "Four Dwell", "Oscillating"}) {
+        Open_Example(example);
+        frm_SizeCam size;
+        Take(size, QStringLiteral("frm_SizeCam_") + QString::fromUtf8(example).remove(QLatin1Char(' ')));
+    }
+    Open_Example("Double Dwell");
     Make_Conditions('P');
     {
         frm_Bounds bounds(1);

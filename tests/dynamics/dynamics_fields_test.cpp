@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cmath>
 #include <string>
 #include <vector>
 
 #include "camgeom/sizing.h"
+#include "dynamics/kinetostatics.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
 
@@ -229,6 +231,215 @@ TEST_F(Dynamics_Fields, accumulating_warns)
          Buttons::OK, Symbol::exclamation});
     Choose_Accumulate();
     EXPECT_FALSE(d_.Torque_Start_Fresh);
+}
+
+TEST_F(Dynamics_Fields, the_defaults_show_in_every_unit_system_and_number_format)
+{
+    struct Row {
+        const char *mass, *spring, *preload, *spring_unit, *damping_unit, *mass_unit, *length, *force;
+    };
+    const std::array rows{Row{"0.04", "75", "25", "lb/in", "lb-s/in", "bl", "in", "lb"},
+                          Row{"0.48", "900", "300", "lb/ft", "lb-s/ft", "sl", "ft", "lb"},
+                          Row{"4", "1000", "100", "N/m", "N-s/m", "kg", "m", "N"},
+                          Row{"4", "1000", "100", "N/m", "N-s/m", "kg", "cm", "N"},
+                          Row{"4", "1000", "100", "N/m", "N-s/m", "kg", "mm", "N"}};
+    for (const bool europe : {false, true})
+        for (int units = 1; units <= 5; ++units) {
+            Start_Services services;
+            services.read_preferences = [units, europe] {
+                design.identity.WhichUnit = units;
+                design.identity.Number_Format = europe ? "Europe" : "USA";
+            };
+            ASSERT_TRUE(Sub_Main("", services));
+            const Row& row = rows[static_cast<std::size_t>(units - 1)];
+            const auto shown = [europe](std::string text) {
+                if (const auto at = text.find('.'); europe && at != std::string::npos)
+                    text[at] = ',';
+                return text;
+            };
+            const Dynamics_Form form = Opening_Dynamics_Form();
+            EXPECT_EQ(form.txt_Mass, shown(row.mass)) << units;
+            EXPECT_EQ(form.txt_Spring, row.spring);
+            EXPECT_EQ(form.txt_Preload, row.preload);
+            EXPECT_EQ(form.txt_Zeta, shown("0.05"));
+            EXPECT_EQ(form.txt_Journal, "2");
+            EXPECT_EQ(form.txt_Folfrict, shown("0.01"));
+            EXPECT_EQ(form.txt_Jnlfrict, shown("0.01"));
+            EXPECT_EQ(form.txt_Fluct, shown("0.05"));
+            EXPECT_FALSE(form.add_external);
+            const Dynamics_Labels labels = Labels_of_Dynamics(true, form.txt_Spring);
+            EXPECT_EQ(labels.mass, row.mass_unit);
+            EXPECT_EQ(labels.spring, row.spring_unit);
+            EXPECT_EQ(labels.damping, row.damping_unit);
+            EXPECT_EQ(labels.length, row.length);
+            EXPECT_EQ(labels.force, row.force);
+            EXPECT_EQ(labels.torque, design.plot.Var_Unit(8));
+        }
+}
+
+TEST_F(Dynamics_Fields, entries_and_refusals_follow_the_european_format)
+{
+    design.identity.Number_Format = "Europe";
+    EXPECT_TRUE(Edit_Dynamics_Field(Dynamics_Field::Mass, "2,5").accepted);
+    EXPECT_EQ(d_.Mass, 2.5);
+    script_.Expect(positive);
+    EXPECT_EQ(Edit_Dynamics_Field(Dynamics_Field::Mass, "0").text, "0,01");
+    script_.Expect(zeta);
+    EXPECT_EQ(Edit_Dynamics_Field(Dynamics_Field::Zeta, "1,5").text, "0,25");
+    script_.Expect(fluctuation);
+    EXPECT_EQ(Edit_Dynamics_Field(Dynamics_Field::Fluct, "-1").text, "0,05");
+}
+
+TEST_F(Dynamics_Fields, an_entry_recalculates_at_once_unless_torques_accumulate)
+{
+    Dynamics_Entry entry = Edit_Dynamics_Field(Dynamics_Field::Mass, "3");
+    EXPECT_TRUE(entry.recalculate && entry.disable_done);
+    EXPECT_FALSE(entry.hide_charts);
+    script_.Expect(positive);
+    entry = Edit_Dynamics_Field(Dynamics_Field::Mass, "0");
+    EXPECT_FALSE(entry.recalculate || entry.disable_done || entry.hide_charts);
+    d_.Torque_Start_Fresh = false;
+    entry = Edit_Dynamics_Field(Dynamics_Field::Mass, "3");
+    EXPECT_TRUE(entry.hide_charts && entry.disable_done);
+    EXPECT_FALSE(entry.recalculate);
+    script_.Expect(positive);
+    entry = Edit_Dynamics_Field(Dynamics_Field::Mass, "0");
+    EXPECT_TRUE(entry.hide_charts);  // first of all, whatever the entry is worth
+    EXPECT_FALSE(entry.recalculate || entry.disable_done);
+}
+
+TEST_F(Dynamics_Fields, a_refused_spring_rate_leaves_the_compensating_train)
+{
+    const double before = d_.Comp_Spring_Rate;
+    script_.Expect(positive);
+    EXPECT_FALSE(Edit_Dynamics_Field(Dynamics_Field::Spring, "0").accepted);
+    EXPECT_EQ(d_.Return_Spring_Rate, 1.0);
+    EXPECT_EQ(d_.Comp_Spring_Rate, before);
+}
+
+TEST_F(Dynamics_Fields, without_a_spring_the_damping_entry_stays_to_its_last_digit)
+{
+    Edit_Dynamics_Field(Dynamics_Field::Damping, "7.1234");
+    d_.Return_Spring_Rate = 0.0;
+    const Dynamics_Form form = Opening_Dynamics_Form();
+    EXPECT_EQ(form.txt_Damping, "7.12");
+    EXPECT_TRUE(Calc_Dynamics(form));
+    EXPECT_EQ(d_.Damping, Single(7.1234));  // not its rounded show
+}
+
+TEST_F(Dynamics_Fields, choosing_a_closure_reads_and_calculates)
+{
+    Dynamics_Form form = Opening_Dynamics_Form();
+    form.txt_Spring = "20000";
+    form.txt_Preload = "800";
+    form.force_closed = false;
+    EXPECT_TRUE(Choose_Closure(form));
+    EXPECT_EQ(design.cam.Closure, "Form");
+    EXPECT_EQ(d_.Model_Type, 1);
+    EXPECT_EQ(d_.Return_Spring_Rate, 0.0);
+    d_.Model_Type = 4;
+    form.force_closed = true;  // the fields still hold their spring
+    EXPECT_TRUE(Choose_Closure(form));
+    EXPECT_EQ(design.cam.Closure, "Force");
+    EXPECT_EQ(d_.Model_Type, 4);
+    EXPECT_EQ(d_.Return_Spring_Rate, 20000.0);
+    EXPECT_EQ(d_.Preload, 800.0);
+}
+
+TEST_F(Dynamics_Fields, starting_fresh_takes_the_accumulated_torque_away)
+{
+    Dynamics_Form form = Opening_Dynamics_Form();
+    form.txt_Spring = "20000";
+    form.txt_Preload = "800";
+    ASSERT_TRUE(Calc_Dynamics(form));
+    const double T = Data(var::Torque, 40);
+    form.start_fresh = false;
+    ASSERT_TRUE(Calc_Dynamics(form));
+    EXPECT_EQ(Data(var::Torque, 40), 2 * T);
+    EXPECT_TRUE(Choose_Start_Fresh(form));
+    EXPECT_TRUE(form.start_fresh && d_.Torque_Start_Fresh);
+    EXPECT_EQ(Data(var::Torque, 40), T);
+}
+
+TEST_F(Dynamics_Fields, the_tick_adds_the_external_force_and_takes_it_away)
+{
+    Dynamics_Form form = Opening_Dynamics_Form();
+    form.txt_Spring = "20000";
+    form.txt_Preload = "800";
+    design.flags.Ext_Force_Calc = true;
+    for (int i = 0; i <= 360; ++i)
+        design.results.Ext_Force_Table(i) = 100.0;
+    ASSERT_TRUE(Calc_Dynamics(form));
+    const double F = Data(var::Force, 40);
+    const double T = Data(var::Torque, 40);
+    int refreshed = 0;
+    Host host;
+    host.refresh = [&refreshed] { ++refreshed; };
+    Host before = Install_Host(std::move(host));
+    EXPECT_TRUE(Tick_Add_External_Force(form, true));
+    Install_Host(std::move(before));
+    EXPECT_EQ(refreshed, 1);
+    EXPECT_TRUE(d_.Ext_Force_Add);
+    EXPECT_TRUE(Opening_Dynamics_Form().add_external);
+    EXPECT_EQ(Data(var::Force, 40), F);
+    EXPECT_NEAR(Data(var::Torque, 40), T * (F + 100.0) / F, std::abs(T) * 1e-6);
+    EXPECT_TRUE(Tick_Add_External_Force(form, false));
+    EXPECT_EQ(Data(var::Torque, 40), T);
+    d_.Ext_Force_Add = true;
+    design.flags.Ext_Force_Calc = false;
+    EXPECT_FALSE(Opening_Dynamics_Form().add_external);  // nothing to add: unticked
+}
+
+TEST_F(Dynamics_Fields, figures_have_one_decimal_and_damping_two)
+{
+    Dynamics_Figures figures;
+    figures.Fmax = 1234567.25;
+    figures.Fmin = -12.34;
+    figures.Tmax = 0.04;
+    figures.frequencies = true;
+    d_.Omega_N = 15.8114;
+    d_.Omega_D = 15.7916;
+    d_.Critical_Damping = 1126.491;
+    d_.Damping = 6.325;
+    Dynamics_Texts texts = Texts_of_Dynamics(figures);
+    EXPECT_EQ(texts.lbl_Fmax, "1,234,567.3");
+    EXPECT_EQ(texts.lbl_Fmin, "-12.3");
+    EXPECT_EQ(texts.lbl_Tmax, "0.0");
+    EXPECT_EQ(texts.lbl_OmegaN, "15.8");
+    EXPECT_EQ(texts.lbl_OmegaD, "15.8");
+    EXPECT_EQ(texts.lbl_Cc, "1,126.49");
+    EXPECT_EQ(texts.txt_Damping, "6.32");  // 6.325 is 6.32499980926514 in 32 bits
+    design.identity.Number_Format = "Europe";
+    EXPECT_EQ(Texts_of_Dynamics(figures).lbl_Cc, "1.126,49");
+    figures.frequencies = false;
+    texts = Texts_of_Dynamics(figures);
+    EXPECT_EQ(texts.lbl_OmegaN + texts.lbl_OmegaD + texts.lbl_Cc + texts.txt_Damping, "");
+}
+
+TEST_F(Dynamics_Fields, closing_goes_on_only_with_forces)
+{
+    design.flags.Dynamicflag = false;
+    EXPECT_FALSE(Closing_Dynamics_Is_Done());
+    design.flags.Dynamicflag = true;
+    EXPECT_TRUE(Closing_Dynamics_Is_Done());
+}
+
+TEST_F(Dynamics_Fields, controls_have_their_captions_and_tips)
+{
+    const auto find = [](std::string_view name) {
+        for (const Dynamics_Control& control : Dynamics_Controls())
+            if (control.name == name)
+                return control;
+        ADD_FAILURE() << name;
+        return Dynamics_Control{};
+    };
+    EXPECT_EQ(find("opt_Closure(1)").tip, "Tracked, ribbed, or conjugate cam");
+    EXPECT_EQ(find("txt_Mass").tip, "Effective mass at roller follower - must be in mass units");
+    EXPECT_EQ(find("txt_Fluct").tip, "Desired coefficient of fluctuaion for a flywheel");  // spelled so
+    EXPECT_EQ(find("pct_Pict1").tip, "These data can be used to calculate flywheel size - see textbook");
+    EXPECT_EQ(find("grf_Plot(0)").caption, "Kinetostatic camshaft torque");
+    EXPECT_EQ(find("cmd_Cancel").caption, "< &Back");
+    EXPECT_EQ(Copy_Advice, "Use the Alt-PrintScrn key combo to copy the screen to the clipboard");
 }
 
 }  // namespace

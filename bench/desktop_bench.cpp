@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// What a user waits for in windows, on Qt's offscreen platform: the first window, a redraw, typing in the table.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QSettings>
+#include <QTemporaryDir>
+
+#include "core/design_state.h"
+#include "core/startup.h"
+#include "files/example_designs.h"
+#include "motion/examples.h"
+#include "motion/input_rules.h"
+#include "motion/segments.h"
+#include "paint/chart.h"
+#include "screens/frm_HomeScreen.h"
+#include "screens/frm_InputData.h"
+#include "screens/resources.h"
+
+namespace lobemax {
+namespace {
+
+void First_Window(benchmark::State& state)
+{
+    for (auto _ : state) {
+        Sub_Main("", {});
+        screens::frm_HomeScreen home("");
+        home.show();
+        QApplication::processEvents();
+        benchmark::DoNotOptimize(home.grab());
+    }
+}
+BENCHMARK(First_Window)->Unit(benchmark::kMillisecond);
+
+void Input_Screen(benchmark::State& state)
+{
+    Sub_Main("", {});
+    Open_Example("Four Dwell");
+    for (auto _ : state) {
+        screens::frm_InputData table({});
+        table.show();
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(Input_Screen)->Unit(benchmark::kMillisecond);
+
+void Typing_in_the_Table(benchmark::State& state)
+{
+    Sub_Main("", {});
+    Open_Example("Four Dwell");
+    screens::frm_InputData table({});
+    table.show();
+    auto& field = table.Control<screens::Entry>(screens::Element("txt_High", 0));
+    for (auto _ : state) {
+        field.typed("1");
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(Typing_in_the_Table)->Unit(benchmark::kMillisecond);
+
+/// Four charts of 2881 points, painted.
+void Four_Charts(benchmark::State& state)
+{
+    Sub_Main("", {});
+    Load_Example("Double Dwell");
+    Set_Step(0.125);
+    Calculate_Example();
+    QWidget window;
+    window.resize(900, 640);
+    std::vector<paint::Chart*> charts;
+    for (int k = 0; k < 4; ++k) {
+        charts.push_back(new paint::Chart(QStringLiteral("grf"), &window));
+        charts.back()->setGeometry(k % 2 * 450, k / 2 * 320, 450, 320);
+    }
+    window.show();
+    const auto& rows = design.results.CalcData;
+    for (auto _ : state) {
+        for (int k = 0; k < 4; ++k)
+            charts[static_cast<std::size_t>(k)]->Update(
+                {paint::Row_Curve(QStringLiteral("S"), {}, rows.Points(var::Angle), rows.Points(var::S + k), 0, 2880)});
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(Four_Charts)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace lobemax
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QTemporaryDir settings;
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
+    QApplication application(argc, argv);
+    lobemax::screens::Load_Resources();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

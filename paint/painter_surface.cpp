@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "paint/painter_surface.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QFileDialog>
+#include <QImage>
+#include <QMenu>
+#include <QPdfWriter>
+#include <QPolygonF>
+#include <QSvgGenerator>
+#include <algorithm>
+
+namespace lobemax::paint {
+
+Painter_Surface::Painter_Surface(QPainter& painter, const QRectF& area, const QPalette& palette)
+    : painter_(painter), area_(area), palette_(palette)
+{
+    painter_.setRenderHint(QPainter::Antialiasing);
+}
+
+void Painter_Surface::Scale(double left, double top, double right, double bottom)
+{
+    const double width = std::max(right - left, 1e-12);
+    const double height = std::max(bottom - top, 1e-12);
+    per_unit_ = std::min(area_.width() / width, area_.height() / height);
+    origin_ = area_.center() - QPointF((left + right) / 2, (top + bottom) / 2) * per_unit_;
+}
+
+void Painter_Surface::Clear()
+{
+    painter_.fillRect(area_, palette_.color(QPalette::Base));
+}
+
+QPointF Painter_Surface::To_Page(double x, double y) const
+{
+    return origin_ + QPointF(x, y) * per_unit_;
+}
+
+QColor Painter_Surface::Colour_of(Ink ink) const
+{
+    switch (ink) {
+    case Ink::cam:
+        return {0xD5, 0x8A, 0x1C};
+    case Ink::follower:
+        return {0x00, 0x72, 0xB2};
+    case Ink::path:
+        return {0x56, 0x9F, 0xD6};
+    case Ink::cutter:
+        return {0x00, 0x9E, 0x73};
+    case Ink::surface:
+        return {0xD5, 0x5E, 0x00};
+    case Ink::key:
+        return {0xCC, 0x79, 0xA7};
+    case Ink::prime:
+        return palette_.color(QPalette::Mid);
+    case Ink::curve:
+        return palette_.color(QPalette::Highlight);
+    case Ink::shaft:
+    case Ink::axis:
+        break;
+    }
+    return palette_.color(QPalette::Text);
+}
+
+void Painter_Surface::Use(Ink ink)
+{
+    const bool strong = ink == Ink::cam || ink == Ink::follower || ink == Ink::surface;
+    QPen pen(Colour_of(ink), strong ? 1.8 : 1.0, ink == Ink::prime ? Qt::DashLine : Qt::SolidLine, Qt::RoundCap,
+             Qt::RoundJoin);
+    pen.setCosmetic(true);
+    painter_.setPen(pen);
+    painter_.setBrush(Qt::NoBrush);
+}
+
+void Painter_Surface::PSet(double x, double y, Ink ink)
+{
+    Use(ink);
+    pen_ = To_Page(x, y);
+    painter_.drawPoint(pen_);
+}
+
+void Painter_Surface::Line(double x1, double y1, double x2, double y2, Ink ink)
+{
+    pen_ = To_Page(x1, y1);
+    Line_to(x2, y2, ink);
+}
+
+void Painter_Surface::Line_to(double x, double y, Ink ink)
+{
+    Use(ink);
+    const QPointF to = To_Page(x, y);
+    painter_.drawLine(pen_, to);
+    pen_ = to;
+}
+
+void Painter_Surface::Circle(double x, double y, double radius, Ink ink)
+{
+    Use(ink);
+    const double r = radius * per_unit_;
+    painter_.drawEllipse(To_Page(x, y), r, r);
+}
+
+void Painter_Surface::Outline(std::span<const World_Point> points, Ink ink)
+{
+    QPolygonF polygon;
+    polygon.reserve(static_cast<qsizetype>(points.size()));
+    for (const World_Point& p : points)
+        polygon.append(To_Page(p.x, p.y));
+    Use(ink);
+    QColor inside = Colour_of(ink);
+    inside.setAlphaF(0.22F);
+    painter_.setBrush(inside);
+    painter_.drawPolygon(polygon);
+    painter_.setBrush(Qt::NoBrush);
+}
+
+bool Save_Drawing(const Drawing& drawing, const QSize& size, const QString& path, const QPalette& palette)
+{
+    const auto paint = [&](QPaintDevice& device, const QRectF& area) {
+        QPainter painter;
+        if (!painter.begin(&device))
+            return false;
+        Painter_Surface surface(painter, area, palette);
+        surface.Clear();
+        drawing(surface);
+        return painter.end();
+    };
+    if (path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) {
+        QSvgGenerator svg;
+        svg.setFileName(path);
+        svg.setSize(size);
+        svg.setViewBox(QRect(QPoint(), size));
+        return paint(svg, QRectF(QPointF(), QSizeF(size)));
+    }
+    if (path.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive)) {
+        QPdfWriter pdf(path);
+        pdf.setPageSize(QPageSize(QSizeF(size), QPageSize::Point));
+        pdf.setPageMargins(QMarginsF());
+        return paint(pdf, QRectF(0, 0, pdf.width(), pdf.height()));
+    }
+    constexpr int fine = 2;
+    QImage picture(size * fine, QImage::Format_ARGB32_Premultiplied);
+    picture.setDevicePixelRatio(fine);
+    return paint(picture, QRectF(QPointF(), QSizeF(size))) && picture.save(path);
+}
+
+Drawing_View::Drawing_View(const QString& name, QWidget* parent) : QWidget(parent)
+{
+    setObjectName(name);
+    setMinimumSize(160, 160);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+void Drawing_View::Show(Drawing drawing)
+{
+    drawing_ = std::move(drawing);
+    update();
+}
+
+void Drawing_View::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    Painter_Surface surface(painter, rect(), palette());
+    surface.Clear();
+    if (drawing_)
+        drawing_(surface);
+}
+
+void Drawing_View::contextMenuEvent(QContextMenuEvent* event)
+{
+    QMenu menu;
+    menu.addAction(QStringLiteral("&Copy as picture"), this, [this] { QApplication::clipboard()->setPixmap(grab()); });
+    menu.addAction(QStringLiteral("&Save as..."), this, [this] {
+        const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save the drawing"), QString(),
+                                                          QStringLiteral("PNG (*.png);;SVG (*.svg);;PDF (*.pdf)"));
+        if (!path.isEmpty() && drawing_)
+            Save_Drawing(drawing_, size(), path, palette());
+    });
+    menu.exec(event->globalPos());
+}
+
+}  // namespace lobemax::paint

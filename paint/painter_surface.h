@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QPainter>
+#include <QPalette>
+#include <QString>
+#include <QWidget>
+#include <functional>
+
+#include "core/surface.h"
+
+namespace lobemax::paint {
+
+/// The drawing surface on a QPainter: screen, picture, SVG, PDF, printer. Lines keep their width at any scale.
+class Painter_Surface : public Surface {
+public:
+    /// Draws into a rectangle of the painter, in the colours of a palette.
+    Painter_Surface(QPainter& painter, const QRectF& area, const QPalette& palette);
+
+    void Scale(double left, double top, double right, double bottom) override;
+    void Clear() override;
+    void PSet(double x, double y, Ink ink) override;
+    void Line(double x1, double y1, double x2, double y2, Ink ink) override;
+    void Line_to(double x, double y, Ink ink) override;
+    void Circle(double x, double y, double radius, Ink ink) override;
+    void Outline(std::span<const World_Point> points, Ink ink) override;
+
+    QColor Colour_of(Ink ink) const;
+
+private:
+    QPointF To_Page(double x, double y) const;
+    void Use(Ink ink);
+
+    QPainter& painter_;
+    QRectF area_;
+    QPalette palette_;
+    double per_unit_ = 1.0;
+    QPointF origin_;  // of the world, on the page
+    QPointF pen_;
+};
+
+/// What draws onto a surface.
+using Drawing = std::function<void(Surface&)>;
+
+/// Writes a drawing to a PNG, SVG or PDF file, by the ending of its path. @return whether it was written
+bool Save_Drawing(const Drawing& drawing, const QSize& size, const QString& path, const QPalette& palette);
+
+/// A widget that shows a drawing, whole at any size, with copy and save in its context menu.
+class Drawing_View : public QWidget {
+public:
+    explicit Drawing_View(const QString& name, QWidget* parent = nullptr);
+    void Show(Drawing drawing);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    Drawing drawing_;
+};
+
+}  // namespace lobemax::paint

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "dynamics/dynamics_fields.h"
+#include "screens/screen.h"
+
+class QPlainTextEdit;
+
+namespace lobemax::paint {
+class Chart;
+}
+
+namespace lobemax::screens {
+
+class Status_Panel;
+
+/// Follower force and camshaft torque, with their charts, figures and the table of torque pulses.
+class frm_Dynamics : public Screen {
+public:
+    explicit frm_Dynamics(QWidget* parent = nullptr);
+
+protected:
+    void Close_Box() override;
+
+private:
+    void Fill();
+    void Refresh();
+    Dynamics_Form Form() const;
+    void Calculate();
+    void Hide_Results();
+    void Show_Results();
+
+    paint::Chart* torque_ = nullptr;
+    paint::Chart* force_ = nullptr;
+    QPlainTextEdit* pulses_ = nullptr;
+    Status_Panel* status_ = nullptr;
+};
+
+}  // namespace lobemax::screens

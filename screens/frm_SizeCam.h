@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "camgeom/sizing_fields.h"
+#include "screens/screen.h"
+
+namespace lobemax::paint {
+class Chart;
+class Drawing_View;
+}  // namespace lobemax::paint
+
+namespace lobemax::screens {
+
+class Status_Panel;
+
+/// Cam and follower: their kind and dimensions, the cam drawn, pressure angle and curvature over the cycle.
+///
+/// Pending: a value was changed with Autocalc off, and cmd_Calc is open. Calculated: cmd_Done and the views are.
+class frm_SizeCam : public Screen {
+public:
+    explicit frm_SizeCam(QWidget* parent = nullptr);
+
+protected:
+    void Close_Box() override;
+
+private:
+    QWidget* Make_Choices();
+    QWidget* Make_Fields();
+    QWidget* Make_Views();
+    QWidget* Make_Foot();
+    void Make_Menu();
+    void Fill();
+    /// Texts, panels and what is enabled, by the kind of cam and the follower.
+    void Refresh();
+    Size_Form Form() const;
+    /// After a changed value: calculates with Autocalc on, waits otherwise.
+    void Changed(bool calculate_anyway = false);
+    void Calculate();
+    void Set_Pending(bool pending);
+    void Draw_Views();
+    void Show_Data(bool shown);
+    void Done();
+
+    paint::Drawing_View* cam_ = nullptr;
+    paint::Chart* phi_ = nullptr;
+    paint::Chart* rho_ = nullptr;
+    Status_Panel* status_ = nullptr;
+    QWidget* data_view_ = nullptr;
+    bool calculated_ = false;
+};
+
+}  // namespace lobemax::screens

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "paint/painter_surface.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QImage>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+namespace lobemax::paint {
+namespace {
+
+class Painted : public ::testing::Test {
+protected:
+    /// First and last column and row that carry ink.
+    static QRect Inked(const QImage& picture)
+    {
+        QRect found;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                if (picture.pixelColor(x, y) != QColor(Qt::white))
+                    found = found.united(QRect(x, y, 1, 1));
+        return found;
+    }
+    static QImage Picture(int width, int height, const Drawing& drawing)
+    {
+        QImage picture(width, height, QImage::Format_RGB32);
+        QPainter painter(&picture);
+        Painter_Surface surface(painter, picture.rect(), QPalette(Qt::white, Qt::white));
+        picture.fill(Qt::white);
+        drawing(surface);
+        return picture;
+    }
+    QTemporaryDir folder_;
+};
+
+TEST_F(Painted, a_circle_is_round_in_any_window_and_stands_in_the_middle)
+{
+    for (const QSize size : {QSize(400, 400), QSize(600, 300), QSize(200, 500)}) {
+        const QRect ink = Inked(Picture(size.width(), size.height(), [](Surface& s) {
+            s.Scale(-50, -50, 50, 50);
+            s.Circle(0, 0, 40, Ink::cam);
+        }));
+        EXPECT_NEAR(ink.width(), ink.height(), 1);
+        EXPECT_NEAR(ink.width(), 0.8 * std::min(size.width(), size.height()), 4);
+        EXPECT_NEAR(ink.center().x(), size.width() / 2, 1);
+    }
+}
+
+TEST_F(Painted, the_pen_goes_on_from_where_it_was)
+{
+    const QRect ink = Inked(Picture(200, 200, [](Surface& s) {
+        s.Scale(0, 0, 100, 100);
+        s.PSet(10, 10, Ink::path);
+        s.Line_to(90, 10, Ink::path);
+        s.Line_to(90, 50, Ink::path);
+    }));
+    EXPECT_NEAR(ink.left(), 20, 2);
+    EXPECT_NEAR(ink.right(), 180, 2);
+    EXPECT_NEAR(ink.bottom(), 100, 2);
+}
+
+TEST_F(Painted, drawings_are_saved_as_png_svg_and_pdf_with_true_proportions)
+{
+    const Drawing circle = [](Surface& s) {
+        s.Scale(-50, -50, 50, 50);
+        s.Circle(0, 0, 40, Ink::cam);
+    };
+    const QPalette palette;
+    EXPECT_TRUE(Save_Drawing(circle, {600, 300}, folder_.filePath("c.png"), palette));
+    EXPECT_EQ(QImage(folder_.filePath("c.png")).size(), QSize(1200, 600));
+    EXPECT_TRUE(Save_Drawing(circle, {600, 300}, folder_.filePath("c.pdf"), palette));
+    EXPECT_TRUE(Save_Drawing(circle, {600, 300}, folder_.filePath("c.svg"), palette));
+    QFile svg(folder_.filePath("c.svg"));
+    ASSERT_TRUE(svg.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(svg.readAll());
+    EXPECT_TRUE(text.contains(QRegularExpression("<circle[^>]*r=\"120\"")) ||
+                text.contains(QRegularExpression("<ellipse[^>]*rx=\"120\"[^>]*ry=\"120\"")));
+    EXPECT_FALSE(Save_Drawing(circle, {600, 300}, "/no/such/folder/c.png", palette));
+}
+
+}  // namespace
+}  // namespace lobemax::paint
