@@ -22,6 +22,9 @@ public:
     /// Sets the world window: x from left to right, y from top to bottom. Both scales are equal: the window is fitted
     /// whole into the picture, in its middle.
     virtual void Scale(double left, double top, double right, double bottom) = 0;
+    /// Sets a world window whose scales are each its own: x from left to right, y from top to bottom, top above or
+    /// below bottom. For curves, not for shapes.
+    virtual void Window(double left, double top, double right, double bottom) = 0;
     virtual void Clear() = 0;
     /// Marks a point and leaves the pen there.
     virtual void PSet(double x, double y, Ink ink) = 0;

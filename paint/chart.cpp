@@ -7,8 +7,11 @@
 #include <QClipboard>
 #include <QFile>
 #include <QFileDialog>
+#include <QImage>
 #include <QLabel>
 #include <QMenu>
+#include <QPdfWriter>
+#include <QPicture>
 #include <QSvgGenerator>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -162,6 +165,12 @@ void Chart::Set_Equal_Scales(bool equal)
 void Chart::Set_Legend(bool visible)
 {
     plot_->legend->setVisible(visible);
+}
+
+void Chart::Set_Ground(const QColor& ground)
+{
+    ground_ = ground;
+    Apply_Palette();
 }
 
 void Chart::Set_Range(double first, double last)
@@ -387,6 +396,17 @@ bool Chart::Save(const QString& path)
     return plot_->savePng(path, size.width(), size.height(), 2.0);
 }
 
+void Chart::Paint(QPainter& painter, const QRectF& area)
+{
+    QPicture picture;
+    QCPPainter recorder(&picture);
+    recorder.setMode(QCPPainter::pmVectorized);
+    recorder.setMode(QCPPainter::pmNoCaching);
+    plot_->toPainter(&recorder, static_cast<int>(area.width()), static_cast<int>(area.height()));
+    recorder.end();
+    painter.drawPicture(area.topLeft(), picture);
+}
+
 void Chart::Open_Menu(const QPoint& position)
 {
     QMenu menu;
@@ -418,8 +438,8 @@ void Chart::changeEvent(QEvent* event)
 
 void Chart::Apply_Palette()
 {
-    const QColor ink = palette().color(QPalette::Text);
-    const QColor ground = palette().color(QPalette::Base);
+    const QColor ink = ground_.isValid() ? QColor(Qt::black) : palette().color(QPalette::Text);
+    const QColor ground = ground_.isValid() ? ground_ : palette().color(QPalette::Base);
     QColor lines = ink;
     lines.setAlphaF(0.16F);
     plot_->setBackground(QBrush(ground));
@@ -441,6 +461,41 @@ void Chart::Apply_Palette()
     plot_->legend->setBrush(QBrush(ground));
     plot_->legend->setBorderPen(QPen(lines));
     plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const QString& path)
+{
+    const int rows = (static_cast<int>(charts.size()) + columns - 1) / columns;
+    const auto paint_all = [&](QPaintDevice& device, double scale) {
+        QPainter painter;
+        if (!painter.begin(&device))
+            return false;
+        painter.scale(scale, scale);
+        const double width = double(size.width()) / columns;
+        const double height = double(size.height()) / rows;
+        for (int k = 0; k < static_cast<int>(charts.size()); ++k)
+            charts[static_cast<std::size_t>(k)]->Paint(
+                painter, QRectF(k % columns * width, k / columns * height, width, height));
+        return painter.end();
+    };
+    if (path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) {
+        QSvgGenerator svg;
+        svg.setFileName(path);
+        svg.setSize(size);
+        svg.setViewBox(QRect(QPoint(), size));
+        return paint_all(svg, 1.0);
+    }
+    if (path.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive)) {
+        QPdfWriter pdf(path);
+        pdf.setPageSize(QPageSize(QSizeF(size), QPageSize::Point));
+        pdf.setPageMargins(QMarginsF());
+        return paint_all(pdf, double(pdf.width()) / size.width());
+    }
+    constexpr int fine = 2;
+    QImage picture(size * fine, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter(&picture).setRenderHint(QPainter::Antialiasing);
+    return paint_all(picture, fine) && picture.save(path);
 }
 
 }  // namespace lobemax::paint

@@ -20,6 +20,7 @@ class QCPItemTracer;
 class QCustomPlot;
 class QLabel;
 class QMenu;
+class QPainter;
 
 namespace lobemax::paint {
 
@@ -58,6 +59,8 @@ public:
     void Set_Style(Curve_Style style);  // of every curve that is not faint
     void Set_Equal_Scales(bool equal);  // a circle of coordinates is round
     void Set_Legend(bool visible);
+    /// A ground of its own with dark ink; an invalid colour gives the palette's back.
+    void Set_Ground(const QColor& ground);
     void Set_Range(double first, double last);  // of the abscissa
     /// Vertical lines, at segment boundaries or knots.
     void Set_Marks(const std::vector<double>& x, const QColor& colour = {});
@@ -74,6 +77,9 @@ public:
     void Copy_Data();
     /// Saves as PNG, SVG or PDF by the ending of the path. @return whether the file was written
     bool Save(const QString& path);
+
+    /// Paints the chart into a rectangle of a painter that draws on paper, SVG or a picture.
+    void Paint(QPainter& painter, const QRectF& area);
 
     /// Entries that a screen adds to the context menu.
     std::function<void(QMenu&)> add_entries;
@@ -99,10 +105,15 @@ private:
     std::vector<Curve> curves_;
     std::vector<double> marks_;
     QColor mark_colour_;
+    QColor ground_;
     bool equal_ = false;
     bool extremes_ = false;
     bool horizontal_grid_ = true;
     bool vertical_grid_ = true;
 };
+
+/// Writes charts side by side, so many in a row, to a PNG, SVG or PDF file by the ending of its path.
+/// @return whether the file was written
+bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const QString& path);
 
 }  // namespace lobemax::paint

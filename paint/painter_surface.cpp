@@ -11,6 +11,7 @@
 #include <QPolygonF>
 #include <QSvgGenerator>
 #include <algorithm>
+#include <cmath>
 
 namespace lobemax::paint {
 
@@ -24,8 +25,16 @@ void Painter_Surface::Scale(double left, double top, double right, double bottom
 {
     const double width = std::max(right - left, 1e-12);
     const double height = std::max(bottom - top, 1e-12);
-    per_unit_ = std::min(area_.width() / width, area_.height() / height);
-    origin_ = area_.center() - QPointF((left + right) / 2, (top + bottom) / 2) * per_unit_;
+    per_x_ = per_y_ = std::min(area_.width() / width, area_.height() / height);
+    origin_ = area_.center() - QPointF((left + right) / 2, (top + bottom) / 2) * per_x_;
+}
+
+void Painter_Surface::Window(double left, double top, double right, double bottom)
+{
+    constexpr double least = 1e-12;
+    per_x_ = area_.width() / std::max(right - left, least);
+    per_y_ = std::abs(bottom - top) < least ? 1.0 : area_.height() / (bottom - top);
+    origin_ = area_.topLeft() - QPointF(left * per_x_, top * per_y_);
 }
 
 void Painter_Surface::Clear()
@@ -35,7 +44,7 @@ void Painter_Surface::Clear()
 
 QPointF Painter_Surface::To_Page(double x, double y) const
 {
-    return origin_ + QPointF(x, y) * per_unit_;
+    return origin_ + QPointF(x * per_x_, y * per_y_);
 }
 
 QColor Painter_Surface::Colour_of(Ink ink) const
@@ -98,8 +107,7 @@ void Painter_Surface::Line_to(double x, double y, Ink ink)
 void Painter_Surface::Circle(double x, double y, double radius, Ink ink)
 {
     Use(ink);
-    const double r = radius * per_unit_;
-    painter_.drawEllipse(To_Page(x, y), r, r);
+    painter_.drawEllipse(To_Page(x, y), radius * per_x_, radius * std::abs(per_y_));
 }
 
 void Painter_Surface::Outline(std::span<const World_Point> points, Ink ink)

@@ -18,6 +18,7 @@ public:
     Painter_Surface(QPainter& painter, const QRectF& area, const QPalette& palette);
 
     void Scale(double left, double top, double right, double bottom) override;
+    void Window(double left, double top, double right, double bottom) override;
     void Clear() override;
     void PSet(double x, double y, Ink ink) override;
     void Line(double x1, double y1, double x2, double y2, Ink ink) override;
@@ -34,7 +35,8 @@ private:
     QPainter& painter_;
     QRectF area_;
     QPalette palette_;
-    double per_unit_ = 1.0;
+    double per_x_ = 1.0;  // page units of a world unit
+    double per_y_ = 1.0;
     QPointF origin_;  // of the world, on the page
     QPointF pen_;
 };

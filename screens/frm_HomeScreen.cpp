@@ -35,6 +35,7 @@
 #include "screens/frm_Dynamics.h"
 #include "screens/frm_FFT.h"
 #include "screens/frm_Input_Session.h"
+#include "screens/frm_Plots.h"
 #include "screens/frm_Preferences.h"
 #include "screens/frm_Quit.h"
 #include "screens/frm_SizeCam.h"
@@ -399,6 +400,9 @@ void frm_HomeScreen::Press(Home_Button button)
         break;
     case Stress:
         Open_Screen<frm_Stress>();
+        break;
+    case Plot:
+        Run_Plots(this);
         break;
     case Linkage:
         if (!May_Open_Linkage())

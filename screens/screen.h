@@ -79,7 +79,8 @@ public:
     template <class Widget>
     Widget& Control(const QString& name) const
     {
-        auto* const found = findChild<Widget*>(name);
+        // By the type itself: classes without a meta-object of their own would pass for their bases.
+        auto* const found = dynamic_cast<Widget*>(findChild<QWidget*>(name));
         if (found == nullptr)
             No_Control(name);
         return *found;

@@ -15,6 +15,7 @@
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"
 #include "motion/segments.h"
+#include "present/plot_selection.h"
 #include "screens/dark_palette.h"
 #include "screens/frm_Bounds.h"
 #include "screens/frm_Continuity.h"
@@ -23,6 +24,7 @@
 #include "screens/frm_HomeScreen.h"
 #include "screens/frm_InputData.h"
 #include "screens/frm_Knots.h"
+#include "screens/frm_Plots.h"
 #include "screens/frm_Poly.h"
 #include "screens/frm_Preferences.h"
 #include "screens/frm_Quit.h"
@@ -120,6 +122,19 @@ int main(int argc, char** argv)
         Take(dynamics, QStringLiteral("frm_Dynamics"));
         frm_Stress stress;
         Take(stress, QStringLiteral("frm_Stress"));
+    }
+    {
+        frm_PlotType type;
+        Take(type, QStringLiteral("frm_PlotType"));
+        for (const auto& [plot_style, variables] :
+             {std::pair{1, std::vector<int>{1, 2}}, std::pair{2, std::vector<int>{5, 6}},
+              std::pair{3, std::vector<int>{1, 2, 3, 4}}, std::pair{4, std::vector<int>{54, 57}}}) {
+            frm_PlotSelect select(plot_style);
+            Take(select, QStringLiteral("frm_PlotSelect%1").arg(plot_style));
+            Select_OK(plot_style, variables);
+            frm_Plot plot(plot_style);
+            Take(plot, QStringLiteral("frm_Plot%1").arg(plot_style));
+        }
     }
     for (const char* const example : {"Single Dwell", "Flat Follower", "Four Dwell", "Oscillating"}) {
         Open_Example(example);

@@ -33,7 +33,7 @@ public:
     template <class Widget>
     Widget& Find(const QString& name) const
     {
-        auto* const found = window_.findChild<Widget*>(name);
+        auto* const found = dynamic_cast<Widget*>(window_.findChild<QWidget*>(name));
         if (found == nullptr)
             throw std::out_of_range("no control " + name.toStdString());
         return *found;

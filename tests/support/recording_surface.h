@@ -32,6 +32,7 @@ public:
         bottom = b;
         ++scales;
     }
+    void Window(double l, double t, double r, double b) override { Scale(l, t, r, b); }
     void Clear() override
     {
         circles.clear();

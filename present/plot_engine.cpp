@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "present/plot_engine.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "core/design_state.h"
+#include "core/numeric.h"
+#include "core/text.h"
+#include "core/units.h"
+#include "present/plot_selection.h"
+
+namespace lobemax {
+
+namespace {
+
+constexpr double least_ymax = 0.0001;
+constexpr double tick_share = 0.04166667;  // of the range, 1/24
+constexpr double tick_half = 0.07;         // of ymax
+constexpr std::array levels{-1.0, -0.5, 0.0, 0.5, 1.0};
+
+double Held(double ymax)
+{
+    return ymax == 0.0 ? least_ymax : ymax;
+}
+
+void CartesianAxes(Surface& s, double start, double end, double ymax)
+{
+    s.Line(start, 0, end, 0, Ink::axis);
+    s.Line(start, -ymax, start, ymax, Ink::axis);
+}
+
+void XticMarks(Surface& s, double start, double end, double ymax)
+{
+    const double step = (end - start) * tick_share;
+    constexpr int ticks = 24;
+    for (int k = 0; k <= ticks; ++k) {
+        const double x = start + k * step;
+        s.Line(x, -tick_half * ymax, x, tick_half * ymax, Ink::axis);
+    }
+}
+
+void YticMarks(Surface& s, double start, double end, double ymax)
+{
+    const double half = (end - start) * 0.01;
+    for (const double level : levels)
+        s.Line(start - half, level * ymax, start + half, level * ymax, Ink::axis);
+}
+
+void Vertical_lines(Surface& s, double start, double end, double ymax)
+{
+    const Motion_Group& m = design.motion;
+    for (int i = 2; i <= m.No_of_segments; ++i)
+        if (m.Shift(i) > start && m.Shift(i) < end)
+            s.Line(m.Shift(i), -ymax, m.Shift(i), ymax, Ink::prime);
+}
+
+std::string Shown(double value, int decimals)
+{
+    return Trim(FNRoundStr(value, decimals));
+}
+
+}  // namespace
+
+Plot_Window SetWindow(int windows, double ymax, double x_start, double x_end)
+{
+    const double y = Held(ymax);
+    const double d = x_end - x_start;
+    switch (windows) {
+    case 2:
+        return {x_start - 0.16 * d, x_end + 0.04 * d, -1.4 * y, 1.14 * y};
+    case 4:
+        return {x_start - 0.18 * d, x_end + 0.04 * d, -1.7 * y, 1.15 * y};
+    default:
+        throw Fault{out_of_bounds};
+    }
+}
+
+int Plot_Decimals(double ymax)
+{
+    int decimals = 0;
+    if (ymax < 1000)
+        decimals = 1;
+    if (ymax < 100)
+        decimals = 2;
+    if (ymax < 10)
+        decimals = 3;
+    return decimals;
+}
+
+Plot_Figures Plot_Dynamics(Surface& surface, int windows, int variable, int first, int last, bool vertical_lines)
+{
+    const Table<Single>& data = design.results.CalcData;
+    const Extremes extremes = MaxMin2(data, variable, first, last);
+    const double ymax = std::max<double>(extremes.largest, std::abs(extremes.smallest));
+    const int decimals = Plot_Decimals(ymax);
+    Plot_Figures figures{Trim(design.plot.Var_Name(variable)),
+                         design.plot.Var_Unit(variable),
+                         FNRoundStr(ymax, decimals),
+                         FNRoundStr(-ymax, decimals),
+                         extremes.largest,
+                         extremes.smallest,
+                         std::max(std::abs(double{extremes.largest}), std::abs(double{extremes.smallest}))};
+    const auto angle = data.Points(var::Angle);
+    const auto row = data.Points(variable);
+    const double start = angle[static_cast<std::size_t>(first)];
+    const double end = angle[static_cast<std::size_t>(last)];
+    const Plot_Window window = SetWindow(windows, ymax, start, end);
+    surface.Clear();
+    surface.Window(window.left, window.top, window.right, window.bottom);
+    if (end > start) {
+        const double held = Held(ymax);
+        CartesianAxes(surface, start, end, held);
+        XticMarks(surface, start, end, held);
+        YticMarks(surface, start, end, held);
+        if (vertical_lines)
+            Vertical_lines(surface, start, end, held);
+    }
+    surface.PSet(start, row[static_cast<std::size_t>(first)], Ink::curve);
+    for (int i = first + 1; i <= last; ++i)
+        surface.Line_to(angle[static_cast<std::size_t>(i)], row[static_cast<std::size_t>(i)], Ink::curve);
+    return figures;
+}
+
+Plot_Setup PlotSetup(int plot_style, int first, int last, bool fourier)
+{
+    Plot_Setup setup{};
+    if (fourier) {
+        const int harmonics = design.motion.No_Harmonics;
+        setup.NumPoints = harmonics + 1;
+        setup.TickEvery = harmonics / 15;
+    } else {
+        setup.NumPoints = last - first + 1;
+        setup.TickEvery = std::max((last - first) / 12, 1);
+    }
+    setup.LabelEvery = setup.TickEvery * 2;
+    if (plot_style == style::polar)
+        setup.bottom_title = design.cam.Followtype == 2 ? "Cam Surface Profile" : "Cam Profile at Follower Centerline";
+    else
+        setup.bottom_title = fourier ? "Harmonic Number" : "Cam Angle (Deg)";
+    setup.graph_title = "Selected Cam-Follower Parameters    " + design.identity.Model_Name + "  ";
+    return setup;
+}
+
+bool Is_Fourier(int variable)
+{
+    return variable >= 18 && variable <= 21;
+}
+
+Panel_Lines Basic_Data()
+{
+    const Motion_Group& m = design.motion;
+    const Plot_Group& p = design.plot;
+    return {{"Segment", p.Segment_Pick},
+            {"Start Theta", Shown(p.Plot_First, 2)},
+            {"End Theta", Shown(p.Plot_Last, 2)},
+            {"Delta Theta", Shown(m.Deltatheta, 3)},
+            {"Cam Rotates", design.cam.Rotflag > 0 ? "Ccw" : "Cw"},
+            {"Cam Omega", Shown(m.Shaft_speed, 2) + " rad/sec"}};
+}
+
+Panel_Lines Size_Data()
+{
+    if (!design.flags.Sized)
+        return {};
+    const Cam_Group& c = design.cam;
+    const std::string length = std::string(" ") + Words_of_Units(design.identity.WhichUnit).length;
+    return {{"Min Phi", Shown(c.Phi_Min, 2) + " deg"},     {"Max Phi", Shown(c.Phi_Max, 2) + " deg"},
+            {"Offset", Shown(c.Offset, 2) + length},       {"Prime Radius", Shown(c.Prime_Rad, 2) + length},
+            {"Min Rho +", Trim(c.Rho_Min_Pos_Text)},       {"Min Rho -", Trim(c.Rho_Min_Neg_Text)},
+            {"Folwr Rad", Shown(c.Follow_Rad, 2) + length}};
+}
+
+std::string Plot_Header()
+{
+    const Identity_Group& id = design.identity;
+    return " Design No. " + std::to_string(id.Design_No) + " File: " + id.Model_Name + " at " + id.Time;
+}
+
+}  // namespace lobemax

@@ -1,0 +1,448 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "screens/frm_Plots.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <array>
+#include <cmath>
+
+#include "core/design_state.h"
+#include "core/messages.h"
+#include "core/text.h"
+#include "motion/fourier.h"
+#include "paint/print.h"
+#include "present/plot_engine.h"
+#include "present/plot_selection.h"
+#include "screens/help_viewer.h"
+
+namespace lobemax::screens {
+
+namespace {
+
+constexpr int first_composite = 54;
+
+QString Name_of(int variable)
+{
+    return To_Qt(Trim(design.plot.Var_Name(variable)));
+}
+
+QString Unit_of(int variable)
+{
+    return variable >= first_composite ? To_Qt(design.plot.Var_Unit(Rows_of_Composite(variable).x))
+                                       : To_Qt(design.plot.Var_Unit(variable));
+}
+
+/// Variables that a style offers: a polar plot has the closed curves before the others.
+std::vector<int> Offered(int plot_style)
+{
+    std::vector<int> list;
+    if (plot_style == style::polar)
+        list = Composite_Choices();
+    for (const int v : Load_Names())
+        list.push_back(v);
+    return list;
+}
+
+int Windows_of(int plot_style)
+{
+    return plot_style == style::two_windows ? 2 : plot_style == style::four_windows ? 4 : 1;
+}
+
+struct Range {
+    int first;
+    int last;
+};
+
+Range Range_of_Plot()
+{
+    const double step = design.motion.Deltatheta;
+    const int last = To_Integer(design.plot.Plot_Last / step);
+    return {To_Integer(design.plot.Plot_First / step), std::min<int>(last, design.motion.Max_Data_Points_used)};
+}
+
+/// A small picture of a style for its button.
+QPixmap Style_Picture(int plot_style, const QPalette& palette)
+{
+    QPixmap picture(96, 60);
+    picture.fill(palette.color(QPalette::Base));
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const auto wave = [&](const QRectF& box) {
+        painter.setPen(palette.color(QPalette::Mid));
+        painter.drawRect(box);
+        painter.setPen(QPen(palette.color(QPalette::Highlight), 1.6));
+        QPolygonF line;
+        for (int i = 0; i <= 24; ++i)
+            line.append(
+                {box.left() + box.width() * i / 24, box.center().y() - box.height() * 0.38 * std::sin(i * PI2 / 24)});
+        painter.drawPolyline(line);
+    };
+    if (plot_style == style::polar) {
+        painter.setPen(QPen(palette.color(QPalette::Highlight), 1.6));
+        painter.drawEllipse(QRectF(28, 8, 44, 44));
+        painter.setPen(palette.color(QPalette::Mid));
+        painter.drawLine(QPointF(20, 30), QPointF(80, 30));
+        painter.drawLine(QPointF(50, 4), QPointF(50, 56));
+        return picture;
+    }
+    const int windows = Windows_of(plot_style);
+    const int columns = windows == 4 ? 2 : 1;
+    const int rows = windows == 1 ? 1 : 2;
+    for (int k = 0; k < windows; ++k)
+        wave(QRectF(4 + (k % columns) * 88.0 / columns, 4 + (k / columns) * 52.0 / rows, 88.0 / columns - 4,
+                    52.0 / rows - 4));
+    return picture;
+}
+
+}  // namespace
+
+paint::Curve Plotted_Curve(int plot_style, int variable)
+{
+    const auto& results = design.results.CalcData;
+    paint::Curve curve;
+    curve.name = Name_of(variable);
+    curve.unit = Unit_of(variable);
+    const auto [first, last] = Range_of_Plot();
+    if (variable >= first_composite) {
+        const Coordinate_Rows rows = Rows_of_Composite(variable);
+        for (int i = first; i <= last; ++i) {
+            curve.x.push_back(results(rows.x, i));
+            curve.y.push_back(results(rows.y, i));
+        }
+        return curve;
+    }
+    if (Is_Fourier(variable)) {
+        curve.style = paint::Curve_Style::sticks;
+        for (int k = 1; k <= Shown_Harmonics(); ++k) {
+            curve.x.push_back(k);
+            curve.y.push_back(results(variable, k));
+        }
+        return curve;
+    }
+    if (plot_style != style::polar)
+        return paint::Row_Curve(curve.name, curve.unit, results.Points(var::Angle), results.Points(variable), first,
+                                last);
+    for (int i = first; i <= last; ++i) {  // the value as a radius at its cam angle
+        const double angle = results(var::Angle, i) * Rad_per_Deg;
+        curve.x.push_back(results(variable, i) * std::cos(angle));
+        curve.y.push_back(results(variable, i) * std::sin(angle));
+    }
+    return curve;
+}
+
+frm_PlotType::frm_PlotType(QWidget* parent)
+    : Screen(QStringLiteral("frm_PlotType"), QStringLiteral("Plot: choose a style"), parent)
+{
+    auto* const grid = new QGridLayout;
+    for (int s = style::single_window; s <= style::polar; ++s) {
+        QRadioButton* const option =
+            Option(Element("opt_PickPlot", s), To_Qt(Style_Caption(s)), [s] { design.plot.Plot_Style = s; });
+        option->setChecked(design.plot.Plot_Style == s);
+        QLabel* const picture = Label(Element("pct_PickPlot", s));
+        picture->setPixmap(Style_Picture(s, palette()));
+        grid->addWidget(picture, s, 0);
+        grid->addWidget(option, s, 1);
+    }
+    grid->setHorizontalSpacing(18);
+    grid->setColumnStretch(1, 1);
+    auto* const buttons = new QHBoxLayout;
+    buttons->addWidget(Button(QStringLiteral("cmd_CancelPickPlot"), QStringLiteral("< &Back"), [this] { reject(); }));
+    buttons->addStretch();
+    QPushButton* const next =
+        Button(QStringLiteral("cmd_PickPlotDone"), QStringLiteral("&Next >"), [this] { accept(); });
+    next->setDefault(true);
+    buttons->addWidget(next);
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(20, 16, 20, 14);
+    column->addLayout(grid);
+    column->addStretch();
+    column->addLayout(buttons);
+}
+
+frm_PlotSelect::frm_PlotSelect(int plot_style, QWidget* parent)
+    : Screen(QStringLiteral("frm_PlotSelect%1").arg(plot_style), To_Qt(Style_Caption(plot_style)), parent),
+      style_(plot_style),
+      variables_(Offered(plot_style)),
+      presets_(Load_Presets(plot_style))
+{
+    const int most = Functions_of_Style(style_).most;
+    auto* const methods = new QHBoxLayout;
+    methods->addWidget(
+        Option(Element("opt_PrintSet", 0), QStringLiteral("Preset Formats"), [this] { Use_Presets(true); }));
+    methods->addWidget(
+        Option(Element("opt_PrintSet", 1), QStringLiteral("Mix and Match"), [this] { Use_Presets(false); }));
+    methods->addStretch();
+    QStringList preset_texts;
+    for (const int entry : presets_)
+        preset_texts.append(To_Qt(Presets_of_Style(style_)[static_cast<std::size_t>(entry - 1)].text));
+    auto* const preset_frame = new QGroupBox(QStringLiteral("Preset Formats"));
+    preset_frame->setObjectName(QStringLiteral("fra_Preset"));
+    auto* const preset_row = new QHBoxLayout(preset_frame);
+    QComboBox* const preset = Choice(QStringLiteral("cmb_Preset"), preset_texts, [this](int k) {
+        Choose_Preset2(style_, presets_.at(static_cast<std::size_t>(k)));
+        Picked();
+    });
+    preset->setPlaceholderText(QStringLiteral("Pick a preset"));
+    preset->setCurrentIndex(-1);
+    preset_row->addWidget(preset, 1);
+    preset_row->addWidget(Button(QStringLiteral("cmd_ClearPreset"), QStringLiteral("&Clear"), [this, preset] {
+        preset->setCurrentIndex(-1);
+        design.plot.Num_Sets = 0;
+        Picked();
+    }));
+    QStringList names;
+    for (const int v : variables_)
+        names.append(Name_of(v));
+    auto* const mix_frame = new QGroupBox(QStringLiteral("Mix and Match"));
+    mix_frame->setObjectName(QStringLiteral("fra_Mix"));
+    auto* const mix = new QGridLayout(mix_frame);
+    for (int k = 1; k <= most; ++k) {
+        auto* const frame = new QWidget;
+        frame->setObjectName(QStringLiteral("fra_Function%1").arg(k));
+        auto* const row = new QHBoxLayout(frame);
+        row->setContentsMargins(0, 0, 0, 0);
+        QComboBox* const list = Choice(QStringLiteral("cmb_Var%1").arg(k), names, [this](int) { Picked(); });
+        list->setPlaceholderText(QStringLiteral("Function %1").arg(k));
+        list->setCurrentIndex(-1);
+        row->addWidget(list, 1);
+        row->addWidget(Button(k == 1 ? QStringLiteral("cmd_Clear1") : QStringLiteral("cmd_Clear%1").arg(k),
+                              k == 1 ? QStringLiteral("C&lear") : QStringLiteral("O&ff"), [this, list] {
+                                  list->setCurrentIndex(-1);
+                                  Picked();
+                              }));
+        mix->addWidget(frame, k, 0);
+        mix->addWidget(Label(Element("lbl_Function", k)), k, 1);
+        if (k > 1)
+            mix->addWidget(Button(
+                               QStringLiteral("cmd_On%1").arg(k), QStringLiteral("On"),
+                               [frame] { frame->setEnabled(true); }, QStringLiteral("Open this function")),
+                           k, 2);
+    }
+    QStringList segments;
+    for (const std::string& entry : Load_SegmentList())
+        segments.append(To_Qt(entry));
+    QComboBox* const segment =
+        Choice(QStringLiteral("cmb_Segment"), segments, [segments](int k) { Pick_Segment(From_Qt(segments.at(k))); });
+    Pick_Segment("All");
+    auto* const range = new QHBoxLayout;
+    range->addWidget(new QLabel(QStringLiteral("&Segment")));
+    qobject_cast<QLabel*>(range->itemAt(0)->widget())->setBuddy(segment);
+    range->addWidget(segment);
+    range->addStretch();
+    auto* const buttons = new QHBoxLayout;
+    buttons->addWidget(Button(QStringLiteral("cmd_Cancel"), QStringLiteral("< &Back"), [this] { reject(); }));
+    buttons->addStretch();
+    buttons->addWidget(Button(QStringLiteral("cmd_Help"), QStringLiteral("&Help"),
+                              [this] { Open_Help(QStringLiteral("plots"), this); }));
+    buttons->addStretch();
+    buttons->addWidget(Button(QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] { accept(); }));
+    auto* const column = new QVBoxLayout(this);
+    column->addLayout(methods);
+    column->addWidget(preset_frame);
+    column->addWidget(mix_frame);
+    column->addLayout(range);
+    column->addStretch();
+    column->addLayout(buttons);
+    Open_at({620, 380});
+    Use_Presets(!presets_.empty());
+}
+
+void frm_PlotSelect::Use_Presets(bool presets)
+{
+    Control<QRadioButton>(Element("opt_PrintSet", presets ? 0 : 1)).setChecked(true);
+    Control<QRadioButton>(Element("opt_PrintSet", 0)).setEnabled(!presets_.empty());
+    Control<QGroupBox>(QStringLiteral("fra_Preset")).setEnabled(presets);
+    Control<QGroupBox>(QStringLiteral("fra_Mix")).setEnabled(!presets);
+    if (presets)
+        design.plot.Num_Sets = 0;
+    Picked();
+}
+
+std::vector<int> frm_PlotSelect::Picks() const
+{
+    std::vector<int> picks;
+    for (int k = 1; k <= Functions_of_Style(style_).most; ++k) {
+        const int index = Control<QComboBox>(QStringLiteral("cmb_Var%1").arg(k)).currentIndex();
+        picks.push_back(index < 0 ? 0 : variables_.at(static_cast<std::size_t>(index)));
+    }
+    return picks;
+}
+
+void frm_PlotSelect::Picked()
+{
+    const bool presets = Control<QRadioButton>(Element("opt_PrintSet", 0)).isChecked();
+    bool ready = false;
+    if (presets) {
+        ready = design.plot.Num_Sets >= Functions_of_Style(style_).least;
+    } else {
+        ready = Select_OK(style_, Picks());
+        const std::vector<int> picks = Picks();
+        bool open = true;  // a pick lets the next function be picked
+        for (std::size_t k = 0; k < picks.size(); ++k) {
+            Control<QWidget>(QStringLiteral("fra_Function%1").arg(k + 1)).setEnabled(open || picks[k] != 0);
+            open = picks[k] != 0;
+        }
+    }
+    for (int k = 1; k <= Functions_of_Style(style_).most; ++k)
+        Control<QLabel>(Element("lbl_Function", k))
+            .setText(k <= design.plot.Num_Sets ? Name_of(design.plot.Plot_Vars(k)) : QString());
+    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(ready);
+}
+
+frm_Plot::frm_Plot(int plot_style, QWidget* parent)
+    : Screen(QStringLiteral("frm_Plot%1").arg(plot_style), QStringLiteral("Plot"), parent), style_(plot_style)
+{
+    QLabel* const header = Label(QStringLiteral("lbl_Header"), To_Qt(Plot_Header()));
+    auto* const charts = new QGridLayout;
+    const int windows = Windows_of(style_);
+    const int columns = windows == 4 ? 2 : 1;
+    for (int k = 0; k < windows; ++k) {
+        charts_.append(new paint::Chart(Element("grf_Plot", k)));
+        charts->addWidget(charts_.back(), k / columns, k % columns);
+    }
+    auto* const side = new QVBoxLayout;
+    const auto panel = [side](const char* name, const QString& title, const char* label, const Panel_Lines& lines) {
+        if (lines.empty())
+            return;
+        auto* const box = new QGroupBox(title);
+        box->setObjectName(QString::fromUtf8(name));
+        box->setAutoFillBackground(true);
+        auto* const grid = new QGridLayout(box);
+        for (int k = 0; k < static_cast<int>(lines.size()); ++k) {
+            grid->addWidget(new QLabel(To_Qt(lines[static_cast<std::size_t>(k)].first)), k, 0);
+            grid->addWidget(Label(Element(label, k), To_Qt(lines[static_cast<std::size_t>(k)].second)), k, 1,
+                            Qt::AlignRight);
+        }
+        side->addWidget(box);
+    };
+    panel("pnl_Left", QStringLiteral("Cam Basic Data"), "lbl_Left", Basic_Data());
+    panel("pnl_Right", QStringLiteral("Cam Size Data"), "lbl_Right", Size_Data());
+    const auto group = [side](const QString& title, const QList<QWidget*>& widgets) {
+        auto* const box = new QGroupBox(title);
+        auto* const row = new QGridLayout(box);
+        for (int k = 0; k < widgets.size(); ++k)
+            row->addWidget(widgets[k], k / 2, k % 2);
+        side->addWidget(box);
+    };
+    const auto again = [this](bool) { Replot(); };
+    const auto checked = [](QCheckBox* box) {
+        box->setChecked(true);
+        return box;
+    };
+    group(QStringLiteral("Grid"), {checked(Check(QStringLiteral("chk_HGrid"), QStringLiteral("Horiz"), again)),
+                                   checked(Check(QStringLiteral("chk_VGrid"), QStringLiteral("Vertic"), again))});
+    group(QStringLiteral("Style"), {checked(Check(QStringLiteral("chk_Line"), QStringLiteral("Lines"), again)),
+                                    Check(QStringLiteral("chk_Sticks"), QStringLiteral("Fills"), again)});
+    QList<QWidget*> grounds;
+    for (const auto& [k, caption, colour] :
+         {std::tuple{0, "White", QColor(Qt::white)}, std::tuple{1, "Blue", QColor(0xDC, 0xE8, 0xF8)},
+          std::tuple{2, "Gray", QColor(0xE2, 0xE2, 0xE2)}})
+        grounds.append(Option(Element("opt_Back", k), QString::fromUtf8(caption), [this, ground = colour] {
+            for (paint::Chart* const chart : charts_)
+                chart->Set_Ground(ground);
+        }));
+    group(QStringLiteral("Background"), grounds);
+    const auto boxes = [this](const QColor& colour) {
+        return [this, colour] {
+            for (const char* const name : {"pnl_Left", "pnl_Right"})
+                if (auto* const box = findChild<QGroupBox*>(QString::fromUtf8(name))) {
+                    QPalette tinted = box->palette();
+                    tinted.setColor(QPalette::Window, colour);
+                    tinted.setColor(QPalette::WindowText, Qt::black);
+                    box->setPalette(tinted);
+                }
+        };
+    };
+    group(QStringLiteral("Panels"),
+          {Option(Element("opt_color", 0), QStringLiteral("Cyan Boxes"), boxes(QColor(0xC8, 0xF4, 0xF4))),
+           Option(Element("opt_color", 1), QStringLiteral("White Boxes"), boxes(Qt::white))});
+    side->addStretch();
+    auto* const buttons = new QHBoxLayout;
+    const auto add = [buttons](QPushButton* button) { buttons->addWidget(button); };
+    add(Button(
+        QStringLiteral("cmd_Back"), QStringLiteral("< &Back"), [this] { reject(); },
+        QStringLiteral("Pick other functions")));
+    buttons->addStretch();
+    add(Button(QStringLiteral("cmd_Replot"), QStringLiteral("&Replot"), [this] { Replot(); }));
+    add(Button(QStringLiteral("cmd_Copy"), QStringLiteral("&Copy"), [] {
+        Show_Message("Use the Alt-PrintScrn key combo to copy the screen to the clipboard", Buttons::OK,
+                     Symbol::information);
+    }));
+    add(Button(QStringLiteral("cmd_PlotPrint"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
+    buttons->addStretch();
+    add(Button(QStringLiteral("cmd_PlotDone"), QStringLiteral("&Done"), [this] { accept(); }));
+    auto* const row = new QHBoxLayout;
+    row->addLayout(charts, 1);
+    row->addLayout(side);
+    auto* const column = new QVBoxLayout(this);
+    column->addWidget(header);
+    column->addLayout(row, 1);
+    column->addLayout(buttons);
+    Open_at({1020, 660});
+    Replot();
+}
+
+void frm_Plot::Replot()
+{
+    const Plot_Group& p = design.plot;
+    const auto on = [this](const char* name) { return Control<QCheckBox>(QString::fromUtf8(name)).isChecked(); };
+    const Range range = Range_of_Plot();
+    const bool fourier = p.Num_Sets > 0 && Is_Fourier(p.Plot_Vars(1));
+    const Plot_Setup setup = PlotSetup(style_, range.first, range.last, fourier);
+    setWindowTitle(To_Qt(setup.graph_title).trimmed());
+    const paint::Curve_Style look =
+        on("chk_Sticks") ? (on("chk_Line") ? paint::Curve_Style::sticks_and_line : paint::Curve_Style::sticks)
+                         : paint::Curve_Style::line;
+    const bool one_chart = charts_.size() == 1;
+    for (int k = 0; k < charts_.size(); ++k) {
+        paint::Chart& chart = *charts_[k];
+        std::vector<paint::Curve> curves;
+        for (int set = one_chart ? 1 : k + 1; set <= (one_chart ? int{p.Num_Sets} : std::min(k + 1, int{p.Num_Sets}));
+             ++set)
+            curves.push_back(Plotted_Curve(style_, p.Plot_Vars(set)));
+        if (curves.empty())
+            continue;
+        const bool alone = curves.size() == 1;
+        // Two functions of different units have an axis each.
+        const bool two_axes = curves.size() == 2 && curves[0].unit != curves[1].unit && style_ != style::polar;
+        if (two_axes)
+            curves[1].right_axis = true;
+        const auto title = [](const paint::Curve& curve) { return curve.name + QStringLiteral("  ") + curve.unit; };
+        chart.Set_Axis_Titles(To_Qt(setup.bottom_title), alone || two_axes ? title(curves[0]) : QString(),
+                              two_axes ? title(curves[1]) : QString());
+        chart.Set_Legend(!alone);
+        chart.Set_Equal_Scales(style_ == style::polar);
+        for (paint::Curve& curve : curves)
+            if (!fourier || on("chk_Sticks"))
+                curve.style = look;
+        chart.Show(std::move(curves));
+        chart.Set_Grid(on("chk_HGrid"), on("chk_VGrid"));
+    }
+}
+
+void Run_Plots(QWidget* parent)
+{
+    for (;;) {
+        frm_PlotType type(parent);
+        if (Run_Modal(type) != QDialog::Accepted)
+            return;
+        const int chosen = design.plot.Plot_Style;
+        for (;;) {
+            frm_PlotSelect select(chosen, parent);
+            if (Run_Modal(select) != QDialog::Accepted)
+                break;
+            frm_Plot plot(chosen, parent);
+            if (Run_Modal(plot) == QDialog::Accepted)
+                return;
+        }
+    }
+}
+
+}  // namespace lobemax::screens

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The plot screens: choice of the style, choice of the functions, and the plot, one family for each of the four
+/// styles.
+#pragma once
+
+#include <vector>
+
+#include "paint/chart.h"
+#include "screens/screen.h"
+
+namespace lobemax::screens {
+
+/// The four styles; accepted with the one picked in Plot_Style.
+class frm_PlotType : public Screen {
+public:
+    explicit frm_PlotType(QWidget* parent = nullptr);
+};
+
+/// The functions of a style, by presets or mixed and matched: "frm_PlotSelect1" to "frm_PlotSelect4". Accepted with
+/// Plot_Vars filled.
+class frm_PlotSelect : public Screen {
+public:
+    frm_PlotSelect(int plot_style, QWidget* parent = nullptr);
+
+private:
+    void Use_Presets(bool presets);
+    void Picked();
+    std::vector<int> Picks() const;
+
+    int style_;
+    std::vector<int> variables_;
+    std::vector<int> presets_;
+};
+
+/// The plot of the picked functions: "frm_Plot1" to "frm_Plot4". Accepted by cmd_PlotDone, rejected by cmd_Back, which
+/// returns to the choice.
+class frm_Plot : public Screen {
+public:
+    frm_Plot(int plot_style, QWidget* parent = nullptr);
+
+private:
+    void Replot();
+
+    int style_;
+    QList<paint::Chart*> charts_;
+};
+
+/// The curve of a picked variable or composite choice in a style, over the range of the picked segment.
+paint::Curve Plotted_Curve(int plot_style, int variable);
+
+/// The way through the three screens until the user is done.
+void Run_Plots(QWidget* parent);
+
+}  // namespace lobemax::screens

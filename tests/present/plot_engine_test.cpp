@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "present/plot_engine.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "camgeom/sizing_fields.h"
+#include "core/text.h"
+#include "present/plot_selection.h"
+#include "tests/support/cam_design.h"
+#include "tests/support/recording_surface.h"
+
+namespace lobemax {
+namespace {
+
+using testing::Cam_Maker;
+using testing::Data;
+using testing::Recording_Surface;
+
+class Plot_Engine : public ::testing::Test {
+protected:
+    void SetUp() override { Cam_Maker().Make(); }
+    void TearDown() override { design = {}; }
+    Recording_Surface surface_;
+};
+
+TEST_F(Plot_Engine, decimals_follow_the_size_with_each_later_test_overriding)
+{
+    EXPECT_EQ(Plot_Decimals(1000), 0);
+    EXPECT_EQ(Plot_Decimals(999), 1);
+    EXPECT_EQ(Plot_Decimals(100), 1);
+    EXPECT_EQ(Plot_Decimals(99), 2);
+    EXPECT_EQ(Plot_Decimals(10), 2);
+    EXPECT_EQ(Plot_Decimals(9), 3);
+    EXPECT_EQ(Plot_Decimals(0), 3);
+}
+
+TEST_F(Plot_Engine, windows_have_their_margins)
+{
+    const Plot_Window two = SetWindow(2, 10, 0, 360);
+    EXPECT_NEAR(two.left, -57.6, 1e-9);
+    EXPECT_NEAR(two.right, 374.4, 1e-9);
+    EXPECT_NEAR(two.bottom, -14.0, 1e-9);
+    EXPECT_NEAR(two.top, 11.4, 1e-9);
+    const Plot_Window four = SetWindow(4, 10, 90, 190);
+    EXPECT_NEAR(four.left, 72.0, 1e-9);
+    EXPECT_NEAR(four.right, 194.0, 1e-9);
+    EXPECT_NEAR(four.bottom, -17.0, 1e-9);
+    EXPECT_NEAR(four.top, 11.5, 1e-9);
+    EXPECT_THROW(SetWindow(3, 10, 0, 360), Fault);
+}
+
+TEST_F(Plot_Engine, a_function_of_zeros_keeps_a_scale)
+{
+    EXPECT_NEAR(SetWindow(2, 0, 0, 360).top, 1.14e-4, 1e-12);
+    const Plot_Figures figures = Plot_Dynamics(surface_, 4, var::Torque, 0, 360, false);
+    EXPECT_EQ(figures.peak, 0.0);
+    EXPECT_EQ(Trim(figures.ymax), "0.000");
+    EXPECT_EQ(surface_.Lines_in(Ink::curve), 360);
+}
+
+TEST_F(Plot_Engine, the_curve_goes_through_every_point_of_the_range)
+{
+    const Plot_Figures figures = Plot_Dynamics(surface_, 2, var::V, 20, 100, true);
+    EXPECT_EQ(surface_.Lines_in(Ink::curve), 80);
+    const auto& last = surface_.lines.back();
+    EXPECT_EQ(last.x2, 100.0);
+    EXPECT_EQ(last.y2, Data(var::V, 100));
+    EXPECT_EQ(figures.left_title, "Velocity");
+    EXPECT_EQ(figures.units, "mm/sec");
+    double largest = 0.0;
+    for (int i = 20; i <= 100; ++i)
+        largest = std::max(largest, Data(var::V, i));
+    EXPECT_EQ(figures.largest, largest);
+    EXPECT_EQ(figures.ymax, FNRoundStr(largest, Plot_Decimals(largest)));
+    EXPECT_EQ(figures.ymin, FNRoundStr(-largest, Plot_Decimals(largest)));
+    EXPECT_GT(surface_.top, surface_.bottom);  // y runs upward
+}
+
+TEST_F(Plot_Engine, axes_ticks_and_segment_boundaries_stand_where_they_belong)
+{
+    Plot_Dynamics(surface_, 2, var::S, 0, 360, true);
+    EXPECT_EQ(surface_.Lines_in(Ink::axis), 2 + 25 + 5);
+    EXPECT_EQ(surface_.Lines_in(Ink::prime), 3);  // between four segments
+    const auto& tick = surface_.lines[2 + 24];
+    EXPECT_NEAR(tick.x1, 360.0, 1e-3);
+    EXPECT_NEAR(tick.y2, 0.07 * 20, 1e-6);
+    surface_.Clear();
+    Plot_Dynamics(surface_, 2, var::S, 0, 360, false);
+    EXPECT_EQ(surface_.Lines_in(Ink::prime), 0);
+}
+
+TEST_F(Plot_Engine, charts_have_their_ticks_and_titles)
+{
+    Plot_Setup setup = PlotSetup(style::single_window, 0, 360, false);
+    EXPECT_EQ(setup.NumPoints, 361);
+    EXPECT_EQ(setup.TickEvery, 30);
+    EXPECT_EQ(setup.LabelEvery, 60);
+    EXPECT_EQ(setup.bottom_title, "Cam Angle (Deg)");
+    EXPECT_EQ(PlotSetup(style::two_windows, 10, 15, false).TickEvery, 1);
+    design.motion.No_Harmonics = 45;
+    setup = PlotSetup(style::four_windows, 0, 360, true);
+    EXPECT_EQ(setup.NumPoints, 46);
+    EXPECT_EQ(setup.TickEvery, 3);
+    EXPECT_EQ(setup.bottom_title, "Harmonic Number");
+    EXPECT_EQ(PlotSetup(style::polar, 0, 360, false).bottom_title, "Cam Profile at Follower Centerline");
+    design.cam.Followtype = 2;
+    EXPECT_EQ(PlotSetup(style::polar, 0, 360, false).bottom_title, "Cam Surface Profile");
+    EXPECT_EQ(setup.graph_title, "Selected Cam-Follower Parameters    Model1  ");
+    EXPECT_TRUE(Is_Fourier(18) && Is_Fourier(21));
+    EXPECT_FALSE(Is_Fourier(17) || Is_Fourier(22));
+}
+
+TEST_F(Plot_Engine, the_panels_tell_basic_data_and_once_sized_the_size)
+{
+    Pick_Segment("1  R");
+    Panel_Lines basic = Basic_Data();
+    ASSERT_EQ(basic.size(), 6U);
+    EXPECT_EQ(basic[0], (std::pair<std::string, std::string>{"Segment", "1  R"}));
+    EXPECT_EQ(basic[2], (std::pair<std::string, std::string>{"End Theta", "110.00"}));
+    EXPECT_EQ(basic[4].second, "Cw");
+    EXPECT_TRUE(Size_Data().empty());
+    ASSERT_TRUE(Size_Design());
+    const Panel_Lines size = Size_Data();
+    ASSERT_EQ(size.size(), 7U);
+    EXPECT_EQ(size[3], (std::pair<std::string, std::string>{"Prime Radius", "60.00 mm"}));
+    EXPECT_EQ(size[5].second, "None");
+}
+
+TEST_F(Plot_Engine, the_header_names_design_file_and_time)
+{
+    design.identity.Design_No = 7;
+    design.identity.Model_Name = "rocker";
+    design.identity.Time = "10:11:12";
+    EXPECT_EQ(Plot_Header(), " Design No. 7 File: rocker at 10:11:12");
+}
+
+}  // namespace
+}  // namespace lobemax
