@@ -89,7 +89,7 @@ void Read_Entries(Size_Form& form)
     form.txt_Cutter = Enter_Cutter(form.txt_Cutter).text;
     Enter_Follower_Angle(form.txt_folwrangle);
     Enter_ArmX(form.txt_CLx);
-    if (Linear() && !form.translating)
+    if (!Radial() && !form.translating)
         form.txt_CLy = "0";  // the pivot stands level with the track
     Enter_ArmY(form.txt_CLy);
 }
@@ -322,7 +322,7 @@ Size_Panels Set_Cam_Type_Panels()
     if (!Radial()) {
         c.Offset = 0.0;
         c.Followtype = 1;
-        if (linear && !c.Translating)
+        if (!c.Translating)
             c.ArmY = 0.0;
     }
     return {linear ? "Cam Length" : "Prime Radius",
@@ -335,7 +335,7 @@ Size_Panels Set_Cam_Type_Panels()
             !linear,
             Radial(),
             !Radial(),
-            !(linear && !c.Translating)};
+            Radial() || c.Translating};
 }
 
 bool Calc_Size(Size_Form& form, bool autocalc)

@@ -23,6 +23,8 @@ void Add_Convert(CLI::App& app, Action& action);
 void Add_Show(CLI::App& app, Action& action);
 void Add_Fft(CLI::App& app, Action& action);
 void Add_Export(CLI::App& app, Action& action);
+void Add_Plot(CLI::App& app, Action& action);
+void Add_Draw(CLI::App& app, Action& action);
 void Add_Table(CLI::App& app, Action& action);
 
 }  // namespace lobemax::cli

@@ -28,6 +28,8 @@ int main(int argc, char** argv)
     Add_Fft(app, action);
     Add_Table(app, action);
     Add_Export(app, action);
+    Add_Plot(app, action);
+    Add_Draw(app, action);
 
     try {
         app.parse(argc, argv);

@@ -17,6 +17,7 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "motion/fourier.h"
+#include "paint/plot_charts.h"
 #include "paint/print.h"
 #include "present/plot_engine.h"
 #include "present/plot_selection.h"
@@ -26,17 +27,9 @@ namespace lobemax::screens {
 
 namespace {
 
-constexpr int first_composite = 54;
-
 QString Name_of(int variable)
 {
     return To_Qt(Trim(design.plot.Var_Name(variable)));
-}
-
-QString Unit_of(int variable)
-{
-    return variable >= first_composite ? To_Qt(design.plot.Var_Unit(Rows_of_Composite(variable).x))
-                                       : To_Qt(design.plot.Var_Unit(variable));
 }
 
 /// Variables that a style offers: a polar plot has the closed curves before the others.
@@ -48,23 +41,6 @@ std::vector<int> Offered(int plot_style)
     for (const int v : Load_Names())
         list.push_back(v);
     return list;
-}
-
-int Windows_of(int plot_style)
-{
-    return plot_style == style::two_windows ? 2 : plot_style == style::four_windows ? 4 : 1;
-}
-
-struct Range {
-    int first;
-    int last;
-};
-
-Range Range_of_Plot()
-{
-    const double step = design.motion.Deltatheta;
-    const int last = To_Integer(design.plot.Plot_Last / step);
-    return {To_Integer(design.plot.Plot_First / step), std::min<int>(last, design.motion.Max_Data_Points_used)};
 }
 
 /// A small picture of a style for its button.
@@ -92,7 +68,7 @@ QPixmap Style_Picture(int plot_style, const QPalette& palette)
         painter.drawLine(QPointF(50, 4), QPointF(50, 56));
         return picture;
     }
-    const int windows = Windows_of(plot_style);
+    const int windows = paint::Windows_of(plot_style);
     const int columns = windows == 4 ? 2 : 1;
     const int rows = windows == 1 ? 1 : 2;
     for (int k = 0; k < windows; ++k)
@@ -102,40 +78,6 @@ QPixmap Style_Picture(int plot_style, const QPalette& palette)
 }
 
 }  // namespace
-
-paint::Curve Plotted_Curve(int plot_style, int variable)
-{
-    const auto& results = design.results.CalcData;
-    paint::Curve curve;
-    curve.name = Name_of(variable);
-    curve.unit = Unit_of(variable);
-    const auto [first, last] = Range_of_Plot();
-    if (variable >= first_composite) {
-        const Coordinate_Rows rows = Rows_of_Composite(variable);
-        for (int i = first; i <= last; ++i) {
-            curve.x.push_back(results(rows.x, i));
-            curve.y.push_back(results(rows.y, i));
-        }
-        return curve;
-    }
-    if (Is_Fourier(variable)) {
-        curve.style = paint::Curve_Style::sticks;
-        for (int k = 1; k <= Shown_Harmonics(); ++k) {
-            curve.x.push_back(k);
-            curve.y.push_back(results(variable, k));
-        }
-        return curve;
-    }
-    if (plot_style != style::polar)
-        return paint::Row_Curve(curve.name, curve.unit, results.Points(var::Angle), results.Points(variable), first,
-                                last);
-    for (int i = first; i <= last; ++i) {  // the value as a radius at its cam angle
-        const double angle = results(var::Angle, i) * Rad_per_Deg;
-        curve.x.push_back(results(variable, i) * std::cos(angle));
-        curve.y.push_back(results(variable, i) * std::sin(angle));
-    }
-    return curve;
-}
 
 frm_PlotType::frm_PlotType(QWidget* parent)
     : Screen(QStringLiteral("frm_PlotType"), QStringLiteral("Plot: choose a style"), parent)
@@ -301,10 +243,10 @@ frm_Plot::frm_Plot(int plot_style, QWidget* parent)
 {
     QLabel* const header = Label(QStringLiteral("lbl_Header"), To_Qt(Plot_Header()));
     auto* const charts = new QGridLayout;
-    const int windows = Windows_of(style_);
+    const int windows = paint::Windows_of(style_);
     const int columns = windows == 4 ? 2 : 1;
     for (int k = 0; k < windows; ++k) {
-        charts_.append(new paint::Chart(Element("grf_Plot", k)));
+        charts_.push_back(new paint::Chart(Element("grf_Plot", k)));
         charts->addWidget(charts_.back(), k / columns, k % columns);
     }
     auto* const side = new QVBoxLayout;
@@ -391,40 +333,13 @@ frm_Plot::frm_Plot(int plot_style, QWidget* parent)
 
 void frm_Plot::Replot()
 {
-    const Plot_Group& p = design.plot;
     const auto on = [this](const char* name) { return Control<QCheckBox>(QString::fromUtf8(name)).isChecked(); };
-    const Range range = Range_of_Plot();
-    const bool fourier = p.Num_Sets > 0 && Is_Fourier(p.Plot_Vars(1));
-    const Plot_Setup setup = PlotSetup(style_, range.first, range.last, fourier);
-    setWindowTitle(To_Qt(setup.graph_title).trimmed());
     const paint::Curve_Style look =
         on("chk_Sticks") ? (on("chk_Line") ? paint::Curve_Style::sticks_and_line : paint::Curve_Style::sticks)
                          : paint::Curve_Style::line;
-    const bool one_chart = charts_.size() == 1;
-    for (int k = 0; k < charts_.size(); ++k) {
-        paint::Chart& chart = *charts_[k];
-        std::vector<paint::Curve> curves;
-        for (int set = one_chart ? 1 : k + 1; set <= (one_chart ? int{p.Num_Sets} : std::min(k + 1, int{p.Num_Sets}));
-             ++set)
-            curves.push_back(Plotted_Curve(style_, p.Plot_Vars(set)));
-        if (curves.empty())
-            continue;
-        const bool alone = curves.size() == 1;
-        // Two functions of different units have an axis each.
-        const bool two_axes = curves.size() == 2 && curves[0].unit != curves[1].unit && style_ != style::polar;
-        if (two_axes)
-            curves[1].right_axis = true;
-        const auto title = [](const paint::Curve& curve) { return curve.name + QStringLiteral("  ") + curve.unit; };
-        chart.Set_Axis_Titles(To_Qt(setup.bottom_title), alone || two_axes ? title(curves[0]) : QString(),
-                              two_axes ? title(curves[1]) : QString());
-        chart.Set_Legend(!alone);
-        chart.Set_Equal_Scales(style_ == style::polar);
-        for (paint::Curve& curve : curves)
-            if (!fourier || on("chk_Sticks"))
-                curve.style = look;
-        chart.Show(std::move(curves));
-        chart.Set_Grid(on("chk_HGrid"), on("chk_VGrid"));
-    }
+    setWindowTitle(paint::Fill_Plot(charts_, style_, on("chk_Sticks"), look));
+    for (paint::Chart* const chart : charts_)
+        chart->Set_Grid(on("chk_HGrid"), on("chk_VGrid"));
 }
 
 void Run_Plots(QWidget* parent)

@@ -42,11 +42,8 @@ private:
     void Replot();
 
     int style_;
-    QList<paint::Chart*> charts_;
+    std::vector<paint::Chart*> charts_;
 };
-
-/// The curve of a picked variable or composite choice in a style, over the range of the picked segment.
-paint::Curve Plotted_Curve(int plot_style, int variable);
 
 /// The way through the three screens until the user is done.
 void Run_Plots(QWidget* parent);

@@ -363,5 +363,83 @@ TEST_F(Sizing_Fields, all_configurations_can_be_sized)
                 }
 }
 
+TEST_F(Sizing_Fields, the_pivot_of_an_axial_arm_stands_level_with_the_track)
+{
+    for (const Cam_Choice cam : {Cam_Choice::Axial_Groove, Cam_Choice::Linear, Cam_Choice::Axial_Ribbed}) {
+        Make_Arm();
+        Choose_Cam(cam);
+        EXPECT_FALSE(Set_Cam_Type_Panels().arm_y_enabled);
+        EXPECT_EQ(Size_Form_of_Design().txt_CLy, "0");
+        Make_Arm();
+        Size_Form form = Size_Form_of_Design();
+        form.cam = cam;
+        form.txt_CLy = "30";
+        EXPECT_TRUE(Calc_Size(form, false));
+        EXPECT_EQ(form.txt_CLy, "0");
+        EXPECT_EQ(c_.ArmY, 0.0);
+    }
+    Make_Arm();
+    EXPECT_TRUE(Set_Cam_Type_Panels().arm_y_enabled);
+    EXPECT_EQ(c_.ArmY, 30.0);
+}
+
+TEST_F(Sizing_Fields, all_profile_rows_are_renamed_by_the_kind_of_cam)
+{
+    constexpr int rows[]{11, 12, 36, 37, 40, 41};
+    const char* const axial[][2]{{"Z-coord", "Z"},          {"Lambda", "Lm"},      {"Z_Surface", "Z_Srf"},
+                                 {"Lambda_Surf", "Lm_Srf"}, {"Z_Cutter", "Z_Ctr"}, {"Lambda_Ctr", "Lm_Ctr"}};
+    const char* const radial[][2]{{"Radius", "R"},        {"Theta", "Th"},       {"X_Surface", "X_Srf"},
+                                  {"Y_Surface", "Y_Srf"}, {"X_Cutter", "X_Ctr"}, {"Y_Cutter", "Y_Ctr"}};
+    for (const char* kind : {"Linear", "Barrel", "Radial"}) {
+        c_.Camtype = kind;
+        Set_Cam_Type_Panels();
+        const auto& words = c_.Camtype == "Radial" ? radial : axial;
+        for (int k = 0; k < 6; ++k) {
+            EXPECT_EQ(design.plot.Var_Name(rows[k]), words[k][0]);
+            EXPECT_EQ(design.plot.Var_Symbol(rows[k]), words[k][1]);
+        }
+    }
+}
+
+TEST_F(Sizing_Fields, switching_to_a_flat_face_tells_its_smallest_base_radius)
+{
+    double least = 0.0;
+    int where = 0;
+    for (int i = 0; i <= 360; ++i)
+        if (Data(var::A, i) < least) {
+            least = Data(var::A, i);
+            where = i;
+        }
+    script_.Expect({"The minimum base circle radius for no negative Radius of Curvature is " +
+                    FNRoundStr(-least / 144.0 - Data(var::S, where), 2) + "  mm"});
+    Choose_Follower(false);
+    Choose_Follower(true);  // back again: silent
+    EXPECT_EQ(c_.Followtype, 1);
+    Make_Arm();
+    Choose_Follower(false);  // on an arm: silent
+    EXPECT_EQ(c_.Followtype, 2);
+}
+
+TEST_F(Sizing_Fields, an_axial_arm_of_no_length_leaves_the_cam_unsized)
+{
+    Make_Arm();
+    Size_Form form = Size_Form_of_Design();
+    form.cam = Cam_Choice::Linear;  // no arm test
+    form.txt_ArmRadius = "0";
+    script_.Expect(incompatible);  // Phi has told already, Rho is not begun
+    f_.Sized = true;
+    EXPECT_FALSE(Calc_Size(form, false));
+    EXPECT_FALSE(f_.Sized);
+    EXPECT_FALSE(f_.Calc_Error);
+}
+
+TEST_F(Sizing_Fields, numbers_are_read_by_the_number_format)
+{
+    design.identity.Number_Format = "Europe";
+    EXPECT_TRUE(Enter_Follower_Angle("12,5").accepted);
+    EXPECT_EQ(c_.Follower_Angle, 12.5);
+    EXPECT_EQ(Size_Form_of_Design().txt_folwrangle, "12,5");
+}
+
 }  // namespace
 }  // namespace lobemax

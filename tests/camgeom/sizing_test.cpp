@@ -6,6 +6,7 @@
 #include <cmath>
 #include <complex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/text.h"
@@ -104,10 +105,7 @@ TEST_F(Sizing, the_curvature_is_that_of_the_pitch_curve)
         c().Rotflag = p.Rotflag;
         c().ArmDirect = p.ArmDirect;
         Size();
-        // In the degrees base a translating follower's acceleration carries its factor once, so its curvature there
-        // is not the curve's; in the arm's it happens to be whole.
-        const bool whole = !(p.translating && p.base == 2);
-        for (int i = 30; i < 1440 && whole; i += 37) {
+        for (int i = 30; i < 1440; i += 37) {
             if (std::abs(Data(var::Rho, i)) > 400)
                 continue;  // nearly straight
             EXPECT_NEAR(Numeric_Rho(i) * -p.Rotflag, Data(var::Rho, i), std::abs(Data(var::Rho, i)) * 0.02)
@@ -116,16 +114,27 @@ TEST_F(Sizing, the_curvature_is_that_of_the_pitch_curve)
     }
 }
 
-TEST_F(Sizing, the_degrees_base_scales_acceleration_once_and_is_therefore_off)
+TEST_F(Sizing, a_translating_follower_has_the_same_curvature_in_all_time_bases)
 {
-    Cam_Maker maker;
-    maker.time_base = 2;
-    maker.Make();
-    c().Followtype = 2;
-    Size(2);
-    // Row 3 holds a per radian squared times pi / 180 once; the formula takes the factor off once.
-    const double a = Data(var::A, 30) * 180 / pi;
-    EXPECT_NEAR(Data(var::Rho, 30), 60.0 + Data(var::S, 30) + a, 1e-3);
+    // In the degrees base row 3 holds the acceleration with the factor of one degree only, not of its square, and the
+    // formula takes that factor off once. The two belong together, so nothing is lost.
+    for (const int type : {1, 2}) {
+        std::vector<double> Rho;
+        for (const int base : {1, 2, 3}) {
+            Cam_Maker maker;
+            maker.time_base = base;
+            maker.Make();
+            c().Followtype = type;
+            Size(type);
+            for (int i = 0; i <= 360; i += 6) {
+                const auto k = static_cast<std::size_t>(i / 6);
+                if (base == 1)
+                    Rho.push_back(Data(var::Rho, i));
+                else
+                    EXPECT_NEAR(1 / Data(var::Rho, i), 1 / Rho[k], 1e-6) << type << base << " " << i;
+            }
+        }
+    }
 }
 
 TEST_F(Sizing, a_flat_face_has_base_radius_plus_displacement_plus_acceleration)
@@ -294,13 +303,34 @@ TEST_F(Sizing, the_conjugate_adds_its_lift_in_the_arms_pressure_angle)
     f().Skip_Profile = true;
     c().Conjugate = true;
     Size();
-    // Liftmax + S, a plus that is meant: in the low dwell the arm stands a lift above its start.
+    // Liftmax + S, a plus that is meant: in the low dwell the arm stands one lift above its start, in the high dwell
+    // two.
     const double D = std::hypot(90.0, 30.0);
-    const double gamma = c().Arm_Start_Angle * pi / 180 + 20 * pi / 180;
-    const double R = std::sqrt(D * D + 6400 - 2 * D * 80 * std::cos(gamma));
-    const double tau = std::acos((R * R + D * D - 6400) / (2 * D * R));
-    const double al = pi - gamma - tau;
-    EXPECT_NEAR(Data(var::Phi, 320), c().Rotflag * c().ArmDirect * (al - pi / 2) * 180 / pi, 1e-3);
+    for (const auto& [i, lifts] : {std::pair{320, 1}, std::pair{140, 2}}) {
+        const double gamma = c().Arm_Start_Angle * pi / 180 + lifts * 20 * pi / 180;
+        const double R = std::sqrt(D * D + 6400 - 2 * D * 80 * std::cos(gamma));
+        const double tau = std::acos((R * R + D * D - 6400) / (2 * D * R));
+        const double al = pi - gamma - tau;
+        EXPECT_NEAR(Data(var::Phi, i), c().Rotflag * c().ArmDirect * (al - pi / 2) * 180 / pi, 1e-3) << i;
+        // In the curvature the conjugate plays no part: the standing arm's roller centre is where the motion has it.
+        const double plain = (c().Arm_Start_Angle + Data(var::S, i)) * pi / 180;
+        EXPECT_NEAR(Data(var::Rho, i), std::sqrt(D * D + 6400 - 2 * D * 80 * std::cos(plain)), 1e-3) << i;
+    }
+}
+
+TEST_F(Sizing, the_ratio_of_displacement_divides_the_cam_angle_in_the_arms_pressure_angle)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    design.linkage.Drive_End_Effector = true;
+    for (int i = 0; i <= 360; ++i)
+        design.results.Link_Ratio_S(i) = 4.0;
+    Arm_Geometry();
+    Autopress();
+    // The last point leaves its working angle: the pivot turned by a quarter of the cycle, less the start's own angle.
+    const double expected = c().Arm_Pivot_Angle - c().Rotflag * 360.0 / 4 - c().ArmDirect * c().Arm_Cam_Angle;
+    EXPECT_NEAR(c().Arm_Work_Angle * 180 / pi, expected, 1e-3);
 }
 
 TEST_F(Sizing, a_zero_divisor_keeps_the_point_and_is_told_of)
@@ -409,6 +439,485 @@ TEST_F(Sizing, ratios_of_a_driven_end_effector_divide_and_zero_counts_as_one)
     EXPECT_EQ(r.S, 2.5);
     EXPECT_EQ(r.V, -1.5);
     EXPECT_EQ(r.A, 1.0);
+}
+
+TEST_F(Sizing, a_zero_divisor_is_met_where_the_roller_centre_comes_to_the_cam_centre)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    // An arm as long as its pivot is away, closed to a hair: the third side vanishes, the velocity does not.
+    c().Arm_Pivot_Dist = c().ArmRad = 80.0;
+    c().Arm_Start_Angle = 1e-8;
+    for (int i = 0; i <= 360; ++i) {
+        design.results.CalcData(var::S, i) = i == 25 ? 0.0 : 20.0;
+        design.results.CalcData(var::V, i) = 5.0;
+        design.results.CalcData(var::Phi, i) = 99.0;
+    }
+    script_.Expect(
+        {"An attempt to divide by zero was detected in Autopress when calculating\n"
+         "the pressure angle at theta = 25\n"
+         "Will continue to attempt calculation at other pointsDenom2",
+         Buttons::OK, Symbol::exclamation});
+    Autopress();
+    EXPECT_EQ(Data(var::Phi, 25), 99.0);  // the point keeps its value
+    EXPECT_NE(Data(var::Phi, 24), 99.0);
+    EXPECT_NE(Data(var::Phi, 26), 99.0);
+}
+
+TEST_F(Sizing, the_third_terms_of_both_senses_have_their_own_labels)
+{
+    for (const char* label : {"Term3  in K2", "Term3c  in K1"}) {
+        script_.Expect({std::string("An attempt to divide by zero was detected in Autopress when calculating\n"
+                                    "the pressure angle at theta = 0\n"
+                                    "Will continue to attempt calculation at other points") +
+                            label,
+                        Buttons::OK, Symbol::exclamation});
+        Autopress_Message(label, 0.0);
+    }
+}
+
+TEST_F(Sizing, a_vanishing_curvature_of_the_pitch_curve_is_reported)
+{
+    Cam_Maker().Make();
+    design.results.CalcData(var::S, 40) = 0.0;
+    design.results.CalcData(var::V, 40) = 0.0;
+    design.results.CalcData(var::A, 40) = 60.0 * 144.0;  // r^2 - r a = 0
+    script_.Expect(Error_Box(11, "Division by zero", "Calc_Rho"));
+    EXPECT_FALSE(Calc_Rho(1));
+    EXPECT_TRUE(f().Calc_Error);
+}
+
+TEST_F(Sizing, the_conjugate_of_a_translating_roller_runs_the_motion_backwards_from_the_top)
+{
+    Cam_Maker().Make();
+    c().Offset = 12.0;
+    c().Conjugate = true;
+    c().Side_Sign = -1;
+    Size();
+    const double Rp = std::sqrt(60.0 * 60 - 144);
+    for (int i = 0; i <= 360; i += 9) {
+        const double s = 20.0 - Data(var::S, i);
+        const double v = -Data(var::V, i) / 12.0;
+        const double a = -Data(var::A, i) / 144.0;
+        EXPECT_NEAR(Data(var::Phi, i), std::atan2(v - 12.0, s + Rp) * 180 / pi, 1e-4) << i;
+        const double r = std::hypot(60.0 + s, 12.0);
+        const double curvature = (r * r + 2 * v * v - r * a) / std::pow(r * r + v * v, 1.5);  // of a polar curve
+        EXPECT_NEAR(1 / Data(var::Rho, i), curvature, std::abs(curvature) * 1e-4 + 1 / 600.1 * (curvature < 1 / 600.0))
+            << i;
+    }
+}
+
+TEST_F(Sizing, an_eccentric_circle_has_its_own_radius_of_curvature)
+{
+    // A circle of radius 50 about a point 8 off the centre, followed by a roller centre without offset: the distance to
+    // its points is e cos x + sqrt(R^2 - e^2 sin^2 x), which has all derivatives in closed form.
+    Cam_Maker maker;
+    maker.time_base = 3;
+    maker.Make();
+    constexpr double R = 50.0;
+    constexpr double e = 8.0;
+    c().Prime_Rad = R - e;
+    for (int i = 0; i <= 360; ++i) {
+        const double x = i * pi / 180;
+        const double q = std::sqrt(R * R - e * e * std::sin(x) * std::sin(x));
+        const double dq = -e * e * std::sin(x) * std::cos(x) / q;
+        const double ddq = (-e * e * std::cos(2 * x) - dq * dq) / q;
+        design.results.CalcData(var::S, i) = e * std::cos(x) + q - (R - e);
+        design.results.CalcData(var::V, i) = -e * std::sin(x) + dq;
+        design.results.CalcData(var::A, i) = -e * std::cos(x) + ddq;
+    }
+    Size();
+    for (int i = 0; i <= 360; ++i) {
+        EXPECT_NEAR(Data(var::Rho, i), R, 1e-3) << i;
+        // The normal goes through the circle's own centre: sine rule in the triangle of both centres and the roller.
+        const double x = i * pi / 180;
+        EXPECT_NEAR(std::sin(Data(var::Phi, i) * pi / 180), -e * std::sin(x) / R, 1e-5) << i;
+    }
+    EXPECT_NEAR(c().Rho_Smallest, R, 1e-3);
+}
+
+TEST_F(Sizing, an_arm_has_the_same_angles_and_curvature_in_all_time_bases)
+{
+    for (const char* kind : {"Radial", "Barrel", "Linear"}) {
+        std::vector<double> Phi;
+        std::vector<double> Rho;
+        for (const int base : {1, 2, 3}) {
+            Cam_Maker maker;
+            maker.translating = false;
+            maker.time_base = base;
+            maker.Make();
+            c().Camtype = kind;
+            Size();
+            for (int i = 3; i <= 360; i += 7) {
+                const auto k = static_cast<std::size_t>(i / 7);
+                if (base == 1) {
+                    Phi.push_back(Data(var::Phi, i));
+                    Rho.push_back(Data(var::Rho, i));
+                    continue;
+                }
+                EXPECT_NEAR(Data(var::Phi, i), Phi[k], 1e-3) << kind << base << " " << i;
+                EXPECT_NEAR(1 / Data(var::Rho, i), 1 / Rho[k], 1e-5) << kind << base << " " << i;
+            }
+        }
+    }
+}
+
+TEST_F(Sizing, a_standing_arm_has_the_other_sign_where_cam_and_arm_turn_opposite_ways)
+{
+    for (const int Rotflag : {1, -1})
+        for (const int ArmDirect : {1, -1}) {
+            Cam_Maker maker;
+            maker.translating = false;
+            maker.Make();
+            c().Rotflag = Rotflag;
+            c().ArmDirect = ArmDirect;
+            Size();
+            const double D = std::hypot(90.0, 30.0);
+            for (const int i : {320, 140}) {  // low and high dwell
+                const double gamma = (c().Arm_Start_Angle + Data(var::S, i)) * pi / 180;
+                const double R = std::sqrt(D * D + 6400 - 2 * D * 80 * std::cos(gamma));
+                const double at_roller = std::acos((6400 + R * R - D * D) / (2 * 80 * R));
+                EXPECT_NEAR(Data(var::Phi, i), Rotflag * ArmDirect * (at_roller * 180 / pi - 90), 1e-3);
+                EXPECT_NEAR(Data(var::Rho, i), R, 1e-3);
+            }
+        }
+}
+
+TEST_F(Sizing, the_start_of_the_arm_lies_on_the_prime_circle_an_arm_from_the_pivot)
+{
+    for (const int ArmDirect : {1, -1})
+        for (const int side : {1, -1}) {
+            Cam_Maker maker;
+            maker.translating = false;
+            maker.Make();
+            c().ArmDirect = ArmDirect;
+            c().Side_Sign = side;
+            Arm_Geometry();
+            const Point start(c().Arm_Start_X, c().Arm_Start_Y);
+            const Point pivot(90.0, 30.0);
+            EXPECT_NEAR(std::abs(start), 60.0, 1e-4);
+            EXPECT_NEAR(std::abs(start - pivot), 80.0, 1e-4);
+            // On the clockwise side of the line of centres for a counter-clockwise arm; a conjugate on the other.
+            EXPECT_LT((std::conj(pivot) * start).imag() * ArmDirect * side, 0.0);
+            EXPECT_NEAR(std::abs(std::arg(start / pivot)) * 180 / pi, c().Arm_Cam_Angle, 1e-3);
+            EXPECT_NEAR(std::abs(std::polar(1.0, c().Arm_Start_Theta * pi / 180) - start / 60.0), 0.0, 1e-5);
+        }
+}
+
+TEST_F(Sizing, the_triangle_of_the_arm_closes_at_any_angle)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    Arm_Geometry();
+    for (const double gamma : {15.0, 40.0, 75.0, 130.0})
+        for (const double delta : {-700.0, -30.0, 18.0, 200.0}) {
+            Arm_Place place;
+            ASSERT_TRUE(Arm_Position(gamma, delta, place));
+            const Point pivot(place.Px, place.Py);
+            const Point roller(place.X, place.Y);
+            EXPECT_NEAR(std::abs(pivot), std::hypot(90.0, 30.0), 1e-4);
+            EXPECT_NEAR(std::abs(pivot - std::polar(std::abs(pivot), delta * pi / 180)), 0.0, 1e-4);
+            EXPECT_NEAR(std::abs(roller - pivot), 80.0, 1e-3);
+            EXPECT_NEAR(std::abs(roller), place.R, 1e-3);
+            EXPECT_NEAR(std::abs(std::arg((roller - pivot) / (-pivot))) * 180 / pi, gamma, 1e-2);
+            EXPECT_NEAR(std::abs(std::arg(roller / pivot)) * 180 / pi, place.tau, 1e-2);
+            EXPECT_GE(place.theta_c, 0.0);
+            EXPECT_LE(place.theta_c, 360.0);
+            EXPECT_NEAR(std::abs(roller - std::polar(place.R, place.theta_c * pi / 180)), 0.0, 1e-2);
+        }
+}
+
+TEST_F(Sizing, a_roller_centre_on_the_cam_centre_has_no_angle)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    c().Arm_Pivot_Dist = c().ArmRad = 80.0;
+    Arm_Place place;
+    ASSERT_TRUE(Arm_Position(0.0, 90.0, place));
+    EXPECT_EQ(place.R, 0.0);
+    EXPECT_EQ(place.tau, 0.0);  // no divisor: the angle keeps its start value
+    EXPECT_NEAR(place.theta_c, 90.0, 1e-4);
+    EXPECT_NEAR(place.Py, 80.0, 1e-4);
+}
+
+TEST_F(Sizing, a_standing_flat_face_on_an_arm_has_its_distance_from_the_cam_centre)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    c().Followtype = 2;
+    Size(2);
+    const double D = std::hypot(90.0, 30.0);
+    // Dwell: a circle about the cam centre, touched by a face at that distance.
+    EXPECT_NEAR(Data(var::Rho, 320), 60.0, 1e-3);
+    EXPECT_NEAR(Data(var::Rho, 140), D * std::sin(std::asin(60.0 / D) + 20 * pi / 180), 1e-3);
+    EXPECT_EQ(c().Phi_Max, 0.0);
+    EXPECT_EQ(c().Phi_Min, 0.0);
+    // An offset face adds its offset where the start angle has it already: prime radius and twice the offset. Meant.
+    c().Offset = 7.0;
+    Size(2);
+    EXPECT_NEAR(Data(var::Rho, 320), 60.0 + 2 * 7.0, 1e-3);
+    // Standing still with an acceleration, as at the ends of a simple harmonic rise: rho = h + d2h/dalpha2.
+    c().Offset = 0.0;
+    design.results.CalcData(var::A, 320) = 500.0;
+    Size(2);
+    const double aa = 500.0 * pi / 180 / 144.0;
+    EXPECT_NEAR(Data(var::Rho, 320), 60.0 + aa * std::sqrt(D * D - 3600), 1e-3);
+}
+
+TEST_F(Sizing, a_moving_flat_face_on_an_arm_has_the_envelopes_curvature_but_for_its_first_divisor)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.time_base = 3;
+    maker.step = 0.25;
+    maker.Make();
+    c().Followtype = 2;
+    Size(2);
+    const double D = std::hypot(90.0, 30.0);
+    // The face's distance h from the cam centre over its direction alpha in the cam is the support function of the cam:
+    // rho = h + d2h/dalpha2. It is taken here by differences from the displacement alone.
+    const auto face = [&](int i) { return std::asin(60.0 / D) + Data(var::S, i) * pi / 180; };
+    const auto h = [&](int i) { return D * std::sin(face(i)); };
+    const auto alpha = [&](int i) { return i * 0.25 * pi / 180 - face(i); };
+    constexpr int reach = 8;
+    int checked = 0;
+    for (int i = 40; i < 1100; i += 31) {
+        const double w = Data(var::V, i) * pi / 180;
+        if (w == 0.0)
+            continue;
+        const double before = (h(i) - h(i - reach)) / (alpha(i) - alpha(i - reach));
+        const double after = (h(i + reach) - h(i)) / (alpha(i + reach) - alpha(i));
+        const double rho = h(i) + (after - before) / ((alpha(i + reach) - alpha(i - reach)) / 2);
+        // One plus the velocity squared stands where mechanics has one minus it. Meant.
+        EXPECT_NEAR(Data(var::Rho, i) * std::pow((1 + w) / (1 - w), 2), rho, std::abs(rho) * 0.03 + 0.5) << i;
+        ++checked;
+    }
+    EXPECT_GT(checked, 20);
+}
+
+TEST_F(Sizing, ratios_divide_the_arms_motion_at_its_follower)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    design.linkage.Drive_End_Effector = true;
+    for (int i = 0; i <= 360; ++i) {
+        design.results.Link_Ratio_S(i) = 2.0;
+        design.results.Link_Ratio_V(i) = 2.0;
+        design.results.Link_Ratio_A(i) = 2.0;
+    }
+    Size();
+    const double D = std::hypot(90.0, 30.0);
+    const double gamma = (c().Arm_Start_Angle + 10.0) * pi / 180;  // half the lift of 20 at the high dwell
+    const double R = std::sqrt(D * D + 6400 - 2 * D * 80 * std::cos(gamma));
+    const double at_roller = std::acos((6400 + R * R - D * D) / (2 * 80 * R)) * 180 / pi;
+    EXPECT_NEAR(Data(var::Rho, 140), R, 1e-3);
+    EXPECT_NEAR(std::abs(Data(var::Phi, 140)), std::abs(at_roller - 90), 1e-3);
+    // Ratio_V and Ratio_A in the curvature: with a face of which displacement is not divided, half the motion's terms.
+    c().Followtype = 2;
+    Size(2);
+    const double ad = std::asin(60.0 / D) + Data(var::S, 30) * pi / 180;
+    const double v = Data(var::V, 30) / 2 * pi / 180 / 12.0;
+    const double a = Data(var::A, 30) / 2 * pi / 180 / 144.0;
+    const double rho = D * std::sin(ad) * (1 - v * v / ((1 - v) * (1 - v))) + D * std::cos(ad) * a / std::pow(1 - v, 3);
+    EXPECT_NEAR(Data(var::Rho, 30), rho * std::pow((1 - v) / (1 + v), 2), 1e-2);
+}
+
+TEST_F(Sizing, an_arm_level_with_its_pivot_keeps_the_curvature_of_the_point_before)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.time_base = 2;
+    maker.Make();
+    Size();
+    const double start = c().Arm_Start_Angle;
+    const double before = Data(var::Rho, 54);
+    // Arm and line of centres fall together at points 0 and 55: the divisor D sin(gamma) vanishes.
+    for (const int i : {0, 55}) {
+        design.results.CalcData(var::S, i) = -start;
+        design.results.CalcData(var::V, i) = 0.1;
+        design.results.CalcData(var::A, i) = 0.0;
+        design.results.CalcData(var::Phi, i) = 0.0;
+    }
+    ASSERT_TRUE(Calc_Rho(1));
+    EXPECT_EQ(Data(var::Rho, 0), 0.0);  // no point before: nothing to keep
+    EXPECT_NEAR(Data(var::Rho, 54), before, 1e-3);
+    // With Phi and acceleration of zero 1 / rho is the kept c1 alone, cos(Phi) over D sin(gamma) of point 54.
+    const double gamma = (start + Data(var::S, 54)) * pi / 180;
+    const double c1 = std::cos(Data(var::Phi, 54) * pi / 180) / (std::hypot(90.0, 30.0) * std::sin(gamma));
+    EXPECT_NEAR(Data(var::Rho, 55), 1 / c1, 1e-2);
+}
+
+TEST_F(Sizing, an_axial_arm_has_the_curvature_of_its_unrolled_path_but_for_one_term)
+{
+    struct Configuration {
+        double ArmX;
+        int ArmDirect;
+    };
+    for (const auto& p : {Configuration{-70.0, 1}, Configuration{-70.0, -1}, Configuration{70.0, 1}}) {
+        Cam_Maker maker;
+        maker.translating = false;
+        maker.Make();
+        c().Camtype = "Barrel";
+        c().ArmDirect = p.ArmDirect;
+        for (int i = 30; i < 300; i += 20) {
+            const double w = Data(var::V, i) * pi / 180;
+            const double dw = Data(var::A, i) * pi / 180;
+            const double level = p.ArmX > 0 ? pi : 0.0;
+            const double arm = level + p.ArmDirect * Data(var::S, i) * pi / 180;
+            const double Ra = std::hypot(80.0 * std::cos(arm) + p.ArmX, 60.0);
+            // The roller centre on the unrolled drum of radius Ra near this instant, the arm accelerating evenly.
+            const auto path = [&](double t) {
+                const double at = arm + p.ArmDirect * (w * t + dw * t * t / 2);
+                return Point(Ra * 12.0 * t - 80.0 * std::cos(at), 80.0 * std::sin(at));
+            };
+            constexpr double h = 1e-4;
+            const Point d1 = (path(h) - path(-h)) / (2 * h);
+            const Point d2 = (path(h) - 2.0 * path(0) + path(-h)) / (h * h);
+            const double speed_cubed = std::pow(std::abs(d1), 3);
+            // The cube of the arm's own velocity enters with a plus where the path has a minus. Meant.
+            const double M = (std::conj(d1) * d2).imag() + 2 * p.ArmDirect * 80.0 * 80.0 * w * w * w;
+            double Rho = 0.0;
+            ASSERT_TRUE(Axial_Osc_Rho(i, p.ArmX, 0.0, 80.0, Rho));
+            const double sign = (p.ArmX > 0 ? 1 : -1) * p.ArmDirect;
+            if (std::abs(M) < 1e-6) {
+                EXPECT_EQ(Rho, 1000000.0) << i;
+                continue;
+            }
+            EXPECT_NEAR(1 / Rho, sign * M / speed_cubed, std::abs(M / speed_cubed) * 1e-3 + 1e-8) << i;
+        }
+    }
+}
+
+TEST_F(Sizing, an_axial_arm_at_rest_curves_by_its_acceleration_alone)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    c().Camtype = "Barrel";
+    design.results.CalcData(var::A, 320) = 900.0;
+    double Rho = 0.0;
+    ASSERT_TRUE(Axial_Osc_Rho(320, -80.0, 0.0, 80.0, Rho));
+    // y'' of the path is 80 times the arm's acceleration over the drum's speed squared; ArmX below zero turns the sign.
+    EXPECT_NEAR(Rho, -std::pow(60.0 * 12.0, 2) / (80.0 * 900.0 * pi / 180), 1e-2);
+}
+
+TEST_F(Sizing, an_axial_pivot_on_the_far_side_measures_its_arm_from_the_other_end)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    c().Camtype = "Barrel";
+    Axial_Phi point;
+    ASSERT_TRUE(Axial_Osc_Phi(320, -80.0, 40.0, 80.0, point));
+    EXPECT_NEAR(point.g0, 30.0, 1e-5);
+    ASSERT_TRUE(Axial_Osc_Phi(140, 80.0, 40.0, 80.0, point));
+    EXPECT_NEAR(point.g0, 150.0, 1e-5);
+    EXPECT_NEAR(point.arm, 170.0, 1e-4);
+    // Upright the arm leaves no divisor.
+    design.results.CalcData(var::S, 320) = 0.0;
+    Axial_Phi upright;
+    design.results.CalcData(var::S, 5) = 90.0;
+    ASSERT_TRUE(Axial_Osc_Phi(5, -80.0, 0.0, 80.0, upright));
+    EXPECT_GT(std::abs(upright.Phi), 89.0);
+}
+
+TEST_F(Sizing, an_axial_arm_of_a_polydyne_cam_keeps_its_displacement_and_takes_its_velocity)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    c().Camtype = "Barrel";
+    f().Polydyne_Calc = true;
+    design.results.CalcData(22, 140) = 3.0;
+    design.results.CalcData(23, 140) = 100.0;
+    design.results.CalcData(var::V, 140) = 0.0;
+    Axial_Phi point;
+    ASSERT_TRUE(Axial_Osc_Phi(140, -80.0, 0.0, 80.0, point));
+    EXPECT_NEAR(point.arm, 20.0, 1e-4);  // row 1, not the 3 of row 22
+    const double moving = point.Phi;
+    design.results.CalcData(23, 140) = 0.0;
+    ASSERT_TRUE(Axial_Osc_Phi(140, -80.0, 0.0, 80.0, point));
+    EXPECT_NEAR(std::abs(point.Phi), 20.0, 1e-4);  // at rest the arm's own inclination
+    EXPECT_GT(std::abs(moving - point.Phi), 1.0);
+}
+
+TEST_F(Sizing, a_polydyne_cam_has_the_curvature_of_its_own_rows)
+{
+    Cam_Maker().Make();
+    for (int i = 0; i <= 360; ++i) {
+        design.results.CalcData(22, i) = 5.0;
+        design.results.CalcData(23, i) = 0.0;
+        design.results.CalcData(24, i) = 144.0;  // 1 per radian squared at 12 rad/s
+    }
+    f().Polydyne_Calc = true;
+    Size();
+    EXPECT_NEAR(Data(var::Rho, 77), 65.0 * 65.0 / (65.0 - 1.0), 1e-3);
+    c().Followtype = 2;
+    Size(2);
+    EXPECT_NEAR(Data(var::Rho, 77), 5.0 + 60.0 + 1.0, 1e-4);
+}
+
+TEST_F(Sizing, the_kind_of_follower_is_not_looked_at_on_an_axial_cam)
+{
+    Cam_Maker().Make();
+    c().Camtype = "Barrel";
+    Size(1);
+    const double Phi = Data(var::Phi, 55);
+    const double Rho = Data(var::Rho, 30);
+    Size(2);
+    EXPECT_EQ(Data(var::Phi, 55), Phi);
+    EXPECT_EQ(Data(var::Rho, 30), Rho);
+}
+
+TEST_F(Sizing, nothing_is_calculated_while_the_program_starts)
+{
+    Cam_Maker().Make();
+    Size();
+    design.results.CalcData(var::Phi, 55) = 99.0;
+    design.results.CalcData(var::Rho, 55) = 99.0;
+    f().Starting = true;
+    Calc_Phi(1);
+    Calc_Rho(1);
+    EXPECT_EQ(Data(var::Phi, 55), 99.0);
+    EXPECT_EQ(Data(var::Rho, 55), 99.0);
+    f().Calc_Error = true;
+    Axial_Phi point;
+    double Rho = 5.0;
+    EXPECT_FALSE(Axial_Osc_Phi(3, 1.0, 0.0, 1.0, point));
+    EXPECT_FALSE(Axial_Osc_Rho(3, 1.0, 0.0, 1.0, Rho));
+    EXPECT_EQ(Rho, 5.0);
+    EXPECT_TRUE(f().Calc_Error);  // not even that is cleared
+}
+
+TEST_F(Sizing, clipping_keeps_what_lies_on_its_limits)
+{
+    Cam_Maker().Make();
+    design.results.CalcData(var::Rho, 0) = 600.0;
+    design.results.CalcData(var::Rho, 1) = 600.5;
+    design.results.CalcData(var::Rho, 2) = -600.0;
+    design.results.CalcData(var::Rho, 3) = -7000.0;
+    design.results.CalcData(var::Rho, 4) = 12.0;
+    Clip_Rho(600.0);
+    const double clipped[]{600.0, 600.0, -600.0, -600.0, 12.0};
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(Data(var::Rho, i), clipped[i]) << i;
+}
+
+TEST_F(Sizing, an_axial_cam_that_never_curves_has_no_smallest_radius)
+{
+    Cam_Maker().Make();
+    for (int i = 0; i <= 360; ++i)
+        design.results.CalcData(var::Rho, i) = 100000.0;
+    Rho_Extremes();
+    EXPECT_EQ(c().Rho_Max_Pos_Text, "+ Infinity");
+    EXPECT_EQ(c().Rho_Min_Pos_Text, "None");  // nothing lies below the start value
+    EXPECT_EQ(c().Rho_Min_Pos, 100000.0);
+    EXPECT_EQ(c().Rho_Smallest, 100000.0);
 }
 
 }  // namespace

@@ -64,7 +64,8 @@ TEST_F(Cli, help_and_version_come_for_the_tool_and_for_each_command)
 {
     EXPECT_EQ(Run("--version").out.substr(0, 12), "lobemax-cli ");
     EXPECT_EQ(Run("--help").status, 0);
-    for (const char* command : {"new", "example", "calc", "fft", "convert", "show", "table", "export"}) {
+    for (const char* command :
+         {"new", "example", "calc", "fft", "convert", "show", "table", "export", "plot", "draw"}) {
         const Outcome help = Run(std::string(command) + " --help");
         EXPECT_EQ(help.status, 0) << command;
         EXPECT_NE(help.out.find("Usage:"), std::string::npos) << command;
@@ -542,6 +543,46 @@ TEST_F(Cli, export_writes_each_kind_and_refuses_what_is_not_there)
     ASSERT_EQ(Run("calc e.cam -o b.cam --levels size --set 'Camtype$=Barrel'").status, 0);
     EXPECT_EQ(Run("export b.cam profile --code 3 -o none.pts").status, 1);
     EXPECT_FALSE(Exists("none.pts"));
+}
+
+TEST_F(Cli, plot_and_draw_write_pictures_of_each_kind)
+{
+    ASSERT_EQ(Run("example 'Double Dwell' -o e.cam").status, 0);
+    const std::vector<std::pair<std::string, std::string>> heads{
+        {"png", "\x89PNG"}, {"svg", "<?xml"}, {"pdf", "%PDF-"}};
+    for (const auto& [ending, head] : heads) {
+        const Outcome plotted = Run("plot e.cam --vars S,V,3,Jerk* --style 3 -o p." + ending);
+        EXPECT_EQ(plotted.status, 2) << "a name is no pattern";
+        ASSERT_EQ(Run("plot e.cam --vars S,V,3 --style 1 --segment 1 -o p." + ending).status, 0);
+        EXPECT_TRUE(Content("p." + ending).starts_with(head)) << ending;
+        ASSERT_EQ(Run("draw e.cam --path cutter -o d." + ending).status, 0);
+        EXPECT_TRUE(Content("d." + ending).starts_with(head)) << ending;
+    }
+    EXPECT_EQ(Run("plot e.cam --preset 'pressure angle and radius of curvature' -o q.png").status, 0);
+    EXPECT_EQ(Run("plot e.cam --vars 54,57 --style 4 --size 300x300 -o q.png").status, 0);
+    EXPECT_EQ(Content("q.png").substr(16, 8), std::string("\0\0\x02\x58\0\0\x02\x58", 8));  // twice 300 pixels
+    // The same input gives the same picture.
+    ASSERT_EQ(Run("plot e.cam --vars 1,2 -o a.svg").status, 0);
+    ASSERT_EQ(Run("plot e.cam --vars 1,2 -o b.svg").status, 0);
+    EXPECT_EQ(Content("a.svg"), Content("b.svg"));
+}
+
+TEST_F(Cli, a_plot_or_drawing_that_cannot_be_is_status_2_and_leaves_no_file)
+{
+    ASSERT_EQ(Run("example 'Double Dwell' -o e.cam").status, 0);
+    ASSERT_EQ(Run("new -o n.cam " + segments).status, 0);
+    ASSERT_EQ(Run("calc e.cam -o b.cam --levels size --set 'Camtype$=Barrel'").status, 0);
+    for (const char* line :
+         {"plot e.cam -o x.png", "plot e.cam --vars 1 --preset 'Displacement and Velocity' -o x.png",
+          "plot e.cam --vars 99 -o x.png", "plot e.cam --vars 54 -o x.png", "plot e.cam --vars 1 -o x.bmp",
+          "plot e.cam --vars 1 --size 10x10 -o x.png", "plot e.cam --vars 1 --size wide -o x.png",
+          "plot e.cam --vars 1 --style 2 -o x.png", "plot e.cam --vars 1 --segment 7 -o x.png",
+          "plot e.cam --preset 'Dynamic Response:  X and X dot' -o x.png", "plot n.cam --vars 1 -o x.png",
+          "draw n.cam -o x.png", "draw b.cam -o x.png", "draw e.cam --path nowhere -o x.png", "draw e.cam -o x.txt"})
+        EXPECT_EQ(Run(line).status, 2) << line;
+    for (const char* name : {"x.png", "x.bmp", "x.txt"})
+        EXPECT_FALSE(Exists(name));
+    EXPECT_EQ(Run("draw e.cam -o no/such/folder/x.png").status, 1);
 }
 
 TEST_F(Cli, fft_prints_the_harmonics_and_keeps_them_in_the_model)

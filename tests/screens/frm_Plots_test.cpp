@@ -6,6 +6,7 @@
 
 #include "files/example_designs.h"
 #include "motion/fourier.h"
+#include "paint/plot_charts.h"
 #include "present/plot_selection.h"
 #include "tests/support/desktop_design.h"
 
@@ -137,11 +138,11 @@ TEST_F(Plot_Screens, two_functions_of_different_units_have_an_axis_each)
 TEST_F(Plot_Screens, a_polar_plot_shows_closed_curves_and_values_as_radii)
 {
     Pick_Segment("All");
-    const paint::Curve profile = screens::Plotted_Curve(4, 54);
+    const paint::Curve profile = paint::Plotted_Curve(4, 54);
     EXPECT_EQ(profile.x.size(), 361U);
     EXPECT_NEAR(profile.x.front(), profile.x.back(), 1e-3);
     EXPECT_EQ(profile.y[90], Data(10, 90));
-    const paint::Curve radius = screens::Plotted_Curve(4, 11);
+    const paint::Curve radius = paint::Plotted_Curve(4, 11);
     EXPECT_NEAR(std::hypot(radius.x[50], radius.y[50]), Data(11, 50), 1e-4);
     EXPECT_NEAR(std::atan2(radius.y[50], radius.x[50]) * 57.29577951, 50.0, 1e-4);
 }
@@ -209,7 +210,7 @@ TEST_F(Plot_Screens, every_offered_variable_of_every_example_can_be_plotted)
         Pick_Segment("All");
         for (int plot_style = 1; plot_style <= 4; ++plot_style)
             for (const int v : Load_Names())
-                EXPECT_EQ(screens::Plotted_Curve(plot_style, v).y.size(), 361U) << name << v;
+                EXPECT_EQ(paint::Plotted_Curve(plot_style, v).y.size(), 361U) << name << v;
     }
 }
 
