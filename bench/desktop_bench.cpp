@@ -3,9 +3,15 @@
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QImage>
+#include <QPainter>
+#include <QPushButton>
 #include <QSettings>
 #include <QTemporaryDir>
 
+#include "camgeom/cam_drawing.h"
+#include "camgeom/sizing_fields.h"
 #include "core/design_state.h"
 #include "core/startup.h"
 #include "files/example_designs.h"
@@ -13,8 +19,10 @@
 #include "motion/input_rules.h"
 #include "motion/segments.h"
 #include "paint/chart.h"
+#include "paint/painter_surface.h"
 #include "screens/frm_HomeScreen.h"
 #include "screens/frm_InputData.h"
+#include "screens/frm_SizeCam.h"
 #include "screens/resources.h"
 
 namespace lobemax {
@@ -82,6 +90,45 @@ void Four_Charts(benchmark::State& state)
     }
 }
 BENCHMARK(Four_Charts)->Unit(benchmark::kMillisecond);
+
+/// The sizing screen's drawing of a cam of 2881 points, painted.
+void Cam_Drawing(benchmark::State& state)
+{
+    Sub_Main("", {});
+    Load_Example("Oscillating");
+    Set_Step(0.125);
+    Calculate_Example();
+    Size_Design();
+    QImage picture(700, 700, QImage::Format_ARGB32_Premultiplied);
+    for (auto _ : state) {
+        QPainter painter(&picture);
+        paint::Painter_Surface surface(painter, picture.rect(), QApplication::palette());
+        Draw_Cam_Preview(surface);
+    }
+}
+BENCHMARK(Cam_Drawing)->Unit(benchmark::kMillisecond);
+
+/// A changed value with Autocalc on: calculation, cam and both curves, painted.
+void Changed_Value(benchmark::State& state)
+{
+    Sub_Main("", {});
+    Load_Example("Double Dwell");
+    Set_Step(0.125);
+    Calculate_Example();
+    Size_Design();
+    screens::frm_SizeCam screen;
+    screen.show();
+    screen.Control<QCheckBox>(QStringLiteral("chk_Autocalc")).setChecked(true);
+    screen.Control<QPushButton>(QStringLiteral("cmd_ShowData")).click();
+    auto& field = screen.Control<screens::Entry>(QStringLiteral("txt_Prime"));
+    QApplication::processEvents();
+    int turn = 0;
+    for (auto _ : state) {
+        field.accepted(++turn % 2 == 0 ? "101" : "102");
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(Changed_Value)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace lobemax

@@ -84,6 +84,7 @@ Chart::Chart(const QString& name, QWidget* parent)
     plot_->setMinimumSize(140, 90);
     plot_->setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
     plot_->setNoAntialiasingOnDrag(true);
+    plot_->setPlottingHints(QCP::phCacheLabels | QCP::phFastPolylines);
     plot_->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(plot_, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) { Open_Menu(at); });
     connect(plot_, &QCustomPlot::mouseMove, this, [this](QMouseEvent* event) { Point_at(event->pos()); });

@@ -40,6 +40,7 @@ void Painter_Surface::Window(double left, double top, double right, double botto
 void Painter_Surface::Clear()
 {
     painter_.fillRect(area_, palette_.color(QPalette::Base));
+    ink_.reset();
 }
 
 QPointF Painter_Surface::To_Page(double x, double y) const
@@ -75,9 +76,12 @@ QColor Painter_Surface::Colour_of(Ink ink) const
 
 void Painter_Surface::Use(Ink ink)
 {
+    if (ink_ == ink)
+        return;
+    ink_ = ink;
     const bool strong = ink == Ink::cam || ink == Ink::follower || ink == Ink::surface;
-    QPen pen(Colour_of(ink), strong ? 1.8 : 1.0, ink == Ink::prime ? Qt::DashLine : Qt::SolidLine, Qt::RoundCap,
-             Qt::RoundJoin);
+    QPen pen(Colour_of(ink), strong ? 1.8 : 1.0, ink == Ink::prime ? Qt::DashLine : Qt::SolidLine, Qt::FlatCap,
+             Qt::BevelJoin);
     pen.setCosmetic(true);
     painter_.setPen(pen);
     painter_.setBrush(Qt::NoBrush);
@@ -114,8 +118,13 @@ void Painter_Surface::Outline(std::span<const World_Point> points, Ink ink)
 {
     QPolygonF polygon;
     polygon.reserve(static_cast<qsizetype>(points.size()));
-    for (const World_Point& p : points)
-        polygon.append(To_Page(p.x, p.y));
+    // Points that fall together on the page add work and no shape.
+    constexpr double together = 0.3;
+    for (const World_Point& p : points) {
+        const QPointF at = To_Page(p.x, p.y);
+        if (polygon.isEmpty() || (at - polygon.back()).manhattanLength() > together)
+            polygon.append(at);
+    }
     Use(ink);
     QColor inside = Colour_of(ink);
     inside.setAlphaF(0.22F);

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QWidget>
 #include <functional>
+#include <optional>
 
 #include "core/surface.h"
 
@@ -39,6 +40,7 @@ private:
     double per_y_ = 1.0;
     QPointF origin_;  // of the world, on the page
     QPointF pen_;
+    std::optional<Ink> ink_;  // that the painter's pen has
 };
 
 /// What draws onto a surface.
