@@ -38,7 +38,7 @@ Lamp Plain_Lamp(std::string_view caption, bool lit)
     return {caption, lit, std::string(caption)};
 }
 
-/// Warns of a compensating cam that was not saved. The user is told, not asked: going on gives it up.
+/// Warns of a compensating cam that was not saved: OK goes on and gives it up, Cancel keeps it.
 void Give_Up_Compensating_Cam()
 {
     if (!design.flags.CompCam_Calc)

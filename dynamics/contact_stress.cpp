@@ -100,7 +100,7 @@ private:
         const Single R2 = design.cam.Follow_Rad;
         if (R1 == 0.0) {
             Warn("Something is wrong. - The radius of curvature of the cam is zero at cam angle " + Angle() +
-                 " deg  Stresses will be infinite there.");
+                 " deg.  Stresses will be infinite there.");
             return false;
         }
         if (R2 == 0.0) {

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "core/design_state.h"
@@ -26,6 +28,7 @@ struct Profile_Rows {
 };
 
 constexpr int cutter_code = 3;
+constexpr int first_moving_link = 2;  // link 1 is the ground
 constexpr std::array radial_rows{Profile_Rows{9, 10}, Profile_Rows{36, 37}, Profile_Rows{40, 41}, Profile_Rows{13, 14},
                                  Profile_Rows{38, 39}};
 
@@ -80,7 +83,7 @@ double Turned_Lambda(double Lambda)
         turned -= turn;
     while (turned < 0.0)
         turned += turn;
-    return turned;
+    return Single(turned) < Single(turn) ? turned : 0.0;  // a hair below the turn is written as the turn itself
 }
 
 std::string Profile_Text(int code)
@@ -160,7 +163,8 @@ std::string Motion_Text(Motion_Columns columns)
     const Cam_Group& c = design.cam;
     const Linkage_Group& l = design.linkage;
     const Motion_Group& m = design.motion;
-    const Table<Single>& data = design.results.CalcData;
+    const Results_Group& r = design.results;
+    const Table<Single>& data = r.CalcData;
     std::string text = Opening_Lines();
     text += Named({{"Points", m.Max_Data_Points_used + 1},
                    {"Step deg", m.Deltatheta},
@@ -181,7 +185,16 @@ std::string Motion_Text(Motion_Columns columns)
                    {"O4x", l.O4x},
                    {"O4y", l.O4y},
                    {"O6x", l.O6x},
-                   {"O6y", l.O6y}});
+                   {"O6y", l.O6y},
+                   {"Linkage type", int{l.Linkage_Type}},
+                   {"Theta1 deg", l.Theta1},
+                   {"Delta2 deg", l.Delta2},
+                   {"Delta4 deg", l.Delta4},
+                   {"O4D", l.O4D},
+                   {"S3x", l.S3x},
+                   {"S3y", l.S3y},
+                   {"Slider angle deg", l.Global_Slider_angle_deg},
+                   {"Offset6", l.Offset6}});
     text += line_end;
     const bool per_second = columns == Motion_Columns::xdot;
     const bool response = per_second && design.flags.Modelflag;
@@ -189,20 +202,28 @@ std::string Motion_Text(Motion_Columns columns)
     const std::array<double, 3> factors{1.0, per_second && !response ? Per_Second(1) : 1.0,
                                         per_second && !response ? Per_Second(2) : 1.0};
     const std::string unit = design.plot.Var_Unit(var::S);
+    std::string heads = per_second ? "Angle\tX\tXdot\tXddot\t" : "Angle\tS\tV\tA\t";
+    std::string units = "deg\t";
     if (per_second) {
-        text += std::string("Angle\tX\tXdot\tXddot\t") + line_end;
-        text += "deg\t" + unit + '\t' + unit + "/sec\t" + unit + "/sec^2\t" + line_end;
+        units += unit + '\t' + unit + "/sec\t" + unit + "/sec^2\t";
     } else {
-        text += std::string("Angle\tS\tV\tA\t") + line_end;
-        text += "deg\t";
         for (const int row : rows)
-            text += design.plot.Var_Unit(row) + '\t';
-        text += line_end;
+            units += design.plot.Var_Unit(row) + '\t';
     }
+    const int last_link = design.flags.Linkage_Calc ? std::min<int>(l.Links, Max_Links) : 0;
+    for (int link = first_moving_link; link <= last_link; ++link) {
+        const std::string number = std::to_string(link);
+        heads += "Theta" + number + "\tOmega" + number + "\tAlpha" + number + '\t';
+        units += "deg\trad/sec\trad/sec^2\t";
+    }
+    text += heads + line_end + units + line_end;
     for (int i = 0; i <= m.Max_Data_Points_used; i += Point_Step()) {
         text += Cell(data(var::Angle, i));
         for (std::size_t k = 0; k < rows.size(); ++k)
             text += Cell(data(rows[k], i) * factors[k]);
+        for (int link = first_moving_link; link <= last_link; ++link)
+            for (const Table<Single>* table : {&r.Link_Theta, &r.Link_Omega, &r.Link_Alpha})
+                text += Cell((*table)(link, i));
         text += line_end;
     }
     return text;

@@ -20,20 +20,21 @@ bool Export_All_to_File(const std::string& path);
 /// Two columns of coordinates, of an axial cam in reverse order, a barrel cam with its radius before them; every
 /// Printstep-th point but the last, which repeats the first. Under its trap.
 ///
-/// @param code  1 roller centre, 2 surface, 3 cutter centre, versus cam zero; 4 roller centre, 5 surface, versus
-/// machine
-///              zero. Versus machine zero Lambda of an axial cam is turned by the start angle, within one turn.
+/// Versus machine zero Lambda of an axial cam is turned by the start angle, within one turn.
+/// @param code  versus cam zero 1 roller centre, 2 surface, 3 cutter centre; versus machine zero 4 roller centre,
+///              5 surface
 /// @return      false after a fault or a refusal: the cutter centre of an axial cam is not calculated
 bool Export_Profile_to_File(const std::string& path, int code);
 
 /// Motion of an oscillating follower or its linkage, under its trap:
 ///
 ///   three opening lines; then a line of counts ("Points", n, "Step deg", step, "Links", links, "Cam speed rad/s",
-///   omega); a line of arm geometry (name, value, ...), one of link lengths; an empty line; heads, units, and a line a
-///   point.
+///   omega); a line of arm geometry (name, value, ...), one of the links; an empty line; heads, units, and a line a
+///   Printstep-th point.
 ///
 /// sva: angle, S, V, A as stored, in the time base of the design. xdot: angle, X, Xdot, Xddot, per second in every time
-/// base: the follower's response where a vibration was calculated, else its motion.
+/// base: the follower's response where a vibration was calculated, else its motion. With a calculated linkage both go
+/// on with position, velocity and acceleration of each moving link: deg, rad/sec, rad/sec^2 in every time base.
 bool Export_SVA_to_File(const std::string& path, Motion_Columns columns);
 
 /// An entry of the Export list, by its name, from its first check to its last message.

@@ -195,8 +195,16 @@ bool Change_Number_Format(std::string_view format)
 Home_View Home_Activate()
 {
     design.run.Keep_Step = false;
-    return {Status_Lamps(),          Set_Homeform_Buttons(),   Menu_Update(), design.identity.WhichUnit,
-            Compcam_Panel_Visible(), design.flags.Linkage_Calc};
+    Home_View view{};
+    Trap("frm_Homescreen.activate", [&view] {
+        view.buttons = Set_Homeform_Buttons();
+        view.export_entries = Menu_Update();
+        view.unit_system = design.identity.WhichUnit;
+        view.compcam_panel = Compcam_Panel_Visible();
+        view.linkage_data_entry = design.flags.Linkage_Calc;
+        view.lamps = Status_Lamps();  // last: it alone can fail, on a unit system that does not exist
+    });
+    return view;
 }
 
 }  // namespace lobemax

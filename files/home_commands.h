@@ -74,7 +74,8 @@ struct Home_View {
     bool linkage_data_entry;  // mnu_linkagedata is enabled
 };
 
-/// The refresh of the Home screen: clears the keep-step flag and gathers what is shown.
+/// The refresh of the Home screen: clears the keep-step flag and gathers what is shown, under the trap of the screen's
+/// coming up. After a fault the lamps are all out.
 Home_View Home_Activate();
 
 }  // namespace lobemax

@@ -11,6 +11,7 @@
 #include "core/startup.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "core/workflow.h"
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
 
@@ -44,13 +45,39 @@ void Edited(int segment)
     design.flags.Model_Saved = false;
 }
 
-/// After a change of step or speed: the results go, unless an example is being built.
+/// A dwell ends where it starts, and the next row starts where it ends.
+void Level_Dwell(int segment)
+{
+    Motion_Group& m = design.motion;
+    if (m.End_Value(segment) == m.Start_Value(segment))
+        return;
+    m.End_Value(segment) = m.Start_Value(segment);
+    if (segment >= m.No_of_segments)
+        return;
+    m.Start_Value(segment + 1) = m.End_Value(segment);
+    Edited(segment + 1);
+    if (Dwells(segment + 1))
+        Level_Dwell(segment + 1);
+}
+
+/// After a change of speed: every row waits for its calculation again, and no result holds. The data go too, unless
+/// they are an example's.
 void Results_Gone()
 {
     Rearm_All_Rows();
-    design.flags.Calculated = false;
-    if (!design.flags.Example_Loaded)
+    Flags_Group& f = design.flags;
+    f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Polydyne_Calc = f.CompCam_Calc = false;
+    f.Linkage_Calc = f.FFT_Done = f.Model_Saved = false;
+    if (!f.Example_Loaded)
         Clear_Motion_Data(design.motion.Max_Data_Points_used, design.run.Saved_Variables);
+}
+
+/// The start angle, degrees, with the point count that it stands for.
+void Place_Start_Angle(double angle)
+{
+    Cam_Group& c = design.cam;
+    c.Shift_Points = To_Integer(angle / whole_turn * design.motion.Max_Data_Points_used);
+    c.Shift_Angle = angle;
 }
 
 bool Any_End_Position()
@@ -78,7 +105,7 @@ Row_Openings Openings_of_Row(int row)
     open.low = chosen;
     open.high = chosen && kind != "D";
     open.show = m.Seg_Done(segment);
-    open.calculate = !open.show && chosen && !m.End_Value(segment).empty() && m.Beta_Deg(segment) > 0.0;
+    open.calculate = !open.show && chosen && !(m.Start_Value(segment).empty() && m.End_Value(segment).empty());
     return open;
 }
 
@@ -100,6 +127,18 @@ int Program_Place(int row)
     return program == nullptr ? -1 : program->position;
 }
 
+int Kind_Place_of(std::string_view letter)
+{
+    const std::size_t place = letter.size() == 1 ? kinds.find(To_Upper(letter)) : std::string_view::npos;
+    return place == std::string_view::npos ? -1 : static_cast<int>(place);
+}
+
+int Program_Place_of(std::string_view code)
+{
+    const Motion_Program* const program = Find_Program(code);
+    return program == nullptr ? -1 : program->position;
+}
+
 void Pick_Row_Kind(int row, int place)
 {
     Motion_Group& m = design.motion;
@@ -107,7 +146,7 @@ void Pick_Row_Kind(int row, int place)
     const char kind = Kind_at(place);
     Pick_Motion(segment, kind);
     if (kind == 'D')
-        m.End_Value(segment) = m.Start_Value(segment);
+        Level_Dwell(segment);
     m.Seg = kind == 'S' ? segment : 1;
     Edited(segment);
 }
@@ -119,7 +158,7 @@ void Pick_Row_Program(int row, int place)
         if (program.position == place)
             Pick_Program(segment, program.code);
     if (Dwells(segment))
-        design.motion.End_Value(segment) = design.motion.Start_Value(segment);
+        Level_Dwell(segment);
     Edited(segment);
 }
 
@@ -196,10 +235,9 @@ bool Whole_Turn()
 
 std::string Start_Label(int row)
 {
-    const Motion_Group& m = design.motion;
-    if (row > 0 && m.Beta_Deg(row) == 0.0)
-        return "";
-    return Trim(FNRoundStr(row == 0 ? 0.0 : double{m.Gamma(row)}, Decimals_of_Step()));
+    if (row == 0)
+        return "0";  // the cycle's own start, in no format
+    return End_Label(row - 1);
 }
 
 std::string End_Label(int row)
@@ -238,14 +276,22 @@ std::string Enter_Step(std::string_view text)
     if (filled)
         Rearm_All_Rows();
     design.flags.Example_Loaded = example;
+    Place_Start_Angle(design.cam.Shift_Angle);  // it is another count of points now
     return listed ? *found : texts[0];
 }
 
 void Enter_Omega(std::string_view text)
 {
-    Read_Omega(text);
+    Motion_Group& m = design.motion;
+    const Single before = m.Shaft_speed;
+    try {
+        Read_Omega(text);
+    } catch (const Fault&) {
+        m.Shaft_speed = before;  // its square and cube are the old ones, or become them here
+        Set_Omega_Powers();
+        throw;
+    }
     Results_Gone();
-    design.flags.Model_Saved = false;
 }
 
 std::string Omega_Text()
@@ -255,10 +301,7 @@ std::string Omega_Text()
 
 void Enter_Start_Angle(std::string_view text)
 {
-    Cam_Group& c = design.cam;
-    const double value = Val(text);
-    c.Shift_Points = To_Integer(value / whole_turn * design.motion.Max_Data_Points_used);
-    c.Shift_Angle = value;
+    Place_Start_Angle(Val(text));
     design.flags.Model_Saved = false;
 }
 
@@ -334,6 +377,35 @@ bool May_Calculate_All()
     return true;
 }
 
+bool May_Be_Done()
+{
+    const Motion_Group& m = design.motion;
+    for (int i = 1; i <= m.No_of_segments; ++i)
+        if (!m.Seg_Done(i))
+            return false;
+    return All_Rows_Filled();
+}
+
+void Force_Row_Calculated()
+{
+    const Motion_Group& m = design.motion;
+    for (int i = 1; i <= m.No_of_segments; ++i)
+        if (!m.Seg_Done(i))
+            design.motion.Motion = false;
+}
+
+void Example_Picked()
+{
+    design.flags.Example_Loaded = true;
+}
+
+void Clear_All_Rows()
+{
+    Clear_Segs();
+    Clear_Motion_Data(design.motion.Max_Data_Points_used, design.run.Saved_Variables);
+    design.flags.Example_Loaded = design.flags.File_Loaded = design.flags.Model_Saved = false;
+}
+
 void Clear_All_Input()
 {
     Set_Shaft_Speed(PI / 30.0);  // 1 rpm
@@ -341,16 +413,23 @@ void Clear_All_Input()
     Set_Step(1.0);
     design.cam.Shift_Angle = 0.0;
     design.cam.Shift_Points = 0;
-    Clear_Segs();
-    Clear_Motion_Data(design.motion.Max_Data_Points_used, design.run.Saved_Variables);
+    Clear_All_Rows();
 }
 
 void Open_Input()
 {
-    if (design.flags.Units_Changed)
+    if (design.flags.Units_Changed) {
         design.flags.Calculated = false;
+        Rearm_All_Rows();
+    }
     design.motion.Running_Min = 1000000.0;
     design.motion.Running_Max = -1000000.0;
+}
+
+void Units_Changed_in_Table()
+{
+    Rearm_All_Rows();  // their points are in the old units
+    Units_Changed_on_Input();
 }
 
 }  // namespace lobemax

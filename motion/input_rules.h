@@ -14,7 +14,7 @@ struct Row_Openings {
     bool program = false;
     bool low = false;
     bool high = false;
-    bool calculate = false;  // cmd_CalcSeg: filled and not calculated
+    bool calculate = false;  // cmd_CalcSeg: it has its program and a position, and is not calculated
     bool show = false;       // cmd_PlotSeg and cmd_PrntSeg: calculated
 };
 Row_Openings Openings_of_Row(int row);
@@ -25,7 +25,13 @@ char Kind_at(int place);
 /// Place in the list of programs, or -1 for none.
 int Program_Place(int row);
 
-/// Picks a kind for a row, by its place; the row waits for its calculation again.
+/// Place in the list of kinds of a typed first letter, in upper or lower case; -1 for any other text.
+int Kind_Place_of(std::string_view letter);
+/// Place in the list of programs of a typed two-letter code, in upper or lower case; -1 for any other text.
+int Program_Place_of(std::string_view code);
+
+/// Picks a kind for a row, by its place; the row waits for its calculation again. A row that becomes a dwell ends
+/// where it starts, and so does what its end is copied to.
 void Pick_Row_Kind(int row, int place);
 /// Picks a program by its place in the list; a program that belongs to another kind brings that kind with it.
 void Pick_Row_Program(int row, int place);
@@ -59,6 +65,7 @@ std::string Enter_Segment_Count(std::string_view text, bool clear_rows);
 std::string Enter_Step(std::string_view text);
 
 /// The shaft speed in rpm as typed; then as after a change of the step.
+/// @throws Fault{6} when the speed or its cube is no Single; the design is then as it was
 void Enter_Omega(std::string_view text);
 std::string Omega_Text();
 
@@ -81,13 +88,29 @@ Table_Headings Headings();
 /// Ticking the external force asks first. @return whether a force function is being typed now
 bool Tick_External_Force(bool ticked);
 
-/// Whether cmd_CalcAll is open: every row has its end position.
+/// Whether cmd_CalcAll is open: every row has its program, its duration and its end position.
 bool May_Calculate_All();
+
+/// Whether cmd_Done is open: every row has its end position and is calculated.
+bool May_Be_Done();
+
+/// A row of a force function was calculated, which ends with a motion wanted again: the rows that still wait belong to
+/// the force function too.
+void Force_Row_Calculated();
+
+/// What of the design the examples list has put into the table: its sizing and forces stand when cmd_Done is pressed.
+void Example_Picked();
+
+/// cmd_ClearSegs: the rows emptied, the calculated data zeroed; neither an example nor a file stands behind the table.
+void Clear_All_Rows();
 
 /// cmd_Clear_SVAJ: the segments cleared, the speed 1 rpm, one segment, step 1, start angle 0.
 void Clear_All_Input();
 
-/// The screen opens: with changed units the motion no longer holds.
+/// The screen opens: with changed units the motion no longer holds, and every row waits for its calculation again.
 void Open_Input();
+
+/// The units were changed from the screen's own menu, the fields being converted.
+void Units_Changed_in_Table();
 
 }  // namespace lobemax

@@ -6,14 +6,17 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 #include <utility>
 
+#include "camgeom/sizing_fields.h"
 #include "core/design_state.h"
 #include "core/messages.h"
 #include "core/startup.h"
@@ -58,6 +61,59 @@ const QStringList example_names{
     QStringLiteral("Four Dwell"),   QStringLiteral("Oscillating"),   QStringLiteral("4-bar Linkage"),
     QStringLiteral("4-bar Slider"), QStringLiteral("6-bar Linkage"), QStringLiteral("6-bar Slider")};
 
+/// A drop-down list of the table. The wheel scrolls the table, never the list; arrow keys open it, so that passing an
+/// entry is not picking it. A typed text picks an entry once it has all its letters.
+class Table_Choice : public QComboBox {
+public:
+    /// @param length  letters of a typed pick; 0: none is
+    /// @param place   place in the list of a typed text, -1 for none
+    Table_Choice(const QString& name, const QStringList& entries, std::function<void(int)> picked, const QString& tip,
+                 int length = 0, std::function<int(std::string_view)> place = {})
+        : length_(length), place_(std::move(place))
+    {
+        setObjectName(name);
+        setToolTip(tip);
+        addItems(entries);
+        connect(this, &QComboBox::activated, this, [picked = std::move(picked)](int index) { picked(index); });
+    }
+
+protected:
+    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+    void focusOutEvent(QFocusEvent* event) override
+    {
+        letters_.clear();
+        QComboBox::focusOutEvent(event);
+    }
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        const bool arrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
+        if (arrow && (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
+            showPopup();
+            return;
+        }
+        const QString text = event->text();
+        const bool command = (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+        if (isEditable() || command || text.isEmpty() || !text.front().isLetterOrNumber()) {
+            letters_.clear();
+            QComboBox::keyPressEvent(event);
+            return;
+        }
+        letters_ += text;
+        if (letters_.size() < length_)
+            return;
+        const int place = place_ ? place_(From_Qt(std::exchange(letters_, {}))) : -1;
+        if (place < 0)
+            return;
+        setCurrentIndex(place);
+        emit activated(place);
+    }
+
+private:
+    int length_;
+    std::function<int(std::string_view)> place_;
+    QString letters_;  // typed so far
+};
+
 /// Blue for a row that waits, green for one that is calculated, in tones that read on the ground in force.
 QColor Row_Colour(bool done, const QPalette& palette)
 {
@@ -65,6 +121,17 @@ QColor Row_Colour(bool done, const QPalette& palette)
     if (done)
         return dark ? QColor(110, 200, 120) : QColor(0, 128, 0);
     return dark ? QColor(130, 165, 255) : QColor(0, 0, 255);
+}
+
+constexpr std::array steps{1.0, 0.5, 0.25, 0.125};
+
+/// Text of the step in force.
+std::string Step_in_Force()
+{
+    for (std::size_t k = 0; k < steps.size(); ++k)
+        if (design.motion.Deltatheta == steps[k])
+            return Step_Texts()[k];
+    return "";
 }
 
 QLabel* Heading(const QString& name, const QString& text = {})
@@ -104,10 +171,13 @@ void frm_InputData::Make_Menu()
     for (int code = First_Unit_System; code <= Last_Unit_System; ++code) {
         QAction* const action = units->addAction(To_Qt(Words_of_Units(code).menu));
         action->setObjectName(Element("mnu_pick", code));
+        action->setCheckable(true);
         connect(action, &QAction::triggered, this, [this, code] {
+            const int before = design.identity.WhichUnit;
             if (services_.change_units)
                 services_.change_units(code);
-            Units_Changed_on_Input();
+            if (design.identity.WhichUnit != before)
+                Units_Changed_in_Table();
             Fill();
             Refresh();
         });
@@ -116,6 +186,10 @@ void frm_InputData::Make_Menu()
     for (const auto& [page, title] : {std::pair{"input", "The segment table"}, std::pair{"laws", "The laws of motion"}})
         connect(help->addAction(QString::fromUtf8(title)), &QAction::triggered, this,
                 [this, name = QString::fromUtf8(page)] { Open_Help(name, this); });
+    QAction* const start = help->addAction(QStringLiteral("Starting angle"));
+    start->setObjectName(QStringLiteral("mnu_startangle"));
+    connect(start, &QAction::triggered, this,
+            [] { Show_Message(Start_Angle_Help(), Buttons::OK, Symbol::information); });
     layout()->setMenuBar(bar);
 }
 
@@ -127,31 +201,25 @@ QWidget* frm_InputData::Make_Head()
 
     auto* const numbers = new QGridLayout;
     auto* const segments = new Entry(QStringLiteral("txt_Segmts"), QStringLiteral("1 to 20 segments"));
-    segments->accepted = [this, segments](const std::string& text) {
+    segments->accepted = [this](const std::string& text) {
         const bool clear = Control<QCheckBox>(QStringLiteral("chk_ClearOnOpen")).isChecked();
-        segments->Show_Text(Enter_Segment_Count(text, clear));
+        Trap("txt_Segmts", [&] { Enter_Segment_Count(text, clear); });
         Fill();
         Refresh();
     };
     auto* const omega = new Entry(QStringLiteral("txt_Omega"), QStringLiteral("Camshaft speed"));
     omega->accepted = [this, omega](const std::string& text) {
-        Enter_Omega(text);
+        Trap("txt_Omega", [&] { Enter_Omega(text); });
         omega->Show_Text(Omega_Text());
         Refresh();
     };
-    auto* const shift = new Entry(QStringLiteral("txt_ShiftAng"), QStringLiteral("Starting angle, degrees"));
+    auto* const shift = new Entry(QStringLiteral("txt_ShiftAng"), To_Qt(Start_Angle_Help()));
     shift->accepted = [this](const std::string& text) {
         Trap("txt_ShiftAng", [&] { Enter_Start_Angle(text); });
+        Fill();
         Refresh();
     };
-    QComboBox* const delta = Choice(
-        QStringLiteral("cmb_Delta"), Step_Names(),
-        [this](int index) {
-            Enter_Step(Step_Texts().at(static_cast<std::size_t>(index)));
-            Fill();
-            Refresh();
-        },
-        QStringLiteral("Step of the cam angle, degrees"));
+    QComboBox* const delta = Make_Step();
     const auto captioned = [numbers](int line, int place, const QString& text, QWidget* field) {
         auto* const label = new QLabel(text);
         label->setBuddy(field);
@@ -161,7 +229,7 @@ QWidget* frm_InputData::Make_Head()
         field->setMinimumWidth(76);
         field->setMaximumWidth(110);
     };
-    captioned(0, 0, QStringLiteral("&Number of segments"), segments);
+    captioned(0, 0, QStringLiteral("Number of se&gments"), segments);
     captioned(1, 0, QStringLiteral("Cam &Omega (rpm)"), omega);
     captioned(0, 2, QStringLiteral("Delta &theta (deg)"), delta);
     captioned(1, 2, QStringLiteral("Starting angle (deg)"), shift);
@@ -205,11 +273,11 @@ QWidget* frm_InputData::Make_Head()
                                            QStringLiteral("A force on the follower beside spring and inertia")),
                                        Check(QStringLiteral("chk_ClearOnOpen"), QStringLiteral("Clear"), {},
                                              QStringLiteral("Changing the number of segments also clears the rows"))});
-    auto* const examples = Choice(
+    auto* const examples = new Table_Choice(
         QStringLiteral("cmb_Examples"), example_names,
         [this](int index) {
-            if (services_.build_example)
-                services_.build_example(From_Qt(example_names.at(index)));
+            if (services_.build_example && services_.build_example(From_Qt(example_names.at(index))))
+                Example_Picked();
             Fill();
             Refresh();
         },
@@ -219,6 +287,29 @@ QWidget* frm_InputData::Make_Head()
     row->addStretch();
     row->addWidget(examples, 0, Qt::AlignTop);
     return head;
+}
+
+QComboBox* frm_InputData::Make_Step()
+{
+    const auto enter = [this](const std::string& text) {
+        if (Is_Filling() || text == Step_in_Force())
+            return;
+        {
+            const Filling filling(*this);  // the message takes the focus from the field
+            Trap("cmb_Delta", [&] { Enter_Step(text); });
+        }
+        Fill();
+        Refresh();
+    };
+    auto* const delta = new Table_Choice(
+        QStringLiteral("cmb_Delta"), Step_Names(), [enter](int index) { enter(Step_Texts().at(std::size_t(index))); },
+        QStringLiteral("Step of the cam angle, degrees"));
+    delta->setEditable(true);
+    delta->setInsertPolicy(QComboBox::NoInsert);
+    delta->setCompleter(nullptr);  // a text counts as it is typed
+    connect(delta->lineEdit(), &QLineEdit::editingFinished, this,
+            [delta, enter] { enter(From_Qt(delta->currentText())); });
+    return delta;
 }
 
 QWidget* frm_InputData::Make_Table()
@@ -234,6 +325,7 @@ QWidget* frm_InputData::Make_Table()
     grid->addWidget(Heading(QStringLiteral("lbl_Contour")), 0, 1, 1, 2);
     grid->addWidget(Heading(QStringLiteral("lbl_Angles"), QStringLiteral("Cam angle (deg)")), 0, 3, 1, 3);
     auto* const function = new QHBoxLayout;
+    function->setSpacing(6);
     function->addStretch();
     function->addWidget(Heading(QStringLiteral("lbl_Function")));
     function->addWidget(Heading(QStringLiteral("lbl_Unit")));
@@ -260,27 +352,29 @@ void frm_InputData::Make_Row(QGridLayout& grid, int row)
     Row r;
     r.number = Label(Element("lbl_Segment", row), QString::number(row + 1));
     r.number->setAlignment(Qt::AlignCenter);
-    r.kind = Choice(
+    r.kind = new Table_Choice(
         Element("cmb_Motion", row), kind_names,
         [this, row](int index) {
             Pick_Row_Kind(row, index);
-            Fill_Row(row);
+            Fill_Rows_From(row);
             Refresh();
         },
-        QStringLiteral("Select from dropdown or type first letter of list member"));
-    r.program = Choice(
+        QStringLiteral("Select from dropdown or type first letter of list member"), 1, Kind_Place_of);
+    r.program = new Table_Choice(
         Element("cmb_Program", row), Program_Names(),
         [this, row](int index) {
             Pick_Row_Program(row, index);
-            Fill_Row(row);
+            Fill_Rows_From(row);
             Refresh();
         },
-        QStringLiteral("Select from dropdown or type first 2 letter code of list member"));
+        QStringLiteral("Select from dropdown or type first 2 letter code of list member"), 2, Program_Place_of);
     r.beta = new Entry(Element("txt_Beta", row), QStringLiteral("Anglular duration of segment"));
     r.beta->accepted = [this, row](const std::string& text) {
         Entry& entry = *rows_[row].beta;
-        Trap("txt_Beta", [&] { entry.Show_Text(Enter_Beta(row, text)); });
-        if (row == 0)
+        const bool read = Trap("txt_Beta", [&] { entry.Show_Text(Enter_Beta(row, text)); });
+        if (!read)
+            Fill_Row(row);
+        else if (row == 0 && !text.empty())
             Whole_Turn();
         Refresh();
     };
@@ -290,17 +384,13 @@ void frm_InputData::Make_Row(QGridLayout& grid, int row)
     r.low = new Entry(Element("txt_Low", row), tip);
     r.low->typed = [this, row](const std::string& text) {
         Enter_Low(row, text);
-        if (rows_[row].high->text() != To_Qt(design.motion.End_Value(row + 1)))
-            Fill_Row(row);
-        if (row + 1 < rows_.size())
-            Fill_Row(row + 1);
+        Fill_Rows_From(row);
         Refresh();
     };
     r.high = new Entry(Element("txt_High", row), tip);
     r.high->typed = [this, row](const std::string& text) {
         Enter_High(row, text);
-        for (int later = row + 1; later < design.motion.No_of_segments; ++later)
-            Fill_Row(later);
+        Fill_Rows_From(row);
         Refresh();
     };
     r.calculate = Button(Element("cmd_CalcSeg", row), QStringLiteral("Calc"), [this, row] {
@@ -314,6 +404,8 @@ void frm_InputData::Make_Row(QGridLayout& grid, int row)
             services_.plot_segment(row + 1);
     });
     r.print = Button(Element("cmd_PrntSeg", row), QStringLiteral("Print"), [this, row] {
+        design.motion.Seg = row + 1;
+        Update_Segment_Angles();
         if (services_.print_segment)
             services_.print_segment(row + 1);
     });
@@ -340,8 +432,7 @@ QWidget* frm_InputData::Make_Foot()
     add(Button(
         QStringLiteral("cmd_ClearSegs"), QStringLiteral("Clear &Segs"),
         [this] {
-            Clear_Segs();
-            Clear_Motion_Data(design.motion.Max_Data_Points_used, design.run.Saved_Variables);
+            Clear_All_Rows();
             Fill();
             Refresh();
         },
@@ -379,12 +470,15 @@ void frm_InputData::Fill()
     auto& delta = Control<QComboBox>(QStringLiteral("cmb_Delta"));
     delta.clear();
     delta.addItems(Step_Names());
-    constexpr std::array steps{1.0, 0.5, 0.25, 0.125};
-    for (std::size_t k = 0; k < steps.size(); ++k)
-        if (m.Deltatheta == steps[k])
-            delta.setCurrentIndex(static_cast<int>(k));
+    delta.setCurrentIndex(delta.findText(To_Qt(Step_in_Force())));
     for (int row = 0; row < Max_Segments; ++row)
         Fill_Row(row);
+}
+
+void frm_InputData::Fill_Rows_From(int row)
+{
+    for (int later = row; later < design.motion.No_of_segments; ++later)
+        Fill_Row(later);
 }
 
 void frm_InputData::Fill_Row(int row)
@@ -422,11 +516,10 @@ void frm_InputData::Refresh()
     for (const int k : {0, 1})
         Control<QRadioButton>(Element("opt_Folmotion", k)).setEnabled(m.Motion);
     Control<QComboBox>(QStringLiteral("cmb_Examples")).setEnabled(m.Motion);
-    bool all_done = true;
-    for (int i = 1; i <= m.No_of_segments; ++i)
-        all_done = all_done && m.Seg_Done(i);
+    for (int code = First_Unit_System; code <= Last_Unit_System; ++code)
+        findChild<QAction*>(Element("mnu_pick", code))->setChecked(code == design.identity.WhichUnit);
     Control<QPushButton>(QStringLiteral("cmd_CalcAll")).setEnabled(May_Calculate_All());
-    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(All_Rows_Filled() && all_done);
+    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(May_Be_Done());
     status_->Refresh();
 }
 
@@ -460,8 +553,8 @@ bool frm_InputData::Calculate_Row(int row)
     const std::string& kind = design.motion.Rise_Fall_Dwell(row + 1);
     const bool conditions = kind == "P" || kind == "S";
     const bool stored = conditions && services_.ask_boundaries ? services_.ask_boundaries(row) : Calc_Segment(row);
-    if (force && row + 1 < design.motion.No_of_segments)
-        design.motion.Motion = false;  // the rest of the force function is to follow
+    if (force)
+        Force_Row_Calculated();
     Fill_Row(row);
     return stored;
 }
@@ -508,6 +601,8 @@ void frm_InputData::Cancel()
 
 void frm_InputData::Close_Box()
 {
+    if (auto* const entry = dynamic_cast<Entry*>(focusWidget()))
+        entry->Leave();  // what stands typed counts
     if (design.flags.Calculated && Control<QPushButton>(QStringLiteral("cmd_Done")).isEnabled())
         Done();
     else

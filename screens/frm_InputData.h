@@ -50,6 +50,7 @@ private:
     };
 
     QWidget* Make_Head();
+    QComboBox* Make_Step();
     QWidget* Make_Table();
     QWidget* Make_Foot();
     void Make_Menu();
@@ -57,6 +58,7 @@ private:
     /// Fills every control from the design.
     void Fill();
     void Fill_Row(int row);
+    void Fill_Rows_From(int row);
     /// Follows the design in what is enabled, shown, coloured.
     void Refresh();
     void Refresh_Row(int row);

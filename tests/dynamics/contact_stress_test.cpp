@@ -6,6 +6,7 @@
 #include <cmath>
 #include <string>
 
+#include "core/traps.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
 
@@ -124,6 +125,75 @@ TEST_F(Contact_Stress, a_nearly_straight_crown_stays_an_ellipse)
     EXPECT_LT(Data(42, 0), 0.0);
 }
 
+TEST_F(Contact_Stress, a_crown_without_end_keeps_the_ellipse_and_its_arc_cosine_of_one)
+{
+    // Equal radii and a crown that vanishes in 32 bits: difference and sum agree, and the arc cosine of 1 is 1 radian.
+    design.cam.Follow_Rad = 16.0;
+    for (int i = 0; i <= 360; ++i)
+        Set(var::Rho, i, 32.0);
+    ASSERT_TRUE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 1e12));
+    const double sum = (1 / 16.0 + 1 / 16.0) / 2;
+    const double c = std::cbrt(3 * W() * 2 * (1 - nu * nu) / E / (4 * sum));
+    const double p = 1.5 * W() / (pi * c * c * Ellipse_Ka(180 / pi) * Ellipse_Kb(180 / pi));
+    EXPECT_NEAR(Data(42, 7), -p, p * 1e-5);
+    EXPECT_NEAR(Data(43, 7), 0.34 * p, p * 1e-5);
+}
+
+TEST_F(Contact_Stress, a_ball_on_a_plane_has_the_pressure_of_point_contact)
+{
+    // Johnson, Contact Mechanics, 4.2: p0 = (6 P E*^2 / (pi^3 R^2))^(1/3); the fitted factors stand in for 1 each.
+    for (int i = 0; i <= 360; ++i)
+        Set(var::Rho, i, 1e12);
+    ASSERT_TRUE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 12.0));
+    const double E_star = 1 / (2 * (1 - nu * nu) / E);
+    const double p0 = std::cbrt(6 * W() * E_star * E_star / (pi * pi * pi * 12.0 * 12.0));
+    EXPECT_NEAR(Data(42, 0) * Ellipse_Ka(90.0) * Ellipse_Kb(90.0), -p0, p0 * 1e-5);
+    EXPECT_NEAR(Data(42, 0), -p0, p0 * 0.1);
+}
+
+TEST_F(Contact_Stress, an_ellipse_without_its_difference_takes_that_of_the_point_before)
+{
+    // 1/31 - 1/23.25 is -1/93: the radicand is the square of nothing, and rounding takes it just below zero.
+    design.cam.Follow_Rad = 31.0;
+    for (const int i : {0, 5}) {
+        Set(var::Rho, i, 93.0 + 31.0);
+        script_.Expect({"Attempting to take square root of negative number in Sub Stress for crowned follower",
+                        Buttons::OK, Symbol::exclamation});
+    }
+    ASSERT_TRUE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 23.25));
+    const double sum = (1 / 31.0 + 1 / 93.0 + 1 / 23.25) / 2;
+    const auto pressure = [&](double diff) {
+        const double angle = std::acos(diff / sum) * 180 / pi;
+        const double c = std::cbrt(3 * W() * 2 * (1 - nu * nu) / E / (4 * sum));
+        return 1.5 * W() / (pi * c * c * Ellipse_Ka(angle) * Ellipse_Kb(angle));
+    };
+    EXPECT_NEAR(Data(42, 0), -pressure(0.0), pressure(0.0) * 1e-5);
+    const double before = (1 / 19.0 - 1 / 93.0) / 2;  // of point 4: surface of 50 - 31
+    EXPECT_NEAR(Data(42, 5), -pressure(before), pressure(before) * 1e-5);
+}
+
+TEST_F(Contact_Stress, a_crowned_roller_without_force_has_no_stress)
+{
+    design.dynamics.Model_Type = 1;
+    Set(var::Force, 3, 0.0);
+    ASSERT_TRUE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 300.0));
+    EXPECT_EQ(Data(42, 3), 0.0);
+    EXPECT_EQ(Data(43, 3), 0.0);
+    EXPECT_LT(Data(42, 4), 0.0);
+}
+
+TEST_F(Contact_Stress, a_flat_face_without_force_divides_nothing_by_nothing)
+{
+    // Only a roller has its zero half-width looked after.
+    design.cam.Followtype = 2;
+    design.dynamics.Model_Type = 1;
+    Set(var::Force, 3, 0.0);
+    script_.Expect(Error_Box(6, Error_Description(6), "Calc_Contact_Stress"));
+    EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    EXPECT_LT(Data(42, 2), 0.0);
+    EXPECT_EQ(Data(42, 3), 1.0);
+}
+
 TEST_F(Contact_Stress, the_dynamic_force_counts_once_there_is_one)
 {
     for (int i = 0; i <= 360; ++i)
@@ -143,6 +213,36 @@ TEST_F(Contact_Stress, external_force_and_weight_are_added_without_the_cosine)
     ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
     const double R = 1 / (1 / 12.0 + 1 / 38.0);
     EXPECT_NEAR(Data(42, 100), -Line(W() + 150.0, 20.0, R), 1e-2);
+}
+
+TEST_F(Contact_Stress, the_external_force_needs_its_tick_and_its_table)
+{
+    for (int i = 0; i <= 360; ++i)
+        design.results.Ext_Force_Table(i) = 100.0;
+    const double R = 1 / (1 / 12.0 + 1 / 38.0);
+    for (const bool tick : {false, true}) {
+        design.dynamics.Ext_Force_Add = tick;
+        design.flags.Ext_Force_Calc = !tick;
+        ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+        EXPECT_NEAR(Data(42, 100), -Line(W(), 20.0, R), 1e-2);
+    }
+}
+
+TEST_F(Contact_Stress, lift_off_is_judged_with_the_external_force_and_before_the_weight)
+{
+    Set(var::Force, 20, -80.0);
+    for (int i = 0; i <= 360; ++i)
+        design.results.Ext_Force_Table(i) = 100.0;
+    design.results.Ext_Force_Table(90) = -W() - 10.0;
+    design.flags.Ext_Force_Calc = design.dynamics.Ext_Force_Add = true;
+    design.dynamics.Follower_Weight = 50.0;
+    script_.Expect(
+        {"Something is wrong. - The follower force is zero at cam angle 90 deg.  Stresses will be larger than "
+         "theoretical due to impact.",
+         Buttons::OK, Symbol::exclamation});
+    EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    const double R = 1 / (1 / 12.0 + 1 / 38.0);
+    EXPECT_NEAR(Data(42, 20), -Line(150.0 - W() / 10, 20.0, R), 1e-2);
 }
 
 TEST_F(Contact_Stress, form_closure_takes_the_absolute_force_and_does_not_warn)
@@ -192,9 +292,15 @@ TEST_F(Contact_Stress, each_impossible_geometry_has_its_words)
     const auto expect = [this](const std::string& text) { script_.Expect({text, Buttons::OK, Symbol::exclamation}); };
     Set(var::Rho, 30, 12.0);
     expect(
-        "Something is wrong. - The radius of curvature of the cam is zero at cam angle 30 deg  Stresses will be "
+        "Something is wrong. - The radius of curvature of the cam is zero at cam angle 30 deg.  Stresses will be "
         "infinite there.");
     EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    EXPECT_LT(Data(42, 29), 0.0);  // the points before it stand, those from it on are as they were
+    EXPECT_GT(Data(43, 29), 100.0);
+    for (const int i : {30, 31, 360}) {
+        EXPECT_EQ(Data(42, i), 1.0) << i;
+        EXPECT_EQ(Data(43, i), 1.0) << i;
+    }
     design.cam.Follow_Rad = 0.0;
     expect("Something is wrong. - The radius of the roller follower is zero");
     EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
@@ -202,9 +308,11 @@ TEST_F(Contact_Stress, each_impossible_geometry_has_its_words)
     expect("Something is wrong. - The crown radius of the roller follower is zero");
     EXPECT_FALSE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 0.0));
     design.cam.Followtype = 2;
-    Set(var::Rho, 0, -5.0);
-    expect("Something is wrong. - The cam's radius of curvature is zero or negative at cam angle 0 deg.");
-    EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    for (const double rho : {-5.0, 0.0}) {
+        Set(var::Rho, 0, rho);
+        expect("Something is wrong. - The cam's radius of curvature is zero or negative at cam angle 0 deg.");
+        EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    }
 }
 
 TEST_F(Contact_Stress, a_negative_radicand_keeps_the_half_width_before)

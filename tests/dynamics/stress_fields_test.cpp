@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -101,6 +102,54 @@ TEST_F(Stress_Fields, after_the_calculation_both_members_carry_the_followers_rat
     EXPECT_EQ(d_.Poissons_ratio(2), Single(0.33));
     EXPECT_TRUE(design.flags.Stressflag);
     EXPECT_LT(Data(42, 10), 0.0);
+}
+
+TEST_F(Stress_Fields, the_stresses_are_those_of_two_members_with_the_followers_ratio)
+{
+    design.identity.Number_Format = "Europe";
+    form_.txt_Cam_E = "200000,5";
+    form_.txt_Cam_V = "0,1";
+    form_.txt_Fol_E = "100000";
+    form_.txt_Fol_v = "0,4";
+    form_.txt_Length = "20";
+    design.cam.Followtype = 2;
+    ASSERT_TRUE(Calc_Stress(form_, refused_));
+    // Johnson, Contact Mechanics, 4.2: p0 = sqrt(P E* / (pi R)), with 0.4 for both ratios: meant.
+    const double compliance = (1 - 0.4 * 0.4) / 200000.5 + (1 - 0.4 * 0.4) / 100000.0;
+    const double p0 = std::sqrt(500.0 / 20.0 / compliance / (3.14159265358979 * 40.0));
+    EXPECT_NEAR(Data(42, 10), -p0, p0 * 1e-6);
+    EXPECT_NEAR(Data(43, 10), 0.304 * p0, p0 * 1e-6);
+}
+
+TEST_F(Stress_Fields, all_fields_are_stored_before_the_first_is_refused)
+{
+    form_.txt_Cam_V = "0.25";
+    form_.txt_Fol_E = "-70000";
+    form_.txt_Fol_v = "-1";
+    form_.txt_Length = "33";
+    form_.txt_Crownrad = "444";
+    form_.txt_Weight = "55";
+    form_.crowned = true;
+    script_.Expect(positive);  // one box alone: the follower's modulus comes before its ratio
+    EXPECT_FALSE(Apply_Stress_Fields(form_, refused_));
+    EXPECT_EQ(refused_, Stress_Field::Fol_E);
+    EXPECT_EQ(d_.Youngs_modulus(2), -70000.0);
+    EXPECT_EQ(d_.Poissons_ratio(1), 0.25);
+    EXPECT_EQ(d_.Poissons_ratio(2), -1.0);
+    EXPECT_EQ(d_.Roller_type, 2);
+    EXPECT_EQ(d_.Roller_length, 33.0);
+    EXPECT_EQ(d_.Crown_radius, 444.0);
+    EXPECT_EQ(d_.Follower_Weight, 0.0);  // taken last
+}
+
+TEST_F(Stress_Fields, a_flat_face_keeps_the_stored_type_of_roller)
+{
+    d_.Roller_type = 1;
+    design.cam.Followtype = 2;
+    form_.crowned = true;
+    form_.txt_Crownrad = "0";  // hidden, and of no account
+    EXPECT_TRUE(Apply_Stress_Fields(form_, refused_));
+    EXPECT_EQ(d_.Roller_type, 1);
 }
 
 TEST_F(Stress_Fields, each_value_that_is_not_positive_stops_the_calculation_at_its_field)

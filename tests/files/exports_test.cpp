@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cmath>
 #include <complex>
 #include <filesystem>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "camgeom/sizing.h"
+#include "core/traps.h"
 #include "files/home_commands.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
@@ -22,6 +24,7 @@ namespace {
 
 using testing::Cam_Maker;
 using testing::Data;
+using testing::Error_Box;
 using testing::Expected_Box;
 using testing::Script;
 
@@ -86,7 +89,7 @@ TEST_F(Exports, the_spreadsheet_has_every_variable_of_every_point)
     EXPECT_EQ(lines[3][0], "Cam Angle");
     EXPECT_EQ(lines[3][6], "Radius of Curvature");
     EXPECT_EQ(lines[4][0], "deg");
-    for (const int i : {0, 57, 360}) {
+    for (int i = 0; i <= 360; ++i) {
         const auto& cells = lines[static_cast<std::size_t>(7 + i)];
         ASSERT_EQ(cells.size(), 54U);
         for (int v = 0; v <= 53; ++v)
@@ -115,7 +118,7 @@ TEST_F(Exports, a_radial_profile_has_its_two_columns_for_each_code)
         const auto [x, y] = rows[static_cast<std::size_t>(code - 1)];
         EXPECT_EQ(lines[3], (std::vector<std::string>{design.plot.Var_Name(x), design.plot.Var_Name(y)}));
         EXPECT_EQ(lines[4], (std::vector<std::string>{"mm", "mm"}));
-        for (const int i : {0, 99, 359}) {
+        for (int i = 0; i < 360; ++i) {
             EXPECT_EQ(std::stof(lines[static_cast<std::size_t>(7 + i)][0]), static_cast<float>(Data(x, i)));
             EXPECT_EQ(std::stof(lines[static_cast<std::size_t>(7 + i)][1]), static_cast<float>(Data(y, i)));
         }
@@ -161,6 +164,23 @@ TEST_F(Exports, a_barrel_profile_has_its_radius_first_and_lambda_before_z)
     EXPECT_EQ(std::stof(lines[7 + 10][2]), static_cast<float>(Data(36, 10)));
 }
 
+TEST_F(Exports, a_turned_lambda_never_shows_a_whole_turn)
+{
+    design.cam.Camtype = "Barrel";
+    ASSERT_TRUE(Calc_Phi(1));
+    design.cam.Shift_Angle = 300.0;
+    design.results.CalcData(12, 4) = 60.0;        // 360 of 360
+    design.results.CalcData(12, 5) = 59.99999;    // 32 bits cannot tell their sum from 360
+    design.results.CalcData(12, 6) = -300.00003;  // just below nothing, so just below the turn
+    design.results.CalcData(12, 7) = 59.999;
+    ASSERT_TRUE(Export_Profile_to_File(path_, 4));
+    const auto lines = Lines();
+    for (const std::size_t i : {4U, 5U})
+        EXPECT_EQ(lines[7 + i][1], "0") << i;
+    EXPECT_NEAR(std::stod(lines[7 + 6][1]), 359.99997, 2e-5);
+    EXPECT_NEAR(std::stod(lines[7 + 7][1]), 359.999, 1e-4);
+}
+
 TEST_F(Exports, a_linear_profile_is_turned_by_its_share_of_the_length)
 {
     design.cam.Camtype = "Linear";
@@ -202,6 +222,7 @@ TEST_F(Exports, entries_ask_for_a_name_write_and_tell)
     EXPECT_EQ(script_.dialogs[1].filter, "(*.pts)|*.pts");
     EXPECT_EQ(script_.dialogs[1].suggestion, "rocker.pts");
     EXPECT_EQ(design.identity.Model_Name, std::filesystem::path(path_).stem());
+    EXPECT_EQ(design.identity.File_Name, "/designs/rocker.cam");
 }
 
 TEST_F(Exports, every_profile_entry_writes_its_own_rows)
@@ -260,6 +281,7 @@ TEST_F(Exports, a_motion_file_has_identification_counts_geometry_and_columns)
 TEST_F(Exports, velocities_per_second_are_the_same_whatever_the_time_base)
 {
     std::vector<std::string> xdot;
+    std::vector<std::string> xddot;
     for (const int base : {1, 2, 3}) {
         Cam_Maker maker;
         maker.translating = false;
@@ -267,9 +289,83 @@ TEST_F(Exports, velocities_per_second_are_the_same_whatever_the_time_base)
         maker.Make();
         ASSERT_TRUE(Export_SVA_to_File(path_, Motion_Columns::xdot));
         xdot.push_back(Lines()[9 + 40][2]);
+        xddot.push_back(Lines()[9 + 40][3]);
     }
-    EXPECT_NEAR(std::stod(xdot[0]), std::stod(xdot[1]), 1e-3);
-    EXPECT_NEAR(std::stod(xdot[0]), std::stod(xdot[2]), 1e-3);
+    EXPECT_NE(std::stod(xddot[0]), 0.0);
+    for (const std::size_t base : {1U, 2U}) {
+        EXPECT_NEAR(std::stod(xdot[0]), std::stod(xdot[base]), 1e-3);
+        EXPECT_NEAR(std::stod(xddot[0]) / std::stod(xddot[base]), 1.0, 1e-5);
+    }
+}
+
+TEST_F(Exports, a_calculated_vibration_gives_its_response_per_second_as_it_stands)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.time_base = 3;
+    maker.Make();
+    for (int i = 0; i <= 360; ++i)
+        for (const int row : {30, 31, 32})
+            design.results.CalcData(row, i) = row + i * 0.25;
+    design.flags.Modelflag = true;
+    ASSERT_TRUE(Export_SVA_to_File(path_, Motion_Columns::xdot));
+    auto lines = Lines();
+    EXPECT_EQ(lines[8], (std::vector<std::string>{"deg", "deg", "deg/sec", "deg/sec^2"}));
+    for (int i = 0; i <= 360; ++i)
+        for (std::size_t k = 1; k <= 3; ++k)
+            EXPECT_EQ(std::stod(lines[static_cast<std::size_t>(9 + i)][k]), 29.0 + static_cast<double>(k) + i * 0.25);
+    ASSERT_TRUE(Export_SVA_to_File(path_, Motion_Columns::sva));  // the motion stays the motion
+    lines = Lines();
+    for (const int i : {0, 40, 360})
+        for (const int row : {1, 2, 3})
+            EXPECT_EQ(std::stof(lines[static_cast<std::size_t>(9 + i)][static_cast<std::size_t>(row)]),
+                      static_cast<float>(Data(row, i)));
+}
+
+TEST_F(Exports, a_calculated_linkage_adds_the_columns_of_its_moving_links)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    design.linkage.Links = 4;
+    design.linkage.Delta4 = 12.5;
+    design.cam.Printstep = 4;
+    for (int link = 2; link <= 6; ++link)
+        for (int i = 0; i <= 360; ++i) {
+            design.results.Link_Theta(link, i) = link * 1000.0 + i;
+            design.results.Link_Omega(link, i) = link + i * 0.5;
+            design.results.Link_Alpha(link, i) = -link - i * 0.125;
+        }
+    design.flags.Linkage_Calc = true;
+    for (const Motion_Columns columns : {Motion_Columns::sva, Motion_Columns::xdot}) {
+        ASSERT_TRUE(Export_SVA_to_File(path_, columns));
+        const auto lines = Lines();
+        ASSERT_EQ(lines.size(), 9U + 91U);
+        ASSERT_EQ(lines[7].size(), 4U + 3U * 3U);
+        EXPECT_EQ(lines[7][4], "Theta2");
+        EXPECT_EQ(lines[7][12], "Alpha4");
+        EXPECT_EQ(lines[8][4], "deg");
+        EXPECT_EQ(lines[8][5], "rad/sec");
+        EXPECT_EQ(lines[8][12], "rad/sec^2");
+        for (int i = 0; i <= 360; i += 4) {
+            const auto& cells = lines[static_cast<std::size_t>(9 + i / 4)];
+            ASSERT_EQ(cells.size(), 13U);
+            EXPECT_EQ(std::stod(cells[0]), i);
+            for (int link = 2; link <= 4; ++link) {
+                const auto at = static_cast<std::size_t>(4 + 3 * (link - 2));
+                EXPECT_EQ(std::stod(cells[at]), link * 1000.0 + i);
+                EXPECT_EQ(std::stod(cells[at + 1]), link + i * 0.5);
+                EXPECT_EQ(std::stod(cells[at + 2]), -link - i * 0.125);
+            }
+        }
+        const auto delta4 = std::find(lines[5].begin(), lines[5].end(), "Delta4 deg");
+        ASSERT_NE(delta4, lines[5].end());
+        EXPECT_EQ(*(delta4 + 1), "12.5");
+    }
+    design.linkage.Links = 6;
+    ASSERT_TRUE(Export_SVA_to_File(path_, Motion_Columns::sva));
+    EXPECT_EQ(Lines()[7].back(), "Alpha6");
+    EXPECT_EQ(Lines()[7].size(), 4U + 5U * 3U);
 }
 
 TEST_F(Exports, a_blank_model_has_nothing_to_export)
@@ -326,6 +422,18 @@ TEST_F(Exports, a_cancelled_dialog_ends_quietly)
     EXPECT_FALSE(Run_Export("mnu_Spread"));
     EXPECT_FALSE(Run_Export("mnu_profile"));
     EXPECT_FALSE(Written());
+}
+
+TEST_F(Exports, a_failed_export_leaves_the_older_file_as_it_was)
+{
+    ASSERT_TRUE(Export_Profile_to_File(path_, 1));
+    const auto before = Lines();
+    script_.Expect(Error_Box(9, Error_Description(9), "Export_Profile_to_File"));
+    EXPECT_FALSE(Export_Profile_to_File(path_, 6));  // there is no such code
+    EXPECT_EQ(Lines(), before);
+    const std::string name = std::filesystem::path(path_).filename();
+    for (const auto& entry : std::filesystem::directory_iterator(::testing::TempDir()))  // nothing left beside it
+        EXPECT_TRUE(entry.path() == path_ || entry.path().filename().string().find(name) == std::string::npos);
 }
 
 TEST_F(Exports, a_folder_that_is_not_there_is_reported_by_the_routines_name)

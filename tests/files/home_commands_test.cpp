@@ -77,6 +77,58 @@ TEST_F(Home_Commands, every_menu_entry_has_a_name_of_its_own_and_a_caption)
         EXPECT_TRUE(names.contains(name)) << name;
 }
 
+TEST_F(Home_Commands, each_menu_has_its_entries_in_their_order)
+{
+    const auto names_of = [](std::string_view menu) {
+        std::string names;
+        for (const Menu_Entry& entry : Home_Menus())
+            if (entry.menu == menu)
+                names += std::string(entry.name.substr(4)) + " ";
+        return names;
+    };
+    EXPECT_EQ(names_of("&File"), "New Open OpenExample Save Plus V8 V7 ");
+    EXPECT_EQ(names_of("&Units"),
+              "pick(1) pick(2) pick(3) pick(4) pick(5) USA Europe Sec_Deg(1) Sec_Deg(2) Sec_Deg(3) ");
+    EXPECT_EQ(names_of("E&xamples"),
+              "SingleDwell DoubleDwell Flat FourDwell Oscillate Fourbar Sixbar Fourslide Sixslide ");
+    EXPECT_EQ(names_of("FF&T"), "CalcFFT ");
+    EXPECT_EQ(names_of("S&creen"), "FullScreen StandardSize Aspect Circles Preferences ");
+}
+
+TEST_F(Home_Commands, every_entry_but_the_transform_is_open_on_a_fresh_design)
+{
+    for (const Menu_Entry& entry : Home_Menus())
+        EXPECT_EQ(entry.enabled(), entry.name != "mnu_CalcFFT") << entry.name;
+}
+
+TEST_F(Home_Commands, export_entries_have_their_captions)
+{
+    const std::vector<std::pair<std::string_view, std::string_view>> captions{
+        {"mnu_Spread", "&Spreadsheet"},
+        {"mnu_profile", "Roller center x-y coordinates versus Cam Zero"},
+        {"mnu_Surface", "Cam surface x-y coordinates versus Cam Zero"},
+        {"mnu_Cutter", "Cutter center x-y coordinates versus Cam Zero"},
+        {"mnu_Profile_mach", "Roller center x-y coordinates versus Machine Zero"},
+        {"mnu_Surface_mach", "Cam surface x-y coordinates versus Machine Zero"},
+        {"mnu_Barrel", "Barrel cam roller center R-Lambda-Z versus Cam Zero"},
+        {"mnu_Barrel_Surf", "Barrel cam surface  R-Lambda-Z versus Cam Zero"},
+        {"mnu_Barrel_Ctr", "Barrel cam cutter center R-Lambda-Z versus Cam Zero"},
+        {"mnu_Barrel_mach", "Barrel cam roller center  R-Lambda-Z versus Machine Zero"},
+        {"mnu_Barrel_Surf_mach", "Barrel cam surface R-Lambda-Z versus Machine Zero"},
+        {"mnu_Linear", "Linear cam roller center R-Lambda-Z versus Cam Zero"},
+        {"mnu_Linear_surf", "Linear cam surface  R-Lambda-Z versus Cam Zero"},
+        {"mnu_sva", "S - V - A data"},
+        {"mnu_xdot", "X - Xdot - Xddot data"},
+        {"mnu_Cadkey", "&DXF"}};
+    for (const auto& [name, caption] : captions) {
+        const auto entry = std::ranges::find(Export_Menu(), name, &Export_Entry::name);
+        ASSERT_NE(entry, Export_Menu().end()) << name;
+        EXPECT_EQ(entry->caption, caption);
+    }
+    // Beside these stand the two cutter entries versus machine zero, which refuse.
+    EXPECT_EQ(Export_Menu().size(), captions.size() + 2);
+}
+
 TEST_F(Home_Commands, the_examples_menu_has_the_nine_in_their_order)
 {
     std::vector<std::string_view> captions;
@@ -118,16 +170,28 @@ TEST_F(Home_Commands, a_flat_face_has_no_roller_entries)
     design.flags.Sized = true;
     design.cam.Followtype = 2;
     EXPECT_EQ(Open_Exports(), "Spread Cutter Surface Cutter_mach Surface_mach sva xdot Cadkey ");
+    design.cam.Camtype = "Barrel";
+    EXPECT_EQ(Open_Exports(), "Spread Barrel_Ctr Barrel_Surf Barrel_Ctr_mach Barrel_Surf_mach sva xdot Cadkey ");
+    design.cam.Camtype = "Linear";
+    EXPECT_EQ(Open_Exports(), "Spread Linear_surf sva xdot Cadkey ");
 }
 
 TEST_F(Home_Commands, new_confirms_and_resets)
 {
     Make_Unsaved();
+    design.flags.From_Disk = design.flags.Imported_Model = true;
+    design.cam.Prime_Rad = 50.0;
+    design.cam.Offset = 4.0;
+    design.cam.Follow_Rad = 9.0;
     script_.Expect(save_first);
     script_.Expect(confirm);
     EXPECT_TRUE(File_New());
     EXPECT_FALSE(design.flags.Calculated);
     EXPECT_EQ(design.motion.No_of_segments, 1);
+    EXPECT_FALSE(design.flags.From_Disk || design.flags.Imported_Model);
+    EXPECT_FLOAT_EQ(static_cast<float>(design.cam.Prime_Rad), 76.2F);  // three inches
+    EXPECT_EQ(design.cam.Offset, 0.0);
+    EXPECT_EQ(design.cam.Follow_Rad, 12.5);
     EXPECT_EQ(design.identity.Model_Name, "Model1");
     EXPECT_EQ(Set_Homeform_Buttons()[static_cast<std::size_t>(Home_Button::Size)], false);
 }
@@ -179,6 +243,24 @@ TEST_F(Home_Commands, quit_of_unsaved_work_shows_the_save_dialog_before_the_quit
         return true;
     }));
     EXPECT_TRUE(dialog_came_first);
+}
+
+TEST_F(Home_Commands, quit_saves_a_cam_that_is_sized_but_no_longer_calculated)
+{
+    design.flags.Sized = true;
+    EXPECT_FALSE(Quit_Requested([] { return false; }));  // cmd_NoQuit: back to the Home screen
+    ASSERT_EQ(script_.dialogs.size(), 1U);
+    EXPECT_EQ(script_.dialogs.front().title, "Save the Model");
+    EXPECT_TRUE(design.flags.Sized);
+}
+
+TEST_F(Home_Commands, quit_writes_the_model_where_the_dialog_says)
+{
+    Make_Unsaved();
+    script_.path = Temporary("quit.cam");
+    script_.Expect({"The file was successfully written to \n" + *script_.path});
+    EXPECT_TRUE(Quit_Requested([] { return design.flags.Model_Saved; }));
+    EXPECT_TRUE(std::filesystem::exists(*script_.path));
 }
 
 TEST_F(Home_Commands, quit_of_saved_or_empty_work_goes_straight_to_the_quit_screen)
@@ -252,6 +334,17 @@ TEST_F(Home_Commands, the_home_screen_comes_up_with_the_state)
     EXPECT_TRUE(view.linkage_data_entry);
     EXPECT_EQ(view.lamps[0].text, "S-V-A-J");
     EXPECT_EQ(view.export_entries.size(), Export_Menu().size());
+}
+
+TEST_F(Home_Commands, an_error_while_the_home_screen_comes_up_is_reported_and_the_rest_is_shown)
+{
+    design.flags.Calculated = true;
+    design.identity.WhichUnit = 6;
+    script_.Expect(Error_Box(9, "Index out of bounds", "frm_Homescreen.activate"));
+    const Home_View view = Home_Activate();
+    EXPECT_TRUE(view.buttons[static_cast<std::size_t>(Home_Button::Size)]);
+    EXPECT_EQ(view.export_entries.size(), Export_Menu().size());
+    EXPECT_FALSE(view.lamps[0].lit);
 }
 
 }  // namespace

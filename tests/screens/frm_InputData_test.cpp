@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "screens/frm_InputData.h"
 
+#include <QAbstractItemView>
+#include <QAction>
 #include <QComboBox>
 #include <QLabel>
+#include <QMenuBar>
+#include <QSet>
+#include <QWheelEvent>
 
 #include "core/text.h"
+#include "core/traps.h"
 #include "core/units.h"
 #include "motion/examples.h"
 #include "motion/input_rules.h"
@@ -43,6 +49,33 @@ protected:
         Type_Row(user, 2, "Fall", "MS - Mod Sine", "90", "25", "0");
         Type_Row(user, 3, "Dwell", "", "90", "0", "");
     }
+    /// Presses keys on a drop-down list that has the focus, as they come.
+    static void Type_in_List(const Driver& user, const QString& name, const QString& keys)
+    {
+        auto& list = user.Find<QComboBox>(name);
+        EXPECT_TRUE(list.isEnabled()) << name.toStdString();
+        list.setFocus();
+        QTest::keyClicks(&list, keys);
+        QApplication::processEvents();
+    }
+    /// Puts a text into the step's own field and leaves it.
+    static void Type_Step(const Driver& user, const QString& text)
+    {
+        QLineEdit* const field = user.Find<QComboBox>("cmb_Delta").lineEdit();
+        ASSERT_NE(field, nullptr);
+        field->setFocus();
+        field->selectAll();
+        QTest::keyClicks(field, text);
+        QTest::keyClick(field, Qt::Key_Tab);
+        QApplication::processEvents();
+    }
+    static QAction& Action(const frm_InputData& screen, const QString& name)
+    {
+        auto* const action = screen.findChild<QAction*>(name);
+        if (action == nullptr)
+            throw std::out_of_range("no action " + name.toStdString());
+        return *action;
+    }
     Motion_Group& m_ = design.motion;
 };
 
@@ -58,7 +91,7 @@ TEST_F(Input_Screen, opens_with_one_empty_row_and_nothing_to_calculate)
         EXPECT_FALSE(user.Enabled(name)) << name;
     for (const char* name : {"cmd_CalcSeg", "cmd_PlotSeg", "cmd_PrntSeg", "cmb_Program", "txt_Low", "txt_High"})
         EXPECT_FALSE(user.Enabled(Element(name, 0))) << name;
-    EXPECT_EQ(user.Text(Element("lbl_Start", 0)), "0.");
+    EXPECT_EQ(user.Text(Element("lbl_Start", 0)), "0");
     EXPECT_EQ(user.Tip(Element("txt_Beta", 0)), "Anglular duration of segment");
     EXPECT_EQ(user.Tip(Element("txt_Low", 0)), "Do not include prime circle radius in these data");
 }
@@ -119,6 +152,301 @@ TEST_F(Input_Screen, typed_by_hand_the_double_dwell_is_the_example)
     user.Press("cmd_Done");
     EXPECT_EQ(screen.result(), QDialog::Accepted);
     EXPECT_EQ(m_.MaxLift, 25.0);
+}
+
+TEST_F(Input_Screen, typed_by_keys_alone_the_double_dwell_is_the_example)
+{
+    Build("Double Dwell");
+    const Design_State example = design;
+    ASSERT_TRUE(Sub_Main("", {}));
+    frm_InputData screen({});
+    const Driver user(screen);
+    const auto key_in = [&](const char* text) {  // into whatever has the focus, then on with the tabulator
+        QTest::keyClicks(QApplication::focusWidget(), text);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QApplication::processEvents();
+    };
+    auto& count = user.Find<QLineEdit>("txt_Segmts");
+    count.setFocus();
+    count.selectAll();
+    key_in("4");
+    auto& speed = user.Find<QLineEdit>("txt_Omega");
+    speed.setFocus();
+    speed.selectAll();
+    key_in("171.8873385");  // 18 rad/s
+    user.Find<QComboBox>(Element("cmb_Motion", 0)).setFocus();
+    for (const char* text : {"r", "mt", "90", "0", "25"})
+        key_in(text);
+    user.Find<QComboBox>(Element("cmb_Motion", 1)).setFocus();
+    for (const char* text : {"D", "90"})
+        key_in(text);
+    user.Find<QComboBox>(Element("cmb_Motion", 2)).setFocus();
+    for (const char* text : {"F", "MS", "90"})
+        key_in(text);
+    user.Fill(Element("txt_High", 2), "0");
+    user.Find<QComboBox>(Element("cmb_Motion", 3)).setFocus();
+    for (const char* text : {"d", "90"})
+        key_in(text);
+    user.Press("cmd_CalcAll");
+    EXPECT_EQ(QApplication::focusWidget(), &user.Find<QWidget>("cmd_Done"));
+    ASSERT_TRUE(user.Enabled("cmd_Done"));
+    for (int i = 1; i <= 4; ++i) {
+        EXPECT_EQ(m_.Rise_Fall_Dwell(i), example.motion.Rise_Fall_Dwell(i)) << i;
+        EXPECT_EQ(m_.Program(i), example.motion.Program(i)) << i;
+        EXPECT_EQ(m_.Start_Value(i), example.motion.Start_Value(i)) << i;
+        EXPECT_EQ(m_.End_Value(i), example.motion.End_Value(i)) << i;
+        EXPECT_EQ(m_.Gamma(i), 90.0 * i) << i;
+    }
+    for (const int v : {var::Angle, var::S, var::V, var::A, var::J})
+        for (int i = 0; i <= 360; ++i) {
+            const double expected = example.results.CalcData(v, i);
+            ASSERT_NEAR(design.results.CalcData(v, i), expected, 1e-6 * std::abs(expected)) << v << " " << i;
+        }
+}
+
+TEST_F(Input_Screen, a_kind_takes_its_first_letter_a_program_both_of_its_own)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    const QString kind = Element("cmb_Motion", 0);
+    const QString program = Element("cmb_Program", 0);
+    for (const auto& [key, name] : {std::pair{"r", "Rise"}, std::pair{"P", "Poly"}, std::pair{"d", "Dwell"},
+                                    std::pair{"S", "Spline"}, std::pair{"F", "Fall"}}) {
+        Type_in_List(user, kind, key);
+        EXPECT_EQ(user.Text(kind), name);
+    }
+    Type_in_List(user, kind, "x");
+    EXPECT_EQ(user.Text(kind), "Fall");
+    Type_in_List(user, program, "m");
+    EXPECT_EQ(user.Text(program), "");  // a single letter does nothing
+    EXPECT_EQ(m_.Program(1), "");
+    Type_in_List(user, program, "t");
+    EXPECT_EQ(user.Text(program), "MT - Mod Trap");
+    Type_in_List(user, program, "xx");
+    EXPECT_EQ(user.Text(program), "MT - Mod Trap");
+    Type_in_List(user, program, "45");
+    EXPECT_EQ(m_.Program(1), "45");
+    Type_in_List(user, program, "p");
+    user.Find<QWidget>(Element("txt_Beta", 0)).setFocus();  // a letter left alone is forgotten
+    Type_in_List(user, program, "MS");
+    EXPECT_EQ(m_.Program(1), "MS");
+    Type_in_List(user, program, "po");
+    EXPECT_EQ(user.Text(kind), "Poly");
+    EXPECT_FALSE(user.Enabled(program));
+}
+
+TEST_F(Input_Screen, the_wheel_passes_over_the_lists_and_arrows_open_them)
+{
+    Build("Double Dwell");
+    int built = 0;
+    screens::Input_Services services;
+    services.build_example = [&](const std::string&) { return ++built > 0; };
+    frm_InputData screen(services);
+    const Driver user(screen);
+    for (const QString& name :
+         {Element("cmb_Motion", 0), Element("cmb_Program", 0), QString("cmb_Delta"), QString("cmb_Examples")}) {
+        auto& list = user.Find<QComboBox>(name);
+        const int before = list.currentIndex();
+        list.setFocus();
+        const QPointF place = list.rect().center();
+        QWheelEvent turn(place, list.mapToGlobal(place), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                         false);
+        QApplication::sendEvent(&list, &turn);
+        QTest::keyClick(&list, Qt::Key_Down);
+        EXPECT_TRUE(list.view()->isVisible()) << name.toStdString();
+        list.hidePopup();
+        EXPECT_EQ(list.currentIndex(), before) << name.toStdString();
+    }
+    EXPECT_EQ(built, 0);
+    EXPECT_TRUE(m_.Seg_Done(1));
+    EXPECT_TRUE(user.Enabled("cmd_Done"));
+}
+
+TEST_F(Input_Screen, a_step_that_is_not_listed_becomes_one_and_is_told)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    Type_Step(user, "0.25");
+    EXPECT_EQ(m_.Deltatheta, 0.25);
+    script_.Expect({"Please select one of the drop-down menu items for Delta Theta"});
+    Type_Step(user, "0.3");
+    EXPECT_EQ(m_.Deltatheta, 1.0);
+    EXPECT_EQ(user.Text("cmb_Delta"), "1.0");
+}
+
+TEST_F(Input_Screen, the_step_that_stands_is_no_change)
+{
+    Build("Double Dwell");
+    frm_InputData screen({});
+    const Driver user(screen);
+    user.Pick("cmb_Delta", "1.0");
+    Type_Step(user, "1.0");
+    EXPECT_TRUE(user.Enabled("cmd_Done"));
+    EXPECT_TRUE(design.flags.Sized);
+}
+
+TEST_F(Input_Screen, numbers_too_large_are_reported_and_the_value_is_written_back)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    user.Fill("txt_Omega", "120");
+    for (const auto& [field, shown] : {std::pair{"txt_Segmts", "1"}, std::pair{"txt_Omega", "120"},
+                                       std::pair{"txt_ShiftAng", "0"}, std::pair{"txt_Beta(0)", ""}}) {
+        script_.Expect(testing::Error_Box(6, Error_Description(6), QString(field).section('(', 0, 0).toStdString()));
+        user.Fill(field, "1E999");
+        EXPECT_EQ(user.Text(field), shown) << field;
+    }
+}
+
+TEST_F(Input_Screen, an_emptied_duration_is_told_nothing)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    script_.Expect({"Cam must contain exactly 360 degrees"});
+    user.Fill(Element("txt_Beta", 0), "180");
+    user.Fill(Element("txt_Beta", 0), "");
+}
+
+TEST_F(Input_Screen, dwells_side_by_side_show_one_position)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    user.Fill("txt_Segmts", "4");
+    user.Pick(Element("cmb_Motion", 0), "Dwell");
+    user.Pick(Element("cmb_Motion", 1), "Dwell");
+    user.Type(Element("txt_Low", 0), "-1.5");
+    for (const char* field : {"txt_Low(0)", "txt_High(0)", "txt_Low(1)", "txt_High(1)", "txt_Low(2)"})
+        EXPECT_EQ(user.Text(field), "-1.5") << field;
+    EXPECT_EQ(user.Text("txt_High(2)"), "");
+    EXPECT_EQ(user.Find<QLineEdit>("txt_Low(0)").cursorPosition(), 4);  // typing went on undisturbed
+}
+
+TEST_F(Input_Screen, next_keeps_the_size_and_forces_of_the_picked_example)
+{
+    screens::Input_Services services;
+    services.build_example = [](const std::string& name) { return Open_Example(name); };
+    frm_InputData screen(services);
+    const Driver user(screen);
+    user.Pick("cmb_Examples", "Double Dwell");
+    const Single torque = design.results.CalcData(var::Torque, 40);
+    ASSERT_NE(torque, 0.0);
+    user.Press("cmd_Done");
+    EXPECT_TRUE(design.flags.Sized && design.flags.Dynamicflag);
+    EXPECT_EQ(design.results.CalcData(var::Torque, 40), torque);
+}
+
+TEST_F(Input_Screen, the_unit_in_force_is_marked_and_picking_it_changes_nothing)
+{
+    Build("Double Dwell");
+    screens::Input_Services services;
+    services.change_units = [](int code) { Change_Units(code); };
+    frm_InputData screen(services);
+    const Driver user(screen);
+    Action(screen, "mnu_pick(5)").trigger();
+    EXPECT_TRUE(Action(screen, "mnu_pick(5)").isChecked());
+    EXPECT_TRUE(user.Enabled("cmd_Done"));
+    EXPECT_TRUE(design.flags.Sized);
+    Action(screen, "mnu_pick(1)").trigger();
+    EXPECT_TRUE(Action(screen, "mnu_pick(1)").isChecked());
+    EXPECT_FALSE(Action(screen, "mnu_pick(5)").isChecked());
+    EXPECT_FALSE(user.Enabled("cmd_Done"));  // the calculated points are in millimetres
+    EXPECT_TRUE(user.Enabled("cmd_CalcAll"));
+    EXPECT_TRUE(user.Enabled(Element("cmd_CalcSeg", 0)));
+}
+
+TEST_F(Input_Screen, a_loaded_table_waits_for_its_calculation)
+{
+    Build("Double Dwell");
+    m_.Seg_Done.Fill(false);  // as a model file leaves it
+    design.flags.File_Loaded = true;
+    frm_InputData screen({});
+    const Driver user(screen);
+    EXPECT_EQ(user.Text(Element("txt_High", 0)), "25");
+    EXPECT_FALSE(user.Enabled("cmd_Done"));
+    EXPECT_TRUE(user.Enabled("cmd_CalcAll"));
+}
+
+TEST_F(Input_Screen, closing_the_window_takes_what_stands_typed)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    user.Type(Element("txt_Beta", 0), "360");
+    screen.close();
+    EXPECT_EQ(m_.Beta_Deg(1), 360.0);
+}
+
+TEST_F(Input_Screen, no_two_controls_share_an_access_key)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    QSet<QString> keys;
+    const auto add = [&](const QString& text) {
+        const QString key = QKeySequence::mnemonic(text).toString();
+        if (key.isEmpty())
+            return;
+        EXPECT_FALSE(keys.contains(key)) << text.toStdString();
+        keys.insert(key);
+    };
+    for (const auto* button : screen.findChildren<QAbstractButton*>())
+        add(button->text());
+    for (const auto* label : screen.findChildren<QLabel*>())
+        if (label->buddy() != nullptr)
+            add(label->text());
+    for (const auto* const menu : screen.findChildren<QMenuBar*>())
+        for (const auto* action : menu->actions())
+            add(action->text());
+    for (const char* told : {"Alt+L", "Alt+S", "Alt+A", "Alt+B", "Alt+N", "Alt+C", "Alt+P"})
+        EXPECT_TRUE(keys.contains(told)) << told;
+}
+
+TEST_F(Input_Screen, the_help_menu_explains_the_starting_angle)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    script_.Expect(
+        {"'Starting Angle' allows you to input the timing-diagram-angle at which \n"
+         "you choose to start the displacement diagram (i.e., cam zero) with respect to machine zero."});
+    Action(screen, "mnu_startangle").trigger();
+}
+
+TEST_F(Input_Screen, each_control_has_its_told_words)
+{
+    frm_InputData screen({});
+    const Driver user(screen);
+    for (const auto& [name, text] :
+         {std::pair{"cmd_CalcAll", "Ca&lc All"}, std::pair{"cmd_ClearSegs", "Clear &Segs"},
+          std::pair{"cmd_Clear_SVAJ", "Clear &All"}, std::pair{"cmd_Cancel", "< &Back"},
+          std::pair{"cmd_Done", "&Next >"}, std::pair{"cmd_Copy", "&Copy"}, std::pair{"cmd_PlotPrint", "&Print"},
+          std::pair{"cmd_CalcSeg(0)", "Calc"}, std::pair{"cmd_PlotSeg(0)", "Plot"},
+          std::pair{"cmd_PrntSeg(0)", "Print"}, std::pair{"opt_Folmotion(0)", "Translating"},
+          std::pair{"opt_Folmotion(1)", "Oscillating"}, std::pair{"opt_Function(0)", "Motion"},
+          std::pair{"opt_Function(1)", "Force"}, std::pair{"chk_Extforce", "External Force"},
+          std::pair{"chk_ClearOnOpen", "Clear"}})
+        EXPECT_EQ(user.Text(name), text);
+    for (const auto& [name, tip] :
+         {std::pair{"txt_Beta(0)", "Anglular duration of segment"},
+          std::pair{"lbl_Start(0)", "Initial angle of segment (global)"},
+          std::pair{"lbl_End(0)", "Final angle of segment (global)"},
+          std::pair{"cmb_Motion(0)", "Select from dropdown or type first letter of list member"},
+          std::pair{"cmb_Program(0)", "Select from dropdown or type first 2 letter code of list member"},
+          std::pair{"txt_High(0)", "Do not include prime circle radius in these data"},
+          std::pair{"opt_Folmotion(0)", "Position data must be in length units"},
+          std::pair{"opt_Folmotion(1)", "Position data must be in degrees"},
+          std::pair{"opt_Function(0)", "Calculate a cam follower motion"},
+          std::pair{"opt_Function(1)", "Calculate a force function on follower"}})
+        EXPECT_EQ(user.Tip(name), tip) << name;
+    const auto entries = [&](const char* name) {
+        const auto& list = user.Find<QComboBox>(name);
+        QStringList all;
+        for (int k = 0; k < list.count(); ++k)
+            all.append(list.itemText(k));
+        return all.join('|').toStdString();
+    };
+    EXPECT_EQ(entries("cmb_Motion(0)"), "Rise|Fall|Poly|Dwell|Spline");
+    EXPECT_EQ(entries("cmb_Delta"), "1.0|0.50|0.25|0.125");
+    EXPECT_EQ(entries("cmb_Examples"),
+              "Single Dwell|Double Dwell|Flat Follower|Four Dwell|Oscillating|4-bar Linkage|4-bar Slider|"
+              "6-bar Linkage|6-bar Slider");
 }
 
 TEST_F(Input_Screen, a_position_is_copied_where_the_next_begins_and_a_dwell_stays)
