@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "camgeom/profile.h"
+#include "camgeom/sizing.h"
 #include "core/design_state.h"
 #include "core/messages.h"
 #include "core/numeric.h"
@@ -24,7 +25,7 @@ constexpr double keyway_depth = 0.3;  // of the shaft radius
 constexpr double hatch_step = 0.005;  // of the shaft radius
 constexpr double pivot_share = 0.08;  // of the base circle
 constexpr double pivot_step = 0.01;   // of the base circle
-constexpr int path_step = 1;          // degrees between the rollers that are drawn along a path
+constexpr double path_span = 3.0;     // degrees of cam over which a path shows the follower, at a Path_Step of 1
 
 Cam_Group& C()
 {
@@ -36,16 +37,34 @@ double Data(int row, int i)
     return design.results.CalcData(row, i);
 }
 
-/// A point of the cam's frame in the drawing: turned with a translating follower's axis.
-World_Point In_Drawing(double x, double y)
+World_Point Turned(double x, double y, double degrees)
 {
-    const double turn = C().Translating ? C().Follower_Angle * Rad_per_Deg : 0.0;
-    return {x * std::cos(turn) - y * std::sin(turn), x * std::sin(turn) + y * std::cos(turn)};
+    const double a = degrees * Rad_per_Deg;
+    return {x * std::cos(a) - y * std::sin(a), x * std::sin(a) + y * std::cos(a)};
 }
 
+/// Angle of the follower's axis in the drawing, in degrees: the cam's frame is turned with a translating follower.
+double Axis_Angle()
+{
+    return C().Translating ? double{C().Follower_Angle} : 0.0;
+}
+
+/// By how much the cam's frame is turned in the drawing while point i is under the follower, in degrees.
+double Turn_at(int i)
+{
+    return Axis_Angle() + C().Rotflag * Data(var::Angle, i);
+}
+
+/// Point i of a pair of rows, in the drawing with the cam turned by some degrees.
+World_Point Row_Point(int row, int i, double turn)
+{
+    return Turned(Data(row, i), Data(row + 1, i), turn);
+}
+
+/// With the cam in its first position.
 World_Point Row_Point(int row, int i)
 {
-    return In_Drawing(Data(row, i), Data(row + 1, i));
+    return Row_Point(row, i, Axis_Angle());
 }
 
 void Draw_Line(Surface& s, World_Point a, World_Point b, Ink ink)
@@ -69,17 +88,18 @@ int In_Order(int i)
     return C().Rotflag < 0 ? design.motion.Max_Data_Points_used - i : i;
 }
 
-void Draw_Outline(Surface& s, int row, Ink ink)
+/// The cam's surface, turned by some degrees.
+void Draw_Outline(Surface& s, double turn)
 {
     std::vector<World_Point> points;
     const int last = design.motion.Max_Data_Points_used;
     points.reserve(static_cast<std::size_t>(last + 1));
     for (int i = 0; i <= last; ++i) {
-        World_Point p = Row_Point(row, In_Order(i));
+        World_Point p = Row_Point(36, In_Order(i), turn);
         p.y = C().Flip_Y - p.y;
         points.push_back(p);
     }
-    s.Outline(points, ink);
+    s.Outline(points, Ink::cam);
 }
 
 void Trace(Surface& s, int row, int i, Ink ink)
@@ -98,17 +118,89 @@ bool Roller()
     return C().Followtype == 1 && C().Follow_Rad > 0.0;
 }
 
-void Draw_Follower(Surface& s)
+/// The end of a flat arm's face, which reaches from its foot at the pivot a little beyond the contact.
+World_Point Beyond(World_Point pivot, World_Point contact)
 {
-    if (C().Translating)
-        Draw_Follower_Translating(s);
-    else
-        Draw_Follower_Arm(s);
+    constexpr double reach = 1.3;
+    return {pivot.x + (contact.x - pivot.x) * reach, pivot.y + (contact.y - pivot.y) * reach};
 }
 
-double Marker_Angle(double start)
+/// A flat face with its stem: the face across the axis at the height of the contact, both about the stem's own line.
+struct Face {
+    World_Point middle;
+    World_Point axis;
+    World_Point across;
+};
+
+Face Face_at(int i, double turn)
 {
-    return start + (C().Translating ? double{C().Cam_Start_Polar} : double{C().Arm_Start_Theta});
+    const World_Point axis = Turned(1, 0, Axis_Angle());
+    const World_Point across{-axis.y, axis.x};
+    const World_Point contact = Row_Point(9, i, turn);
+    const double height = contact.x * axis.x + contact.y * axis.y;
+    const double side = -C().Rotflag * C().Offset;
+    return {{axis.x * height + across.x * side, axis.y * height + across.y * side}, axis, across};
+}
+
+double Face_Half_Width()
+{
+    return (C().Face_Width > 0.0 ? double{C().Face_Width} : C().Prime_Rad * 1.2) / 2;
+}
+
+/// The follower in its position at point i as it stands about the cam in its first position: a roller or a flat face.
+void Draw_Follower_Outline(Surface& s, int i)
+{
+    if (Roller()) {
+        Draw_Circle(s, Row_Point(9, i), C().Follow_Rad, Ink::path);
+    } else if (C().Translating) {
+        const Face face = Face_at(i, Turn_at(i));
+        const double back = -C().Rotflag * Data(var::Angle, i);
+        const double half = Face_Half_Width();
+        const auto end = [&](double side) {
+            return Turned(face.middle.x + face.across.x * side, face.middle.y + face.across.y * side, back);
+        };
+        Draw_Line(s, end(-half), end(half), Ink::path);
+    } else {
+        const World_Point pivot{design.results.Arm_Pivot_X(i), design.results.Arm_Pivot_Y(i)};
+        Draw_Line(s, pivot, Beyond(pivot, Row_Point(36, i)), Ink::path);
+    }
+}
+
+void Draw_Follower(Surface& s, int i)
+{
+    if (C().Translating)
+        Draw_Follower_Translating(s, i);
+    else
+        Draw_Follower_Arm(s, i);
+}
+
+/// Direction of the first roller centre in the drawing, in degrees. A translating follower's polar angle is told for a
+/// clockwise cam; a counterclockwise one is its mirror.
+double Start_Direction()
+{
+    const Cam_Group& c = C();
+    return c.Translating ? Axis_Angle() - c.Rotflag * c.Cam_Start_Polar : double{c.Arm_Start_Theta};
+}
+
+/// The same of the cam at machine zero.
+double Machine_Zero_Direction()
+{
+    const Cam_Group& c = C();
+    return c.Translating ? -c.Rotflag * (c.Cam_Shift_Sign_Angle + c.Cam_Start_Polar)
+                         : c.Cam_Shift_Sign_Angle + c.Arm_Start_Theta;
+}
+
+/// How many positions of follower or cutter a path shows, from the second point on.
+int Path_Positions()
+{
+    return std::min<int>(To_Integer(path_span * C().Path_Step / design.motion.Deltatheta),
+                         design.motion.Max_Data_Points_used);
+}
+
+void Trace_Path(Surface& s, void (*trace_point)(Surface&, int))
+{
+    for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i)
+        trace_point(s, i);
 }
 
 bool Radial_Ready()
@@ -116,49 +208,9 @@ bool Radial_Ready()
     return C().Camtype == "Radial" && design.flags.Calculated;
 }
 
-}  // namespace
-
-bool Set_Base_Circle()
+void Set_Window(Surface& surface, double low, double high)
 {
     Cam_Group& c = C();
-    c.Base_Circle = c.Followtype == 1 ? c.Prime_Rad - c.Follow_Rad : double{c.Prime_Rad};
-    c.Shaft_Radius = c.Base_Circle * shaft_share;
-    if (c.Base_Circle > 0.0)
-        return true;
-    Show_Message("Something Wrong - Base Circle has become zero or minus.  Change follower radius or prime/base circle",
-                 Buttons::OK, Symbol::exclamation);
-    return false;
-}
-
-void Set_Scale(Surface& surface)
-{
-    Cam_Group& c = C();
-    double low = 1000000.0;
-    double high = -1000000.0;
-    const auto hold = [&](World_Point p) {
-        low = std::min({low, p.x, p.y});
-        high = std::max({high, p.x, p.y});
-    };
-    const double margin = c.Prime_Rad * 0.1 + c.Follow_Rad * 1.35;
-    if (c.Camtype == "Linear") {
-        high = (c.Prime_Rad * PI2 + c.Follow_Rad) * 1.25;
-        low = -high;
-    } else {
-        for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i) {
-            hold(Row_Point(9, i));
-            hold(Row_Point(36, i));
-        }
-        if (!c.Translating) {
-            const double half = (c.Follow_Rad + c.Prime_Rad) * 1.25;
-            hold({half - margin, -(half - margin)});
-            hold({c.ArmX, c.ArmY});
-            // One pair about the centre, so that pivot and cam stay where they are while the arm changes.
-            high = std::max(std::abs(low), std::abs(high));
-            low = -high;
-        }
-        high += margin;
-        low -= margin;
-    }
     c.View_Left = low * c.Zoom_Factor;
     c.View_Right = high * c.Zoom_Factor;
     c.Flip_Y = c.View_Left + c.View_Right;
@@ -166,9 +218,26 @@ void Set_Scale(Surface& surface)
     surface.Scale(c.View_Left, c.View_Left, c.View_Right, c.View_Right);
 }
 
-bool Plot_Cam_Setup(Surface& surface)
+double Margin()
 {
-    Cam_Group& c = C();
+    return C().Prime_Rad * 0.1 + C().Follow_Rad * 1.35;
+}
+
+/// A window that holds the cam in all its positions, so that it stands still while the cam turns.
+void Set_Turning_Scale(Surface& surface)
+{
+    double reach = C().Translating ? 0.0 : std::hypot(C().ArmX, C().ArmY);
+    for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i)
+        for (const int row : {9, 36})
+            reach = std::max(reach, std::hypot(Data(row, i), Data(row + 1, i)));
+    reach += Margin();
+    Set_Window(surface, -reach, reach);
+}
+
+/// The strip of a linear cam with its track, the roller at a point. @return false, after a message, for a flat follower
+bool Draw_Strip(Surface& surface, int at)
+{
+    const Cam_Group& c = C();
     if (c.Followtype == 2) {
         Show_Message("Something is wrong.  Cannot have a flat follower on a linear cam", Buttons::OK,
                      Symbol::information);
@@ -201,8 +270,59 @@ bool Plot_Cam_Setup(Surface& surface)
             else
                 surface.Line_to(x, y, ink);
         }
-    Draw_Roller(surface, left + Data(12, 0), Data(11, 0), c.Follow_Rad, Ink::follower);
+    Draw_Roller(surface, left + Data(12, at), Data(11, at), c.Follow_Rad, Ink::follower);
     return true;
+}
+
+}  // namespace
+
+bool Set_Base_Circle()
+{
+    Cam_Group& c = C();
+    c.Base_Circle = c.Followtype == 1 ? c.Prime_Rad - c.Follow_Rad : double{c.Prime_Rad};
+    c.Shaft_Radius = c.Base_Circle * shaft_share;
+    if (c.Base_Circle > 0.0)
+        return true;
+    Show_Message("Something Wrong - Base Circle has become zero or minus.  Change follower radius or prime/base circle",
+                 Buttons::OK, Symbol::exclamation);
+    return false;
+}
+
+void Set_Scale(Surface& surface)
+{
+    Cam_Group& c = C();
+    double low = 1000000.0;
+    double high = -1000000.0;
+    const auto hold = [&](World_Point p) {
+        low = std::min({low, p.x, p.y});
+        high = std::max({high, p.x, p.y});
+    };
+    const double margin = Margin();
+    if (c.Camtype == "Linear") {
+        high = (c.Prime_Rad * PI2 + c.Follow_Rad) * 1.25;
+        low = -high;
+    } else {
+        for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i) {
+            hold(Row_Point(9, i));
+            hold(Row_Point(36, i));
+        }
+        if (!c.Translating) {
+            const double half = (c.Follow_Rad + c.Prime_Rad) * 1.25;
+            hold({half - margin, -(half - margin)});
+            hold({c.ArmX, c.ArmY});
+            // One pair about the centre, so that pivot and cam stay where they are while the arm changes.
+            high = std::max(std::abs(low), std::abs(high));
+            low = -high;
+        }
+        high += margin;
+        low -= margin;
+    }
+    Set_Window(surface, low, high);
+}
+
+bool Plot_Cam_Setup(Surface& surface)
+{
+    return Draw_Strip(surface, 0);
 }
 
 bool Draw_Cam_Preview(Surface& surface)
@@ -212,11 +332,11 @@ bool Draw_Cam_Preview(Surface& surface)
     if (!Radial_Ready() || !Set_Base_Circle())
         return false;
     Set_Scale(surface);
-    Draw_Outline(surface, 36, Ink::cam);
+    Draw_Outline(surface, Axis_Angle());
     Set_Keyway_Angle();
     Set_Machine_Zero();
     Draw_Shaft(surface, C().Cam_Draw_Angle);
-    Draw_Follower(surface);
+    Draw_Follower(surface, 0);
     return true;
 }
 
@@ -228,34 +348,52 @@ bool Draw_Cam(Surface& surface)
     if (!Radial_Ready() || !design.flags.Sized || !Set_Base_Circle())
         return false;
     Set_Scale(surface);
+    if (!c.Translating)
+        Arm_Geometry();  // the start of the arm is not kept in a model file
     c.Cam_Start_Polar = Atan2D(Data(9, 0), -c.Rotflag * Data(10, 0));
-    Draw_Outline(surface, 36, Ink::cam);
     Set_Keyway_Angle();
     Set_Machine_Zero();
-    Draw_Shaft(surface, c.Cam_Draw_Angle);
-    Draw_Follower(surface);
-    const int last = design.motion.Max_Data_Points_used;
-    if (c.Show_Follower_Path) {
-        for (int i = 0; i <= last; ++i)
-            Trace_Roller_Point(surface, i);
-        const int rollers = To_Integer(3.0 * path_step / design.motion.Deltatheta);
-        for (int k = 1; k <= rollers && Roller(); ++k) {
-            const World_Point p = Row_Point(9, k);
-            Draw_Circle(surface, p, c.Follow_Rad, Ink::path);
-        }
-        Draw_Keyway_Marker(surface, Marker_Angle(0.0), c.Base_Circle, 1.0);
-    }
-    if (c.Show_Cutter_Path)
-        for (int i = 0; i <= last; ++i)
-            Trace_Cutter_Point(surface, i);
+    // From the bottom up, so that nothing hides what stands before it.
     if (c.Show_Surface)
-        for (int i = 0; i <= last; ++i)
-            Trace_Surface_Point(surface, i);
-    if (c.Show_Cam_Key) {
-        for (int i = 0; i <= last; ++i)
-            Trace_Key_Point(surface, i);
-        Draw_Keyway_Marker(surface, Marker_Angle(c.Cam_Shift_Sign_Angle), c.Base_Circle, 1.0);
+        Draw_Outline(surface, Axis_Angle());
+    if (c.Show_Cam_Key)
+        Trace_Path(surface, Trace_Key_Point);
+    if (c.Show_Follower_Path) {
+        Trace_Path(surface, Trace_Roller_Point);
+        for (int k = 1; k <= Path_Positions(); ++k)
+            Draw_Follower_Outline(surface, k);
     }
+    if (c.Show_Cutter_Path) {
+        Trace_Path(surface, Trace_Cutter_Point);
+        for (int k = 1; k <= Path_Positions() && c.Cutter_Radius > 0.0; ++k)
+            Draw_Circle(surface, Row_Point(40, k), c.Cutter_Radius, Ink::cutter);
+    }
+    if (c.Show_Follower_Path || c.Show_Cutter_Path || c.Show_Surface)
+        Draw_Keyway_Marker(surface, Start_Direction(), c.Base_Circle, 1.0);
+    if (c.Show_Cam_Key)
+        Draw_Keyway_Marker(surface, Machine_Zero_Direction(), c.Base_Circle, 1.0);
+    // At machine zero the keyway stands where its clock time says.
+    const bool at_machine_zero = c.Show_Cam_Key && !c.Show_Surface;
+    Draw_Shaft(surface, c.Cam_Draw_Angle + (at_machine_zero ? double{c.Shift_Angle} : 0.0));
+    Draw_Follower(surface, 0);
+    return true;
+}
+
+bool Draw_Cam_at(Surface& surface, int i)
+{
+    Cam_Group& c = C();
+    if (i < 0 || i > design.motion.Max_Data_Points_used)
+        return false;
+    if (c.Camtype == "Linear")
+        return design.flags.Calculated && design.flags.Sized && Draw_Strip(surface, i);
+    if (!Radial_Ready() || !design.flags.Sized || !Set_Base_Circle())
+        return false;
+    Set_Turning_Scale(surface);
+    Set_Keyway_Angle();
+    Set_Machine_Zero();
+    Draw_Outline(surface, Turn_at(i));
+    Draw_Shaft(surface, c.Cam_Draw_Angle - Data(var::Angle, i));
+    Draw_Follower(surface, i);
     return true;
 }
 
@@ -268,12 +406,11 @@ void Draw_Shaft(Surface& surface, double angle)
         Draw_Circle(surface, {0, 0}, c.Prime_Rad, Ink::prime);
     Draw_Circle(surface, {0, 0}, c.Base_Circle, Ink::shaft);
     // The keyway: a slot at the rim, hatched by chords from its floor outward.
-    const double a = angle * Rad_per_Deg;
+    // Like the polar angles of a translating profile, the angle runs against the cam's turning.
+    const double keyway = Axis_Angle() - c.Rotflag * angle;
     const double half = r * std::cos(rim_angle);
     const double rim = r * std::sin(rim_angle);
-    const auto turned = [a](double along, double across) {
-        return World_Point{along * std::cos(a) - across * std::sin(a), along * std::sin(a) + across * std::cos(a)};
-    };
+    const auto turned = [keyway](double along, double across) { return Turned(along, across, keyway); };
     const double floor = rim - r * keyway_depth;
     Draw_Line(surface, turned(rim, half), turned(floor, half), Ink::key);
     Draw_Line(surface, turned(floor, half), turned(floor, -half), Ink::key);
@@ -301,48 +438,39 @@ void Draw_Roller(Surface& surface, double x, double y, double radius, Ink ink)
     Draw_Line(surface, {x, y - half}, {x, y + half}, ink);
 }
 
-void Draw_Follower_Translating(Surface& surface)
+void Draw_Follower_Translating(Surface& surface, int i)
 {
     Cam_Group& c = C();
-    const World_Point axis = In_Drawing(1, 0);
-    const World_Point across{-axis.y, axis.x};
-    const World_Point at = Row_Point(9, 0);
+    const Face face = Face_at(i, Turn_at(i));
+    const World_Point at = Roller() ? Row_Point(9, i, Turn_at(i)) : face.middle;
     c.Foll_X = at.x;
     c.Foll_Y = at.y;
     const double reach = (c.Prime_Rad + c.Follow_Rad) * 0.9 + design.motion.MaxLift;
     const auto place = [&](double along, double side) {
-        return World_Point{at.x + axis.x * along + across.x * side, at.y + axis.y * along + across.y * side};
+        return World_Point{at.x + face.axis.x * along + face.across.x * side,
+                           at.y + face.axis.y * along + face.across.y * side};
     };
-    if (Roller()) {
-        const double half = c.Follow_Rad * stem_share;
-        Draw_Line(surface, place(0, half), place(reach, half), Ink::follower);
-        Draw_Line(surface, place(0, -half), place(reach, -half), Ink::follower);
-        Draw_Roller(surface, at.x, at.y, c.Follow_Rad, Ink::follower);
-        return;
-    }
-    // A flat face: across the axis, at the height of the contact point.
-    const double face = (c.Face_Width > 0.0 ? double{c.Face_Width} : c.Prime_Rad * 1.2) / 2;
-    const double stem = c.Prime_Rad * 0.08;
-    Draw_Line(surface, place(0, -face), place(0, face), Ink::follower);
+    const double stem = Roller() ? c.Follow_Rad * stem_share : c.Prime_Rad * 0.08;
     Draw_Line(surface, place(0, stem), place(reach, stem), Ink::follower);
     Draw_Line(surface, place(0, -stem), place(reach, -stem), Ink::follower);
+    if (Roller())
+        Draw_Roller(surface, at.x, at.y, c.Follow_Rad, Ink::follower);
+    else
+        Draw_Line(surface, place(0, -Face_Half_Width()), place(0, Face_Half_Width()), Ink::follower);
 }
 
-void Draw_Follower_Arm(Surface& surface)
+void Draw_Follower_Arm(Surface& surface, int i)
 {
     Cam_Group& c = C();
     const World_Point pivot{c.ArmX, c.ArmY};
-    const World_Point at = Row_Point(9, 0);
+    const World_Point at = Row_Point(9, i, Turn_at(i));
     c.Foll_X = at.x;
     c.Foll_Y = at.y;
     if (Roller()) {
         Draw_Line(surface, pivot, at, Ink::follower);
         Draw_Roller(surface, at.x, at.y, c.Follow_Rad, Ink::follower);
     } else {
-        // The face reaches from its foot at the arm a little beyond the contact.
-        const World_Point contact = Row_Point(36, 0);
-        const World_Point end{pivot.x + (contact.x - pivot.x) * 1.3, pivot.y + (contact.y - pivot.y) * 1.3};
-        Draw_Line(surface, pivot, end, Ink::follower);
+        Draw_Line(surface, pivot, Beyond(pivot, Row_Point(36, i, Turn_at(i))), Ink::follower);
     }
     for (double size = c.Base_Circle * pivot_share; size > 0.0; size -= c.Base_Circle * pivot_step)
         Draw_Circle(surface, pivot, size, Ink::follower);

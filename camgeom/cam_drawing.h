@@ -22,16 +22,25 @@ bool Plot_Cam_Setup(Surface& surface);
 /// The cam with its follower as the sizing screen shows it; false where there is nothing to draw.
 bool Draw_Cam_Preview(Surface& surface);
 
-/// The full drawing with the paths that Show_Follower_Path, Show_Cutter_Path, Show_Surface and Show_Cam_Key ask for.
+/// The full drawing: the follower and, each by its flag, the cam's outline (Show_Surface), the follower's or the
+/// cutter's path (Show_Follower_Path, Show_Cutter_Path), and the surface at machine zero (Show_Cam_Key).
+///
+/// A path starts with 3 x Path_Step / Deltatheta outlines of the follower or cutter, from the second point on.
 bool Draw_Cam(Surface& surface);
 
-/// Shaft, prime circle (Show_Prime), base circle and keyway, the keyway at an angle in degrees.
+/// The cam turned until point i lies under the follower, which stands on its axis, or its arm about its pivot, as in
+/// the machine. The window holds all positions. @return false where there is nothing to draw or no such point
+bool Draw_Cam_at(Surface& surface, int i);
+
+/// Shaft, prime circle (Show_Prime), base circle and keyway. The keyway's angle in degrees is that of Cam_Draw_Angle:
+/// from the follower's axis, against the cam's turning.
 void Draw_Shaft(Surface& surface, double angle);
 /// A mark of the keyway's direction on a radius; direction +1 or -1 is the sense of the angle.
 void Draw_Keyway_Marker(Surface& surface, double angle, double radius, double direction);
 void Draw_Roller(Surface& surface, double x, double y, double radius, Ink ink);
-void Draw_Follower_Translating(Surface& surface);
-void Draw_Follower_Arm(Surface& surface);
+/// The follower while point i is under it.
+void Draw_Follower_Translating(Surface& surface, int i = 0);
+void Draw_Follower_Arm(Surface& surface, int i = 0);
 
 /// The pen to point i of a path.
 void Trace_Roller_Point(Surface& surface, int i);

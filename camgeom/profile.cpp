@@ -165,7 +165,7 @@ bool Oscillating_Point(int i, Radial_Point& p)
 
 void Radial_Profile()
 {
-    Cam_Group& c = design.cam;
+    const Cam_Group& c = design.cam;
     Flags_Group& f = design.flags;
     f.Calc_Error = false;
     if (!c.Translating) {
@@ -183,7 +183,6 @@ void Radial_Profile()
         }
         Store(p, i);
     }
-    c.Cam_Shift_Sign_Angle = c.Translating ? -c.Cam_Shift_Angle : c.Rotflag * c.Cam_Shift_Angle;
 }
 
 void Axial_Profile()
@@ -254,6 +253,7 @@ void Set_Machine_Zero()
 {
     Cam_Group& c = design.cam;
     c.Cam_Shift_Angle = c.Translating ? c.Rotflag * c.Follower_Angle - c.Shift_Angle : -c.Shift_Angle;
+    c.Cam_Shift_Sign_Angle = c.Translating ? -c.Cam_Shift_Angle : c.Rotflag * c.Cam_Shift_Angle;
     c.Cam_Draw_Angle = Integer(c.Keyway_Clockangle - c.Rotflag * 90) + c.Cam_Shift_Angle;
 }
 

@@ -370,6 +370,19 @@ bool Calc_Rho(int type)
     return no_fault && finished;
 }
 
+bool Use_Conjugate()
+{
+    Cam_Group& c = design.cam;
+    Flags_Group& f = design.flags;
+    c.Conjugate = true;
+    c.Side_Sign = -1;
+    c.Follower_Angle = c.Follower_Angle + 180.0;
+    if (c.Translating && c.Camtype == "Radial")
+        c.Offset = -c.Offset;
+    f.Calc_Error = f.Math_Error = false;
+    return Calc_Rho(c.Followtype) && Calc_Phi(c.Followtype) && !f.Calc_Error && !f.Math_Error;
+}
+
 void Autopress()
 {
     const Cam_Group& c = design.cam;

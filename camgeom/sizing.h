@@ -28,6 +28,13 @@ bool Calc_Phi(int type);
 /// Source: Norton, Cam Design and Manufacturing Handbook, chapter 7 (radius of curvature).
 bool Calc_Rho(int type);
 
+/// Turns the design to its conjugate cam, whose follower stands opposite and falls while the other rises: Conjugate,
+/// Side_Sign, Follower_Angle and, of a translating radial follower, Offset; then Calc_Rho and Calc_Phi. The design's
+/// own angle and offset are the caller's to keep.
+///
+/// @return false when the sizes do not go with a conjugate
+bool Use_Conjugate();
+
 /// Phi of a radial cam with a roller on an arm; Arm_Geometry comes before.
 void Autopress();
 

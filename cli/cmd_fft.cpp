@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <vector>
 
 #include "cli/commands.h"
 #include "cli/session.h"
@@ -8,6 +10,7 @@
 #include "core/text.h"
 #include "motion/fourier.h"
 #include "present/data_table.h"
+#include "present/plot_selection.h"
 
 namespace lobemax::cli {
 
@@ -45,6 +48,9 @@ int Run(const Options& options)
         return Wrong("there is no segment " + std::to_string(options.segment));
     if (!design.flags.Calculated)
         return Wrong("the design is not calculated: run calc first");
+    const std::vector<int> offered = Load_Names();
+    if (std::ranges::find(offered, *variable) == offered.end())
+        return Wrong("variable '" + options.variable + "' is not calculated");
     const Dft_Range range = Range_of_Segment(options.segment);
     if (!Do_DFT(*variable, range.first, range.last, Set_Harmonics(options.harmonics)))
         return failed;

@@ -254,6 +254,7 @@ struct Cam_Group {
     Flag Show_Cam_Key;
     Flag Show_Surface;
     Flag Show_Prime;
+    Integer Path_Step = 1;
     Integer Anim_Step;
     Long Anim_Wait = 0;
     Long Anim_Count = 0;

@@ -277,6 +277,7 @@ std::vector<Field> Make_Directory()
         Entry("Show_Cam_Key", IN(cam, Show_Cam_Key)),
         Entry("Show_Surface", IN(cam, Show_Surface)),
         Entry("Show_Prime", IN(cam, Show_Prime)),
+        Entry("Path_Step", IN(cam, Path_Step)),
         Entry("Anim_Step", IN(cam, Anim_Step)),
         Entry("Anim_Wait", IN(cam, Anim_Wait)),
 

@@ -17,8 +17,9 @@ namespace lobemax {
 /// row 0 real part, 1 imaginary part, 2 magnitude, 3 phase in degrees within -90..90, 4 squared magnitude. Clears
 /// both work tables first. Fft_Points becomes N.
 ///
-/// Equal to the plain double sum to 1e-12 of its largest term, by two tables of sines a harmonic in place of one pair
-/// of calls a term.
+/// Equal to the plain double sum to 1e-12 of its largest harmonic for any samples, a single spike among them, by two
+/// short tables of sines a harmonic in place of one pair of calls a term; the roundings of the told angle, which grow
+/// to 6e-12 at the finest step, are followed.
 /// @throws Fault{9} for a row or points outside the table, or N below 1
 /// Source: Oppenheim and Schafer, Discrete-Time Signal Processing, chapter 8 (definition).
 void Calc_DFT(int variable, int first, int last);
@@ -29,13 +30,14 @@ void Fold_DFT();
 
 /// Copies real part, imaginary part, magnitude and phase to rows 18 to 21 of CalcData, points 1..Fft_Half; all other
 /// points of these rows become 0, so that nothing of an earlier, longer transform remains.
+/// @throws Fault{6} when a value is no finite Single; the rows are then as they were
 void Store_Current_FFT();
 
 /// The whole work, under its trap: Fft_Half = Int(round(last - first) / 2 + 0.5), transform, fold and store. The count
 /// of harmonics goes to No_Harmonics.
 ///
 /// @param first, last  bounds of the range as point indices
-/// @return             false when a fault was reported; the rows of the table are then as they were
+/// @return             false when a fault was reported; No_Harmonics and the rows of CalcData are then as they were
 bool Do_DFT(int variable, Single first, Single last, int harmonics);
 
 /// Phase of a harmonic in degrees: Atn(imag / real), which does not look at the quadrant. With no real part it is

@@ -62,7 +62,7 @@ QColor Painter_Surface::Colour_of(Ink ink) const
     case Ink::surface:
         return {0xD5, 0x5E, 0x00};
     case Ink::key:
-        return {0xCC, 0x79, 0xA7};
+        return {0xB3, 0x4D, 0x85};
     case Ink::prime:
         return palette_.color(QPalette::Mid);
     case Ink::curve:
@@ -80,8 +80,12 @@ void Painter_Surface::Use(Ink ink)
         return;
     ink_ = ink;
     const bool strong = ink == Ink::cam || ink == Ink::follower || ink == Ink::surface;
-    QPen pen(Colour_of(ink), strong ? 1.8 : 1.0, ink == Ink::prime ? Qt::DashLine : Qt::SolidLine, Qt::FlatCap,
-             Qt::BevelJoin);
+    const bool fine = ink == Ink::shaft || ink == Ink::axis || ink == Ink::prime;
+    QPen pen(Colour_of(ink),
+             strong ? 1.8
+             : fine ? 1.0
+                    : 1.4,
+             ink == Ink::prime ? Qt::DashLine : Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin);
     pen.setCosmetic(true);
     painter_.setPen(pen);
     painter_.setBrush(Qt::NoBrush);

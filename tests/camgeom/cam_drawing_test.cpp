@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
+#include "camgeom/sizing.h"
 #include "camgeom/sizing_fields.h"
+#include "core/numeric.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/recording_surface.h"
 #include "tests/support/script.h"
@@ -142,16 +145,255 @@ TEST_F(Cam_Drawing, a_flat_face_has_no_roller)
     EXPECT_EQ(surface_.Lines_in(Ink::follower), 3);
 }
 
-TEST_F(Cam_Drawing, paths_appear_on_request)
+TEST_F(Cam_Drawing, the_outline_and_the_paths_appear_on_request)
 {
     ASSERT_TRUE(Draw_Cam(surface_));
-    for (const Ink ink : {Ink::path, Ink::cutter, Ink::surface})
+    EXPECT_TRUE(surface_.outlines.empty());
+    for (const Ink ink : {Ink::path, Ink::cutter})
         EXPECT_EQ(surface_.Lines_in(ink), 0);
+    const auto bare = surface_.Lines_in(Ink::key);
     c_.Show_Follower_Path = c_.Show_Cutter_Path = c_.Show_Surface = true;
     ASSERT_TRUE(Draw_Cam(surface_));
-    for (const Ink ink : {Ink::path, Ink::cutter, Ink::surface})
+    EXPECT_EQ(surface_.outlines.size(), 1U);
+    for (const Ink ink : {Ink::path, Ink::cutter})
         EXPECT_EQ(surface_.Lines_in(ink), 360);
+    EXPECT_EQ(surface_.Lines_in(Ink::key), bare + 1);  // the marker
+    c_.Show_Follower_Path = c_.Show_Cutter_Path = c_.Show_Surface = false;
+    c_.Show_Cam_Key = true;
+    ASSERT_TRUE(Draw_Cam(surface_));
+    EXPECT_EQ(surface_.Lines_in(Ink::key), bare + 360 + 1);
+}
+
+TEST_F(Cam_Drawing, a_path_shows_the_follower_or_the_cutter_over_three_path_steps)
+{
+    c_.Show_Follower_Path = c_.Show_Cutter_Path = true;
+    ASSERT_TRUE(Draw_Cam(surface_));
     EXPECT_EQ(surface_.Circles_in(Ink::path), 3);
+    ASSERT_EQ(surface_.Circles_in(Ink::cutter), 3);
+    for (const auto& circle : surface_.circles)
+        if (circle.ink == Ink::cutter) {
+            EXPECT_EQ(circle.radius, 8.0);
+        }
+    c_.Path_Step = 120;
+    ASSERT_TRUE(Draw_Cam(surface_));
+    EXPECT_EQ(surface_.Circles_in(Ink::path), 360);
+    c_.Path_Step = 121;  // not beyond the last point
+    ASSERT_TRUE(Draw_Cam(surface_));
+    EXPECT_EQ(surface_.Circles_in(Ink::path), 360);
+}
+
+TEST_F(Cam_Drawing, a_flat_face_is_shown_along_its_path_as_a_line_that_touches_the_cam)
+{
+    c_.Followtype = 2;
+    c_.Path_Step = 120;
+    c_.Show_Follower_Path = true;
+    for (const double axis : {0.0, 30.0}) {
+        c_.Follower_Angle = axis;
+        ASSERT_TRUE(Size_Design());
+        ASSERT_TRUE(Draw_Cam(surface_));
+        EXPECT_EQ(surface_.Circles_in(Ink::path), 0);
+        ASSERT_EQ(surface_.Lines_in(Ink::path), 720);
+        const auto& line = surface_.lines[360 + 49];  // of point 50, after the path itself
+        const double dx = line.x2 - line.x1;
+        const double dy = line.y2 - line.y1;
+        EXPECT_NEAR(std::hypot(dx, dy), 72.0, 1e-4);
+        const double a = axis * Rad_per_Deg;
+        const double x = Data(9, 50) * std::cos(a) - Data(10, 50) * std::sin(a);
+        const double y = c_.Flip_Y - (Data(9, 50) * std::sin(a) + Data(10, 50) * std::cos(a));
+        EXPECT_NEAR((dx * (y - line.y1) - dy * (x - line.x1)) / 72.0, 0.0, 1e-3);
+    }
+}
+
+/// Angle in degrees of the floor of the keyway, which is the line of the key's ink that is nearest to the centre.
+double Keyway_Direction(const Recording_Surface& surface)
+{
+    double nearest = 1e9;
+    double angle = 0.0;
+    for (const auto& line : surface.lines) {
+        const double x = (line.x1 + line.x2) / 2;
+        const double y = design.cam.Flip_Y - (line.y1 + line.y2) / 2;
+        if (line.ink == Ink::key && std::hypot(x, y) < nearest) {
+            nearest = std::hypot(x, y);
+            angle = Atan2D(x, y);
+        }
+    }
+    return angle;
+}
+
+TEST_F(Cam_Drawing, the_keyway_stands_at_its_clock_time_whatever_the_rotation_and_the_follower_s_axis)
+{
+    struct {
+        const char* text;
+        double direction;
+    } const clock[] = {{"12 O'clock", 90.0}, {"3 O'clock", 0.0}, {"6 O'clock", 270.0}, {"9 O'clock", 180.0}};
+    for (const bool translating : {true, false}) {
+        Make(translating);
+        for (const int rotation : {-1, 1})
+            for (const double axis : {0.0, 90.0})
+                for (const auto& [text, direction] : clock) {
+                    c_.Rotflag = rotation;
+                    c_.Follower_Angle = axis;
+                    c_.Keyway_Text = text;
+                    ASSERT_TRUE(Size_Design());
+                    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+                    const double off = std::remainder(Keyway_Direction(surface_) - direction, 360.0);
+                    EXPECT_NEAR(off, 0.0, 1e-3) << text << " at " << axis << ", rotation " << rotation;
+                }
+    }
+}
+
+TEST_F(Cam_Drawing, the_start_angle_turns_the_keyway_with_the_cam_from_machine_zero_to_cam_zero)
+{
+    c_.Keyway_Text = "3 O'clock";
+    c_.Shift_Angle = 20.0;
+    for (const int rotation : {-1, 1}) {
+        c_.Rotflag = rotation;
+        c_.Show_Cam_Key = false;
+        ASSERT_TRUE(Size_Design());
+        ASSERT_TRUE(Draw_Cam(surface_));
+        EXPECT_NEAR(std::remainder(Keyway_Direction(surface_) - rotation * 20.0, 360.0), 0.0, 1e-3);
+        c_.Show_Cam_Key = true;
+        ASSERT_TRUE(Draw_Cam(surface_));
+        EXPECT_NEAR(std::remainder(Keyway_Direction(surface_), 360.0), 0.0, 1e-3);
+    }
+}
+
+/// Angle in degrees of the marker, the line of the key's ink that lies across the base circle.
+double Marker_Direction(const Recording_Surface& surface)
+{
+    for (const auto& line : surface.lines) {
+        const double y1 = design.cam.Flip_Y - line.y1;
+        const double y2 = design.cam.Flip_Y - line.y2;
+        if (line.ink == Ink::key && std::abs(std::hypot(line.x1, y1) / design.cam.Base_Circle - 0.85) < 1e-4 &&
+            std::abs(std::hypot(line.x2, y2) / design.cam.Base_Circle - 1.15) < 1e-4)
+            return Atan2D(line.x2, y2);
+    }
+    return -1.0;
+}
+
+TEST_F(Cam_Drawing, the_marker_points_at_the_first_roller_centre_of_the_cam_that_is_shown)
+{
+    for (const bool translating : {true, false}) {
+        Make(translating);
+        for (const int rotation : {-1, 1})
+            for (const double axis : {0.0, 40.0}) {
+                c_.Rotflag = rotation;
+                c_.Follower_Angle = axis;
+                c_.Shift_Angle = 25.0;
+                c_.Offset = translating ? 15.0 : 0.0;
+                const double turn = translating ? axis : 0.0;
+                ASSERT_TRUE(Size_Design());
+                c_.Show_Surface = true;
+                c_.Show_Cam_Key = false;
+                c_.Arm_Start_Theta = c_.Cam_Shift_Sign_Angle = 0.0;  // no model file keeps them
+                ASSERT_TRUE(Draw_Cam(surface_));
+                const double start = Atan2D(Data(9, 0), Data(10, 0)) + turn;
+                EXPECT_NEAR(std::remainder(Marker_Direction(surface_) - start, 360.0), 0.0, 1e-2);
+                c_.Show_Surface = false;
+                c_.Show_Cam_Key = true;
+                ASSERT_TRUE(Draw_Cam(surface_));
+                const double zero = Atan2D(Data(13, 0), Data(14, 0)) + turn;
+                EXPECT_NEAR(std::remainder(Marker_Direction(surface_) - zero, 360.0), 0.0, 1e-2);
+            }
+    }
+}
+
+TEST_F(Cam_Drawing, as_the_cam_turns_a_translating_follower_stays_on_its_axis_and_touches_the_cam)
+{
+    for (const int rotation : {-1, 1}) {
+        c_.Rotflag = rotation;
+        c_.Offset = 15.0;
+        ASSERT_TRUE(Size_Design());
+        const double rest = std::sqrt(60.0 * 60.0 - 15.0 * 15.0);
+        for (const int i : {0, 55, 130, 230, 360}) {
+            ASSERT_TRUE(Draw_Cam_at(surface_, i));
+            const auto& roller = surface_.circles.back();
+            EXPECT_NEAR(roller.x, rest + Data(var::S, i), 1e-3) << i;
+            EXPECT_NEAR(c_.Flip_Y - roller.y, -rotation * 15.0, 1e-3) << i;
+            double clearance = 1e9;
+            for (const World_Point& p : surface_.outlines[0].points)
+                clearance = std::min(clearance, std::hypot(p.x - roller.x, p.y - roller.y) - roller.radius);
+            EXPECT_NEAR(clearance, 0.0, 0.02) << i;
+        }
+    }
+}
+
+TEST_F(Cam_Drawing, as_the_cam_turns_an_arm_turns_about_its_pivot_by_the_displacement)
+{
+    Make(false);
+    for (const int rotation : {-1, 1}) {
+        c_.Rotflag = rotation;
+        ASSERT_TRUE(Size_Design());
+        double first = 0.0;
+        for (const int i : {0, 55, 130, 230, 360}) {
+            ASSERT_TRUE(Draw_Cam_at(surface_, i));
+            EXPECT_NEAR(std::hypot(c_.Foll_X - c_.ArmX, c_.Foll_Y - c_.ArmY), 80.0, 1e-3) << i;
+            const double angle = Atan2D(c_.Foll_X - c_.ArmX, c_.Foll_Y - c_.ArmY);
+            if (i == 0)
+                first = angle;
+            EXPECT_NEAR(std::abs(std::remainder(angle - first, 360.0)), Data(var::S, i), 1e-3) << i;
+            EXPECT_NEAR(surface_.lines[surface_.lines.size() - 3].x1, c_.ArmX, 1e-4);  // the arm, then the cross
+        }
+    }
+}
+
+TEST_F(Cam_Drawing, a_flat_face_rises_on_its_stem_while_the_contact_wanders_along_it)
+{
+    c_.Followtype = 2;
+    ASSERT_TRUE(Size_Design());
+    for (const int i : {0, 55, 130, 230}) {
+        ASSERT_TRUE(Draw_Cam_at(surface_, i));
+        const auto& face = surface_.lines.back();
+        EXPECT_NEAR(face.x1, 60.0 + Data(var::S, i), 1e-3) << i;
+        EXPECT_NEAR(face.x2, face.x1, 1e-6) << i;
+        EXPECT_NEAR(face.y1 + face.y2, 2 * c_.Flip_Y, 1e-3) << i;
+        double beyond = -1e9;
+        for (const World_Point& p : surface_.outlines[0].points)
+            beyond = std::max(beyond, p.x - face.x1);
+        EXPECT_NEAR(beyond, 0.0, 0.02) << i;
+    }
+}
+
+TEST_F(Cam_Drawing, the_window_stands_still_and_holds_the_cam_in_every_position)
+{
+    for (const bool translating : {true, false}) {
+        Make(translating);
+        ASSERT_TRUE(Draw_Cam_at(surface_, 0));
+        const double right = surface_.right;
+        EXPECT_EQ(surface_.left, -right);
+        for (int i = 0; i <= 360; i += 30) {
+            ASSERT_TRUE(Draw_Cam_at(surface_, i));
+            EXPECT_EQ(surface_.right, right);
+            for (const World_Point& p : surface_.outlines[0].points)
+                ASSERT_LT(std::hypot(p.x, p.y), right);
+        }
+    }
+    EXPECT_FALSE(Draw_Cam_at(surface_, -1));
+    EXPECT_FALSE(Draw_Cam_at(surface_, 361));
+}
+
+TEST_F(Cam_Drawing, the_conjugate_cam_holds_its_roller_opposite_and_falls_while_the_cam_rises)
+{
+    ASSERT_TRUE(Use_Conjugate());
+    EXPECT_EQ(c_.Side_Sign, -1);
+    EXPECT_EQ(c_.Follower_Angle, 180.0);
+    for (const int i : {0, 55, 130, 230}) {
+        ASSERT_TRUE(Draw_Cam_at(surface_, i));
+        const auto& roller = surface_.circles.back();
+        EXPECT_NEAR(roller.x, -(60.0 + 20.0 - Data(var::S, i)), 1e-3) << i;
+        double clearance = 1e9;
+        for (const World_Point& p : surface_.outlines[0].points)
+            clearance = std::min(clearance, std::hypot(p.x - roller.x, p.y - roller.y) - roller.radius);
+        EXPECT_NEAR(clearance, 0.0, 0.02) << i;
+    }
+}
+
+TEST_F(Cam_Drawing, the_conjugate_of_an_offset_follower_is_offset_to_the_other_side)
+{
+    c_.Offset = 15.0;
+    ASSERT_TRUE(Size_Design());
+    ASSERT_TRUE(Use_Conjugate());
+    EXPECT_EQ(c_.Offset, -15.0);
 }
 
 TEST_F(Cam_Drawing, a_base_circle_of_nothing_is_told_of)
@@ -174,6 +416,11 @@ TEST_F(Cam_Drawing, a_linear_cam_is_a_strip_and_a_barrel_cam_nothing)
     EXPECT_NEAR(surface_.lines[0].x2 - surface_.lines[0].x1, L, 1e-2);
     EXPECT_NEAR(surface_.lines[0].y1 - surface_.lines[1].y1, 2.5 * L / 6, 1e-2);
     EXPECT_EQ(surface_.Lines_in(Ink::path), 360);
+    EXPECT_NEAR(surface_.circles.back().x, -L / 2, 1e-3);
+    c_.Rotflag = -1;
+    ASSERT_TRUE(Draw_Cam_at(surface_, 90));
+    EXPECT_NEAR(surface_.circles.back().x, -L / 4, 1e-2);
+    EXPECT_NEAR(c_.Flip_Y - surface_.circles.back().y, Data(var::S, 90), 1e-3);
     c_.Followtype = 2;
     script_.Expect({"Something is wrong.  Cannot have a flat follower on a linear cam"});
     EXPECT_FALSE(Draw_Cam_Preview(surface_));

@@ -585,6 +585,31 @@ TEST_F(Cli, a_plot_or_drawing_that_cannot_be_is_status_2_and_leaves_no_file)
     EXPECT_EQ(Run("draw e.cam -o no/such/folder/x.png").status, 1);
 }
 
+TEST_F(Cli, draw_turns_the_cam_and_draws_its_conjugate)
+{
+    ASSERT_EQ(Run("example Oscillating -o e.cam").status, 0);
+    std::string first;
+    for (const std::string option : {"", "--at 70", "--at 70.2", "--at 71", "--conjugate", "--conjugate --at 70"}) {
+        ASSERT_EQ(Run("draw e.cam " + option + " -o d.svg").status, 0) << option;
+        const std::string picture = Content("d.svg");
+        if (option == "--at 70.2") {
+            EXPECT_EQ(picture, first);  // the nearest calculated point
+        } else {
+            EXPECT_NE(picture, first) << option;
+            first = picture;
+        }
+    }
+    ASSERT_EQ(Run("draw e.cam --path machine -o d.svg").status, 0);
+    for (const char* line : {"draw e.cam --at 361 -o x.svg", "draw e.cam --at -1 -o x.svg",
+                             "draw e.cam --at x -o x.svg", "draw e.cam --at 10 --path cutter -o x.svg"})
+        EXPECT_EQ(Run(line).status, 2) << line;
+    ASSERT_EQ(Run("calc e.cam -o l.cam --set Camtype=Linear").status, 0);
+    const Outcome linear = Run("draw l.cam --conjugate -o x.svg");
+    EXPECT_EQ(linear.status, 2);
+    EXPECT_EQ(linear.err, "lobemax-cli: only a radial cam has a conjugate\n");
+    EXPECT_FALSE(Exists("x.svg"));
+}
+
 TEST_F(Cli, fft_prints_the_harmonics_and_keeps_them_in_the_model)
 {
     Make_Calculated("c.cam");
@@ -605,6 +630,9 @@ TEST_F(Cli, fft_prints_the_harmonics_and_keeps_them_in_the_model)
     for (const char* line : {"fft c.cam -o f.cam --var 99", "fft c.cam -o f.cam --var 0", "fft c.cam -o f.cam",
                              "fft c.cam -o f.cam --var 1 --segment 5", "fft c.cam -o f.cam --var 1 --harmonics 0"})
         EXPECT_EQ(Run(line).status, 2) << line;
+    const Outcome nothing = Run("fft c.cam -o f2.cam --var 7");  // its row holds no values
+    EXPECT_EQ(nothing.status, 2);
+    EXPECT_EQ(nothing.err, "lobemax-cli: variable '7' is not calculated\n");
     ASSERT_EQ(Run("new -o n.cam 'D DW 360 0 0'").status, 0);
     const Outcome blank = Run("fft n.cam -o f2.cam --var 1");
     EXPECT_EQ(blank.status, 2);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -87,6 +88,29 @@ TEST_F(Fourier, it_is_the_plain_double_sum_at_the_finest_step)
     ASSERT_TRUE(Calc_All(true));
     Expect_Plain_Sum(var::J, 0, 2880);
     Expect_Plain_Sum(var::A, 0, 2879);
+}
+
+TEST_F(Fourier, a_spike_and_noise_follow_the_roundings_of_the_told_angle)
+{
+    // All harmonics of a spike are of one size, so nothing hides what its angle loses by rounding: up to 6e-12 here.
+    ASSERT_TRUE(Set_Step(0.125));
+    Fill(var::S, [](int i) { return i == 2870 ? 1.0 : 0.0; });
+    Expect_Plain_Sum(var::S, 0, 2880);
+    std::mt19937 random(1);
+    Fill(var::S, [&](int) { return static_cast<double>(random()) / 4294967296.0 - 0.5; });
+    Expect_Plain_Sum(var::S, 0, 2879);  // a prime
+    Expect_Plain_Sum(var::S, 1440, 2879);
+}
+
+TEST_F(Fourier, a_variable_of_zeros_has_no_harmonic_and_no_phase)
+{
+    Fill(var::S, [](int) { return 0.0; });
+    ASSERT_TRUE(Do_DFT(var::S, 0, 360, 15));
+    for (int row = 0; row <= 4; ++row)
+        for (int k = 1; k <= 180; ++k)
+            ASSERT_EQ(A(row, k), 0.0);
+    EXPECT_EQ(Harmonic_Power(), 0.0);
+    EXPECT_EQ(Harmonic_Sum(), 0.0);
 }
 
 TEST_F(Fourier, a_constant_gives_its_value_at_entry_1_and_nothing_elsewhere)
@@ -229,6 +253,21 @@ TEST_F(Fourier, a_range_outside_the_table_is_reported_and_changes_no_row)
     script_.Expect(Error_Box(9, "Index out of bounds", "Do_DFT"));
     EXPECT_FALSE(Do_DFT(54, 0, 360, 15));
     EXPECT_EQ(Stored(18, 3), before);
+}
+
+TEST_F(Fourier, what_fits_no_single_or_no_integer_is_reported_and_changes_no_row)
+{
+    ASSERT_TRUE(Do_DFT(var::A, 0, 360, 15));
+    const double before = Stored(18, 3);
+    ASSERT_NE(before, 0.0);
+    Fill(var::S, [](int) { return 3e38; });  // the fold doubles the mean
+    script_.Expect(Error_Box(6, "Overflow", "Do_DFT"));
+    EXPECT_FALSE(Do_DFT(var::S, 0, 360, 20));
+    EXPECT_EQ(Stored(18, 3), before);
+    EXPECT_EQ(design.motion.No_Harmonics, 15);
+    script_.Expect(Error_Box(6, "Overflow", "Do_DFT"));
+    EXPECT_FALSE(Do_DFT(var::A, 0, 360, 40000));
+    EXPECT_EQ(design.motion.No_Harmonics, 15);
 }
 
 TEST_F(Fourier, the_screen_names_function_and_units)
