@@ -223,6 +223,15 @@ double Margin()
     return C().Prime_Rad * 0.1 + C().Follow_Rad * 1.35;
 }
 
+/// @return whether the base circle is a circle
+bool Find_Base_Circle()
+{
+    Cam_Group& c = C();
+    c.Base_Circle = c.Followtype == 1 ? c.Prime_Rad - c.Follow_Rad : double{c.Prime_Rad};
+    c.Shaft_Radius = c.Base_Circle * shaft_share;
+    return c.Base_Circle > 0.0;
+}
+
 /// A window that holds the cam in all its positions, so that it stands still while the cam turns.
 void Set_Turning_Scale(Surface& surface)
 {
@@ -234,15 +243,19 @@ void Set_Turning_Scale(Surface& surface)
     Set_Window(surface, -reach, reach);
 }
 
-/// The strip of a linear cam with its track, the roller at a point. @return false, after a message, for a flat follower
-bool Draw_Strip(Surface& surface, int at)
+/// @return false, after a message, for a flat follower on a linear cam
+bool Track_Takes_Roller()
+{
+    if (C().Followtype != 2)
+        return true;
+    Show_Message("Something is wrong.  Cannot have a flat follower on a linear cam", Buttons::OK, Symbol::information);
+    return false;
+}
+
+/// The strip of a linear cam with its track, the roller at a point.
+void Draw_Strip(Surface& surface, int at)
 {
     const Cam_Group& c = C();
-    if (c.Followtype == 2) {
-        Show_Message("Something is wrong.  Cannot have a flat follower on a linear cam", Buttons::OK,
-                     Symbol::information);
-        return false;
-    }
     Set_Scale(surface);
     const double L = c.Prime_Rad * PI2;
     const double u = L / 6.0;
@@ -271,17 +284,13 @@ bool Draw_Strip(Surface& surface, int at)
                 surface.Line_to(x, y, ink);
         }
     Draw_Roller(surface, left + Data(12, at), Data(11, at), c.Follow_Rad, Ink::follower);
-    return true;
 }
 
 }  // namespace
 
 bool Set_Base_Circle()
 {
-    Cam_Group& c = C();
-    c.Base_Circle = c.Followtype == 1 ? c.Prime_Rad - c.Follow_Rad : double{c.Prime_Rad};
-    c.Shaft_Radius = c.Base_Circle * shaft_share;
-    if (c.Base_Circle > 0.0)
+    if (Find_Base_Circle())
         return true;
     Show_Message("Something Wrong - Base Circle has become zero or minus.  Change follower radius or prime/base circle",
                  Buttons::OK, Symbol::exclamation);
@@ -322,22 +331,42 @@ void Set_Scale(Surface& surface)
 
 bool Plot_Cam_Setup(Surface& surface)
 {
-    return Draw_Strip(surface, 0);
+    if (!Track_Takes_Roller())
+        return false;
+    Draw_Strip(surface, 0);
+    return true;
+}
+
+bool Cam_Preview_Possible()
+{
+    if (C().Camtype == "Linear")
+        return design.flags.Calculated && Track_Takes_Roller();
+    return Radial_Ready() && Set_Base_Circle();
 }
 
 bool Draw_Cam_Preview(Surface& surface)
 {
-    if (C().Camtype == "Linear")
-        return design.flags.Calculated && Plot_Cam_Setup(surface);
-    if (!Radial_Ready() || !Set_Base_Circle())
+    if (!Cam_Preview_Possible())
         return false;
+    Repaint_Cam_Preview(surface);
+    return true;
+}
+
+void Repaint_Cam_Preview(Surface& surface)
+{
+    if (C().Camtype == "Linear") {
+        if (design.flags.Calculated && C().Followtype != 2)
+            Draw_Strip(surface, 0);
+        return;
+    }
+    if (!Radial_Ready() || !Find_Base_Circle())
+        return;
     Set_Scale(surface);
     Draw_Outline(surface, Axis_Angle());
     Set_Keyway_Angle();
     Set_Machine_Zero();
     Draw_Shaft(surface, C().Cam_Draw_Angle);
     Draw_Follower(surface, 0);
-    return true;
 }
 
 bool Draw_Cam(Surface& surface)
@@ -384,8 +413,12 @@ bool Draw_Cam_at(Surface& surface, int i)
     Cam_Group& c = C();
     if (i < 0 || i > design.motion.Max_Data_Points_used)
         return false;
-    if (c.Camtype == "Linear")
-        return design.flags.Calculated && design.flags.Sized && Draw_Strip(surface, i);
+    if (c.Camtype == "Linear") {
+        if (!design.flags.Calculated || !design.flags.Sized || !Track_Takes_Roller())
+            return false;
+        Draw_Strip(surface, i);
+        return true;
+    }
     if (!Radial_Ready() || !design.flags.Sized || !Set_Base_Circle())
         return false;
     Set_Turning_Scale(surface);

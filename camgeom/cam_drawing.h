@@ -22,6 +22,11 @@ bool Plot_Cam_Setup(Surface& surface);
 /// The cam with its follower as the sizing screen shows it; false where there is nothing to draw.
 bool Draw_Cam_Preview(Surface& surface);
 
+/// The two halves of it, for a window that repaints itself: whether there is something to draw, told once where sizes
+/// forbid it, and the drawing without a word, which is empty then.
+bool Cam_Preview_Possible();
+void Repaint_Cam_Preview(Surface& surface);
+
 /// The full drawing: the follower and, each by its flag, the cam's outline (Show_Surface), the follower's or the
 /// cutter's path (Show_Follower_Path, Show_Cutter_Path), and the surface at machine zero (Show_Cam_Key).
 ///

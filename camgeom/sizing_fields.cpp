@@ -84,6 +84,11 @@ void Read_Options(Size_Form& form)
 void Read_Entries(Size_Form& form)
 {
     form.txt_Prime = Enter_Prime(form.txt_Prime).text;
+    // A box that a refusal has emptied stands for the value that stayed.
+    if (form.txt_follower.empty())
+        form.txt_follower = Shown(design.cam.Follow_Rad);
+    if (form.txt_Cutter.empty())
+        form.txt_Cutter = Shown(design.cam.Cutter_Radius);
     if (form.roller)
         form.txt_follower = Enter_Roller(form.txt_follower).text;
     form.txt_Cutter = Enter_Cutter(form.txt_Cutter).text;
@@ -143,7 +148,7 @@ Size_Form Size_Form_of_Design()
 Size_Entry Enter_Prime(std::string_view text)
 {
     Cam_Group& c = design.cam;
-    const double value = Val(text);
+    const double value = Single(Val(text));  // as it is stored
     if (!(value > 0.0) || (Radial() && value <= c.Offset)) {
         Exclaim("Prime radius cannot be zero or negative or less than the offset");
         return {false, "1"};
@@ -161,7 +166,7 @@ Size_Entry Enter_Prime(std::string_view text)
 Size_Entry Enter_Roller(std::string_view text)
 {
     Cam_Group& c = design.cam;
-    const double value = Val(text);
+    const double value = Single(Val(text));
     if (!Linear() && value >= c.Prime_Rad) {
         Exclaim(
             "Something is wrong\n"
@@ -193,7 +198,7 @@ Size_Entry Enter_Cutter(std::string_view text)
 Size_Entry Enter_Offset(std::string_view text)
 {
     Cam_Group& c = design.cam;
-    const double value = Val(text);
+    const double value = Single(Val(text));
     if (!(std::abs(value) < c.Prime_Rad)) {
         Show_Message("Cannot compute - Eccentricity is >= Prime Radius.  Try a smaller absolute value of eccentricity",
                      Buttons::OK, Symbol::none);

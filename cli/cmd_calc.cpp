@@ -91,26 +91,18 @@ bool Calculate_Dynamics(const Options& options)
     return done;
 }
 
-/// A material value: from the command line, or the stored one, or steel's; as the screen's field shows it.
-std::string Material(const std::optional<std::string>& given, double stored, const std::string& steel)
-{
-    if (given)
-        return In_Number_Format(*given);
-    return stored == 0.0 ? steel : In_Number_Format(Shortest(Single(stored)));
-}
-
 bool Calculate_Stress(const Options& options)
 {
     if (!design.flags.Dynamicflag) {
         std::fprintf(stderr, "lobemax-cli: stress: the forces are not calculated\n");
         return false;
     }
-    const Dynamics_Group& d = design.dynamics;
     Stress_Form form = Opening_Stress_Form();
-    form.txt_Cam_E = Material(options.youngs_cam, d.Youngs_modulus(1), Steel_Modulus());
-    form.txt_Fol_E = Material(options.youngs_follower, d.Youngs_modulus(2), Steel_Modulus());
-    form.txt_Cam_V = Material(options.poisson_cam, d.Poissons_ratio(1), Steel_Ratio());
-    form.txt_Fol_v = Material(options.poisson_follower, d.Poissons_ratio(2), Steel_Ratio());
+    for (const auto& [given, text] :
+         {std::pair{&options.youngs_cam, &form.txt_Cam_E}, std::pair{&options.youngs_follower, &form.txt_Fol_E},
+          std::pair{&options.poisson_cam, &form.txt_Cam_V}, std::pair{&options.poisson_follower, &form.txt_Fol_v}})
+        if (*given)
+            *text = In_Number_Format(**given);
     Stress_Field refused{};
     return Calc_Stress(form, refused) && design.flags.Stressflag;
 }

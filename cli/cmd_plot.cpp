@@ -25,11 +25,11 @@ struct Options {
     int segment = 0;
 };
 
-/// A variable, or a closed curve 54 to 59 by its number.
+/// A variable, or a closed curve 54 to 59 by its number or name.
 std::optional<int> Plot_Choice(const std::string& word)
 {
-    for (const int choice : Composite_Choices())
-        if (word == std::to_string(choice))
+    for (int choice = design.run.Saved_Variables + 1; choice <= Plot_Group::Last_Variable; ++choice)
+        if (word == std::to_string(choice) || Same_Text(design.plot.Var_Name(choice), word))
             return choice;
     return Variable_Named(word);
 }
@@ -70,20 +70,24 @@ int Run(const Options& options)
         if (!Take_Preset(options.preset, plot_style))
             return Wrong("this model offers no preset '" + options.preset + "'");
     } else {
+        if (plot_style == 0)
+            plot_style = style::single_window;
         std::vector<int> picks;
         for (const std::string& word : options.variables) {
             const auto variable = Plot_Choice(word);
             if (!variable || *variable == var::Angle)
                 return Wrong("there is no variable '" + word + "' to plot");
+            if (!Is_Offered(*variable))
+                return Wrong("variable '" + word + "' is not calculated");
+            if (*variable > design.run.Saved_Variables && plot_style != style::polar)
+                return Wrong("the closed curves 54 to 59 are plotted by --style 4");
             picks.push_back(*variable);
         }
-        if (plot_style == 0)
-            plot_style = style::single_window;
-        for (const int v : picks)
-            if (v > design.run.Saved_Variables && plot_style != style::polar)
-                return Wrong("the closed curves 54 to 59 are plotted by --style 4");
         if (static_cast<int>(picks.size()) > Functions_of_Style(plot_style).most || !Select_OK(plot_style, picks))
             return Wrong("this style does not show " + std::to_string(picks.size()) + " functions");
+        const std::string obstacle = Why_Not_Together(plot_style, picks);
+        if (!obstacle.empty())
+            return Wrong(obstacle);
     }
     Pick_Segment(options.segment == 0 ? "All" : Load_SegmentList()[static_cast<std::size_t>(options.segment)]);
     return Draw_to_File(options.output, [&](const std::string& path) {

@@ -174,6 +174,7 @@ struct Motion_Group {
     Single Jump_Limit = 0.001;
     Integer Fft_Points;
     Integer Fft_Half;
+    Integer Fft_Variable;  // the variable that was transformed, 0 for none
     Integer No_Harmonics = 15;
 };
 
@@ -253,7 +254,7 @@ struct Cam_Group {
     Flag Show_Cutter_Path;
     Flag Show_Cam_Key;
     Flag Show_Surface;
-    Flag Show_Prime;
+    Flag Show_Prime = true;
     Integer Path_Step = 1;
     Integer Anim_Step;
     Long Anim_Wait = 0;

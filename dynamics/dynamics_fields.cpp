@@ -7,6 +7,7 @@
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/text.h"
+#include "core/traps.h"
 #include "core/units.h"
 #include "core/workflow.h"
 #include "dynamics/kinetostatics.h"
@@ -28,6 +29,12 @@ Dynamics_Entry Refused(const char* message, Symbol symbol, std::string_view text
 {
     Show_Message(message, Buttons::OK, symbol);
     return {false, In_Number_Format(text)};
+}
+
+/// The journal's radius from its diameter as typed, which must be a number of the design itself.
+Single Radius_of_Journal(std::string_view diameter)
+{
+    return Single(Val(diameter)) / 2;
 }
 
 /// Stores the value of a field, or refuses it.
@@ -118,12 +125,15 @@ Dynamics_Labels Labels_of_Dynamics(bool force_closed, std::string_view txt_Sprin
             design.flags.CompCam_Calc};
 }
 
+bool Dynamics_Entry_Hides_Charts()
+{
+    return !design.dynamics.Torque_Start_Fresh;
+}
+
 Dynamics_Entry Edit_Dynamics_Field(Dynamics_Field field, std::string_view text)
 {
     Dynamics_Entry entry = Store_Entry(field, text);
-    const bool fresh = design.dynamics.Torque_Start_Fresh;
-    entry.hide_charts = !fresh;
-    entry.recalculate = fresh && entry.accepted;
+    entry.recalculate = design.dynamics.Torque_Start_Fresh && entry.accepted;
     entry.disable_done = entry.accepted;
     return entry;
 }
@@ -167,7 +177,7 @@ Dynamics_Entry Store_Entry(Dynamics_Field field, std::string_view text)
     case Dynamics_Field::Journal:
         if (!(value > 0.0))
             return Refused(must_be_positive, Symbol::exclamation, "1");
-        d.Bearing_Radius = value / 2;
+        d.Bearing_Radius = Radius_of_Journal(text);
         break;
     case Dynamics_Field::Zeta:
         if (!(value > 0.0 && value <= 1.0))
@@ -198,43 +208,43 @@ Dynamics_Entry Store_Entry(Dynamics_Field field, std::string_view text)
 
 }  // namespace
 
-void Read_Dynamics_Fields(const Dynamics_Form& form)
+bool Read_Dynamics_Fields(const Dynamics_Form& form)
 {
-    Dynamics_Group& d = design.dynamics;
-    d.Mass = Val(form.txt_Mass);
-    if (design.cam.Closure == "Force") {
-        d.Return_Spring_Rate = Val(form.txt_Spring);
-        d.Preload = Val(form.txt_Preload);
-        d.Zeta_Initial = Val(form.txt_Zeta);
-    } else {
-        d.Preload = d.Return_Spring_Rate = d.Damping = 0.0;
-    }
-    d.Bearing_Radius = Val(form.txt_Journal) / 2;
-    d.Mu_of_Follower = Val(form.txt_Folfrict);
-    d.Mu_of_Shaft = Val(form.txt_Jnlfrict);
-    d.Coeff_of_Fluctuation = Val(form.txt_Fluct);
-    d.Torque_Start_Fresh = form.start_fresh;
+    return Trap("Read_Dynamics_Fields", [&form] {
+        const bool spring_closed = design.cam.Closure == "Force";
+        Dynamics_Group read = design.dynamics;  // all or nothing
+        read.Mass = Val(form.txt_Mass);
+        if (spring_closed) {
+            read.Return_Spring_Rate = Val(form.txt_Spring);
+            read.Preload = Val(form.txt_Preload);
+            read.Zeta_Initial = Val(form.txt_Zeta);
+        } else {
+            read.Preload = read.Return_Spring_Rate = read.Damping = 0.0;
+        }
+        read.Bearing_Radius = Radius_of_Journal(form.txt_Journal);
+        read.Mu_of_Follower = Val(form.txt_Folfrict);
+        read.Mu_of_Shaft = Val(form.txt_Jnlfrict);
+        read.Coeff_of_Fluctuation = Val(form.txt_Fluct);
+        read.Torque_Start_Fresh = form.start_fresh;
+        design.dynamics = read;
+    });
 }
 
 bool Calc_Dynamics(const Dynamics_Form& form)
 {
     design.cam.Closure = form.force_closed ? "Force" : "Form";
-    Read_Dynamics_Fields(form);
-    const bool done = Calc_Force_Torque();
+    if (!Read_Dynamics_Fields(form))
+        return false;
+    Calc_Force_Torque();
     Forces_Changed();
     Refresh_Screens();
-    return done;
-}
-
-void Choose_Form_Closure()
-{
-    design.dynamics.Model_Type = 1;
+    return true;
 }
 
 bool Choose_Closure(const Dynamics_Form& form)
 {
     if (!form.force_closed)
-        Choose_Form_Closure();
+        design.dynamics.Model_Type = 1;
     return Calc_Dynamics(form);
 }
 

@@ -46,43 +46,44 @@ Dynamics_Labels Labels_of_Dynamics(bool force_closed, std::string_view txt_Sprin
 /// The fields that are validated, by name.
 enum class Dynamics_Field { Mass, Preload, Spring, Damping, Journal, Zeta, Folfrict, Jnlfrict, Fluct };
 
+/// Whether an entry hides the charts before anything else happens to it: while torques accumulate.
+bool Dynamics_Entry_Hides_Charts();
+
 /// Validates an edited field. A refused one shows its new text, after a message; in the spring's case that text is
-/// taken as the value too. While torques accumulate any entry hides the charts and nothing is recalculated, so that no
-/// cam counts twice; otherwise an accepted one recalculates at once, over the charts that are shown.
+/// taken as the value too. While torques accumulate nothing is recalculated, so that no cam counts twice; otherwise an
+/// accepted one recalculates at once, over the charts that are shown.
 struct Dynamics_Entry {
     bool accepted;
-    std::string text;  // that the field then shows
-    bool hide_charts = false;
+    std::string text;           // that the field then shows
     bool recalculate = false;   // by Calc_Dynamics
     bool disable_done = false;  // cmd_Done, until the next calculation completes
 };
+/// @throws Fault{6} when the number is too large to be stored; the design is then as it was
 Dynamics_Entry Edit_Dynamics_Field(Dynamics_Field field, std::string_view text);
 
-/// Reads the fields into the design; under a form closure spring, preload and damping become 0. The damping
-/// coefficient is not read: its entry has stored it, and a spring replaces it.
-void Read_Dynamics_Fields(const Dynamics_Form& form);
+/// Reads the fields into the design, under its trap; under a form closure spring, preload and damping become 0. The
+/// damping coefficient is not read: its entry has stored it, and a spring replaces it.
+/// @return false after a number too large to be stored: none of the fields is then stored
+bool Read_Dynamics_Fields(const Dynamics_Form& form);
 
 /// The work of cmd_Calc up to its charts: choices, fields, forces and torques; the stresses rest on the old ones.
-/// @return Dynamicflag
+/// @return whether the fields were read and the calculation run, to its end (Dynamicflag) or to the user's abort
 bool Calc_Dynamics(const Dynamics_Form& form);
 
-/// What choosing opt_Closure(1) does beside reading and calculating: a tracked follower has the first vibration model.
-void Choose_Form_Closure();
-
-/// Choosing opt_Closure, by form.force_closed: as Choose_Form_Closure where it is, then fields and calculation. The
-/// charts are hidden before.
-/// @return Dynamicflag
+/// Choosing opt_Closure, by form.force_closed: a tracked follower has the first vibration model; then fields and
+/// calculation. The charts are hidden before.
+/// @return as Calc_Dynamics
 bool Choose_Closure(const Dynamics_Form& form);
 
 /// What choosing opt_Torque(1) does: torques accumulate, after a warning.
 void Choose_Accumulate();
 
 /// Choosing opt_Torque(0): the next torque overwrites the last; calculates at once. The charts are hidden before.
-/// @return Dynamicflag
+/// @return as Calc_Dynamics
 bool Choose_Start_Fresh(Dynamics_Form& form);
 
 /// chk_Extforce: the external force joins the follower's; calculates at once.
-/// @return Dynamicflag
+/// @return as Calc_Dynamics
 bool Tick_Add_External_Force(Dynamics_Form& form, bool ticked);
 
 /// The figures as the labels show them, in the number format in force: forces, torque and frequencies with one decimal,

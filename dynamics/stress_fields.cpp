@@ -4,6 +4,7 @@
 #include "core/design_state.h"
 #include "core/messages.h"
 #include "core/text.h"
+#include "core/traps.h"
 #include "core/units.h"
 #include "dynamics/contact_stress.h"
 
@@ -26,35 +27,108 @@ bool Refuse(const char* text)
     return false;
 }
 
+/// Steel's modulus by unit system, as it is typed; centimetres have none.
+std::string_view Modulus_of_Steel(int unit_system)
+{
+    switch (unit_system) {
+    case 1:
+        return "3E7";
+    case 2:
+        return "208.4E3";
+    case 3:
+        return "206.8E9";
+    case 5:
+        return "206.8E3";
+    default:
+        return "";
+    }
+}
+
+constexpr double ratio_of_steel = 0.28;
+
+/// Whether a stored material is steel: nothing is stored, or steel of any unit system, as a design that was converted
+/// still holds it. Where the system in force has no steel, a modulus in its own unit was typed.
+bool Is_Steel(Single modulus, Single ratio)
+{
+    if (modulus == 0.0)
+        return true;
+    if (ratio != Single(ratio_of_steel))
+        return false;
+    const int here = design.identity.WhichUnit;
+    const std::string_view unit = Words_of_Units(here).stress;
+    for (int system = First_Unit_System; system <= Last_Unit_System; ++system) {
+        const std::string_view steel = Modulus_of_Steel(system);
+        const bool typed = Modulus_of_Steel(here).empty() && Words_of_Units(system).stress == unit;
+        if (!steel.empty() && !typed && modulus == Single(Val(steel, Decimal_Symbol::point)))
+            return true;
+    }
+    return false;
+}
+
+/// The numbers of all fields.
+struct Stress_Values {
+    Single cam_E;
+    Single cam_v;
+    Single fol_E;
+    Single fol_v;
+    Single length;
+    Single crown;
+    Single weight;
+};
+
+/// @param refused  out: the field that was read last, so after a fault the one that was too large
+Stress_Values Read(const Stress_Form& form, Stress_Field& refused)
+{
+    const auto number = [&refused](Stress_Field field, const std::string& text) {
+        refused = field;
+        return Single(Val(text));
+    };
+    using enum Stress_Field;
+    return {number(Cam_E, form.txt_Cam_E),  number(Cam_V, form.txt_Cam_V),   number(Fol_E, form.txt_Fol_E),
+            number(Fol_v, form.txt_Fol_v),  number(Length, form.txt_Length), number(Crownrad, form.txt_Crownrad),
+            number(Weight, form.txt_Weight)};
+}
+
+void Store(const Stress_Values& values, bool crowned)
+{
+    Dynamics_Group& d = design.dynamics;
+    d.Youngs_modulus(1) = values.cam_E;
+    d.Youngs_modulus(2) = values.fol_E;
+    d.Poissons_ratio(1) = values.cam_v;
+    d.Poissons_ratio(2) = values.fol_v;
+    if (design.cam.Followtype == 1)
+        d.Roller_type = crowned ? crowned_roller : cylindrical_roller;
+    d.Roller_length = values.length;
+    d.Crown_radius = values.crown;
+}
+
 /// One of the two passes over the fields: each material value must be positive, each is stored, the follower's ratio
 /// where the cam's stands.
-bool Validate(const Stress_Form& form, Stress_Field& refused)
+bool Validate(const Stress_Values& values, bool crowned, Stress_Field& refused)
 {
     Dynamics_Group& d = design.dynamics;
     struct Check {
         Stress_Field field;
-        const std::string& text;
+        Single value;
         Single& store;
     };
-    const Check checks[]{{Stress_Field::Cam_E, form.txt_Cam_E, d.Youngs_modulus(1)},
-                         {Stress_Field::Cam_V, form.txt_Cam_V, d.Poissons_ratio(1)},
-                         {Stress_Field::Fol_E, form.txt_Fol_E, d.Youngs_modulus(2)},
-                         {Stress_Field::Fol_v, form.txt_Fol_v, d.Poissons_ratio(1)}};
+    const Check checks[]{{Stress_Field::Cam_E, values.cam_E, d.Youngs_modulus(1)},
+                         {Stress_Field::Cam_V, values.cam_v, d.Poissons_ratio(1)},
+                         {Stress_Field::Fol_E, values.fol_E, d.Youngs_modulus(2)},
+                         {Stress_Field::Fol_v, values.fol_v, d.Poissons_ratio(1)}};
     for (const Check& check : checks) {
-        const double value = Val(check.text);
-        if (!(value > 0.0)) {
+        if (!(check.value > 0.0)) {
             refused = check.field;
             return Refuse(must_be_positive);
         }
-        check.store = value;
+        check.store = check.value;
     }
-    const bool length_counts = design.cam.Followtype == 2 || !form.crowned;
-    const double size = Val(length_counts ? form.txt_Length : form.txt_Crownrad);
-    if (!(size > 0.0)) {
+    const bool length_counts = design.cam.Followtype == 2 || !crowned;
+    if (!((length_counts ? values.length : values.crown) > 0.0)) {
         refused = length_counts ? Stress_Field::Length : Stress_Field::Crownrad;
         return Refuse(must_be_positive);
     }
-    d.Follower_Weight = Val(form.txt_Weight);
+    d.Follower_Weight = values.weight;
     return true;
 }
 
@@ -64,8 +138,8 @@ Stress_Form Opening_Stress_Form()
 {
     const Dynamics_Group& d = design.dynamics;
     Stress_Form form;
-    form.cam_steel = d.Youngs_modulus(1) == 0.0;
-    form.follower_steel = d.Youngs_modulus(2) == 0.0;
+    form.cam_steel = Is_Steel(d.Youngs_modulus(1), d.Poissons_ratio(1));
+    form.follower_steel = Is_Steel(d.Youngs_modulus(2), d.Poissons_ratio(2));
     form.txt_Cam_E = form.cam_steel ? Steel_Modulus() : Shown(d.Youngs_modulus(1));
     form.txt_Cam_V = form.cam_steel ? Steel_Ratio() : Shown(d.Poissons_ratio(1));
     form.txt_Fol_E = form.follower_steel ? Steel_Modulus() : Shown(d.Youngs_modulus(2));
@@ -98,18 +172,7 @@ Stress_Labels Labels_of_Stress(bool chosen, bool crowned)
 
 std::string Steel_Modulus()
 {
-    switch (design.identity.WhichUnit) {
-    case 1:
-        return "3E7";
-    case 2:
-        return In_Number_Format("208.4E3");
-    case 3:
-        return In_Number_Format("206.8E9");
-    case 5:
-        return In_Number_Format("206.8E3");
-    default:
-        return "";
-    }
+    return In_Number_Format(Modulus_of_Steel(design.identity.WhichUnit));
 }
 
 std::string Steel_Ratio()
@@ -120,13 +183,13 @@ std::string Steel_Ratio()
 Stress_Entry Edit_Stress_Field(Stress_Field field, std::string_view text)
 {
     Dynamics_Group& d = design.dynamics;
-    const double value = Val(text);
+    const Single value = Val(text);
     const bool size = field == Stress_Field::Length || field == Stress_Field::Crownrad;
     if (size && !(value > 0.0)) {
         Refuse(must_have_radius);
         return {false, Shown(field == Stress_Field::Length ? d.Roller_length : d.Crown_radius)};
     }
-    if (!size && value < 0.0) {
+    if (!size && field != Stress_Field::Weight && value < 0.0) {
         Refuse(must_be_positive);
         return {false, In_Number_Format(field == Stress_Field::Cam_V ? "0.3" : "0.01")};
     }
@@ -149,22 +212,22 @@ Stress_Entry Edit_Stress_Field(Stress_Field field, std::string_view text)
     case Stress_Field::Crownrad:
         d.Crown_radius = value;
         break;
+    case Stress_Field::Weight:
+        d.Follower_Weight = value;
+        break;
     }
     return {true, std::string(text)};
 }
 
 bool Apply_Stress_Fields(const Stress_Form& form, Stress_Field& refused)
 {
-    Dynamics_Group& d = design.dynamics;
-    d.Youngs_modulus(1) = Val(form.txt_Cam_E);
-    d.Youngs_modulus(2) = Val(form.txt_Fol_E);
-    d.Poissons_ratio(1) = Val(form.txt_Cam_V);
-    d.Poissons_ratio(2) = Val(form.txt_Fol_v);
-    if (design.cam.Followtype == 1)
-        d.Roller_type = form.crowned ? crowned_roller : cylindrical_roller;
-    d.Roller_length = Val(form.txt_Length);
-    d.Crown_radius = Val(form.txt_Crownrad);
-    return Validate(form, refused) && Validate(form, refused);
+    bool valid = false;
+    const bool no_fault = Trap("Apply_Stress_Fields", [&] {
+        const Stress_Values values = Read(form, refused);
+        Store(values, form.crowned);
+        valid = Validate(values, form.crowned, refused) && Validate(values, form.crowned, refused);
+    });
+    return no_fault && valid;
 }
 
 bool Calc_Stress(const Stress_Form& form, Stress_Field& refused)

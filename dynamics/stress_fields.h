@@ -22,7 +22,10 @@ struct Stress_Form {
     bool crowned = false;  // opt_Fol_type(1)
 };
 
-/// What the screen opens with: the stored values, and steel where a material has none.
+/// What the screen opens with: the stored values, and steel where a material has none or has that of steel.
+///
+/// Moduli are not converted with the design: steel of any unit system counts, and shows as that of the system in force.
+/// Centimetres have no steel; a modulus typed there stays, also where it is that of steel in MPa.
 Stress_Form Opening_Stress_Form();
 
 /// Texts and visibilities that follow from the follower.
@@ -44,21 +47,22 @@ Stress_Labels Labels_of_Stress(bool chosen, bool crowned);
 std::string Steel_Modulus();
 std::string Steel_Ratio();
 
-/// The fields that are validated, by name.
-enum class Stress_Field { Cam_E, Cam_V, Fol_E, Fol_v, Length, Crownrad };
+/// The fields, by name.
+enum class Stress_Field { Cam_E, Cam_V, Fol_E, Fol_v, Length, Crownrad, Weight };
 
-/// Validates an edited field and, when accepted, stores it.
+/// Validates an edited field and, when accepted, stores it; any weight is accepted.
 struct Stress_Entry {
     bool accepted;
     std::string text;  // what the field then shows
 };
+/// @throws Fault{6} when the number is too large to be stored; the design is then as it was
 Stress_Entry Edit_Stress_Field(Stress_Field field, std::string_view text);
 
-/// Stores and validates all fields.
+/// Stores and validates all fields, under its trap: after a number too large to be stored none is.
 ///
 /// The validation's last store puts the follower's Poisson's ratio into the cam's place; this is how the system works,
 /// and meant: after cmd_Calc both carry the follower's.
-/// @param refused  out: the field to return to, where one was refused
+/// @param refused  out: the field to return to, where one was refused or too large
 /// @return         false after a message
 bool Apply_Stress_Fields(const Stress_Form& form, Stress_Field& refused);
 

@@ -323,6 +323,7 @@ bool Do_DFT(int variable, Single first, Single last, int harmonics)
         Fold_DFT();
         Store_Current_FFT();
         design.motion.No_Harmonics = count;
+        design.motion.Fft_Variable = variable;
     });
 }
 
@@ -409,6 +410,7 @@ void Clear_FFT()
     Zero_Fft_Rows();
     design.motion.Fft_Points = 0;
     design.motion.Fft_Half = 0;
+    design.motion.Fft_Variable = 0;
     design.flags.FFT_Done = false;
     Refresh_Screens();
 }

@@ -34,7 +34,7 @@ void Fold_DFT();
 void Store_Current_FFT();
 
 /// The whole work, under its trap: Fft_Half = Int(round(last - first) / 2 + 0.5), transform, fold and store. The count
-/// of harmonics goes to No_Harmonics.
+/// of harmonics goes to No_Harmonics, the variable to Fft_Variable.
 ///
 /// @param first, last  bounds of the range as point indices
 /// @return             false when a fault was reported; No_Harmonics and the rows of CalcData are then as they were

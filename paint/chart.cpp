@@ -17,7 +17,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
+#include "core/design_state.h"
 #include "core/text.h"
 
 namespace lobemax::paint {
@@ -43,6 +45,74 @@ QString Named_Unit(const Curve& curve)
     return curve.unit.isEmpty() ? curve.name : curve.name + QStringLiteral(", ") + curve.unit;
 }
 
+bool Has_Sticks(const Curve& curve)
+{
+    return curve.style == Curve_Style::sticks || curve.style == Curve_Style::sticks_and_line;
+}
+
+bool Has_Line(const Curve& curve)
+{
+    return curve.style != Curve_Style::sticks && curve.style != Curve_Style::points;
+}
+
+/// Heads of sticks are shown where there are few enough to be told apart.
+bool Has_Dots(const Curve& curve)
+{
+    constexpr std::size_t few = 100;
+    return curve.style == Curve_Style::points || curve.style == Curve_Style::line_and_points ||
+           (Has_Sticks(curve) && curve.x.size() <= few);
+}
+
+QCPScatterStyle Dots(const Curve& curve)
+{
+    return Has_Dots(curve) ? QCPScatterStyle(QCPScatterStyle::ssDisc, 4) : QCPScatterStyle::ssNone;
+}
+
+/// Sticks beside a line step back behind it.
+QPen Stick_Pen(const Curve& curve, QColor colour)
+{
+    if (curve.style == Curve_Style::sticks_and_line)
+        colour.setAlphaF(0.45F);
+    return QPen(colour, Has_Dots(curve) ? 1.6 : 1.0);
+}
+
+/// Ticks at points of a curve while all of it is in view. A part in view has the ticks that it would have anyway.
+class Point_Ticker : public QCPAxisTicker {
+public:
+    explicit Point_Ticker(const Point_Ticks& ticks) : ticks_(ticks) {}
+
+    void generate(const QCPRange& range, const QLocale& locale, QChar format, int precision, QVector<double>& ticks,
+                  QVector<double>* sub_ticks, QVector<QString>* labels) override
+    {
+        if (!Shows_All(range)) {
+            QCPAxisTicker::generate(range, locale, format, precision, ticks, sub_ticks, labels);
+            return;
+        }
+        ticks.clear();
+        if (sub_ticks != nullptr)
+            sub_ticks->clear();
+        if (labels != nullptr)
+            labels->clear();
+        for (int i = 0; i < ticks_.points; i += ticks_.tick_every) {
+            const double x = ticks_.first + i * ticks_.per_point;
+            ticks.append(x);
+            if (labels != nullptr)
+                labels->append(i % ticks_.label_every == 0 ? Number(x) : QString());
+        }
+    }
+
+private:
+    bool Shows_All(const QCPRange& range) const
+    {
+        constexpr double most = 1.3;  // of the points' span; farther away the labels would crowd
+        const double span = ticks_.Last() - ticks_.first;
+        const double slack = 1e-6 * span;
+        return range.lower <= ticks_.first + slack && range.upper >= ticks_.Last() - slack &&
+               range.size() <= most * span + ticks_.margin;
+    }
+    Point_Ticks ticks_;
+};
+
 }  // namespace
 
 Curve Row_Curve(const QString& name, const QString& unit, std::span<const Single> angle, std::span<const Single> row,
@@ -61,15 +131,11 @@ Curve Row_Curve(const QString& name, const QString& unit, std::span<const Single
     return curve;
 }
 
-Chart::Chart(const QString& name, QWidget* parent)
-    : QWidget(parent), plot_(new QCustomPlot), read_out_(new QLabel), title_(new QLabel)
+Chart::Chart(const QString& name, QWidget* parent) : QWidget(parent), plot_(new QCustomPlot), read_out_(new QLabel)
 {
     setObjectName(name);
     plot_->setObjectName(name + QStringLiteral("_plot"));
     read_out_->setObjectName(name + QStringLiteral("_read_out"));
-    title_->setObjectName(name + QStringLiteral("_title"));
-    title_->setAlignment(Qt::AlignCenter);
-    title_->hide();
     read_out_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     QFont small = read_out_->font();
     small.setPointSizeF(small.pointSizeF() * 0.9);
@@ -78,11 +144,16 @@ Chart::Chart(const QString& name, QWidget* parent)
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(title_);
     column->addWidget(plot_, 1);
     column->addWidget(read_out_);
     plot_->setMinimumSize(140, 90);
     plot_->setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
+    const QList<QCPAxis*> values{plot_->yAxis, plot_->yAxis2};
+    plot_->axisRect()->setRangeDragAxes({plot_->xAxis}, values);
+    plot_->axisRect()->setRangeZoomAxes({plot_->xAxis}, values);
+    for (const QCPAxis* const axis : {plot_->xAxis, plot_->yAxis, plot_->yAxis2})
+        connect(axis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this,
+                [this] { zoomed_ = zoomed_ || own_view_ == 0; });
     plot_->setNoAntialiasingOnDrag(true);
     plot_->setPlottingHints(QCP::phCacheLabels | QCP::phFastPolylines);
     plot_->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -96,6 +167,7 @@ Chart::Chart(const QString& name, QWidget* parent)
     connect(plot_, &QCustomPlot::afterLayout, this, [this] {
         if (equal_)
             Fit_Equal_Scales();
+        Place_Legend();
     });
     Apply_Palette();
 }
@@ -104,21 +176,28 @@ void Chart::Show(std::vector<Curve> curves)
 {
     curves_ = std::move(curves);
     Make_Graphs();
-    Place_Extremes();
     Reset_View();
 }
 
 void Chart::Update(std::vector<Curve> curves)
 {
-    if (curves.size() != static_cast<std::size_t>(plot_->graphCount()) || equal_) {
-        Show(std::move(curves));
-        return;
+    bool alike = curves.size() == curves_.size() && drawn_.size() == curves_.size();
+    for (std::size_t k = 0; k < curves.size() && k < curves_.size(); ++k) {
+        curves[k].style = curves_[k].style;
+        alike = alike && curves[k].faint == curves_[k].faint && curves[k].right_axis == curves_[k].right_axis;
     }
     curves_ = std::move(curves);
-    for (int k = 0; k < plot_->graphCount(); ++k)
-        Fill_Graph(*plot_->graph(k), curves_[static_cast<std::size_t>(k)]);
-    Place_Extremes();
-    Reset_View();
+    if (alike) {
+        for (std::size_t k = 0; k < curves_.size(); ++k)
+            Fill_Graph(drawn_[k], curves_[k]);
+        Place_Extremes();
+    } else {
+        Make_Graphs();
+    }
+    if (zoomed_)
+        plot_->replot(QCustomPlot::rpQueuedReplot);
+    else
+        Reset_View();
 }
 
 void Chart::Clear()
@@ -128,8 +207,25 @@ void Chart::Clear()
 
 void Chart::Set_Title(const QString& title)
 {
-    title_->setText(title);
-    title_->setVisible(!title.isEmpty());
+    QCPLayoutGrid& rows = *plot_->plotLayout();
+    if (title_ == nullptr && !title.isEmpty()) {
+        rows.insertRow(0);
+        title_ = new QCPTextElement(plot_);
+        rows.addElement(0, 0, title_);
+        title_->setMargins(QMargins(4, 6, 4, 0));
+    } else if (title_ != nullptr && title.isEmpty()) {
+        rows.remove(title_);
+        rows.simplify();
+        title_ = nullptr;
+    }
+    if (title_ != nullptr)
+        title_->setText(title);
+    Apply_Palette();
+}
+
+QString Chart::Title() const
+{
+    return title_ == nullptr ? QString() : title_->text();
 }
 
 void Chart::Set_Axis_Titles(const QString& bottom, const QString& left, const QString& right)
@@ -141,8 +237,6 @@ void Chart::Set_Axis_Titles(const QString& bottom, const QString& left, const QS
 
 void Chart::Set_Grid(bool horizontal, bool vertical)
 {
-    horizontal_grid_ = horizontal;
-    vertical_grid_ = vertical;
     plot_->yAxis->grid()->setVisible(horizontal);
     plot_->xAxis->grid()->setVisible(vertical);
     plot_->replot(QCustomPlot::rpQueuedReplot);
@@ -153,9 +247,11 @@ void Chart::Set_Style(Curve_Style style)
     for (Curve& curve : curves_)
         if (!curve.faint)
             curve.style = style;
-    for (int k = 0; k < plot_->graphCount(); ++k)
-        Style_Graph(*plot_->graph(k), curves_[static_cast<std::size_t>(k)], k);
-    plot_->replot(QCustomPlot::rpQueuedReplot);
+    Make_Graphs();
+    if (zoomed_)
+        plot_->replot(QCustomPlot::rpQueuedReplot);
+    else
+        Reset_View();  // sticks want the axis in view
 }
 
 void Chart::Set_Equal_Scales(bool equal)
@@ -176,15 +272,30 @@ void Chart::Set_Ground(const QColor& ground)
 
 void Chart::Set_Range(double first, double last)
 {
+    const Own_View own(*this);
     plot_->xAxis->setRange(first, last);
     plot_->replot(QCustomPlot::rpQueuedReplot);
+}
+
+void Chart::Set_Ticks(const Point_Ticks& ticks)
+{
+    ticks_ = ticks;
+    ticks_->tick_every = std::max(ticks.tick_every, 1);
+    ticks_->label_every = std::max(ticks.label_every, 1);
+    plot_->xAxis->setTicker(QSharedPointer<Point_Ticker>::create(*ticks_));
+}
+
+void Chart::Clear_Ticks()
+{
+    ticks_.reset();
+    plot_->xAxis->setTicker(QSharedPointer<QCPAxisTicker>::create());
 }
 
 void Chart::Set_Marks(const std::vector<double>& x, const QColor& colour)
 {
     marks_ = x;
     mark_colour_ = colour;
-    Make_Graphs();
+    Place_Marks();
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
@@ -197,14 +308,14 @@ void Chart::Mark_Extremes(bool marked)
 
 void Chart::Reset_View()
 {
+    const Own_View own(*this);
+    zoomed_ = false;
     plot_->rescaleAxes();
-    constexpr double margin = 1.08;
-    if (plot_->graphCount() > 0 || plot_->plottableCount() > 0) {
-        for (QCPAxis* const axis : {plot_->yAxis, plot_->yAxis2}) {
-            if (axis->range().size() < 1e-9 * std::max(1.0, std::abs(axis->range().center())))
-                axis->setRange(axis->range().center(), 2.0, Qt::AlignCenter);  // a flat line shows as one
-            axis->scaleRange(margin, axis->range().center());
-        }
+    if (plot_->plottableCount() > 0) {
+        Show_Range(*plot_->yAxis);
+        Show_Range(*plot_->yAxis2);
+        if (ticks_ && ticks_->points > 1)
+            plot_->xAxis->setRange(ticks_->first, ticks_->Last() + ticks_->margin);
     } else {
         plot_->xAxis->setRange(0, 360);
         plot_->yAxis->setRange(-1, 1);
@@ -212,31 +323,115 @@ void Chart::Reset_View()
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
+/// Widens an axis of values to a view that is fit to look at.
+void Chart::Show_Range(QCPAxis& axis)
+{
+    const bool right = &axis == plot_->yAxis2;
+    for (const Curve& curve : curves_)
+        if (curve.right_axis == right && Has_Sticks(curve) && !equal_)
+            axis.setRange(std::min(axis.range().lower, 0.0), std::max(axis.range().upper, 0.0));
+    if (axis.range().size() < 1e-9 * std::max(1.0, std::abs(axis.range().center())))
+        axis.setRange(axis.range().center(), 2.0, Qt::AlignCenter);  // a flat line shows as one
+    constexpr double margin = 1.08;
+    axis.scaleRange(margin, axis.range().center());
+}
+
+QColor Chart::Colour_of(const Curve& curve, int place) const
+{
+    if (curve.faint)
+        return palette().color(QPalette::Mid);
+    return curve.colour.isValid() ? curve.colour : Own_Colour(place);
+}
+
 void Chart::Make_Graphs()
 {
+    const Own_View own(*this);
     plot_->clearPlottables();
-    plot_->clearItems();
+    drawn_.clear();
+    QLocale numbers(Current_Decimal_Symbol() == Decimal_Symbol::comma ? QLocale::German : QLocale::C);
+    numbers.setNumberOptions(QLocale::OmitGroupSeparator);
+    plot_->setLocale(numbers);
     bool right = false;
     int place = 0;
     for (const Curve& curve : curves_) {
         right = right || curve.right_axis;
-        QCPAxis* const values = curve.right_axis ? plot_->yAxis2 : plot_->yAxis;
-        if (equal_) {  // a closed curve goes back and forth over its abscissa
-            auto* const closed = new QCPCurve(plot_->xAxis, values);
-            QVector<double> x(curve.x.begin(), curve.x.end());
-            QVector<double> y(curve.y.begin(), curve.y.end());
-            closed->setData(x, y);
-            closed->setName(Named_Unit(curve));
-            closed->setPen(QPen(curve.colour.isValid() ? curve.colour : Own_Colour(place), 1.6));
-        } else {
-            QCPGraph* const graph = plot_->addGraph(plot_->xAxis, values);
-            graph->setAdaptiveSampling(true);
-            Fill_Graph(*graph, curve);
-            Style_Graph(*graph, curve, place);
-        }
+        if (equal_)  // a closed curve goes back and forth over its abscissa
+            Make_Closed_Curve(curve, place);
+        else
+            Make_Graph(curve, place);
         place += curve.faint ? 0 : 1;
     }
     plot_->yAxis2->setVisible(right);
+    Place_Marks();
+    Place_Extremes();
+}
+
+void Chart::Make_Graph(const Curve& curve, int place)
+{
+    QCPAxis* const values = curve.right_axis ? plot_->yAxis2 : plot_->yAxis;
+    const QColor colour = Colour_of(curve, place);
+    Drawn drawn;
+    if (curve.style == Curve_Style::sticks_and_line) {
+        drawn.sticks = plot_->addGraph(plot_->xAxis, values);
+        drawn.sticks->setLineStyle(QCPGraph::lsImpulse);
+        drawn.sticks->setPen(Stick_Pen(curve, colour));
+        drawn.sticks->removeFromLegend();
+    }
+    QCPGraph& graph = *plot_->addGraph(plot_->xAxis, values);
+    drawn.graph = &graph;
+    graph.setAdaptiveSampling(true);
+    graph.setScatterStyle(Dots(curve));
+    if (Has_Line(curve)) {
+        graph.setPen(QPen(colour, curve.faint ? 1.0 : 1.6, curve.faint ? Qt::DashLine : curve.pattern));
+    } else {
+        graph.setLineStyle(Has_Sticks(curve) ? QCPGraph::lsImpulse : QCPGraph::lsNone);
+        graph.setPen(Has_Sticks(curve) ? Stick_Pen(curve, colour) : QPen(colour, 1.6));
+    }
+    if (curve.faint) {
+        graph.setLayer(QStringLiteral("grid"));
+        graph.removeFromLegend();
+    }
+    Fill_Graph(drawn, curve);
+    drawn_.push_back(drawn);
+}
+
+void Chart::Make_Closed_Curve(const Curve& curve, int place)
+{
+    const QColor colour = Colour_of(curve, place);
+    const std::size_t count = std::min(curve.x.size(), curve.y.size());
+    if (Has_Sticks(curve)) {
+        QVector<double> x;
+        QVector<double> y;
+        for (std::size_t i = 0; i < count; ++i) {  // out to the point and back to the origin
+            x << 0.0 << curve.x[i] << 0.0;
+            y << 0.0 << curve.y[i] << 0.0;
+        }
+        auto* const rays = new QCPCurve(plot_->xAxis, plot_->yAxis);
+        rays->setData(x, y);
+        rays->setPen(Stick_Pen(curve, colour));
+        rays->setName(Named_Unit(curve));
+        if (Has_Line(curve))
+            rays->removeFromLegend();
+    }
+    if (!Has_Line(curve) && !Has_Dots(curve))
+        return;
+    auto* const closed = new QCPCurve(plot_->xAxis, plot_->yAxis);
+    closed->setData(QVector<double>(curve.x.begin(), curve.x.end()), QVector<double>(curve.y.begin(), curve.y.end()));
+    closed->setName(Named_Unit(curve));
+    closed->setPen(QPen(colour, 1.6, curve.pattern));
+    closed->setScatterStyle(Dots(curve));
+    if (!Has_Line(curve)) {
+        closed->setLineStyle(QCPCurve::lsNone);
+        if (Has_Sticks(curve))
+            closed->removeFromLegend();
+    }
+}
+
+void Chart::Place_Marks()
+{
+    for (int k = plot_->itemCount() - 1; k >= 0; --k)
+        if (qobject_cast<QCPItemStraightLine*>(plot_->item(k)) != nullptr)
+            plot_->removeItem(k);
     const QColor colour = mark_colour_.isValid() ? mark_colour_ : palette().color(QPalette::Mid);
     for (const double x : marks_) {
         auto* const line = new QCPItemStraightLine(plot_);
@@ -247,51 +442,83 @@ void Chart::Make_Graphs()
     }
 }
 
-void Chart::Fill_Graph(QCPGraph& graph, const Curve& curve) const
+void Chart::Fill_Graph(const Drawn& drawn, const Curve& curve) const
 {
+    const QSharedPointer<QCPGraphDataContainer> values = drawn.graph->data();
     QVector<QCPGraphData> points(static_cast<qsizetype>(std::min(curve.x.size(), curve.y.size())));
     for (qsizetype i = 0; i < points.size(); ++i)
         points[i] = {curve.x[static_cast<std::size_t>(i)], curve.y[static_cast<std::size_t>(i)]};
-    graph.data()->set(points, true);
-    graph.setName(Named_Unit(curve));
+    values->set(points, true);
+    drawn.graph->setName(Named_Unit(curve));
+    if (drawn.sticks != nullptr)
+        drawn.sticks->setData(values);
 }
 
-void Chart::Style_Graph(QCPGraph& graph, const Curve& curve, int place) const
-{
-    QColor colour = curve.colour.isValid() ? curve.colour : Own_Colour(place);
-    if (curve.faint) {
-        colour = palette().color(QPalette::Mid);
-        graph.setLayer(QStringLiteral("grid"));
-        graph.removeFromLegend();
-    }
-    graph.setPen(QPen(colour, curve.faint ? 1.0 : 1.6, curve.faint ? Qt::DashLine : Qt::SolidLine));
-    const bool sticks = curve.style == Curve_Style::sticks || curve.style == Curve_Style::sticks_and_line;
-    graph.setLineStyle(curve.style == Curve_Style::points   ? QCPGraph::lsNone
-                       : curve.style == Curve_Style::sticks ? QCPGraph::lsImpulse
-                                                            : QCPGraph::lsLine);
-    const bool dots = curve.style == Curve_Style::points || curve.style == Curve_Style::line_and_points || sticks;
-    graph.setScatterStyle(dots ? QCPScatterStyle(QCPScatterStyle::ssDisc, 4) : QCPScatterStyle::ssNone);
-}
-
-/// Makes a unit as long up as across, around the middle of the view.
+/// Makes a unit as long up as across, around the middle of the view. The ticks of the wider view have other labels,
+/// which may need more room: so the layout is done again, and the scales after it.
 void Chart::Fit_Equal_Scales()
 {
-    const QRect area = plot_->axisRect()->rect();
-    if (area.width() < 1 || area.height() < 1)
+    const Own_View own(*this);
+    QCPAxis& x = *plot_->xAxis;
+    QCPAxis& y = *plot_->yAxis;
+    for (int pass = 0; pass < 2; ++pass) {
+        const QRect area = plot_->axisRect()->rect();
+        if (area.width() < 1 || area.height() < 1)
+            return;
+        const double per_pixel = std::max(x.range().size() / area.width(), y.range().size() / area.height());
+        x.setRange(x.range().center(), per_pixel * area.width(), Qt::AlignCenter);
+        y.setRange(y.range().center(), per_pixel * area.height(), Qt::AlignCenter);
+        for (const auto phase :
+             {QCPLayoutElement::upPreparation, QCPLayoutElement::upMargins, QCPLayoutElement::upLayout})
+            plot_->plotLayout()->update(phase);
+    }
+}
+
+/// Puts the legend into the corner where it covers least of the curves.
+void Chart::Place_Legend()
+{
+    if (!plot_->legend->visible() || curves_.empty())
         return;
-    const double per_pixel =
-        std::max(plot_->xAxis->range().size() / area.width(), plot_->yAxis->range().size() / area.height());
-    plot_->xAxis->setRange(plot_->xAxis->range().center(), per_pixel * area.width(), Qt::AlignCenter);
-    plot_->yAxis->setRange(plot_->yAxis->range().center(), per_pixel * area.height(), Qt::AlignCenter);
+    QCPLayoutInset& inset = *plot_->axisRect()->insetLayout();
+    const QRect room = inset.rect();
+    const QSize size = plot_->legend->outerRect().size();
+    constexpr std::array corners{Qt::AlignTop | Qt::AlignRight, Qt::AlignTop | Qt::AlignLeft,
+                                 Qt::AlignBottom | Qt::AlignRight, Qt::AlignBottom | Qt::AlignLeft};
+    std::array<QRectF, corners.size()> places;
+    for (std::size_t c = 0; c < corners.size(); ++c)
+        places[c] = QRectF(corners[c].testFlag(Qt::AlignRight) ? room.right() - size.width() : room.left(),
+                           corners[c].testFlag(Qt::AlignBottom) ? room.bottom() - size.height() : room.top(),
+                           size.width(), size.height());
+    std::array<int, corners.size()> covered{};
+    constexpr std::size_t enough = 500;  // points of a curve, to tell where it runs
+    for (const Curve& curve : curves_) {
+        const QCPAxis& values = curve.right_axis ? *plot_->yAxis2 : *plot_->yAxis;
+        const double foot = values.coordToPixel(0.0);
+        const std::size_t count = std::min(curve.x.size(), curve.y.size());
+        const bool standing = Has_Sticks(curve) && !equal_;
+        for (std::size_t i = 0; i < count; i += 1 + count / enough) {
+            const QPointF at(plot_->xAxis->coordToPixel(curve.x[i]), values.coordToPixel(curve.y[i]));
+            const QRectF ink = standing ? QRectF(at, QPointF(at.x() + 1, foot)).normalized() : QRectF(at, QSizeF(1, 1));
+            for (std::size_t c = 0; c < corners.size(); ++c)
+                covered[c] += places[c].intersects(ink) ? 1 : 0;
+        }
+    }
+    const auto best = static_cast<std::size_t>(std::min_element(covered.begin(), covered.end()) - covered.begin());
+    inset.setInsetAlignment(0, corners[best]);
+    inset.update(QCPLayoutElement::upLayout);
 }
 
 void Chart::Point_at(const QPoint& position)
 {
-    if (!plot_->axisRect()->rect().contains(position) || plot_->graphCount() == 0) {
+    if (plot_->axisRect()->rect().contains(position))
+        read_out_->setText(equal_ ? Nearest_Point(position) : Values_at(plot_->xAxis->pixelToCoord(position.x())));
+    else
         read_out_->clear();
-        return;
-    }
-    const double x = plot_->xAxis->pixelToCoord(position.x());
+}
+
+/// The values of all curves at their points nearest to an abscissa.
+QString Chart::Values_at(double x) const
+{
     QString text;
     for (const Curve& curve : curves_) {
         if (curve.faint || curve.x.empty())
@@ -304,7 +531,32 @@ void Chart::Point_at(const QPoint& position)
             text = Number(curve.x[i]);
         text += QStringLiteral("    %1 %2").arg(curve.name.trimmed(), Number(curve.y[i]));
     }
-    read_out_->setText(text);
+    return text;
+}
+
+/// The point of the closed curves that is nearest on the screen: its cam angle, and its value or coordinates.
+QString Chart::Nearest_Point(const QPoint& position) const
+{
+    QString text;
+    double nearest = std::numeric_limits<double>::max();
+    const double x = plot_->xAxis->pixelToCoord(position.x());
+    const double y = plot_->yAxis->pixelToCoord(position.y());
+    for (const Curve& curve : curves_)
+        for (std::size_t i = 0; i < std::min(curve.x.size(), curve.y.size()); ++i) {
+            const double distance = std::hypot(curve.x[i] - x, curve.y[i] - y);
+            if (curve.faint || distance >= nearest)
+                continue;
+            nearest = distance;
+            const bool told = i < curve.angle.size();
+            text = told ? Number(curve.angle[i]) + QStringLiteral("    ") : QString();
+            text += curve.name.trimmed() + QLatin1Char(' ');
+            const double turn = told ? curve.angle[i] * Rad_per_Deg : 0.0;
+            if (curve.value_as_radius && told)
+                text += Number(curve.x[i] * std::cos(turn) + curve.y[i] * std::sin(turn));
+            else
+                text += QStringLiteral("X %1  Y %2").arg(Number(curve.x[i]), Number(curve.y[i]));
+        }
+    return text;
 }
 
 void Chart::Place_Extremes()
@@ -318,18 +570,21 @@ void Chart::Place_Extremes()
     for (const Curve& curve : curves_) {
         if (curve.faint || curve.y.empty())
             continue;
+        QCPAxis* const values = curve.right_axis ? plot_->yAxis2 : plot_->yAxis;
         const auto [least, most] = std::minmax_element(curve.y.begin(), curve.y.end());
         for (const auto& at : {least, most}) {
             const double x = curve.x[static_cast<std::size_t>(at - curve.y.begin())];
             auto* const tracer = new QCPItemTracer(plot_);
             tracer->setStyle(QCPItemTracer::tsCircle);
             tracer->setSize(7);
+            tracer->position->setAxes(plot_->xAxis, values);
             tracer->position->setCoords(x, *at);
-            tracer->setPen(QPen(palette().color(QPalette::Text)));
+            tracer->setPen(QPen(Ink()));
             auto* const text = new QCPItemText(plot_);
             text->setText(Number(*at) + QStringLiteral(" @ ") + Number(x));
-            text->setColor(palette().color(QPalette::Text));
+            text->setColor(Ink());
             text->setPositionAlignment((at == most ? Qt::AlignTop : Qt::AlignBottom) | Qt::AlignHCenter);
+            text->position->setAxes(plot_->xAxis, values);
             text->position->setCoords(x, *at);
         }
     }
@@ -343,24 +598,28 @@ QPixmap Chart::Picture(const QSize& size, double scale)
 
 std::string Chart::Data_Text() const
 {
-    std::string text = "X";
+    std::vector<const Curve*> shown;
     std::size_t rows = 0;
+    bool shared = true;  // one abscissa serves all curves
     for (const Curve& curve : curves_) {
         if (curve.faint)
             continue;
-        text += '\t' + Named_Unit(curve).trimmed().toStdString();
+        shown.push_back(&curve);
+        shared = shared && curve.x == shown.front()->x;
         rows = std::max(rows, curve.x.size());
     }
+    const auto cell = [](const std::vector<double>& values, std::size_t i) {
+        return i < values.size() ? Shortest(Single(values[i])) : std::string();
+    };
+    std::string text = "X";
+    for (std::size_t k = 0; k < shown.size(); ++k)
+        text += (k > 0 && !shared ? "\tX\t" : "\t") + Named_Unit(*shown[k]).trimmed().toStdString();
     text += '\n';
     for (std::size_t i = 0; i < rows; ++i) {
-        bool first = true;
-        for (const Curve& curve : curves_) {
-            if (curve.faint)
-                continue;
-            if (first)
-                text += i < curve.x.size() ? Shortest(Single(curve.x[i])) : "";
-            first = false;
-            text += '\t' + (i < curve.y.size() ? Shortest(Single(curve.y[i])) : std::string());
+        for (std::size_t k = 0; k < shown.size(); ++k) {
+            if (k == 0 || !shared)
+                text += (k == 0 ? "" : "\t") + cell(shown[k]->x, i);
+            text += '\t' + cell(shown[k]->y, i);
         }
         text += '\n';
     }
@@ -437,9 +696,14 @@ void Chart::changeEvent(QEvent* event)
         Apply_Palette();
 }
 
+QColor Chart::Ink() const
+{
+    return ground_.isValid() ? QColor(Qt::black) : palette().color(QPalette::Text);
+}
+
 void Chart::Apply_Palette()
 {
-    const QColor ink = ground_.isValid() ? QColor(Qt::black) : palette().color(QPalette::Text);
+    const QColor ink = Ink();
     const QColor ground = ground_.isValid() ? ground_ : palette().color(QPalette::Base);
     QColor lines = ink;
     lines.setAlphaF(0.16F);
@@ -457,26 +721,42 @@ void Chart::Apply_Palette()
         axis->grid()->setPen(QPen(lines));
         axis->grid()->setZeroLinePen(QPen(ink, 0.8));
     }
+    if (title_ != nullptr) {
+        QFont large = font();
+        large.setWeight(QFont::DemiBold);
+        title_->setFont(large);
+        title_->setTextColor(ink);
+    }
     plot_->legend->setTextColor(ink);
     plot_->legend->setFont(small);
     plot_->legend->setBrush(QBrush(ground));
     plot_->legend->setBorderPen(QPen(lines));
+    Place_Extremes();
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
-bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const QString& path)
+bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const QString& path,
+                 const QString& title)
 {
     const int rows = (static_cast<int>(charts.size()) + columns - 1) / columns;
+    QFont large = charts.front()->font();
+    large.setPixelSize(QFontInfo(large).pixelSize());  // the same on paper as on the screen
+    large.setWeight(QFont::DemiBold);
+    const double head = title.isEmpty() ? 0.0 : 2.0 * large.pixelSize();
     const auto paint_all = [&](QPaintDevice& device, double scale) {
         QPainter painter;
         if (!painter.begin(&device))
             return false;
         painter.scale(scale, scale);
+        if (!title.isEmpty()) {
+            painter.setFont(large);
+            painter.drawText(QRectF(0, 0, size.width(), head), Qt::AlignCenter, title);
+        }
         const double width = double(size.width()) / columns;
-        const double height = double(size.height()) / rows;
+        const double height = (size.height() - head) / rows;
         for (int k = 0; k < static_cast<int>(charts.size()); ++k)
             charts[static_cast<std::size_t>(k)]->Paint(
-                painter, QRectF(k % columns * width, k / columns * height, width, height));
+                painter, QRectF(k % columns * width, head + k / columns * height, width, height));
         return painter.end();
     };
     if (path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) {

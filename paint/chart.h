@@ -8,15 +8,16 @@
 #include <QColor>
 #include <QWidget>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "core/basic_types.h"
 
+class QCPAxis;
 class QCPGraph;
-class QCPItemText;
-class QCPItemTracer;
+class QCPTextElement;
 class QCustomPlot;
 class QLabel;
 class QMenu;
@@ -24,6 +25,7 @@ class QPainter;
 
 namespace lobemax::paint {
 
+/// How a curve is drawn. Sticks stand on the axis of a chart, and are rays from the origin to a closed curve.
 enum class Curve_Style { line, points, line_and_points, sticks, sticks_and_line };
 
 /// One curve: values over an abscissa, both of the same count.
@@ -33,9 +35,24 @@ struct Curve {
     std::vector<double> x;
     std::vector<double> y;
     Curve_Style style = Curve_Style::line;
-    QColor colour;       // invalid: the next of the chart's own
-    bool faint = false;  // for comparison, behind the others
+    QColor colour;                         // invalid: the next of the chart's own
+    Qt::PenStyle pattern = Qt::SolidLine;  // tells curves of one colour apart
+    bool faint = false;                    // for comparison, behind the others
     bool right_axis = false;
+    std::vector<double> angle;     // of a closed curve: the cam angle of each point, degrees
+    bool value_as_radius = false;  // a closed curve made of values at their cam angles
+};
+
+/// Ticks counted in points of a curve: a mark every so many from the first on, and a label every so many.
+struct Point_Ticks {
+    double first = 0.0;      // abscissa of the first point
+    double per_point = 1.0;  // from point to point
+    int points = 1;
+    int tick_every = 1;
+    int label_every = 1;
+    double margin = 0.0;  // shown beyond the last point
+
+    double Last() const { return first + per_point * (points - 1); }
 };
 
 /// A curve from a row of results: points first..last over their cam angles.
@@ -48,12 +65,15 @@ public:
 
     /// Replaces all curves; the view shows them whole.
     void Show(std::vector<Curve> curves);
-    /// Replaces the values of the curves and keeps view and looks: for redraws while a value is being changed.
+    /// Replaces the values of the curves, and keeps their looks and the part of them that the user has zoomed or
+    /// dragged into view: for redraws while a value is being changed.
     void Update(std::vector<Curve> curves);
     void Clear();
     const std::vector<Curve>& Curves() const { return curves_; }
 
+    /// A line above the chart and in its pictures; an empty one takes it away.
     void Set_Title(const QString& title);
+    QString Title() const;
     void Set_Axis_Titles(const QString& bottom, const QString& left, const QString& right = {});
     void Set_Grid(bool horizontal, bool vertical);
     void Set_Style(Curve_Style style);  // of every curve that is not faint
@@ -62,6 +82,9 @@ public:
     /// A ground of its own with dark ink; an invalid colour gives the palette's back.
     void Set_Ground(const QColor& ground);
     void Set_Range(double first, double last);  // of the abscissa
+    /// The whole view then goes over all the points and has these ticks; a zoomed one finds its own.
+    void Set_Ticks(const Point_Ticks& ticks);
+    void Clear_Ticks();
     /// Vertical lines, at segment boundaries or knots.
     void Set_Marks(const std::vector<double>& x, const QColor& colour = {});
     void Mark_Extremes(bool marked);
@@ -85,35 +108,64 @@ public:
     std::function<void(QMenu&)> add_entries;
 
     QCustomPlot& Plot() { return *plot_; }
+    const QCustomPlot& Plot() const { return *plot_; }
 
 protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    /// What a curve is drawn with: its line or dots, and the sticks below them.
+    struct Drawn {
+        QCPGraph* graph = nullptr;
+        QCPGraph* sticks = nullptr;
+    };
+    /// While it lives, changes of the axes are the chart's own and no zoom of the user's.
+    class Own_View {
+    public:
+        explicit Own_View(Chart& chart) : chart_(chart) { ++chart_.own_view_; }
+        ~Own_View() { --chart_.own_view_; }
+        Own_View(const Own_View&) = delete;
+        Own_View& operator=(const Own_View&) = delete;
+
+    private:
+        Chart& chart_;
+    };
+
+    QColor Ink() const;
+    QColor Colour_of(const Curve& curve, int place) const;
     void Apply_Palette();
     void Make_Graphs();
-    void Fill_Graph(QCPGraph& graph, const Curve& curve) const;
-    void Style_Graph(QCPGraph& graph, const Curve& curve, int place) const;
+    void Make_Graph(const Curve& curve, int place);
+    void Make_Closed_Curve(const Curve& curve, int place);
+    void Fill_Graph(const Drawn& drawn, const Curve& curve) const;
+    void Show_Range(QCPAxis& axis);
     void Fit_Equal_Scales();
+    void Place_Legend();
     void Point_at(const QPoint& position);
+    QString Values_at(double x) const;
+    QString Nearest_Point(const QPoint& position) const;
     void Open_Menu(const QPoint& position);
+    void Place_Marks();
     void Place_Extremes();
 
     QCustomPlot* plot_;
     QLabel* read_out_;
-    QLabel* title_;
+    QCPTextElement* title_ = nullptr;
     std::vector<Curve> curves_;
+    std::vector<Drawn> drawn_;
     std::vector<double> marks_;
+    std::optional<Point_Ticks> ticks_;
     QColor mark_colour_;
     QColor ground_;
+    int own_view_ = 0;
+    bool zoomed_ = false;  // by the user
     bool equal_ = false;
     bool extremes_ = false;
-    bool horizontal_grid_ = true;
-    bool vertical_grid_ = true;
 };
 
-/// Writes charts side by side, so many in a row, to a PNG, SVG or PDF file by the ending of its path.
+/// Writes charts side by side, so many in a row, under a title to a PNG, SVG or PDF file by the ending of its path.
 /// @return whether the file was written
-bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const QString& path);
+bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const QString& path,
+                 const QString& title = {});
 
 }  // namespace lobemax::paint

@@ -7,9 +7,11 @@
 #include <QFileDialog>
 #include <QImage>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPdfWriter>
 #include <QPolygonF>
 #include <QSvgGenerator>
+#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 
@@ -183,10 +185,47 @@ void Drawing_View::Show(Drawing drawing)
 void Drawing_View::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    Painter_Surface surface(painter, rect(), palette());
-    surface.Clear();
+    painter.fillRect(rect(), palette().color(QPalette::Base));
+    Painter_Surface surface(painter, Area(), palette());
     if (drawing_)
         drawing_(surface);
+}
+
+QRectF Drawing_View::Area() const
+{
+    return {pan_, QSizeF(size()) * zoom_};
+}
+
+void Drawing_View::wheelEvent(QWheelEvent* event)
+{
+    constexpr double most = 50.0;
+    const double factor = std::pow(1.2, event->angleDelta().y() / 120.0);
+    const double zoom = std::clamp(zoom_ * factor, 1.0 / most, most);
+    pan_ = event->position() - (event->position() - pan_) * (zoom / zoom_);
+    zoom_ = zoom;
+    update();
+    event->accept();
+}
+
+void Drawing_View::mousePressEvent(QMouseEvent* event)
+{
+    grip_ = event->position();
+}
+
+void Drawing_View::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!event->buttons().testFlag(Qt::LeftButton))
+        return;
+    pan_ += event->position() - grip_;
+    grip_ = event->position();
+    update();
+}
+
+void Drawing_View::mouseDoubleClickEvent(QMouseEvent*)
+{
+    zoom_ = 1.0;
+    pan_ = {};
+    update();
 }
 
 void Drawing_View::contextMenuEvent(QContextMenuEvent* event)

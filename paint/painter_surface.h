@@ -50,17 +50,28 @@ using Drawing = std::function<void(Surface&)>;
 bool Save_Drawing(const Drawing& drawing, const QSize& size, const QString& path, const QPalette& palette);
 
 /// A widget that shows a drawing, whole at any size, with copy and save in its context menu.
+///
+/// The wheel zooms about the pointer, a drag pans, a double-click shows the whole again.
 class Drawing_View : public QWidget {
 public:
     explicit Drawing_View(const QString& name, QWidget* parent = nullptr);
     void Show(Drawing drawing);
+    /// Where the whole drawing stands on the widget: the widget itself until the user zooms or pans.
+    QRectF Area() const;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     Drawing drawing_;
+    double zoom_ = 1.0;
+    QPointF pan_;
+    QPointF grip_;  // where the drag was last
 };
 
 }  // namespace lobemax::paint

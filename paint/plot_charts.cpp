@@ -2,12 +2,12 @@
 #include "paint/plot_charts.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <memory>
 
 #include "core/design_state.h"
 #include "core/text.h"
-#include "motion/fourier.h"
 #include "present/plot_engine.h"
 #include "present/plot_selection.h"
 
@@ -16,6 +16,7 @@ namespace lobemax::paint {
 namespace {
 
 constexpr int first_composite = 54;
+constexpr int most_functions = 4;
 
 QString To_Qt(const std::string& text)
 {
@@ -29,8 +30,7 @@ QString Name_of(int variable)
 
 QString Unit_of(int variable)
 {
-    return variable >= first_composite ? To_Qt(design.plot.Var_Unit(Rows_of_Composite(variable).x))
-                                       : To_Qt(design.plot.Var_Unit(variable));
+    return To_Qt(Axis_Unit(variable >= first_composite ? Rows_of_Composite(variable).x : variable));
 }
 
 struct Range {
@@ -38,11 +38,85 @@ struct Range {
     int last;
 };
 
+/// A segment may begin before the cycle or end behind it: there are no points there.
 Range Range_of_Plot()
 {
     const double step = design.motion.Deltatheta;
-    const int last = To_Integer(design.plot.Plot_Last / step);
-    return {To_Integer(design.plot.Plot_First / step), std::min<int>(last, design.motion.Max_Data_Points_used)};
+    const int most = std::min<int>(design.motion.Max_Data_Points_used, design.results.CalcData.Last_Point());
+    const int last = std::clamp<int>(To_Integer(design.plot.Plot_Last / step), 0, most);
+    return {std::clamp<int>(To_Integer(design.plot.Plot_First / step), 0, last), last};
+}
+
+/// The picked functions of chart k of so many.
+std::vector<int> Functions_of_Chart(int k, int charts)
+{
+    const Plot_Group& p = design.plot;
+    std::vector<int> functions;
+    for (int set = 1; set <= std::min<int>(p.Num_Sets, most_functions); ++set)
+        if (charts == 1 || set == k + 1)
+            functions.push_back(p.Plot_Vars(set));
+    return functions;
+}
+
+Curve_Style Look_of(const std::vector<int>& functions)
+{
+    return !functions.empty() && std::ranges::all_of(functions, Is_Fourier) ? Curve_Style::sticks : Curve_Style::line;
+}
+
+/// In gray, functions are told apart by their pattern.
+void Take_Colour_Away(Curve& curve, std::size_t place)
+{
+    constexpr std::array patterns{Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine};
+    constexpr int gray = 0x6E;  // seen on light and on dark ground
+    curve.colour = QColor(gray, gray, gray);
+    curve.pattern = patterns[place % patterns.size()];
+}
+
+void Set_Point_Ticks(Chart& chart, const Plot_Setup& setup, const Curve& curve, bool harmonics)
+{
+    Point_Ticks ticks;
+    ticks.points = setup.NumPoints;
+    ticks.tick_every = setup.TickEvery;
+    ticks.label_every = setup.LabelEvery;
+    if (harmonics) {  // the harmonics stand on whole numbers, the last one clear of the border
+        ticks.margin = 0.5;
+    } else {
+        ticks.first = curve.x.front();
+        ticks.per_point = (curve.x.back() - curve.x.front()) / std::max(setup.NumPoints - 1, 1);
+    }
+    chart.Set_Ticks(ticks);
+}
+
+/// @param look  none: that of the chart's own kind
+void Fill_Chart(Chart& chart, int plot_style, const std::vector<int>& functions, const Plot_Setup& setup,
+                std::optional<Curve_Style> look)
+{
+    const bool polar = plot_style == style::polar;
+    std::vector<Curve> curves;
+    for (const int variable : functions) {
+        curves.push_back(Plotted_Curve(plot_style, variable));
+        curves.back().style = look.value_or(Look_of(functions));
+        if (!design.plot.Plot_Color)
+            Take_Colour_Away(curves.back(), curves.size() - 1);
+    }
+    const bool alone = curves.size() == 1;
+    // Two functions of different units have an axis each.
+    const bool two_axes = curves.size() == 2 && curves[0].unit != curves[1].unit && !polar;
+    if (two_axes)
+        curves[1].right_axis = true;
+    const auto title = [&](std::size_t k) {
+        const QString name = functions[k] >= first_composite ? curves[k].name : To_Qt(Left_Title(functions[k]));
+        return name + QStringLiteral("  ") + curves[k].unit;
+    };
+    chart.Set_Axis_Titles(To_Qt(setup.bottom_title), alone || two_axes ? title(0) : QString(),
+                          two_axes ? title(1) : QString());
+    chart.Set_Legend(!alone);
+    chart.Set_Equal_Scales(polar);
+    if (polar)
+        chart.Clear_Ticks();
+    else
+        Set_Point_Ticks(chart, setup, curves.front(), Is_Fourier(functions.front()));
+    chart.Show(std::move(curves));
 }
 
 }  // namespace
@@ -64,59 +138,63 @@ Curve Plotted_Curve(int plot_style, int variable)
         for (int i = first; i <= last; ++i) {
             curve.x.push_back(results(rows.x, i));
             curve.y.push_back(results(rows.y, i));
+            curve.angle.push_back(results(var::Angle, i));
         }
         return curve;
     }
     if (Is_Fourier(variable)) {
-        curve.style = Curve_Style::sticks;
-        for (int k = 1; k <= Shown_Harmonics(); ++k) {
+        const bool there = Transform_in_Memory();
+        for (int k = 1; k <= Plotted_Harmonics(); ++k) {
             curve.x.push_back(k);
-            curve.y.push_back(results(variable, k));
+            curve.y.push_back(there ? double{results(variable, k)} : 0.0);
         }
         return curve;
     }
     if (plot_style != style::polar)
         return Row_Curve(curve.name, curve.unit, results.Points(var::Angle), results.Points(variable), first, last);
+    curve.value_as_radius = true;
     for (int i = first; i <= last; ++i) {  // the value as a radius at its cam angle
         const double angle = results(var::Angle, i) * Rad_per_Deg;
+        curve.angle.push_back(results(var::Angle, i));
         curve.x.push_back(results(variable, i) * std::cos(angle));
         curve.y.push_back(results(variable, i) * std::sin(angle));
     }
     return curve;
 }
 
-QString Fill_Plot(const std::vector<Chart*>& charts, int plot_style, bool sticks, Curve_Style look)
+Curve_Style Usual_Look(int plot_style)
 {
-    const Plot_Group& p = design.plot;
+    const int charts = Windows_of(plot_style);
+    int harmonic = 0;
+    for (int k = 0; k < charts; ++k)
+        harmonic += Look_of(Functions_of_Chart(k, charts)) == Curve_Style::sticks ? 1 : 0;
+    if (harmonic == 0)
+        return Curve_Style::line;
+    return harmonic == charts ? Curve_Style::sticks : Curve_Style::sticks_and_line;
+}
+
+QString Fill_Plot(const std::vector<Chart*>& charts, int plot_style, std::optional<Curve_Style> look)
+{
     const Range range = Range_of_Plot();
-    const bool fourier = p.Num_Sets > 0 && Is_Fourier(p.Plot_Vars(1));
-    const Plot_Setup setup = PlotSetup(plot_style, range.first, range.last, fourier);
-    const bool one_chart = charts.size() == 1;
+    QStringList titles;
     for (int k = 0; k < static_cast<int>(charts.size()); ++k) {
         Chart& chart = *charts[static_cast<std::size_t>(k)];
-        const int first_set = one_chart ? 1 : k + 1;
-        const int last_set = one_chart ? int{p.Num_Sets} : std::min(k + 1, int{p.Num_Sets});
-        std::vector<Curve> curves;
-        for (int set = first_set; set <= last_set; ++set)
-            curves.push_back(Plotted_Curve(plot_style, p.Plot_Vars(set)));
-        if (curves.empty())
+        const std::vector<int> functions = Functions_of_Chart(k, static_cast<int>(charts.size()));
+        if (functions.empty()) {
+            chart.Clear();
             continue;
-        const bool alone = curves.size() == 1;
-        // Two functions of different units have an axis each.
-        const bool two_axes = curves.size() == 2 && curves[0].unit != curves[1].unit && plot_style != style::polar;
-        if (two_axes)
-            curves[1].right_axis = true;
-        const auto title = [](const Curve& curve) { return curve.name + QStringLiteral("  ") + curve.unit; };
-        chart.Set_Axis_Titles(To_Qt(setup.bottom_title), alone || two_axes ? title(curves[0]) : QString(),
-                              two_axes ? title(curves[1]) : QString());
-        chart.Set_Legend(!alone);
-        chart.Set_Equal_Scales(plot_style == style::polar);
-        for (Curve& curve : curves)
-            if (!fourier || sticks)
-                curve.style = look;
-        chart.Show(std::move(curves));
+        }
+        const Plot_Setup setup = PlotSetup(plot_style, range.first, range.last, functions);
+        titles.append(To_Qt(setup.graph_title));
+        chart.Set_Title(titles.back());
+        Fill_Chart(chart, plot_style, functions, setup, look);
     }
-    return To_Qt(setup.graph_title).trimmed();
+    const bool shared = charts.size() > 1 && !titles.isEmpty() && titles.count(titles.front()) == titles.size();
+    if (!shared)
+        return {};
+    for (Chart* const chart : charts)
+        chart->Set_Title({});
+    return titles.front();
 }
 
 bool Save_Plot(int plot_style, const QSize& size, const QString& path)
@@ -127,8 +205,8 @@ bool Save_Plot(int plot_style, const QSize& size, const QString& path)
         owned.push_back(std::make_unique<Chart>(QStringLiteral("grf_Plot")));
         charts.push_back(owned.back().get());
     }
-    Fill_Plot(charts, plot_style, false, Curve_Style::line);
-    return Save_Charts(charts, plot_style == style::four_windows ? 2 : 1, size, path);
+    const QString title = Fill_Plot(charts, plot_style);
+    return Save_Charts(charts, plot_style == style::four_windows ? 2 : 1, size, path, title);
 }
 
 }  // namespace lobemax::paint

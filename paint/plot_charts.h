@@ -4,6 +4,7 @@
 
 #include <QSize>
 #include <QString>
+#include <optional>
 #include <vector>
 
 #include "paint/chart.h"
@@ -16,11 +17,17 @@ int Windows_of(int plot_style);
 /// The curve of a picked variable or composite choice in a style, over the range of the picked segment.
 Curve Plotted_Curve(int plot_style, int variable);
 
-/// Shows the picked functions in the charts of a style, as many as Windows_of.
+/// How the picked functions are drawn unless the user wants it otherwise: curves by a line, harmonics by sticks. Where
+/// both stand side by side, by both.
+Curve_Style Usual_Look(int plot_style);
+
+/// Shows the picked functions in the charts of a style, as many as Windows_of, each chart with the abscissa, ticks and
+/// titles of what it shows.
 ///
-/// @param sticks  whether the harmonics of a transform take the look, too
-/// @return        the title of the plot
-QString Fill_Plot(const std::vector<Chart*>& charts, int plot_style, bool sticks, Curve_Style look);
+/// @param look  of all functions; none: of each chart's own kind
+/// @return      the title that stands once above several charts. It is empty where a chart has its title itself: a
+///              chart alone, and charts of different titles
+QString Fill_Plot(const std::vector<Chart*>& charts, int plot_style, std::optional<Curve_Style> look = {});
 
 /// Writes the plot of the picked functions to a picture. @return whether it was written
 bool Save_Plot(int plot_style, const QSize& size, const QString& path);

@@ -9,6 +9,7 @@
 #include "core/numeric.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "motion/fourier.h"
 #include "present/plot_selection.h"
 
 namespace lobemax {
@@ -18,6 +19,11 @@ namespace {
 constexpr double least_ymax = 0.0001;
 constexpr double tick_share = 0.04166667;  // of the range, 1/24
 constexpr double tick_half = 0.07;         // of ymax
+constexpr int cam_profile_angle = 12;
+constexpr int first_fourier = 18;
+constexpr int last_fourier = 21;  // the phase, in degrees
+constexpr int first_response = 29;
+constexpr int last_response = 33;
 constexpr std::array levels{-1.0, -0.5, 0.0, 0.5, 1.0};
 
 double Held(double ymax)
@@ -54,6 +60,43 @@ void Vertical_lines(Surface& s, double start, double end, double ymax)
     for (int i = 2; i <= m.No_of_segments; ++i)
         if (m.Shift(i) > start && m.Shift(i) < end)
             s.Line(m.Shift(i), -ymax, m.Shift(i), ymax, Ink::prime);
+}
+
+/// As the sizing screen names the sense of rotation; a linear cam goes to and fro.
+std::string Rotation_Text()
+{
+    const bool forward = design.cam.Rotflag > 0;
+    if (design.cam.Camtype == "Linear")
+        return forward ? "-->>" : "<<--";
+    return forward ? "Ccw" : "Cw";
+}
+
+bool Shows_Harmonics(std::span<const int> variables)
+{
+    return !variables.empty() && std::ranges::all_of(variables, Is_Fourier);
+}
+
+/// A function of the response beside others makes it a plot of the response.
+bool Shows_Response(std::span<const int> variables)
+{
+    return std::ranges::any_of(variables, [](int v) { return v >= first_response && v <= last_response; });
+}
+
+/// What the functions have in common, then whose they are. The transform's own name stands for both.
+std::string Graph_Title(std::span<const int> variables)
+{
+    if (Shows_Harmonics(variables))
+        return Transform_in_Memory() ? Fft_Function_Text(design.motion.Fft_Variable) : "Fourier Transform of  ";
+    const char* const what =
+        Shows_Response(variables) ? "Dynamic Response of Follower" : "Selected Cam-Follower Parameters";
+    return what + ("    " + design.identity.Model_Name + "  ");
+}
+
+/// A figure of the sizing with its length unit; a word stands alone.
+std::string With_Length(const std::string& text, const std::string& length)
+{
+    const std::string word = Trim(text);
+    return Read_Number(word, Current_Decimal_Symbol()).whole ? word + length : word;
 }
 
 std::string Shown(double value, int decimals)
@@ -101,7 +144,7 @@ Plot_Figures Plot_Dynamics(Surface& surface, int windows, int variable, int firs
                          FNRoundStr(-ymax, decimals),
                          extremes.largest,
                          extremes.smallest,
-                         std::max(std::abs(double{extremes.largest}), std::abs(double{extremes.smallest}))};
+                         double{extremes.largest} - double{extremes.smallest}};
     const auto angle = data.Points(var::Angle);
     const auto row = data.Points(variable);
     const double start = angle[static_cast<std::size_t>(first)];
@@ -123,41 +166,64 @@ Plot_Figures Plot_Dynamics(Surface& surface, int windows, int variable, int firs
     return figures;
 }
 
-Plot_Setup PlotSetup(int plot_style, int first, int last, bool fourier)
+Plot_Setup PlotSetup(int plot_style, int first, int last, std::span<const int> variables)
 {
+    const bool fourier = Shows_Harmonics(variables);
+    const int count = fourier ? Plotted_Harmonics() : 0;
     Plot_Setup setup{};
-    if (fourier) {
-        const int harmonics = design.motion.No_Harmonics;
-        setup.NumPoints = harmonics + 1;
-        setup.TickEvery = harmonics / 15;
-    } else {
-        setup.NumPoints = last - first + 1;
-        setup.TickEvery = std::max((last - first) / 12, 1);
-    }
+    setup.NumPoints = fourier ? count + 1 : last - first + 1;
+    setup.TickEvery = std::max(fourier ? count / 15 : (last - first) / 12, 1);
     setup.LabelEvery = setup.TickEvery * 2;
+    setup.NumSets = static_cast<int>(variables.size());
     if (plot_style == style::polar)
         setup.bottom_title = design.cam.Followtype == 2 ? "Cam Surface Profile" : "Cam Profile at Follower Centerline";
     else
         setup.bottom_title = fourier ? "Harmonic Number" : "Cam Angle (Deg)";
-    setup.graph_title = "Selected Cam-Follower Parameters    " + design.identity.Model_Name + "  ";
+    setup.graph_title = Graph_Title(variables);
     return setup;
 }
 
 bool Is_Fourier(int variable)
 {
-    return variable >= 18 && variable <= 21;
+    return variable >= first_fourier && variable <= last_fourier;
+}
+
+bool Transform_in_Memory()
+{
+    return design.flags.FFT_Done && Shown_Harmonics() > 0;
+}
+
+int Plotted_Harmonics()
+{
+    const Motion_Group& m = design.motion;
+    if (Transform_in_Memory())
+        return Shown_Harmonics();
+    return std::max(std::min<int>(m.No_Harmonics, m.Max_Data_Points_used / 2), 1);
+}
+
+std::string Left_Title(int variable)
+{
+    const std::string name = Trim(design.plot.Var_Name(variable));
+    return Is_Fourier(variable) ? "FFT of " + name : name;
+}
+
+std::string Axis_Unit(int variable)
+{
+    const Plot_Group& p = design.plot;
+    if (variable == cam_profile_angle && design.cam.Camtype == "Radial")
+        return "deg";
+    if (Is_Fourier(variable) && variable != last_fourier && Transform_in_Memory())
+        return p.Var_Unit(design.motion.Fft_Variable);
+    return p.Var_Unit(variable);
 }
 
 Panel_Lines Basic_Data()
 {
     const Motion_Group& m = design.motion;
     const Plot_Group& p = design.plot;
-    return {{"Segment", p.Segment_Pick},
-            {"Start Theta", Shown(p.Plot_First, 2)},
-            {"End Theta", Shown(p.Plot_Last, 2)},
-            {"Delta Theta", Shown(m.Deltatheta, 3)},
-            {"Cam Rotates", design.cam.Rotflag > 0 ? "Ccw" : "Cw"},
-            {"Cam Omega", Shown(m.Shaft_speed, 2) + " rad/sec"}};
+    return {{"Segment", p.Segment_Pick},          {"Start Theta", Shown(p.Plot_First, 2)},
+            {"End Theta", Shown(p.Plot_Last, 2)}, {"Delta Theta", Shown(m.Deltatheta, 3)},
+            {"Cam Rotates", Rotation_Text()},     {"Cam Omega", Shown(m.Shaft_speed, 2) + " rad/sec"}};
 }
 
 Panel_Lines Size_Data()
@@ -165,11 +231,15 @@ Panel_Lines Size_Data()
     if (!design.flags.Sized)
         return {};
     const Cam_Group& c = design.cam;
+    const int decimals = design.identity.Decimals_1;
     const std::string length = std::string(" ") + Words_of_Units(design.identity.WhichUnit).length;
-    return {{"Min Phi", Shown(c.Phi_Min, 2) + " deg"},     {"Max Phi", Shown(c.Phi_Max, 2) + " deg"},
-            {"Offset", Shown(c.Offset, 2) + length},       {"Prime Radius", Shown(c.Prime_Rad, 2) + length},
-            {"Min Rho +", Trim(c.Rho_Min_Pos_Text)},       {"Min Rho -", Trim(c.Rho_Min_Neg_Text)},
-            {"Folwr Rad", Shown(c.Follow_Rad, 2) + length}};
+    return {{"Min Phi", Shown(c.Phi_Min, 2) + " deg"},
+            {"Max Phi", Shown(c.Phi_Max, 2) + " deg"},
+            {"Offset", Shown(c.Offset, decimals) + length},
+            {"Prime Radius", Shown(c.Prime_Rad, decimals) + length},
+            {"Min Rho +", With_Length(c.Rho_Min_Pos_Text, length)},
+            {"Min Rho -", With_Length(c.Rho_Min_Neg_Text, length)},
+            {"Folwr Rad", Shown(c.Follow_Rad, decimals) + length}};
 }
 
 std::string Plot_Header()

@@ -3,6 +3,7 @@
 /// calculation screens onto a surface.
 #pragma once
 
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,7 +35,7 @@ struct Plot_Figures {
     std::string ymin;
     double largest = 0.0;
     double smallest = 0.0;
-    double peak = 0.0;  // largest absolute value
+    double peak = 0.0;  // from the smallest to the largest
 };
 
 /// Paints a variable over points first..last onto a surface: axes, ticks, segment boundaries on request, curve.
@@ -47,16 +48,30 @@ Plot_Figures Plot_Dynamics(Surface& surface, int windows, int variable, int firs
 /// The fixed numbers and titles of a chart of the plot screens.
 struct Plot_Setup {
     int NumPoints;
-    int TickEvery;
-    int LabelEvery;
+    int TickEvery;   // points between two marks of the abscissa
+    int LabelEvery;  // points between two labels
+    int NumSets;
     std::string bottom_title;
     std::string graph_title;
 };
-/// @param fourier  whether the plot shows harmonics
-Plot_Setup PlotSetup(int plot_style, int first, int last, bool fourier);
+/// @param variables  the functions that the chart shows; harmonics have their number for the abscissa
+Plot_Setup PlotSetup(int plot_style, int first, int last, std::span<const int> variables);
 
 /// Whether a variable is a result of the Fourier transform, which has harmonics for its abscissa.
 bool Is_Fourier(int variable);
+
+/// Whether the transform that the rows 18 to 21 stand for is in memory; a design read from a file has none.
+bool Transform_in_Memory();
+
+/// Harmonics that a plot of the transform goes over, at least 1. Without a transform it is those that would be shown.
+int Plotted_Harmonics();
+
+/// What stands left of a plot of a variable: its name, or "FFT of " with it.
+std::string Left_Title(int variable);
+
+/// Unit of a plot's axis: that of the variable, but degrees for the polar angle of a radial cam, which the unit table
+/// has as a length, and that of the transformed variable for the parts of its transform.
+std::string Axis_Unit(int variable);
 
 /// Captions and values of the panels "Cam Basic Data" and "Cam Size Data".
 using Panel_Lines = std::vector<std::pair<std::string, std::string>>;

@@ -6,6 +6,7 @@
 #include <charconv>
 
 #include "core/text.h"
+#include "present/plot_engine.h"
 
 namespace lobemax {
 
@@ -158,6 +159,33 @@ std::optional<int> Variable_Picked(std::span<const int> list, std::string_view n
     const auto found =
         std::find_if(list.begin(), list.end(), [&](int v) { return Trim(design.plot.Var_Name(v)) == word; });
     return found == list.end() ? std::nullopt : std::optional(*found);
+}
+
+bool Is_Offered(int choice)
+{
+    const auto among = [choice](const std::vector<int>& list) {
+        return std::find(list.begin(), list.end(), choice) != list.end();
+    };
+    if (among(Load_Names()) || among(Composite_Choices()))
+        return true;
+    for (const int plot_style : {style::two_windows, style::four_windows, style::polar})
+        for (const int entry : Load_Presets(plot_style))
+            if (among(Presets_of_Style(plot_style)[static_cast<std::size_t>(entry - 1)].variables))
+                return true;
+    return false;
+}
+
+std::string Why_Not_Together(int plot_style, std::span<const int> variables)
+{
+    const auto harmonics = std::count_if(variables.begin(), variables.end(), Is_Fourier);
+    const auto functions = std::count_if(variables.begin(), variables.end(), [](int v) { return v != 0; });
+    if (harmonics == 0)
+        return {};
+    if (plot_style == style::polar)
+        return "A polar plot goes over the cam angle: the harmonics of a Fourier transform have no place in it.";
+    if (plot_style == style::single_window && harmonics < functions)
+        return "The harmonics of a Fourier transform and functions of the cam angle cannot share a window.";
+    return {};
 }
 
 const std::vector<Plot_Preset>& Presets_of_Style(int plot_style)

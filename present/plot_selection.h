@@ -51,6 +51,13 @@ Coordinate_Rows Rows_of_Composite(int choice);
 /// The variable behind a list's entry: the first of the list whose Var_Name it is.
 std::optional<int> Variable_Picked(std::span<const int> list, std::string_view name);
 
+/// Whether a variable or closed curve is offered for a plot at this rung of the ladder: by a list, or by a preset.
+bool Is_Offered(int choice);
+
+/// Why functions cannot share the windows of a style, as the user is told; empty where they can. Harmonics and cam
+/// angles are no one abscissa, and harmonics have no place in a polar plot.
+std::string Why_Not_Together(int plot_style, std::span<const int> variables);
+
 /// A ready choice of variables.
 struct Plot_Preset {
     std::string_view text;

@@ -19,6 +19,7 @@ void Use_Dark_Palette()
     dark.setColor(QPalette::ToolTipBase, window);
     dark.setColor(QPalette::ToolTipText, text);
     dark.setColor(QPalette::Text, text);
+    dark.setColor(QPalette::PlaceholderText, QColor(160, 163, 170));
     dark.setColor(QPalette::Button, QColor(57, 59, 64));
     dark.setColor(QPalette::ButtonText, text);
     dark.setColor(QPalette::Mid, QColor(110, 112, 118));

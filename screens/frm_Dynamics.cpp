@@ -9,13 +9,15 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
+#include <stdexcept>
 
 #include "core/design_state.h"
 #include "core/messages.h"
 #include "core/text.h"
-#include "core/traps.h"
 #include "dynamics/kinetostatics.h"
 #include "paint/chart.h"
 #include "paint/print.h"
@@ -26,163 +28,213 @@ namespace lobemax::screens {
 
 namespace {
 
-/// A field of the screen: its control, caption and tip, how it is checked, and where its text stands in the form.
+/// Caption and tip of a control; a name that has none is a mistake of this file.
+const Dynamics_Control& Words_of(const QString& name)
+{
+    const auto controls = Dynamics_Controls();
+    const auto found = std::ranges::find(controls, From_Qt(name), &Dynamics_Control::name);
+    if (found == controls.end())
+        throw std::out_of_range("frm_Dynamics has no control " + From_Qt(name));
+    return *found;
+}
+
+QString Caption(const QString& name)
+{
+    return To_Qt(Words_of(name).caption);
+}
+
+QString Tip(const QString& name)
+{
+    return To_Qt(Words_of(name).tip);
+}
+
+QGroupBox* Frame(const char* name)
+{
+    auto* const frame = new QGroupBox(Caption(QString::fromUtf8(name)));
+    frame->setObjectName(QString::fromUtf8(name));
+    return frame;
+}
+
+/// A field of the screen: its control, how it is checked, and where its text stands in the form.
 struct Field {
     const char* name;
-    const char* caption;
-    const char* tip;
     Dynamics_Field field;
     std::string Dynamics_Form::*text;
 };
 
 constexpr std::array fields{
-    Field{"txt_Mass", "Effective Mass", "Effective mass at roller follower - must be in mass units",
-          Dynamics_Field::Mass, &Dynamics_Form::txt_Mass},
-    Field{"txt_Spring", "Spring Constant", "Return spring rate", Dynamics_Field::Spring, &Dynamics_Form::txt_Spring},
-    Field{"txt_Preload", "Spring Preload", "Initial spring load at assembly", Dynamics_Field::Preload,
-          &Dynamics_Form::txt_Preload},
-    Field{"txt_Zeta", "Ratio z", "Dimensionless damping ratio, zeta", Dynamics_Field::Zeta, &Dynamics_Form::txt_Zeta},
-    Field{"txt_Damping", "Coefficient C", "Damping coefficient", Dynamics_Field::Damping, &Dynamics_Form::txt_Damping},
-    Field{"txt_Journal", "Cam Journal Dia", "Camshaft diameter for friction torque calculation",
-          Dynamics_Field::Journal, &Dynamics_Form::txt_Journal},
-    Field{"txt_Folfrict", "Follower Friction", "Coefficient of friction at the follower", Dynamics_Field::Folfrict,
-          &Dynamics_Form::txt_Folfrict},
-    Field{"txt_Jnlfrict", "Journal Friction", "Coefficient of friction at the journal", Dynamics_Field::Jnlfrict,
-          &Dynamics_Form::txt_Jnlfrict},
-    Field{"txt_Fluct", "Coef Fluctuation", "Desired coefficient of fluctuaion for a flywheel", Dynamics_Field::Fluct,
-          &Dynamics_Form::txt_Fluct},
+    Field{"txt_Mass", Dynamics_Field::Mass, &Dynamics_Form::txt_Mass},
+    Field{"txt_Spring", Dynamics_Field::Spring, &Dynamics_Form::txt_Spring},
+    Field{"txt_Preload", Dynamics_Field::Preload, &Dynamics_Form::txt_Preload},
+    Field{"txt_Zeta", Dynamics_Field::Zeta, &Dynamics_Form::txt_Zeta},
+    Field{"txt_Damping", Dynamics_Field::Damping, &Dynamics_Form::txt_Damping},
+    Field{"txt_Journal", Dynamics_Field::Journal, &Dynamics_Form::txt_Journal},
+    Field{"txt_Folfrict", Dynamics_Field::Folfrict, &Dynamics_Form::txt_Folfrict},
+    Field{"txt_Jnlfrict", Dynamics_Field::Jnlfrict, &Dynamics_Form::txt_Jnlfrict},
+    Field{"txt_Fluct", Dynamics_Field::Fluct, &Dynamics_Form::txt_Fluct},
 };
+
+/// The labels of the figures, and where their texts come from.
+struct Figure {
+    const char* name;
+    std::string Dynamics_Texts::*text;
+};
+
+constexpr std::array figures{
+    Figure{"lbl_Fmax", &Dynamics_Texts::lbl_Fmax},     Figure{"lbl_Fmin", &Dynamics_Texts::lbl_Fmin},
+    Figure{"lbl_Tmax", &Dynamics_Texts::lbl_Tmax},     Figure{"lbl_OmegaN", &Dynamics_Texts::lbl_OmegaN},
+    Figure{"lbl_OmegaD", &Dynamics_Texts::lbl_OmegaD}, Figure{"lbl_Cc", &Dynamics_Texts::lbl_Cc},
+};
+
+constexpr int widest_pulse_line = 46;  // characters: the dashes
 
 }  // namespace
 
 frm_Dynamics::frm_Dynamics(QWidget* parent)
-    : Screen(QStringLiteral("frm_Dynamics"), QStringLiteral("Cam Dynamics"), parent)
+    : Screen(QStringLiteral("frm_Dynamics"), Caption(QStringLiteral("frm_Dynamics")), parent)
 {
     Reset_Dynamics();
-    auto* const left = new QVBoxLayout;
-    const auto options = [left](const QString& title, std::initializer_list<QWidget*> widgets) {
-        auto* const frame = new QGroupBox(title);
-        auto* const row = new QHBoxLayout(frame);
+    auto* const row = new QHBoxLayout;
+    row->addLayout(Inputs());
+    row->addLayout(Charts(), 1);
+    row->addWidget(Pulses());
+    auto* const column = new QVBoxLayout(this);
+    column->addLayout(row, 1);
+    column->addLayout(Buttons_Row());
+    status_ = new Status_Panel;
+    column->addWidget(status_);
+    Open_at({1180, 640});
+    Fill();
+    Refresh();
+    Hide_Charts();
+}
+
+QLayout* frm_Dynamics::Inputs()
+{
+    auto* const column = new QVBoxLayout;
+    const auto option = [](const char* name, int index, std::function<void()> chosen) {
+        const QString element = Element(name, index);
+        return Option(element, Caption(element), std::move(chosen), Tip(element));
+    };
+    const auto frame = [column](const char* name, std::initializer_list<QWidget*> widgets) {
+        QGroupBox* const box = Frame(name);
+        auto* const line = new QHBoxLayout(box);
         for (QWidget* const widget : widgets)
-            row->addWidget(widget);
-        left->addWidget(frame);
+            line->addWidget(widget);
+        column->addWidget(box);
     };
-    const auto closure = [this](bool force) {
-        return [this, force] {
-            if (!force)
-                Choose_Form_Closure();
-            Hide_Results();
-            Calculate();
-        };
+    const auto check = [column](const QString& name, std::function<void(bool)> ticked) {
+        column->addWidget(Check(name, Caption(name), std::move(ticked), Tip(name)));
     };
-    options(QStringLiteral("Joint Closure"),
-            {Option(Element("opt_Closure", 0), QStringLiteral("Force Closed"), closure(true),
-                    QStringLiteral("Uses a spring closure")),
-             Option(Element("opt_Closure", 1), QStringLiteral("Form Closed"), closure(false),
-                    QStringLiteral("Tracked, ribbed, or conjugate cam"))});
+    const auto closure = [this] {
+        Refresh();  // the spring's fields come or go before anything is told of it
+        Hide_Charts();
+        Show_Run(Choose_Closure(Form()));
+    };
+    frame("fra_Closure", {option("opt_Closure", 0, closure), option("opt_Closure", 1, closure)});
+    column->addLayout(Entries());
+    const auto start_fresh = [this] {
+        Hide_Charts();
+        Dynamics_Form form = Form();
+        Show_Run(Choose_Start_Fresh(form));
+    };
+    frame("fra_Torque", {option("opt_Torque", 0, start_fresh), option("opt_Torque", 1, Choose_Accumulate)});
+    check(QStringLiteral("chk_Extforce"), [this](bool ticked) {
+        Dynamics_Form form = Form();
+        Show_Run(Tick_Add_External_Force(form, ticked));
+    });
+    check(QStringLiteral("chk_compcam"), {});
+    column->addLayout(Figures_Grid());
+    column->addStretch();
+    return column;
+}
+
+QLayout* frm_Dynamics::Entries()
+{
     auto* const grid = new QGridLayout;
     int line = 0;
     for (const Field& f : fields) {
-        auto* const entry = new Entry(QString::fromUtf8(f.name), QString::fromUtf8(f.tip));
+        const QString name = QString::fromUtf8(f.name);
+        auto* const entry = new Entry(name, Tip(name));
         entry->accepted = [this, entry, f](const std::string& text) {
-            Dynamics_Entry result{false, text};
-            if (!Trap("frm_Dynamics.fields", [&] { result = Edit_Dynamics_Field(f.field, text); }))
-                return;
+            if (Dynamics_Entry_Hides_Charts())
+                Hide_Charts();
+            const Dynamics_Entry result = Edit_Dynamics_Field(f.field, text);
             entry->Show_Text(result.text);
             if (result.disable_done)
                 Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(false);
             Refresh();
-            if (result.hide_charts)
-                Hide_Results();
             if (result.recalculate)
                 Calculate();
         };
-        auto* const label = new QLabel(QString::fromUtf8(f.caption));
-        label->setObjectName(QStringLiteral("lbl_") + QString::fromUtf8(f.name));
+        QLabel* const label = Label(QStringLiteral("lbl_") + name, Caption(name), Tip(name));
         label->setBuddy(entry);
         grid->addWidget(label, line, 0);
         grid->addWidget(entry, line, 1);
-        grid->addWidget(Label(QStringLiteral("unit_") + QString::fromUtf8(f.name)), line++, 2);
+        grid->addWidget(Label(QStringLiteral("unit_") + name), line++, 2);
     }
-    left->addLayout(grid);
-    options(QStringLiteral("Torque Calcs"),
-            {Option(
-                 Element("opt_Torque", 0), QStringLiteral("Start Fresh"),
-                 [this] {
-                     design.dynamics.Torque_Start_Fresh = true;
-                     Hide_Results();
-                     Calculate();
-                 },
-                 QStringLiteral("New torque calculation overwrites previous values")),
-             Option(
-                 Element("opt_Torque", 1), QStringLiteral("Accumulate"), [] { Choose_Accumulate(); },
-                 QStringLiteral("Retains previous torque and adds new to it"))});
-    left->addWidget(Check(
-        QStringLiteral("chk_Extforce"), QStringLiteral("Add ext. force"),
-        [this](bool add) {
-            design.dynamics.Ext_Force_Add = add;
-            Calculate();
-        },
-        QStringLiteral("This will superpose any external force previously calculated")));
-    left->addWidget(Check(QStringLiteral("chk_compcam"), QStringLiteral("Calc Comp Cam"), {},
-                          QStringLiteral("Create a torque compensation cam")));
-    auto* const figures = new QGridLayout;
-    line = 0;
-    for (const auto& [name, caption] :
-         {std::pair{"lbl_Fmax", "Fmax"}, std::pair{"lbl_Fmin", "Fmin"}, std::pair{"lbl_Tmax", "Tmax"},
-          std::pair{"lbl_OmegaN", "Undamped natural frequency"}, std::pair{"lbl_OmegaD", "Damped natural frequency"},
-          std::pair{"lbl_Cc", "Coefficient of critical damping"}}) {
-        auto* const words = new QLabel(QString::fromUtf8(caption));
-        words->setObjectName(QStringLiteral("cap_") + QString::fromUtf8(name));
-        figures->addWidget(words, line, 0);
-        figures->addWidget(Label(QString::fromUtf8(name)), line, 1, Qt::AlignRight);
-        figures->addWidget(Label(QStringLiteral("unit_") + QString::fromUtf8(name)), line++, 2);
-    }
-    left->addLayout(figures);
-    left->addStretch();
+    return grid;
+}
 
-    torque_ = new paint::Chart(Element("grf_Plot", 0));
-    torque_->Set_Title(QStringLiteral("Kinetostatic camshaft torque"));
-    force_ = new paint::Chart(Element("grf_Plot", 1));
-    force_->Set_Title(QStringLiteral("Kinetostatic force at follower"));
-    auto* const charts = new QVBoxLayout;
-    charts->addWidget(torque_, 1);
-    charts->addWidget(force_, 1);
+QLayout* frm_Dynamics::Figures_Grid()
+{
+    auto* const grid = new QGridLayout;
+    int line = 0;
+    for (const Figure& f : figures) {
+        const QString name = QString::fromUtf8(f.name);
+        grid->addWidget(Label(QStringLiteral("cap_") + name, Caption(name)), line, 0);
+        grid->addWidget(Label(name), line, 1, Qt::AlignRight);
+        grid->addWidget(Label(QStringLiteral("unit_") + name), line++, 2);
+    }
+    return grid;
+}
+
+QLayout* frm_Dynamics::Charts()
+{
+    auto* const column = new QVBoxLayout;
+    for (paint::Chart** const chart : {&torque_, &force_}) {
+        const QString name = Element("grf_Plot", chart == &torque_ ? 0 : 1);
+        *chart = new paint::Chart(name);
+        (*chart)->Set_Title(Caption(name));
+        QSizePolicy place = (*chart)->sizePolicy();
+        place.setRetainSizeWhenHidden(true);  // nothing else moves when a chart comes or goes
+        (*chart)->setSizePolicy(place);
+        column->addWidget(*chart, 1);
+    }
+    return column;
+}
+
+QWidget* frm_Dynamics::Pulses()
+{
     pulses_ = new QPlainTextEdit;
     pulses_->setObjectName(QStringLiteral("pct_Pict1"));
-    pulses_->setToolTip(QStringLiteral("These data can be used to calculate flywheel size - see textbook"));
+    pulses_->setToolTip(Tip(pulses_->objectName()));
     pulses_->setReadOnly(true);
     pulses_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     pulses_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    const int line = pulses_->fontMetrics().horizontalAdvance(QString(widest_pulse_line, QLatin1Char('-')));
+    const int margins = 2 * static_cast<int>(pulses_->document()->documentMargin() + pulses_->frameWidth() + 1);
+    pulses_->setFixedWidth(line + margins + pulses_->verticalScrollBar()->sizeHint().width());
+    return pulses_;
+}
+
+QLayout* frm_Dynamics::Buttons_Row()
+{
     auto* const row = new QHBoxLayout;
-    row->addLayout(left);
-    row->addLayout(charts, 2);
-    row->addWidget(pulses_, 1);
-    auto* const buttons = new QHBoxLayout;
-    const auto add = [buttons](QPushButton* button) { buttons->addWidget(button); };
-    add(Button(QStringLiteral("cmd_Cancel"), QStringLiteral("< &Back"), [this] { reject(); }));
-    buttons->addStretch();
-    add(Button(QStringLiteral("cmd_Copy"), QStringLiteral("&Copy"), [] {
-        Show_Message("Use the Alt-PrintScrn key combo to copy the screen to the clipboard", Buttons::OK,
-                     Symbol::information);
-    }));
-    add(Button(QStringLiteral("cmd_Print"), QStringLiteral("&Print Form"), [this] { paint::Print_Form(*this); }));
-    add(Button(QStringLiteral("cmd_Help"), QStringLiteral("&Help"),
-               [this] { Open_Help(QStringLiteral("dynamics"), this); }));
-    buttons->addStretch();
-    add(Button(QStringLiteral("cmd_Calc"), QStringLiteral("C&alculate"), [this] { Calculate(); }));
-    QPushButton* const done = Button(QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] { accept(); });
-    done->setEnabled(false);
-    add(done);
-    auto* const column = new QVBoxLayout(this);
-    column->addLayout(row, 1);
-    column->addLayout(buttons);
-    status_ = new Status_Panel;
-    column->addWidget(status_);
-    Open_at({1080, 640});
-    Fill();
-    Refresh();
-    Hide_Results();
+    const auto add = [row](const char* name, std::function<void()> pressed) {
+        const QString button = QString::fromUtf8(name);
+        row->addWidget(Button(button, Caption(button), std::move(pressed), Tip(button)));
+    };
+    add("cmd_Cancel", [this] { reject(); });
+    row->addStretch();
+    add("cmd_Copy", [] { Show_Message(std::string(Copy_Advice), Buttons::OK, Symbol::information); });
+    add("cmd_Print", [this] { paint::Print_Form(*this); });
+    row->addWidget(Button(QStringLiteral("cmd_Help"), QStringLiteral("&Help"),
+                          [this] { Open_Help(QStringLiteral("dynamics"), this); }));
+    row->addStretch();
+    add("cmd_Calc", [this] { Calculate(); });
+    add("cmd_Done", [this] { accept(); });
+    return row;
 }
 
 void frm_Dynamics::Fill()
@@ -192,9 +244,9 @@ void frm_Dynamics::Fill()
         Control<Entry>(QString::fromUtf8(f.name)).Show_Text(form.*f.text);
     Control<QRadioButton>(Element("opt_Closure", form.force_closed ? 0 : 1)).setChecked(true);
     Control<QRadioButton>(Element("opt_Torque", form.start_fresh ? 0 : 1)).setChecked(true);
-    if (!design.flags.Ext_Force_Calc)
-        design.dynamics.Ext_Force_Add = false;
-    Control<QCheckBox>(QStringLiteral("chk_Extforce")).setChecked(design.dynamics.Ext_Force_Add);
+    design.dynamics.Ext_Force_Add = form.add_external;  // without a force there is nothing to add
+    Control<QCheckBox>(QStringLiteral("chk_Extforce")).setChecked(form.add_external);
+    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(false);
 }
 
 void frm_Dynamics::Refresh()
@@ -240,65 +292,63 @@ Dynamics_Form frm_Dynamics::Form() const
         form.*f.text = Control<Entry>(QString::fromUtf8(f.name)).Text();
     form.force_closed = Control<QRadioButton>(Element("opt_Closure", 0)).isChecked();
     form.start_fresh = Control<QRadioButton>(Element("opt_Torque", 0)).isChecked();
+    form.add_external = Control<QCheckBox>(QStringLiteral("chk_Extforce")).isChecked();
     return form;
 }
 
 void frm_Dynamics::Calculate()
 {
-    const bool done = Calc_Dynamics(Form());
-    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(done);
-    Refresh();
-    if (done)
-        Show_Results();
-    else
-        Hide_Results();
+    Show_Run(Calc_Dynamics(Form()));
 }
 
-void frm_Dynamics::Hide_Results()
+void frm_Dynamics::Show_Run(bool run)
+{
+    if (run) {  // an aborted run, too, shows what it has filled
+        Show_Results();
+        Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(true);
+    }
+    Refresh();
+}
+
+void frm_Dynamics::Hide_Charts()
 {
     torque_->hide();
     force_->hide();
-    pulses_->clear();
-    for (const char* const name : {"lbl_Fmax", "lbl_Fmin", "lbl_Tmax", "lbl_OmegaN", "lbl_OmegaD", "lbl_Cc"})
-        Control<QLabel>(QString::fromUtf8(name)).clear();
 }
 
 void frm_Dynamics::Show_Results()
 {
-    const Dynamics_Group& d = design.dynamics;
-    const Dynamics_Figures figures = Present_Figures();
-    const auto set = [this](const char* name, double value, int decimals) {
-        Control<QLabel>(QString::fromUtf8(name)).setText(To_Qt(Trim(FNRoundStr(value, decimals))));
-    };
-    set("lbl_Fmax", figures.Fmax, 1);
-    set("lbl_Fmin", figures.Fmin, 1);
-    set("lbl_Tmax", figures.Tmax, 1);
-    if (figures.frequencies) {
-        set("lbl_OmegaN", d.Omega_N, 1);
-        set("lbl_OmegaD", d.Omega_D, 1);
-        set("lbl_Cc", d.Critical_Damping, 2);
-        Control<Entry>(QStringLiteral("txt_Damping")).Show_Text(Trim(FNRoundStr(d.Damping, 2)));
-    }
+    const Dynamics_Figures found = Present_Figures();
+    const Dynamics_Texts texts = Texts_of_Dynamics(found);
+    for (const Figure& f : figures)
+        if (const std::string& text = texts.*f.text; !text.empty())
+            Control<QLabel>(QString::fromUtf8(f.name)).setText(To_Qt(text));
+    if (!texts.txt_Damping.empty())
+        Control<Entry>(QStringLiteral("txt_Damping")).Show_Text(texts.txt_Damping);
     QStringList lines;
-    for (const std::string& text : figures.pulses.lines)
+    for (const std::string& text : found.pulses.lines)
         lines.append(To_Qt(text));
     pulses_->setPlainText(lines.join(QLatin1Char('\n')));
+    Show_Row(*torque_, var::Torque);
+    Show_Row(*force_, var::Force);
+}
+
+void frm_Dynamics::Show_Row(paint::Chart& chart, int row)
+{
     const auto& results = design.results.CalcData;
-    const auto show = [&](paint::Chart& chart, int row) {
-        const QString name = To_Qt(Trim(design.plot.Var_Name(row)));
-        const QString unit = To_Qt(design.plot.Var_Unit(row));
-        chart.Set_Axis_Titles(QStringLiteral("Cam Angle (Deg)"), name + QStringLiteral("  ") + unit);
-        chart.Show({paint::Row_Curve(name, unit, results.Points(var::Angle), results.Points(row), 0,
-                                     design.motion.Max_Data_Points_used)});
-        chart.show();
-    };
-    show(*torque_, var::Torque);
-    show(*force_, var::Force);
+    const QString name = To_Qt(Trim(design.plot.Var_Name(row)));
+    const QString unit = To_Qt(design.plot.Var_Unit(row));
+    chart.Set_Axis_Titles(QStringLiteral("Cam Angle (Deg)"), name + QStringLiteral("  ") + unit);
+    chart.Show({paint::Row_Curve(name, unit, results.Points(var::Angle), results.Points(row), 0,
+                                 design.motion.Max_Data_Points_used)});
+    chart.Set_Range(0, 360);
+    chart.show();
 }
 
 void frm_Dynamics::Close_Box()
 {
-    if (design.flags.Dynamicflag)
+    Leave_Entry();
+    if (Closing_Dynamics_Is_Done())
         accept();
     else
         reject();

@@ -23,12 +23,21 @@ protected:
     void Close_Box() override;
 
 private:
+    QLayout* Inputs();
+    QLayout* Entries();
+    QLayout* Figures_Grid();
+    QLayout* Charts();
+    QWidget* Pulses();
+    QLayout* Buttons_Row();
     void Fill();
     void Refresh();
     Dynamics_Form Form() const;
     void Calculate();
-    void Hide_Results();
+    /// Shows what a run has filled, if there was one.
+    void Show_Run(bool run);
     void Show_Results();
+    static void Show_Row(paint::Chart& chart, int row);
+    void Hide_Charts();
 
     paint::Chart* torque_ = nullptr;
     paint::Chart* force_ = nullptr;

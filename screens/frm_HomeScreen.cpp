@@ -173,7 +173,7 @@ QAction* frm_HomeScreen::Add_Action(QMenu& menu, const QString& name, const QStr
 {
     QAction* const action = menu.addAction(caption);
     action->setObjectName(name);
-    connect(action, &QAction::triggered, this, [work = std::move(work)] { work(); });
+    On_Pick(action, this, std::move(work));
     actions_[From_Qt(name)] = action;
     return action;
 }
@@ -195,8 +195,7 @@ void frm_HomeScreen::Make_Menus()
             QMenu* const examples = menu->addMenu(To_Qt(entry.caption));
             examples->setObjectName(To_Qt(entry.name));
             for (const std::string_view name : Example_Names)
-                connect(examples->addAction(To_Qt(name)), &QAction::triggered, this,
-                        [this, name] { Build_Example(std::string(name)); });
+                On_Pick(examples->addAction(To_Qt(name)), this, [this, name] { Build_Example(std::string(name)); });
             recent_ = menu->addMenu(QStringLiteral("Open &Recent"));
             recent_->setObjectName(QStringLiteral("mnu_Recent"));
             connect(recent_, &QMenu::aboutToShow, this, [this] { Show_Recent(); });
@@ -269,6 +268,7 @@ QWidget* frm_HomeScreen::Make_Center()
     design_ = Label(QStringLiteral("lbl_Design"));
     design_->setTextFormat(Qt::RichText);
     design_->setWordWrap(true);
+    design_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     preview_ = new paint::Chart(QStringLiteral("grf_Preview"));
     preview_->Set_Axis_Titles(QStringLiteral("Cam Angle (Deg)"), {});
     status_ = new Status_Panel;
@@ -443,7 +443,7 @@ void frm_HomeScreen::Show_Recent()
     for (const QString& path : paths) {
         QAction* const action = recent_->addAction(QFileInfo(path).fileName());
         action->setToolTip(path);
-        connect(action, &QAction::triggered, this, [this, path] { Open_Path(path); });
+        On_Pick(action, this, [this, path] { Open_Path(path); });
     }
     if (paths.isEmpty())
         recent_->addAction(QStringLiteral("No files yet"))->setEnabled(false);

@@ -4,8 +4,10 @@
 #include <QMainWindow>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 
+#include "core/design_state.h"
 #include "core/messages.h"
 #include "core/workflow.h"
 #include "screens/screen.h"
@@ -53,8 +55,11 @@ private:
     template <class Form>
     void Open_Screen()
     {
+        // Leaving by Back drops all that was entered and calculated on the screen.
+        const auto before = std::make_unique<Design_State>(design);
         Form screen(this);
-        Run_Modal(screen);
+        if (Run_Modal(screen) != QDialog::Accepted)
+            design = *before;
     }
     void Build_Example(const std::string& caption);
     void Show_Recent();

@@ -172,7 +172,7 @@ void frm_InputData::Make_Menu()
         QAction* const action = units->addAction(To_Qt(Words_of_Units(code).menu));
         action->setObjectName(Element("mnu_pick", code));
         action->setCheckable(true);
-        connect(action, &QAction::triggered, this, [this, code] {
+        On_Pick(action, this, [this, code] {
             const int before = design.identity.WhichUnit;
             if (services_.change_units)
                 services_.change_units(code);
@@ -188,8 +188,7 @@ void frm_InputData::Make_Menu()
                 [this, name = QString::fromUtf8(page)] { Open_Help(name, this); });
     QAction* const start = help->addAction(QStringLiteral("Starting angle"));
     start->setObjectName(QStringLiteral("mnu_startangle"));
-    connect(start, &QAction::triggered, this,
-            [] { Show_Message(Start_Angle_Help(), Buttons::OK, Symbol::information); });
+    On_Pick(start, this, [] { Show_Message(Start_Angle_Help(), Buttons::OK, Symbol::information); });
     layout()->setMenuBar(bar);
 }
 

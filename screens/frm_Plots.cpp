@@ -16,7 +16,7 @@
 #include "core/design_state.h"
 #include "core/messages.h"
 #include "core/text.h"
-#include "motion/fourier.h"
+#include "core/traps.h"
 #include "paint/plot_charts.h"
 #include "paint/print.h"
 #include "present/plot_engine.h"
@@ -150,13 +150,16 @@ frm_PlotSelect::frm_PlotSelect(int plot_style, QWidget* parent)
         frame->setObjectName(QStringLiteral("fra_Function%1").arg(k));
         auto* const row = new QHBoxLayout(frame);
         row->setContentsMargins(0, 0, 0, 0);
-        QComboBox* const list = Choice(QStringLiteral("cmb_Var%1").arg(k), names, [this](int) { Picked(); });
+        QComboBox* const list = Choice(QStringLiteral("cmb_Var%1").arg(k), names, [this, k](int) {
+            Open_Function(k + 1, true);  // a pick lets the next function be picked
+            Picked();
+        });
         list->setPlaceholderText(QStringLiteral("Function %1").arg(k));
         list->setCurrentIndex(-1);
         row->addWidget(list, 1);
         row->addWidget(Button(k == 1 ? QStringLiteral("cmd_Clear1") : QStringLiteral("cmd_Clear%1").arg(k),
-                              k == 1 ? QStringLiteral("C&lear") : QStringLiteral("O&ff"), [this, list] {
-                                  list->setCurrentIndex(-1);
+                              k == 1 ? QStringLiteral("C&lear") : QStringLiteral("O&ff"), [this, k] {
+                                  Close_Function(k);
                                   Picked();
                               }));
         mix->addWidget(frame, k, 0);
@@ -164,7 +167,7 @@ frm_PlotSelect::frm_PlotSelect(int plot_style, QWidget* parent)
         if (k > 1)
             mix->addWidget(Button(
                                QStringLiteral("cmd_On%1").arg(k), QStringLiteral("On"),
-                               [frame] { frame->setEnabled(true); }, QStringLiteral("Open this function")),
+                               [this, k] { Open_Function(k, true); }, QStringLiteral("Open this function")),
                            k, 2);
     }
     QStringList segments;
@@ -190,9 +193,14 @@ frm_PlotSelect::frm_PlotSelect(int plot_style, QWidget* parent)
     column->addWidget(preset_frame);
     column->addWidget(mix_frame);
     column->addLayout(range);
+    QLabel* const reason = Label(QStringLiteral("lbl_Reason"));
+    reason->setWordWrap(true);
+    column->addWidget(reason);
     column->addStretch();
     column->addLayout(buttons);
-    Open_at({620, 380});
+    Open_at({620, 400});
+    for (int k = 2; k <= most; ++k)
+        Open_Function(k, false);
     Use_Presets(!presets_.empty());
 }
 
@@ -202,9 +210,24 @@ void frm_PlotSelect::Use_Presets(bool presets)
     Control<QRadioButton>(Element("opt_PrintSet", 0)).setEnabled(!presets_.empty());
     Control<QGroupBox>(QStringLiteral("fra_Preset")).setEnabled(presets);
     Control<QGroupBox>(QStringLiteral("fra_Mix")).setEnabled(!presets);
-    if (presets)
+    if (presets) {
+        Control<QComboBox>(QStringLiteral("cmb_Preset")).setCurrentIndex(-1);
         design.plot.Num_Sets = 0;
+    }
     Picked();
+}
+
+void frm_PlotSelect::Open_Function(int k, bool open)
+{
+    if (k <= Functions_of_Style(style_).most)
+        Control<QWidget>(QStringLiteral("fra_Function%1").arg(k)).setEnabled(open);
+}
+
+/// Takes the pick of a function away; all but the first close with it.
+void frm_PlotSelect::Close_Function(int k)
+{
+    Control<QComboBox>(QStringLiteral("cmb_Var%1").arg(k)).setCurrentIndex(-1);
+    Open_Function(k, k == 1);
 }
 
 std::vector<int> frm_PlotSelect::Picks() const
@@ -220,35 +243,41 @@ std::vector<int> frm_PlotSelect::Picks() const
 void frm_PlotSelect::Picked()
 {
     const bool presets = Control<QRadioButton>(Element("opt_PrintSet", 0)).isChecked();
+    const Plot_Group& p = design.plot;
+    std::vector<int> picks = Picks();
     bool ready = false;
     if (presets) {
-        ready = design.plot.Num_Sets >= Functions_of_Style(style_).least;
+        ready = p.Num_Sets >= Functions_of_Style(style_).least;
+        for (std::size_t k = 0; k < picks.size(); ++k)
+            picks[k] = static_cast<int>(k) < p.Num_Sets ? int{p.Plot_Vars(static_cast<int>(k) + 1)} : 0;
     } else {
-        ready = Select_OK(style_, Picks());
-        const std::vector<int> picks = Picks();
-        bool open = true;  // a pick lets the next function be picked
-        for (std::size_t k = 0; k < picks.size(); ++k) {
-            Control<QWidget>(QStringLiteral("fra_Function%1").arg(k + 1)).setEnabled(open || picks[k] != 0);
-            open = picks[k] != 0;
-        }
+        ready = Select_OK(style_, picks);
     }
-    for (int k = 1; k <= Functions_of_Style(style_).most; ++k)
-        Control<QLabel>(Element("lbl_Function", k))
-            .setText(k <= design.plot.Num_Sets ? Name_of(design.plot.Plot_Vars(k)) : QString());
-    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(ready);
+    const std::string obstacle = Why_Not_Together(style_, picks);
+    for (std::size_t k = 0; k < picks.size(); ++k)
+        Control<QLabel>(Element("lbl_Function", static_cast<int>(k) + 1))
+            .setText(picks[k] == 0 ? QString() : Name_of(picks[k]));
+    Control<QLabel>(QStringLiteral("lbl_Reason")).setText(To_Qt(obstacle));
+    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(ready && obstacle.empty());
 }
 
 frm_Plot::frm_Plot(int plot_style, QWidget* parent)
     : Screen(QStringLiteral("frm_Plot%1").arg(plot_style), QStringLiteral("Plot"), parent), style_(plot_style)
 {
     QLabel* const header = Label(QStringLiteral("lbl_Header"), To_Qt(Plot_Header()));
+    QLabel* const above = Label(QStringLiteral("lbl_Title"));
+    above->setAlignment(Qt::AlignCenter);
+    QFont bold = above->font();
+    bold.setWeight(QFont::DemiBold);
+    above->setFont(bold);
     auto* const charts = new QGridLayout;
     const int windows = paint::Windows_of(style_);
     const int columns = windows == 4 ? 2 : 1;
     for (int k = 0; k < windows; ++k) {
         charts_.push_back(new paint::Chart(Element("grf_Plot", k)));
-        charts->addWidget(charts_.back(), k / columns, k % columns);
+        charts->addWidget(charts_.back(), 1 + k / columns, k % columns);
     }
+    charts->addWidget(above, 0, 0, 1, columns);
     auto* const side = new QVBoxLayout;
     const auto panel = [side](const char* name, const QString& title, const char* label, const Panel_Lines& lines) {
         if (lines.empty())
@@ -273,15 +302,18 @@ frm_Plot::frm_Plot(int plot_style, QWidget* parent)
             row->addWidget(widgets[k], k / 2, k % 2);
         side->addWidget(box);
     };
-    const auto again = [this](bool) { Replot(); };
-    const auto checked = [](QCheckBox* box) {
-        box->setChecked(true);
+    const auto again = [this](bool) { Show_Looks(); };
+    const auto checked = [](QCheckBox* box, bool on = true) {
+        box->setChecked(on);
         return box;
     };
+    const paint::Curve_Style usual = paint::Usual_Look(style_);
     group(QStringLiteral("Grid"), {checked(Check(QStringLiteral("chk_HGrid"), QStringLiteral("Horiz"), again)),
                                    checked(Check(QStringLiteral("chk_VGrid"), QStringLiteral("Vertic"), again))});
-    group(QStringLiteral("Style"), {checked(Check(QStringLiteral("chk_Line"), QStringLiteral("Lines"), again)),
-                                    Check(QStringLiteral("chk_Sticks"), QStringLiteral("Fills"), again)});
+    group(QStringLiteral("Style"), {checked(Check(QStringLiteral("chk_Line"), QStringLiteral("Lines"), again),
+                                            usual != paint::Curve_Style::sticks),
+                                    checked(Check(QStringLiteral("chk_Sticks"), QStringLiteral("Fills"), again),
+                                            usual != paint::Curve_Style::line)});
     QList<QWidget*> grounds;
     for (const auto& [k, caption, colour] :
          {std::tuple{0, "White", QColor(Qt::white)}, std::tuple{1, "Blue", QColor(0xDC, 0xE8, 0xF8)},
@@ -331,15 +363,33 @@ frm_Plot::frm_Plot(int plot_style, QWidget* parent)
     Replot();
 }
 
-void frm_Plot::Replot()
+paint::Curve_Style frm_Plot::Look() const
+{
+    const bool lines = Control<QCheckBox>(QStringLiteral("chk_Line")).isChecked();
+    const bool fills = Control<QCheckBox>(QStringLiteral("chk_Sticks")).isChecked();
+    if (fills)
+        return lines ? paint::Curve_Style::sticks_and_line : paint::Curve_Style::sticks;
+    return lines ? paint::Curve_Style::line : paint::Curve_Style::points;
+}
+
+/// Grid and graph style by their boxes; the part in view stays.
+void frm_Plot::Show_Looks()
 {
     const auto on = [this](const char* name) { return Control<QCheckBox>(QString::fromUtf8(name)).isChecked(); };
-    const paint::Curve_Style look =
-        on("chk_Sticks") ? (on("chk_Line") ? paint::Curve_Style::sticks_and_line : paint::Curve_Style::sticks)
-                         : paint::Curve_Style::line;
-    setWindowTitle(paint::Fill_Plot(charts_, style_, on("chk_Sticks"), look));
-    for (paint::Chart* const chart : charts_)
+    for (paint::Chart* const chart : charts_) {
+        chart->Set_Style(Look());
         chart->Set_Grid(on("chk_HGrid"), on("chk_VGrid"));
+    }
+}
+
+void frm_Plot::Replot()
+{
+    Trap(From_Qt(objectName()) + ".Replot", [this] {
+        auto& title = Control<QLabel>(QStringLiteral("lbl_Title"));
+        title.setText(paint::Fill_Plot(charts_, style_, Look()));
+        title.setVisible(!title.text().isEmpty());
+    });
+    Show_Looks();
 }
 
 void Run_Plots(QWidget* parent)

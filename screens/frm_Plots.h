@@ -24,6 +24,8 @@ public:
 
 private:
     void Use_Presets(bool presets);
+    void Open_Function(int k, bool open);
+    void Close_Function(int k);
     void Picked();
     std::vector<int> Picks() const;
 
@@ -39,6 +41,8 @@ public:
     frm_Plot(int plot_style, QWidget* parent = nullptr);
 
 private:
+    paint::Curve_Style Look() const;
+    void Show_Looks();
     void Replot();
 
     int style_;

@@ -17,7 +17,6 @@
 #include "core/design_state.h"
 #include "core/messages.h"
 #include "core/text.h"
-#include "core/traps.h"
 #include "core/units.h"
 #include "core/workflow.h"
 #include "paint/chart.h"
@@ -42,8 +41,17 @@ std::string Stepped(const std::string& text, int steps)
     return In_Number_Format(Shortest(Single(next)));
 }
 
-/// The message of an axial cam, once a run unless the user keeps it away.
+/// The messages of an axial and of a linear cam, until the user keeps them away for the run.
 bool axial_message_wanted = true;
+bool linear_help_wanted = true;
+
+void Explain_Linear_Cam()
+{
+    if (linear_help_wanted)
+        linear_help_wanted =
+            Show_Message(Linear_Help() + "\n\nTo suppress this message on further choices, hit Cancel.",
+                         Buttons::OK_Cancel, Symbol::information) != Answer::Cancel;
+}
 
 }  // namespace
 
@@ -63,16 +71,13 @@ frm_SizeCam::frm_SizeCam(QWidget* parent)
     column->addWidget(Make_Foot());
     status_ = new Status_Panel;
     column->addWidget(status_);
-    Open_at({1060, 680});
+    Open_at({1180, 720});
     Fill();
+    has_results_ = design.flags.Sized;
     Refresh();
-    Show_Data(!design.flags.Sized);
-    if (design.flags.Sized) {
-        Set_Pending(false);
+    Set_Pending(!has_results_);
+    if (has_results_)
         Draw_Views();
-    } else {
-        Set_Pending(true);
-    }
 }
 
 void frm_SizeCam::Make_Menu()
@@ -82,7 +87,7 @@ void frm_SizeCam::Make_Menu()
     const auto add = [this, help](const char* name, const char* caption, std::string (*text)()) {
         QAction* const action = help->addAction(QString::fromUtf8(caption));
         action->setObjectName(QString::fromUtf8(name));
-        connect(action, &QAction::triggered, this, [text] { Show_Message(text(), Buttons::OK, Symbol::information); });
+        On_Pick(action, this, [text] { Show_Message(text(), Buttons::OK, Symbol::information); });
     };
     add("mnu_arm", "Follower arm", Arm_Help);
     add("mnu_Roller", "Roller radius", Roller_Help);
@@ -112,6 +117,7 @@ QWidget* frm_SizeCam::Make_Choices()
                 [this, chosen, k] {
                     chosen(k);
                     Refresh();
+                    Show_Stored();
                     Changed();
                 },
                 captions[static_cast<std::size_t>(k)].second));
@@ -126,7 +132,7 @@ QWidget* frm_SizeCam::Make_Choices()
           [](int k) {
               Choose_Cam(static_cast<Cam_Choice>(k));
               if (static_cast<Cam_Choice>(k) == Cam_Choice::Linear)
-                  Show_Message(Linear_Help(), Buttons::OK, Symbol::information);
+                  Explain_Linear_Cam();
           });
     frame("fra_Folmotion", QStringLiteral("Follower motion"), "opt_Folmotion", 0, 1,
           {{QStringLiteral("Translating"), {}}, {QStringLiteral("Oscillating"), {}}},
@@ -140,75 +146,123 @@ QWidget* frm_SizeCam::Make_Choices()
           {{QStringLiteral("Ccw"), {}}, {QStringLiteral("Cw"), {}}}, [](int k) { Choose_Arm_Rotation(k == 0); });
     const QString track = QStringLiteral("Must calculate and export each track surface of cam separately");
     frame("fra_topbot", QStringLiteral("Cam Surface"), "opt_topbot", 1, 2,
-          {{QStringLiteral("Inner"), track}, {QStringLiteral("Outer"), track}}, [](int k) { Choose_Track(k == 0); });
+          {{QStringLiteral("Inner"), track}, {QStringLiteral("Outer"), track}}, [](int k) {
+              Choose_Track(k == 0);
+              Model_Edited();
+          });
     return choices;
+}
+
+/// A panel of rows: caption, entry, unit.
+QWidget* frm_SizeCam::Make_Panel(const char* name, QWidget* panel)
+{
+    panel->setObjectName(QString::fromUtf8(name));
+    auto* const grid = new QGridLayout(panel);
+    if (qobject_cast<QGroupBox*>(panel) == nullptr)
+        grid->setContentsMargins(0, 0, 0, 0);
+    grid->setColumnStretch(1, 1);
+    return panel;
+}
+
+void frm_SizeCam::Add_Row(QWidget* panel, const char* name, const QString& caption, QWidget* field)
+{
+    auto* const grid = qobject_cast<QGridLayout*>(panel->layout());
+    const int line = grid->rowCount();
+    auto* const label = new QLabel(caption);
+    label->setObjectName(QStringLiteral("lbl_") + QString::fromUtf8(name));
+    label->setBuddy(field);
+    if (!caption.isEmpty())
+        label->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("Center Distance ")));
+    QLabel* const unit = Label(QStringLiteral("unit_") + QString::fromUtf8(name));
+    unit->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("deg ")));
+    grid->addWidget(label, line, 0);
+    grid->addWidget(field, line, caption.isEmpty() ? 0 : 1, 1, caption.isEmpty() ? 2 : 1);
+    grid->addWidget(unit, line, 2);
+}
+
+void frm_SizeCam::Add_Entry(QWidget* panel, const char* name, const QString& caption, const QString& tip,
+                            std::function<Size_Entry(std::string_view)> enter)
+{
+    auto* const entry = new Entry(QString::fromUtf8(name), tip);
+    entry->stepped = Stepped;
+    entry->accepted = [this, entry, enter = std::move(enter)](const std::string& text) {
+        const Size_Entry result = enter(text);
+        entry->Show_Text(result.text);
+        Refresh();
+        if (!result.accepted) {
+            // The box shows what the value is not: it is calculated with only when the user says so.
+            if (result.takes_focus)
+                QMetaObject::invokeMethod(
+                    entry, [entry] { entry->setFocus(); }, Qt::QueuedConnection);
+            Set_Pending(true);
+            return;
+        }
+        Model_Edited();
+        Changed(entry->objectName() == QLatin1String("txt_Prime") && design.cam.Camtype == "Barrel");
+    };
+    Add_Row(panel, name, caption, entry);
 }
 
 QWidget* frm_SizeCam::Make_Fields()
 {
     auto* const fields = new QWidget;
-    auto* const grid = new QGridLayout(fields);
-    grid->setContentsMargins(0, 0, 0, 0);
-    int line = 0;
-    const auto add = [&](const char* name, const QString& caption, const QString& tip,
-                         std::function<Size_Entry(std::string_view)> enter, bool always = false) {
-        auto* const entry = new Entry(QString::fromUtf8(name), tip);
-        auto* const label = new QLabel(caption);
-        label->setObjectName(QStringLiteral("lbl_") + QString::fromUtf8(name));
-        label->setBuddy(entry);
-        entry->stepped = Stepped;
-        entry->accepted = [this, entry, enter = std::move(enter), always](const std::string& text) {
-            Trap("frm_SizeCam.fields", [&] {
-                const Size_Entry result = enter(text);
-                entry->Show_Text(result.text);
-                if (result.takes_focus)
-                    entry->setFocus();
-                Model_Edited();
-            });
-            Refresh();
-            Changed(always && design.cam.Camtype == "Barrel");
-        };
-        QLabel* const unit = Label(QStringLiteral("unit_") + QString::fromUtf8(name));
-        grid->addWidget(label, line, 0);
-        grid->addWidget(entry, line, 1);
-        grid->addWidget(unit, line++, 2);
+    auto* const column = new QVBoxLayout(fields);
+    column->setContentsMargins(0, 0, 0, 0);
+    const auto panel = [this, column](const char* name, QWidget* widget) {
+        column->addWidget(Make_Panel(name, widget));
+        return widget;
     };
-    add("txt_Prime", QStringLiteral("Prime Radius"), QStringLiteral("Smallest radius to roller center"), Enter_Prime,
-        true);
-    add("txt_follower", QStringLiteral("Roller Radius"), QStringLiteral("Roller radius (not diameter)"), Enter_Roller);
-    add("txt_Cutter", QStringLiteral("Cutter Radius"), QStringLiteral("Cutter radius for cutter compensation"),
-        Enter_Cutter);
-    add("txt_Offset", QStringLiteral("Offset"), QStringLiteral("Eccentricity of follower axis from cam center"),
-        Enter_Offset);
-    add("txt_folwrangle", QStringLiteral("Follower Angle"),
-        QStringLiteral("Angle of translating follower motion versus x axis"), Enter_Follower_Angle);
+    QWidget* const prime = panel("fra_Prime", new QGroupBox);
+    Add_Entry(prime, "txt_Prime", {}, QStringLiteral("Smallest radius to roller center"), Enter_Prime);
+    QWidget* const rollers = panel("pnl_roller", new QWidget);
+    Add_Entry(rollers, "txt_follower", QStringLiteral("Roller Radius"), QStringLiteral("Roller radius (not diameter)"),
+              Enter_Roller);
+    Add_Entry(rollers, "txt_Cutter", QStringLiteral("Cutter Radius"),
+              QStringLiteral("Cutter radius for cutter compensation"), Enter_Cutter);
+    QWidget* const translate = panel("pnl_translate", new QWidget);
+    Add_Entry(translate, "txt_Offset", QStringLiteral("Offset"),
+              QStringLiteral("Eccentricity of follower axis from cam center"), Enter_Offset);
+    Add_Entry(translate, "txt_folwrangle", QStringLiteral("Follower Angle"),
+              QStringLiteral("Angle of translating follower motion versus x axis"), Enter_Follower_Angle);
     // A moved pivot is stored, and the arm tested against it as if its radius had been typed.
     const auto pivot = [this](void (*store)(std::string_view)) {
         return [this, store](std::string_view text) {
             store(text);
+            Model_Edited();
             auto& arm = Control<Entry>(QStringLiteral("txt_ArmRadius"));
-            arm.Show_Text(Enter_Arm_Radius(arm.Text()).text);
-            return Size_Entry{true, std::string(text)};
+            const Size_Entry tested = Enter_Arm_Radius(arm.Text());
+            arm.Show_Text(tested.text);
+            return Size_Entry{tested.accepted, std::string(text)};
         };
     };
-    add("txt_CLx", QStringLiteral("Pivot x"), QStringLiteral("x distance from cam center to arm pivot"),
-        pivot(Enter_ArmX));
-    add("txt_CLy", QStringLiteral("Pivot y"), QStringLiteral("y distance from cam center to arm pivot"),
-        pivot(Enter_ArmY));
-    add("txt_ArmRadius", QStringLiteral("Arm Radius"), QStringLiteral("Radius from arm pivot to roller center"),
-        Enter_Arm_Radius);
-    add("txt_ShiftAng", QStringLiteral("Starting Angle"), To_Qt(Start_Angle_Help()), Enter_Shift_Angle);
-    QComboBox* const keyway = Choice(
-        QStringLiteral("cmb_keyway"), keyways,
-        [this](int k) {
-            design.cam.Keyway_Text = From_Qt(keyways.at(k));
-            Model_Edited();
-            Changed();
-        },
-        QStringLiteral("Where the keyway points"));
-    grid->addWidget(new QLabel(QStringLiteral("Keyway")), line, 0);
-    grid->addWidget(keyway, line, 1);
-    grid->setColumnStretch(1, 1);
+    QWidget* const oscillate = panel("pnl_oscillate", new QWidget);
+    Add_Entry(oscillate, "txt_CLx", QStringLiteral("Pivot x"),
+              QStringLiteral("x distance from cam center to arm pivot"), pivot(Enter_ArmX));
+    Add_Entry(oscillate, "txt_CLy", QStringLiteral("Pivot y"),
+              QStringLiteral("y distance from cam center to arm pivot"), pivot(Enter_ArmY));
+    Add_Entry(oscillate, "txt_ArmRadius", QStringLiteral("Arm Radius"),
+              QStringLiteral("Radius from arm pivot to roller center"), Enter_Arm_Radius);
+    // A linear cam has no centre that the pivot could be distant from.
+    QWidget* const center = panel("fra_CL", new QWidget);
+    Add_Row(center, "lbl_CL", QStringLiteral("Center Distance"),
+            Label(QStringLiteral("lbl_CL"), {}, QStringLiteral("From cam center to arm pivot")));
+    QWidget* const start = panel("pnl_start", new QWidget);
+    Add_Entry(start, "txt_ShiftAng", QStringLiteral("Starting Angle"), To_Qt(Start_Angle_Help()), Enter_Shift_Angle);
+    Add_Row(start, "cmb_keyway", QStringLiteral("Keyway"),
+            Choice(
+                QStringLiteral("cmb_keyway"), keyways,
+                [this](int k) {
+                    design.cam.Keyway_Text = From_Qt(keyways.at(k));
+                    Model_Edited();
+                    Changed();
+                },
+                QStringLiteral("Where the keyway points")));
+    QLabel* const explanation = Label(QStringLiteral("lbl_Explanation"));
+    explanation->setWordWrap(true);
+    column->addWidget(explanation);
+    start->findChild<Entry*>(QStringLiteral("txt_ShiftAng"))->focused = [explanation](bool in) {
+        explanation->setText(in ? To_Qt(Start_Angle_Help()) : QString());
+    };
     return fields;
 }
 
@@ -218,9 +272,8 @@ QWidget* frm_SizeCam::Make_Views()
     auto* const column = new QVBoxLayout(views);
     column->setContentsMargins(0, 0, 0, 0);
     auto* const extremes = new QHBoxLayout;
-    for (const auto& [name, caption] :
-         {std::pair{"lbl_Pamin", "Min Phi"}, std::pair{"lbl_Pamax", "Max Phi"}, std::pair{"lbl_Rhomin", "Min Rho +"},
-          std::pair{"lbl_Rhominneg", "Min Rho -"}}) {
+    for (const auto& [name, caption] : {std::pair{"lbl_Pamin", "Min Phi"}, std::pair{"lbl_Pamax", "Max Phi"},
+                                        std::pair{"lbl_Rhomin", "Min Rho +"}, std::pair{"lbl_Rhomax", "Min Rho -"}}) {
         extremes->addWidget(new QLabel(QString::fromUtf8(caption)));
         QLabel* const value = Label(QString::fromUtf8(name));
         QFont bold = value->font();
@@ -231,7 +284,19 @@ QWidget* frm_SizeCam::Make_Views()
     }
     extremes->addStretch();
     column->addLayout(extremes);
+    // The cam with its axes beside it, and what it starts from below.
+    cam_view_ = new QWidget;
+    auto* const drawing = new QGridLayout(cam_view_);
+    drawing->setContentsMargins(0, 0, 0, 0);
     cam_ = new paint::Drawing_View(QStringLiteral("pct_Cam"));
+    drawing->addWidget(Label(QStringLiteral("lbl_Yinit"), {}, QStringLiteral("The axis upward")), 0, 0, Qt::AlignTop);
+    drawing->addWidget(cam_, 0, 1);
+    drawing->addWidget(Label(QStringLiteral("lbl_Xinit"), QStringLiteral("x")), 1, 1, Qt::AlignRight);
+    QLabel* const info = Label(QStringLiteral("pnl_info"), {}, QStringLiteral("Where the roller center starts"));
+    info->setMinimumWidth(1);  // the drawing's width is its own
+    drawing->addWidget(info, 2, 1);
+    drawing->setColumnStretch(1, 1);
+    drawing->setRowStretch(0, 1);
     data_view_ = new QWidget;
     auto* const charts = new QVBoxLayout(data_view_);
     charts->setContentsMargins(0, 0, 0, 0);
@@ -241,7 +306,7 @@ QWidget* frm_SizeCam::Make_Views()
     charts->addWidget(phi_);
     charts->addWidget(rho_);
     auto* const row = new QHBoxLayout;
-    row->addWidget(cam_, 1);
+    row->addWidget(cam_view_, 1);
     row->addWidget(data_view_, 1);
     column->addLayout(row, 1);
     return views;
@@ -258,8 +323,17 @@ QWidget* frm_SizeCam::Make_Foot()
     QCheckBox* const autocalc = Check(QStringLiteral("chk_Autocalc"), QStringLiteral("&Autocalc"), {},
                                       QStringLiteral("Will calculate when any change is made"));
     row->addWidget(autocalc);
-    add(Button(QStringLiteral("cmd_ShowCam"), QStringLiteral("Show &Cam"), [this] { Show_Data(false); }));
-    add(Button(QStringLiteral("cmd_ShowData"), QStringLiteral("Show &Data"), [this] { Show_Data(true); }));
+    const auto view = [this](View chosen) {
+        return [this, chosen] {
+            view_ = chosen;
+            Show_Views();
+            Draw_Cam_View();
+        };
+    };
+    add(Button(QStringLiteral("cmd_ShowCam"), QStringLiteral("Show &Cam"), view(View::cam)));
+    add(Button(QStringLiteral("cmd_ShowData"), QStringLiteral("Show &Data"), view(View::data)));
+    add(Button(QStringLiteral("cmd_ShowBoth"), QStringLiteral("Show B&oth"), view(View::both),
+               QStringLiteral("The cam beside its curves")));
     add(Button(QStringLiteral("cmd_Copy"), QStringLiteral("Cop&y"), [] {
         Show_Message("Use the Alt-PrintScrn key combo to copy the screen to the clipboard", Buttons::OK,
                      Symbol::information);
@@ -287,7 +361,8 @@ void frm_SizeCam::Fill()
     text("txt_CLy", form.txt_CLy);
     text("txt_ArmRadius", form.txt_ArmRadius);
     text("txt_ShiftAng", form.txt_ShiftAng);
-    Control<QComboBox>(QStringLiteral("cmb_keyway")).setCurrentText(To_Qt(form.cmb_keyway));
+    auto& keyway = Control<QComboBox>(QStringLiteral("cmb_keyway"));
+    keyway.setCurrentIndex(keyway.findText(To_Qt(form.cmb_keyway)));
     Control<QRadioButton>(Element("opt_topbot", form.inner_track ? 0 : 1)).setChecked(true);
 }
 
@@ -301,39 +376,49 @@ void frm_SizeCam::Refresh()
     on("opt_Foltype", c.Followtype == 2 ? 1 : 0);
     on("opt_Rotate", c.Rotflag > 0 ? 0 : 1);
     on("opt_ArmRotate", c.ArmDirect > 0 ? 0 : 1);
-    Control<QLabel>(QStringLiteral("lbl_txt_Prime")).setText(To_Qt(panels.fra_Prime));
+    Control<QGroupBox>(QStringLiteral("fra_Prime")).setTitle(To_Qt(panels.fra_Prime));
+    Control<QLabel>(QStringLiteral("lbl_Yinit")).setText(To_Qt(panels.lbl_Yinit));
+    Control<QLabel>(QStringLiteral("lbl_txt_CLy")).setText(QStringLiteral("Pivot ") + To_Qt(panels.lbl_Yinit));
+    Control<QLabel>(QStringLiteral("pnl_info")).setVisible(panels.info_panel);
+    Control<QWidget>(QStringLiteral("pnl_oscillate")).setVisible(panels.oscillate_panel);
+    Control<QWidget>(QStringLiteral("fra_CL")).setVisible(panels.oscillate_panel && panels.arm_frame);
+    Control<QLabel>(QStringLiteral("lbl_CL")).setText(To_Qt(Trim(FNRoundStr(Arm_Pivot_Distance(), 2))));
     Control<QGroupBox>(QStringLiteral("fra_Rotate")).setTitle(To_Qt(panels.fra_Rotate));
     for (const int k : {0, 1})
         Control<QRadioButton>(Element("opt_Rotate", k)).setText(To_Qt(panels.opt_Rotate[k]));
     Control<QRadioButton>(Element("opt_Foltype", 1)).setEnabled(panels.flat_enabled);
     Control<QGroupBox>(QStringLiteral("fra_topbot")).setVisible(panels.track_frame);
     Control<QGroupBox>(QStringLiteral("pnl_ArmRotate")).setVisible(panels.oscillate_panel);
-    const std::string length = Words_of_Units(design.identity.WhichUnit).length;
-    const auto shown = [this, &length](const char* name, bool visible, const char* unit = nullptr) {
+    const QString length = To_Qt(Words_of_Units(design.identity.WhichUnit).length);
+    for (const char* const name :
+         {"txt_Prime", "txt_follower", "txt_Cutter", "txt_Offset", "txt_CLx", "txt_CLy", "txt_ArmRadius", "lbl_CL"})
+        Control<QLabel>(QStringLiteral("unit_") + QString::fromUtf8(name)).setText(length);
+    for (const char* const name : {"txt_folwrangle", "txt_ShiftAng"})
+        Control<QLabel>(QStringLiteral("unit_") + QString::fromUtf8(name)).setText(QStringLiteral("deg"));
+    const auto show_row = [this](const char* name, bool visible) {
         const QString field = QString::fromUtf8(name);
-        Control<Entry>(field).setVisible(visible);
-        Control<QLabel>(QStringLiteral("lbl_") + field).setVisible(visible);
-        auto& label = Control<QLabel>(QStringLiteral("unit_") + field);
-        label.setVisible(visible);
-        label.setText(To_Qt(unit == nullptr ? length : std::string(unit)));
+        for (const QString& part : {field, QStringLiteral("lbl_") + field, QStringLiteral("unit_") + field})
+            Control<QWidget>(part).setVisible(visible);
     };
-    shown("txt_Prime", true);
-    shown("txt_follower", c.Followtype != 2);
-    shown("txt_Cutter", true);
+    const bool flat = c.Followtype == 2;
+    show_row("txt_follower", !flat);
     // The offset of a flat face on an arm is that of the face from the pivot.
-    shown("txt_Offset", panels.translate_panel || (panels.oscillate_panel && c.Followtype == 2));
-    shown("txt_folwrangle", panels.translate_panel, "deg");
-    shown("txt_CLx", panels.oscillate_panel);
-    shown("txt_CLy", panels.oscillate_panel);
-    shown("txt_ArmRadius", panels.oscillate_panel);
-    shown("txt_ShiftAng", true, "deg");
-    Control<Entry>(QStringLiteral("txt_CLy")).setEnabled(panels.arm_y_enabled);
+    Control<QWidget>(QStringLiteral("pnl_translate"))
+        .setVisible(panels.translate_panel || (panels.oscillate_panel && flat));
+    show_row("txt_folwrangle", panels.translate_panel);
+    auto& pivot_y = Control<Entry>(QStringLiteral("txt_CLy"));
+    pivot_y.setEnabled(panels.arm_y_enabled);
     if (!panels.arm_y_enabled)
-        Control<Entry>(QStringLiteral("txt_CLy")).Show_Text("0");
-    Control<Entry>(QStringLiteral("txt_Prime")).Show_Text(Size_Form_of_Design().txt_Prime);
-    if (!Control<Entry>(QStringLiteral("txt_Offset")).Dirty())
-        Control<Entry>(QStringLiteral("txt_Offset")).Show_Text(Size_Form_of_Design().txt_Offset);
+        pivot_y.Show_Text("0");
+    Show_Views();
     status_->Refresh();
+}
+
+void frm_SizeCam::Show_Stored()
+{
+    const Size_Form form = Size_Form_of_Design();
+    Control<Entry>(QStringLiteral("txt_Prime")).Show_Text(form.txt_Prime);
+    Control<Entry>(QStringLiteral("txt_Offset")).Show_Text(form.txt_Offset);
 }
 
 Size_Form frm_SizeCam::Form() const
@@ -372,28 +457,34 @@ void frm_SizeCam::Changed(bool calculate_anyway)
         return;
     }
     Set_Pending(true);
-    cam_->update();
+    if (has_results_)
+        Draw_Cam_View();
 }
 
 void frm_SizeCam::Calculate()
 {
     const Filling filling(*this);
     Size_Form form = Form();
-    const bool sized = Calc_Size(form, Control<QCheckBox>(QStringLiteral("chk_Autocalc")).isChecked());
-    Control<Entry>(QStringLiteral("txt_follower")).Show_Text(form.txt_follower);
-    Control<Entry>(QStringLiteral("txt_Offset")).Show_Text(form.txt_Offset);
-    Control<Entry>(QStringLiteral("txt_ArmRadius")).Show_Text(form.txt_ArmRadius);
+    has_results_ = Calc_Size(form, Control<QCheckBox>(QStringLiteral("chk_Autocalc")).isChecked());
+    const auto text = [this](const char* name, const std::string& value) {
+        Control<Entry>(QString::fromUtf8(name)).Show_Text(value);
+    };
+    text("txt_Prime", form.txt_Prime);
+    text("txt_follower", form.txt_follower);
+    text("txt_Cutter", form.txt_Cutter);
+    text("txt_Offset", form.txt_Offset);
+    text("txt_ArmRadius", form.txt_ArmRadius);
     Refresh();
-    Set_Pending(!sized);
-    if (sized)
-        Draw_Views();
+    Set_Pending(!has_results_);
+    Draw_Views();
 }
 
 void frm_SizeCam::Set_Pending(bool pending)
 {
     calculated_ = !pending;
     Control<QPushButton>(QStringLiteral("cmd_Calc")).setEnabled(pending);
-    for (const char* const name : {"cmd_Done", "cmd_ShowCam", "cmd_ShowData", "cmd_Copy", "cmd_PrintForm"})
+    for (const char* const name :
+         {"cmd_Done", "cmd_ShowCam", "cmd_ShowData", "cmd_Copy", "cmd_PrintForm", "cmd_ShowBoth"})
         Control<QPushButton>(QString::fromUtf8(name)).setEnabled(!pending);
     status_->Refresh();
 }
@@ -401,36 +492,57 @@ void frm_SizeCam::Set_Pending(bool pending)
 void frm_SizeCam::Draw_Views()
 {
     const Cam_Group& c = design.cam;
-    const auto& results = design.results.CalcData;
-    const int last = design.motion.Max_Data_Points_used;
-    const auto number = [](double value) { return To_Qt(Trim(FNRoundStr(value, 2))); };
-    Control<QLabel>(QStringLiteral("lbl_Pamin")).setText(number(c.Phi_Min));
-    Control<QLabel>(QStringLiteral("lbl_Pamax")).setText(number(c.Phi_Max));
-    Control<QLabel>(QStringLiteral("lbl_Rhomin")).setText(To_Qt(Trim(c.Rho_Min_Pos_Text)));
-    Control<QLabel>(QStringLiteral("lbl_Rhominneg")).setText(To_Qt(Trim(c.Rho_Min_Neg_Text)));
-    const auto show = [&](paint::Chart& chart, const char* name, const QString& unit, int row) {
-        std::vector<paint::Curve> curves{
-            paint::Row_Curve(QString::fromUtf8(name), unit, results.Points(var::Angle), results.Points(row), 0, last)};
-        // The calculation before this one stays behind as a faint curve.
-        if (!chart.Curves().empty()) {
-            paint::Curve before = chart.Curves().front();
-            before.faint = true;
-            curves.push_back(std::move(before));
-        }
-        chart.Update(std::move(curves));
+    const auto number = [this](const char* name, const std::string& text) {
+        Control<QLabel>(QString::fromUtf8(name)).setText(has_results_ ? To_Qt(Trim(text)) : QString());
     };
-    const QString length = To_Qt(std::string(Words_of_Units(design.identity.WhichUnit).length));
+    number("lbl_Pamin", FNRoundStr(c.Phi_Min, 2));
+    number("lbl_Pamax", FNRoundStr(c.Phi_Max, 2));
+    number("lbl_Rhomin", c.Rho_Min_Pos_Text);
+    number("lbl_Rhomax", c.Rho_Min_Neg_Text);
+    const QString length = To_Qt(Words_of_Units(design.identity.WhichUnit).length);
     rho_->Set_Axis_Titles(QStringLiteral("Cam Angle (Deg)"), QStringLiteral("Rho  ") + length);
-    show(*phi_, "Phi", QStringLiteral("deg"), var::Phi);
-    show(*rho_, "Rho", length, var::Rho);
-    cam_->Show([](Surface& surface) { Draw_Cam_Preview(surface); });
+    Show_Curve(*phi_, "Phi", QStringLiteral("deg"), var::Phi);
+    Show_Curve(*rho_, "Rho", length, var::Rho);
+    Draw_Cam_View();
 }
 
-void frm_SizeCam::Show_Data(bool shown)
+void frm_SizeCam::Show_Curve(paint::Chart& chart, const char* name, const QString& unit, int row)
 {
-    const bool drawn = design.cam.Camtype != "Barrel";
-    cam_->setVisible(drawn);
-    data_view_->setVisible(shown || !drawn);
+    const auto& results = design.results.CalcData;
+    std::vector<paint::Curve> curves;
+    if (has_results_)
+        curves.push_back(paint::Row_Curve(QString::fromUtf8(name), unit, results.Points(var::Angle),
+                                          results.Points(row), 0, design.motion.Max_Data_Points_used));
+    // The calculation before this one stays behind as a faint curve.
+    if (!chart.Curves().empty()) {
+        curves.push_back(chart.Curves().front());
+        curves.back().faint = true;
+    }
+    chart.Update(std::move(curves));
+}
+
+void frm_SizeCam::Draw_Cam_View()
+{
+    const Cam_Group& c = design.cam;
+    if (!has_results_ || c.Camtype == "Barrel" || !Cam_Preview_Possible()) {
+        cam_->Show({});
+        Control<QLabel>(QStringLiteral("pnl_info")).clear();
+        return;
+    }
+    cam_->Show(Repaint_Cam_Preview);
+    const auto number = [](double value) { return To_Qt(Trim(FNRoundStr(value, 2))); };
+    const auto& results = design.results.CalcData;
+    Control<QLabel>(QStringLiteral("pnl_info"))
+        .setText(QStringLiteral("At cam zero  x %1   y %2   base circle %3 %4")
+                     .arg(number(results(9, 0)), number(results(10, 0)), number(c.Base_Circle),
+                          To_Qt(Words_of_Units(design.identity.WhichUnit).length)));
+}
+
+void frm_SizeCam::Show_Views()
+{
+    const bool drawn = design.cam.Camtype != "Barrel";  // whose profile is not drawn
+    cam_view_->setVisible(drawn && view_ != View::data);
+    data_view_->setVisible(!drawn || view_ != View::cam);
 }
 
 void frm_SizeCam::Done()
@@ -445,6 +557,7 @@ void frm_SizeCam::Done()
 
 void frm_SizeCam::Close_Box()
 {
+    Leave_Entry();
     if (calculated_)
         Done();
     else

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
+#include <string_view>
+
 #include "camgeom/sizing_fields.h"
 #include "screens/screen.h"
 
@@ -26,27 +29,39 @@ protected:
 private:
     QWidget* Make_Choices();
     QWidget* Make_Fields();
+    QWidget* Make_Panel(const char* name, QWidget* panel);
+    void Add_Row(QWidget* panel, const char* name, const QString& caption, QWidget* field);
+    void Add_Entry(QWidget* panel, const char* name, const QString& caption, const QString& tip,
+                   std::function<Size_Entry(std::string_view)> enter);
     QWidget* Make_Views();
     QWidget* Make_Foot();
     void Make_Menu();
     void Fill();
     /// Texts, panels and what is enabled, by the kind of cam and the follower.
     void Refresh();
+    /// Shows again the entries that a choice may have changed.
+    void Show_Stored();
     Size_Form Form() const;
     /// After a changed value: calculates with Autocalc on, waits otherwise.
     void Changed(bool calculate_anyway = false);
     void Calculate();
     void Set_Pending(bool pending);
     void Draw_Views();
-    void Show_Data(bool shown);
+    void Show_Curve(paint::Chart& chart, const char* name, const QString& unit, int row);
+    void Draw_Cam_View();
+    void Show_Views();
     void Done();
 
     paint::Drawing_View* cam_ = nullptr;
     paint::Chart* phi_ = nullptr;
     paint::Chart* rho_ = nullptr;
     Status_Panel* status_ = nullptr;
+    enum class View { cam, data, both };
+    View view_ = View::both;
+    QWidget* cam_view_ = nullptr;
     QWidget* data_view_ = nullptr;
     bool calculated_ = false;
+    bool has_results_ = false;  // the rows hold the last calculation, be a change pending or not
 };
 
 }  // namespace lobemax::screens

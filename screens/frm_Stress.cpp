@@ -8,11 +8,13 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
+#include <utility>
 
 #include "core/design_state.h"
-#include "core/messages.h"
 #include "core/text.h"
+#include "dynamics/contact_stress.h"
 #include "paint/chart.h"
 #include "paint/print.h"
 #include "screens/help_viewer.h"
@@ -22,6 +24,7 @@ namespace lobemax::screens {
 
 namespace {
 
+/// A field of the screen: its control and caption, how it is checked, and where its text stands in the form.
 struct Field {
     const char* name;
     const char* caption;
@@ -29,150 +32,226 @@ struct Field {
     std::string Stress_Form::*text;
 };
 
-constexpr Field cam_E{"txt_Cam_E", "Young's Modulus", Stress_Field::Cam_E, &Stress_Form::txt_Cam_E};
-constexpr Field cam_v{"txt_Cam_V", "Poisson's ratio", Stress_Field::Cam_V, &Stress_Form::txt_Cam_V};
-constexpr Field fol_E{"txt_Fol_E", "Young's Modulus", Stress_Field::Fol_E, &Stress_Form::txt_Fol_E};
-constexpr Field fol_v{"txt_Fol_v", "Poisson's ratio", Stress_Field::Fol_v, &Stress_Form::txt_Fol_v};
-constexpr Field length{"txt_Length", "Contact Length", Stress_Field::Length, &Stress_Form::txt_Length};
-constexpr Field crown{"txt_Crownrad", "Crown Radius", Stress_Field::Crownrad, &Stress_Form::txt_Crownrad};
-constexpr std::array fields{cam_E, cam_v, fol_E, fol_v, length, crown};
+constexpr std::array fields{
+    Field{"txt_Cam_E", "Young's Modulus", Stress_Field::Cam_E, &Stress_Form::txt_Cam_E},
+    Field{"txt_Cam_V", "Poisson's ratio", Stress_Field::Cam_V, &Stress_Form::txt_Cam_V},
+    Field{"txt_Fol_E", "Young's Modulus", Stress_Field::Fol_E, &Stress_Form::txt_Fol_E},
+    Field{"txt_Fol_v", "Poisson's ratio", Stress_Field::Fol_v, &Stress_Form::txt_Fol_v},
+    Field{"txt_Length", "Contact Length", Stress_Field::Length, &Stress_Form::txt_Length},
+    Field{"txt_Crownrad", "Crown Radius", Stress_Field::Crownrad, &Stress_Form::txt_Crownrad},
+    Field{"txt_Weight", "Follower Weight Force on Cam", Stress_Field::Weight, &Stress_Form::txt_Weight},
+};
+
+const Field& Field_of(Stress_Field field)
+{
+    return *std::ranges::find(fields, field, &Field::field);
+}
+
+QString Name_of(Stress_Field field)
+{
+    return QString::fromUtf8(Field_of(field).name);
+}
+
+/// A member of the contact: its frame, the options of its material, its fields, and where its choice stands.
+struct Member {
+    const char* frame;
+    const char* title;
+    const char* option;  // (0) steel, (1) other
+    Stress_Field modulus;
+    Stress_Field ratio;
+    bool Stress_Form::*steel;
+};
+
+constexpr std::array members{Member{"fra_Cam", "Cam Material Parameters", "opt_Cam", Stress_Field::Cam_E,
+                                    Stress_Field::Cam_V, &Stress_Form::cam_steel},
+                             Member{"fra_Follower", "Follower Material Parameters", "opt_Follower", Stress_Field::Fol_E,
+                                    Stress_Field::Fol_v, &Stress_Form::follower_steel}};
+
+/// A field that only shows has the ground of the screen, so that nobody tries to type into it.
+void Set_Read_Only(QLineEdit& field, bool read_only)
+{
+    QPalette colours;
+    if (read_only)
+        colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+    field.setPalette(colours);
+    field.setReadOnly(read_only);
+}
+
+QGroupBox* Frame(const char* name, const char* title)
+{
+    auto* const frame = new QGroupBox(QString::fromUtf8(title));
+    frame->setObjectName(QString::fromUtf8(name));
+    return frame;
+}
 
 }  // namespace
 
 frm_Stress::frm_Stress(QWidget* parent) : Screen(QStringLiteral("frm_Stress"), QStringLiteral("Contact stress"), parent)
 {
-    const auto add_field = [this](QGridLayout& grid, int line, const Field& f) {
-        auto* const entry = new Entry(QString::fromUtf8(f.name), QString::fromUtf8(f.caption));
-        entry->accepted = [this, entry, f](const std::string& text) {
-            const lobemax::Stress_Entry result = Edit_Stress_Field(f.field, text);
-            entry->Show_Text(result.text);
-            if (result.accepted)
-                Calculate();
-        };
-        auto* const label = new QLabel(QString::fromUtf8(f.caption));
-        label->setObjectName(QStringLiteral("lbl_") + QString::fromUtf8(f.name));
-        label->setBuddy(entry);
-        grid.addWidget(label, line, 0);
-        grid.addWidget(entry, line, 1);
-        grid.addWidget(Label(QStringLiteral("unit_") + QString::fromUtf8(f.name)), line, 2);
-    };
-    auto* const left = new QVBoxLayout;
-    const auto material = [&](bool cam, const QString& title, const char* option, const Field& E, const Field& v) {
-        auto* const frame = new QGroupBox(title);
-        auto* const grid = new QGridLayout(frame);
-        grid->addWidget(Option(Element(option, 0), QStringLiteral("Steel"), [this, cam] { Set_Material(cam, true); }),
-                        0, 0);
-        grid->addWidget(Option(Element(option, 1), QStringLiteral("Other"), [this, cam] { Set_Material(cam, false); }),
-                        0, 1);
-        add_field(*grid, 1, E);
-        add_field(*grid, 2, v);
-        left->addWidget(frame);
-    };
-    material(true, QStringLiteral("Cam Material Parameters"), "opt_Cam", cam_E, cam_v);
-    material(false, QStringLiteral("Follower Material Parameters"), "opt_Follower", fol_E, fol_v);
-    auto* const frame = new QGroupBox(QStringLiteral("Follower Configuration"));
-    auto* const grid = new QGridLayout(frame);
-    auto* const prompt = new QHBoxLayout;
-    prompt->addWidget(new QLabel(QStringLiteral("You have chosen a ")));
-    prompt->addWidget(Label(QStringLiteral("lbl_follower")));
-    prompt->addWidget(new QLabel(QStringLiteral("follower.")));
-    prompt->addStretch();
-    grid->addLayout(prompt, 0, 0, 1, 3);
-    const auto type = [this](bool crowned) {
-        return [this, crowned] {
-            type_chosen_ = true;
-            design.dynamics.Roller_type = crowned ? 2 : 1;
-            Refresh();
-            Calculate();
-        };
-    };
-    grid->addWidget(Option(Element("opt_Fol_type", 0), QStringLiteral("Cylindrical"), type(false)), 1, 0);
-    grid->addWidget(Option(Element("opt_Fol_type", 1), QStringLiteral("Crowned"), type(true)), 1, 1);
-    QLabel* const explanation = Label(QStringLiteral("lbl_foltype"));
-    explanation->setWordWrap(true);
-    grid->addWidget(explanation, 2, 0, 1, 3);
-    add_field(*grid, 3, length);
-    add_field(*grid, 4, crown);
-    left->addWidget(frame);
-    auto* const loads = new QGridLayout;
-    auto* const weight = new Entry(QStringLiteral("txt_Weight"), QStringLiteral("A force added to the contact force"));
-    weight->accepted = [this](const std::string&) { Calculate(); };
-    loads->addWidget(new QLabel(QStringLiteral("Follower Weight Force on Cam")), 0, 0);
-    loads->addWidget(weight, 0, 1);
-    loads->addWidget(Label(QStringLiteral("unit_txt_Weight")), 0, 2);
-    loads->addWidget(Check(QStringLiteral("chk_Extforce"), QStringLiteral(" Include dynamic external force  "),
-                           [this](bool add) {
-                               design.dynamics.Ext_Force_Add = add;
-                               Calculate();
-                           }),
-                     1, 0, 1, 3);
-    left->addLayout(loads);
-    left->addStretch();
-    auto* const plots = new QGridLayout;
-    for (int k = 0; k < 4; ++k) {
-        charts_.append(new paint::Chart(Element("pct_Plot", k)));
-        plots->addWidget(charts_.back(), k / 2, k % 2);
-    }
     auto* const row = new QHBoxLayout;
-    row->addLayout(left);
-    row->addLayout(plots, 1);
-    auto* const buttons = new QHBoxLayout;
-    const auto add = [buttons](QPushButton* button) { buttons->addWidget(button); };
-    add(Button(QStringLiteral("cmd_Cancel"), QStringLiteral("< &Back"), [this] { reject(); }));
-    buttons->addStretch();
-    add(Button(QStringLiteral("cmd_Print"), QStringLiteral("&Print Form"), [this] { paint::Print_Form(*this); }));
-    add(Button(QStringLiteral("cmd_Help"), QStringLiteral("&Help"),
-               [this] { Open_Help(QStringLiteral("stress"), this); }));
-    buttons->addStretch();
-    add(Button(QStringLiteral("cmd_Calc"), QStringLiteral("&Calculate"), [this] { Calculate(); }));
-    QPushButton* const done = Button(QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] { accept(); });
-    done->setEnabled(false);
-    add(done);
+    row->addLayout(Inputs());
+    row->addLayout(Plots(), 1);
     auto* const column = new QVBoxLayout(this);
     column->addLayout(row, 1);
-    column->addLayout(buttons);
+    column->addLayout(Buttons_Row());
     status_ = new Status_Panel;
     column->addWidget(status_);
     Open_at({1000, 640});
-    Fill(Opening_Stress_Form());
     if (!design.flags.Ext_Force_Calc)
         design.dynamics.Ext_Force_Add = false;
+    Fill(Opening_Stress_Form());
     Refresh();
-    Calculate();
+}
+
+QLayout* frm_Stress::Inputs()
+{
+    auto* const column = new QVBoxLayout;
+    for (int m = 0; m < static_cast<int>(members.size()); ++m)
+        column->addWidget(Material(m));
+    column->addWidget(Configuration());
+    auto* const loads = new QGridLayout;
+    Add_Field(*loads, 0, Stress_Field::Weight);
+    const auto external = [this](bool add) {
+        design.dynamics.Ext_Force_Add = add;
+        Calculate();
+    };
+    loads->addWidget(
+        Check(QStringLiteral("chk_Extforce"), QStringLiteral(" Include dynamic external force  "), external), 1, 0, 1,
+        3);
+    column->addLayout(loads);
+    column->addStretch();
+    return column;
+}
+
+void frm_Stress::Add_Field(QGridLayout& grid, int line, Stress_Field field)
+{
+    const Field& f = Field_of(field);
+    const QString name = QString::fromUtf8(f.name);
+    auto* const entry = new Entry(name, QString::fromUtf8(f.caption));
+    entry->accepted = [this, entry, field](const std::string& text) {
+        const lobemax::Stress_Entry result = Edit_Stress_Field(field, text);
+        entry->Show_Text(result.text);
+        if (result.accepted)
+            Calculate();
+    };
+    QLabel* const label = Label(QStringLiteral("lbl_") + name, QString::fromUtf8(f.caption));
+    label->setBuddy(entry);
+    grid.addWidget(label, line, 0);
+    grid.addWidget(entry, line, 1);
+    grid.addWidget(Label(QStringLiteral("unit_") + name), line, 2);
+}
+
+QWidget* frm_Stress::Material(int member)
+{
+    const Member& m = members.at(static_cast<std::size_t>(member));
+    QGroupBox* const frame = Frame(m.frame, m.title);
+    auto* const grid = new QGridLayout(frame);
+    const auto option = [&](int index, const QString& caption) {
+        const auto chosen = [this, member, index] { Choose_Material(member, index == 0); };
+        grid->addWidget(Option(Element(m.option, index), caption, chosen), 0, index);
+    };
+    option(0, QStringLiteral("Steel"));
+    option(1, QStringLiteral("Other"));
+    Add_Field(*grid, 1, m.modulus);
+    Add_Field(*grid, 2, m.ratio);
+    return frame;
+}
+
+QWidget* frm_Stress::Configuration()
+{
+    QGroupBox* const frame = Frame("fra_Configuration", "Follower Configuration");
+    auto* const grid = new QGridLayout(frame);
+    auto* const prompt = new QHBoxLayout;
+    prompt->addWidget(Label(QStringLiteral("lbl_chosen"), QStringLiteral("You have chosen a ")));
+    prompt->addWidget(Label(QStringLiteral("lbl_follower")));
+    prompt->addWidget(Label(QStringLiteral("lbl_kind"), QStringLiteral("follower.")));
+    prompt->addStretch();
+    grid->addLayout(prompt, 0, 0, 1, 3);
+    const auto type = [&](int index, const QString& caption) {
+        const auto chosen = [this, index] { Choose_Roller(index == 1); };
+        grid->addWidget(Option(Element("opt_Fol_type", index), caption, chosen), 1, index);
+    };
+    type(0, QStringLiteral("Cylindrical"));
+    type(1, QStringLiteral("Crowned"));
+    QLabel* const explanation = Label(QStringLiteral("lbl_foltype"));
+    explanation->setWordWrap(true);
+    grid->addWidget(explanation, 2, 0, 1, 3);
+    Add_Field(*grid, 3, Stress_Field::Length);
+    Add_Field(*grid, 4, Stress_Field::Crownrad);
+    return frame;
+}
+
+QLayout* frm_Stress::Plots()
+{
+    auto* const grid = new QGridLayout;
+    for (int k = 0; k < 4; ++k) {
+        charts_.append(new paint::Chart(Element("pct_Plot", k)));
+        grid->addWidget(charts_.back(), k / 2, k % 2);
+    }
+    return grid;
+}
+
+QLayout* frm_Stress::Buttons_Row()
+{
+    auto* const row = new QHBoxLayout;
+    const auto add = [row](const char* name, const char* caption, std::function<void()> pressed) {
+        row->addWidget(Button(QString::fromUtf8(name), QString::fromUtf8(caption), std::move(pressed)));
+    };
+    add("cmd_Cancel", "< &Back", [this] { reject(); });
+    row->addStretch();
+    add("cmd_Print", "&Print Form", [this] { paint::Print_Form(*this); });
+    add("cmd_Help", "&Help", [this] { Open_Help(QStringLiteral("stress"), this); });
+    row->addStretch();
+    add("cmd_Calc", "&Calculate", [this] { Calculate(); });
+    add("cmd_Done", "&Next >", [this] { accept(); });
+    return row;
+}
+
+void frm_Stress::showEvent(QShowEvent* event)
+{
+    Screen::showEvent(event);
+    if (std::exchange(opened_, true))
+        return;
+    // Queued, so that what the first calculation has to tell appears over this screen.
+    const auto first = [this] { Run_Guarded(*this, [this] { Calculate(); }); };
+    QMetaObject::invokeMethod(this, first, Qt::QueuedConnection);
 }
 
 void frm_Stress::Fill(const Stress_Form& form)
 {
     for (const Field& f : fields)
         Control<Entry>(QString::fromUtf8(f.name)).Show_Text(form.*f.text);
-    Control<Entry>(QStringLiteral("txt_Weight")).Show_Text(form.txt_Weight);
-    Control<QRadioButton>(Element("opt_Cam", form.cam_steel ? 0 : 1)).setChecked(true);
-    Control<QRadioButton>(Element("opt_Follower", form.follower_steel ? 0 : 1)).setChecked(true);
+    for (const Member& m : members)
+        Control<QRadioButton>(Element(m.option, form.*m.steel ? 0 : 1)).setChecked(true);
     Control<QRadioButton>(Element("opt_Fol_type", form.crowned ? 1 : 0)).setChecked(true);
+    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(false);
 }
 
 void frm_Stress::Refresh()
 {
     const bool crowned = Control<QRadioButton>(Element("opt_Fol_type", 1)).isChecked();
     const Stress_Labels labels = Labels_of_Stress(type_chosen_, crowned);
-    Control<QLabel>(QStringLiteral("lbl_follower")).setText(To_Qt(labels.lbl_follower));
-    Control<QLabel>(QStringLiteral("lbl_foltype")).setText(To_Qt(labels.lbl_foltype));
+    const auto text = [this](const char* name, const std::string& shown) {
+        Control<QLabel>(QString::fromUtf8(name)).setText(To_Qt(shown));
+    };
+    text("lbl_follower", labels.lbl_follower);
+    text("lbl_foltype", labels.lbl_foltype);
+    text("unit_txt_Cam_E", labels.modulus_unit);
+    text("unit_txt_Fol_E", labels.modulus_unit);
+    text("unit_txt_Length", labels.length_unit);
+    text("unit_txt_Crownrad", labels.length_unit);
+    text("unit_txt_Weight", labels.force_unit);
     for (const int k : {0, 1})
         Control<QRadioButton>(Element("opt_Fol_type", k)).setVisible(labels.roller_options);
     for (const char* const name : {"txt_Crownrad", "lbl_txt_Crownrad", "unit_txt_Crownrad"})
         Control<QWidget>(QString::fromUtf8(name)).setVisible(labels.roller_options);
     Control<Entry>(QStringLiteral("txt_Length")).setEnabled(labels.length_enabled);
     Control<Entry>(QStringLiteral("txt_Crownrad")).setEnabled(labels.crown_enabled);
-    for (const char* const name : {"unit_txt_Cam_E", "unit_txt_Fol_E"})
-        Control<QLabel>(QString::fromUtf8(name)).setText(To_Qt(labels.modulus_unit));
-    for (const char* const name : {"unit_txt_Length", "unit_txt_Crownrad"})
-        Control<QLabel>(QString::fromUtf8(name)).setText(To_Qt(labels.length_unit));
-    Control<QLabel>(QStringLiteral("unit_txt_Weight")).setText(To_Qt(labels.force_unit));
-    for (const auto& [option, E, v] :
-         {std::tuple{"opt_Cam", "txt_Cam_E", "txt_Cam_V"}, std::tuple{"opt_Follower", "txt_Fol_E", "txt_Fol_v"}}) {
-        const bool steel = Control<QRadioButton>(Element(option, 0)).isChecked();
-        for (const char* const name : {E, v})
-            Control<Entry>(QString::fromUtf8(name)).setReadOnly(steel && !Steel_Modulus().empty());
+    for (const Member& m : members) {
+        const bool steel = Control<QRadioButton>(Element(m.option, 0)).isChecked();
+        // Where the unit system has no steel its modulus must be typed.
+        Set_Read_Only(Control<Entry>(Name_of(m.modulus)), steel && !Steel_Modulus().empty());
+        Set_Read_Only(Control<Entry>(Name_of(m.ratio)), steel);
     }
     auto& external = Control<QCheckBox>(QStringLiteral("chk_Extforce"));
     external.setEnabled(design.flags.Ext_Force_Calc);
@@ -185,20 +264,30 @@ Stress_Form frm_Stress::Form() const
     Stress_Form form;
     for (const Field& f : fields)
         form.*f.text = Control<Entry>(QString::fromUtf8(f.name)).Text();
-    form.txt_Weight = Control<Entry>(QStringLiteral("txt_Weight")).Text();
-    form.cam_steel = Control<QRadioButton>(Element("opt_Cam", 0)).isChecked();
-    form.follower_steel = Control<QRadioButton>(Element("opt_Follower", 0)).isChecked();
+    for (const Member& m : members)
+        form.*m.steel = Control<QRadioButton>(Element(m.option, 0)).isChecked();
     form.crowned = Control<QRadioButton>(Element("opt_Fol_type", 1)).isChecked();
     return form;
 }
 
-void frm_Stress::Set_Material(bool cam, bool steel)
+void frm_Stress::Choose_Material(int member, bool steel)
 {
+    const Member& m = members.at(static_cast<std::size_t>(member));
     if (steel) {
-        Control<Entry>(QString::fromUtf8(cam ? "txt_Cam_E" : "txt_Fol_E")).Show_Text(Steel_Modulus());
-        Control<Entry>(QString::fromUtf8(cam ? "txt_Cam_V" : "txt_Fol_v")).Show_Text(Steel_Ratio());
+        Control<Entry>(Name_of(m.modulus)).Show_Text(Steel_Modulus());
+        Control<Entry>(Name_of(m.ratio)).Show_Text(Steel_Ratio());
     }
     Refresh();
+    Calculate();
+}
+
+void frm_Stress::Choose_Roller(bool crowned)
+{
+    type_chosen_ = true;
+    design.dynamics.Roller_type = crowned ? crowned_roller : cylindrical_roller;
+    Refresh();
+    for (paint::Chart* const chart : charts_)
+        chart->Clear();
     Calculate();
 }
 
@@ -206,15 +295,13 @@ void frm_Stress::Calculate()
 {
     Stress_Field refused{};
     if (!Calc_Stress(Form(), refused)) {
-        for (const Field& f : fields)
-            if (f.field == refused)
-                Control<Entry>(QString::fromUtf8(f.name)).setFocus();
+        Control<Entry>(Name_of(refused)).setFocus();
         return;
     }
     const auto& results = design.results.CalcData;
     const auto rows = Stress_Plot_Rows();
     for (int k = 0; k < charts_.size(); ++k) {
-        const int v = rows[static_cast<std::size_t>(k)];
+        const int v = rows.at(static_cast<std::size_t>(k));
         const QString name = To_Qt(Trim(design.plot.Var_Name(v)));
         const QString unit = To_Qt(design.plot.Var_Unit(v));
         charts_[k]->Set_Axis_Titles(k > 1 ? QStringLiteral("Cam Angle (Deg)") : QString(),
@@ -228,6 +315,7 @@ void frm_Stress::Calculate()
 
 void frm_Stress::Close_Box()
 {
+    Leave_Entry();
     if (design.flags.Stressflag)
         accept();
     else

@@ -4,6 +4,8 @@
 #include "dynamics/stress_fields.h"
 #include "screens/screen.h"
 
+class QGridLayout;
+
 namespace lobemax::paint {
 class Chart;
 }
@@ -19,14 +21,23 @@ public:
 
 protected:
     void Close_Box() override;
+    void showEvent(QShowEvent* event) override;
 
 private:
+    QLayout* Inputs();
+    QWidget* Material(int member);
+    QWidget* Configuration();
+    QLayout* Plots();
+    QLayout* Buttons_Row();
+    void Add_Field(QGridLayout& grid, int line, Stress_Field field);
     void Fill(const Stress_Form& form);
     void Refresh();
     Stress_Form Form() const;
     void Calculate();
-    void Set_Material(bool cam, bool steel);
+    void Choose_Material(int member, bool steel);
+    void Choose_Roller(bool crowned);
 
+    bool opened_ = false;
     bool type_chosen_ = false;
     QList<paint::Chart*> charts_;
     Status_Panel* status_ = nullptr;

@@ -2,16 +2,21 @@
 #include "screens/screen.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSettings>
 #include <QTimer>
 #include <QWheelEvent>
+#include <memory>
 #include <stdexcept>
 #include <utility>
+
+#include "core/traps.h"
 
 namespace lobemax::screens {
 
@@ -51,13 +56,27 @@ QString Element(const char* name, int index)
     return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
 }
 
+bool Run_Guarded(const QObject& control, const std::function<void()>& work)
+{
+    const auto* const widget = qobject_cast<const QWidget*>(&control);
+    QString name = control.objectName();
+    if (widget != nullptr && widget->window() != widget)
+        name = widget->window()->objectName() + QLatin1Char('.') + name;
+    return Trap(From_Qt(name), work);
+}
+
+void On_Pick(QAction* entry, QObject* owner, std::function<void()> work)
+{
+    QObject::connect(entry, &QAction::triggered, owner, [entry, work = std::move(work)] { Run_Guarded(*entry, work); });
+}
+
 Entry::Entry(const QString& name, const QString& tip, QWidget* parent) : QLineEdit(parent)
 {
     Named(this, name, tip);
     connect(this, &QLineEdit::textEdited, this, [this] {
         dirty_ = true;
         if (typed)
-            typed(Text());
+            Run_Guarded(*this, [this] { typed(Text()); });
     });
 }
 
@@ -66,18 +85,35 @@ void Entry::Show_Text(std::string_view text)
     setText(To_Qt(text));
     setCursorPosition(0);
     dirty_ = false;
+    before_ = this->text();
 }
 
 void Entry::Leave()
 {
     if (!std::exchange(dirty_, false) || !accepted)
         return;
-    accepted(Text());
+    const QPointer<Entry> alive(this);
+    const bool went_well = Run_Guarded(*this, [this] { accepted(Text()); });
+    if (!alive)
+        return;
+    if (went_well)
+        before_ = text();
+    else
+        Show_Text(From_Qt(before_));
+}
+
+void Entry::focusInEvent(QFocusEvent* event)
+{
+    QLineEdit::focusInEvent(event);
+    if (focused)
+        focused(true);
 }
 
 void Entry::focusOutEvent(QFocusEvent* event)
 {
     QLineEdit::focusOutEvent(event);
+    if (focused)
+        focused(false);
     Leave();
 }
 
@@ -103,15 +139,18 @@ void Entry::wheelEvent(QWheelEvent* event)
         return;
     }
     const int size = event->modifiers().testFlag(Qt::ShiftModifier) ? coarse : 1;
-    if (const int notches = event->angleDelta().y() / wheel_notch; notches != 0)
+    wheel_remainder_ += event->angleDelta().y();
+    const int notches = wheel_remainder_ / wheel_notch;
+    wheel_remainder_ %= wheel_notch;
+    if (notches != 0)
         Step(notches * size);
     event->accept();
 }
 
 void Entry::Step(int steps)
 {
-    const std::string next = stepped(Text(), steps);
-    if (next.empty())
+    std::string next;
+    if (!Run_Guarded(*this, [&] { next = stepped(Text(), steps); }) || next.empty())
         return;
     setText(To_Qt(next));
     dirty_ = true;
@@ -123,7 +162,12 @@ QPushButton* Button(const QString& name, const QString& text, std::function<void
     auto* const button = Named(new QPushButton(text), name, tip);
     button->setAutoDefault(false);
     if (pressed)
-        QObject::connect(button, &QPushButton::clicked, button, [pressed = std::move(pressed)] { pressed(); });
+        QObject::connect(button, &QPushButton::clicked, button, [button, pressed = std::move(pressed)] {
+            if (auto* const entry = dynamic_cast<Entry*>(button->window()->focusWidget()))
+                entry->Leave();
+            if (button->isEnabled())
+                Run_Guarded(*button, pressed);
+        });
     return button;
 }
 
@@ -131,15 +175,22 @@ QCheckBox* Check(const QString& name, const QString& text, std::function<void(bo
 {
     auto* const box = Named(new QCheckBox(text), name, tip);
     if (ticked)
-        QObject::connect(box, &QCheckBox::clicked, box, [ticked = std::move(ticked)](bool on) { ticked(on); });
+        QObject::connect(box, &QCheckBox::clicked, box,
+                         [box, ticked = std::move(ticked)](bool on) { Run_Guarded(*box, [&] { ticked(on); }); });
     return box;
 }
 
 QRadioButton* Option(const QString& name, const QString& text, std::function<void()> chosen, const QString& tip)
 {
     auto* const option = Named(new QRadioButton(text), name, tip);
-    if (chosen)
-        QObject::connect(option, &QRadioButton::clicked, option, [chosen = std::move(chosen)] { chosen(); });
+    if (!chosen)
+        return option;
+    const auto was_chosen = std::make_shared<bool>(false);
+    QObject::connect(option, &QRadioButton::pressed, option, [=] { *was_chosen = option->isChecked(); });
+    QObject::connect(option, &QRadioButton::clicked, option, [option, was_chosen, chosen = std::move(chosen)] {
+        if (!*was_chosen)
+            Run_Guarded(*option, chosen);
+    });
     return option;
 }
 
@@ -153,7 +204,8 @@ QComboBox* Choice(const QString& name, const QStringList& entries, std::function
     auto* const list = Named(new QComboBox, name, tip);
     list->addItems(entries);
     if (picked)
-        QObject::connect(list, &QComboBox::activated, list, [picked = std::move(picked)](int index) { picked(index); });
+        QObject::connect(list, &QComboBox::activated, list,
+                         [list, picked = std::move(picked)](int index) { Run_Guarded(*list, [&] { picked(index); }); });
     return list;
 }
 
@@ -178,16 +230,22 @@ Screen::~Screen()
     QSettings().setValue(QStringLiteral("places/") + objectName(), saveGeometry());
 }
 
+void Screen::Leave_Entry()
+{
+    if (auto* const entry = dynamic_cast<Entry*>(focusWidget()))
+        entry->Leave();
+}
+
 void Screen::closeEvent(QCloseEvent* event)
 {
     event->ignore();
-    Close_Box();
+    Run_Guarded(*this, [this] { Close_Box(); });
 }
 
 void Screen::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Escape) {
-        Close_Box();
+        Run_Guarded(*this, [this] { Close_Box(); });
         return;
     }
     QDialog::keyPressEvent(event);

@@ -15,6 +15,7 @@
 #include <string_view>
 
 class QAbstractButton;
+class QAction;
 class QCheckBox;
 class QPushButton;
 class QRadioButton;
@@ -28,7 +29,17 @@ std::string From_Qt(const QString& text);
 /// Name of an element of a control array.
 QString Element(const char* name, int index);
 
+/// Runs what the user asked of a control, under its trap: a fault is told with the names of screen and control, and the
+/// screen stays open.
+/// @return true when all went well
+bool Run_Guarded(const QObject& control, const std::function<void()>& work);
+
+/// Runs work, guarded, each time a menu entry is picked, as long as its owner lives.
+void On_Pick(QAction* entry, QObject* owner, std::function<void()> work);
+
 /// A text field that is validated when it loses the focus or Enter is pressed, and only after the user changed it.
+///
+/// Its functions run guarded; after a fault in `accepted` the field shows the text it had before the user changed it.
 class Entry : public QLineEdit {
 public:
     explicit Entry(const QString& name, const QString& tip = {}, QWidget* parent = nullptr);
@@ -38,6 +49,8 @@ public:
     std::function<void(const std::string& text)> accepted;
     /// Called on each change by the user, at once.
     std::function<void(const std::string& text)> typed;
+    /// Called with true when the field takes the focus, with false when it loses it.
+    std::function<void(bool)> focused;
     /// Where set, the arrow keys and the wheel step the number of the field: +1 or -1, ten times that with Shift. The
     /// function returns the new text; it is accepted at once. An empty answer changes nothing.
     std::function<std::string(const std::string& text, int steps)> stepped;
@@ -51,6 +64,7 @@ public:
     void Leave();
 
 protected:
+    void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
@@ -58,11 +72,17 @@ protected:
 private:
     void Step(int steps);
     bool dirty_ = false;
+    QString before_;           // the user's changes: what the program showed, or the user's last accepted text
+    int wheel_remainder_ = 0;  // fine wheels turn by parts of a notch
 };
 
-/// Makers of named controls. The text carries its access key as "&X".
+/// Makers of named controls, whose functions run guarded. The text carries its access key as "&X".
+///
+/// A button first leaves the entry that has the focus, as a click does of itself and an access key does not; it does
+/// nothing when that disabled it.
 QPushButton* Button(const QString& name, const QString& text, std::function<void()> pressed, const QString& tip = {});
 QCheckBox* Check(const QString& name, const QString& text, std::function<void(bool)> ticked, const QString& tip = {});
+/// Calls chosen() when the choice changes, not when the chosen option is pressed once more.
 QRadioButton* Option(const QString& name, const QString& text, std::function<void()> chosen, const QString& tip = {});
 QLabel* Label(const QString& name, const QString& text = {}, const QString& tip = {});
 /// A drop-down list; picked(index) is called when the user picks an entry, not when the program sets one.
@@ -102,6 +122,9 @@ protected:
 
     /// Size of the screen where the user has not given it another.
     void Open_at(const QSize& size);
+
+    /// Validates the entry that has the focus, as leaving it does: for screens whose closing stores something.
+    void Leave_Entry();
 
     /// Closing the window (close box or Escape) asks the screen first: most act as one of their buttons.
     virtual void Close_Box() { reject(); }

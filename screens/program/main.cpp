@@ -9,6 +9,7 @@
 
 #include "core/design_state.h"
 #include "core/startup.h"
+#include "core/traps.h"
 #include "files/model_file.h"
 #include "files/preferences.h"
 #include "files/recovery.h"
@@ -25,6 +26,25 @@ namespace {
 
 using namespace lobemax;
 using namespace lobemax::screens;
+
+/// The last net under every event: what no trap of a routine has caught is told, and the program goes on.
+class Desktop : public QApplication {
+public:
+    using QApplication::QApplication;
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const Fault& fault) {
+            Error_Report(fault.Number(), "lobemax");
+        } catch (const std::bad_alloc&) {
+            Error_Report(out_of_memory, "lobemax");
+        } catch (const std::exception&) {
+            Error_Report(internal_error, "lobemax");
+        }
+        return false;
+    }
+};
 
 struct Options {
     std::string file;
@@ -107,7 +127,7 @@ int main(int argc, char** argv)
     app.add_flag("--no-title", options.no_title, "go straight to the Home screen");
     CLI11_PARSE(app, argc, argv);
 
-    QApplication application(argc, argv);
+    const Desktop application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Lobemax"));
     QApplication::setApplicationName(QStringLiteral("lobemax"));
     QApplication::setDesktopFileName(QStringLiteral("lobemax"));

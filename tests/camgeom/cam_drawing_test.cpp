@@ -100,13 +100,13 @@ TEST_F(Cam_Drawing, shaft_base_and_prime_circle_have_their_proportions)
     ASSERT_TRUE(Draw_Cam_Preview(surface_));
     EXPECT_EQ(c_.Base_Circle, 48.0);
     EXPECT_NEAR(c_.Shaft_Radius, 48.0 * 0.15, 1e-5);
-    EXPECT_EQ(surface_.Circles_in(Ink::prime), 0);
+    EXPECT_EQ(surface_.Circles_in(Ink::prime), 1);
     ASSERT_EQ(surface_.Circles_in(Ink::shaft), 2);
     EXPECT_NEAR(surface_.circles[0].radius, 7.2, 1e-5);
     EXPECT_EQ(surface_.circles[0].y, c_.Flip_Y);
-    c_.Show_Prime = true;
+    c_.Show_Prime = false;
     ASSERT_TRUE(Draw_Cam_Preview(surface_));
-    EXPECT_EQ(surface_.Circles_in(Ink::prime), 1);
+    EXPECT_EQ(surface_.Circles_in(Ink::prime), 0);
     EXPECT_GT(surface_.Lines_in(Ink::key), 50);  // the keyway and its hatching
 }
 
@@ -403,6 +403,9 @@ TEST_F(Cam_Drawing, a_base_circle_of_nothing_is_told_of)
         {"Something Wrong - Base Circle has become zero or minus.  Change follower radius or prime/base circle",
          Buttons::OK, Symbol::exclamation});
     EXPECT_FALSE(Draw_Cam_Preview(surface_));
+    surface_.Clear();
+    Repaint_Cam_Preview(surface_);  // silent, as a window repaints itself at any time
+    EXPECT_TRUE(surface_.circles.empty());
 }
 
 TEST_F(Cam_Drawing, a_linear_cam_is_a_strip_and_a_barrel_cam_nothing)

@@ -18,6 +18,7 @@ namespace {
 
 using testing::Cam_Maker;
 using testing::Data;
+using testing::Error_Box;
 using testing::Expected_Box;
 using testing::Script;
 
@@ -211,8 +212,8 @@ TEST_F(Dynamics_Fields, a_form_closed_cam_has_no_spring)
 {
     Dynamics_Form form = Opening_Dynamics_Form();
     form.force_closed = false;
-    Choose_Form_Closure();
-    EXPECT_TRUE(Calc_Dynamics(form));
+    EXPECT_TRUE(Choose_Closure(form));
+    EXPECT_TRUE(design.flags.Dynamicflag);
     EXPECT_EQ(design.cam.Closure, "Form");
     EXPECT_EQ(d_.Model_Type, 1);
     EXPECT_EQ(d_.Return_Spring_Rate, 0.0);
@@ -294,18 +295,72 @@ TEST_F(Dynamics_Fields, an_entry_recalculates_at_once_unless_torques_accumulate)
 {
     Dynamics_Entry entry = Edit_Dynamics_Field(Dynamics_Field::Mass, "3");
     EXPECT_TRUE(entry.recalculate && entry.disable_done);
-    EXPECT_FALSE(entry.hide_charts);
+    EXPECT_FALSE(Dynamics_Entry_Hides_Charts());
     script_.Expect(positive);
     entry = Edit_Dynamics_Field(Dynamics_Field::Mass, "0");
-    EXPECT_FALSE(entry.recalculate || entry.disable_done || entry.hide_charts);
+    EXPECT_FALSE(entry.recalculate || entry.disable_done);
     d_.Torque_Start_Fresh = false;
+    EXPECT_TRUE(Dynamics_Entry_Hides_Charts());
     entry = Edit_Dynamics_Field(Dynamics_Field::Mass, "3");
-    EXPECT_TRUE(entry.hide_charts && entry.disable_done);
+    EXPECT_TRUE(entry.disable_done);
     EXPECT_FALSE(entry.recalculate);
     script_.Expect(positive);
     entry = Edit_Dynamics_Field(Dynamics_Field::Mass, "0");
-    EXPECT_TRUE(entry.hide_charts);  // first of all, whatever the entry is worth
     EXPECT_FALSE(entry.recalculate || entry.disable_done);
+}
+
+TEST_F(Dynamics_Fields, a_number_too_large_is_no_entry)
+{
+    const Dynamics_Group before = d_;
+    using enum Dynamics_Field;
+    for (const Dynamics_Field field : {Mass, Preload, Damping, Spring, Folfrict, Jnlfrict, Fluct})
+        EXPECT_THROW(Edit_Dynamics_Field(field, "1E40"), Fault);
+    EXPECT_THROW(Edit_Dynamics_Field(Journal, "4E38"), Fault);  // its half would fit, but not be shown again
+    EXPECT_THROW(Edit_Dynamics_Field(Zeta, "1E400"), Fault);
+    EXPECT_EQ(d_.Mass, before.Mass);
+    EXPECT_EQ(d_.Comp_Mass, before.Comp_Mass);
+    EXPECT_EQ(d_.Comp_Preload, before.Comp_Preload);
+    EXPECT_EQ(d_.Return_Spring_Rate, before.Return_Spring_Rate);
+    EXPECT_EQ(d_.Comp_Spring_Rate, before.Comp_Spring_Rate);
+    EXPECT_EQ(d_.Bearing_Radius, before.Bearing_Radius);
+    EXPECT_EQ(d_.Coeff_of_Fluctuation, before.Coeff_of_Fluctuation);
+}
+
+TEST_F(Dynamics_Fields, with_a_number_too_large_no_field_is_read_and_nothing_calculated)
+{
+    for (std::string Dynamics_Form::*field :
+         {&Dynamics_Form::txt_Mass, &Dynamics_Form::txt_Spring, &Dynamics_Form::txt_Preload, &Dynamics_Form::txt_Zeta,
+          &Dynamics_Form::txt_Journal, &Dynamics_Form::txt_Folfrict, &Dynamics_Form::txt_Jnlfrict,
+          &Dynamics_Form::txt_Fluct}) {
+        Dynamics_Form form = Opening_Dynamics_Form();
+        form.txt_Mass = "7";
+        form.txt_Spring = "7000";
+        form.txt_Fluct = "0.07";
+        form.*field = "1E40";
+        script_.Expect(Error_Box(6, "Overflow", "Read_Dynamics_Fields"));
+        EXPECT_FALSE(Calc_Dynamics(form));
+        EXPECT_EQ(d_.Mass, 4.0);
+        EXPECT_EQ(d_.Return_Spring_Rate, 1000.0);
+        EXPECT_EQ(d_.Coeff_of_Fluctuation, Single(0.05));
+        EXPECT_FALSE(design.flags.Dynamicflag);
+    }
+    Dynamics_Form form = Opening_Dynamics_Form();
+    form.force_closed = false;
+    form.txt_Spring = "1E40";  // hidden, and of no account
+    EXPECT_TRUE(Calc_Dynamics(form));
+}
+
+TEST_F(Dynamics_Fields, an_aborted_run_was_run)
+{
+    Dynamics_Form form = Opening_Dynamics_Form();
+    form.txt_Preload = "1";
+    Host host;
+    host.messenger = [](const Message&) { return Answer::Abort; };
+    Host before = Install_Host(std::move(host));
+    EXPECT_TRUE(Calc_Dynamics(form));
+    Install_Host(std::move(before));
+    EXPECT_TRUE(design.flags.Calc_Abort);
+    EXPECT_FALSE(design.flags.Dynamicflag);
 }
 
 TEST_F(Dynamics_Fields, a_refused_spring_rate_leaves_the_compensating_train)

@@ -14,6 +14,7 @@ namespace lobemax {
 namespace {
 
 using testing::Data;
+using testing::Error_Box;
 using testing::Expected_Box;
 using testing::Script;
 
@@ -217,6 +218,94 @@ TEST_F(Stress_Fields, edited_fields_are_stored_or_refused_with_their_texts)
     EXPECT_EQ(d_.Roller_length, 30.0);
     EXPECT_TRUE(Edit_Stress_Field(Stress_Field::Fol_v, "0.3").accepted);
     EXPECT_EQ(d_.Poissons_ratio(2), Single(0.3));
+}
+
+TEST_F(Stress_Fields, steel_of_any_unit_system_opens_as_that_of_the_system_in_force)
+{
+    const std::vector<double> stored{3e7, 208.4e3, 206.8e9, 206.8e3};
+    const std::vector<std::string> texts{"3E7", "208.4E3", "206.8E9", "", "206.8E3"};
+    for (int units = 1; units <= 5; ++units)
+        for (const double modulus : stored) {
+            design.identity.WhichUnit = units;
+            d_.Youngs_modulus(1) = d_.Youngs_modulus(2) = modulus;
+            d_.Poissons_ratio(1) = d_.Poissons_ratio(2) = 0.28;
+            Stress_Form form = Opening_Stress_Form();
+            if (units == 4 && modulus == 206.8e3) {  // typed in centimetres' own MPa: it stays
+                EXPECT_FALSE(form.cam_steel || form.follower_steel);
+                EXPECT_EQ(form.txt_Cam_E, "206800");
+                continue;
+            }
+            EXPECT_TRUE(form.cam_steel && form.follower_steel) << units << ' ' << modulus;
+            EXPECT_EQ(form.txt_Cam_E, texts[static_cast<std::size_t>(units - 1)]);
+            EXPECT_EQ(form.txt_Fol_E, form.txt_Cam_E);
+            EXPECT_EQ(form.txt_Cam_V, "0.28");
+            d_.Poissons_ratio(1) = 0.3;  // another ratio is another material
+            d_.Youngs_modulus(2) = modulus * 1.01;
+            form = Opening_Stress_Form();
+            EXPECT_FALSE(form.cam_steel || form.follower_steel) << units << ' ' << modulus;
+            EXPECT_EQ(form.txt_Cam_V, "0.3");
+        }
+}
+
+TEST_F(Stress_Fields, with_a_number_too_large_no_field_is_stored_and_nothing_calculated)
+{
+    struct Case {
+        std::string Stress_Form::*field;
+        Stress_Field refused;
+    };
+    const Dynamics_Group before = d_;
+    for (const auto& [field, refused] :
+         {Case{&Stress_Form::txt_Cam_E, Stress_Field::Cam_E}, Case{&Stress_Form::txt_Cam_V, Stress_Field::Cam_V},
+          Case{&Stress_Form::txt_Fol_E, Stress_Field::Fol_E}, Case{&Stress_Form::txt_Fol_v, Stress_Field::Fol_v},
+          Case{&Stress_Form::txt_Length, Stress_Field::Length},
+          Case{&Stress_Form::txt_Crownrad, Stress_Field::Crownrad},
+          Case{&Stress_Form::txt_Weight, Stress_Field::Weight}}) {
+        Stress_Form form = form_;
+        form.txt_Length = "33";
+        form.*field = "1E40";
+        form.crowned = true;
+        script_.Expect(Error_Box(6, "Overflow", "Apply_Stress_Fields"));
+        EXPECT_FALSE(Calc_Stress(form, refused_));
+        EXPECT_EQ(refused_, refused);
+        EXPECT_EQ(d_.Youngs_modulus(1), before.Youngs_modulus(1));
+        EXPECT_EQ(d_.Youngs_modulus(2), before.Youngs_modulus(2));
+        EXPECT_EQ(d_.Poissons_ratio(2), before.Poissons_ratio(2));
+        EXPECT_EQ(d_.Roller_length, before.Roller_length);
+        EXPECT_EQ(d_.Roller_type, before.Roller_type);
+        EXPECT_FALSE(design.flags.Stressflag);
+        EXPECT_THROW(Edit_Stress_Field(refused, "1E40"), Fault);
+    }
+    EXPECT_EQ(d_.Crown_radius, before.Crown_radius);
+    EXPECT_EQ(d_.Follower_Weight, before.Follower_Weight);
+}
+
+TEST_F(Stress_Fields, what_32_bits_hold_as_zero_is_not_positive)
+{
+    form_.txt_Length = "1E-50";
+    script_.Expect(positive);
+    EXPECT_FALSE(Calc_Stress(form_, refused_));
+    EXPECT_EQ(refused_, Stress_Field::Length);
+    script_.Expect(radius);
+    EXPECT_FALSE(Edit_Stress_Field(Stress_Field::Crownrad, "1E-50").accepted);
+}
+
+TEST_F(Stress_Fields, under_form_closure_the_external_force_joins_the_force_s_amount)
+{
+    design.cam.Closure = "Form";
+    design.flags.Ext_Force_Calc = true;
+    d_.Ext_Force_Add = true;
+    for (int i = 0; i <= 360; ++i) {
+        design.results.CalcData(var::Force, i) = -500.0;
+        design.results.Ext_Force_Table(i) = -380.0;
+    }
+    ASSERT_TRUE(Calc_Stress(form_, refused_));
+    const double with = Data(42, 10);  // of |-500| - 380 = 120, not of |-500 - 380|
+    d_.Ext_Force_Add = false;
+    for (int i = 0; i <= 360; ++i)
+        design.results.CalcData(var::Force, i) = 120.0;
+    ASSERT_TRUE(Calc_Stress(form_, refused_));
+    EXPECT_LT(with, 0.0);
+    EXPECT_EQ(Data(42, 10), with);
 }
 
 TEST_F(Stress_Fields, the_weight_counts)

@@ -7,8 +7,11 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFile>
+#include <QLabel>
 #include <QPdfWriter>
 #include <QTemporaryDir>
+#include <QTest>
+#include <algorithm>
 #include <cmath>
 
 #include "paint/print.h"
@@ -27,6 +30,15 @@ Curve Sine(const char* name = "S")
     }
     return curve;
 }
+
+/// The ticks that an axis drew last.
+class Drawn_Axis : public QCPAxis {
+public:
+    static QVector<double> Ticks(const QCPAxis& axis) { return axis.*(&Drawn_Axis::mTickVector); }
+
+private:
+    Drawn_Axis() = delete;
+};
 
 class Charts : public ::testing::Test {
 protected:
@@ -87,6 +99,24 @@ TEST_F(Charts, coordinates_with_equal_scales_stay_round)
     EXPECT_NEAR(std::abs(pixels(chart_.Plot().xAxis)), std::abs(pixels(chart_.Plot().yAxis)), 1.0);
 }
 
+TEST_F(Charts, coordinates_with_equal_scales_have_ticks_all_over_the_view_at_once)
+{
+    Curve circle;
+    for (int i = 0; i <= 360; ++i) {
+        circle.x.push_back(30 * std::cos(i * 3.14159265358979 / 180));
+        circle.y.push_back(30 * std::sin(i * 3.14159265358979 / 180));
+    }
+    chart_.resize(600, 200);
+    chart_.Set_Equal_Scales(true);
+    chart_.Show({circle});
+    chart_.Picture({600, 200});
+    const QCPRange view = chart_.Plot().xAxis->range();
+    const QVector<double> ticks = Drawn_Axis::Ticks(*chart_.Plot().xAxis);
+    ASSERT_GE(ticks.size(), 3);
+    EXPECT_LT(ticks.front(), view.lower + 0.25 * view.size());
+    EXPECT_GT(ticks.back(), view.upper - 0.25 * view.size());
+}
+
 TEST_F(Charts, data_are_copied_as_columns_and_pictures_as_pictures)
 {
     Curve faint = Sine("before");
@@ -133,6 +163,335 @@ TEST_F(Charts, styles_marks_and_extremes_change_what_is_drawn)
     chart_.Set_Grid(false, true);
     EXPECT_FALSE(chart_.Plot().yAxis->grid()->visible());
     EXPECT_TRUE(chart_.Plot().xAxis->grid()->visible());
+}
+
+TEST_F(Charts, sticks_beside_a_line_are_drawn_both)
+{
+    chart_.Show({Sine()});
+    chart_.Set_Style(Curve_Style::sticks_and_line);
+    ASSERT_EQ(chart_.Plot().graphCount(), 2);
+    EXPECT_EQ(chart_.Plot().graph(0)->lineStyle(), QCPGraph::lsImpulse);
+    EXPECT_EQ(chart_.Plot().graph(1)->lineStyle(), QCPGraph::lsLine);
+    EXPECT_EQ(chart_.Plot().graph(0)->dataCount(), 361);
+    EXPECT_EQ(chart_.Plot().legend->itemCount(), 1);
+    chart_.Set_Style(Curve_Style::points);
+    ASSERT_EQ(chart_.Plot().graphCount(), 1);
+    EXPECT_EQ(chart_.Plot().graph(0)->lineStyle(), QCPGraph::lsNone);
+    EXPECT_EQ(chart_.Plot().graph(0)->scatterStyle().shape(), QCPScatterStyle::ssDisc);
+}
+
+TEST_F(Charts, sticks_stand_on_an_axis_that_is_in_view)
+{
+    Curve high = Sine();
+    for (double& y : high.y)
+        y += 100;
+    high.style = Curve_Style::sticks;
+    chart_.Show({high});
+    EXPECT_LE(chart_.Plot().yAxis->range().lower, 0.0);
+    high.style = Curve_Style::line;
+    chart_.Show({high});
+    EXPECT_GT(chart_.Plot().yAxis->range().lower, 80.0);
+    chart_.Set_Style(Curve_Style::sticks_and_line);
+    EXPECT_LE(chart_.Plot().yAxis->range().lower, 0.0);
+}
+
+/// Texts and abscissas of the ticks that the chart shows.
+std::pair<QVector<double>, QVector<QString>> Ticks_of(Chart& chart)
+{
+    QCPAxis& axis = *chart.Plot().xAxis;
+    QVector<double> ticks;
+    QVector<QString> labels;
+    axis.ticker()->generate(axis.range(), chart.Plot().locale(), 'g', 6, ticks, nullptr, &labels);
+    return {ticks, labels};
+}
+
+TEST_F(Charts, ticks_stand_at_every_so_many_points_and_labels_at_every_so_many)
+{
+    chart_.Set_Ticks({.first = 0, .per_point = 1, .points = 361, .tick_every = 30, .label_every = 60});
+    chart_.Show({Sine()});
+    const auto [ticks, labels] = Ticks_of(chart_);
+    ASSERT_EQ(ticks.size(), 13);
+    EXPECT_EQ(ticks[1], 30.0);
+    EXPECT_EQ(ticks[12], 360.0);
+    EXPECT_EQ(labels, (QVector<QString>{"0", "", "60", "", "120", "", "180", "", "240", "", "300", "", "360"}));
+}
+
+TEST_F(Charts, ticks_below_a_degree_count_from_the_first_point)
+{
+    Curve part = Sine();
+    part.x.clear();
+    for (int i = 0; i <= 360; ++i)
+        part.x.push_back(90.0 + i * 0.125);
+    chart_.Set_Ticks({.first = 90, .per_point = 0.125, .points = 361, .tick_every = 30, .label_every = 60});
+    chart_.Show({part});
+    const auto [ticks, labels] = Ticks_of(chart_);
+    EXPECT_EQ(chart_.Plot().xAxis->range().lower, 90.0);
+    EXPECT_EQ(chart_.Plot().xAxis->range().upper, 135.0);
+    EXPECT_EQ(ticks[1], 93.75);
+    EXPECT_EQ(labels[2], "97.5");
+}
+
+TEST_F(Charts, a_zoomed_view_has_labels_of_its_own)
+{
+    chart_.Set_Ticks({.first = 0, .per_point = 1, .points = 361, .tick_every = 30, .label_every = 60});
+    chart_.Show({Sine()});
+    chart_.Plot().xAxis->setRange(61, 89);
+    const auto [ticks, labels] = Ticks_of(chart_);
+    const auto in_view = [](double x) { return x >= 61 && x <= 89; };
+    EXPECT_GE(std::count_if(ticks.begin(), ticks.end(), in_view), 3);
+    EXPECT_FALSE(labels.contains(QString()));
+    chart_.Reset_View();
+    EXPECT_EQ(Ticks_of(chart_).first.size(), 13);
+    chart_.Clear_Ticks();
+    EXPECT_NE(Ticks_of(chart_).first.size(), 13);
+}
+
+TEST_F(Charts, the_title_stands_in_the_chart_and_its_pictures)
+{
+    chart_.Show({Sine()});
+    chart_.Plot().replot();
+    const int before = chart_.Plot().axisRect()->rect().top();
+    chart_.Set_Title("Selected    e  ");
+    chart_.Plot().replot();
+    EXPECT_EQ(chart_.Title(), "Selected    e  ");
+    EXPECT_GT(chart_.Plot().axisRect()->rect().top(), before);
+    const QString path = folder_.filePath("t.svg");
+    ASSERT_TRUE(chart_.Save(path));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains("Selected"));
+    chart_.Set_Title({});
+    chart_.Plot().replot();
+    EXPECT_EQ(chart_.Plot().axisRect()->rect().top(), before);
+}
+
+TEST_F(Charts, an_update_keeps_what_the_user_has_zoomed_into_view)
+{
+    chart_.Show({Sine()});
+    Curve twice = Sine();
+    for (double& y : twice.y)
+        y *= 2;
+    chart_.Update({twice});
+    EXPECT_GT(chart_.Plot().yAxis->range().upper, 20.0);  // nothing was zoomed: all is shown
+    chart_.Plot().xAxis->setRange(40, 80);
+    chart_.Update({Sine()});
+    EXPECT_EQ(chart_.Plot().xAxis->range().upper, 80.0);
+    chart_.Update({Sine(), twice});  // also with another count of curves
+    EXPECT_EQ(chart_.Plot().xAxis->range().upper, 80.0);
+    chart_.Reset_View();
+    chart_.Update({twice});
+    EXPECT_EQ(chart_.Plot().xAxis->range().upper, 360.0);
+}
+
+TEST_F(Charts, an_update_keeps_the_style)
+{
+    chart_.Show({Sine()});
+    chart_.Set_Style(Curve_Style::sticks_and_line);
+    Curve twice = Sine();
+    for (double& y : twice.y)
+        y *= 2;
+    chart_.Update({twice});
+    ASSERT_EQ(chart_.Plot().graphCount(), 2);
+    for (int k = 0; k < 2; ++k)
+        EXPECT_NEAR(chart_.Plot().graph(k)->data()->at(90)->value, 20.0, 1e-9);
+}
+
+/// A user with a mouse over the chart.
+class Charts_at_Hand : public Charts {
+protected:
+    void SetUp() override
+    {
+        chart_.resize(600, 400);
+        chart_.show();
+        QApplication::processEvents();
+    }
+    void Open(std::vector<Curve> curves)
+    {
+        chart_.Show(std::move(curves));
+        chart_.Plot().replot(QCustomPlot::rpImmediateRefresh);
+    }
+    QPoint At(double x, double y) { return {Pixel(*chart_.Plot().xAxis, x), Pixel(*chart_.Plot().yAxis, y)}; }
+    static int Pixel(const QCPAxis& axis, double value) { return qRound(axis.coordToPixel(value)); }
+    void Point_at(double x, double y)
+    {
+        const QPoint at = At(x, y);
+        QMouseEvent move(QEvent::MouseMove, at, chart_.Plot().mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(&chart_.Plot(), &move);
+    }
+    void Wheel(double x, double y)
+    {
+        const QPoint at = At(x, y);
+        QWheelEvent turn(at, chart_.Plot().mapToGlobal(at), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                         Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&chart_.Plot(), &turn);
+    }
+    QString Read_Out() const { return chart_.findChild<QLabel*>("grf_Test_read_out")->text(); }
+};
+
+TEST_F(Charts_at_Hand, the_pointer_reads_all_curves_at_its_abscissa)
+{
+    Curve twice = Sine("V");
+    for (double& y : twice.y)
+        y *= 2;
+    Open({Sine("S"), twice});
+    Point_at(90, 3);
+    EXPECT_EQ(Read_Out(), "90    S 10    V 20");
+    const QPoint corner(1, 1);
+    QMouseEvent out(QEvent::MouseMove, corner, chart_.Plot().mapToGlobal(corner), Qt::NoButton, Qt::NoButton,
+                    Qt::NoModifier);
+    QApplication::sendEvent(&chart_.Plot(), &out);
+    EXPECT_EQ(Read_Out(), "");
+}
+
+TEST_F(Charts_at_Hand, the_pointer_reads_the_nearest_point_of_closed_curves)
+{
+    Curve outline;
+    outline.name = "Profile";
+    Curve value;
+    value.name = "Radius";
+    value.value_as_radius = true;
+    for (int i = 0; i <= 360; ++i) {
+        const double turn = i * 3.14159265358979 / 180;
+        for (Curve* const curve : {&outline, &value}) {
+            const double radius = curve == &outline ? 64 : 30;
+            curve->angle.push_back(i);
+            curve->x.push_back(i % 90 == 0 ? std::round(radius * std::cos(turn)) : radius * std::cos(turn));
+            curve->y.push_back(i % 90 == 0 ? std::round(radius * std::sin(turn)) : radius * std::sin(turn));
+        }
+    }
+    chart_.Set_Equal_Scales(true);
+    Open({outline, value});
+    Point_at(0, 60);
+    EXPECT_EQ(Read_Out(), "90    Profile X 0  Y 64");
+    Point_at(-28, 0);
+    EXPECT_EQ(Read_Out(), "180    Radius 30");
+}
+
+TEST_F(Charts_at_Hand, the_wheel_zooms_both_axes_of_values_and_a_double_click_shows_all)
+{
+    Curve right = Sine("V");
+    right.right_axis = true;
+    for (double& y : right.y)
+        y *= 50;
+    Open({Sine(), right});
+    const QCPRange left_before = chart_.Plot().yAxis->range();
+    const QCPRange right_before = chart_.Plot().yAxis2->range();
+    Wheel(180, 0);
+    EXPECT_LT(chart_.Plot().xAxis->range().size(), 360.0);
+    EXPECT_LT(chart_.Plot().yAxis->range().size(), left_before.size());
+    EXPECT_LT(chart_.Plot().yAxis2->range().size(), right_before.size());
+    QTest::mouseDClick(&chart_.Plot(), Qt::LeftButton, {}, At(180, 0));
+    EXPECT_EQ(chart_.Plot().xAxis->range().size(), 360.0);
+    EXPECT_EQ(chart_.Plot().yAxis2->range().size(), right_before.size());
+}
+
+TEST_F(Charts_at_Hand, dragging_moves_the_right_axis_too)
+{
+    Curve right = Sine("V");
+    right.right_axis = true;
+    Open({Sine(), right});
+    const double before = chart_.Plot().yAxis2->range().center();
+    const QPoint from = At(180, 0);
+    const QPoint to = from + QPoint(0, 40);
+    QTest::mousePress(&chart_.Plot(), Qt::LeftButton, {}, from);
+    QMouseEvent move(QEvent::MouseMove, to, chart_.Plot().mapToGlobal(to), Qt::LeftButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(&chart_.Plot(), &move);
+    QTest::mouseRelease(&chart_.Plot(), Qt::LeftButton, {}, to);
+    EXPECT_GT(chart_.Plot().yAxis2->range().center(), before);
+}
+
+TEST_F(Charts_at_Hand, the_legend_goes_where_it_covers_least)
+{
+    const auto corner_over = [&](auto height) {
+        Curve curve = Sine();
+        for (int i = 0; i <= 360; ++i)
+            curve.y[static_cast<std::size_t>(i)] = height(i);
+        chart_.Set_Legend(true);
+        Open({curve, curve});
+        return chart_.Plot().axisRect()->insetLayout()->insetAlignment(0);
+    };
+    EXPECT_EQ(corner_over([](int i) { return i < 180 ? 1.0 : 0.0; }), Qt::AlignTop | Qt::AlignRight);
+    EXPECT_EQ(corner_over([](int i) { return i < 180 ? 0.0 : 1.0; }), Qt::AlignTop | Qt::AlignLeft);
+    EXPECT_EQ(corner_over([](int) { return 5.0; }), Qt::AlignTop | Qt::AlignRight);
+    // above left and on the right the whole height is inked
+    EXPECT_EQ(corner_over([](int i) { return i > 180 ? i % 20 : 19.0; }), Qt::AlignBottom | Qt::AlignLeft);
+}
+
+TEST_F(Charts, extremes_stand_on_the_axis_of_their_curve_in_the_ink_of_the_ground)
+{
+    Curve right = Sine("V");
+    right.right_axis = true;
+    chart_.Show({right});
+    chart_.Mark_Extremes(true);
+    chart_.Set_Marks({90});  // the extremes stay
+    chart_.Set_Ground(QColor(0xDC, 0xE8, 0xF8));
+    int rings = 0;
+    int texts = 0;
+    for (int k = 0; k < chart_.Plot().itemCount(); ++k) {
+        if (const auto* const ring = qobject_cast<const QCPItemTracer*>(chart_.Plot().item(k))) {
+            ++rings;
+            EXPECT_EQ(ring->position->valueAxis(), chart_.Plot().yAxis2);
+        }
+        if (const auto* const text = qobject_cast<const QCPItemText*>(chart_.Plot().item(k))) {
+            ++texts;
+            EXPECT_EQ(text->color(), QColor(Qt::black));
+            EXPECT_EQ(text->position->valueAxis(), chart_.Plot().yAxis2);
+        }
+    }
+    EXPECT_EQ(rings, 2);
+    EXPECT_EQ(texts, 2);
+    EXPECT_EQ(chart_.Plot().itemCount(), 5);
+}
+
+TEST_F(Charts, curves_over_different_abscissas_are_copied_with_a_column_each)
+{
+    Curve other = Sine("V");
+    for (double& x : other.x)
+        x *= 2;
+    chart_.Show({Sine("S"), other});
+    const QStringList lines = QString::fromStdString(chart_.Data_Text()).split('\n');
+    EXPECT_EQ(lines[0], "X\tS, mm\tX\tV, mm");
+    EXPECT_EQ(lines[1], "0\t0\t0\t0");
+    EXPECT_TRUE(lines[91].startsWith("90\t10\t180\t10"));
+}
+
+TEST_F(Charts, fills_of_a_closed_curve_are_rays_to_the_origin)
+{
+    Curve circle;
+    for (int i = 0; i <= 4; ++i) {
+        circle.x.push_back(30 * std::cos(i * 1.5));
+        circle.y.push_back(30 * std::sin(i * 1.5));
+    }
+    chart_.Set_Equal_Scales(true);
+    chart_.Show({circle});
+    EXPECT_EQ(chart_.Plot().plottableCount(), 1);
+    chart_.Set_Style(Curve_Style::sticks_and_line);
+    ASSERT_EQ(chart_.Plot().plottableCount(), 2);
+    const auto* const rays = qobject_cast<QCPCurve*>(chart_.Plot().plottable(0));
+    ASSERT_NE(rays, nullptr);
+    ASSERT_EQ(rays->data()->size(), 15);
+    EXPECT_EQ(rays->data()->at(3)->key, 0.0);
+    EXPECT_EQ(rays->data()->at(4)->key, circle.x[1]);
+    EXPECT_EQ(rays->data()->at(5)->value, 0.0);
+    chart_.Set_Style(Curve_Style::points);
+    ASSERT_EQ(chart_.Plot().plottableCount(), 1);
+    EXPECT_EQ(qobject_cast<QCPCurve*>(chart_.Plot().plottable(0))->lineStyle(), QCPCurve::lsNone);
+}
+
+TEST_F(Charts, a_picture_of_several_charts_has_its_title_once)
+{
+    Chart other("grf_Other");
+    chart_.Show({Sine()});
+    other.Show({Sine()});
+    const QString path = folder_.filePath("two.svg");
+    ASSERT_TRUE(Save_Charts({&chart_, &other}, 2, {600, 300}, path, "Both of them"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(QString::fromUtf8(file.readAll()).count("Both of them"), 1);
+    for (const char* const name : {"two.png", "two.pdf"})
+        EXPECT_TRUE(Save_Charts({&chart_, &other}, 2, {600, 300}, folder_.filePath(name), "Both of them")) << name;
 }
 
 TEST_F(Charts, a_form_is_painted_onto_a_page)

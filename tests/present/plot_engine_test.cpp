@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "camgeom/sizing_fields.h"
 #include "core/text.h"
+#include "motion/fourier.h"
 #include "present/plot_selection.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/recording_surface.h"
@@ -92,25 +94,106 @@ TEST_F(Plot_Engine, axes_ticks_and_segment_boundaries_stand_where_they_belong)
     EXPECT_EQ(surface_.Lines_in(Ink::prime), 0);
 }
 
-TEST_F(Plot_Engine, charts_have_their_ticks_and_titles)
+TEST_F(Plot_Engine, the_peak_goes_from_the_smallest_to_the_largest_value)
 {
-    Plot_Setup setup = PlotSetup(style::single_window, 0, 360, false);
+    const Plot_Figures figures = Plot_Dynamics(surface_, 2, var::V, 0, 360, false);
+    EXPECT_GT(figures.largest, 0.0);
+    EXPECT_LT(figures.smallest, 0.0);
+    EXPECT_EQ(figures.peak, figures.largest - figures.smallest);
+}
+
+TEST_F(Plot_Engine, a_mainly_negative_row_scales_by_its_smallest_value)
+{
+    auto row = design.results.CalcData.Points(var::Torque);
+    for (std::size_t i = 0; i < row.size(); ++i)
+        row[i] = i == 50 ? -437.26 : 12.0;
+    const Plot_Figures figures = Plot_Dynamics(surface_, 2, var::Torque, 0, 360, false);
+    EXPECT_EQ(Trim(figures.ymax), "437.3");  // below 1000: one decimal
+    EXPECT_EQ(Trim(figures.ymin), "-437.3");
+    EXPECT_NEAR(surface_.top, 1.14 * 437.26, 1e-3);
+    EXPECT_NEAR(surface_.bottom, -1.4 * 437.26, 1e-3);
+}
+
+TEST_F(Plot_Engine, the_axis_of_values_has_ticks_at_five_levels)
+{
+    Plot_Dynamics(surface_, 4, var::S, 0, 360, false);
+    std::vector<double> levels;
+    for (const auto& line : surface_.lines)
+        if (line.ink == Ink::axis && line.y1 == line.y2 && line.x1 < 0.0 && line.x2 > 0.0)
+            levels.push_back(line.y1);
+    ASSERT_EQ(levels.size(), 5U);
+    EXPECT_NEAR(levels.front(), -20.0, 1e-5);
+    EXPECT_NEAR(levels[1], -10.0, 1e-5);
+    EXPECT_EQ(levels[2], 0.0);
+    EXPECT_NEAR(levels[3], 10.0, 1e-5);
+    EXPECT_NEAR(levels.back(), 20.0, 1e-5);
+}
+
+TEST_F(Plot_Engine, ticks_count_points_of_the_range)
+{
+    const std::array s{1};
+    Plot_Setup setup = PlotSetup(style::single_window, 0, 360, s);
     EXPECT_EQ(setup.NumPoints, 361);
     EXPECT_EQ(setup.TickEvery, 30);
     EXPECT_EQ(setup.LabelEvery, 60);
+    EXPECT_EQ(setup.NumSets, 1);
     EXPECT_EQ(setup.bottom_title, "Cam Angle (Deg)");
-    EXPECT_EQ(PlotSetup(style::two_windows, 10, 15, false).TickEvery, 1);
+    EXPECT_EQ(PlotSetup(style::two_windows, 10, 15, s).TickEvery, 1);
+    EXPECT_EQ(PlotSetup(style::polar, 0, 360, s).bottom_title, "Cam Profile at Follower Centerline");
+    design.cam.Followtype = 2;
+    EXPECT_EQ(PlotSetup(style::polar, 0, 360, s).bottom_title, "Cam Surface Profile");
+    setup = PlotSetup(style::single_window, 880, 1760, s);  // a segment of 110 degrees at an eighth of a degree
+    EXPECT_EQ(setup.NumPoints, 881);
+    EXPECT_EQ(setup.TickEvery, 73);
+    EXPECT_EQ(setup.LabelEvery, 146);
+}
+
+TEST_F(Plot_Engine, a_plot_of_harmonics_has_a_place_for_each_and_one_before)
+{
+    const std::array magnitude{20};
     design.motion.No_Harmonics = 45;
-    setup = PlotSetup(style::four_windows, 0, 360, true);
+    Plot_Setup setup = PlotSetup(style::four_windows, 0, 360, magnitude);
     EXPECT_EQ(setup.NumPoints, 46);
     EXPECT_EQ(setup.TickEvery, 3);
+    EXPECT_EQ(setup.LabelEvery, 6);
     EXPECT_EQ(setup.bottom_title, "Harmonic Number");
-    EXPECT_EQ(PlotSetup(style::polar, 0, 360, false).bottom_title, "Cam Profile at Follower Centerline");
-    design.cam.Followtype = 2;
-    EXPECT_EQ(PlotSetup(style::polar, 0, 360, false).bottom_title, "Cam Surface Profile");
-    EXPECT_EQ(setup.graph_title, "Selected Cam-Follower Parameters    Model1  ");
+    design.motion.No_Harmonics = 5;  // 5 / 15 is no tick at all
+    EXPECT_EQ(PlotSetup(style::four_windows, 0, 360, magnitude).TickEvery, 1);
     EXPECT_TRUE(Is_Fourier(18) && Is_Fourier(21));
     EXPECT_FALSE(Is_Fourier(17) || Is_Fourier(22));
+}
+
+TEST_F(Plot_Engine, the_title_follows_what_is_plotted)
+{
+    const auto title = [](std::vector<int> variables) {
+        return PlotSetup(style::single_window, 0, 360, variables).graph_title;
+    };
+    EXPECT_EQ(title({1, 2}), "Selected Cam-Follower Parameters    Model1  ");
+    EXPECT_EQ(title({29, 30}), "Dynamic Response of Follower    Model1  ");
+    EXPECT_EQ(title({7, 33}), "Dynamic Response of Follower    Model1  ");
+    EXPECT_EQ(title({28}), "Selected Cam-Follower Parameters    Model1  ");
+    EXPECT_EQ(title({34}), "Selected Cam-Follower Parameters    Model1  ");
+    ASSERT_TRUE(Do_DFT(var::A, 0, 360, 15));
+    design.flags.FFT_Done = true;
+    EXPECT_EQ(title({20}), "Fourier Transform of  Accel");
+    ASSERT_TRUE(Do_DFT(var::V, 0, 360, 15));
+    EXPECT_EQ(title({18, 19}), "Fourier Transform of  Velocity");
+    EXPECT_EQ(Left_Title(20), "FFT of Mag FFT");
+    EXPECT_EQ(Left_Title(2), "Velocity");
+}
+
+TEST_F(Plot_Engine, axes_have_the_units_that_their_values_have)
+{
+    EXPECT_EQ(Axis_Unit(12), "deg");
+    EXPECT_EQ(design.plot.Var_Unit(12), "mm");  // the table keeps its own
+    EXPECT_EQ(Axis_Unit(11), "mm");
+    design.cam.Camtype = "Linear";
+    EXPECT_EQ(Axis_Unit(12), "mm");
+    EXPECT_EQ(Axis_Unit(20), "");
+    ASSERT_TRUE(Do_DFT(var::A, 0, 360, 15));
+    design.flags.FFT_Done = true;
+    EXPECT_EQ(Axis_Unit(20), "mm/sec^2");
+    EXPECT_EQ(Axis_Unit(21), "deg");
 }
 
 TEST_F(Plot_Engine, the_panels_tell_basic_data_and_once_sized_the_size)
@@ -126,7 +209,45 @@ TEST_F(Plot_Engine, the_panels_tell_basic_data_and_once_sized_the_size)
     const Panel_Lines size = Size_Data();
     ASSERT_EQ(size.size(), 7U);
     EXPECT_EQ(size[3], (std::pair<std::string, std::string>{"Prime Radius", "60.00 mm"}));
+    EXPECT_EQ(size[4].second, Trim(design.cam.Rho_Min_Pos_Text) + " mm");
     EXPECT_EQ(size[5].second, "None");
+}
+
+TEST_F(Plot_Engine, the_panels_have_their_captions_in_order)
+{
+    ASSERT_TRUE(Size_Design());
+    const auto captions = [](const Panel_Lines& lines) {
+        std::vector<std::string> found;
+        for (const auto& [caption, value] : lines)
+            found.push_back(caption);
+        return found;
+    };
+    EXPECT_EQ(captions(Basic_Data()), (std::vector<std::string>{"Segment", "Start Theta", "End Theta", "Delta Theta",
+                                                                "Cam Rotates", "Cam Omega"}));
+    EXPECT_EQ(captions(Size_Data()), (std::vector<std::string>{"Min Phi", "Max Phi", "Offset", "Prime Radius",
+                                                               "Min Rho +", "Min Rho -", "Folwr Rad"}));
+}
+
+TEST_F(Plot_Engine, lengths_in_the_panels_have_the_decimals_of_their_unit)
+{
+    ASSERT_TRUE(Size_Design());
+    Change_Units(1);
+    const Panel_Lines size = Size_Data();
+    EXPECT_EQ(size[3].second, "2.362 in");
+    EXPECT_EQ(size[6].second, "0.472 in");
+}
+
+TEST_F(Plot_Engine, a_cam_turns_and_a_linear_cam_goes_to_and_fro)
+{
+    const auto sense = [](const char* kind, int rotflag) {
+        design.cam.Camtype = kind;
+        design.cam.Rotflag = rotflag;
+        return Basic_Data()[4].second;
+    };
+    EXPECT_EQ(sense("Radial", 1), "Ccw");
+    EXPECT_EQ(sense("Barrel", -1), "Cw");
+    EXPECT_EQ(sense("Linear", 1), "-->>");
+    EXPECT_EQ(sense("Linear", -1), "<<--");
 }
 
 TEST_F(Plot_Engine, the_header_names_design_file_and_time)

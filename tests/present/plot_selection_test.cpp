@@ -143,6 +143,130 @@ TEST_F(Plot_Selection, a_style_asks_for_its_count_of_functions)
     EXPECT_THROW(Functions_of_Style(5), Fault);
 }
 
+/// Text and variables of every preset, as the user reads them.
+struct Told_Preset {
+    const char* text;
+    List variables;
+};
+
+void Expect_Presets(int plot_style, const std::vector<Told_Preset>& told)
+{
+    const std::vector<Plot_Preset>& presets = Presets_of_Style(plot_style);
+    ASSERT_EQ(presets.size(), told.size());
+    for (std::size_t n = 0; n < told.size(); ++n) {
+        EXPECT_EQ(presets[n].text, told[n].text) << "entry " << n + 1;
+        EXPECT_EQ(presets[n].variables, told[n].variables) << told[n].text;
+    }
+}
+
+TEST_F(Plot_Selection, the_two_window_presets_are_thirty_and_stand_for_their_words)
+{
+    const std::vector<Told_Preset> told{
+        {"Displacement and Velocity", {1, 2}},
+        {"Velocity and Acceleration", {2, 3}},
+        {"Acceleration and Displacement", {3, 1}},
+        {"Jerk and Acceleration", {4, 3}},
+        {"Pressure Angle and Radius of Curvature", {5, 6}},
+        {"R-Theta cam coordinates", {11, 12}},
+        {"Cam Profile: X-Y cam follower coordinates versus Cam Zero", {9, 10}},
+        {"Cam Profile: X-Y cam follower coordinates versus Machine Zero", {13, 14}},
+        {"Follower Force and Total Torque", {7, 8}},
+        {"Total Torque and Flywheel Torque", {8, 16}},
+        {"Friction Torque and Total Torque", {15, 8}},
+        {"Magnitude and Phase Components of Current FFT", {20, 21}},
+        {"Real and Imaginary Components of Current FFT", {18, 19}},
+        {"Dynamic Response:  X and X dot", {30, 31}},
+        {"Dynamic Response:  X and X double dot", {30, 32}},
+        {"Dynamic Response:  X dot and X double dot", {31, 32}},
+        {"Dynamic Error:  X and Error Function (S - X)", {30, 29}},
+        {"Polydyne cam:  Displacements of Cam and Follower", {22, 30}},
+        {"Polydyne cam:  Velocities of Cam and Follower", {23, 31}},
+        {"Polydyne cam:  Accelerations of Cam and Follower", {24, 32}},
+        {"Kinetostatic Force and Dynamic Force", {7, 33}},
+        {"Kinematic Acceleration and Dynamic Acceleration", {3, 32}},
+        {"Cam Surface: X-Y cam surface coordinates versus Cam Zero", {36, 37}},
+        {"Cam Surface: X-Y cam surface coordinates versus Machine Zero", {38, 39}},
+        {"Cam Cutter: X-Y cam cutter CL coordinates versus Cam Zero", {40, 41}},
+        {"Stresses: Normal and shear stress in cam and follower", {42, 43}},
+        {"Kinetostatic force and Dynamic force on cam and follower", {7, 33}},
+        {"Kinematic Acceleration and Dynamic Acceleration of follower", {3, 32}},
+        {"Kinematic Velocity and Dynamic Velocity of follower", {2, 31}},
+        {"Primary Torque and Compensating Torque", {8, 48}},
+    };
+    Expect_Presets(style::two_windows, told);
+}
+
+TEST_F(Plot_Selection, the_four_window_presets_are_seventeen_and_stand_for_their_words)
+{
+    const std::vector<Told_Preset> told{
+        {"Displacement, Velocity, Acceleration, Jerk", {1, 2, 3, 4}},
+        {"Press Angle, Velocity, Radius of Curvature, Acceleration", {5, 2, 6, 3}},
+        {"Cam Profile: X-coord, Y-coord, Radius, Theta versus Cam zero", {9, 10, 11, 12}},
+        {"Cam Profile: X-coord, Y-coord, Radius, Theta versus Machine Zero", {13, 14, 34, 35}},
+        {"Displacement, Force, Velocity, Torque", {1, 7, 2, 8}},
+        {"Force, Torque, Friction Torque, Flywheel Torque", {7, 8, 15, 16}},
+        {"Current FFT:  Real, Imag, Magnitude, Phase", {18, 19, 20, 21}},
+        {"Dynamic Response: (S - X), X, X dot, X double dot", {29, 30, 31, 32}},
+        {"Polydyne Cam: Fol Disp X, Cam Disp S, Cam Veloc, Cam Accel", {30, 22, 23, 24}},
+        {"Polydyne Cam: Fol Disp X, Cam Disp S, Fol Veloc, Cam Veloc", {30, 22, 31, 23}},
+        {"Polydyne Cam: Fol Disp X, Cam Disp S, Fol Accel, Cam Accel", {30, 22, 32, 24}},
+        {"Polydyne Cam: Polydyne Cam profile X, Y, Kinematic Cam profile X, Y", {9, 10, 25, 26}},
+        {"Polydyne Cam: Polydyne Cam profile R, T, Kinematic Cam profile R, T", {11, 12, 27, 28}},
+        {"Acceleration, x ddot, Kinetostatic Force and Dynamic Force", {3, 32, 7, 33}},
+        {"Cam Surface: X-surf, Y-surf, X-Cutter, Y-Cutter versus Cam zero", {36, 37, 40, 41}},
+        {"Cam Surface: X-surf, Y-surf, Radius, Theta versus Machine Zero", {38, 39, 34, 35}},
+        {"Torque, Compensating Torque, Net Torque, Force", {8, 48, 49, 7}},
+    };
+    Expect_Presets(style::four_windows, told);
+}
+
+TEST_F(Plot_Selection, the_polar_preset_compares_two_profiles)
+{
+    Expect_Presets(style::polar, {{"Polydyne Cam profile vs. Kinematic Cam profile", {54, 55}}});
+    EXPECT_TRUE(Presets_of_Style(style::single_window).empty());
+}
+
+TEST_F(Plot_Selection, styles_have_their_captions)
+{
+    EXPECT_EQ(Style_Caption(1), "Single Window - One to Four Functions");
+    EXPECT_EQ(Style_Caption(2), "Two Windows - Two Functions");
+    EXPECT_EQ(Style_Caption(3), "Four Windows - Four Functions");
+    EXPECT_EQ(Style_Caption(4), "Polar Plot - One to Four Functions");
+    EXPECT_THROW(Style_Caption(0), Fault);
+    EXPECT_THROW(Style_Caption(5), Fault);
+}
+
+TEST_F(Plot_Selection, what_no_list_and_no_preset_has_is_not_offered)
+{
+    EXPECT_TRUE(Is_Offered(1));
+    EXPECT_FALSE(Is_Offered(5));
+    EXPECT_FALSE(Is_Offered(54));
+    EXPECT_FALSE(Is_Offered(20));
+    f_.Sized = true;
+    EXPECT_TRUE(Is_Offered(5));
+    EXPECT_TRUE(Is_Offered(54));
+    EXPECT_FALSE(Is_Offered(55));
+    EXPECT_FALSE(Is_Offered(28));
+    f_.Polydyne_Calc = true;
+    EXPECT_TRUE(Is_Offered(55));
+    EXPECT_TRUE(Is_Offered(28));  // only a preset has it
+    f_.FFT_Done = true;
+    EXPECT_TRUE(Is_Offered(20));
+    EXPECT_FALSE(Is_Offered(50));
+}
+
+TEST_F(Plot_Selection, harmonics_share_no_window_with_functions_of_the_angle)
+{
+    EXPECT_EQ(Why_Not_Together(1, List{1, 2, 3}), "");
+    EXPECT_EQ(Why_Not_Together(1, List{18, 19, 0, 0}), "");
+    EXPECT_EQ(Why_Not_Together(1, List{18, 1}),
+              "The harmonics of a Fourier transform and functions of the cam angle cannot share a window.");
+    EXPECT_EQ(Why_Not_Together(2, List{18, 1}), "");  // a window each
+    EXPECT_EQ(Why_Not_Together(3, List{1, 2, 20, 21}), "");
+    EXPECT_EQ(Why_Not_Together(4, List{21}),
+              "A polar plot goes over the cam angle: the harmonics of a Fourier transform have no place in it.");
+}
+
 TEST_F(Plot_Selection, a_name_is_looked_up_in_its_list)
 {
     f_.Modelflag = true;

@@ -244,6 +244,32 @@ TEST_F(Home_Screen, unsaved_work_is_kept_beside_the_run_record_and_dropped_when_
     EXPECT_FALSE(std::filesystem::exists(folder_ + Recovery_Model_Name));
 }
 
+TEST_F(Home_Screen, leaving_a_working_screen_by_back_drops_what_was_done_on_it)
+{
+    Build("Double Dwell");
+    frm_HomeScreen home(folder_);
+    const Driver user(home);
+    const Single prime = design.cam.Prime_Rad;
+    const Single phi = design.results.CalcData(var::Phi, 45);
+    const auto size = [&](const char* way_out) {
+        const testing::Modals modals([way_out](QDialog& open) {
+            const Driver hands(open);
+            hands.Fill("txt_Prime", "150");
+            hands.Press("cmd_Calc");
+            hands.Press(way_out);
+        });
+        user.Press("cmd_Size");
+    };
+    size("cmd_Cancel");
+    EXPECT_EQ(design.cam.Prime_Rad, prime);
+    EXPECT_EQ(design.results.CalcData(var::Phi, 45), phi);
+    EXPECT_TRUE(design.flags.Dynamicflag);
+    size("cmd_Done");
+    EXPECT_EQ(design.cam.Prime_Rad, 150.0);
+    EXPECT_NE(design.results.CalcData(var::Phi, 45), phi);
+    EXPECT_FALSE(design.flags.Dynamicflag);
+}
+
 TEST_F(Home_Screen, clicks_that_lead_nowhere_say_why)
 {
     Build("Double Dwell");

@@ -4,8 +4,10 @@
 #include <QCheckBox>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "core/text.h"
 #include "screens/desktop_host.h"
 #include "screens/frm_Quit.h"
 #include "screens/frm_Title.h"
@@ -62,6 +64,56 @@ TEST_F(Foundation, arrow_keys_step_a_number_where_the_screen_allows_it)
     QTest::keyClick(screen.first, Qt::Key_Up);
     QTest::keyClick(screen.first, Qt::Key_Down, Qt::ShiftModifier);
     EXPECT_EQ(screen.taken, (std::vector<std::string>{"11", "1"}));
+}
+
+TEST_F(Foundation, a_fault_in_a_control_is_told_and_the_entry_shows_its_last_good_text)
+{
+    Two_Fields screen;
+    const Driver user(screen);
+    screen.first->Show_Text("7");
+    screen.first->accepted = [](const std::string& text) { (void)Single(Val(text)); };
+    user.Fill("txt_First", "8");
+    script_.Expect(testing::Error_Box(6, "Overflow", "frm_Two.txt_First"));
+    user.Fill("txt_First", "1e99");
+    EXPECT_EQ(user.Text("txt_First"), "8");
+    EXPECT_FALSE(screen.first->Dirty());
+    QPushButton* const button = Button("cmd_Break", "Break", [] { (void)Single(1e99); });
+    screen.layout()->addWidget(button);
+    script_.Expect(testing::Error_Box(6, "Overflow", "frm_Two.cmd_Break"));
+    button->click();
+}
+
+TEST_F(Foundation, a_button_leaves_the_field_before_it_acts)
+{
+    Two_Fields screen;
+    QPushButton* button = nullptr;
+    int pressed = 0;
+    button = Button("cmd_Go", "&Go", [&] { pressed += static_cast<int>(screen.taken.size()); });
+    screen.layout()->addWidget(button);
+    const Driver user(screen);
+    user.Type("txt_First", "5");
+    button->click();  // as by its access key, which leaves the focus where it is
+    EXPECT_EQ(pressed, 1);
+    screen.first->accepted = [&](const std::string&) { button->setEnabled(false); };
+    user.Type("txt_First", "6");
+    button->click();
+    EXPECT_EQ(pressed, 1);
+}
+
+TEST_F(Foundation, an_option_acts_when_the_choice_changes)
+{
+    Two_Fields screen;
+    int chosen = 0;
+    QRadioButton* const option = Option("opt_One", "One", [&] { ++chosen; });
+    screen.layout()->addWidget(option);
+    screen.layout()->addWidget(Option("opt_Two", "Two", {}));
+    const Driver user(screen);
+    user.Press("opt_One");
+    user.Press("opt_One");
+    EXPECT_EQ(chosen, 1);
+    user.Press("opt_Two");
+    user.Press("opt_One");
+    EXPECT_EQ(chosen, 2);
 }
 
 TEST_F(Foundation, a_control_that_is_not_there_is_an_error)
