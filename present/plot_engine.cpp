@@ -132,19 +132,30 @@ int Plot_Decimals(double ymax)
     return decimals;
 }
 
+Plot_Figures Figures_of_Plot(int variable, int first, int last)
+{
+    const Extremes extremes = MaxMin2(design.results.CalcData, variable, first, last);
+    Plot_Figures figures;
+    figures.largest = extremes.largest;
+    figures.smallest = extremes.smallest;
+    figures.peak = figures.largest - figures.smallest;
+    figures.ymax = std::max(figures.largest, std::abs(figures.smallest));
+    const int decimals = Plot_Decimals(figures.ymax);
+    figures.pnl_LeftTitle = Trim(design.plot.Var_Name(variable));
+    figures.pnl_Units = design.plot.Var_Unit(variable);
+    figures.pnl_Ymax = FNRoundStr(figures.ymax, decimals);
+    figures.pnl_Ymin = FNRoundStr(-figures.ymax, decimals);
+    figures.lbl_Min = FNRoundStr(figures.smallest, decimals);
+    figures.lbl_Max = FNRoundStr(figures.largest, decimals);
+    figures.lbl_Peak = FNRoundStr(figures.peak, decimals);
+    return figures;
+}
+
 Plot_Figures Plot_Dynamics(Surface& surface, int windows, int variable, int first, int last, bool vertical_lines)
 {
+    const Plot_Figures figures = Figures_of_Plot(variable, first, last);
+    const double ymax = figures.ymax;
     const Table<Single>& data = design.results.CalcData;
-    const Extremes extremes = MaxMin2(data, variable, first, last);
-    const double ymax = std::max<double>(extremes.largest, std::abs(extremes.smallest));
-    const int decimals = Plot_Decimals(ymax);
-    Plot_Figures figures{Trim(design.plot.Var_Name(variable)),
-                         design.plot.Var_Unit(variable),
-                         FNRoundStr(ymax, decimals),
-                         FNRoundStr(-ymax, decimals),
-                         extremes.largest,
-                         extremes.smallest,
-                         double{extremes.largest} - double{extremes.smallest}};
     const auto angle = data.Points(var::Angle);
     const auto row = data.Points(variable);
     const double start = angle[static_cast<std::size_t>(first)];

@@ -27,16 +27,22 @@ Plot_Window SetWindow(int windows, double ymax, double x_start, double x_end);
 /// Decimals of the extremes beside a plot: 0, 1 below 1000, 2 below 100, 3 below 10.
 int Plot_Decimals(double ymax);
 
-/// What stands beside a plot of one variable.
+/// What stands beside a plot of one variable; the texts by the names of their labels.
 struct Plot_Figures {
-    std::string left_title;  // name of the variable
-    std::string units;
-    std::string ymax;
-    std::string ymin;
     double largest = 0.0;
     double smallest = 0.0;
-    double peak = 0.0;  // from the smallest to the largest
+    double peak = 0.0;  // peak to peak
+    double ymax = 0.0;  // of the scale, which reaches as far down
+    std::string pnl_LeftTitle;
+    std::string pnl_Units;
+    std::string pnl_Ymax;
+    std::string pnl_Ymin;
+    std::string lbl_Min;
+    std::string lbl_Max;
+    std::string lbl_Peak;
 };
+/// @throws Fault{9} for a row or points outside the table
+Plot_Figures Figures_of_Plot(int variable, int first, int last);
 
 /// Paints a variable over points first..last onto a surface: axes, ticks, segment boundaries on request, curve.
 ///

@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 
 #include "core/design_state.h"
@@ -196,6 +197,11 @@ void frm_FFT::Draw()
     const paint::Curve_Style style =
         on("chk_Sticks") ? (on("chk_Line") ? paint::Curve_Style::sticks_and_line : paint::Curve_Style::sticks)
                          : paint::Curve_Style::line;
+    paint::Point_Ticks ticks;  // on whole harmonics, the last one clear of the border
+    ticks.points = Shown_Harmonics() + 1;
+    ticks.tick_every = std::max(Shown_Harmonics() / 15, 1);
+    ticks.label_every = 2 * ticks.tick_every;
+    ticks.margin = 0.5;
     for (std::size_t k = 0; k < parts.size(); ++k) {
         paint::Curve curve;
         curve.name = QString::fromUtf8(parts[k].caption);
@@ -205,6 +211,7 @@ void frm_FFT::Draw()
             curve.y.push_back(design.results.Fft_Work_A(parts[k].row, h));
         }
         paint::Chart& chart = *charts_[static_cast<qsizetype>(k)];
+        chart.Set_Ticks(ticks);
         chart.Show({curve});
         chart.Set_Grid(on("chk_HGrid"), on("chk_VGrid"));
     }

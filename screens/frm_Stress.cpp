@@ -17,6 +17,7 @@
 #include "dynamics/contact_stress.h"
 #include "paint/chart.h"
 #include "paint/print.h"
+#include "present/plot_engine.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
 
@@ -186,7 +187,18 @@ QLayout* frm_Stress::Plots()
     auto* const grid = new QGridLayout;
     for (int k = 0; k < 4; ++k) {
         charts_.append(new paint::Chart(Element("pct_Plot", k)));
-        grid->addWidget(charts_.back(), k / 2, k % 2);
+        auto* const figures = new QHBoxLayout;
+        for (const auto& [name, caption] :
+             {std::pair{"lbl_Min", "Min"}, std::pair{"lbl_Max", "Max"}, std::pair{"lbl_Peak", "P to P"}}) {
+            figures->addWidget(new QLabel(QString::fromUtf8(caption)));
+            figures->addWidget(Label(Element(name, k)));
+            figures->addSpacing(8);
+        }
+        figures->addStretch();
+        auto* const window = new QVBoxLayout;
+        window->addWidget(charts_.back(), 1);
+        window->addLayout(figures);
+        grid->addLayout(window, k / 2, k % 2);
     }
     return grid;
 }
@@ -286,9 +298,17 @@ void frm_Stress::Choose_Roller(bool crowned)
     type_chosen_ = true;
     design.dynamics.Roller_type = crowned ? crowned_roller : cylindrical_roller;
     Refresh();
-    for (paint::Chart* const chart : charts_)
-        chart->Clear();
+    Clear_Plots();
     Calculate();
+}
+
+void frm_Stress::Clear_Plots()
+{
+    for (int k = 0; k < charts_.size(); ++k) {
+        charts_[k]->Clear();
+        for (const char* const name : {"lbl_Min", "lbl_Max", "lbl_Peak"})
+            Control<QLabel>(Element(name, k)).clear();
+    }
 }
 
 void frm_Stress::Calculate()
@@ -308,6 +328,10 @@ void frm_Stress::Calculate()
                                     name + QStringLiteral("  ") + unit);
         charts_[k]->Show({paint::Row_Curve(name, unit, results.Points(var::Angle), results.Points(v), 0,
                                            design.motion.Max_Data_Points_used)});
+        const Plot_Figures figures = Figures_of_Plot(v, 0, design.motion.Max_Data_Points_used);
+        Control<QLabel>(Element("lbl_Min", k)).setText(To_Qt(Trim(figures.lbl_Min)));
+        Control<QLabel>(Element("lbl_Max", k)).setText(To_Qt(Trim(figures.lbl_Max)));
+        Control<QLabel>(Element("lbl_Peak", k)).setText(To_Qt(Trim(figures.lbl_Peak)));
     }
     Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(true);
     status_->Refresh();

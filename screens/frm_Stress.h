@@ -33,6 +33,7 @@ private:
     void Fill(const Stress_Form& form);
     void Refresh();
     Stress_Form Form() const;
+    void Clear_Plots();
     void Calculate();
     void Choose_Material(int member, bool steel);
     void Choose_Roller(bool crowned);

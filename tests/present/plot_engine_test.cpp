@@ -59,7 +59,7 @@ TEST_F(Plot_Engine, a_function_of_zeros_keeps_a_scale)
     EXPECT_NEAR(SetWindow(2, 0, 0, 360).top, 1.14e-4, 1e-12);
     const Plot_Figures figures = Plot_Dynamics(surface_, 4, var::Torque, 0, 360, false);
     EXPECT_EQ(figures.peak, 0.0);
-    EXPECT_EQ(Trim(figures.ymax), "0.000");
+    EXPECT_EQ(Trim(figures.pnl_Ymax), "0.000");
     EXPECT_EQ(surface_.Lines_in(Ink::curve), 360);
 }
 
@@ -70,14 +70,14 @@ TEST_F(Plot_Engine, the_curve_goes_through_every_point_of_the_range)
     const auto& last = surface_.lines.back();
     EXPECT_EQ(last.x2, 100.0);
     EXPECT_EQ(last.y2, Data(var::V, 100));
-    EXPECT_EQ(figures.left_title, "Velocity");
-    EXPECT_EQ(figures.units, "mm/sec");
+    EXPECT_EQ(figures.pnl_LeftTitle, "Velocity");
+    EXPECT_EQ(figures.pnl_Units, "mm/sec");
     double largest = 0.0;
     for (int i = 20; i <= 100; ++i)
         largest = std::max(largest, Data(var::V, i));
     EXPECT_EQ(figures.largest, largest);
-    EXPECT_EQ(figures.ymax, FNRoundStr(largest, Plot_Decimals(largest)));
-    EXPECT_EQ(figures.ymin, FNRoundStr(-largest, Plot_Decimals(largest)));
+    EXPECT_EQ(figures.pnl_Ymax, FNRoundStr(largest, Plot_Decimals(largest)));
+    EXPECT_EQ(figures.pnl_Ymin, FNRoundStr(-largest, Plot_Decimals(largest)));
     EXPECT_GT(surface_.top, surface_.bottom);  // y runs upward
 }
 
@@ -108,8 +108,8 @@ TEST_F(Plot_Engine, a_mainly_negative_row_scales_by_its_smallest_value)
     for (std::size_t i = 0; i < row.size(); ++i)
         row[i] = i == 50 ? -437.26 : 12.0;
     const Plot_Figures figures = Plot_Dynamics(surface_, 2, var::Torque, 0, 360, false);
-    EXPECT_EQ(Trim(figures.ymax), "437.3");  // below 1000: one decimal
-    EXPECT_EQ(Trim(figures.ymin), "-437.3");
+    EXPECT_EQ(Trim(figures.pnl_Ymax), "437.3");  // below 1000: one decimal
+    EXPECT_EQ(Trim(figures.pnl_Ymin), "-437.3");
     EXPECT_NEAR(surface_.top, 1.14 * 437.26, 1e-3);
     EXPECT_NEAR(surface_.bottom, -1.4 * 437.26, 1e-3);
 }

@@ -11,6 +11,7 @@
 #include "core/units.h"
 #include "dynamics/kinetostatics.h"
 #include "paint/chart.h"
+#include "present/plot_engine.h"
 #include "tests/support/desktop_design.h"
 #include "tests/support/watched_boxes.h"
 
@@ -182,6 +183,11 @@ TEST_F(Stress_Screen, the_plots_show_force_curvature_and_both_stresses)
             ASSERT_EQ(Curves(user, k).size(), 1U) << k;
             EXPECT_EQ(Curves(user, k)[0].y, Row(rows[static_cast<std::size_t>(k)])) << k;
             EXPECT_EQ(Curves(user, k)[0].x, Row(var::Angle));
+            const auto [least, most] = std::ranges::minmax(Curves(user, k)[0].y);
+            const int decimals = Plot_Decimals(std::max(most, -least));
+            EXPECT_EQ(user.Text(Element("lbl_Min", k)), Trim(FNRoundStr(least, decimals)));
+            EXPECT_EQ(user.Text(Element("lbl_Max", k)), Trim(FNRoundStr(most, decimals)));
+            EXPECT_EQ(user.Text(Element("lbl_Peak", k)), Trim(FNRoundStr(most - least, decimals)));
         }
     }
 }
@@ -304,7 +310,7 @@ TEST_F(Stress_Screen, a_type_whose_size_is_refused_leaves_the_plots_empty)
     script_.Expect(positive);
     user.Press(Element("opt_Fol_type", 1));
     for (int k = 0; k < 4; ++k)
-        EXPECT_TRUE(Curves(user, k).empty()) << k;
+        EXPECT_TRUE(Curves(user, k).empty() && user.Text(Element("lbl_Max", k)).empty()) << k;
     EXPECT_TRUE(Has_Focus(user, "txt_Crownrad"));
     EXPECT_EQ(Row(42), before);
     user.Fill("txt_Crownrad", "800");
