@@ -380,7 +380,7 @@ bool Use_Conjugate()
     if (c.Translating && c.Camtype == "Radial")
         c.Offset = -c.Offset;
     f.Calc_Error = f.Math_Error = false;
-    return Calc_Rho(c.Followtype) && Calc_Phi(c.Followtype) && !f.Calc_Error && !f.Math_Error;
+    return Calc_Phi(c.Followtype) && !f.Calc_Error && Calc_Rho(c.Followtype) && !f.Calc_Error && !f.Math_Error;
 }
 
 void Autopress()

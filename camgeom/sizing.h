@@ -29,7 +29,7 @@ bool Calc_Phi(int type);
 bool Calc_Rho(int type);
 
 /// Turns the design to its conjugate cam, whose follower stands opposite and falls while the other rises: Conjugate,
-/// Side_Sign, Follower_Angle and, of a translating radial follower, Offset; then Calc_Rho and Calc_Phi. The design's
+/// Side_Sign, Follower_Angle and, of a translating radial follower, Offset; then Calc_Phi and Calc_Rho. The design's
 /// own angle and offset are the caller's to keep.
 ///
 /// @return false when the sizes do not go with a conjugate

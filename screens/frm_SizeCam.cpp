@@ -349,6 +349,14 @@ void frm_SizeCam::Fill()
 {
     const Filling filling(*this);
     const Size_Form form = Size_Form_of_Design();
+    Show_Texts(form);
+    auto& keyway = Control<QComboBox>(QStringLiteral("cmb_keyway"));
+    keyway.setCurrentIndex(keyway.findText(To_Qt(form.cmb_keyway)));
+    Control<QRadioButton>(Element("opt_topbot", form.inner_track ? 0 : 1)).setChecked(true);
+}
+
+void frm_SizeCam::Show_Texts(const Size_Form& form)
+{
     const auto text = [this](const char* name, const std::string& value) {
         Control<Entry>(QString::fromUtf8(name)).Show_Text(value);
     };
@@ -361,9 +369,6 @@ void frm_SizeCam::Fill()
     text("txt_CLy", form.txt_CLy);
     text("txt_ArmRadius", form.txt_ArmRadius);
     text("txt_ShiftAng", form.txt_ShiftAng);
-    auto& keyway = Control<QComboBox>(QStringLiteral("cmb_keyway"));
-    keyway.setCurrentIndex(keyway.findText(To_Qt(form.cmb_keyway)));
-    Control<QRadioButton>(Element("opt_topbot", form.inner_track ? 0 : 1)).setChecked(true);
 }
 
 void frm_SizeCam::Refresh()
@@ -466,14 +471,7 @@ void frm_SizeCam::Calculate()
     const Filling filling(*this);
     Size_Form form = Form();
     has_results_ = Calc_Size(form, Control<QCheckBox>(QStringLiteral("chk_Autocalc")).isChecked());
-    const auto text = [this](const char* name, const std::string& value) {
-        Control<Entry>(QString::fromUtf8(name)).Show_Text(value);
-    };
-    text("txt_Prime", form.txt_Prime);
-    text("txt_follower", form.txt_follower);
-    text("txt_Cutter", form.txt_Cutter);
-    text("txt_Offset", form.txt_Offset);
-    text("txt_ArmRadius", form.txt_ArmRadius);
+    Show_Texts(form);
     Refresh();
     Set_Pending(!has_results_);
     Draw_Views();

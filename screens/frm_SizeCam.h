@@ -37,6 +37,7 @@ private:
     QWidget* Make_Foot();
     void Make_Menu();
     void Fill();
+    void Show_Texts(const Size_Form& form);
     /// Texts, panels and what is enabled, by the kind of cam and the follower.
     void Refresh();
     /// Shows again the entries that a choice may have changed.

@@ -227,6 +227,14 @@ void Screen::Open_at(const QSize& size)
 
 Screen::~Screen()
 {
+    // The focus leaves its field while the window goes, and the screen that the field would tell is gone already.
+    for (QObject* const control : findChildren<QObject*>()) {
+        control->blockSignals(true);
+        if (auto* const entry = dynamic_cast<Entry*>(control)) {
+            entry->accepted = entry->typed = nullptr;
+            entry->focused = nullptr;
+        }
+    }
     QSettings().setValue(QStringLiteral("places/") + objectName(), saveGeometry());
 }
 

@@ -58,12 +58,6 @@ protected:
         for (int i = 0; i <= 360; ++i)
             design.results.Ext_Force_Table(i) = force;
     }
-    static double Data(int row, int i) { return design.results.CalcData(row, i); }
-    static std::vector<double> Row(int row)
-    {
-        const auto points = design.results.CalcData.Points(row);
-        return {points.begin(), points.begin() + 361};
-    }
     static const paint::Chart& Chart(const Driver& user, int index)
     {
         return user.Find<paint::Chart>(Element("grf_Plot", index));
@@ -77,14 +71,6 @@ protected:
     static std::string Pulses(const Driver& user)
     {
         return user.Find<QPlainTextEdit>("pct_Pict1").toPlainText().toStdString();
-    }
-    static std::vector<std::string> Lit_Lamps(const Driver& user)
-    {
-        std::vector<std::string> lit;
-        for (int i = 0; i < 11; ++i)
-            if (user.Visible(Element("lbl_Status", i)))
-                lit.push_back(user.Text(Element("lbl_Status", i)));
-        return lit;
     }
     Dynamics_Group& d_ = design.dynamics;
     Flags_Group& f_ = design.flags;
@@ -422,21 +408,7 @@ TEST_F(Dynamics_Screen, starting_fresh_overwrites_the_accumulated_torque)
 
 TEST_F(Dynamics_Screen, the_external_force_is_offered_where_there_is_one)
 {
-    struct Case {
-        bool calculated;
-        bool added;
-        bool ticked;
-    };
-    for (const auto& [calculated, added, ticked] :
-         {Case{false, false, false}, Case{false, true, false}, Case{true, false, false}, Case{true, true, true}}) {
-        f_.Ext_Force_Calc = calculated;
-        d_.Ext_Force_Add = added;
-        frm_Dynamics screen;
-        const Driver user(screen);
-        EXPECT_EQ(user.Enabled("chk_Extforce"), calculated);
-        EXPECT_EQ(user.Checked("chk_Extforce"), ticked);
-        EXPECT_EQ(d_.Ext_Force_Add, ticked);
-    }
+    Expect_External_Force_Offered<frm_Dynamics>();
 }
 
 TEST_F(Dynamics_Screen, a_ticked_external_force_joins_torque_and_friction_but_not_the_force)

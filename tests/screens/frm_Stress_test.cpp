@@ -48,12 +48,6 @@ protected:
         for (int i = 0; i <= 360; ++i)
             design.results.Ext_Force_Table(i) = force;
     }
-    static double Data(int row, int i) { return design.results.CalcData(row, i); }
-    static std::vector<double> Row(int row)
-    {
-        const auto points = design.results.CalcData.Points(row);
-        return {points.begin(), points.begin() + 361};
-    }
     static const std::vector<paint::Curve>& Curves(const Driver& user, int plot)
     {
         return user.Find<paint::Chart>(Element("pct_Plot", plot)).Curves();
@@ -67,14 +61,6 @@ protected:
         return entry.isReadOnly();
     }
     static bool Has_Focus(const Driver& user, const char* field) { return user.Find<QLineEdit>(field).hasFocus(); }
-    static std::vector<std::string> Lit_Lamps(const Driver& user)
-    {
-        std::vector<std::string> lit;
-        for (int i = 0; i < 11; ++i)
-            if (user.Visible(Element("lbl_Status", i)))
-                lit.push_back(user.Text(Element("lbl_Status", i)));
-        return lit;
-    }
     Dynamics_Group& d_ = design.dynamics;
     Flags_Group& f_ = design.flags;
 };
@@ -468,21 +454,7 @@ TEST_F(Stress_Entries, a_refused_calculation_returns_to_its_field_and_leaves_the
 
 TEST_F(Stress_Screen, the_external_force_is_offered_where_there_is_one)
 {
-    struct Case {
-        bool calculated;
-        bool added;
-        bool ticked;
-    };
-    for (const auto& [calculated, added, ticked] :
-         {Case{false, false, false}, Case{false, true, false}, Case{true, false, false}, Case{true, true, true}}) {
-        f_.Ext_Force_Calc = calculated;
-        d_.Ext_Force_Add = added;
-        frm_Stress screen;
-        const Driver user(screen);
-        EXPECT_EQ(user.Enabled("chk_Extforce"), calculated);
-        EXPECT_EQ(user.Checked("chk_Extforce"), ticked);
-        EXPECT_EQ(d_.Ext_Force_Add, ticked);
-    }
+    Expect_External_Force_Offered<frm_Stress>();
 }
 
 TEST_F(Stress_Screen, the_tick_adds_the_external_force_and_takes_it_away)

@@ -123,6 +123,23 @@ TEST_F(Foundation, a_control_that_is_not_there_is_an_error)
     EXPECT_THROW(screen.Control<QCheckBox>("txt_First"), std::out_of_range);
 }
 
+TEST_F(Foundation, a_screen_that_goes_away_is_told_nothing_by_its_fields)
+{
+    int told = 0;
+    {
+        Two_Fields screen;
+        const Driver user(screen);
+        screen.first->accepted = [&told](const std::string&) { ++told; };
+        screen.first->focused = [&told](bool in) { told += in ? 0 : 1; };
+        auto* const list = new QComboBox;
+        list->setEditable(true);
+        screen.layout()->addWidget(list);
+        QObject::connect(list->lineEdit(), &QLineEdit::editingFinished, list, [&told] { ++told; });
+        user.Type("txt_First", "4");  // the window goes while the field has the focus and is changed
+    }
+    EXPECT_EQ(told, 0);
+}
+
 TEST_F(Foundation, a_screen_remembers_its_size)
 {
     {

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <QSettings>
+#include <string>
+#include <vector>
 
 #include "core/design_state.h"
 #include "core/startup.h"
@@ -24,6 +26,43 @@ protected:
     void TearDown() override { design = {}; }
 
     static void Build(const char* example) { ASSERT_TRUE(Open_Example(example)); }
+
+    static double Data(int row, int i) { return design.results.CalcData(row, i); }
+    /// A row of a design at a step of one degree.
+    static std::vector<double> Row(int row)
+    {
+        const auto points = design.results.CalcData.Points(row);
+        return {points.begin(), points.begin() + 361};
+    }
+    static std::vector<std::string> Lit_Lamps(const Driver& user)
+    {
+        std::vector<std::string> lit;
+        for (int i = 0; i < 11; ++i)
+            if (user.Visible(screens::Element("lbl_Status", i)))
+                lit.push_back(user.Text(screens::Element("lbl_Status", i)));
+        return lit;
+    }
+
+    /// A screen that adds an external force offers it where there is one, and forgets it where there is none.
+    template <class Form>
+    static void Expect_External_Force_Offered()
+    {
+        struct Case {
+            bool calculated;
+            bool added;
+            bool ticked;
+        };
+        for (const auto& [calculated, added, ticked] :
+             {Case{false, false, false}, Case{false, true, false}, Case{true, false, false}, Case{true, true, true}}) {
+            design.flags.Ext_Force_Calc = calculated;
+            design.dynamics.Ext_Force_Add = added;
+            Form screen;
+            const Driver user(screen);
+            EXPECT_EQ(user.Enabled("chk_Extforce"), calculated);
+            EXPECT_EQ(user.Checked("chk_Extforce"), ticked);
+            EXPECT_EQ(design.dynamics.Ext_Force_Add, ticked);
+        }
+    }
 
     Script script_;
 };
