@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <cstdio>
 #include <memory>
 
 #include "cli/commands.h"
@@ -22,8 +23,12 @@ int Run(const Options& options)
 {
     if (!Load(options.input))
         return wrong_input;
+    const int before = design.identity.WhichUnit;
     if (options.units != 0)
         Change_Units(options.units);
+    if (design.identity.WhichUnit != before && design.flags.Calculated)
+        std::fprintf(stderr,
+                     "lobemax-cli: the calculated results are still in the units before: calculate the motion again\n");
     if (options.format != "9" && !Confirm_Older_Format())
         return failed;
     design.identity.Version_Str = options.format;

@@ -218,7 +218,12 @@ TEST_F(Cli, a_unit_change_converts_the_fields_and_keeps_the_flags)
 {
     ASSERT_EQ(Run("new -o i.cam --units 1 'R MS 180 0 1' 'F MS 180 1 0'").status, 0);
     ASSERT_EQ(Run("calc i.cam -o i.cam --levels svaj").status, 0);
-    ASSERT_EQ(Run("convert i.cam -o mm.cam --units 5").status, 0);
+    const Outcome converted = Run("convert i.cam -o mm.cam --units 5");
+    ASSERT_EQ(converted.status, 0);
+    const char* const told =
+        "lobemax-cli: the calculated results are still in the units before: calculate the motion again\n";
+    EXPECT_TRUE(converted.err.starts_with(told));
+    EXPECT_EQ(Run("convert i.cam -o same.cam --units 1").err.find(told), std::string::npos);
     EXPECT_EQ(Show("mm.cam", "WhichUnit Prime_Rad Follow_Rad Preload Calculated 'CalcData(1, 180)'"),
               "WhichUnit = 5\nPrime_Rad = 76.2\nFollow_Rad = 12.7\nPreload = 111.21\nCalculated = true\n"
               "CalcData(1, 180) = 1\n")
