@@ -121,6 +121,18 @@ void Fill_Chart(Chart& chart, int plot_style, const std::vector<int>& functions,
 
 }  // namespace
 
+void Set_Angle_Ticks(Chart& chart)
+{
+    const int last = design.motion.Max_Data_Points_used;
+    const Plot_Setup setup = PlotSetup(style::single_window, 0, last, {});
+    Point_Ticks ticks;
+    ticks.per_point = design.motion.Deltatheta;
+    ticks.points = setup.NumPoints;
+    ticks.tick_every = setup.TickEvery;
+    ticks.label_every = setup.LabelEvery;
+    chart.Set_Ticks(ticks);
+}
+
 int Windows_of(int plot_style)
 {
     return plot_style == style::two_windows ? 2 : plot_style == style::four_windows ? 4 : 1;

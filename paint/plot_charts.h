@@ -11,6 +11,9 @@
 
 namespace lobemax::paint {
 
+/// Ticks a chart of the whole cycle by the cam angle, as the plots of a whole cycle are.
+void Set_Angle_Ticks(Chart& chart);
+
 /// Charts of a style 1..4: one, two, four, one.
 int Windows_of(int plot_style);
 

@@ -20,6 +20,7 @@
 #include "core/text.h"
 #include "dynamics/kinetostatics.h"
 #include "paint/chart.h"
+#include "paint/plot_charts.h"
 #include "paint/print.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
@@ -339,9 +340,9 @@ void frm_Dynamics::Show_Row(paint::Chart& chart, int row)
     const QString name = To_Qt(Trim(design.plot.Var_Name(row)));
     const QString unit = To_Qt(design.plot.Var_Unit(row));
     chart.Set_Axis_Titles(QStringLiteral("Cam Angle (Deg)"), name + QStringLiteral("  ") + unit);
+    paint::Set_Angle_Ticks(chart);
     chart.Show({paint::Row_Curve(name, unit, results.Points(var::Angle), results.Points(row), 0,
                                  design.motion.Max_Data_Points_used)});
-    chart.Set_Range(0, 360);
     chart.show();
 }
 

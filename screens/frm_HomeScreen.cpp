@@ -31,6 +31,7 @@
 #include "files/run_record.h"
 #include "motion/examples.h"
 #include "paint/chart.h"
+#include "paint/plot_charts.h"
 #include "present/plot_selection.h"
 #include "screens/frm_Dynamics.h"
 #include "screens/frm_FFT.h"
@@ -323,6 +324,7 @@ void frm_HomeScreen::Show_Design()
     preview_->Set_Axis_Titles(
         QStringLiteral("Cam Angle (Deg)"),
         To_Qt(Trim(design.plot.Var_Name(var::S))) + QStringLiteral("  ") + To_Qt(design.plot.Var_Unit(var::S)));
+    paint::Set_Angle_Ticks(*preview_);
     preview_->Show({paint::Row_Curve(To_Qt(design.plot.Var_Name(var::S)), To_Qt(design.plot.Var_Unit(var::S)),
                                      results.Points(var::Angle), results.Points(var::S), 0, last)});
 }

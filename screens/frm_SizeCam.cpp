@@ -21,6 +21,7 @@
 #include "core/workflow.h"
 #include "paint/chart.h"
 #include "paint/painter_surface.h"
+#include "paint/plot_charts.h"
 #include "paint/print.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
@@ -516,6 +517,7 @@ void frm_SizeCam::Show_Curve(paint::Chart& chart, const char* name, const QStrin
         curves.push_back(chart.Curves().front());
         curves.back().faint = true;
     }
+    paint::Set_Angle_Ticks(chart);
     chart.Update(std::move(curves));
 }
 

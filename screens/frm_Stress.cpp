@@ -16,6 +16,7 @@
 #include "core/text.h"
 #include "dynamics/contact_stress.h"
 #include "paint/chart.h"
+#include "paint/plot_charts.h"
 #include "paint/print.h"
 #include "present/plot_engine.h"
 #include "screens/help_viewer.h"
@@ -326,6 +327,7 @@ void frm_Stress::Calculate()
         const QString unit = To_Qt(design.plot.Var_Unit(v));
         charts_[k]->Set_Axis_Titles(k > 1 ? QStringLiteral("Cam Angle (Deg)") : QString(),
                                     name + QStringLiteral("  ") + unit);
+        paint::Set_Angle_Ticks(*charts_[k]);
         charts_[k]->Show({paint::Row_Curve(name, unit, results.Points(var::Angle), results.Points(v), 0,
                                            design.motion.Max_Data_Points_used)});
         const Plot_Figures figures = Figures_of_Plot(v, 0, design.motion.Max_Data_Points_used);
