@@ -66,13 +66,19 @@ void Typing_in_the_Table(benchmark::State& state)
 }
 BENCHMARK(Typing_in_the_Table)->Unit(benchmark::kMillisecond);
 
+/// An example of 2881 points, its motion calculated.
+void Calculate_at_the_Finest_Step(const char* example)
+{
+    Sub_Main("", {});
+    Load_Example(example);
+    Set_Step(0.125);
+    Calculate_Example();
+}
+
 /// Four charts of 2881 points, painted.
 void Four_Charts(benchmark::State& state)
 {
-    Sub_Main("", {});
-    Load_Example("Double Dwell");
-    Set_Step(0.125);
-    Calculate_Example();
+    Calculate_at_the_Finest_Step("Double Dwell");
     QWidget window;
     window.resize(900, 640);
     std::vector<paint::Chart*> charts;
@@ -94,10 +100,7 @@ BENCHMARK(Four_Charts)->Unit(benchmark::kMillisecond);
 /// The sizing screen's drawing of a cam of 2881 points, painted.
 void Cam_Drawing(benchmark::State& state)
 {
-    Sub_Main("", {});
-    Load_Example("Oscillating");
-    Set_Step(0.125);
-    Calculate_Example();
+    Calculate_at_the_Finest_Step("Oscillating");
     Size_Design();
     QImage picture(700, 700, QImage::Format_ARGB32_Premultiplied);
     for (auto _ : state) {
@@ -111,10 +114,7 @@ BENCHMARK(Cam_Drawing)->Unit(benchmark::kMillisecond);
 /// A changed value with Autocalc on: calculation, cam and both curves, painted.
 void Changed_Value(benchmark::State& state)
 {
-    Sub_Main("", {});
-    Load_Example("Double Dwell");
-    Set_Step(0.125);
-    Calculate_Example();
+    Calculate_at_the_Finest_Step("Double Dwell");
     Size_Design();
     screens::frm_SizeCam screen;
     screen.show();

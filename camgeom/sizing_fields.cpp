@@ -248,6 +248,14 @@ void Enter_ArmY(std::string_view text)
     design.cam.ArmY = Val(text);
 }
 
+std::string Step_Number(std::string_view text, int steps)
+{
+    const double value = Val(text);
+    const double size = std::abs(value) < 1e-9 ? 1.0 : std::pow(10.0, std::floor(std::log10(std::abs(value))) - 1.0);
+    const double next = std::round(value / size + steps) * size;
+    return Shown(next);
+}
+
 bool Arm_Meets_Cam(double ArmRad, std::string& proposal)
 {
     const Cam_Group& c = design.cam;
@@ -389,6 +397,26 @@ std::string Axial_Cam_Message()
            "To export the cutter coordinates, use the menu pulldown:\n" +
            "                       File/Export/Profile.\n\n" +
            "To suppress this message on further calculations, hit Cancel.";
+}
+
+std::string Linear_Cam_Message()
+{
+    return Linear_Help() + "\n\nTo suppress this message on further choices, hit Cancel.";
+}
+
+Size_Texts Texts_of_Size()
+{
+    const Cam_Group& c = design.cam;
+    const Table<Single>& data = design.results.CalcData;
+    const auto number = [](double value) { return Trim(FNRoundStr(value, 2)); };
+    const double base = c.Followtype == 1 ? c.Prime_Rad - c.Follow_Rad : double{c.Prime_Rad};
+    return {number(c.Phi_Min),
+            number(c.Phi_Max),
+            Trim(c.Rho_Min_Pos_Text),
+            Trim(c.Rho_Min_Neg_Text),
+            number(Arm_Pivot_Distance()),
+            "At cam zero  x " + number(data(9, 0)) + "   y " + number(data(10, 0)) + "   base circle " + number(base) +
+                " " + Words_of_Units(design.identity.WhichUnit).length};
 }
 
 std::string Start_Angle_Help()

@@ -53,6 +53,10 @@ Size_Entry Enter_Shift_Angle(std::string_view text);
 void Enter_ArmX(std::string_view text);  // the arm's radius is checked next, by Enter_Arm_Radius
 void Enter_ArmY(std::string_view text);
 
+/// A number stepped by the arrow keys or the wheel: by one in its second figure, from 0 by 1. In the number format in
+/// force. @throws Fault{6} beyond what a field holds
+std::string Step_Number(std::string_view text, int steps);
+
 /// Whether an arm of this radius meets the cam; if not, a message proposes another. Always true where the test does
 /// not apply: a translating follower, a linear cam.
 /// @param proposal  out: the text of the radius that would do
@@ -100,6 +104,20 @@ bool Size_Design();
 
 /// The message of cmd_Done for a cam that is not drawn, with OK and Cancel; empty for a radial cam.
 std::string Axial_Cam_Message();
+
+/// The message of choosing a linear cam, with OK and Cancel.
+std::string Linear_Cam_Message();
+
+/// The figures beside the views, as their labels show them.
+struct Size_Texts {
+    std::string lbl_Pamin;
+    std::string lbl_Pamax;
+    std::string lbl_Rhomin;  // the smallest positive and negative radius, or a word
+    std::string lbl_Rhomax;
+    std::string lbl_CL;    // distance of the arm's pivot from the cam centre
+    std::string pnl_info;  // where the roller centre starts, and the base circle
+};
+Size_Texts Texts_of_Size();
 
 /// Help texts of the screen, lines separated by '\n'.
 std::string Start_Angle_Help();

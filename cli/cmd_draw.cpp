@@ -78,7 +78,9 @@ void Add_Draw(CLI::App& app, Action& action)
     command->add_flag("--conjugate", options->conjugate, "the conjugate cam, whose follower stands opposite");
     command->add_option("--path", options->path, "a path beside the cam: follower, cutter or machine")
         ->check(CLI::IsMember({"follower", "cutter", "machine"}));
-    command->add_option("--size", options->size, "width and height in points")->type_name("WxH")->capture_default_str();
+    command->add_option("--size", options->size, "width and height in points; a PNG has two pixels a point")
+        ->type_name("WxH")
+        ->capture_default_str();
     Add_Output(*command, options->output, "picture to write: .png, .svg or .pdf");
     command->callback([options, &action] { action = [options] { return Run(*options); }; });
 }

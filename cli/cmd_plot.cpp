@@ -111,7 +111,9 @@ void Add_Plot(CLI::App& app, Action& action)
     command->add_option("--style", options->plot_style, "1 one window, 2 two, 3 four, 4 polar")
         ->check(CLI::Range(1, 4));
     command->add_option("--segment", options->segment, "only one segment")->type_name("S");
-    command->add_option("--size", options->size, "width and height in points")->type_name("WxH")->capture_default_str();
+    command->add_option("--size", options->size, "width and height in points; a PNG has two pixels a point")
+        ->type_name("WxH")
+        ->capture_default_str();
     Add_Output(*command, options->output, "picture to write: .png, .svg or .pdf");
     command->callback([options, &action] { action = [options] { return Run(*options); }; });
 }

@@ -12,6 +12,9 @@ namespace lobemax {
 /// Tool tip of the panel of lamps.
 inline constexpr std::string_view Status_Tip = "Shows what has been calculated so far";
 
+/// What cmd_Copy of every screen says, and all it does.
+inline constexpr std::string_view Copy_Advice = "Use the Alt-PrintScrn key combo to copy the screen to the clipboard";
+
 /// A lamp of Pnl_Status; one that is not lit is hidden.
 struct Lamp {
     std::string_view caption;

@@ -103,9 +103,6 @@ Dynamics_Texts Texts_of_Dynamics(const Dynamics_Figures& figures);
 /// Whether closing the window acts as cmd_Done; otherwise it acts as cmd_Cancel.
 bool Closing_Dynamics_Is_Done();
 
-/// cmd_Copy only says this.
-inline constexpr std::string_view Copy_Advice = "Use the Alt-PrintScrn key combo to copy the screen to the clipboard";
-
 /// A control of the screen: its name, its caption or title, and its tip.
 struct Dynamics_Control {
     std::string_view name;

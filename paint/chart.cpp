@@ -10,9 +10,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QMenu>
-#include <QPdfWriter>
 #include <QPicture>
-#include <QSvgGenerator>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
@@ -21,6 +19,7 @@
 
 #include "core/design_state.h"
 #include "core/text.h"
+#include "paint/picture_file.h"
 
 namespace lobemax::paint {
 
@@ -638,22 +637,7 @@ void Chart::Copy_Data()
 
 bool Chart::Save(const QString& path)
 {
-    const QSize size = plot_->size();
-    if (path.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive))
-        return plot_->savePdf(path, size.width(), size.height(), QCP::epNoCosmetic);
-    if (path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) {
-        QSvgGenerator svg;
-        svg.setFileName(path);
-        svg.setSize(size);
-        svg.setViewBox(QRect(QPoint(), size));
-        QCPPainter painter;
-        if (!painter.begin(&svg))
-            return false;
-        painter.setMode(QCPPainter::pmVectorized);
-        plot_->toPainter(&painter, size.width(), size.height());
-        return painter.end();
-    }
-    return plot_->savePng(path, size.width(), size.height(), 2.0);
+    return Save_Charts({this}, 1, plot_->size(), path);
 }
 
 void Chart::Paint(QPainter& painter, const QRectF& area)
@@ -743,11 +727,7 @@ bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& si
     large.setPixelSize(QFontInfo(large).pixelSize());  // the same on paper as on the screen
     large.setWeight(QFont::DemiBold);
     const double head = title.isEmpty() ? 0.0 : 2.0 * large.pixelSize();
-    const auto paint_all = [&](QPaintDevice& device, double scale) {
-        QPainter painter;
-        if (!painter.begin(&device))
-            return false;
-        painter.scale(scale, scale);
+    return Save_Picture(size, path, [&](QPainter& painter) {
         if (!title.isEmpty()) {
             painter.setFont(large);
             painter.drawText(QRectF(0, 0, size.width(), head), Qt::AlignCenter, title);
@@ -757,26 +737,7 @@ bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& si
         for (int k = 0; k < static_cast<int>(charts.size()); ++k)
             charts[static_cast<std::size_t>(k)]->Paint(
                 painter, QRectF(k % columns * width, head + k / columns * height, width, height));
-        return painter.end();
-    };
-    if (path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) {
-        QSvgGenerator svg;
-        svg.setFileName(path);
-        svg.setSize(size);
-        svg.setViewBox(QRect(QPoint(), size));
-        return paint_all(svg, 1.0);
-    }
-    if (path.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive)) {
-        QPdfWriter pdf(path);
-        pdf.setPageSize(QPageSize(QSizeF(size), QPageSize::Point));
-        pdf.setPageMargins(QMarginsF());
-        return paint_all(pdf, double(pdf.width()) / size.width());
-    }
-    constexpr int fine = 2;
-    QImage picture(size * fine, QImage::Format_RGB32);
-    picture.fill(Qt::white);
-    QPainter(&picture).setRenderHint(QPainter::Antialiasing);
-    return paint_all(picture, fine) && picture.save(path);
+    });
 }
 
 }  // namespace lobemax::paint

@@ -5,15 +5,14 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QFileDialog>
-#include <QImage>
 #include <QMenu>
 #include <QMouseEvent>
-#include <QPdfWriter>
 #include <QPolygonF>
-#include <QSvgGenerator>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+
+#include "paint/picture_file.h"
 
 namespace lobemax::paint {
 
@@ -88,7 +87,6 @@ void Painter_Surface::Use(Ink ink)
              : fine ? 1.0
                     : 1.4,
              ink == Ink::prime ? Qt::DashLine : Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin);
-    pen.setCosmetic(true);
     painter_.setPen(pen);
     painter_.setBrush(Qt::NoBrush);
 }
@@ -141,32 +139,11 @@ void Painter_Surface::Outline(std::span<const World_Point> points, Ink ink)
 
 bool Save_Drawing(const Drawing& drawing, const QSize& size, const QString& path, const QPalette& palette)
 {
-    const auto paint = [&](QPaintDevice& device, const QRectF& area) {
-        QPainter painter;
-        if (!painter.begin(&device))
-            return false;
-        Painter_Surface surface(painter, area, palette);
+    return Save_Picture(size, path, [&](QPainter& painter) {
+        Painter_Surface surface(painter, QRectF(QPointF(), QSizeF(size)), palette);
         surface.Clear();
         drawing(surface);
-        return painter.end();
-    };
-    if (path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) {
-        QSvgGenerator svg;
-        svg.setFileName(path);
-        svg.setSize(size);
-        svg.setViewBox(QRect(QPoint(), size));
-        return paint(svg, QRectF(QPointF(), QSizeF(size)));
-    }
-    if (path.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive)) {
-        QPdfWriter pdf(path);
-        pdf.setPageSize(QPageSize(QSizeF(size), QPageSize::Point));
-        pdf.setPageMargins(QMarginsF());
-        return paint(pdf, QRectF(0, 0, pdf.width(), pdf.height()));
-    }
-    constexpr int fine = 2;
-    QImage picture(size * fine, QImage::Format_ARGB32_Premultiplied);
-    picture.setDevicePixelRatio(fine);
-    return paint(picture, QRectF(QPointF(), QSizeF(size))) && picture.save(path);
+    });
 }
 
 Drawing_View::Drawing_View(const QString& name, QWidget* parent) : QWidget(parent)

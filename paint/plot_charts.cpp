@@ -133,6 +133,18 @@ void Set_Angle_Ticks(Chart& chart)
     chart.Set_Ticks(ticks);
 }
 
+void Show_Cycle(Chart& chart, int row, bool with_bottom_title)
+{
+    const auto& results = design.results.CalcData;
+    const QString name = Name_of(row);
+    const QString unit = Unit_of(row);
+    chart.Set_Axis_Titles(with_bottom_title ? QStringLiteral("Cam Angle (Deg)") : QString(),
+                          name + QStringLiteral("  ") + unit);
+    Set_Angle_Ticks(chart);
+    chart.Show({Row_Curve(name, unit, results.Points(var::Angle), results.Points(row), 0,
+                          design.motion.Max_Data_Points_used)});
+}
+
 int Windows_of(int plot_style)
 {
     return plot_style == style::two_windows ? 2 : plot_style == style::four_windows ? 4 : 1;

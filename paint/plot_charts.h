@@ -14,6 +14,9 @@ namespace lobemax::paint {
 /// Ticks a chart of the whole cycle by the cam angle, as the plots of a whole cycle are.
 void Set_Angle_Ticks(Chart& chart);
 
+/// Shows a row of the table over the whole cycle, with its name and unit beside it.
+void Show_Cycle(Chart& chart, int row, bool with_bottom_title = true);
+
 /// Charts of a style 1..4: one, two, four, one.
 int Windows_of(int plot_style);
 

@@ -107,10 +107,7 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
         Clear_Bounds(segment_);
         Fill();
     }));
-    add(Button(QStringLiteral("cmd_Copy"), QStringLiteral("&Copy"), [] {
-        Show_Message("Use the Alt-PrintScrn key combo to copy the screen to the clipboard", Buttons::OK,
-                     Symbol::information);
-    }));
+    add(Copy_Button());
     add(Button(QStringLiteral("cmd_PlotPrint"), QStringLiteral("&Print Form"), [this] { paint::Print_Form(*this); }));
     add(Button(QStringLiteral("cmd_Help"), QStringLiteral("&Help"),
                [this] { Open_Help(QStringLiteral("conditions"), this); }));

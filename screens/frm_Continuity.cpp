@@ -71,10 +71,7 @@ frm_Continuity::frm_Continuity(QWidget* parent)
         QStringLiteral("Return to the segment table")));
     buttons->addStretch();
     add(Button(QStringLiteral("cmd_Redraw"), QStringLiteral("&Redraw"), [this] { Draw(); }));
-    add(Button(QStringLiteral("cmd_Copy"), QStringLiteral("&Copy"), [] {
-        Show_Message("Use the Alt-PrintScrn key combo to copy the screen to the clipboard", Buttons::OK,
-                     Symbol::information);
-    }));
+    add(Copy_Button());
     add(Button(QStringLiteral("cmd_Print"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
     buttons->addStretch();
     QPushButton* const done = Button(QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] { Done(); });

@@ -228,7 +228,7 @@ QLayout* frm_Dynamics::Buttons_Row()
     };
     add("cmd_Cancel", [this] { reject(); });
     row->addStretch();
-    add("cmd_Copy", [] { Show_Message(std::string(Copy_Advice), Buttons::OK, Symbol::information); });
+    row->addWidget(Copy_Button(Caption(QStringLiteral("cmd_Copy"))));
     add("cmd_Print", [this] { paint::Print_Form(*this); });
     row->addWidget(Button(QStringLiteral("cmd_Help"), QStringLiteral("&Help"),
                           [this] { Open_Help(QStringLiteral("dynamics"), this); }));
@@ -330,20 +330,10 @@ void frm_Dynamics::Show_Results()
     for (const std::string& text : found.pulses.lines)
         lines.append(To_Qt(text));
     pulses_->setPlainText(lines.join(QLatin1Char('\n')));
-    Show_Row(*torque_, var::Torque);
-    Show_Row(*force_, var::Force);
-}
-
-void frm_Dynamics::Show_Row(paint::Chart& chart, int row)
-{
-    const auto& results = design.results.CalcData;
-    const QString name = To_Qt(Trim(design.plot.Var_Name(row)));
-    const QString unit = To_Qt(design.plot.Var_Unit(row));
-    chart.Set_Axis_Titles(QStringLiteral("Cam Angle (Deg)"), name + QStringLiteral("  ") + unit);
-    paint::Set_Angle_Ticks(chart);
-    chart.Show({paint::Row_Curve(name, unit, results.Points(var::Angle), results.Points(row), 0,
-                                 design.motion.Max_Data_Points_used)});
-    chart.show();
+    paint::Show_Cycle(*torque_, var::Torque);
+    paint::Show_Cycle(*force_, var::Force);
+    torque_->show();
+    force_->show();
 }
 
 void frm_Dynamics::Close_Box()

@@ -119,10 +119,7 @@ frm_FFT::frm_FFT(QWidget* parent)
     auto* const buttons = new QHBoxLayout;
     buttons->addWidget(Button(QStringLiteral("cmd_Cancel"), QStringLiteral("< &Back"), [this] { reject(); }));
     buttons->addStretch();
-    buttons->addWidget(Button(QStringLiteral("cmd_Copy"), QStringLiteral("&Copy"), [] {
-        Show_Message("Use the Alt-PrintScrn key combo to copy the screen to the clipboard", Buttons::OK,
-                     Symbol::information);
-    }));
+    buttons->addWidget(Copy_Button());
     buttons->addWidget(
         Button(QStringLiteral("cmd_Print"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
     buttons->addStretch();

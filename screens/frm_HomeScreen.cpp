@@ -319,14 +319,7 @@ void frm_HomeScreen::Show_Design()
     preview_->setVisible(design.flags.Calculated);
     if (!design.flags.Calculated)
         return;
-    const auto& results = design.results.CalcData;
-    const int last = design.motion.Max_Data_Points_used;
-    preview_->Set_Axis_Titles(
-        QStringLiteral("Cam Angle (Deg)"),
-        To_Qt(Trim(design.plot.Var_Name(var::S))) + QStringLiteral("  ") + To_Qt(design.plot.Var_Unit(var::S)));
-    paint::Set_Angle_Ticks(*preview_);
-    preview_->Show({paint::Row_Curve(To_Qt(design.plot.Var_Name(var::S)), To_Qt(design.plot.Var_Unit(var::S)),
-                                     results.Points(var::Angle), results.Points(var::S), 0, last)});
+    paint::Show_Cycle(*preview_, var::S);
 }
 
 void frm_HomeScreen::Run_Action(const std::string& name)

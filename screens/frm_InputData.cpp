@@ -444,10 +444,7 @@ QWidget* frm_InputData::Make_Foot()
             Refresh();
         },
         QStringLiteral("Empty all rows, speed, step and start angle")));
-    add(Button(QStringLiteral("cmd_Copy"), QStringLiteral("&Copy"), [] {
-        Show_Message("Use the Alt-PrintScrn key combo to copy the screen to the clipboard", Buttons::OK,
-                     Symbol::information);
-    }));
+    add(Copy_Button());
     add(Button(QStringLiteral("cmd_PlotPrint"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
     row->addStretch();
     add(Button(

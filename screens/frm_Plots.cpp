@@ -345,10 +345,7 @@ frm_Plot::frm_Plot(int plot_style, QWidget* parent)
         QStringLiteral("Pick other functions")));
     buttons->addStretch();
     add(Button(QStringLiteral("cmd_Replot"), QStringLiteral("&Replot"), [this] { Replot(); }));
-    add(Button(QStringLiteral("cmd_Copy"), QStringLiteral("&Copy"), [] {
-        Show_Message("Use the Alt-PrintScrn key combo to copy the screen to the clipboard", Buttons::OK,
-                     Symbol::information);
-    }));
+    add(Copy_Button());
     add(Button(QStringLiteral("cmd_PlotPrint"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
     buttons->addStretch();
     add(Button(QStringLiteral("cmd_PlotDone"), QStringLiteral("&Done"), [this] { accept(); }));

@@ -85,10 +85,7 @@ frm_Poly::frm_Poly(int segment, QWidget* parent)
                              {QStringLiteral("Exponent"), QStringLiteral("Coefficient")}, coefficients),
                     1, 1);
     auto* const buttons = new QHBoxLayout;
-    buttons->addWidget(Button(QStringLiteral("cmd_Copy"), QStringLiteral("&Copy"), [] {
-        Show_Message("Use the Alt-PrintScrn key combo to copy the screen to the clipboard", Buttons::OK,
-                     Symbol::information);
-    }));
+    buttons->addWidget(Copy_Button());
     buttons->addWidget(
         Button(QStringLiteral("cmd_Print"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
     buttons->addStretch();

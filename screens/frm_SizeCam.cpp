@@ -10,7 +10,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
-#include <cmath>
 
 #include "camgeom/cam_drawing.h"
 #include "camgeom/sizing.h"
@@ -33,15 +32,6 @@ namespace {
 const QStringList keyways{QStringLiteral("12 O'clock"), QStringLiteral("3 O'clock"), QStringLiteral("6 O'clock"),
                           QStringLiteral("9 O'clock")};
 
-/// A step of a number by the arrow keys: one in its last figure but one, at least a hundredth of it.
-std::string Stepped(const std::string& text, int steps)
-{
-    const double value = Val(text);
-    const double size = std::abs(value) < 1e-9 ? 1.0 : std::pow(10.0, std::floor(std::log10(std::abs(value))) - 1.0);
-    const double next = std::round(value / size + steps) * size;
-    return In_Number_Format(Shortest(Single(next)));
-}
-
 /// The messages of an axial and of a linear cam, until the user keeps them away for the run.
 bool axial_message_wanted = true;
 bool linear_help_wanted = true;
@@ -50,8 +40,7 @@ void Explain_Linear_Cam()
 {
     if (linear_help_wanted)
         linear_help_wanted =
-            Show_Message(Linear_Help() + "\n\nTo suppress this message on further choices, hit Cancel.",
-                         Buttons::OK_Cancel, Symbol::information) != Answer::Cancel;
+            Show_Message(Linear_Cam_Message(), Buttons::OK_Cancel, Symbol::information) != Answer::Cancel;
 }
 
 }  // namespace
@@ -185,7 +174,7 @@ void frm_SizeCam::Add_Entry(QWidget* panel, const char* name, const QString& cap
                             std::function<Size_Entry(std::string_view)> enter)
 {
     auto* const entry = new Entry(QString::fromUtf8(name), tip);
-    entry->stepped = Stepped;
+    entry->stepped = Step_Number;
     entry->accepted = [this, entry, enter = std::move(enter)](const std::string& text) {
         const Size_Entry result = enter(text);
         entry->Show_Text(result.text);
@@ -335,10 +324,7 @@ QWidget* frm_SizeCam::Make_Foot()
     add(Button(QStringLiteral("cmd_ShowData"), QStringLiteral("Show &Data"), view(View::data)));
     add(Button(QStringLiteral("cmd_ShowBoth"), QStringLiteral("Show B&oth"), view(View::both),
                QStringLiteral("The cam beside its curves")));
-    add(Button(QStringLiteral("cmd_Copy"), QStringLiteral("Cop&y"), [] {
-        Show_Message("Use the Alt-PrintScrn key combo to copy the screen to the clipboard", Buttons::OK,
-                     Symbol::information);
-    }));
+    add(Copy_Button(QStringLiteral("Cop&y")));
     add(Button(QStringLiteral("cmd_PrintForm"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
     row->addStretch();
     add(Button(QStringLiteral("cmd_Calc"), QStringLiteral("Ca&lculate"), [this] { Calculate(); }));
@@ -388,7 +374,7 @@ void frm_SizeCam::Refresh()
     Control<QLabel>(QStringLiteral("pnl_info")).setVisible(panels.info_panel);
     Control<QWidget>(QStringLiteral("pnl_oscillate")).setVisible(panels.oscillate_panel);
     Control<QWidget>(QStringLiteral("fra_CL")).setVisible(panels.oscillate_panel && panels.arm_frame);
-    Control<QLabel>(QStringLiteral("lbl_CL")).setText(To_Qt(Trim(FNRoundStr(Arm_Pivot_Distance(), 2))));
+    Control<QLabel>(QStringLiteral("lbl_CL")).setText(To_Qt(Texts_of_Size().lbl_CL));
     Control<QGroupBox>(QStringLiteral("fra_Rotate")).setTitle(To_Qt(panels.fra_Rotate));
     for (const int k : {0, 1})
         Control<QRadioButton>(Element("opt_Rotate", k)).setText(To_Qt(panels.opt_Rotate[k]));
@@ -490,14 +476,11 @@ void frm_SizeCam::Set_Pending(bool pending)
 
 void frm_SizeCam::Draw_Views()
 {
-    const Cam_Group& c = design.cam;
-    const auto number = [this](const char* name, const std::string& text) {
-        Control<QLabel>(QString::fromUtf8(name)).setText(has_results_ ? To_Qt(Trim(text)) : QString());
-    };
-    number("lbl_Pamin", FNRoundStr(c.Phi_Min, 2));
-    number("lbl_Pamax", FNRoundStr(c.Phi_Max, 2));
-    number("lbl_Rhomin", c.Rho_Min_Pos_Text);
-    number("lbl_Rhomax", c.Rho_Min_Neg_Text);
+    const Size_Texts texts = has_results_ ? Texts_of_Size() : Size_Texts{};
+    for (const auto& [name, text] :
+         {std::pair{"lbl_Pamin", &texts.lbl_Pamin}, std::pair{"lbl_Pamax", &texts.lbl_Pamax},
+          std::pair{"lbl_Rhomin", &texts.lbl_Rhomin}, std::pair{"lbl_Rhomax", &texts.lbl_Rhomax}})
+        Control<QLabel>(QString::fromUtf8(name)).setText(To_Qt(*text));
     const QString length = To_Qt(Words_of_Units(design.identity.WhichUnit).length);
     rho_->Set_Axis_Titles(QStringLiteral("Cam Angle (Deg)"), QStringLiteral("Rho  ") + length);
     Show_Curve(*phi_, "Phi", QStringLiteral("deg"), var::Phi);
@@ -523,19 +506,14 @@ void frm_SizeCam::Show_Curve(paint::Chart& chart, const char* name, const QStrin
 
 void frm_SizeCam::Draw_Cam_View()
 {
-    const Cam_Group& c = design.cam;
-    if (!has_results_ || c.Camtype == "Barrel" || !Cam_Preview_Possible()) {
+    auto& info = Control<QLabel>(QStringLiteral("pnl_info"));
+    if (!has_results_ || design.cam.Camtype == "Barrel" || !Cam_Preview_Possible()) {
         cam_->Show({});
-        Control<QLabel>(QStringLiteral("pnl_info")).clear();
+        info.clear();
         return;
     }
     cam_->Show(Repaint_Cam_Preview);
-    const auto number = [](double value) { return To_Qt(Trim(FNRoundStr(value, 2))); };
-    const auto& results = design.results.CalcData;
-    Control<QLabel>(QStringLiteral("pnl_info"))
-        .setText(QStringLiteral("At cam zero  x %1   y %2   base circle %3 %4")
-                     .arg(number(results(9, 0)), number(results(10, 0)), number(c.Base_Circle),
-                          To_Qt(Words_of_Units(design.identity.WhichUnit).length)));
+    info.setText(To_Qt(Texts_of_Size().pnl_info));
 }
 
 void frm_SizeCam::Show_Views()

@@ -319,17 +319,10 @@ void frm_Stress::Calculate()
         Control<Entry>(Name_of(refused)).setFocus();
         return;
     }
-    const auto& results = design.results.CalcData;
     const auto rows = Stress_Plot_Rows();
     for (int k = 0; k < charts_.size(); ++k) {
         const int v = rows.at(static_cast<std::size_t>(k));
-        const QString name = To_Qt(Trim(design.plot.Var_Name(v)));
-        const QString unit = To_Qt(design.plot.Var_Unit(v));
-        charts_[k]->Set_Axis_Titles(k > 1 ? QStringLiteral("Cam Angle (Deg)") : QString(),
-                                    name + QStringLiteral("  ") + unit);
-        paint::Set_Angle_Ticks(*charts_[k]);
-        charts_[k]->Show({paint::Row_Curve(name, unit, results.Points(var::Angle), results.Points(v), 0,
-                                           design.motion.Max_Data_Points_used)});
+        paint::Show_Cycle(*charts_[k], v, k > 1);
         const Plot_Figures figures = Figures_of_Plot(v, 0, design.motion.Max_Data_Points_used);
         Control<QLabel>(Element("lbl_Min", k)).setText(To_Qt(Trim(figures.lbl_Min)));
         Control<QLabel>(Element("lbl_Max", k)).setText(To_Qt(Trim(figures.lbl_Max)));

@@ -16,7 +16,9 @@
 #include <stdexcept>
 #include <utility>
 
+#include "core/messages.h"
 #include "core/traps.h"
+#include "core/workflow.h"
 
 namespace lobemax::screens {
 
@@ -169,6 +171,12 @@ QPushButton* Button(const QString& name, const QString& text, std::function<void
                 Run_Guarded(*button, pressed);
         });
     return button;
+}
+
+QPushButton* Copy_Button(const QString& text)
+{
+    return Button(QStringLiteral("cmd_Copy"), text,
+                  [] { Show_Message(std::string(Copy_Advice), Buttons::OK, Symbol::information); });
 }
 
 QCheckBox* Check(const QString& name, const QString& text, std::function<void(bool)> ticked, const QString& tip)

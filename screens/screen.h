@@ -81,6 +81,8 @@ private:
 /// A button first leaves the entry that has the focus, as a click does of itself and an access key does not; it does
 /// nothing when that disabled it.
 QPushButton* Button(const QString& name, const QString& text, std::function<void()> pressed, const QString& tip = {});
+/// cmd_Copy of every screen.
+QPushButton* Copy_Button(const QString& text = QStringLiteral("&Copy"));
 QCheckBox* Check(const QString& name, const QString& text, std::function<void(bool)> ticked, const QString& tip = {});
 /// Calls chosen() when the choice changes, not when the chosen option is pressed once more.
 QRadioButton* Option(const QString& name, const QString& text, std::function<void()> chosen, const QString& tip = {});

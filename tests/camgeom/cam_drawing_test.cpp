@@ -204,6 +204,33 @@ TEST_F(Cam_Drawing, a_flat_face_is_shown_along_its_path_as_a_line_that_touches_t
     }
 }
 
+TEST_F(Cam_Drawing, each_path_is_traced_with_the_pen_in_its_ink_and_its_rows)
+{
+    struct {
+        void (*trace)(Surface&, int);
+        int row;
+        Ink ink;
+    } const paths[] = {{Trace_Roller_Point, 9, Ink::path},
+                       {Trace_Surface_Point, 36, Ink::surface},
+                       {Trace_Key_Point, 38, Ink::key},
+                       {Trace_Cutter_Point, 40, Ink::cutter}};
+    c_.Shift_Angle = 25.0;
+    ASSERT_TRUE(Size_Design());
+    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    for (const auto& [trace, row, ink] : paths) {
+        surface_.Clear();
+        for (const int i : {0, 1, 2})
+            trace(surface_, i);
+        ASSERT_EQ(surface_.lines.size(), 2U) << row;  // the first point only sets the pen
+        const auto& line = surface_.lines.back();
+        EXPECT_EQ(line.ink, ink) << row;
+        EXPECT_NEAR(line.x1, Data(row, 1), 1e-4) << row;
+        EXPECT_NEAR(c_.Flip_Y - line.y2, Data(row + 1, 2), 1e-4) << row;
+        EXPECT_NEAR(c_.Pen_X, Data(row, 2), 1e-4) << row;
+        EXPECT_NEAR(c_.Pen_Y, Data(row + 1, 2), 1e-4) << row;
+    }
+}
+
 /// Angle in degrees of the floor of the keyway, which is the line of the key's ink that is nearest to the centre.
 double Keyway_Direction(const Recording_Surface& surface)
 {

@@ -441,5 +441,41 @@ TEST_F(Sizing_Fields, numbers_are_read_by_the_number_format)
     EXPECT_EQ(Size_Form_of_Design().txt_folwrangle, "12,5");
 }
 
+TEST_F(Sizing_Fields, a_number_steps_by_one_in_its_second_figure)
+{
+    EXPECT_EQ(Step_Number("70", -1), "69");
+    EXPECT_EQ(Step_Number("100", 1), "110");
+    EXPECT_EQ(Step_Number("100", -1), "90");
+    EXPECT_EQ(Step_Number("18.75", 1), "20");  // onto the grid of its steps
+    EXPECT_EQ(Step_Number("0.05", 10), "0.06");
+    EXPECT_EQ(Step_Number("-3", 1), "-2.9");
+    EXPECT_EQ(Step_Number("0", -1), "-1");
+    EXPECT_EQ(Step_Number("", 10), "10");
+    EXPECT_THROW(Step_Number("3e38", 10), Fault);
+    design.identity.Number_Format = "Europe";
+    EXPECT_EQ(Step_Number("2,5", 1), "2,6");
+}
+
+TEST_F(Sizing_Fields, figures_and_start_are_told_in_the_length_unit)
+{
+    c_.Offset = 11.0;
+    ASSERT_TRUE(Size_Design());
+    const Size_Texts texts = Texts_of_Size();
+    EXPECT_NEAR(std::stod(texts.lbl_Pamax), c_.Phi_Max, 0.005);
+    EXPECT_NEAR(std::stod(texts.lbl_Pamin), c_.Phi_Min, 0.005);
+    EXPECT_EQ(texts.lbl_Rhomin, Trim(c_.Rho_Min_Pos_Text));
+    EXPECT_EQ(texts.lbl_Rhomax, "None");
+    // The roller centre is on the prime circle, the offset to the side; a clockwise cam has it above the axis.
+    EXPECT_EQ(texts.pnl_info, "At cam zero  x 58.98   y 11.00   base circle 48.00 mm");
+    c_.ArmX = 90.0;
+    c_.ArmY = 120.0;
+    EXPECT_EQ(Texts_of_Size().lbl_CL, "150.00");
+}
+
+TEST_F(Sizing_Fields, a_linear_cam_explains_itself_until_cancelled)
+{
+    EXPECT_EQ(Linear_Cam_Message(), Linear_Help() + "\n\nTo suppress this message on further choices, hit Cancel.");
+}
+
 }  // namespace
 }  // namespace lobemax

@@ -265,5 +265,10 @@ TEST_F(Workflow, each_event_takes_away_what_rested_on_it)
     EXPECT_TRUE(design.motion.Motion);
 }
 
+TEST(Copy_Button, advises_the_key_combination)
+{
+    EXPECT_EQ(Copy_Advice, "Use the Alt-PrintScrn key combo to copy the screen to the clipboard");
+}
+
 }  // namespace
 }  // namespace lobemax

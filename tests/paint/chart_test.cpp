@@ -19,6 +19,16 @@
 namespace lobemax::paint {
 namespace {
 
+Curve Circle()
+{
+    Curve circle;
+    for (int i = 0; i <= 360; ++i) {
+        circle.x.push_back(30 * std::cos(i * 3.14159265358979 / 180));
+        circle.y.push_back(30 * std::sin(i * 3.14159265358979 / 180));
+    }
+    return circle;
+}
+
 Curve Sine(const char* name = "S")
 {
     Curve curve;
@@ -85,11 +95,7 @@ TEST_F(Charts, rows_of_results_become_curves_over_their_angles)
 
 TEST_F(Charts, coordinates_with_equal_scales_stay_round)
 {
-    Curve circle;
-    for (int i = 0; i <= 360; ++i) {
-        circle.x.push_back(30 * std::cos(i * 3.14159265358979 / 180));
-        circle.y.push_back(30 * std::sin(i * 3.14159265358979 / 180));
-    }
+    const Curve circle = Circle();
     chart_.resize(600, 200);
     chart_.Set_Equal_Scales(true);
     chart_.show();
@@ -101,11 +107,7 @@ TEST_F(Charts, coordinates_with_equal_scales_stay_round)
 
 TEST_F(Charts, coordinates_with_equal_scales_have_ticks_all_over_the_view_at_once)
 {
-    Curve circle;
-    for (int i = 0; i <= 360; ++i) {
-        circle.x.push_back(30 * std::cos(i * 3.14159265358979 / 180));
-        circle.y.push_back(30 * std::sin(i * 3.14159265358979 / 180));
-    }
+    const Curve circle = Circle();
     chart_.resize(600, 200);
     chart_.Set_Equal_Scales(true);
     chart_.Show({circle});

@@ -80,5 +80,27 @@ TEST_F(Painted, drawings_are_saved_as_png_svg_and_pdf_with_true_proportions)
     EXPECT_FALSE(Save_Drawing(circle, {600, 300}, "/no/such/folder/c.png", palette));
 }
 
+TEST_F(Painted, a_line_has_its_width_in_points_whatever_the_picture_s_fineness)
+{
+    const Drawing line = [](Surface& s) {
+        s.Scale(-50, -50, 50, 50);
+        s.Line(-40, 0, 40, 0, Ink::cam);
+    };
+    ASSERT_TRUE(Save_Drawing(line, {200, 200}, folder_.filePath("l.png"), QPalette()));
+    const QImage picture(folder_.filePath("l.png"));
+    double inked = 0.0;  // pixels across the line, the half inked ones by their share
+    const double ground = picture.pixelColor(200, 10).blueF();
+    double darkest = ground;
+    for (int y = 190; y < 210; ++y)
+        darkest = std::min<double>(darkest, picture.pixelColor(200, y).blueF());
+    for (int y = 190; y < 210; ++y)
+        inked += (ground - picture.pixelColor(200, y).blueF()) / (ground - darkest);
+    EXPECT_NEAR(inked, 2 * 1.8, 0.2);  // two pixels a point
+    ASSERT_TRUE(Save_Drawing(line, {200, 200}, folder_.filePath("l.svg"), QPalette()));
+    QFile svg(folder_.filePath("l.svg"));
+    ASSERT_TRUE(svg.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(QString::fromUtf8(svg.readAll()).contains("stroke-width=\"1.8\""));
+}
+
 }  // namespace
 }  // namespace lobemax::paint

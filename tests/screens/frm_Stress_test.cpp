@@ -356,6 +356,20 @@ protected:
         else
             user.Press(Element("opt_Fol_type", 0));
     }
+    /// A typed text is told of; what was stored stays, and nothing is calculated.
+    void Expect_Nothing_Stored(const Driver& user, const Field_Case& c, const char* typed, const Expected_Box& box,
+                               const char* shown)
+    {
+        Choose_Other(user, c.field);
+        user.Fill(c.field, c.accepted);
+        const double before = c.stored();
+        f_.Stressflag = false;
+        script_.Expect(box);
+        user.Fill(c.field, typed);
+        EXPECT_EQ(user.Text(c.field), shown) << c.field;
+        EXPECT_EQ(c.stored(), before) << c.field;
+        EXPECT_FALSE(f_.Stressflag) << c.field;
+    }
 };
 
 TEST_F(Stress_Entries, accepted_ones_are_stored_and_recalculate)
@@ -381,15 +395,7 @@ TEST_F(Stress_Entries, refused_ones_show_their_message_and_text_and_store_nothin
     frm_Stress screen;
     const Driver user(screen);
     for (const Field_Case& c : Field_Cases()) {
-        Choose_Other(user, c.field);
-        user.Fill(c.field, c.accepted);
-        const double before = c.stored();
-        f_.Stressflag = false;
-        script_.Expect(c.box);
-        user.Fill(c.field, c.refused);
-        EXPECT_EQ(user.Text(c.field), c.shown) << c.field;
-        EXPECT_EQ(c.stored(), before) << c.field;
-        EXPECT_FALSE(f_.Stressflag) << c.field;
+        Expect_Nothing_Stored(user, c, c.refused, c.box, c.shown);
         user.Fill(c.field, c.accepted);
     }
 }
@@ -398,17 +404,9 @@ TEST_F(Stress_Entries, a_number_too_large_is_told_and_the_field_shows_its_stored
 {
     frm_Stress screen;
     const Driver user(screen);
-    for (const Field_Case& c : Field_Cases()) {
-        Choose_Other(user, c.field);
-        user.Fill(c.field, c.accepted);
-        const double before = c.stored();
-        f_.Stressflag = false;
-        script_.Expect(Error_Box(6, "Overflow", std::string("frm_Stress.") + c.field));
-        user.Fill(c.field, "1E40");
-        EXPECT_EQ(user.Text(c.field), c.accepted);
-        EXPECT_EQ(c.stored(), before) << c.field;
-        EXPECT_FALSE(f_.Stressflag) << c.field;
-    }
+    for (const Field_Case& c : Field_Cases())
+        Expect_Nothing_Stored(user, c, "1E40", Error_Box(6, "Overflow", std::string("frm_Stress.") + c.field),
+                              c.accepted);
 }
 
 TEST_F(Stress_Entries, the_weight_counts_as_typed_and_only_a_number_too_large_is_told)
