@@ -12,7 +12,6 @@
 
 #include "camgeom/cam_drawing.h"
 #include "camgeom/sizing_fields.h"
-#include "core/design_state.h"
 #include "core/startup.h"
 #include "files/example_designs.h"
 #include "motion/examples.h"
@@ -20,18 +19,22 @@
 #include "motion/segments.h"
 #include "paint/chart.h"
 #include "paint/painter_surface.h"
+#include "screens/desk.h"
 #include "screens/frm_HomeScreen.h"
 #include "screens/frm_InputData.h"
 #include "screens/frm_SizeCam.h"
 #include "screens/resources.h"
 
 namespace lobemax {
+
+using screens::design;
+
 namespace {
 
 void First_Window(benchmark::State& state)
 {
     for (auto _ : state) {
-        Sub_Main("", {});
+        Sub_Main(design, "", {});
         screens::frm_HomeScreen home("");
         home.show();
         QApplication::processEvents();
@@ -42,8 +45,8 @@ BENCHMARK(First_Window)->Unit(benchmark::kMillisecond);
 
 void Input_Screen(benchmark::State& state)
 {
-    Sub_Main("", {});
-    Open_Example("Four Dwell");
+    Sub_Main(design, "", {});
+    Open_Example(design, "Four Dwell");
     for (auto _ : state) {
         screens::frm_InputData table({});
         table.show();
@@ -54,8 +57,8 @@ BENCHMARK(Input_Screen)->Unit(benchmark::kMillisecond);
 
 void Typing_in_the_Table(benchmark::State& state)
 {
-    Sub_Main("", {});
-    Open_Example("Four Dwell");
+    Sub_Main(design, "", {});
+    Open_Example(design, "Four Dwell");
     screens::frm_InputData table({});
     table.show();
     auto& field = table.Control<screens::Entry>(screens::Element("txt_High", 0));
@@ -69,10 +72,10 @@ BENCHMARK(Typing_in_the_Table)->Unit(benchmark::kMillisecond);
 /// An example of 2881 points, its motion calculated.
 void Calculate_at_the_Finest_Step(const char* example)
 {
-    Sub_Main("", {});
-    Load_Example(example);
-    Set_Step(0.125);
-    Calculate_Example();
+    Sub_Main(design, "", {});
+    Load_Example(design, example);
+    Set_Step(design, 0.125);
+    Calculate_Example(design);
 }
 
 /// Four charts of 2881 points, painted.
@@ -83,7 +86,7 @@ void Four_Charts(benchmark::State& state)
     window.resize(900, 640);
     std::vector<paint::Chart*> charts;
     for (int k = 0; k < 4; ++k) {
-        charts.push_back(new paint::Chart(QStringLiteral("grf"), &window));
+        charts.push_back(new paint::Chart(design, QStringLiteral("grf"), &window));
         charts.back()->setGeometry(k % 2 * 450, k / 2 * 320, 450, 320);
     }
     window.show();
@@ -101,12 +104,12 @@ BENCHMARK(Four_Charts)->Unit(benchmark::kMillisecond);
 void Cam_Drawing(benchmark::State& state)
 {
     Calculate_at_the_Finest_Step("Oscillating");
-    Size_Design();
+    Size_Design(design);
     QImage picture(700, 700, QImage::Format_ARGB32_Premultiplied);
     for (auto _ : state) {
         QPainter painter(&picture);
         paint::Painter_Surface surface(painter, picture.rect(), QApplication::palette());
-        Draw_Cam_Preview(surface);
+        Draw_Cam_Preview(design, surface);
     }
 }
 BENCHMARK(Cam_Drawing)->Unit(benchmark::kMillisecond);
@@ -115,7 +118,7 @@ BENCHMARK(Cam_Drawing)->Unit(benchmark::kMillisecond);
 void Changed_Value(benchmark::State& state)
 {
     Calculate_at_the_Finest_Step("Double Dwell");
-    Size_Design();
+    Size_Design(design);
     screens::frm_SizeCam screen;
     screen.show();
     screen.Control<QCheckBox>(QStringLiteral("chk_Autocalc")).setChecked(true);

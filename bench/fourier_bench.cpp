@@ -14,14 +14,16 @@
 namespace lobemax {
 namespace {
 
+Design_State design;
+
 constexpr int points = 2880;
 
 void Make_Cycle()
 {
-    Sub_Main("", {});
-    Load_Example("Double Dwell");
-    Set_Step(0.125);
-    Calculate_Example();
+    Sub_Main(design, "", {});
+    Load_Example(design, "Double Dwell");
+    Set_Step(design, 0.125);
+    Calculate_Example(design);
 }
 
 void Plain_Double_Sum(benchmark::State& state)
@@ -54,7 +56,7 @@ void Fourier_Transform(benchmark::State& state)
 {
     Make_Cycle();
     for (auto _ : state)
-        Do_DFT(var::A, 0, points, 15);
+        Do_DFT(design, var::A, 0, points, 15);
 }
 BENCHMARK(Fourier_Transform)->Unit(benchmark::kMillisecond);
 

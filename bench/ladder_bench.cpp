@@ -13,14 +13,16 @@
 namespace lobemax {
 namespace {
 
+Design_State design;
+
 void Make_Cycle(const char* example)
 {
-    Sub_Main("", {});
-    Load_Example(example);
-    Set_Step(0.125);
-    Calculate_Example();
-    Size_Design();
-    Calc_Force_Torque();
+    Sub_Main(design, "", {});
+    Load_Example(design, example);
+    Set_Step(design, 0.125);
+    Calculate_Example(design);
+    Size_Design(design);
+    Calc_Force_Torque(design);
 }
 
 constexpr double youngs[2]{206800.0, 206800.0};
@@ -30,7 +32,7 @@ void Motion(benchmark::State& state)
 {
     Make_Cycle("Double Dwell");
     for (auto _ : state)
-        Calculate_Example();
+        Calculate_Example(design);
 }
 BENCHMARK(Motion)->Unit(benchmark::kMicrosecond);
 
@@ -38,7 +40,7 @@ void Size_and_Profile(benchmark::State& state, const char* example)
 {
     Make_Cycle(example);
     for (auto _ : state)
-        Size_Design();
+        Size_Design(design);
 }
 BENCHMARK_CAPTURE(Size_and_Profile, translating, "Double Dwell")->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(Size_and_Profile, arm, "Oscillating")->Unit(benchmark::kMicrosecond);
@@ -47,7 +49,7 @@ void Forces(benchmark::State& state)
 {
     Make_Cycle("Double Dwell");
     for (auto _ : state)
-        Calc_Force_Torque();
+        Calc_Force_Torque(design);
 }
 BENCHMARK(Forces)->Unit(benchmark::kMicrosecond);
 
@@ -55,7 +57,7 @@ void Stresses(benchmark::State& state)
 {
     Make_Cycle("Double Dwell");
     for (auto _ : state)
-        Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 25.0);
+        Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 25.0);
 }
 BENCHMARK(Stresses)->Unit(benchmark::kMicrosecond);
 
@@ -63,10 +65,10 @@ void Whole_Ladder(benchmark::State& state, const char* example)
 {
     Make_Cycle(example);
     for (auto _ : state) {
-        Calculate_Example();
-        Size_Design();
-        Calc_Force_Torque();
-        Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 25.0);
+        Calculate_Example(design);
+        Size_Design(design);
+        Calc_Force_Torque(design);
+        Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 25.0);
     }
 }
 BENCHMARK_CAPTURE(Whole_Ladder, translating, "Double Dwell")->Unit(benchmark::kMicrosecond);

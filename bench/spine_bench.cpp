@@ -25,6 +25,8 @@ namespace {
 
 using namespace lobemax;
 
+Design_State design;
+
 constexpr double goal = 6.0;
 
 std::string Bench_Path(const char* name)
@@ -35,24 +37,24 @@ std::string Bench_Path(const char* name)
 /// Eight segments of 45 degrees over the laws, 2881 points, calculated: every stored row of the motion is full.
 void Make_Fine_Design()
 {
-    Sub_Main("", {});
-    Set_Step(0.125);
+    Sub_Main(design, "", {});
+    Set_Step(design, 0.125);
     Motion_Group& m = design.motion;
     m.No_of_segments = 8;
     const char* const programs[] = {"MS", "DW", "67", "DW", "MT", "DW", "11", "DW"};
     const char* const kinds = "RDFDRDFD";
     const char* const ends[] = {"0", "25.4", "25.4", "0", "0", "12.7", "12.7", "0", "0"};
     for (int i = 1; i <= 8; ++i) {
-        Pick_Motion(i, kinds[i - 1]);
-        Pick_Program(i, programs[i - 1]);
+        Pick_Motion(design, i, kinds[i - 1]);
+        Pick_Program(design, i, programs[i - 1]);
         m.Beta_Deg(i) = 45.0;
         m.Beta_Rad(i) = 45.0 / Deg_per_Rad;
         m.Start_Value(i) = ends[i - 1];
         m.End_Value(i) = ends[i];
     }
-    Set_Shaft_Speed(15.0);
-    Calc_All(true);
-    Motion_Done();
+    Set_Shaft_Speed(design, 15.0);
+    Calc_All(design, true);
+    Motion_Done(design);
     // a table as full as a design that has climbed the whole ladder
     for (int v = 5; v <= design.run.Saved_Variables; ++v)
         for (int p = 0; p <= design.motion.Max_Data_Points_used; ++p)
@@ -62,20 +64,20 @@ void Make_Fine_Design()
 std::string Model_Text()
 {
     Text_Sink sink;
-    Write_Model(sink, "9");
+    Write_Model(design, sink, "9");
     return sink.Text();
 }
 
 void Write_File(const std::string& path)
 {
     File_Sink sink(path);
-    Write_Model(sink, "9");
+    Write_Model(design, sink, "9");
     sink.Close();
 }
 
 void Read_File(const std::string& path)
 {
-    if (!Load_Model(path))
+    if (!Load_Model(design, path))
         std::abort();
 }
 
@@ -104,7 +106,7 @@ void Calculate_Whole_Cycle(benchmark::State& state)
 {
     Make_Fine_Design();
     for (auto _ : state)
-        Calc_All(true);
+        Calc_All(design, true);
 }
 
 void Write_Model_File_of_2881_Points(benchmark::State& state)

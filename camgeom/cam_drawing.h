@@ -10,47 +10,49 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// Base_Circle: prime radius less the roller's. @return false, after a message, where it is not positive
-bool Set_Base_Circle();
+bool Set_Base_Circle(Design_State& design);
 
 /// World window around the whole mechanism, with margin and zoom: View_Left, View_Right, Flip_Y.
-void Set_Scale(Surface& surface);
+void Set_Scale(Design_State& design, Surface& surface);
 
 /// The strip of a linear cam with its track. @return false, after a message, for a flat follower
-bool Plot_Cam_Setup(Surface& surface);
+bool Plot_Cam_Setup(Design_State& design, Surface& surface);
 
 /// The cam with its follower as the sizing screen shows it; false where there is nothing to draw.
-bool Draw_Cam_Preview(Surface& surface);
+bool Draw_Cam_Preview(Design_State& design, Surface& surface);
 
 /// The two halves of it, for a window that repaints itself: whether there is something to draw, told once where sizes
 /// forbid it, and the drawing without a word, which is empty then.
-bool Cam_Preview_Possible();
-void Repaint_Cam_Preview(Surface& surface);
+bool Cam_Preview_Possible(Design_State& design);
+void Repaint_Cam_Preview(Design_State& design, Surface& surface);
 
 /// The full drawing: the follower and, each by its flag, the cam's outline (Show_Surface), the follower's or the
 /// cutter's path (Show_Follower_Path, Show_Cutter_Path), and the surface at machine zero (Show_Cam_Key).
 ///
 /// A path starts with 3 x Path_Step / Deltatheta outlines of the follower or cutter, from the second point on.
-bool Draw_Cam(Surface& surface);
+bool Draw_Cam(Design_State& design, Surface& surface);
 
 /// The cam turned until point i lies under the follower, which stands on its axis, or its arm about its pivot, as in
 /// the machine. The window holds all positions. @return false where there is nothing to draw or no such point
-bool Draw_Cam_at(Surface& surface, int i);
+bool Draw_Cam_at(Design_State& design, Surface& surface, int i);
 
 /// Shaft, prime circle (Show_Prime), base circle and keyway. The keyway's angle in degrees is that of Cam_Draw_Angle:
 /// from the follower's axis, against the cam's turning.
-void Draw_Shaft(Surface& surface, double angle);
+void Draw_Shaft(Design_State& design, Surface& surface, double angle);
 /// A mark of the keyway's direction on a radius; direction +1 or -1 is the sense of the angle.
-void Draw_Keyway_Marker(Surface& surface, double angle, double radius, double direction);
-void Draw_Roller(Surface& surface, double x, double y, double radius, Ink ink);
+void Draw_Keyway_Marker(Design_State& design, Surface& surface, double angle, double radius, double direction);
+void Draw_Roller(Design_State& design, Surface& surface, double x, double y, double radius, Ink ink);
 /// The follower while point i is under it.
-void Draw_Follower_Translating(Surface& surface, int i = 0);
-void Draw_Follower_Arm(Surface& surface, int i = 0);
+void Draw_Follower_Translating(Design_State& design, Surface& surface, int i = 0);
+void Draw_Follower_Arm(Design_State& design, Surface& surface, int i = 0);
 
 /// The pen to point i of a path.
-void Trace_Roller_Point(Surface& surface, int i);
-void Trace_Cutter_Point(Surface& surface, int i);
-void Trace_Surface_Point(Surface& surface, int i);
-void Trace_Key_Point(Surface& surface, int i);
+void Trace_Roller_Point(Design_State& design, Surface& surface, int i);
+void Trace_Cutter_Point(Design_State& design, Surface& surface, int i);
+void Trace_Surface_Point(Design_State& design, Surface& surface, int i);
+void Trace_Key_Point(Design_State& design, Surface& surface, int i);
 
 }  // namespace lobemax

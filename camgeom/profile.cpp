@@ -43,14 +43,14 @@ Point Turned(const Point& p, double angle)
 }
 
 /// Velocity per radian of cam, under the sign of the side of a conjugate.
-double Velocity_per_Radian(double v)
+double Velocity_per_Radian(const Design_State& design, double v)
 {
     const Motion_Group& m = design.motion;
     const double w = design.cam.Side_Sign * v;
     return m.Time_Base == 1 ? w / m.Shaft_speed : m.Time_Base == 2 ? w * 180 / PI : w;
 }
 
-void Store(const Radial_Point& p, int i)
+void Store(Design_State& design, const Radial_Point& p, int i)
 {
     Table<Single>& data = design.results.CalcData;
     data(9, i) = p.center.x;
@@ -74,21 +74,21 @@ void Store(const Radial_Point& p, int i)
 
 /// Displacement at a point as a radial profile takes it: by the ratio of a driven end effector, from the top for a
 /// conjugate.
-double Displacement(int i)
+double Displacement(const Design_State& design, int i)
 {
-    const double s = design.results.CalcData(design.flags.Polydyne_Calc ? 22 : var::S, i) / Link_Ratios(i).S;
+    const double s = design.results.CalcData(design.flags.Polydyne_Calc ? 22 : var::S, i) / Link_Ratios(design, i).S;
     return design.cam.Conjugate ? design.motion.Liftmax - s : s;
 }
 
-Radial_Point Translating_Point(int i)
+Radial_Point Translating_Point(const Design_State& design, int i)
 {
     const Cam_Group& c = design.cam;
     const Table<Single>& data = design.results.CalcData;
     const double theta = data(var::Angle, i);
     const double shift = c.Rotflag * c.Shift_Angle;
-    const double w = Velocity_per_Radian(data(design.flags.Polydyne_Calc ? 23 : var::V, i));
+    const double w = Velocity_per_Radian(design, data(design.flags.Polydyne_Calc ? 23 : var::V, i));
     // For a conjugate the root holds the sum of the squares. The sign is meant.
-    const double Rs = Sqr(c.Prime_Rad * c.Prime_Rad - c.Offset * c.Offset * c.Side_Sign) + Displacement(i);
+    const double Rs = Sqr(c.Prime_Rad * c.Prime_Rad - c.Offset * c.Offset * c.Side_Sign) + Displacement(design, i);
     const bool roller = c.Followtype == 1;
     Radial_Point p;
     Single A0;
@@ -102,7 +102,7 @@ Radial_Point Translating_Point(int i)
     if (roller) {
         const double nu = (data(var::Phi, i) - theta) * c.Rotflag;
         const Surface_Cutter s =
-            Surface_Cutter_Point(c.In_Out, p.center.x, p.center.y, nu, c.Follow_Rad, c.Cutter_Radius);
+            Surface_Cutter_Point(design, c.In_Out, p.center.x, p.center.y, nu, c.Follow_Rad, c.Cutter_Radius);
         p.surface = {s.Xs, s.Ys};
         p.cutter = {s.Xc, s.Yc};
         p.surface_key = Turned(p.surface, shift);
@@ -118,21 +118,21 @@ Radial_Point Translating_Point(int i)
 }
 
 /// @return false where the triangle of the arm does not close
-bool Oscillating_Point(int i, Radial_Point& p)
+bool Oscillating_Point(Design_State& design, int i, Radial_Point& p)
 {
     const Cam_Group& c = design.cam;
     Results_Group& r = design.results;
     const double theta = r.CalcData(var::Angle, i);
     const double shift = c.Rotflag * c.Shift_Angle;
-    const double gamma = c.Arm_Start_Angle + Displacement(i);
+    const double gamma = c.Arm_Start_Angle + Displacement(design, i);
     const double delta = c.Arm_Pivot_Angle - c.Rotflag * theta;
     const double sign = -(c.In_Out * c.Side_Sign) * c.ArmDirect;
     const bool roller = c.Followtype == 1;
     Flat_Contact face;
-    if (!roller && !Flat_Osc_Contact(i, c.ArmX, c.ArmY, face))
+    if (!roller && !Flat_Osc_Contact(design, i, c.ArmX, c.ArmY, face))
         return false;
     Arm_Place place;
-    if (!Arm_Position(gamma, delta, place))
+    if (!Arm_Position(design, gamma, delta, place))
         return false;
     r.Arm_Pivot_X(i) = place.Px;
     r.Arm_Pivot_Y(i) = place.Py;
@@ -150,42 +150,43 @@ bool Oscillating_Point(int i, Radial_Point& p)
     const double A = Atan2D(r.Arm_Pivot_X(i) - p.center.x, r.Arm_Pivot_Y(i) - p.center.y);
     if (roller) {
         const double nu = c.Rotflag * r.CalcData(var::Phi, i) + (A + 90.0);
-        const Surface_Cutter s = Surface_Cutter_Point(sign, p.center.x, p.center.y, nu, c.Follow_Rad, c.Cutter_Radius);
+        const Surface_Cutter s =
+            Surface_Cutter_Point(design, sign, p.center.x, p.center.y, nu, c.Follow_Rad, c.Cutter_Radius);
         p.surface = {s.Xs, s.Ys};
         p.cutter = {s.Xc, s.Yc};
         p.surface_key = Turned(p.surface, shift);
     } else {
         const double nu = c.Rotflag * r.CalcData(var::S, i) + (A + 90.0);
-        const Surface_Cutter s = Surface_Cutter_Point(sign, p.surface.x, p.surface.y, nu, 0.0, c.Cutter_Radius);
+        const Surface_Cutter s = Surface_Cutter_Point(design, sign, p.surface.x, p.surface.y, nu, 0.0, c.Cutter_Radius);
         p.cutter = {s.Xc, s.Yc};
         p.surface_key = p.center_key;
     }
     return true;
 }
 
-void Radial_Profile()
+void Radial_Profile(Design_State& design)
 {
     const Cam_Group& c = design.cam;
     Flags_Group& f = design.flags;
     f.Calc_Error = false;
     if (!c.Translating) {
-        Arm_Geometry();
+        Arm_Geometry(design);
         if (f.Calc_Error)
             return;
     }
     for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i) {
         Radial_Point p;
         if (c.Translating) {
-            p = Translating_Point(i);
-        } else if (!Oscillating_Point(i, p)) {
+            p = Translating_Point(design, i);
+        } else if (!Oscillating_Point(design, i, p)) {
             f.Calc_Error = true;
             return;
         }
-        Store(p, i);
+        Store(design, p, i);
     }
 }
 
-void Axial_Profile()
+void Axial_Profile(Design_State& design)
 {
     const Cam_Group& c = design.cam;
     Table<Single>& data = design.results.CalcData;
@@ -201,14 +202,14 @@ void Axial_Profile()
             data(12, i) = data(var::Angle, i);
         } else {
             Axial_Coords center;
-            if (!Axial_Osc_Coords(i, c.Prime_Rad, c.ArmX, c.ArmY, c.ArmRad, center))
+            if (!Axial_Osc_Coords(design, i, c.Prime_Rad, c.ArmX, c.ArmY, c.ArmRad, center))
                 return;
             data(11, i) = center.Z;
             data(12, i) = center.Lambda;
             nu = center.arm + data(var::Phi, i) - 180.0;
             sign = -(Sgn(c.ArmX) * c.Top_Bot);
         }
-        if (!Axial_Surface_Point(sign, i, data(11, i), data(12, i), nu, c.Follow_Rad, surface))
+        if (!Axial_Surface_Point(design, sign, i, data(11, i), data(12, i), nu, c.Follow_Rad, surface))
             return;
         data(36, i) = surface.Z;
         data(37, i) = surface.Lambda;
@@ -223,19 +224,19 @@ void Axial_Profile()
 
 }  // namespace
 
-void Cam_Profile()
+void Cam_Profile(Design_State& design)
 {
     if (design.flags.Starting)
         return;
-    Set_Keyway_Angle();
-    Set_Machine_Zero();
+    Set_Keyway_Angle(design);
+    Set_Machine_Zero(design);
     if (design.cam.Camtype == "Radial")
-        Radial_Profile();
+        Radial_Profile(design);
     else
-        Axial_Profile();
+        Axial_Profile(design);
 }
 
-void Set_Keyway_Angle()
+void Set_Keyway_Angle(Design_State& design)
 {
     Cam_Group& c = design.cam;
     const std::string& text = c.Keyway_Text;
@@ -249,7 +250,7 @@ void Set_Keyway_Angle()
     c.Keyway_Clockangle = c.Rotflag * angle;
 }
 
-void Set_Machine_Zero()
+void Set_Machine_Zero(Design_State& design)
 {
     Cam_Group& c = design.cam;
     c.Cam_Shift_Angle = c.Translating ? c.Rotflag * c.Follower_Angle - c.Shift_Angle : -c.Shift_Angle;
@@ -257,7 +258,8 @@ void Set_Machine_Zero()
     c.Cam_Draw_Angle = Integer(c.Keyway_Clockangle - c.Rotflag * 90) + c.Cam_Shift_Angle;
 }
 
-bool Axial_Osc_Coords(int i, double Prime_Rad, double ArmX, double ArmY, double ArmRad, Axial_Coords& point)
+bool Axial_Osc_Coords(Design_State& design, int i, double Prime_Rad, double ArmX, double ArmY, double ArmRad,
+                      Axial_Coords& point)
 {
     const Cam_Group& c = design.cam;
     design.flags.Calc_Error = false;
@@ -265,7 +267,7 @@ bool Axial_Osc_Coords(int i, double Prime_Rad, double ArmX, double ArmY, double 
         design.flags.Calc_Error = true;
         return false;
     }
-    double g0 = FNArcSin(ArmY / ArmRad) * Deg_per_Rad;
+    double g0 = FNArcSin(design, ArmY / ArmRad) * Deg_per_Rad;
     if (ArmX > 0.0)
         g0 = 180.0 - g0;
     point.arm = c.ArmDirect * design.results.CalcData(var::S, i) + g0;
@@ -282,14 +284,14 @@ bool Axial_Osc_Coords(int i, double Prime_Rad, double ArmX, double ArmY, double 
     return true;
 }
 
-bool Axial_Surface_Point(double sign, int i, double Z, double Lambda, double normal_angle, double Follow_Rad,
-                         Axial_Surface& point)
+bool Axial_Surface_Point(Design_State& design, double sign, int i, double Z, double Lambda, double normal_angle,
+                         double Follow_Rad, Axial_Surface& point)
 {
     const Cam_Group& c = design.cam;
     double nu = normal_angle * Rad_per_Deg;
     if (!c.Translating) {
         Axial_Phi at;
-        if (!Axial_Osc_Phi(i, c.ArmX, c.ArmY, c.ArmRad, at))
+        if (!Axial_Osc_Phi(design, i, c.ArmX, c.ArmY, c.ArmRad, at))
             return false;
         nu = -c.Rotflag * at.Phi * Rad_per_Deg + (at.arm * Rad_per_Deg - PI);
     }
@@ -306,7 +308,8 @@ bool Axial_Surface_Point(double sign, int i, double Z, double Lambda, double nor
     return true;
 }
 
-Surface_Cutter Surface_Cutter_Point(double sign, double X, double Y, double nu, double radius, double Cutter)
+Surface_Cutter Surface_Cutter_Point(const Design_State& design, double sign, double X, double Y, double nu,
+                                    double radius, double Cutter)
 {
     if (design.flags.Starting)
         return {};
@@ -317,7 +320,7 @@ Surface_Cutter Surface_Cutter_Point(double sign, double X, double Y, double nu, 
             Y + sign * (radius - Cutter) * s};
 }
 
-bool Flat_Osc_Contact(int i, double ArmX, double ArmY, Flat_Contact& contact)
+bool Flat_Osc_Contact(Design_State& design, int i, double ArmX, double ArmY, Flat_Contact& contact)
 {
     const Cam_Group& c = design.cam;
     const Motion_Group& m = design.motion;
@@ -336,7 +339,7 @@ bool Flat_Osc_Contact(int i, double ArmX, double ArmY, Flat_Contact& contact)
         design.flags.Calc_Error = true;
         return false;
     }
-    contact.start_angle = FNArcSin((c.Offset + c.Prime_Rad) / D) * Deg_per_Rad;
+    contact.start_angle = FNArcSin(design, (c.Offset + c.Prime_Rad) / D) * Deg_per_Rad;
     if (c.Conjugate)
         contact.start_angle += m.Lift;
     contact.arm = c.Side_Sign * data(polydyne ? 22 : var::S, i) + contact.start_angle;

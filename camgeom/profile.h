@@ -12,16 +12,18 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// Fills the rows above and Arm_Pivot_X, Arm_Pivot_Y, the arm's pivot in the turning cam's frame. Reads Phi. Calc_Error
 /// tells that a formula could not be evaluated; a prime radius of zero is told by a message. Nothing while Starting.
 /// Source: Norton, Cam Design and Manufacturing Handbook, chapter 13 (cam contours).
-void Cam_Profile();
+void Cam_Profile(Design_State& design);
 
 /// Keyway_Clockangle, degrees, from Keyway_Text and the sense of rotation; any other text gives 0.
-void Set_Keyway_Angle();
+void Set_Keyway_Angle(Design_State& design);
 
 /// Cam_Shift_Angle, from the follower's frame to the start of the cam, and Cam_Draw_Angle with the keyway, degrees.
-void Set_Machine_Zero();
+void Set_Machine_Zero(Design_State& design);
 
 /// Roller centre of a barrel or linear cam with an arm, at point i.
 struct Axial_Coords {
@@ -29,7 +31,8 @@ struct Axial_Coords {
     double Z = 0.0;       // length
     double Lambda = 0.0;  // degrees
 };
-bool Axial_Osc_Coords(int i, double Prime_Rad, double ArmX, double ArmY, double ArmRad, Axial_Coords& point);
+bool Axial_Osc_Coords(Design_State& design, int i, double Prime_Rad, double ArmX, double ArmY, double ArmRad,
+                      Axial_Coords& point);
 
 /// Contact point on the surface of a barrel or linear cam: Z, and Lambda in degrees.
 ///
@@ -40,8 +43,8 @@ struct Axial_Surface {
     double Z = 0.0;
     double Lambda = 0.0;
 };
-bool Axial_Surface_Point(double sign, int i, double Z, double Lambda, double normal_angle, double Follow_Rad,
-                         Axial_Surface& point);
+bool Axial_Surface_Point(Design_State& design, double sign, int i, double Z, double Lambda, double normal_angle,
+                         double Follow_Rad, Axial_Surface& point);
 
 /// Surface point and cutter centre of a radial cam: both on the contact normal through the roller centre (X, Y), the
 /// surface a roller radius from it, the cutter the roller radius less its own. A cutter of the roller's size therefore
@@ -54,7 +57,8 @@ struct Surface_Cutter {
     double Xc = 0.0;
     double Yc = 0.0;
 };
-Surface_Cutter Surface_Cutter_Point(double sign, double X, double Y, double nu, double radius, double Cutter);
+Surface_Cutter Surface_Cutter_Point(const Design_State& design, double sign, double X, double Y, double nu,
+                                    double radius, double Cutter);
 
 /// Contact of a flat face on an arm, in the cam's frame, at point i: foot point, contact point and the angles of the
 /// triangle, degrees. @return false, with Calc_Error, where the pivot stands on the cam centre
@@ -68,6 +72,6 @@ struct Flat_Contact {
     double arm = 0.0;
     double direction = 0.0;
 };
-bool Flat_Osc_Contact(int i, double ArmX, double ArmY, Flat_Contact& contact);
+bool Flat_Osc_Contact(Design_State& design, int i, double ArmX, double ArmY, Flat_Contact& contact);
 
 }  // namespace lobemax

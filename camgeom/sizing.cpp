@@ -30,6 +30,7 @@ double Sgn(double x)
 
 /// The motion rows in force, each taken once.
 struct Motion_Rows {
+    const Design_State& design;
     std::span<const Single> theta = design.results.CalcData.Points(var::Angle);
     std::span<const Single> s = design.results.CalcData.Points(design.flags.Polydyne_Calc ? 22 : var::S);
     std::span<const Single> v = design.results.CalcData.Points(design.flags.Polydyne_Calc ? 23 : var::V);
@@ -40,6 +41,7 @@ struct Motion_Rows {
 /// Velocity and acceleration per radian of cam, as the translating follower takes them. In the degrees base the
 /// acceleration is scaled once only, which is meant.
 struct Per_Radian {
+    const Design_State& design;
     int base = design.motion.Time_Base;
     double omega = design.motion.Shaft_speed;
     double omega_sq = design.motion.Shaft_Speed_Sq;
@@ -51,6 +53,7 @@ struct Per_Radian {
 /// The same for the curvature of a translating axial cam, over the prime radius. In the degrees base the factor stands
 /// the other way round than for the pressure angle, which is meant.
 struct Per_Axial_Radian {
+    const Design_State& design;
     int base = design.motion.Time_Base;
     double omega = design.motion.Shaft_speed;
     double omega_sq = design.motion.Shaft_Speed_Sq;
@@ -70,6 +73,7 @@ struct Per_Axial_Radian {
 
 /// Motion of an arm in degrees, brought to radians per radian of cam, for the curvature of a radial cam.
 struct Arm_Per_Radian {
+    const Design_State& design;
     int base = design.motion.Time_Base;
     double omega = design.motion.Shaft_speed;
     double omega_sq = design.motion.Shaft_Speed_Sq;
@@ -79,7 +83,7 @@ struct Arm_Per_Radian {
 };
 
 /// Velocity of an arm in degrees as its pressure angle takes it.
-double Arm_Velocity(double v)
+double Arm_Velocity(const Design_State& design, double v)
 {
     switch (design.motion.Time_Base) {
     case 1:
@@ -92,7 +96,7 @@ double Arm_Velocity(double v)
 }
 
 /// Motion of an arm in degrees on an axial cam, brought to radians per second.
-double Axial_Velocity(double v)
+double Axial_Velocity(const Design_State& design, double v)
 {
     switch (design.motion.Time_Base) {
     case 1:
@@ -104,7 +108,7 @@ double Axial_Velocity(double v)
     }
 }
 
-double Axial_Acceleration(double a)
+double Axial_Acceleration(const Design_State& design, double a)
 {
     switch (design.motion.Time_Base) {
     case 1:
@@ -124,9 +128,9 @@ struct Axial_Arm {
     double Ra;   // radius at which the roller runs
 };
 
-Axial_Arm Axial_Arm_at(int i, double ArmX, double ArmY, double ArmRad)
+Axial_Arm Axial_Arm_at(Design_State& design, int i, double ArmX, double ArmY, double ArmRad)
 {
-    double g0 = FNArcSin(ArmY / ArmRad) * Deg_per_Rad;
+    double g0 = FNArcSin(design, ArmY / ArmRad) * Deg_per_Rad;
     if (ArmX > 0.0)
         g0 = 180.0 - g0;
     const double arm = design.cam.ArmDirect * design.results.CalcData(var::S, i) + g0;
@@ -138,18 +142,18 @@ Axial_Arm Axial_Arm_at(int i, double ArmX, double ArmY, double ArmRad)
 
 // ---- Phi by configuration
 
-void Phi_Translating_Axial(const Motion_Rows& m, std::span<Single> Phi)
+void Phi_Translating_Axial(const Design_State& design, const Motion_Rows& m, std::span<Single> Phi)
 {
-    const Per_Radian per;
+    const Per_Radian per{design};
     const double prime = design.cam.Prime_Rad;
     for (std::size_t i = 0; i < m.count; ++i)
         Phi[i] = std::atan(per.V(m.v[i]) / prime) * Deg_per_Rad;
 }
 
-void Phi_Translating_Roller(const Motion_Rows& m, std::span<Single> Phi)
+void Phi_Translating_Roller(const Design_State& design, const Motion_Rows& m, std::span<Single> Phi)
 {
     const Cam_Group& c = design.cam;
-    const Per_Radian per;
+    const Per_Radian per{design};
     const double Rp = Sqr(c.Prime_Rad * c.Prime_Rad - c.Offset * c.Offset);
     const double offset = c.Offset;
     const double lift = design.motion.Liftmax;
@@ -160,35 +164,35 @@ void Phi_Translating_Roller(const Motion_Rows& m, std::span<Single> Phi)
     }
 }
 
-void Phi_Oscillating_Axial(std::span<Single> Phi)
+void Phi_Oscillating_Axial(Design_State& design, std::span<Single> Phi)
 {
     const Cam_Group& c = design.cam;
     for (std::size_t i = 0; i < Phi.size(); ++i) {
         Axial_Phi point;
-        if (Axial_Osc_Phi(static_cast<int>(i), c.ArmX, c.ArmY, c.ArmRad, point))
+        if (Axial_Osc_Phi(design, static_cast<int>(i), c.ArmX, c.ArmY, c.ArmRad, point))
             Phi[i] = point.Phi;
     }
 }
 
-void Fill_Phi(int type)
+void Fill_Phi(Design_State& design, int type)
 {
     const Cam_Group& c = design.cam;
-    const Motion_Rows m;
+    const Motion_Rows m{design};
     const auto Phi = design.results.CalcData.Points(var::Phi).first(m.count);
     const bool radial = c.Camtype == "Radial";
     if (!radial) {
         if (c.Translating)
-            Phi_Translating_Axial(m, Phi);
+            Phi_Translating_Axial(design, m, Phi);
         else
-            Phi_Oscillating_Axial(Phi);
+            Phi_Oscillating_Axial(design, Phi);
     } else if (type != 1) {
         std::fill(Phi.begin(), Phi.end(), Single{});
     } else if (c.Translating) {
-        Phi_Translating_Roller(m, Phi);
+        Phi_Translating_Roller(design, m, Phi);
     } else {
-        Arm_Geometry();
+        Arm_Geometry(design);
         if (!design.flags.Calc_Error)
-            Autopress();
+            Autopress(design);
     }
 }
 
@@ -197,7 +201,7 @@ void Fill_Phi(int type)
 void Rho_Translating_Axial(const Motion_Rows& m, std::span<Single> Rho)
 {
     constexpr double no_acceleration = 1E-7;
-    const Per_Axial_Radian per;
+    const Per_Axial_Radian per{m.design};
     for (std::size_t i = 0; i < m.count; ++i) {
         const double v = per.V(m.v[i]);
         const double a = per.A(m.a[i]);
@@ -205,10 +209,10 @@ void Rho_Translating_Axial(const Motion_Rows& m, std::span<Single> Rho)
     }
 }
 
-void Rho_Translating_Flat(const Motion_Rows& m, std::span<Single> Rho)
+void Rho_Translating_Flat(const Design_State& design, const Motion_Rows& m, std::span<Single> Rho)
 {
     const Cam_Group& c = design.cam;
-    const Per_Radian per;
+    const Per_Radian per{design};
     const double lift = design.motion.Liftmax;
     for (std::size_t i = 0; i < m.count; ++i) {
         const double sp = c.Conjugate ? lift - m.s[i] : double{m.s[i]};
@@ -218,10 +222,10 @@ void Rho_Translating_Flat(const Motion_Rows& m, std::span<Single> Rho)
 }
 
 /// The offset enters by the radius alone, and not as in the pressure angle; this is the system's formula.
-void Rho_Translating_Roller(const Motion_Rows& m, std::span<Single> Rho)
+void Rho_Translating_Roller(const Design_State& design, const Motion_Rows& m, std::span<Single> Rho)
 {
     const Cam_Group& c = design.cam;
-    const Per_Radian per;
+    const Per_Radian per{design};
     const double lift = design.motion.Liftmax;
     for (std::size_t i = 0; i < m.count; ++i) {
         const double r0 = c.Conjugate ? lift + c.Prime_Rad - m.s[i] : c.Prime_Rad + m.s[i];
@@ -237,12 +241,12 @@ void Rho_Translating_Roller(const Motion_Rows& m, std::span<Single> Rho)
 }
 
 /// @return false when the user cancelled
-bool Rho_Oscillating_Axial(std::span<Single> Rho)
+bool Rho_Oscillating_Axial(Design_State& design, std::span<Single> Rho)
 {
     const Cam_Group& c = design.cam;
     for (std::size_t i = 0; i < Rho.size(); ++i) {
         double value = 0.0;
-        if (Axial_Osc_Rho(static_cast<int>(i), c.ArmX, c.ArmY, c.ArmRad, value)) {
+        if (Axial_Osc_Rho(design, static_cast<int>(i), c.ArmX, c.ArmY, c.ArmRad, value)) {
             Rho[i] = value;
             continue;
         }
@@ -254,28 +258,28 @@ bool Rho_Oscillating_Axial(std::span<Single> Rho)
 }
 
 /// Rho of a radial cam with an arm that stands still at a point.
-double Rho_Standing(int i, int type, double gd, double aa, double previous)
+double Rho_Standing(Design_State& design, int i, int type, double gd, double aa, double previous)
 {
     const Cam_Group& c = design.cam;
     if (type == 1) {
         Arm_Place place;
         const double delta = c.Arm_Pivot_Angle - c.Rotflag * design.results.CalcData(var::Angle, i);
-        return Arm_Position(gd, delta, place) ? place.R : previous;
+        return Arm_Position(design, gd, delta, place) ? place.R : previous;
     }
     Flat_Contact contact;
-    if (!Flat_Osc_Contact(i, c.ArmX, c.ArmY, contact))
+    if (!Flat_Osc_Contact(design, i, c.ArmX, c.ArmY, contact))
         return previous;
     const double ad = contact.arm * Rad_per_Deg;
     return (aa * std::cos(ad) + std::sin(ad)) * c.Arm_Pivot_Dist + c.Offset;
 }
 
-void Rho_Oscillating_Radial(int type, const Motion_Rows& m, std::span<Single> Rho)
+void Rho_Oscillating_Radial(Design_State& design, int type, const Motion_Rows& m, std::span<Single> Rho)
 {
     const Cam_Group& c = design.cam;
-    Arm_Geometry();
+    Arm_Geometry(design);
     if (design.flags.Calc_Error)
         return;
-    const Arm_Per_Radian per;
+    const Arm_Per_Radian per{design};
     const auto Phi = design.results.CalcData.Points(var::Phi);
     const double D = c.Arm_Pivot_Dist;
     double c1 = 0.0;  // these two, and Rho, keep the values of the point before where a divisor vanishes
@@ -283,14 +287,14 @@ void Rho_Oscillating_Radial(int type, const Motion_Rows& m, std::span<Single> Rh
     double rho = 0.0;
     for (std::size_t i = 0; i < m.count; ++i) {
         const int point = static_cast<int>(i);
-        const Ratios ratio = Link_Ratios(point);
+        const Ratios ratio = Link_Ratios(design, point);
         const double gd = m.s[i] / ratio.S + c.Arm_Start_Angle;
         const double gr = gd * Rad_per_Deg;
         const double ph = Phi[i] * Rad_per_Deg;
         const double vv = per.V(m.v[i] / ratio.V);
         const double aa = per.A(m.a[i] / ratio.A);
         if (vv == 0.0) {
-            rho = Rho_Standing(point, type, gd, aa, rho);
+            rho = Rho_Standing(design, point, type, gd, aa, rho);
         } else if (type == 1) {
             const double Q = D * std::sin(gr);
             if (Q != 0.0) {
@@ -303,7 +307,7 @@ void Rho_Oscillating_Radial(int type, const Motion_Rows& m, std::span<Single> Rh
                 rho = 1.0 / n;
         } else {
             Flat_Contact contact;
-            if (Flat_Osc_Contact(point, c.ArmX, c.ArmY, contact)) {
+            if (Flat_Osc_Contact(design, point, c.ArmX, c.ArmY, contact)) {
                 const double ad = contact.arm * Rad_per_Deg;
                 rho = D / ((vv + 1.0) * (vv + 1.0)) *
                           (aa / (1.0 - vv) * std::cos(ad) + (1.0 - (vv + vv)) * std::sin(ad)) +
@@ -315,62 +319,62 @@ void Rho_Oscillating_Radial(int type, const Motion_Rows& m, std::span<Single> Rh
 }
 
 /// @return false when the user cancelled
-bool Fill_Rho(int type)
+bool Fill_Rho(Design_State& design, int type)
 {
     const Cam_Group& c = design.cam;
-    const Motion_Rows m;
+    const Motion_Rows m{design};
     const auto Rho = design.results.CalcData.Points(var::Rho).first(m.count);
     if (c.Camtype != "Radial") {
         if (!c.Translating)
-            return Rho_Oscillating_Axial(Rho);
+            return Rho_Oscillating_Axial(design, Rho);
         Rho_Translating_Axial(m, Rho);
     } else if (!c.Translating) {
-        Rho_Oscillating_Radial(type, m, Rho);
+        Rho_Oscillating_Radial(design, type, m, Rho);
     } else if (type == 2) {
-        Rho_Translating_Flat(m, Rho);
+        Rho_Translating_Flat(design, m, Rho);
     } else {
-        Rho_Translating_Roller(m, Rho);
+        Rho_Translating_Roller(design, m, Rho);
     }
     return true;
 }
 
 }  // namespace
 
-bool Calc_Phi(int type)
+bool Calc_Phi(Design_State& design, int type)
 {
     if (design.flags.Starting)
         return true;
-    const bool no_fault = Trap("Calc_Phi", [type] {
-        Fill_Phi(type);
+    const bool no_fault = Trap("Calc_Phi", [&] {
+        Fill_Phi(design, type);
         if (!design.flags.Skip_Profile && !design.flags.Calc_Error)
-            Cam_Profile();
-        Phi_Extremes();
+            Cam_Profile(design);
+        Phi_Extremes(design);
     });
     if (!no_fault)
         design.flags.Calc_Error = true;
     return no_fault;
 }
 
-bool Calc_Rho(int type)
+bool Calc_Rho(Design_State& design, int type)
 {
     if (design.flags.Starting)
         return true;
     bool finished = false;
-    const bool no_fault = Trap("Calc_Rho", [type, &finished] {
+    const bool no_fault = Trap("Calc_Rho", [&] {
         design.flags.Calc_Error = false;
-        Set_Units();
-        finished = Fill_Rho(type);
+        Set_Units(design);
+        finished = Fill_Rho(design, type);
         if (!finished)
             return;
-        Rho_Extremes();
-        Clip_Rho(design.cam.Prime_Rad * 10.0);
+        Rho_Extremes(design);
+        Clip_Rho(design, design.cam.Prime_Rad * 10.0);
     });
     if (!no_fault)
         design.flags.Calc_Error = true;
     return no_fault && finished;
 }
 
-bool Use_Conjugate()
+bool Use_Conjugate(Design_State& design)
 {
     Cam_Group& c = design.cam;
     Flags_Group& f = design.flags;
@@ -380,30 +384,31 @@ bool Use_Conjugate()
     if (c.Translating && c.Camtype == "Radial")
         c.Offset = -c.Offset;
     f.Calc_Error = f.Math_Error = false;
-    return Calc_Phi(c.Followtype) && !f.Calc_Error && Calc_Rho(c.Followtype) && !f.Calc_Error && !f.Math_Error;
+    return Calc_Phi(design, c.Followtype) && !f.Calc_Error && Calc_Rho(design, c.Followtype) && !f.Calc_Error &&
+           !f.Math_Error;
 }
 
-void Autopress()
+void Autopress(Design_State& design)
 {
     const Cam_Group& c = design.cam;
-    const Motion_Rows m;
+    const Motion_Rows m{design};
     const auto Phi = design.results.CalcData.Points(var::Phi);
     const int K = c.Rotflag * c.ArmDirect;
     const double D = c.Arm_Pivot_Dist;
     const double arm = c.ArmRad;
     for (std::size_t i = 0; i < m.count; ++i) {
-        const Ratios ratio = Link_Ratios(static_cast<int>(i));
+        const Ratios ratio = Link_Ratios(design, static_cast<int>(i));
         // The conjugate adds its displacement here and nowhere else; the plus sign is meant.
         const double sv = c.Conjugate ? design.motion.Liftmax + m.s[i] : double{m.s[i]};
         const double gamma = sv / ratio.S + c.Arm_Start_Angle;
         const double delta = c.Arm_Pivot_Angle - c.Rotflag * m.theta[i] / ratio.S;
         Arm_Place place;
-        if (!Arm_Position(gamma, delta, place))
+        if (!Arm_Position(design, gamma, delta, place))
             continue;
         const double R = place.R;
         const double tr = place.tau * Rad_per_Deg;
         const double gr = gamma * Rad_per_Deg;
-        const double w = Arm_Velocity(c.Conjugate ? -m.v[i] : double{m.v[i]});
+        const double w = Arm_Velocity(design, c.Conjugate ? -m.v[i] : double{m.v[i]});
         const double al = PI - gr - tr;
         const double T0 = D * arm * std::sin(gr) * w;
         if (T0 == 0.0) {
@@ -413,13 +418,13 @@ void Autopress()
         const double T1 = R * R / T0;
         const double Denom2 = 2.0 * R * D * std::sin(tr);
         if (Denom2 == 0.0) {
-            Autopress_Message("Denom2", m.theta[i]);
+            Autopress_Message(design, "Denom2", m.theta[i]);
             continue;
         }
         const double T2 = (D * D - R * R - arm * arm) / Denom2;
         const double T3 = K > 0 ? T2 + T1 : T1 - T2;
         if (T3 == 0.0) {
-            Autopress_Message(K > 0 ? "Term3  in K2" : "Term3c  in K1", m.theta[i]);
+            Autopress_Message(design, K > 0 ? "Term3  in K2" : "Term3c  in K1", m.theta[i]);
             continue;
         }
         Phi[i] =
@@ -427,28 +432,28 @@ void Autopress()
     }
 }
 
-void Autopress_Message(std::string_view label, Single theta)
+void Autopress_Message(const Design_State& design, std::string_view label, Single theta)
 {
     Show_Message(
         "An attempt to divide by zero was detected in Autopress when calculating\n"
         "the pressure angle at theta = " +
-            In_Number_Format(Shortest(theta)) +
+            In_Number_Format(design, Shortest(theta)) +
             "\n"
             "Will continue to attempt calculation at other points" +
             std::string(label),
         Buttons::OK, Symbol::exclamation);
 }
 
-double Arm_Pivot_Distance()
+double Arm_Pivot_Distance(const Design_State& design)
 {
     const Cam_Group& c = design.cam;
     return Sqr(c.ArmX * c.ArmX + c.ArmY * c.ArmY);
 }
 
-void Arm_Geometry()
+void Arm_Geometry(Design_State& design)
 {
     Cam_Group& c = design.cam;
-    c.Arm_Pivot_Dist = Arm_Pivot_Distance();
+    c.Arm_Pivot_Dist = Arm_Pivot_Distance(design);
     c.Arm_Pivot_Angle = Atan2D(c.ArmX, c.ArmY);
     const double D = c.Arm_Pivot_Dist;
     const double p = c.Arm_Pivot_Angle * Rad_per_Deg;
@@ -457,12 +462,12 @@ void Arm_Geometry()
         return;
     }
     Single start;
-    CosineLaw_Angle(c.Prime_Rad, D, c.ArmRad, start);
+    CosineLaw_Angle(design, c.Prime_Rad, D, c.ArmRad, start);
     c.Arm_Start_Angle = start * Deg_per_Rad;
     double angle = 0.0;
     const double twice = 2.0 * D * c.Prime_Rad;
     if (twice != 0.0) {
-        angle = FNArcCos((c.Prime_Rad * c.Prime_Rad + D * D - c.ArmRad * c.ArmRad) / twice);
+        angle = FNArcCos(design, (c.Prime_Rad * c.Prime_Rad + D * D - c.ArmRad * c.ArmRad) / twice);
         c.Arm_Cam_Angle = angle * Deg_per_Rad;
     }
     c.Arm_Work_Angle = p - c.ArmDirect * c.Side_Sign * angle;
@@ -472,7 +477,7 @@ void Arm_Geometry()
     c.Arm_Start_Radius = Sqr(c.Arm_Start_X * c.Arm_Start_X + c.Arm_Start_Y * c.Arm_Start_Y);
 }
 
-bool Arm_Position(double gamma, double delta, Arm_Place& place)
+bool Arm_Position(Design_State& design, double gamma, double delta, Arm_Place& place)
 {
     Cam_Group& c = design.cam;
     const double D = c.Arm_Pivot_Dist;
@@ -486,7 +491,7 @@ bool Arm_Position(double gamma, double delta, Arm_Place& place)
     double t = 0.0;
     const double twice = 2.0 * D * place.R;
     if (twice != 0.0)
-        t = FNArcCos((place.R * place.R + D * D - c.ArmRad * c.ArmRad) / twice);
+        t = FNArcCos(design, (place.R * place.R + D * D - c.ArmRad * c.ArmRad) / twice);
     place.tau = t * Deg_per_Rad;
     c.Arm_Work_Angle = dr - c.ArmDirect * c.Side_Sign * t;
     place.theta_c = FN_Modulo(c.Arm_Work_Angle * Deg_per_Rad, 360.0);
@@ -495,7 +500,7 @@ bool Arm_Position(double gamma, double delta, Arm_Place& place)
     return true;
 }
 
-Ratios Link_Ratios(int i)
+Ratios Link_Ratios(const Design_State& design, int i)
 {
     if (!design.linkage.Drive_End_Effector)
         return {};
@@ -504,19 +509,19 @@ Ratios Link_Ratios(int i)
     return {divisor(r.Link_Ratio_S), divisor(r.Link_Ratio_V), divisor(r.Link_Ratio_A)};
 }
 
-bool Axial_Osc_Phi(int i, double ArmX, double ArmY, double ArmRad, Axial_Phi& point)
+bool Axial_Osc_Phi(Design_State& design, int i, double ArmX, double ArmY, double ArmRad, Axial_Phi& point)
 {
     if (design.flags.Starting)
         return false;
     design.flags.Calc_Error = false;
     const double v = design.results.CalcData(design.flags.Polydyne_Calc ? 23 : var::V, i);
-    const double w = Axial_Velocity(v);
+    const double w = Axial_Velocity(design, v);
     if (ArmRad == 0.0) {
         design.flags.Calc_Error = true;
         return false;
     }
     constexpr double no_divisor = 1E-9;
-    const Axial_Arm at = Axial_Arm_at(i, ArmX, ArmY, ArmRad);
+    const Axial_Arm at = Axial_Arm_at(design, i, ArmX, ArmY, ArmRad);
     const double num =
         Sgn(ArmX) * design.cam.Rotflag * ArmRad * w / design.motion.Shaft_speed - at.Ra * std::sin(at.ar);
     const double den = at.Ra * std::cos(at.ar);
@@ -526,21 +531,21 @@ bool Axial_Osc_Phi(int i, double ArmX, double ArmY, double ArmRad, Axial_Phi& po
     return true;
 }
 
-bool Axial_Osc_Rho(int i, double ArmX, double ArmY, double ArmRad, double& Rho)
+bool Axial_Osc_Rho(Design_State& design, int i, double ArmX, double ArmY, double ArmRad, double& Rho)
 {
     if (design.flags.Starting)
         return false;
     design.flags.Calc_Error = false;
     const Table<Single>& data = design.results.CalcData;
     const bool polydyne = design.flags.Polydyne_Calc;
-    const double w1 = Axial_Velocity(data(polydyne ? 23 : var::V, i));
-    const double w2 = Axial_Acceleration(data(polydyne ? 24 : var::A, i));
+    const double w1 = Axial_Velocity(design, data(polydyne ? 23 : var::V, i));
+    const double w2 = Axial_Acceleration(design, data(polydyne ? 24 : var::A, i));
     if (ArmRad == 0.0) {
         design.flags.Calc_Error = true;
         return false;
     }
     constexpr double no_divisor = 1E-9;
-    const Axial_Arm at = Axial_Arm_at(i, ArmX, ArmY, ArmRad);
+    const Axial_Arm at = Axial_Arm_at(design, i, ArmX, ArmY, ArmRad);
     const double omega = design.motion.Shaft_speed;
     const int direct = design.cam.ArmDirect;
     const double B = at.Ra * at.Ra * omega * omega + (direct * 2) * at.Ra * ArmRad * omega * w1 * std::sin(at.ar) +
@@ -554,7 +559,7 @@ bool Axial_Osc_Rho(int i, double ArmX, double ArmY, double ArmRad, double& Rho)
     return true;
 }
 
-void Phi_Extremes()
+void Phi_Extremes(Design_State& design)
 {
     Cam_Group& c = design.cam;
     const Table<Single>& data = design.results.CalcData;
@@ -575,7 +580,7 @@ void Phi_Extremes()
     }
 }
 
-void Rho_Extremes()
+void Rho_Extremes(Design_State& design)
 {
     struct Extreme {
         Single value;
@@ -604,8 +609,8 @@ void Rho_Extremes()
                 min_neg = {r, theta[i], true};
         }
     }
-    const auto text = [](const Extreme& extreme, int decimals) {
-        return extreme.found ? FNRoundStr(extreme.value, decimals) : std::string("None");
+    const auto text = [&](const Extreme& extreme, int decimals) {
+        return extreme.found ? FNRoundStr(design, extreme.value, decimals) : std::string("None");
     };
     Cam_Group& c = design.cam;
     c.Rho_Max_Pos = max_pos.value;
@@ -627,7 +632,7 @@ void Rho_Extremes()
         c.Rho_Max_Neg_Text = "- Infinity";
 }
 
-void Clip_Rho(double limit)
+void Clip_Rho(Design_State& design, double limit)
 {
     const auto Rho = design.results.CalcData.Points(var::Rho);
     for (std::size_t i = 0; i <= static_cast<std::size_t>(design.motion.Max_Data_Points_used); ++i) {
@@ -638,7 +643,7 @@ void Clip_Rho(double limit)
     }
 }
 
-void Flat_Min_Base_Radius()
+void Flat_Min_Base_Radius(const Design_State& design)
 {
     if (design.flags.Skip_Profile || design.run.Reading_File)
         return;
@@ -646,8 +651,8 @@ void Flat_Min_Base_Radius()
     const Extremes a = MaxMin2(data, var::A, 0, design.motion.Max_Data_Points_used);
     // By the square of the shaft speed in every time base, which is meant.
     const double Rb = -(a.smallest / design.motion.Shaft_Speed_Sq) - data(var::S, a.smallest_point);
-    Show_Message("The minimum base circle radius for no negative Radius of Curvature is " + FNRoundStr(Rb, 2) + "  " +
-                     Words_of_Units(design.identity.WhichUnit).length,
+    Show_Message("The minimum base circle radius for no negative Radius of Curvature is " + FNRoundStr(design, Rb, 2) +
+                     "  " + Words_of_Units(design.identity.WhichUnit).length,
                  Buttons::OK, Symbol::information);
 }
 

@@ -17,9 +17,9 @@ namespace {
 
 constexpr double smallest_arm = 0.001;
 
-std::string Shown(double value)
+std::string Shown(const Design_State& design, double value)
 {
-    return In_Number_Format(Shortest(Single(value)));
+    return In_Number_Format(design, Shortest(Single(value)));
 }
 
 void Exclaim(const std::string& text)
@@ -27,12 +27,12 @@ void Exclaim(const std::string& text)
     Show_Message(text, Buttons::OK, Symbol::exclamation);
 }
 
-bool Linear()
+bool Linear(const Design_State& design)
 {
     return design.cam.Camtype == "Linear";
 }
 
-bool Radial()
+bool Radial(const Design_State& design)
 {
     return design.cam.Camtype == "Radial";
 }
@@ -51,20 +51,20 @@ constexpr std::array axial_words{Row_Words{11, "Z-coord", "Z"},       Row_Words{
                                  Row_Words{36, "Z_Surface", "Z_Srf"}, Row_Words{37, "Lambda_Surf", "Lm_Srf"},
                                  Row_Words{40, "Z_Cutter", "Z_Ctr"},  Row_Words{41, "Lambda_Ctr", "Lm_Ctr"}};
 
-void Name_Profile_Rows()
+void Name_Profile_Rows(Design_State& design)
 {
-    for (const Row_Words& words : Radial() ? radial_words : axial_words) {
+    for (const Row_Words& words : Radial(design) ? radial_words : axial_words) {
         design.plot.Var_Name(words.row) = words.name;
         design.plot.Var_Symbol(words.row) = words.symbol;
     }
 }
 
 /// The option buttons, in their order.
-void Read_Options(Size_Form& form)
+void Read_Options(Design_State& design, Size_Form& form)
 {
     Cam_Group& c = design.cam;
     c.Rotflag = form.ccw ? 1 : -1;
-    Choose_Track(form.inner_track);
+    Choose_Track(design, form.inner_track);
     c.ArmDirect = form.arm_ccw ? 1 : -1;
     c.Translating = form.translating;
     const bool radial_only = form.cam == Cam_Choice::Radial;
@@ -81,31 +81,31 @@ void Read_Options(Size_Form& form)
 }
 
 /// The checks and readings of the entries, in the order of the button.
-void Read_Entries(Size_Form& form)
+void Read_Entries(Design_State& design, Size_Form& form)
 {
-    form.txt_Prime = Enter_Prime(form.txt_Prime).text;
+    form.txt_Prime = Enter_Prime(design, form.txt_Prime).text;
     // A box that a refusal has emptied stands for the value that stayed.
     if (form.txt_follower.empty())
-        form.txt_follower = Shown(design.cam.Follow_Rad);
+        form.txt_follower = Shown(design, design.cam.Follow_Rad);
     if (form.txt_Cutter.empty())
-        form.txt_Cutter = Shown(design.cam.Cutter_Radius);
+        form.txt_Cutter = Shown(design, design.cam.Cutter_Radius);
     if (form.roller)
-        form.txt_follower = Enter_Roller(form.txt_follower).text;
-    form.txt_Cutter = Enter_Cutter(form.txt_Cutter).text;
-    Enter_Follower_Angle(form.txt_folwrangle);
-    Enter_ArmX(form.txt_CLx);
-    if (!Radial() && !form.translating)
+        form.txt_follower = Enter_Roller(design, form.txt_follower).text;
+    form.txt_Cutter = Enter_Cutter(design, form.txt_Cutter).text;
+    Enter_Follower_Angle(design, form.txt_folwrangle);
+    Enter_ArmX(design, form.txt_CLx);
+    if (!Radial(design) && !form.translating)
         form.txt_CLy = "0";  // the pivot stands level with the track
-    Enter_ArmY(form.txt_CLy);
+    Enter_ArmY(design, form.txt_CLy);
 }
 
 /// @return false where the arm misses the cam
-bool Read_Arm(Size_Form& form, bool autocalc)
+bool Read_Arm(Design_State& design, Size_Form& form, bool autocalc)
 {
     Cam_Group& c = design.cam;
-    const double ArmRad = Val(form.txt_ArmRadius);
+    const double ArmRad = Val(design, form.txt_ArmRadius);
     std::string proposal;
-    if (!autocalc && !Arm_Meets_Cam(ArmRad, proposal)) {
+    if (!autocalc && !Arm_Meets_Cam(design, ArmRad, proposal)) {
         form.txt_ArmRadius = proposal;
         return false;
     }
@@ -115,46 +115,46 @@ bool Read_Arm(Size_Form& form, bool autocalc)
 
 }  // namespace
 
-Cam_Choice Present_Cam_Choice()
+Cam_Choice Present_Cam_Choice(const Design_State& design)
 {
-    if (Linear())
+    if (Linear(design))
         return Cam_Choice::Linear;
-    if (Radial())
+    if (Radial(design))
         return Cam_Choice::Radial;
     return design.cam.Barrel_Type == "Ribbed" ? Cam_Choice::Axial_Ribbed : Cam_Choice::Axial_Groove;
 }
 
-Size_Form Size_Form_of_Design()
+Size_Form Size_Form_of_Design(const Design_State& design)
 {
     const Cam_Group& c = design.cam;
-    return {Present_Cam_Choice(),
+    return {Present_Cam_Choice(design),
             c.Translating,
             c.Followtype != 2,
             c.Rotflag > 0,
             c.ArmDirect > 0,
             c.Top_Bot == c.Rotflag,
-            Shown(Linear() ? c.Prime_Rad * PI2 : double{c.Prime_Rad}),
-            Shown(c.Follow_Rad),
-            Shown(c.Cutter_Radius),
-            Shown(c.Offset),
-            Shown(c.Follower_Angle),
-            Shown(c.ArmX),
-            Shown(c.ArmY),
-            Shown(c.ArmRad),
-            Shown(c.Shift_Angle),
+            Shown(design, Linear(design) ? c.Prime_Rad * PI2 : double{c.Prime_Rad}),
+            Shown(design, c.Follow_Rad),
+            Shown(design, c.Cutter_Radius),
+            Shown(design, c.Offset),
+            Shown(design, c.Follower_Angle),
+            Shown(design, c.ArmX),
+            Shown(design, c.ArmY),
+            Shown(design, c.ArmRad),
+            Shown(design, c.Shift_Angle),
             c.Keyway_Text};
 }
 
-Size_Entry Enter_Prime(std::string_view text)
+Size_Entry Enter_Prime(Design_State& design, std::string_view text)
 {
     Cam_Group& c = design.cam;
-    const double value = Single(Val(text));  // as it is stored
-    if (!(value > 0.0) || (Radial() && value <= c.Offset)) {
+    const double value = Single(Val(design, text));  // as it is stored
+    if (!(value > 0.0) || (Radial(design) && value <= c.Offset)) {
         Exclaim("Prime radius cannot be zero or negative or less than the offset");
         return {false, "1"};
     }
     // The length of a linear cam as it was shown gives its radius back unchanged.
-    if (Linear()) {
+    if (Linear(design)) {
         if (Single(value) != Single(c.Prime_Rad * PI2))
             c.Prime_Rad = value / PI2;
     } else {
@@ -163,11 +163,11 @@ Size_Entry Enter_Prime(std::string_view text)
     return {true, std::string(text)};
 }
 
-Size_Entry Enter_Roller(std::string_view text)
+Size_Entry Enter_Roller(Design_State& design, std::string_view text)
 {
     Cam_Group& c = design.cam;
-    const double value = Single(Val(text));
-    if (!Linear() && value >= c.Prime_Rad) {
+    const double value = Single(Val(design, text));
+    if (!Linear(design) && value >= c.Prime_Rad) {
         Exclaim(
             "Something is wrong\n"
             "\n"
@@ -184,9 +184,9 @@ Size_Entry Enter_Roller(std::string_view text)
     return {true, std::string(text)};
 }
 
-Size_Entry Enter_Cutter(std::string_view text)
+Size_Entry Enter_Cutter(Design_State& design, std::string_view text)
 {
-    const double value = Val(text);
+    const double value = Val(design, text);
     if (value < 0.0) {
         Exclaim("This value must be positive.  Please redo.");
         return {false, "", true};
@@ -195,10 +195,10 @@ Size_Entry Enter_Cutter(std::string_view text)
     return {true, std::string(text)};
 }
 
-Size_Entry Enter_Offset(std::string_view text)
+Size_Entry Enter_Offset(Design_State& design, std::string_view text)
 {
     Cam_Group& c = design.cam;
-    const double value = Single(Val(text));
+    const double value = Single(Val(design, text));
     if (!(std::abs(value) < c.Prime_Rad)) {
         Show_Message("Cannot compute - Eccentricity is >= Prime Radius.  Try a smaller absolute value of eccentricity",
                      Buttons::OK, Symbol::none);
@@ -208,63 +208,63 @@ Size_Entry Enter_Offset(std::string_view text)
     return {true, std::string(text)};
 }
 
-Size_Entry Enter_Follower_Angle(std::string_view text)
+Size_Entry Enter_Follower_Angle(Design_State& design, std::string_view text)
 {
-    design.cam.Follower_Angle = Val(text);
+    design.cam.Follower_Angle = Val(design, text);
     return {true, std::string(text)};
 }
 
-Size_Entry Enter_Arm_Radius(std::string_view text)
+Size_Entry Enter_Arm_Radius(Design_State& design, std::string_view text)
 {
     Cam_Group& c = design.cam;
-    const double value = Val(text);
+    const double value = Val(design, text);
     if (!(value > smallest_arm)) {
         Exclaim("Arm radius cannot be zero. Please reenter.");
-        return {false, Shown(c.ArmRad)};
+        return {false, Shown(design, c.ArmRad)};
     }
     std::string proposal;
-    if (!Arm_Meets_Cam(value, proposal))
+    if (!Arm_Meets_Cam(design, value, proposal))
         return {false, proposal};
     c.ArmRad = value;
     return {true, std::string(text)};
 }
 
-Size_Entry Enter_Shift_Angle(std::string_view text)
+Size_Entry Enter_Shift_Angle(Design_State& design, std::string_view text)
 {
     Cam_Group& c = design.cam;
-    const double value = Val(text);
+    const double value = Val(design, text);
     c.Shift_Points = To_Integer(value / 360.0 * design.motion.Max_Data_Points_used);
     c.Shift_Angle = value;
     return {true, std::string(text)};
 }
 
-void Enter_ArmX(std::string_view text)
+void Enter_ArmX(Design_State& design, std::string_view text)
 {
-    design.cam.ArmX = Val(text);
+    design.cam.ArmX = Val(design, text);
 }
 
-void Enter_ArmY(std::string_view text)
+void Enter_ArmY(Design_State& design, std::string_view text)
 {
-    design.cam.ArmY = Val(text);
+    design.cam.ArmY = Val(design, text);
 }
 
-std::string Step_Number(std::string_view text, int steps)
+std::string Step_Number(const Design_State& design, std::string_view text, int steps)
 {
-    const double value = Val(text);
+    const double value = Val(design, text);
     const double size = std::abs(value) < 1e-9 ? 1.0 : std::pow(10.0, std::floor(std::log10(std::abs(value))) - 1.0);
     const double next = std::round(value / size + steps) * size;
-    return Shown(next);
+    return Shown(design, next);
 }
 
-bool Arm_Meets_Cam(double ArmRad, std::string& proposal)
+bool Arm_Meets_Cam(const Design_State& design, double ArmRad, std::string& proposal)
 {
     const Cam_Group& c = design.cam;
-    if (c.Translating || Linear())
+    if (c.Translating || Linear(design))
         return true;
-    const double D = Arm_Pivot_Distance();
+    const double D = Arm_Pivot_Distance(design);
     if (D - c.Prime_Rad < ArmRad && D + c.Prime_Rad > ArmRad)
         return true;
-    proposal = FNRoundStr(D, 2);
+    proposal = FNRoundStr(design, D, 2);
     Exclaim(
         "The roller follower arm misses the cam entirely\n"
         "with your current choice of arm center location. \n"
@@ -274,28 +274,28 @@ bool Arm_Meets_Cam(double ArmRad, std::string& proposal)
     return false;
 }
 
-void Choose_Cam(Cam_Choice choice)
+void Choose_Cam(Design_State& design, Cam_Choice choice)
 {
-    Size_Form form = Size_Form_of_Design();
+    Size_Form form = Size_Form_of_Design(design);
     form.cam = choice;
     const bool inner = form.inner_track;
-    Read_Options(form);
-    Choose_Track(inner);
-    Model_Edited();
+    Read_Options(design, form);
+    Choose_Track(design, inner);
+    Model_Edited(design);
 }
 
-void Choose_Follower_Motion(bool translating)
+void Choose_Follower_Motion(Design_State& design, bool translating)
 {
     design.cam.Translating = translating;
-    Set_Units();
-    Model_Edited();
+    Set_Units(design);
+    Model_Edited(design);
 }
 
-void Choose_Follower(bool roller)
+void Choose_Follower(Design_State& design, bool roller)
 {
     Cam_Group& c = design.cam;
     c.Followtype = roller ? 1 : 2;
-    Model_Edited();
+    Model_Edited(design);
     if (roller)
         return;
     c.Offset = 0.0;
@@ -304,35 +304,35 @@ void Choose_Follower(bool roller)
     c.Barrel_Type = "";
     design.linkage.Drive_End_Effector = false;
     if (c.Translating)
-        Flat_Min_Base_Radius();
+        Flat_Min_Base_Radius(design);
 }
 
-void Choose_Rotation(bool ccw, bool inner_track)
+void Choose_Rotation(Design_State& design, bool ccw, bool inner_track)
 {
     Cam_Group& c = design.cam;
     c.Rotflag = ccw ? 1 : -1;
     c.Top_Bot = inner_track ? -c.Rotflag : +c.Rotflag;
-    Model_Edited();
+    Model_Edited(design);
 }
 
-void Choose_Arm_Rotation(bool ccw)
+void Choose_Arm_Rotation(Design_State& design, bool ccw)
 {
     design.cam.ArmDirect = ccw ? 1 : -1;
-    Model_Edited();
+    Model_Edited(design);
 }
 
-void Choose_Track(bool inner)
+void Choose_Track(Design_State& design, bool inner)
 {
     Cam_Group& c = design.cam;
     c.Top_Bot = inner ? +c.Rotflag : -c.Rotflag;
 }
 
-Size_Panels Set_Cam_Type_Panels()
+Size_Panels Set_Cam_Type_Panels(Design_State& design)
 {
     Cam_Group& c = design.cam;
-    Name_Profile_Rows();
-    const bool linear = Linear();
-    if (!Radial()) {
+    Name_Profile_Rows(design);
+    const bool linear = Linear(design);
+    if (!Radial(design)) {
         c.Offset = 0.0;
         c.Followtype = 1;
         if (!c.Translating)
@@ -341,34 +341,34 @@ Size_Panels Set_Cam_Type_Panels()
     return {linear ? "Cam Length" : "Prime Radius",
             {linear ? "-->>" : "Ccw", linear ? "<<--" : "Cw"},
             linear ? "Cam Direction" : "Cam Rotation",
-            Radial() ? "y" : "z",
-            Radial(),
-            Radial() && c.Translating,
+            Radial(design) ? "y" : "z",
+            Radial(design),
+            Radial(design) && c.Translating,
             !c.Translating,
             !linear,
-            Radial(),
-            !Radial(),
-            Radial() || c.Translating};
+            Radial(design),
+            !Radial(design),
+            Radial(design) || c.Translating};
 }
 
-bool Calc_Size(Size_Form& form, bool autocalc)
+bool Calc_Size(Design_State& design, Size_Form& form, bool autocalc)
 {
     Flags_Group& f = design.flags;
-    Size_Changed();
+    Size_Changed(design);
     f.Calc_Error = f.Math_Error = false;
-    Read_Options(form);
-    Set_Cam_Type_Panels();
-    Read_Entries(form);
-    if (!Read_Arm(form, autocalc))
+    Read_Options(design, form);
+    Set_Cam_Type_Panels(design);
+    Read_Entries(design, form);
+    if (!Read_Arm(design, form, autocalc))
         f.Calc_Error = true;
-    else if (Radial())
-        form.txt_Offset = Enter_Offset(form.txt_Offset).text;
+    else if (Radial(design))
+        form.txt_Offset = Enter_Offset(design, form.txt_Offset).text;
     const int type = design.cam.Followtype;
     if (!f.Calc_Error)
-        Calc_Phi(type);
+        Calc_Phi(design, type);
     const bool phi_error = f.Calc_Error || f.Math_Error;
     if (!phi_error)
-        Calc_Rho(type);
+        Calc_Rho(design, type);
     f.Sized = !phi_error && !f.Calc_Error && !f.Math_Error;
     if (!f.Sized)
         Exclaim("Incompatible dimensions - check your data");
@@ -377,16 +377,16 @@ bool Calc_Size(Size_Form& form, bool autocalc)
     return f.Sized;
 }
 
-bool Size_Design()
+bool Size_Design(Design_State& design)
 {
-    Size_Form form = Size_Form_of_Design();
-    return Calc_Size(form, false);
+    Size_Form form = Size_Form_of_Design(design);
+    return Calc_Size(design, form, false);
 }
 
-std::string Axial_Cam_Message()
+std::string Axial_Cam_Message(const Design_State& design)
 {
     const std::string& type = design.cam.Camtype;
-    if (Radial())
+    if (Radial(design))
         return "";
     return "The " + type + " cam data for pressure angle, radius of\n" +
            "curvature, and cam profile has been calculated. \n\n" + "The  " + type +
@@ -404,17 +404,17 @@ std::string Linear_Cam_Message()
     return Linear_Help() + "\n\nTo suppress this message on further choices, hit Cancel.";
 }
 
-Size_Texts Texts_of_Size()
+Size_Texts Texts_of_Size(const Design_State& design)
 {
     const Cam_Group& c = design.cam;
     const Table<Single>& data = design.results.CalcData;
-    const auto number = [](double value) { return Trim(FNRoundStr(value, 2)); };
+    const auto number = [&](double value) { return Trim(FNRoundStr(design, value, 2)); };
     const double base = c.Followtype == 1 ? c.Prime_Rad - c.Follow_Rad : double{c.Prime_Rad};
     return {number(c.Phi_Min),
             number(c.Phi_Max),
             Trim(c.Rho_Min_Pos_Text),
             Trim(c.Rho_Min_Neg_Text),
-            number(Arm_Pivot_Distance()),
+            number(Arm_Pivot_Distance(design)),
             "At cam zero  x " + number(data(9, 0)) + "   y " + number(data(10, 0)) + "   base circle " + number(base) +
                 " " + Words_of_Units(design.identity.WhichUnit).length};
 }

@@ -8,9 +8,11 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// The kinds of cam in the order of opt_CamType.
 enum class Cam_Choice { Radial, Axial_Groove, Linear, Axial_Ribbed };
-Cam_Choice Present_Cam_Choice();
+Cam_Choice Present_Cam_Choice(const Design_State& design);
 
 /// What the controls of the sizing screen hold, texts as typed.
 struct Size_Form {
@@ -33,7 +35,7 @@ struct Size_Form {
 };
 
 /// What the screen opens with: every number by its shortest text, so that reading it back gives the same.
-Size_Form Size_Form_of_Design();
+Size_Form Size_Form_of_Design(const Design_State& design);
 
 /// What became of an entry: whether its value was stored, and what the field shows now.
 struct Size_Entry {
@@ -43,36 +45,36 @@ struct Size_Entry {
 };
 
 /// The entries, each checked and stored. A refused one shows its message and the new text; what was stored stays.
-Size_Entry Enter_Prime(std::string_view text);
-Size_Entry Enter_Roller(std::string_view text);
-Size_Entry Enter_Cutter(std::string_view text);
-Size_Entry Enter_Offset(std::string_view text);
-Size_Entry Enter_Follower_Angle(std::string_view text);
-Size_Entry Enter_Arm_Radius(std::string_view text);
-Size_Entry Enter_Shift_Angle(std::string_view text);
-void Enter_ArmX(std::string_view text);  // the arm's radius is checked next, by Enter_Arm_Radius
-void Enter_ArmY(std::string_view text);
+Size_Entry Enter_Prime(Design_State& design, std::string_view text);
+Size_Entry Enter_Roller(Design_State& design, std::string_view text);
+Size_Entry Enter_Cutter(Design_State& design, std::string_view text);
+Size_Entry Enter_Offset(Design_State& design, std::string_view text);
+Size_Entry Enter_Follower_Angle(Design_State& design, std::string_view text);
+Size_Entry Enter_Arm_Radius(Design_State& design, std::string_view text);
+Size_Entry Enter_Shift_Angle(Design_State& design, std::string_view text);
+void Enter_ArmX(Design_State& design, std::string_view text);  // the arm's radius is checked next, by Enter_Arm_Radius
+void Enter_ArmY(Design_State& design, std::string_view text);
 
 /// A number stepped by the arrow keys or the wheel: by one in its second figure, from 0 by 1. In the number format in
 /// force. @throws Fault{6} beyond what a field holds
-std::string Step_Number(std::string_view text, int steps);
+std::string Step_Number(const Design_State& design, std::string_view text, int steps);
 
 /// Whether an arm of this radius meets the cam; if not, a message proposes another. Always true where the test does
 /// not apply: a translating follower, a linear cam.
 /// @param proposal  out: the text of the radius that would do
-bool Arm_Meets_Cam(double ArmRad, std::string& proposal);
+bool Arm_Meets_Cam(const Design_State& design, double ArmRad, std::string& proposal);
 
 /// The choices of the option buttons, each stored with what hangs on it.
-void Choose_Cam(Cam_Choice choice);
-void Choose_Follower_Motion(bool translating);
+void Choose_Cam(Design_State& design, Cam_Choice choice);
+void Choose_Follower_Motion(Design_State& design, bool translating);
 /// A flat face makes the cam radial and its offset zero, and drives no end effector. For a translating follower the
 /// smallest base radius is told.
-void Choose_Follower(bool roller);
+void Choose_Follower(Design_State& design, bool roller);
 /// The sense of rotation alone: Top_Bot takes the sign opposite to the one that the calculation gives it. The asymmetry
 /// is meant.
-void Choose_Rotation(bool ccw, bool inner_track);
-void Choose_Arm_Rotation(bool ccw);
-void Choose_Track(bool inner);
+void Choose_Rotation(Design_State& design, bool ccw, bool inner_track);
+void Choose_Arm_Rotation(Design_State& design, bool ccw);
+void Choose_Track(Design_State& design, bool inner);
 
 /// What the kind of cam changes in words and in what is shown.
 struct Size_Panels {
@@ -90,20 +92,20 @@ struct Size_Panels {
 };
 /// Renames the variables of profile rows 11, 12, 36, 37, 40, 41 by the kind of cam, forces what the kind forces, and
 /// tells what the screen shows.
-Size_Panels Set_Cam_Type_Panels();
+Size_Panels Set_Cam_Type_Panels(Design_State& design);
 
 /// The work of cmd_Calc but its drawing.
 ///
 /// Reads all controls in their order, tests the arm (unless Autocalc is on, whose handlers have done it), calculates
 /// Phi, profile and Rho. Any error is told by "Incompatible dimensions - check your data".
 /// @return Sized
-bool Calc_Size(Size_Form& form, bool autocalc);
+bool Calc_Size(Design_State& design, Size_Form& form, bool autocalc);
 
 /// The same from the design as it stands, without a screen.
-bool Size_Design();
+bool Size_Design(Design_State& design);
 
 /// The message of cmd_Done for a cam that is not drawn, with OK and Cancel; empty for a radial cam.
-std::string Axial_Cam_Message();
+std::string Axial_Cam_Message(const Design_State& design);
 
 /// The message of choosing a linear cam, with OK and Cancel.
 std::string Linear_Cam_Message();
@@ -117,7 +119,7 @@ struct Size_Texts {
     std::string lbl_CL;    // distance of the arm's pivot from the cam centre
     std::string pnl_info;  // where the roller centre starts, and the base circle
 };
-Size_Texts Texts_of_Size();
+Size_Texts Texts_of_Size(const Design_State& design);
 
 /// Help texts of the screen, lines separated by '\n'.
 std::string Start_Angle_Help();

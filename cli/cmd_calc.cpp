@@ -46,7 +46,7 @@ void Warn_of_Cut_Numbers()
     const Motion_Group& m = design.motion;
     for (int i = 1; i <= m.No_of_segments; ++i)
         for (const std::string* text : {&m.Start_Value(i), &m.End_Value(i)}) {
-            const Number_Read number = Read_Number(*text, Current_Decimal_Symbol());
+            const Number_Read number = Read_Number(*text, Current_Decimal_Symbol(design));
             if (!text->empty() && !number.whole)
                 std::fprintf(stderr, "lobemax-cli: segment %d: position '%s' is read as %s (number format %s)\n", i,
                              text->c_str(), Shortest(number.value).c_str(), design.identity.Number_Format.c_str());
@@ -57,17 +57,17 @@ bool Calculate_Motion(const Options&)
 {
     Warn_of_Cut_Numbers();
     const bool motion = design.motion.Motion;
-    if (!Calc_All(motion) || !Motion_Done() || !design.flags.Calculated)
+    if (!Calc_All(design, motion) || !Motion_Done(design) || !design.flags.Calculated)
         return false;
     // The report that follows cmd_Done: of a smooth design it has nothing to tell.
-    ContinuityCheck(design.motion.Firstlast, design.motion.Continuous, design.motion.Max_Jump);
-    return design.motion.Continuous || Continuity_Report();
+    ContinuityCheck(design, design.motion.Firstlast, design.motion.Continuous, design.motion.Max_Jump);
+    return design.motion.Continuous || Continuity_Report(design);
 }
 
 bool Calculate_Size(const Options&)
 {
     if (design.flags.Calculated)
-        return Size_Design();
+        return Size_Design(design);
     std::fprintf(stderr, "lobemax-cli: size: the motion is not calculated\n");
     return false;
 }
@@ -86,8 +86,8 @@ bool Calculate_Dynamics(const Options& options)
         c.Closure = "Force";  // a flat face is closed by a spring
     if (c.Closure == "Form")
         d.Return_Spring_Rate = d.Preload = d.Damping = 0.0;
-    const bool done = Calc_Force_Torque();
-    Forces_Changed();
+    const bool done = Calc_Force_Torque(design);
+    Forces_Changed(design);
     return done;
 }
 
@@ -97,14 +97,14 @@ bool Calculate_Stress(const Options& options)
         std::fprintf(stderr, "lobemax-cli: stress: the forces are not calculated\n");
         return false;
     }
-    Stress_Form form = Opening_Stress_Form();
+    Stress_Form form = Opening_Stress_Form(design);
     for (const auto& [given, text] :
          {std::pair{&options.youngs_cam, &form.txt_Cam_E}, std::pair{&options.youngs_follower, &form.txt_Fol_E},
           std::pair{&options.poisson_cam, &form.txt_Cam_V}, std::pair{&options.poisson_follower, &form.txt_Fol_v}})
         if (*given)
-            *text = In_Number_Format(**given);
+            *text = In_Number_Format(design, **given);
     Stress_Field refused{};
-    return Calc_Stress(form, refused) && design.flags.Stressflag;
+    return Calc_Stress(design, form, refused) && design.flags.Stressflag;
 }
 
 // In ladder order.

@@ -25,7 +25,7 @@ int Run(const Options& options)
         return wrong_input;
     const int before = design.identity.WhichUnit;
     if (options.units != 0)
-        Change_Units(options.units);
+        Change_Units(design, options.units);
     if (design.identity.WhichUnit != before && design.flags.Calculated)
         std::fprintf(stderr,
                      "lobemax-cli: the calculated results are still in the units before: calculate the motion again\n");

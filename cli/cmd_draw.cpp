@@ -48,7 +48,7 @@ int Run(const Options& options)
         return Wrong("only a radial cam has a conjugate");
     if (options.at && !options.path.empty())
         return Wrong("a path is drawn about the cam in its first position: either --at or --path");
-    if (options.conjugate && !Use_Conjugate())
+    if (options.conjugate && !Use_Conjugate(design))
         return Wrong("the conjugate cam cannot be calculated with these sizes");
     c.Show_Surface = options.path != "machine";
     c.Show_Follower_Path = options.path == "follower";
@@ -58,7 +58,8 @@ int Run(const Options& options)
         bool drawn = false;
         const bool saved = paint::Save_Drawing(
             [&](Surface& surface) {
-                drawn = options.at ? Draw_Cam_at(surface, Nearest_Point(*options.at)) : Draw_Cam(surface);
+                drawn =
+                    options.at ? Draw_Cam_at(design, surface, Nearest_Point(*options.at)) : Draw_Cam(design, surface);
             },
             *size, QString::fromStdString(path), QApplication::palette());
         return saved && drawn;

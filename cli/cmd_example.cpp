@@ -22,7 +22,7 @@ struct Options {
 int Run(const Options& options)
 {
     Use_Units_for_New_Design(options.units);
-    if (!Load_Example(options.name)) {
+    if (!Load_Example(design, options.name)) {
         std::string names;
         for (const std::string_view name : Example_Names)
             names += (names.empty() ? "" : ", ") + std::string(name);
@@ -30,7 +30,7 @@ int Run(const Options& options)
     }
     if (!Apply_Settings(options.settings))
         return wrong_input;
-    if (!Example_Done())
+    if (!Example_Done(design))
         return failed;
     return Save(options.output);
 }

@@ -25,16 +25,16 @@ int Run(const Options& options)
     if (!design.flags.Calculated)
         return Wrong("the model is not calculated: there is nothing to export");
     if (options.kind == "spreadsheet")
-        return Export_All_to_File(options.output) ? done : failed;
+        return Export_All_to_File(design, options.output) ? done : failed;
     if (options.kind == "profile") {
         if (!design.flags.Sized)
             return Wrong("the cam is not sized: it has no profile");
-        return Export_Profile_to_File(options.output, options.code) ? done : failed;
+        return Export_Profile_to_File(design, options.output, options.code) ? done : failed;
     }
     if (design.cam.Translating)
         return Wrong("this feature is intended for oscillating follower systems only");
     const Motion_Columns columns = options.kind == "sva" ? Motion_Columns::sva : Motion_Columns::xdot;
-    return Export_SVA_to_File(options.output, columns) ? done : failed;
+    return Export_SVA_to_File(design, options.output, columns) ? done : failed;
 }
 
 }  // namespace

@@ -41,21 +41,21 @@ int Run(const Options& options)
 {
     if (!Load(options.input))
         return wrong_input;
-    const auto variable = Variable_Named(options.variable);
+    const auto variable = Variable_Named(design, options.variable);
     if (!variable || *variable == var::Angle)
         return Wrong("there is no variable '" + options.variable + "'");
     if (options.segment < 0 || options.segment > design.motion.No_of_segments)
         return Wrong("there is no segment " + std::to_string(options.segment));
     if (!design.flags.Calculated)
         return Wrong("the design is not calculated: run calc first");
-    const std::vector<int> offered = Load_Names();
+    const std::vector<int> offered = Load_Names(design);
     if (std::ranges::find(offered, *variable) == offered.end())
         return Wrong("variable '" + options.variable + "' is not calculated");
-    const Dft_Range range = Range_of_Segment(options.segment);
-    if (!Do_DFT(*variable, range.first, range.last, Set_Harmonics(options.harmonics)))
+    const Dft_Range range = Range_of_Segment(design, options.segment);
+    if (!Do_DFT(design, *variable, range.first, range.last, Set_Harmonics(design, options.harmonics)))
         return failed;
-    Print_Harmonics(Shown_Harmonics());
-    Finish_FFT();
+    Print_Harmonics(Shown_Harmonics(design));
+    Finish_FFT(design);
     return Save(options.output);
 }
 

@@ -52,21 +52,21 @@ std::string Take_Segment(int i, const std::string& argument)
     const std::string& kind = words[0];
     const std::string& program = words[1];
     const Motion_Program* entry = Find_Program(program);
-    if (kind.size() != 1 || !Pick_Motion(i, kind[0]))
+    if (kind.size() != 1 || !Pick_Motion(design, i, kind[0]))
         return "'" + kind + "' is no motion kind: R rise, F fall, D dwell, P polynomial, S spline";
     if (entry == nullptr)
         return "there is no motion program '" + program + "'";
     if (entry->kinds.find(design.motion.Rise_Fall_Dwell(i)) == std::string_view::npos)
         return "program " + std::string(entry->code) + " does not serve motion kind " +
                design.motion.Rise_Fall_Dwell(i);
-    Pick_Program(i, program);
+    Pick_Program(design, i, program);
     // A segment given by conditions may leave an end position open: '-'.
     const bool by_conditions = entry->code == "PO" || entry->code == "BS";
     for (std::size_t k = 2; k < 5; ++k)
         if (!Whole_Number(words[k]) && !(by_conditions && k > 2 && words[k] == "-"))
             return "'" + words[k] + "' is not a number";
     const double beta = *Whole_Number(words[2]);
-    if (!Check_Range(beta, 0.0, 360.0, "Beta cannot be > 360 or < 0"))
+    if (!Check_Range(design, beta, 0.0, 360.0, "Beta cannot be > 360 or < 0"))
         return "beta " + words[2] + " is refused";
     design.motion.Beta_Deg(i) = beta;
     design.motion.Beta_Rad(i) = beta / Deg_per_Rad;
@@ -78,7 +78,7 @@ std::string Take_Segment(int i, const std::string& argument)
         Single(Whole_Number(words[k]).value_or(0.0));  // what no Single holds is a fault, told as such
     }
     if (by_conditions)
-        Ask_Boundaries(i);  // the positions are the S conditions of both ends
+        Ask_Boundaries(design, i);  // the positions are the S conditions of both ends
     return {};
 }
 
@@ -102,7 +102,7 @@ std::optional<int> Condition_Row(int i, double theta, const std::string& text)
         return 9;
     for (int k = 1; k <= 8; ++k) {
         std::string& angle = design.motion.T_boundary_cond(i, k);
-        if (!angle.empty() && Val(angle) == theta)
+        if (!angle.empty() && Val(design, angle) == theta)
             return k;
         if (angle.empty()) {
             angle = text;
@@ -135,7 +135,7 @@ std::string Take_Condition(const std::string& argument)
     if (!row)
         return refused + "a segment has eight angles between its ends";
     Single(*Whole_Number(words[3]));
-    Bound_Text(i, *row, static_cast<int>(order)) = words[3];
+    Bound_Text(design, i, *row, static_cast<int>(order)) = words[3];
     if (order == 0 && *row == 0)
         design.motion.Start_Value(i) = words[3];
     if (order == 0 && *row == 9)
@@ -156,10 +156,10 @@ bool Set_Knots(int i, const std::vector<std::string>& words)
     for (int knot = 1; knot <= interior; ++knot)
         up[static_cast<std::size_t>(knot)] = goes_up(knot);
     for (int knot = interior; knot >= 1; --knot)
-        if (up[static_cast<std::size_t>(knot)] && !Set_Knot(i, knot, word(knot)))
+        if (up[static_cast<std::size_t>(knot)] && !Set_Knot(design, i, knot, word(knot)))
             return false;
     for (int knot = 1; knot <= interior; ++knot)
-        if (!up[static_cast<std::size_t>(knot)] && !Set_Knot(i, knot, word(knot)))
+        if (!up[static_cast<std::size_t>(knot)] && !Set_Knot(design, i, knot, word(knot)))
             return false;
     return true;
 }
@@ -180,7 +180,7 @@ std::string Take_Spline_Words(const std::string& option, const std::string& argu
     for (std::size_t k = 1; k < words.size(); ++k)
         if (!Whole_Number(words[k]))
             return refused + "'" + words[k] + "' is not a number";
-    const bool taken = option == "--order" ? Set_Order(i, words[1]) : Set_Knots(i, words);
+    const bool taken = option == "--order" ? Set_Order(design, i, words[1]) : Set_Knots(i, words);
     return taken ? "" : refused + "refused";
 }
 
@@ -194,10 +194,10 @@ std::string Take_Conditions(const Options& options)
         const std::string& kind = design.motion.Rise_Fall_Dwell(i);
         if (kind != "P" && kind != "S")
             continue;
-        const int count = Count_Filled_Boxes(i);
-        if (!Set_No_of_Conditions(i, std::to_string(count)))
+        const int count = Count_Filled_Boxes(design, i);
+        if (!Set_No_of_Conditions(design, i, std::to_string(count)))
             return "segment " + std::to_string(i) + " has " + std::to_string(count) + " conditions";
-        if (kind == "S" && !New_Spline(i))
+        if (kind == "S" && !New_Spline(design, i))
             return "segment " + std::to_string(i) + ": its spline is refused";
     }
     for (const std::string& argument : options.orders)
@@ -223,12 +223,12 @@ std::string Take_Segments(const std::vector<std::string>& segments)
         } catch (const Fault&) {
             return "segment " + std::to_string(i) + ": a number is too large";
         }
-    Update_Segment_Angles();
+    Update_Segment_Angles(design);
     for (int i = 1; i <= m.No_of_segments; ++i)
-        if (!Check_Range(m.Gamma(i), 0.0, 360.0, "End angle cannot be > 360 deg"))
+        if (!Check_Range(design, m.Gamma(i), 0.0, 360.0, "End angle cannot be > 360 deg"))
             return "segment " + std::to_string(i) + " ends at " + Shortest(m.Gamma(i)) + " degrees";
     if (m.No_of_segments == 1 && m.Gamma(1) != 360.0) {
-        Check_Range(0.0, 1.0, 1.0, "Cam must contain exactly 360 degrees");
+        Check_Range(design, 0.0, 1.0, 1.0, "Cam must contain exactly 360 degrees");
         return "a single segment of " + Shortest(m.Gamma(1)) + " degrees is refused";
     }
     return {};
@@ -245,7 +245,7 @@ std::string Take_Speed(const Options& options)
     if (!number)
         return "'" + text + "' is not a shaft speed";
     try {
-        Set_Shaft_Speed(per_minute ? *number * PI / 30.0 : *number);
+        Set_Shaft_Speed(design, per_minute ? *number * PI / 30.0 : *number);
     } catch (const Fault&) {
         return "the shaft speed " + text + " is too large";
     }
@@ -256,12 +256,12 @@ int Run(const Options& options)
 {
     Use_Units_for_New_Design(options.units);
     const auto step = Whole_Number(options.delta);
-    if (!step || !Set_Step(*step)) {
-        Check_Range(0.0, 1.0, 1.0, "Please select one of the drop-down menu items for Delta Theta");
+    if (!step || !Set_Step(design, *step)) {
+        Check_Range(design, 0.0, 1.0, 1.0, "Please select one of the drop-down menu items for Delta Theta");
         return Wrong("--delta " + options.delta + " is none of 1.0, 0.50, 0.25, 0.125");
     }
     design.cam.Translating = !options.oscillating;
-    Set_Units();
+    Set_Units(design);
     if (const std::string refusal = Take_Speed(options); !refusal.empty())
         return Wrong(refusal);
     if (const std::string refusal = Take_Segments(options.segments); !refusal.empty())

@@ -31,7 +31,7 @@ std::optional<int> Plot_Choice(const std::string& word)
     for (int choice = design.run.Saved_Variables + 1; choice <= Plot_Group::Last_Variable; ++choice)
         if (word == std::to_string(choice) || Same_Text(design.plot.Var_Name(choice), word))
             return choice;
-    return Variable_Named(word);
+    return Variable_Named(design, word);
 }
 
 /// Takes the variables of a preset, by its text, whose words tell its style.
@@ -40,10 +40,10 @@ bool Take_Preset(const std::string& text, int& plot_style)
     for (const int s : {style::two_windows, style::four_windows, style::polar}) {
         if (plot_style != 0 && plot_style != s)
             continue;
-        for (const int entry : Load_Presets(s))
+        for (const int entry : Load_Presets(design, s))
             if (Same_Text(Presets_of_Style(s)[static_cast<std::size_t>(entry - 1)].text, text)) {
                 plot_style = s;
-                Choose_Preset2(s, entry);
+                Choose_Preset2(design, s, entry);
                 return true;
             }
     }
@@ -77,21 +77,23 @@ int Run(const Options& options)
             const auto variable = Plot_Choice(word);
             if (!variable || *variable == var::Angle)
                 return Wrong("there is no variable '" + word + "' to plot");
-            if (!Is_Offered(*variable))
+            if (!Is_Offered(design, *variable))
                 return Wrong("variable '" + word + "' is not calculated");
             if (*variable > design.run.Saved_Variables && plot_style != style::polar)
                 return Wrong("the closed curves 54 to 59 are plotted by --style 4");
             picks.push_back(*variable);
         }
-        if (static_cast<int>(picks.size()) > Functions_of_Style(plot_style).most || !Select_OK(plot_style, picks))
+        if (static_cast<int>(picks.size()) > Functions_of_Style(plot_style).most ||
+            !Select_OK(design, plot_style, picks))
             return Wrong("this style does not show " + std::to_string(picks.size()) + " functions");
         const std::string obstacle = Why_Not_Together(plot_style, picks);
         if (!obstacle.empty())
             return Wrong(obstacle);
     }
-    Pick_Segment(options.segment == 0 ? "All" : Load_SegmentList()[static_cast<std::size_t>(options.segment)]);
+    Pick_Segment(design,
+                 options.segment == 0 ? "All" : Load_SegmentList(design)[static_cast<std::size_t>(options.segment)]);
     return Draw_to_File(options.output, [&](const std::string& path) {
-        return paint::Save_Plot(plot_style, *size, QString::fromStdString(path));
+        return paint::Save_Plot(design, plot_style, *size, QString::fromStdString(path));
     });
 }
 

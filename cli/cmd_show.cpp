@@ -24,7 +24,7 @@ struct Options {
 /// A field's element as JSON: a number, a flag or a text.
 nlohmann::ordered_json Json_Value(const Field& field, const Field_Index& index)
 {
-    const std::string text = Field_Value(field, index);
+    const std::string text = Field_Value(design, field, index);
     switch (field.type) {
     case Field_Type::text:
         return text;
@@ -112,7 +112,7 @@ void Print_Summary()
 {
     const Motion_Group& m = design.motion;
     const Unit_Words& units = Words_of_Units(design.identity.WhichUnit);
-    std::printf("Segments (positions in %s)\n", Unit_Text(Field_Unit::position).c_str());
+    std::printf("Segments (positions in %s)\n", Unit_Text(design, Field_Unit::position).c_str());
     std::printf("%3s  %-4s  %-22s  %9s  %9s  %9s  %12s  %12s\n", "no", "kind", "program", "from deg", "to deg",
                 "beta deg", "start", "end");
     for (int i = 1; i <= m.No_of_segments; ++i)
@@ -124,8 +124,9 @@ void Print_Summary()
         if (!Shown_in_Summary(name))
             continue;
         const Field& field = *Find_Field(name);
-        const std::string unit = Unit_Text(field.unit);
-        std::printf("%s = %s%s%s\n", name, Field_Value(field, {}).c_str(), unit.empty() ? "" : " ", unit.c_str());
+        const std::string unit = Unit_Text(design, field.unit);
+        std::printf("%s = %s%s%s\n", name, Field_Value(design, field, {}).c_str(), unit.empty() ? "" : " ",
+                    unit.c_str());
     }
 }
 
@@ -160,7 +161,7 @@ int Run(const Options& options)
     }
     std::string lines;
     for (const std::string& text : options.fields) {
-        const Field_Reference reference = Read_Field_Reference(text);
+        const Field_Reference reference = Read_Field_Reference(design, text);
         if (reference.field == nullptr)
             return Wrong(reference.error);
         const auto take = [&](const Field_Index& index) {
@@ -168,12 +169,12 @@ int Run(const Options& options)
             if (options.json)
                 object[name] = Json_Value(*reference.field, index);
             else
-                lines += name + " = " + Field_Value(*reference.field, index) + "\n";
+                lines += name + " = " + Field_Value(design, *reference.field, index) + "\n";
         };
         if (reference.index.count == reference.field->dimensions)
             take(reference.index);
         else  // an array without its index: all of it
-            Each_Element(*reference.field, take);
+            Each_Element(design, *reference.field, take);
     }
     if (options.json)
         lines = object.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";

@@ -31,7 +31,7 @@ int Run(const Options& options)
         return wrong_input;
     Table_Choice choice;
     for (const std::string& word : options.variables) {
-        const auto variable = Variable_Named(word);
+        const auto variable = Variable_Named(design, word);
         if (!variable)
             return Wrong("there is no variable '" + word + "'");
         choice.variables.push_back(*variable);
@@ -42,8 +42,8 @@ int Run(const Options& options)
         return Wrong("there is no segment " + std::to_string(options.segment));
     choice.segment = options.segment;
     choice.step = options.step > 0 ? options.step : std::max(1, static_cast<int>(design.cam.Printstep));
-    const std::string text =
-        Table_Text(Make_Data_Table(choice), options.decimals < 0 ? std::nullopt : std::optional(options.decimals));
+    const std::string text = Table_Text(Make_Data_Table(design, choice),
+                                        options.decimals < 0 ? std::nullopt : std::optional(options.decimals));
     if (options.output.empty()) {
         std::fwrite(text.data(), 1, text.size(), stdout);
         return std::fflush(stdout) == 0 ? done : failed;

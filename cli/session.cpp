@@ -14,6 +14,8 @@
 
 namespace lobemax::cli {
 
+Design_State design;
+
 namespace {
 
 const char* Symbol_Word(Symbol symbol)
@@ -87,7 +89,7 @@ void Start_Session(const Common_Options& options)
         host.time = [text = *options.time] { return text; };
     Install_Host(std::move(host));
     error_reported = false;
-    Sub_Main("", {});
+    Sub_Main(design, "", {});
 }
 
 bool Error_Reported()
@@ -120,13 +122,13 @@ int Wrong(const std::string& what)
 
 bool Load(const std::string& path)
 {
-    return Load_Model(path);
+    return Load_Model(design, path);
 }
 
 bool Apply_Settings(const std::vector<std::string>& settings)
 {
     for (const std::string& setting : settings)
-        if (const std::string refusal = Apply_Setting(setting); !refusal.empty()) {
+        if (const std::string refusal = Apply_Setting(design, setting); !refusal.empty()) {
             Wrong("--set: " + refusal);
             return false;
         }
@@ -136,15 +138,15 @@ bool Apply_Settings(const std::vector<std::string>& settings)
 int Save(const std::string& path)
 {
     design.identity.File_Name = path;
-    const bool written = Write_Model_File(Replace::whole_or_nothing);
+    const bool written = Write_Model_File(design, Replace::whole_or_nothing);
     return written && !error_reported ? done : failed;
 }
 
 void Use_Units_for_New_Design(int units)
 {
     design.identity.WhichUnit = units;
-    Reset_All();
-    Clear_Motion_Data(design.motion.Max_Data_Points_used, design.run.Saved_Variables);
+    Reset_All(design);
+    Clear_Motion_Data(design, design.motion.Max_Data_Points_used, design.run.Saved_Variables);
 }
 
 std::optional<double> Whole_Number(const std::string& text)

@@ -7,7 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "core/design_state.h"
+
 namespace lobemax::cli {
+
+/// The design that the command works on.
+extern Design_State design;
 
 /// Options that every command takes.
 struct Common_Options {

@@ -7,8 +7,6 @@
 
 namespace lobemax {
 
-Design_State design;
-
 void Curve_Store::Dimension(int last_point)
 {
     *this = Curve_Store{};
@@ -31,14 +29,14 @@ Single Curve_Store::operator()(int column, int constraint, int p) const
     return curve.empty() ? Single{} : curve[place];
 }
 
-void Set_Max_Variables()
+void Set_Max_Variables(Design_State& design)
 {
     design.run.Saved_Variables = 53;
     design.run.Max_Variables = 59;
     design.run.Unit_Table_Size = 59;
 }
 
-void Allocate_Arrays(int saved_variables, int points)
+void Allocate_Arrays(Design_State& design, int saved_variables, int points)
 {
     if (saved_variables < 0 || points < 1 || points > Max_Points)
         throw Fault{out_of_bounds};
@@ -54,12 +52,12 @@ void Allocate_Arrays(int saved_variables, int points)
     r.Arm_Pivot_Y.Dimension(points);
 }
 
-bool Dimension_Arrays(int saved_variables, int points)
+bool Dimension_Arrays(Design_State& design, int saved_variables, int points)
 {
-    return Trap("Dimension_Arrays in mod_Main", [&] { Allocate_Arrays(saved_variables, points); });
+    return Trap("Dimension_Arrays in mod_Main", [&] { Allocate_Arrays(design, saved_variables, points); });
 }
 
-void Dimension_Link_Arrays(int points)
+void Dimension_Link_Arrays(Design_State& design, int points)
 {
     if (points < 1 || points > Max_Points)
         throw Fault{out_of_bounds};
@@ -70,12 +68,12 @@ void Dimension_Link_Arrays(int points)
         row->Dimension(points);
 }
 
-const std::string& Short_Heading(int variable)
+const std::string& Short_Heading(const Design_State& design, int variable)
 {
     return design.plot.Var_Short(variable - 1);
 }
 
-void Set_Omega_Powers()
+void Set_Omega_Powers(Design_State& design)
 {
     Motion_Group& m = design.motion;
     m.Shaft_Speed_Sq = m.Shaft_speed * m.Shaft_speed;

@@ -28,6 +28,8 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 // The limits of a design.
 inline constexpr int Max_Segments = 20;
 inline constexpr int Max_Bounds = 40;
@@ -508,27 +510,24 @@ struct Design_State {
     Results_Group results;
 };
 
-/// The design in memory.
-extern Design_State design;
-
 /// Saved Variables 53, Max Variables 59, and the size of the unit table.
-void Set_Max_Variables();
+void Set_Max_Variables(Design_State& design);
 
 /// Reallocates the arrays of the calculated data, contents lost: rows 0..saved_variables (at least
 /// 0..Saved Variables, which every routine counts on), points 0..points.
 /// @throws Fault{9} when saved_variables is negative or points lies outside 1..Max_Points
-void Allocate_Arrays(int saved_variables, int points);
+void Allocate_Arrays(Design_State& design, int saved_variables, int points);
 
 /// Allocate_Arrays under its trap; false: the arrays are as they were.
-bool Dimension_Arrays(int saved_variables, int points);
+bool Dimension_Arrays(Design_State& design, int saved_variables, int points);
 
 /// Reallocates the arrays by link and point, contents lost. @throws Fault{9} as Allocate_Arrays
-void Dimension_Link_Arrays(int points);
+void Dimension_Link_Arrays(Design_State& design, int points);
 
 /// The short column heading of a variable: Var_Short counts one lower than the variables.
-const std::string& Short_Heading(int variable);
+const std::string& Short_Heading(const Design_State& design, int variable);
 
 /// Squares and cubes the shaft speed.
-void Set_Omega_Powers();
+void Set_Omega_Powers(Design_State& design);
 
 }  // namespace lobemax

@@ -535,7 +535,7 @@ const Field* Find_Field(std::string_view name)
     return found == by_name.end() ? nullptr : found->second;
 }
 
-Field_Reference Read_Field_Reference(std::string_view text)
+Field_Reference Read_Field_Reference(const Design_State& design, std::string_view text)
 {
     Field_Reference reference;
     const std::string whole = Trim(text);
@@ -585,7 +585,7 @@ std::string Field_Label(const Field& field, const Field_Index& index)
     return label;
 }
 
-std::string Field_Value(const Field& field, const Field_Index& index)
+std::string Field_Value(Design_State& design, const Field& field, const Field_Index& index)
 {
     return std::visit(
         [](auto* at) -> std::string {
@@ -602,7 +602,7 @@ std::string Field_Value(const Field& field, const Field_Index& index)
         field.at(design, index));
 }
 
-std::string Set_Field(const Field& field, const Field_Index& index, std::string_view value)
+std::string Set_Field(Design_State& design, const Field& field, const Field_Index& index, std::string_view value)
 {
     if (field.computed)
         return "'" + std::string(field.name) + "' follows from other fields and cannot be set";
@@ -645,7 +645,7 @@ std::string Set_Field(const Field& field, const Field_Index& index, std::string_
     }
 }
 
-std::string Unit_Text(Field_Unit unit)
+std::string Unit_Text(const Design_State& design, Field_Unit unit)
 {
     const Unit_Words& w = Words_of_Units(design.identity.WhichUnit);
     const std::string L = w.length;
@@ -685,7 +685,7 @@ std::string Unit_Text(Field_Unit unit)
     return {};
 }
 
-void Each_Element(const Field& field, const std::function<void(const Field_Index&)>& visit)
+void Each_Element(const Design_State& design, const Field& field, const std::function<void(const Field_Index&)>& visit)
 {
     Field_Index index;
     index.count = field.dimensions;

@@ -66,7 +66,7 @@ struct Field_Reference {
     Field_Index index;
     std::string error;
 };
-Field_Reference Read_Field_Reference(std::string_view text);
+Field_Reference Read_Field_Reference(const Design_State& design, std::string_view text);
 
 /// The element's name: "Beta_Deg(2)".
 std::string Field_Name(const Field& field, const Field_Index& index);
@@ -76,16 +76,16 @@ std::string Field_Label(const Field& field, const Field_Index& index);
 
 /// Its value as text: numbers with a decimal point, shortest; flags "true" or "false"; texts as they are.
 /// @throws Fault{9} when the index is out of bounds
-std::string Field_Value(const Field& field, const Field_Index& index);
+std::string Field_Value(Design_State& design, const Field& field, const Field_Index& index);
 
 /// Puts a value, given as text, into one element: numbers with a decimal point, flags true/false or -1/0.
 /// @return  empty, or why the text was refused; the design is then as it was
-std::string Set_Field(const Field& field, const Field_Index& index, std::string_view value);
+std::string Set_Field(Design_State& design, const Field& field, const Field_Index& index, std::string_view value);
 
 /// The unit of a field in the system in force, empty when it has none.
-std::string Unit_Text(Field_Unit unit);
+std::string Unit_Text(const Design_State& design, Field_Unit unit);
 
 /// Calls visit(index) for every element of the field, in order.
-void Each_Element(const Field& field, const std::function<void(const Field_Index&)>& visit);
+void Each_Element(const Design_State& design, const Field& field, const std::function<void(const Field_Index&)>& visit);
 
 }  // namespace lobemax

@@ -5,7 +5,7 @@
 
 namespace lobemax {
 
-void Set_Up_Linkage(int links)
+void Set_Up_Linkage(Design_State& design, int links)
 {
     Linkage_Group& k = design.linkage;
     const bool slider = k.Linkage_Type > 1;

@@ -45,7 +45,7 @@ double Mean(double sum, int first, int last)
 
 }  // namespace
 
-double FNArcCos(double x)
+double FNArcCos(Design_State& design, double x)
 {
     const double d = 1.0 - x * x;
     if (d < 0.0) {
@@ -60,7 +60,7 @@ double FNArcCos(double x)
     return 0.0;
 }
 
-double FNArcSin(double x)
+double FNArcSin(Design_State& design, double x)
 {
     const double d = 1.0 - x * x;
     if (d < 0.0) {
@@ -87,7 +87,7 @@ bool CosineLaw_Side(double a, double b, double C, Single& c)
     return true;
 }
 
-bool CosineLaw_Angle(double a, double b, double c, Single& A)
+bool CosineLaw_Angle(Design_State& design, double a, double b, double c, Single& A)
 {
     const Single numerator = b * b + c * c - a * a;
     const Single denominator = 2.0 * b * c;
@@ -96,7 +96,7 @@ bool CosineLaw_Angle(double a, double b, double c, Single& A)
                      Symbol::exclamation);
         return false;
     }
-    A = FNArcCos(numerator / denominator);
+    A = FNArcCos(design, numerator / denominator);
     return true;
 }
 

@@ -13,25 +13,27 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// Arc cosine from the arc tangent, radians in (0, pi).
 ///
 /// At both ends of the range, x = 1 and x = -1, the answer is the number 1, on purpose not 0 or pi: callers
 /// are built on it. Outside the range Math_Error is set, with no message, and the answer is an empty value,
 /// carried as 0. Math_Error is never cleared here. A not-a-number shows a message and answers 0.
 /// Source: Abramowitz and Stegun, Handbook of Mathematical Functions, 4.4 (arccos by arctan).
-double FNArcCos(double x);
+double FNArcCos(Design_State& design, double x);
 
 /// The same routine under the name that formulas use.
-inline double Arc_Cos(double x)
+inline double Arc_Cos(Design_State& design, double x)
 {
-    return FNArcCos(x);
+    return FNArcCos(design, x);
 }
 
 /// Arc sine from the arc tangent, radians in (-pi/2, pi/2).
 ///
 /// At x = 1 and x = -1 the answer is 0, on purpose not plus or minus pi/2. Otherwise as FNArcCos.
 /// Source: Abramowitz and Stegun, Handbook of Mathematical Functions, 4.4 (arcsin by arctan).
-double FNArcSin(double x);
+double FNArcSin(Design_State& design, double x);
 
 /// Third side c of a triangle from the sides a and b, one length unit, and their included angle C, radians.
 ///
@@ -47,7 +49,7 @@ bool CosineLaw_Side(double a, double b, double C, Single& c);
 /// @return  false when 2 b c, held as a Single, is exactly zero: a message was shown, A is as it was
 /// @throws Fault{6} when numerator or denominator is no finite Single
 /// Source: law of cosines, solved for the angle.
-bool CosineLaw_Angle(double a, double b, double c, Single& A);
+bool CosineLaw_Angle(Design_State& design, double a, double b, double c, Single& A);
 
 /// Angle of the point (x, y) in radians, from -pi/2 to 3 pi/2: callers rely on this range, which is not the
 /// usual -pi to pi. The origin has angle 0. The order of the arguments is x, y.

@@ -7,18 +7,18 @@
 
 namespace lobemax {
 
-Preference_Choice Present_Preferences()
+Preference_Choice Present_Preferences(const Design_State& design)
 {
     return {design.identity.WhichUnit,    design.identity.Number_Format, design.cam.Camtype,
             design.cam.Followtype,        design.cam.Translating,        design.run.Full_Screen,
             design.run.Open_Clicked_File, design.run.Aspect_Flag};
 }
 
-void Apply_Preferences(const Preference_Choice& choice)
+void Apply_Preferences(Design_State& design, const Preference_Choice& choice)
 {
     if (choice.WhichUnit != design.identity.WhichUnit) {
-        Change_Units(choice.WhichUnit);
-        Set_Units();
+        Change_Units(design, choice.WhichUnit);
+        Set_Units(design);
     }
     Cam_Group& c = design.cam;
     const std::string Camtype = choice.Followtype == 2 ? "Radial" : choice.Camtype;
@@ -29,7 +29,7 @@ void Apply_Preferences(const Preference_Choice& choice)
         c.Translating = choice.Translating;
         Flags_Group& f = design.flags;
         f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Polydyne_Calc = f.Linkage_Calc = false;
-        Set_Units();  // a follower on an arm has its positions in degrees
+        Set_Units(design);  // a follower on an arm has its positions in degrees
     }
     design.run.Full_Screen = choice.Full_Screen;
     design.run.Open_Clicked_File = choice.Open_Clicked_File;

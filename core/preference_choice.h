@@ -8,6 +8,8 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// The choices as plain values, in the words of the screen.
 struct Preference_Choice {
     int WhichUnit = 5;                  // 1..5
@@ -26,13 +28,13 @@ inline constexpr std::array<std::string_view, 5> Unit_Default_Words{"in-lb-s", "
 inline constexpr std::array<std::string_view, 3> Cam_Type_Words{"Radial", "Barrel", "Linear"};
 
 /// What holds now.
-Preference_Choice Present_Preferences();
+Preference_Choice Present_Preferences(const Design_State& design);
 
 /// Applies a choice to the run and to the design in memory: its units are converted, and a change of cam or follower
 /// throws away the sizing and all that rests on it. The number format is not applied here, because its change resets
 /// the design: the caller goes the way of the menu. A flat follower makes the cam radial.
 /// @throws Fault{9} for a unit system outside 1..5, Fault{6} for a design too large for the new units; nothing is
 ///         then applied
-void Apply_Preferences(const Preference_Choice& choice);
+void Apply_Preferences(Design_State& design, const Preference_Choice& choice);
 
 }  // namespace lobemax

@@ -102,13 +102,13 @@ void Set_Colours(Plot_Group& p)
 
 }  // namespace
 
-std::string Program_Title()
+std::string Program_Title(const Design_State& design)
 {
     const Identity_Group& id = design.identity;
     return id.Program_Name + "  " + id.Release_Str + "  (" + id.Release_Year + ")";
 }
 
-void Fill_Labels()
+void Fill_Labels(Design_State& design)
 {
     Plot_Group& p = design.plot;
     for (int v = 0; v <= Plot_Group::Last_Variable; ++v) {
@@ -118,16 +118,16 @@ void Fill_Labels()
         p.Var_Short(v - 1) = row.Var_Short;
         p.Var_Symbol(v) = row.Var_Symbol;
     }
-    Name_Jerk_and_Ping();
+    Name_Jerk_and_Ping(design);
     constexpr std::array dimensions{"Disp", "Veloc", "Accel", "Jerk", "Ping"};
     for (int d = 0; d <= 4; ++d)
         p.Fft_Dimension(d) = dimensions[static_cast<std::size_t>(d)];
     p.Axis_Label = "Degrees";
 }
 
-bool Initialize()
+bool Initialize(Design_State& design)
 {
-    return Trap("Initialize in mod_Main", [] {
+    return Trap("Initialize in mod_Main", [&] {
         Motion_Group& m = design.motion;
         Cam_Group& c = design.cam;
         Flags_Group& f = design.flags;
@@ -141,9 +141,9 @@ bool Initialize()
             m.Deltatheta = 1.0;
             m.Max_Data_Points_used = 360;
         }
-        Trap("Set_Max_Variables in mod_Main", [] { Set_Max_Variables(); });
-        Dimension_Arrays(design.run.Saved_Variables, m.Max_Data_Points_used);
-        Dimension_Link_Arrays(m.Max_Data_Points_used);
+        Trap("Set_Max_Variables in mod_Main", [&] { Set_Max_Variables(design); });
+        Dimension_Arrays(design, design.run.Saved_Variables, m.Max_Data_Points_used);
+        Dimension_Link_Arrays(design, m.Max_Data_Points_used);
 
         design.identity.Design_No = 1;
         m.No_of_segments = 1;
@@ -158,34 +158,34 @@ bool Initialize()
         c.Top_Bot = 1;
         m.Seg = 1;
 
-        MassProp();
+        MassProp(design);
         design.results.Ode_Time.Dimension(stored_vibration_length);
         design.results.Ode_States.Dimension(3, stored_vibration_length);
 
         m.Shaft_speed = 1.0;
-        Set_Omega_Powers();
+        Set_Omega_Powers(design);
         c.ArmRad = 1.0;
         c.ArmX = 1.0;
         c.ArmY = 0.0;
-        c.Prime_Rad = Shop_Prime_Radius(3.0);
-        m.Lift = Shop_Length(1.0);
+        c.Prime_Rad = Shop_Prime_Radius(design, 3.0);
+        m.Lift = Shop_Length(design, 1.0);
         c.Offset = 0.0;
         c.Follower_Angle = 0.0;
         c.Keyway_Clockangle = 0;
         c.Shift_Angle = 0.0;
         c.Printstep = 1;
         c.Closure = "Force";
-        Roller_Defaults(1.0);
+        Roller_Defaults(design, 1.0);
 
         for (int i = 1; i <= Max_Segments; ++i)
             m.Orders(i) = 6;
         design.linkage.Assemflag1 = -1;
         design.linkage.Assemflag2 = -1;
         design.linkage.Links = 4;
-        Set_Up_Linkage(4);
+        Set_Up_Linkage(design, 4);
 
-        Fill_Labels();
-        Set_Units();
+        Fill_Labels(design);
+        Set_Units(design);
         design.identity.Model_Name = "Model1";
         design.identity.Date = Today_Text();
         design.identity.Time = Now_Text();
@@ -193,7 +193,7 @@ bool Initialize()
     });
 }
 
-void Clear_Segs()
+void Clear_Segs(Design_State& design)
 {
     design.flags.Clearing = true;
     Motion_Group& m = design.motion;
@@ -228,7 +228,7 @@ void Clear_Segs()
     f.Clearing = false;
 }
 
-void Reset_All()
+void Reset_All(Design_State& design)
 {
     Design_State fresh;
     fresh.run = design.run;
@@ -251,13 +251,13 @@ void Reset_All()
     Set_Colours(fresh.plot);
     design = std::move(fresh);
 
-    Initialize();
-    Clear_Segs();
+    Initialize(design);
+    Clear_Segs(design);
     design.motion.Motion = true;
     Refresh_Screens();
 }
 
-void Choose_USA_Format()
+void Choose_USA_Format(Design_State& design)
 {
     Show_Message(
         "This will set your number system to have a period as the decimal point\n"
@@ -268,7 +268,7 @@ void Choose_USA_Format()
     Refresh_Screens();
 }
 
-void Choose_European_Format()
+void Choose_European_Format(Design_State& design)
 {
     Show_Message(
         "This will set your number system to have a comma as the decimal point\n"
@@ -276,30 +276,30 @@ void Choose_European_Format()
         "This can only be used if your Windows operating system is set for European units.",
         Buttons::OK, Symbol::information);
     design.identity.Number_Format = "Europe";
-    Reset_All();
+    Reset_All(design);
 }
 
-bool Sub_Main(const std::string& command_line, const Start_Services& services)
+bool Sub_Main(Design_State& design, const std::string& command_line, const Start_Services& services)
 {
     return Trap("Sub Main in mod_Main", [&] {
         design = Design_State{};  // the record's own start values are those of the release
         design.run.First_Activate = true;
         if (services.screen_size)
             services.screen_size();
-        Set_Max_Variables();
-        Dimension_Arrays(design.run.Saved_Variables, design.motion.Max_Data_Points_used);
-        Dimension_Link_Arrays(design.motion.Max_Data_Points_used);
+        Set_Max_Variables(design);
+        Dimension_Arrays(design, design.run.Saved_Variables, design.motion.Max_Data_Points_used);
+        Dimension_Link_Arrays(design, design.motion.Max_Data_Points_used);
         if (services.read_preferences)
             services.read_preferences();
         if (design.motion.Time_Base == 0)
             design.motion.Time_Base = 1;
-        design.run.Program_Title = Program_Title();
+        design.run.Program_Title = Program_Title(design);
         if (services.register_cam_file)
             services.register_cam_file(design.run.Open_Clicked_File ? "Lobemax" : "Notepad");
         design.run.Keep_Step = false;
-        Initialize();
-        Clear_Segs();
-        Set_Units();
+        Initialize(design);
+        Clear_Segs(design);
+        Set_Units(design);
         if (design.run.Open_Clicked_File && !command_line.empty() && services.open_model) {
             services.open_model(command_line);
             Restore_Pointer();

@@ -503,7 +503,7 @@ void Append_Code_Point(std::string& text, unsigned point)
 
 }  // namespace
 
-Decimal_Symbol Current_Decimal_Symbol()
+Decimal_Symbol Current_Decimal_Symbol(const Design_State& design)
 {
     return design.identity.Number_Format == "Europe" ? Decimal_Symbol::comma : Decimal_Symbol::point;
 }
@@ -532,17 +532,18 @@ Number_Read Read_Number(std::string_view text, Decimal_Symbol symbol)
     return {value, at.place, true, at.place == text.size()};
 }
 
-std::string In_Number_Format(std::string_view text)
+std::string In_Number_Format(const Design_State& design, std::string_view text)
 {
     std::string shown(text);
-    if (Current_Decimal_Symbol() == Decimal_Symbol::comma)
+    if (Current_Decimal_Symbol(design) == Decimal_Symbol::comma)
         std::replace(shown.begin(), shown.end(), '.', ',');
     return shown;
 }
 
-std::array<std::string, 4> Step_Texts()
+std::array<std::string, 4> Step_Texts(const Design_State& design)
 {
-    return {In_Number_Format("1.0"), In_Number_Format("0.50"), In_Number_Format("0.25"), In_Number_Format("0.125")};
+    return {In_Number_Format(design, "1.0"), In_Number_Format(design, "0.50"), In_Number_Format(design, "0.25"),
+            In_Number_Format(design, "0.125")};
 }
 
 double Val(std::string_view text, Decimal_Symbol symbol)
@@ -550,9 +551,9 @@ double Val(std::string_view text, Decimal_Symbol symbol)
     return Read_Number(text, symbol).value;
 }
 
-double Val(std::string_view text)
+double Val(const Design_State& design, std::string_view text)
 {
-    return Val(text, Current_Decimal_Symbol());
+    return Val(text, Current_Decimal_Symbol(design));
 }
 
 std::string_view Set_Format(int decimals)
@@ -595,14 +596,14 @@ std::string Format_Picture(double value, std::string_view picture, Decimal_Symbo
     return Fill(positive, shape, digits, exponent, symbol);
 }
 
-std::string Format_Picture(double value, std::string_view picture)
+std::string Format_Picture(const Design_State& design, double value, std::string_view picture)
 {
-    return Format_Picture(value, picture, Current_Decimal_Symbol());
+    return Format_Picture(value, picture, Current_Decimal_Symbol(design));
 }
 
-std::string FNRoundStr(double value, int decimals)
+std::string FNRoundStr(const Design_State& design, double value, int decimals)
 {
-    return Format_Picture(FNRound(value, decimals), Set_Format(decimals));
+    return Format_Picture(design, FNRound(value, decimals), Set_Format(decimals));
 }
 
 std::string Shortest(Single value)

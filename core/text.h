@@ -14,10 +14,12 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 enum class Decimal_Symbol { point, comma };
 
 /// The decimal symbol of the design's Number_Format: a comma for "Europe", a point for anything else.
-Decimal_Symbol Current_Decimal_Symbol();
+Decimal_Symbol Current_Decimal_Symbol(const Design_State& design);
 
 /// A number at the start of a text.
 struct Number_Read {
@@ -40,16 +42,16 @@ struct Number_Read {
 Number_Read Read_Number(std::string_view text, Decimal_Symbol symbol);
 
 /// A number text with a decimal point as the number format in force shows it: "0.05" or "0,05".
-std::string In_Number_Format(std::string_view text);
+std::string In_Number_Format(const Design_State& design, std::string_view text);
 
 /// The texts of the step list, finest last, in the number format in force: "1.0", "0.50", "0.25", "0.125".
-std::array<std::string, 4> Step_Texts();
+std::array<std::string, 4> Step_Texts(const Design_State& design);
 
 /// The value of Read_Number.
 double Val(std::string_view text, Decimal_Symbol symbol);
 
 /// Val by the Number_Format of the design.
-double Val(std::string_view text);
+double Val(const Design_State& design, std::string_view text);
 
 /// The picture that shows a number with so many decimals, 0 to 6; the exponent picture for any other count.
 std::string_view Set_Format(int decimals);
@@ -69,10 +71,10 @@ std::string_view Set_Format(int decimals);
 std::string Format_Picture(double value, std::string_view picture, Decimal_Symbol symbol);
 
 /// Format_Picture by the Number_Format of the design.
-std::string Format_Picture(double value, std::string_view picture);
+std::string Format_Picture(const Design_State& design, double value, std::string_view picture);
 
 /// A value rounded by FNRound, written by the picture for that count of decimals in the design's Number_Format.
-std::string FNRoundStr(double value, int decimals);
+std::string FNRoundStr(const Design_State& design, double value, int decimals);
 
 /// Shortest text that reads back, with a decimal point, as the same number: plain ("0.5", "25", "-0.001"),
 /// or with an exponent ("1E-06", "1.5E+10") below 1E-5 and from 1E+09 on for a Single, from 1E+15 on for a

@@ -53,7 +53,7 @@ constexpr By_Units<std::array<int, 6>> decimals{{
     {2, 2, 3, 3, 3, 0},
 }};
 
-void Use_Decimals(int code)
+void Use_Decimals(Design_State& design, int code)
 {
     const std::array<int, 6>& d = decimals[Place_of_Units(code)];
     Identity_Group& id = design.identity;
@@ -66,12 +66,12 @@ void Use_Decimals(int code)
 }
 
 /// A number text in the new unit; an empty text stays empty.
-void Convert_Text(std::string& text, double factor, int places)
+void Convert_Text(const Design_State& design, std::string& text, double factor, int places)
 {
     if (text.empty())
         return;
-    const Single value = Val(text);
-    text = FNRoundStr(value * factor, places);
+    const Single value = Val(design, text);
+    text = FNRoundStr(design, value * factor, places);
 }
 
 void Convert(Single& value, double factor, int places)
@@ -81,25 +81,25 @@ void Convert(Single& value, double factor, int places)
 
 /// Positions and condition tables of a translating follower's segments. The condition angles and the
 /// derivatives take the length factor too: the whole table is treated alike, and meant.
-void Convert_Segment_Texts(double length, int places)
+void Convert_Segment_Texts(Design_State& design, double length, int places)
 {
     Motion_Group& m = design.motion;
     for (int i = 1; i <= Max_Segments; ++i) {
-        Convert_Text(m.Start_Value(i), length, places);
-        Convert_Text(m.End_Value(i), length, places);
+        Convert_Text(design, m.Start_Value(i), length, places);
+        Convert_Text(design, m.End_Value(i), length, places);
         for (int k = 1; k <= 9; ++k) {
-            Convert_Text(m.T_boundary_cond(i, k), length, places);
-            Convert_Text(m.S_boundary_cond(i, k), length, places);
-            Convert_Text(m.V_boundary_cond(i, k), length, places);
-            Convert_Text(m.A_boundary_cond(i, k), length, places);
-            Convert_Text(m.J_boundary_cond(i, k), length, places);
+            Convert_Text(design, m.T_boundary_cond(i, k), length, places);
+            Convert_Text(design, m.S_boundary_cond(i, k), length, places);
+            Convert_Text(design, m.V_boundary_cond(i, k), length, places);
+            Convert_Text(design, m.A_boundary_cond(i, k), length, places);
+            Convert_Text(design, m.J_boundary_cond(i, k), length, places);
         }
     }
 }
 
 /// Displacements of the closed-form segments follow their converted texts; with no segment filled the
 /// lift is the default of the new system.
-void Rederive_Lift()
+void Rederive_Lift(Design_State& design)
 {
     Motion_Group& m = design.motion;
     bool any = false;
@@ -108,29 +108,29 @@ void Rederive_Lift()
         if (m.Start_Value(i).empty() || m.End_Value(i).empty() || (kind != "R" && kind != "F" && kind != "D"))
             continue;
         any = true;
-        const Single low = Val(m.Start_Value(i));
-        const Single high = Val(m.End_Value(i));
+        const Single low = Val(design, m.Start_Value(i));
+        const Single high = Val(design, m.End_Value(i));
         m.Total_Displacement(i) = kind == "D" ? double{high} : std::abs(high - low);
         m.Base_Shift(i) = kind == "R" ? low : kind == "F" ? high : Single{};
         if (i == m.Seg)
             m.Lift = m.Total_Displacement(i);
     }
     if (!any)
-        m.Lift = Shop_Length(1.0);
+        m.Lift = Shop_Length(design, 1.0);
 }
 
 /// One pass of the conversion, to a system that Single_Pass_Factors reaches directly.
-void Convert_Design(int to)
+void Convert_Design(Design_State& design, int to)
 {
     const Unit_Factors f = Single_Pass_Factors(design.identity.WhichUnit, to);
-    Use_Decimals(to);
+    Use_Decimals(design, to);
     const Identity_Group& id = design.identity;
     Cam_Group& c = design.cam;
     Linkage_Group& k = design.linkage;
     Dynamics_Group& d = design.dynamics;
 
     if (c.Translating)
-        Convert_Segment_Texts(f.length, id.Decimals_1);
+        Convert_Segment_Texts(design, f.length, id.Decimals_1);
     for (Single* length : {&c.Prime_Rad, &c.Offset, &c.Follow_Rad, &c.Cutter_Radius, &c.ArmX, &c.ArmY, &c.ArmRad})
         Convert(*length, f.length, id.Decimals_1);
     for (Single* length : {&k.Link_2, &k.Link_3, &k.Link_4, &k.Link_1, &k.Link_4a, &k.Link_5, &k.Link_6, &k.O4x, &k.O4y,
@@ -157,14 +157,14 @@ void Convert_Design(int to)
         Convert(k.Stiffness_of_link(n), f.spring_rate, id.Decimals_6);
     }
     design.identity.WhichUnit = to;
-    Set_Up_Linkage(k.Links);
-    Set_Omega_Powers();
+    Set_Up_Linkage(design, k.Links);
+    Set_Omega_Powers(design);
     if (c.Translating)
-        Rederive_Lift();
+        Rederive_Lift(design);
 }
 
 /// Per-second, per-degree or per-radian form of a derivative of this order.
-std::string Derivative(const std::string& unit, int order)
+std::string Derivative(const Design_State& design, const std::string& unit, int order)
 {
     switch (design.motion.Time_Base) {
     case 2:
@@ -203,12 +203,13 @@ Unit_Factors Single_Pass_Factors(int from, int to)
     return {scale, 1.0, scale, 1.0, 1.0, 1.0};
 }
 
-void Set_Decimals()
+void Set_Decimals(Design_State& design)
 {
-    Use_Decimals(design.identity.WhichUnit);
+    Use_Decimals(design, design.identity.WhichUnit);
 }
 
-bool CamUnits(int code, Bounded<std::string, 0, Plot_Group::Last_Unit>& table, int table_size)
+bool CamUnits(const Design_State& design, int code, Bounded<std::string, 0, Plot_Group::Last_Unit>& table,
+              int table_size)
 {
     return Trap("CamUnits in mod_Main", [&] {
         const Unit_Words& w = Words_of_Units(code);
@@ -222,7 +223,7 @@ bool CamUnits(int code, Bounded<std::string, 0, Plot_Group::Last_Unit>& table, i
         table(0) = "deg";
         table(1) = position;
         for (int order = 1; order <= 3; ++order)
-            table(1 + order) = Derivative(position, order);
+            table(1 + order) = Derivative(design, position, order);
         table(5) = "deg";
         table(6) = L;
         table(7) = F;
@@ -231,11 +232,11 @@ bool CamUnits(int code, Bounded<std::string, 0, Plot_Group::Last_Unit>& table, i
             table(v) = L;
         table(12) = design.cam.Camtype == "Barrel" ? "deg" : L;
         table(15) = table(16) = torque;
-        table(17) = Derivative(L, 4);
+        table(17) = Derivative(design, L, 4);
         table(21) = "deg";
         table(22) = L;
-        table(23) = Derivative(L, 1);
-        table(24) = Derivative(L, 2);
+        table(23) = Derivative(design, L, 1);
+        table(24) = Derivative(design, L, 2);
         for (int v : {25, 26, 27})
             table(v) = L;
         table(28) = "deg";
@@ -263,14 +264,14 @@ bool CamUnits(int code, Bounded<std::string, 0, Plot_Group::Last_Unit>& table, i
     });
 }
 
-void Set_Units()
+void Set_Units(Design_State& design)
 {
-    Name_Jerk_and_Ping();
-    CamUnits(design.identity.WhichUnit, design.plot.Var_Unit, design.run.Unit_Table_Size);
-    Set_Decimals();
+    Name_Jerk_and_Ping(design);
+    CamUnits(design, design.identity.WhichUnit, design.plot.Var_Unit, design.run.Unit_Table_Size);
+    Set_Decimals(design);
 }
 
-void Name_Jerk_and_Ping()
+void Name_Jerk_and_Ping(Design_State& design)
 {
     Plot_Group& p = design.plot;
     const bool time = design.motion.Time_Base == 1;
@@ -280,15 +281,15 @@ void Name_Jerk_and_Ping()
     p.Var_Long(17) = time ? "Ping x 10^3" : "Ping";
 }
 
-void Set_Time_Base(int code)
+void Set_Time_Base(Design_State& design, int code)
 {
     if (code < 1 || code > 3)
         throw Fault{invalid_argument};
     design.motion.Time_Base = code;
-    Set_Units();
+    Set_Units(design);
 }
 
-void Change_Units(int code)
+void Change_Units(Design_State& design, int code)
 {
     const int from = design.identity.WhichUnit;
     Place_of_Units(from);
@@ -299,17 +300,17 @@ void Change_Units(int code)
     const Design_State before = design;
     try {
         if (through_inches)
-            Convert_Design(inch);
-        Convert_Design(code);
+            Convert_Design(design, inch);
+        Convert_Design(design, code);
     } catch (const Fault&) {
         design = before;  // a field too large for the new system: all of the design stays in the old one
         throw;
     }
-    Set_Units();
+    Set_Units(design);
     design.flags.Units_Changed = true;
 }
 
-double Shop_Length(double inches)
+double Shop_Length(const Design_State& design, double inches)
 {
     switch (design.identity.WhichUnit) {
     case foot:
@@ -325,7 +326,7 @@ double Shop_Length(double inches)
     }
 }
 
-double Shop_Prime_Radius(double inches)
+double Shop_Prime_Radius(const Design_State& design, double inches)
 {
     switch (design.identity.WhichUnit) {
     case centimetre:
@@ -333,11 +334,11 @@ double Shop_Prime_Radius(double inches)
     case millimetre:
         return inches * 25.4;
     default:
-        return Shop_Length(inches);
+        return Shop_Length(design, inches);
     }
 }
 
-void MassProp()
+void MassProp(Design_State& design)
 {
     struct Defaults {
         double Mass, Return_Spring_Rate, Preload, Follower_Stiffness, Mass_m_1, Mass_m_2, Kspring, Roller_length,
@@ -385,7 +386,7 @@ void MassProp()
     }
 }
 
-void Roller_Defaults(double scale)
+void Roller_Defaults(Design_State& design, double scale)
 {
     constexpr By_Units<double> roller{{0.5, 0.0415, 0.0125, 1.3, 12.5}};
     constexpr By_Units<double> cutter{{0.25, 0.0208, 0.00625, 1.0, 8.0}};

@@ -42,42 +42,43 @@ struct Unit_Factors {
 Unit_Factors Single_Pass_Factors(int from, int to);
 
 /// Sets Decimals_1 to Decimals_6 for the system in force.
-void Set_Decimals();
+void Set_Decimals(Design_State& design);
 
 /// Fills the unit table of the variables, Var_Unit, under its trap.
 ///
 /// @param code   unit system 1..5
 /// @param table  labels by variable, 0..table_size + 6
 /// @param table_size  highest variable that can be picked, 59
-bool CamUnits(int code, Bounded<std::string, 0, Plot_Group::Last_Unit>& table, int table_size);
+bool CamUnits(const Design_State& design, int code, Bounded<std::string, 0, Plot_Group::Last_Unit>& table,
+              int table_size);
 
 /// What follows the unit system and the time base: decimals, unit labels, names of jerk and ping.
-void Set_Units();
+void Set_Units(Design_State& design);
 
 /// Names and long names of jerk (4) and ping (17): in the time base they are kept in thousands.
-void Name_Jerk_and_Ping();
+void Name_Jerk_and_Ping(Design_State& design);
 
 /// Sets the time base, 1 per second, 2 per degree, 3 per radian, and renames what follows it.
 /// @throws Fault{5} for any other code
-void Set_Time_Base(int code);
+void Set_Time_Base(Design_State& design, int code);
 
 /// Converts the design from its system to another, field by field in a fixed order, each number rounded to
 /// the decimals of the system arrived at; calculated rows stay as they are. Does nothing for its own system.
 /// @throws Fault{9} for a code outside 1..5, Fault{6} when a number is too large for the new system; the
 ///         design is then as it was
-void Change_Units(int code);
+void Change_Units(Design_State& design, int code);
 
 /// An inch value as a default of the system in force: x1, /12, /40, x2.5, x25. These are round numbers of
 /// the shop, not conversions, and meant.
-double Shop_Length(double inches);
+double Shop_Length(const Design_State& design, double inches);
 
 /// The same for the prime radius, whose factors are x1, /12, /40, x2.54, x25.4; meant too.
-double Shop_Prime_Radius(double inches);
+double Shop_Prime_Radius(const Design_State& design, double inches);
 
 /// Defaults of masses, springs, damping and friction for the system in force.
-void MassProp();
+void MassProp(Design_State& design);
 
 /// Defaults of roller and cutter for the system in force; scale multiplies the roller radius alone.
-void Roller_Defaults(double scale);
+void Roller_Defaults(Design_State& design, double scale);
 
 }  // namespace lobemax

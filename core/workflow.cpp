@@ -23,7 +23,7 @@ constexpr std::array<Home_Button_Entry, Home_Button_Count> home_buttons{{
 }};
 
 /// What stands in memory, the last true one counting.
-std::string Origin_Text()
+std::string Origin_Text(const Design_State& design)
 {
     const Flags_Group& f = design.flags;
     if (f.Imported_Model)
@@ -39,7 +39,7 @@ Lamp Plain_Lamp(std::string_view caption, bool lit)
 }
 
 /// Warns of a compensating cam that was not saved: OK goes on and gives it up, Cancel keeps it.
-void Give_Up_Compensating_Cam()
+void Give_Up_Compensating_Cam(Design_State& design)
 {
     if (!design.flags.CompCam_Calc)
         return;
@@ -54,10 +54,10 @@ void Give_Up_Compensating_Cam()
 
 }  // namespace
 
-std::array<Lamp, 11> Status_Lamps()
+std::array<Lamp, 11> Status_Lamps(const Design_State& design)
 {
     const Flags_Group& f = design.flags;
-    return {Lamp{"Calculated", f.Calculated || f.From_Disk || f.Imported_Model, Origin_Text()},
+    return {Lamp{"Calculated", f.Calculated || f.From_Disk || f.Imported_Model, Origin_Text(design)},
             Plain_Lamp("Sized", f.Sized),
             Plain_Lamp("Dynamics", f.Dynamicflag),
             Plain_Lamp("Linkage", f.Linkage_Calc),
@@ -75,7 +75,7 @@ const Home_Button_Entry& Home_Button_at(Home_Button button)
     return home_buttons[static_cast<std::size_t>(button)];
 }
 
-Home_Buttons Set_Homeform_Buttons()
+Home_Buttons Set_Homeform_Buttons(const Design_State& design)
 {
     const Flags_Group& f = design.flags;
     Home_Buttons enabled{};
@@ -101,7 +101,7 @@ Home_Buttons Set_Homeform_Buttons()
     return enabled;
 }
 
-bool May_Open_Linkage()
+bool May_Open_Linkage(const Design_State& design)
 {
     if (!design.cam.Translating)
         return true;
@@ -112,7 +112,7 @@ bool May_Open_Linkage()
     return false;
 }
 
-bool May_Open_Vibration()
+bool May_Open_Vibration(const Design_State& design)
 {
     if (design.motion.Rise_Fall_Dwell(1) != "D")
         return true;
@@ -126,7 +126,7 @@ bool May_Open_Vibration()
     return false;
 }
 
-bool May_Open_Input()
+bool May_Open_Input(Design_State& design)
 {
     if (design.flags.Imported_Model) {
         Show_Message(
@@ -138,17 +138,17 @@ bool May_Open_Input()
             Buttons::OK, Symbol::exclamation);
         return false;
     }
-    Give_Up_Compensating_Cam();
+    Give_Up_Compensating_Cam(design);
     return !design.flags.CompCam_Calc;
 }
 
-bool May_Build_Example()
+bool May_Build_Example(Design_State& design)
 {
-    Give_Up_Compensating_Cam();
+    Give_Up_Compensating_Cam(design);
     return !design.flags.CompCam_Calc;
 }
 
-bool Compcam_Panel_Visible()
+bool Compcam_Panel_Visible(const Design_State& design)
 {
     return design.flags.CompCam_Calc;
 }
@@ -169,25 +169,25 @@ void Refuse_Barrel_Cutter_at_Machine_Zero()
         Buttons::OK, Symbol::exclamation);
 }
 
-void Model_Edited()
+void Model_Edited(Design_State& design)
 {
     design.flags.Model_Saved = false;
 }
 
-void Units_Changed_on_Input()
+void Units_Changed_on_Input(Design_State& design)
 {
     Flags_Group& f = design.flags;
     f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Model_Saved = false;
     Refresh_Screens();
 }
 
-void Load_Ended_Partially()
+void Load_Ended_Partially(Design_State& design)
 {
     Flags_Group& f = design.flags;
     f.Calculated = f.Modelflag = f.Polydyne_Calc = false;
 }
 
-void Size_Changed()
+void Size_Changed(Design_State& design)
 {
     Flags_Group& f = design.flags;
     f.Sized = f.Dynamicflag = f.Stressflag = false;
@@ -198,7 +198,7 @@ void Size_Changed()
     f.Model_Saved = false;
 }
 
-void Forces_Changed()
+void Forces_Changed(Design_State& design)
 {
     design.flags.Stressflag = false;
 }

@@ -9,6 +9,8 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// Tool tip of the panel of lamps.
 inline constexpr std::string_view Status_Tip = "Shows what has been calculated so far";
 
@@ -23,7 +25,7 @@ struct Lamp {
 };
 
 /// The eleven lamps, in their order.
-std::array<Lamp, 11> Status_Lamps();
+std::array<Lamp, 11> Status_Lamps(const Design_State& design);
 
 /// The buttons of the Home screen, in the order of their table.
 enum class Home_Button { Input, Size, Draw, Force, Model, Stress, Linkage, Plot, Print, Quit };
@@ -40,24 +42,24 @@ const Home_Button_Entry& Home_Button_at(Home_Button button);
 using Home_Buttons = std::array<bool, Home_Button_Count>;
 
 /// Enabling of the Home screen's buttons from the flags, in the order told: motion, size, force, imported model.
-Home_Buttons Set_Homeform_Buttons();
+Home_Buttons Set_Homeform_Buttons(const Design_State& design);
 
 // ---- what a click meets first. Each shows its message, if any, and tells whether the way is open.
 
 /// cmd_Linkage: a linkage hangs on an oscillating follower.
-bool May_Open_Linkage();
+bool May_Open_Linkage(const Design_State& design);
 
 /// cmd_Model: a vibration must not begin in a dwell.
-bool May_Open_Vibration();
+bool May_Open_Vibration(const Design_State& design);
 
 /// cmd_Input: closed for an imported model; warns of an unsaved compensating cam, and going on gives it up.
-bool May_Open_Input();
+bool May_Open_Input(Design_State& design);
 
 /// The examples menu: warns of an unsaved compensating cam, and going on gives it up.
-bool May_Build_Example();
+bool May_Build_Example(Design_State& design);
 
 /// Whether pnl_compcam is visible, and its text.
-bool Compcam_Panel_Visible();
+bool Compcam_Panel_Visible(const Design_State& design);
 inline constexpr std::string_view Compcam_Panel_Text =
     "You have calculated a torque compensating cam.  Its data are in memory.  You must save this model and export the "
     "compensating cam profile data before doing any other cam designs";
@@ -69,19 +71,19 @@ void Refuse_Barrel_Cutter_at_Machine_Zero();  // mnu_Barrel_Ctr_mach
 // ---- what a change takes away. Reset_All, Clear_Segs and Reset_Status do theirs themselves.
 
 /// Any edit that changes the model: it is not saved any more.
-void Model_Edited();
+void Model_Edited(Design_State& design);
 
 /// The units were changed on the input screen, the fields being converted: no result holds.
-void Units_Changed_on_Input();
+void Units_Changed_on_Input(Design_State& design);
 
 /// A load ended in part: the results cannot be trusted.
-void Load_Ended_Partially();
+void Load_Ended_Partially(Design_State& design);
 
 /// The cam is being sized anew: forces, stresses, vibration and linkage rest on the old size; but what the new size
 /// itself rests on stays: the vibration of a polydyne cam, the linkage whose end effector is driven.
-void Size_Changed();
+void Size_Changed(Design_State& design);
 
 /// Forces are being calculated anew: the stresses rest on the old ones.
-void Forces_Changed();
+void Forces_Changed(Design_State& design);
 
 }  // namespace lobemax

@@ -29,8 +29,9 @@ void Warn(const std::string& text)
 /// cannot be found anew, that of the point before counts.
 class Stress_Run {
 public:
-    Stress_Run(int roller_type, const double (&youngs)[2], const double (&poissons)[2], double size)
-        : roller_type_(roller_type), size_(size)
+    Stress_Run(Design_State& design, int roller_type, const double (&youngs)[2], const double (&poissons)[2],
+               double size)
+        : design_(design), roller_type_(roller_type), size_(size)
     {
         const auto compliance = [](double nu, double E) { return Single((1.0 - nu * nu) / E); };
         const Single cam = compliance(poissons[0], youngs[0]);
@@ -44,7 +45,7 @@ public:
         theta_ = data_(var::Angle, i);
         if (!Find_Force(i))
             return false;
-        const int followtype = design.cam.Followtype;
+        const int followtype = design_.cam.Followtype;
         if (followtype == 2 && !Flat_Face(i))
             return false;
         if (followtype == 1 && !Roller(i))
@@ -55,21 +56,21 @@ public:
     }
 
 private:
-    std::string Angle() const { return In_Number_Format(Shortest(theta_)); }
+    std::string Angle() const { return In_Number_Format(design_, Shortest(theta_)); }
 
     bool Find_Force(int i)
     {
-        const Flags_Group& f = design.flags;
-        const Dynamics_Group& d = design.dynamics;
+        const Flags_Group& f = design_.flags;
+        const Dynamics_Group& d = design_.dynamics;
         if (f.Dynamicflag) {
             const Single phi = data_(var::Phi, i) * Rad_per_Deg;
             W_ = data_(f.Modelflag ? dynamic_force_row : var::Force, i) / std::cos(phi);
         }
-        if (design.cam.Closure == "Form")
+        if (design_.cam.Closure == "Form")
             W_ = std::abs(W_);
         if (d.Ext_Force_Add && f.Ext_Force_Calc)
-            W_ = W_ + design.results.Ext_Force_Table(i);
-        if (design.cam.Closure == "Force" && d.Model_Type != 1 && W_ <= 0.0) {
+            W_ = W_ + design_.results.Ext_Force_Table(i);
+        if (design_.cam.Closure == "Force" && d.Model_Type != 1 && W_ <= 0.0) {
             Warn("Something is wrong. - The follower force is zero at cam angle " + Angle() +
                  " deg.  Stresses will be larger than theoretical due to impact.");
             return false;
@@ -96,8 +97,8 @@ private:
     bool Roller(int i)
     {
         const Single R1 =
-            data_(var::Rho, i) - design.cam.Follow_Rad;  // of the surface, not of the roller centre's path
-        const Single R2 = design.cam.Follow_Rad;
+            data_(var::Rho, i) - design_.cam.Follow_Rad;  // of the surface, not of the roller centre's path
+        const Single R2 = design_.cam.Follow_Rad;
         if (R1 == 0.0) {
             Warn("Something is wrong. - The radius of curvature of the cam is zero at cam angle " + Angle() +
                  " deg.  Stresses will be infinite there.");
@@ -131,7 +132,7 @@ private:
             Warn("Attempting to take square root of negative number in Sub Stress for crowned follower");
         else
             Diff_ = std::sqrt(q) * 0.5;
-        const Single theta = Arc_Cos(Diff_ / Sum) * Deg_per_Rad;
+        const Single theta = Arc_Cos(design_, Diff_ / Sum) * Deg_per_Rad;
         const Single c = Power(std::abs(W_) * 3.0 * m_ / (Sum * 4.0), 1.0 / 3.0);
         const Single a = c * Ellipse_Ka(theta);
         const Single b = c * Ellipse_Kb(theta);
@@ -162,7 +163,8 @@ private:
         tau_ = sigma_ * line_shear;
     }
 
-    Table<Single>& data_ = design.results.CalcData;
+    Design_State& design_;
+    Table<Single>& data_ = design_.results.CalcData;
     int roller_type_;
     Single size_;
     Single m_;
@@ -190,11 +192,12 @@ double Ellipse_Kb(double theta)
            0.051792 * theta + 0.0012181;
 }
 
-bool Calc_Contact_Stress(int roller_type, const double (&youngs)[2], const double (&poissons)[2], double size)
+bool Calc_Contact_Stress(Design_State& design, int roller_type, const double (&youngs)[2], const double (&poissons)[2],
+                         double size)
 {
     bool whole = true;
     const bool no_fault = Trap("Calc_Contact_Stress", [&] {
-        Stress_Run run(roller_type, youngs, poissons, size);
+        Stress_Run run(design, roller_type, youngs, poissons, size);
         for (int i = 0; i <= design.motion.Max_Data_Points_used && whole; ++i)
             whole = run.Point(i);
     });

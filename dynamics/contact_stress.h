@@ -8,6 +8,8 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// Codes of Roller_type.
 inline constexpr int cylindrical_roller = 1;
 inline constexpr int crowned_roller = 2;
@@ -24,7 +26,8 @@ inline constexpr int crowned_roller = 2;
 /// @return             whether all points were calculated
 /// Source: Norton, Cam Design and Manufacturing Handbook, chapter 12; Timoshenko and Goodier, Theory of Elasticity,
 /// 139 to 141.
-bool Calc_Contact_Stress(int roller_type, const double (&youngs)[2], const double (&poissons)[2], double size);
+bool Calc_Contact_Stress(Design_State& design, int roller_type, const double (&youngs)[2], const double (&poissons)[2],
+                         double size);
 
 /// Semi-axis factors of the contact ellipse against its angle, degrees.
 double Ellipse_Ka(double theta);

@@ -20,25 +20,25 @@ constexpr const char* must_be_positive = "This value must be positive.  Please r
 constexpr const char* zeta_range = "Zeta must be between 0 and 1.  Please redo";
 constexpr const char* no_friction = "Friction cannot be zero or negative.  Please redo.";
 
-std::string Shown(double value, int decimals)
+std::string Shown(const Design_State& design, double value, int decimals)
 {
-    return In_Number_Format(Shortest(Single(FNRound(value, decimals))));
+    return In_Number_Format(design, Shortest(Single(FNRound(value, decimals))));
 }
 
-Dynamics_Entry Refused(const char* message, Symbol symbol, std::string_view text)
+Dynamics_Entry Refused(const Design_State& design, const char* message, Symbol symbol, std::string_view text)
 {
     Show_Message(message, Buttons::OK, symbol);
-    return {false, In_Number_Format(text)};
+    return {false, In_Number_Format(design, text)};
 }
 
 /// The journal's radius from its diameter as typed, which must be a number of the design itself.
-Single Radius_of_Journal(std::string_view diameter)
+Single Radius_of_Journal(const Design_State& design, std::string_view diameter)
 {
-    return Single(Val(diameter)) / 2;
+    return Single(Val(design, diameter)) / 2;
 }
 
 /// Stores the value of a field, or refuses it.
-Dynamics_Entry Store_Entry(Dynamics_Field field, std::string_view text);
+Dynamics_Entry Store_Entry(Design_State& design, Dynamics_Field field, std::string_view text);
 
 // "fluctuaion" is the screen's own spelling.
 constexpr std::array controls{
@@ -78,7 +78,7 @@ constexpr std::array controls{
 
 }  // namespace
 
-Dynamics_Form Opening_Dynamics_Form()
+Dynamics_Form Opening_Dynamics_Form(const Design_State& design)
 {
     const Dynamics_Group& d = design.dynamics;
     const Identity_Group& id = design.identity;
@@ -90,28 +90,28 @@ Dynamics_Form Opening_Dynamics_Form()
     if (design.flags.Modelflag && d.Model_Type != 1)  // of the model's spring that returns the follower
         zeta = d.Model_Type == 2 || d.Model_Type == 5 ? d.Zeta(2) : d.Zeta(1);
     Dynamics_Form form;
-    form.txt_Mass = Shown(mass, id.Decimals_4);
-    form.txt_Spring = Shown(spring, id.Decimals_6);
-    form.txt_Preload = Shown(preload, id.Decimals_2);
-    form.txt_Zeta = Shown(zeta, 2);
-    form.txt_Damping = Shown(d.Damping, 2);
-    form.txt_Journal = Shown(2.0 * d.Bearing_Radius, id.Decimals_1);
-    form.txt_Folfrict = Shown(d.Mu_of_Follower, 3);
-    form.txt_Jnlfrict = Shown(d.Mu_of_Shaft, 3);
-    form.txt_Fluct = Shown(d.Coeff_of_Fluctuation, 2);
+    form.txt_Mass = Shown(design, mass, id.Decimals_4);
+    form.txt_Spring = Shown(design, spring, id.Decimals_6);
+    form.txt_Preload = Shown(design, preload, id.Decimals_2);
+    form.txt_Zeta = Shown(design, zeta, 2);
+    form.txt_Damping = Shown(design, d.Damping, 2);
+    form.txt_Journal = Shown(design, 2.0 * d.Bearing_Radius, id.Decimals_1);
+    form.txt_Folfrict = Shown(design, d.Mu_of_Follower, 3);
+    form.txt_Jnlfrict = Shown(design, d.Mu_of_Shaft, 3);
+    form.txt_Fluct = Shown(design, d.Coeff_of_Fluctuation, 2);
     form.force_closed = design.cam.Followtype == 2 || design.cam.Closure == "Force";
     form.start_fresh = d.Torque_Start_Fresh;
     form.add_external = design.flags.Ext_Force_Calc && d.Ext_Force_Add;
     return form;
 }
 
-Dynamics_Labels Labels_of_Dynamics(bool force_closed, std::string_view txt_Spring)
+Dynamics_Labels Labels_of_Dynamics(const Design_State& design, bool force_closed, std::string_view txt_Spring)
 {
     const Unit_Words& u = Words_of_Units(design.identity.WhichUnit);
     const std::string force = u.force;
     // The springs of all metric systems are per metre.
     const std::string per = design.identity.WhichUnit >= 3 ? "m" : u.length;
-    const bool no_spring = Val(txt_Spring) == 0.0;
+    const bool no_spring = Val(design, txt_Spring) == 0.0;
     return {u.mass,
             force + "/" + per,
             force + "-s/" + per,
@@ -125,14 +125,14 @@ Dynamics_Labels Labels_of_Dynamics(bool force_closed, std::string_view txt_Sprin
             design.flags.CompCam_Calc};
 }
 
-bool Dynamics_Entry_Hides_Charts()
+bool Dynamics_Entry_Hides_Charts(const Design_State& design)
 {
     return !design.dynamics.Torque_Start_Fresh;
 }
 
-Dynamics_Entry Edit_Dynamics_Field(Dynamics_Field field, std::string_view text)
+Dynamics_Entry Edit_Dynamics_Field(Design_State& design, Dynamics_Field field, std::string_view text)
 {
-    Dynamics_Entry entry = Store_Entry(field, text);
+    Dynamics_Entry entry = Store_Entry(design, field, text);
     entry.recalculate = design.dynamics.Torque_Start_Fresh && entry.accepted;
     entry.disable_done = entry.accepted;
     return entry;
@@ -140,65 +140,66 @@ Dynamics_Entry Edit_Dynamics_Field(Dynamics_Field field, std::string_view text)
 
 namespace {
 
-Dynamics_Entry Store_Entry(Dynamics_Field field, std::string_view text)
+Dynamics_Entry Store_Entry(Design_State& design, Dynamics_Field field, std::string_view text)
 {
     Dynamics_Group& d = design.dynamics;
     const bool own_cam = !design.flags.CompCam_Calc;
-    const double value = Val(text);
+    const double value = Val(design, text);
     const Dynamics_Entry accepted{true, std::string(text)};
     switch (field) {
     case Dynamics_Field::Mass:
         if (!(value > 0.0))
-            return Refused(must_be_positive, Symbol::exclamation, "0.01");
+            return Refused(design, must_be_positive, Symbol::exclamation, "0.01");
         d.Mass = value;
         if (own_cam)
             d.Comp_Mass = value / 2;
         break;
     case Dynamics_Field::Preload:
         if (!(value > 0.0))
-            return Refused(must_be_positive, Symbol::exclamation, "1");
+            return Refused(design, must_be_positive, Symbol::exclamation, "1");
         d.Preload = value;
         if (own_cam)
             d.Comp_Preload = value;
         break;
     case Dynamics_Field::Spring: {
         const bool positive = value > 0.0;
-        const Dynamics_Entry entry = positive ? accepted : Refused(must_be_positive, Symbol::exclamation, "1");
-        d.Return_Spring_Rate = Val(entry.text);  // a refused entry's new text is the value, too
+        const Dynamics_Entry entry = positive ? accepted : Refused(design, must_be_positive, Symbol::exclamation, "1");
+        d.Return_Spring_Rate = Val(design, entry.text);  // a refused entry's new text is the value, too
         if (positive && own_cam)
             d.Comp_Spring_Rate = d.Return_Spring_Rate;
         return entry;
     }
     case Dynamics_Field::Damping:
         if (!(value > 0.0))
-            return Refused(must_be_positive, Symbol::exclamation, "1");
+            return Refused(design, must_be_positive, Symbol::exclamation, "1");
         d.Damping = value;
         break;
     case Dynamics_Field::Journal:
         if (!(value > 0.0))
-            return Refused(must_be_positive, Symbol::exclamation, "1");
-        d.Bearing_Radius = Radius_of_Journal(text);
+            return Refused(design, must_be_positive, Symbol::exclamation, "1");
+        d.Bearing_Radius = Radius_of_Journal(design, text);
         break;
     case Dynamics_Field::Zeta:
         if (!(value > 0.0 && value <= 1.0))
-            return Refused(zeta_range, Symbol::exclamation, "0.25");
+            return Refused(design, zeta_range, Symbol::exclamation, "0.25");
         d.Zeta_Initial = value;
         break;
     case Dynamics_Field::Folfrict:
         if (!(value > 0.0))
-            return Refused(no_friction, Symbol::exclamation, "0.1");
+            return Refused(design, no_friction, Symbol::exclamation, "0.1");
         d.Mu_of_Follower = value;
         break;
     case Dynamics_Field::Jnlfrict:
         if (!(value > 0.0))
-            return Refused(no_friction, Symbol::exclamation, "0.01");
+            return Refused(design, no_friction, Symbol::exclamation, "0.01");
         d.Mu_of_Shaft = value;
         break;
     case Dynamics_Field::Fluct:
         // The upper bound is tested on the value before: one entry above 1 passes and the next is refused. Meant.
         if (!(value > 0.0 && d.Coeff_of_Fluctuation <= 1.0)) {
             d.Coeff_of_Fluctuation = 0.05;
-            return Refused(" Coefficient of fluctuation must be between zero and one - Try .05 ", Symbol::none, "0.05");
+            return Refused(design, " Coefficient of fluctuation must be between zero and one - Try .05 ", Symbol::none,
+                           "0.05");
         }
         d.Coeff_of_Fluctuation = value;
         break;
@@ -208,78 +209,78 @@ Dynamics_Entry Store_Entry(Dynamics_Field field, std::string_view text)
 
 }  // namespace
 
-bool Read_Dynamics_Fields(const Dynamics_Form& form)
+bool Read_Dynamics_Fields(Design_State& design, const Dynamics_Form& form)
 {
-    return Trap("Read_Dynamics_Fields", [&form] {
+    return Trap("Read_Dynamics_Fields", [&] {
         const bool spring_closed = design.cam.Closure == "Force";
         Dynamics_Group read = design.dynamics;  // all or nothing
-        read.Mass = Val(form.txt_Mass);
+        read.Mass = Val(design, form.txt_Mass);
         if (spring_closed) {
-            read.Return_Spring_Rate = Val(form.txt_Spring);
-            read.Preload = Val(form.txt_Preload);
-            read.Zeta_Initial = Val(form.txt_Zeta);
+            read.Return_Spring_Rate = Val(design, form.txt_Spring);
+            read.Preload = Val(design, form.txt_Preload);
+            read.Zeta_Initial = Val(design, form.txt_Zeta);
         } else {
             read.Preload = read.Return_Spring_Rate = read.Damping = 0.0;
         }
-        read.Bearing_Radius = Radius_of_Journal(form.txt_Journal);
-        read.Mu_of_Follower = Val(form.txt_Folfrict);
-        read.Mu_of_Shaft = Val(form.txt_Jnlfrict);
-        read.Coeff_of_Fluctuation = Val(form.txt_Fluct);
+        read.Bearing_Radius = Radius_of_Journal(design, form.txt_Journal);
+        read.Mu_of_Follower = Val(design, form.txt_Folfrict);
+        read.Mu_of_Shaft = Val(design, form.txt_Jnlfrict);
+        read.Coeff_of_Fluctuation = Val(design, form.txt_Fluct);
         read.Torque_Start_Fresh = form.start_fresh;
         design.dynamics = read;
     });
 }
 
-bool Calc_Dynamics(const Dynamics_Form& form)
+bool Calc_Dynamics(Design_State& design, const Dynamics_Form& form)
 {
     design.cam.Closure = form.force_closed ? "Force" : "Form";
-    if (!Read_Dynamics_Fields(form))
+    if (!Read_Dynamics_Fields(design, form))
         return false;
-    Calc_Force_Torque();
-    Forces_Changed();
+    Calc_Force_Torque(design);
+    Forces_Changed(design);
     Refresh_Screens();
     return true;
 }
 
-bool Choose_Closure(const Dynamics_Form& form)
+bool Choose_Closure(Design_State& design, const Dynamics_Form& form)
 {
     if (!form.force_closed)
         design.dynamics.Model_Type = 1;
-    return Calc_Dynamics(form);
+    return Calc_Dynamics(design, form);
 }
 
-bool Choose_Start_Fresh(Dynamics_Form& form)
+bool Choose_Start_Fresh(Design_State& design, Dynamics_Form& form)
 {
     form.start_fresh = true;
-    return Calc_Dynamics(form);
+    return Calc_Dynamics(design, form);
 }
 
-bool Tick_Add_External_Force(Dynamics_Form& form, bool ticked)
+bool Tick_Add_External_Force(Design_State& design, Dynamics_Form& form, bool ticked)
 {
     form.add_external = ticked;
     design.dynamics.Ext_Force_Add = ticked;
-    return Calc_Dynamics(form);
+    return Calc_Dynamics(design, form);
 }
 
-Dynamics_Texts Texts_of_Dynamics(const Dynamics_Figures& figures)
+Dynamics_Texts Texts_of_Dynamics(const Design_State& design, const Dynamics_Figures& figures)
 {
     constexpr std::string_view one_decimal = "#,###,###,##0.0";
     constexpr std::string_view two_decimals = "#,###,###,##0.00";
     const Dynamics_Group& d = design.dynamics;
     Dynamics_Texts texts;
-    texts.lbl_Fmax = Format_Picture(figures.Fmax, one_decimal);
-    texts.lbl_Fmin = Format_Picture(figures.Fmin, one_decimal);
-    texts.lbl_Tmax = Format_Picture(figures.Tmax, one_decimal);
+    texts.lbl_Fmax = Format_Picture(design, figures.Fmax, one_decimal);
+    texts.lbl_Fmin = Format_Picture(design, figures.Fmin, one_decimal);
+    texts.lbl_Tmax = Format_Picture(design, figures.Tmax, one_decimal);
     if (!figures.frequencies)
         return texts;
-    texts.lbl_OmegaN = Format_Picture(d.Omega_N, one_decimal);
-    texts.lbl_OmegaD = Format_Picture(d.Omega_D, one_decimal);
-    texts.lbl_Cc = Format_Picture(d.Critical_Damping, two_decimals);
-    texts.txt_Damping = Format_Picture(d.Damping, two_decimals);
+    texts.lbl_OmegaN = Format_Picture(design, d.Omega_N, one_decimal);
+    texts.lbl_OmegaD = Format_Picture(design, d.Omega_D, one_decimal);
+    texts.lbl_Cc = Format_Picture(design, d.Critical_Damping, two_decimals);
+    texts.txt_Damping = Format_Picture(design, d.Damping, two_decimals);
     return texts;
 }
 
-bool Closing_Dynamics_Is_Done()
+bool Closing_Dynamics_Is_Done(const Design_State& design)
 {
     return design.flags.Dynamicflag;
 }
@@ -289,7 +290,7 @@ std::span<const Dynamics_Control> Dynamics_Controls()
     return controls;
 }
 
-void Choose_Accumulate()
+void Choose_Accumulate(Design_State& design)
 {
     design.dynamics.Torque_Start_Fresh = false;
     Show_Message(

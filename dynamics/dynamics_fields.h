@@ -8,6 +8,8 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// What the fields of the dynamics screen hold, as typed.
 struct Dynamics_Form {
     std::string txt_Mass;
@@ -25,7 +27,7 @@ struct Dynamics_Form {
 };
 
 /// What the screen shows when it opens; the choice of a flat face forces the closure by a spring.
-Dynamics_Form Opening_Dynamics_Form();
+Dynamics_Form Opening_Dynamics_Form(const Design_State& design);
 
 /// Units and what is open or shown.
 struct Dynamics_Labels {
@@ -41,13 +43,13 @@ struct Dynamics_Labels {
     bool external_enabled;      // chk_Extforce
     bool compcam_enabled;       // chk_compcam
 };
-Dynamics_Labels Labels_of_Dynamics(bool force_closed, std::string_view txt_Spring);
+Dynamics_Labels Labels_of_Dynamics(const Design_State& design, bool force_closed, std::string_view txt_Spring);
 
 /// The fields that are validated, by name.
 enum class Dynamics_Field { Mass, Preload, Spring, Damping, Journal, Zeta, Folfrict, Jnlfrict, Fluct };
 
 /// Whether an entry hides the charts before anything else happens to it: while torques accumulate.
-bool Dynamics_Entry_Hides_Charts();
+bool Dynamics_Entry_Hides_Charts(const Design_State& design);
 
 /// Validates an edited field. A refused one shows its new text, after a message; in the spring's case that text is
 /// taken as the value too. While torques accumulate nothing is recalculated, so that no cam counts twice; otherwise an
@@ -59,32 +61,32 @@ struct Dynamics_Entry {
     bool disable_done = false;  // cmd_Done, until the next calculation completes
 };
 /// @throws Fault{6} when the number is too large to be stored; the design is then as it was
-Dynamics_Entry Edit_Dynamics_Field(Dynamics_Field field, std::string_view text);
+Dynamics_Entry Edit_Dynamics_Field(Design_State& design, Dynamics_Field field, std::string_view text);
 
 /// Reads the fields into the design, under its trap; under a form closure spring, preload and damping become 0. The
 /// damping coefficient is not read: its entry has stored it, and a spring replaces it.
 /// @return false after a number too large to be stored: none of the fields is then stored
-bool Read_Dynamics_Fields(const Dynamics_Form& form);
+bool Read_Dynamics_Fields(Design_State& design, const Dynamics_Form& form);
 
 /// The work of cmd_Calc up to its charts: choices, fields, forces and torques; the stresses rest on the old ones.
 /// @return whether the fields were read and the calculation run, to its end (Dynamicflag) or to the user's abort
-bool Calc_Dynamics(const Dynamics_Form& form);
+bool Calc_Dynamics(Design_State& design, const Dynamics_Form& form);
 
 /// Choosing opt_Closure, by form.force_closed: a tracked follower has the first vibration model; then fields and
 /// calculation. The charts are hidden before.
 /// @return as Calc_Dynamics
-bool Choose_Closure(const Dynamics_Form& form);
+bool Choose_Closure(Design_State& design, const Dynamics_Form& form);
 
 /// What choosing opt_Torque(1) does: torques accumulate, after a warning.
-void Choose_Accumulate();
+void Choose_Accumulate(Design_State& design);
 
 /// Choosing opt_Torque(0): the next torque overwrites the last; calculates at once. The charts are hidden before.
 /// @return as Calc_Dynamics
-bool Choose_Start_Fresh(Dynamics_Form& form);
+bool Choose_Start_Fresh(Design_State& design, Dynamics_Form& form);
 
 /// chk_Extforce: the external force joins the follower's; calculates at once.
 /// @return as Calc_Dynamics
-bool Tick_Add_External_Force(Dynamics_Form& form, bool ticked);
+bool Tick_Add_External_Force(Design_State& design, Dynamics_Form& form, bool ticked);
 
 /// The figures as the labels show them, in the number format in force: forces, torque and frequencies with one decimal,
 /// damping with two. The last four are empty without a spring: the labels keep what they show.
@@ -98,10 +100,10 @@ struct Dynamics_Texts {
     std::string txt_Damping;
 };
 struct Dynamics_Figures;
-Dynamics_Texts Texts_of_Dynamics(const Dynamics_Figures& figures);
+Dynamics_Texts Texts_of_Dynamics(const Design_State& design, const Dynamics_Figures& figures);
 
 /// Whether closing the window acts as cmd_Done; otherwise it acts as cmd_Cancel.
-bool Closing_Dynamics_Is_Done();
+bool Closing_Dynamics_Is_Done(const Design_State& design);
 
 /// A control of the screen: its name, its caption or title, and its tip.
 struct Dynamics_Control {

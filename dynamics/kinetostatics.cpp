@@ -27,7 +27,7 @@ constexpr int integral_row = 45;
 
 /// Last point of the cycle.
 /// @throws Fault{9} when a row of the calculated table has no such point
-int Last_Point()
+int Last_Point(const Design_State& design)
 {
     const int last = design.motion.Max_Data_Points_used;
     Checked_Place(last, 0, std::min(Max_Points, design.results.CalcData.Last_Point()));
@@ -35,7 +35,7 @@ int Last_Point()
 }
 
 /// Natural frequencies and damping; with a spring rate of zero the typed coefficient stands.
-void Find_Frequencies()
+void Find_Frequencies(Design_State& design)
 {
     Dynamics_Group& d = design.dynamics;
     if (d.Return_Spring_Rate == 0.0)
@@ -52,7 +52,7 @@ void Find_Frequencies()
 }
 
 /// Metres of the length unit, for the forces of the metric systems.
-double Length_Divisor()
+double Length_Divisor(const Design_State& design)
 {
     constexpr int centimetre = 4;
     constexpr int millimetre = 5;
@@ -68,10 +68,11 @@ double Length_Divisor()
 
 /// What does not change from point to point.
 struct Train {
+    const Design_State& design;
     const Dynamics_Group& d = design.dynamics;
     int base = design.motion.Time_Base;
     double omega = design.motion.Shaft_speed;
-    double divisor = Length_Divisor();
+    double divisor = Length_Divisor(design);
     bool translating = design.cam.Translating;
     double arm = design.cam.ArmRad;
     double S_min = 0.0;
@@ -123,7 +124,7 @@ struct Train {
 };
 
 /// @return false when the user's abort takes effect
-bool Separation(double theta)
+bool Separation(Design_State& design, double theta)
 {
     Flags_Group& f = design.flags;
     f.Separated = true;
@@ -132,12 +133,12 @@ bool Separation(double theta)
         return false;
     }
     if (f.Separation_Answer == retry_answer)
-        Check_Separation(FNRound(theta, 2), f.Separation_Answer);
+        Check_Separation(design, FNRound(theta, 2), f.Separation_Answer);
     return true;
 }
 
 /// @return false when the user aborted
-bool Run_Points(const Train& train, std::span<Single> torque)
+bool Run_Points(Design_State& design, const Train& train, std::span<Single> torque)
 {
     Results_Group& r = design.results;
     const auto theta = r.CalcData.Points(var::Angle);
@@ -165,7 +166,7 @@ bool Run_Points(const Train& train, std::span<Single> torque)
             F += external[i];
         const double Fs = std::abs(F * std::tan(phi));
         const double Fc = F / std::cos(phi);
-        if (train.force_closed && Fc <= 0.0 && !Separation(theta[i]))
+        if (train.force_closed && Fc <= 0.0 && !Separation(design, theta[i]))
             return false;
         T_f = train.Friction(Fc, Fs, s, T_f);
         friction[i] = T_f;
@@ -176,7 +177,7 @@ bool Run_Points(const Train& train, std::span<Single> torque)
 }
 
 /// Integral of this run's torque over the angle in degrees, by trapezoids from point 1, straight into its row.
-void Integrate(std::span<const Single> torque)
+void Integrate(Design_State& design, std::span<const Single> torque)
 {
     const double step = design.motion.Deltatheta;
     const auto integral = design.results.CalcData.Points(integral_row).first(torque.size());
@@ -232,7 +233,7 @@ void At_Column(std::string& line, std::size_t column, const std::string& text)
     line += text;
 }
 
-std::vector<std::string> Pulse_Lines(const Torque_Pulses& pulses)
+std::vector<std::string> Pulse_Lines(const Design_State& design, const Torque_Pulses& pulses)
 {
     const Unit_Words& units = Words_of_Units(design.identity.WhichUnit);
     std::vector<std::string> lines{" Areas of Camshaft Torque",
@@ -253,7 +254,7 @@ std::vector<std::string> Pulse_Lines(const Torque_Pulses& pulses)
     }
     for (int row = 1; pulses.first_sign != 0 && row <= pulses.rows; ++row) {
         const auto place = static_cast<std::size_t>(row);
-        const auto shown = [](double area) { return In_Number_Format(Shortest(FNRound(area, 1))); };
+        const auto shown = [&](double area) { return In_Number_Format(design, Shortest(FNRound(area, 1))); };
         std::string line = "   " + std::to_string(row);
         At_Column(line, first_column, shown(positive_first ? pulses.positive[place] : pulses.negative[place]));
         At_Column(line, second_column, shown(positive_first ? pulses.negative[place] : pulses.positive[place]));
@@ -264,16 +265,16 @@ std::vector<std::string> Pulse_Lines(const Torque_Pulses& pulses)
                         (pulses.left_out == 1 ? " further pulse left out" : " further pulses left out"));
     lines.emplace_back();
     lines.emplace_back("    Average Torque:");
-    lines.push_back("   " + In_Number_Format(Shortest(FNRound(pulses.average, 2))) + "  " +
+    lines.push_back("   " + In_Number_Format(design, Shortest(FNRound(pulses.average, 2))) + "  " +
                     design.plot.Var_Unit(var::Torque));
     return lines;
 }
 
 /// Mean and areas of row 8, without their lines, and row 16; allocates nothing.
-Torque_Pulses Torque_Areas()
+Torque_Pulses Torque_Areas(Design_State& design)
 {
     Table<Single>& data = design.results.CalcData;
-    const auto last = static_cast<std::size_t>(Last_Point());
+    const auto last = static_cast<std::size_t>(Last_Point(design));
     const auto torque = data.Points(var::Torque);
     Torque_Pulses pulses;
     double sum = 0.0;
@@ -296,12 +297,12 @@ Torque_Pulses Torque_Areas()
 
 }  // namespace
 
-Dynamics_Figures Present_Figures()
+Dynamics_Figures Present_Figures(Design_State& design)
 {
     Dynamics_Figures figures;
-    Trap("Present_Figures", [&figures] {
+    Trap("Present_Figures", [&] {
         const Table<Single>& data = design.results.CalcData;
-        const int last = Last_Point();
+        const int last = Last_Point(design);
         const Extremes force = MaxMin2(data, var::Force, 0, last);
         const Extremes torque = MaxMin2(data, var::Torque, 0, last);
         figures.Fmax = force.largest;
@@ -310,54 +311,54 @@ Dynamics_Figures Present_Figures()
         figures.Tmin = torque.smallest;
         figures.frequencies = design.dynamics.Return_Spring_Rate != 0.0;
     });
-    figures.pulses = Show_Torque_Areas();
+    figures.pulses = Show_Torque_Areas(design);
     return figures;
 }
 
-bool Calc_Force_Torque()
+bool Calc_Force_Torque(Design_State& design)
 {
     Flags_Group& f = design.flags;
     f.Dynamicflag = false;
-    const bool no_fault = Trap("Calc_Force_Torque", [&f] {
+    const bool no_fault = Trap("Calc_Force_Torque", [&] {
         const Table<Single>& data = design.results.CalcData;
-        const int last = Last_Point();
+        const int last = Last_Point(design);
         // This run's torque, whatever row 8 accumulates; it lives for the run, on the stack.
         std::array<Single, Max_Points + 1> work{};
         const auto torque = std::span(work).first(static_cast<std::size_t>(last + 1));
         f.Calc_Abort = false;
-        Find_Frequencies();
-        Train train;
+        Find_Frequencies(design);
+        Train train{design};
         train.S_min = MaxMin2(data, var::S, 0, last).smallest;
         f.Separated = false;
         f.Separation_Answer = retry_answer;
-        if (!Run_Points(train, torque))
+        if (!Run_Points(design, train, torque))
             return;
-        Integrate(torque);
+        Integrate(design, torque);
         const Extremes extremes = MaxMin2(data, integral_row, 0, last);
         design.dynamics.Torque_Integral_Max = extremes.largest;
         design.dynamics.Torque_Integral_Min = extremes.smallest;
-        Torque_Areas();
+        Torque_Areas(design);
         f.Dynamicflag = true;
     });
     return no_fault && f.Dynamicflag;
 }
 
-Torque_Pulses Show_Torque_Areas()
+Torque_Pulses Show_Torque_Areas(Design_State& design)
 {
     Torque_Pulses pulses;
-    Trap("Show_Torque_Areas", [&pulses] {
-        pulses = Torque_Areas();
-        pulses.lines = Pulse_Lines(pulses);
+    Trap("Show_Torque_Areas", [&] {
+        pulses = Torque_Areas(design);
+        pulses.lines = Pulse_Lines(design, pulses);
     });
     return pulses;
 }
 
-void Check_Separation(double theta, Integer& answer)
+void Check_Separation(const Design_State& design, double theta, Integer& answer)
 {
     if (answer == ignore_answer)
         return;
     const Answer pressed = Show_Message(
-        "The cam and follower have separated at Theta =  " + In_Number_Format(Shortest(Single(theta))) +
+        "The cam and follower have separated at Theta =  " + In_Number_Format(design, Shortest(Single(theta))) +
             " deg\n"
             "\n"
             "Choose ABORT to terminate further calculations beyond the current position\n"
@@ -373,12 +374,12 @@ void Check_Separation(double theta, Integer& answer)
     answer = static_cast<int>(pressed);
 }
 
-void Reset_Dynamics()
+void Reset_Dynamics(Design_State& design)
 {
     design.flags.Dynamicflag = false;
-    Trap("Reset_Dynamics", [] {
+    Trap("Reset_Dynamics", [&] {
         Results_Group& r = design.results;
-        const int last = Last_Point();
+        const int last = Last_Point(design);
         const auto count = static_cast<std::size_t>(last) + 1;
         std::fill_n(r.CalcData.Points(var::Force).begin(), count, Single{});
         if (design.dynamics.Torque_Start_Fresh)

@@ -14,6 +14,8 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 inline constexpr int Max_Pulses = 20;  // of each sign, that the table has room for
 
 /// The torque above and below its mean, run by run, in the order of the cycle.
@@ -38,7 +40,7 @@ struct Dynamics_Figures {
 };
 
 /// The figures of what stands in the rows, under its trap; a fault leaves the rest of them 0.
-Dynamics_Figures Present_Figures();
+Dynamics_Figures Present_Figures(Design_State& design);
 
 /// Force, torque, friction, integral and pulses of the whole cycle, under its trap; sets Dynamicflag.
 ///
@@ -47,19 +49,19 @@ Dynamics_Figures Present_Figures();
 /// allocates nothing but for its messages.
 /// @return Dynamicflag: false after a fault, and when the user aborted at a separation (Calc_Abort)
 /// Source: Norton, Cam Design and Manufacturing Handbook, chapter 9 (kinetostatic camshaft torque).
-bool Calc_Force_Torque();
+bool Calc_Force_Torque(Design_State& design);
 
 /// Average torque and the pulse table of row 8, under its trap; fills row 16 from point 1. A run is decided by the sign
 /// of the torque's excess over its mean, zero counting as positive. A fault leaves the lines empty.
-Torque_Pulses Show_Torque_Areas();
+Torque_Pulses Show_Torque_Areas(Design_State& design);
 
 /// The question at a point where cam and follower separate; answer 5 (ignore) asks nothing. The answer takes the
 /// button: 3 abort, 4 retry, 5 ignore.
 /// @param theta  cam angle, degrees
-void Check_Separation(double theta, Integer& answer);
+void Check_Separation(const Design_State& design, double theta, Integer& answer);
 
 /// Clears what a new screen must not show: row 7, row 8 unless torques accumulate, and Dynamicflag; row 44 takes the
 /// external force. Under its trap.
-void Reset_Dynamics();
+void Reset_Dynamics(Design_State& design);
 
 }  // namespace lobemax

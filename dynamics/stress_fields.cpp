@@ -16,9 +16,9 @@ constexpr const char* must_be_positive = "This value must be positive and nonzer
 /// Used for the length too, on purpose.
 constexpr const char* must_have_radius = "You must specify a positive, nonzero crown radius";
 
-std::string Shown(double value)
+std::string Shown(const Design_State& design, double value)
 {
-    return In_Number_Format(Shortest(Single(value)));
+    return In_Number_Format(design, Shortest(Single(value)));
 }
 
 bool Refuse(const char* text)
@@ -48,7 +48,7 @@ constexpr double ratio_of_steel = 0.28;
 
 /// Whether a stored material is steel: nothing is stored, or steel of any unit system, as a design that was converted
 /// still holds it. Where the system in force has no steel, a modulus in its own unit was typed.
-bool Is_Steel(Single modulus, Single ratio)
+bool Is_Steel(const Design_State& design, Single modulus, Single ratio)
 {
     if (modulus == 0.0)
         return true;
@@ -77,11 +77,11 @@ struct Stress_Values {
 };
 
 /// @param refused  out: the field that was read last, so after a fault the one that was too large
-Stress_Values Read(const Stress_Form& form, Stress_Field& refused)
+Stress_Values Read(const Design_State& design, const Stress_Form& form, Stress_Field& refused)
 {
-    const auto number = [&refused](Stress_Field field, const std::string& text) {
+    const auto number = [&](Stress_Field field, const std::string& text) {
         refused = field;
-        return Single(Val(text));
+        return Single(Val(design, text));
     };
     using enum Stress_Field;
     return {number(Cam_E, form.txt_Cam_E),  number(Cam_V, form.txt_Cam_V),   number(Fol_E, form.txt_Fol_E),
@@ -89,7 +89,7 @@ Stress_Values Read(const Stress_Form& form, Stress_Field& refused)
             number(Weight, form.txt_Weight)};
 }
 
-void Store(const Stress_Values& values, bool crowned)
+void Store(Design_State& design, const Stress_Values& values, bool crowned)
 {
     Dynamics_Group& d = design.dynamics;
     d.Youngs_modulus(1) = values.cam_E;
@@ -104,7 +104,7 @@ void Store(const Stress_Values& values, bool crowned)
 
 /// One of the two passes over the fields: each material value must be positive, each is stored, the follower's ratio
 /// where the cam's stands.
-bool Validate(const Stress_Values& values, bool crowned, Stress_Field& refused)
+bool Validate(Design_State& design, const Stress_Values& values, bool crowned, Stress_Field& refused)
 {
     Dynamics_Group& d = design.dynamics;
     struct Check {
@@ -134,24 +134,24 @@ bool Validate(const Stress_Values& values, bool crowned, Stress_Field& refused)
 
 }  // namespace
 
-Stress_Form Opening_Stress_Form()
+Stress_Form Opening_Stress_Form(const Design_State& design)
 {
     const Dynamics_Group& d = design.dynamics;
     Stress_Form form;
-    form.cam_steel = Is_Steel(d.Youngs_modulus(1), d.Poissons_ratio(1));
-    form.follower_steel = Is_Steel(d.Youngs_modulus(2), d.Poissons_ratio(2));
-    form.txt_Cam_E = form.cam_steel ? Steel_Modulus() : Shown(d.Youngs_modulus(1));
-    form.txt_Cam_V = form.cam_steel ? Steel_Ratio() : Shown(d.Poissons_ratio(1));
-    form.txt_Fol_E = form.follower_steel ? Steel_Modulus() : Shown(d.Youngs_modulus(2));
-    form.txt_Fol_v = form.follower_steel ? Steel_Ratio() : Shown(d.Poissons_ratio(2));
-    form.txt_Length = Shown(d.Roller_length);
-    form.txt_Crownrad = Shown(d.Crown_radius);
-    form.txt_Weight = Shown(d.Follower_Weight);
+    form.cam_steel = Is_Steel(design, d.Youngs_modulus(1), d.Poissons_ratio(1));
+    form.follower_steel = Is_Steel(design, d.Youngs_modulus(2), d.Poissons_ratio(2));
+    form.txt_Cam_E = form.cam_steel ? Steel_Modulus(design) : Shown(design, d.Youngs_modulus(1));
+    form.txt_Cam_V = form.cam_steel ? Steel_Ratio(design) : Shown(design, d.Poissons_ratio(1));
+    form.txt_Fol_E = form.follower_steel ? Steel_Modulus(design) : Shown(design, d.Youngs_modulus(2));
+    form.txt_Fol_v = form.follower_steel ? Steel_Ratio(design) : Shown(design, d.Poissons_ratio(2));
+    form.txt_Length = Shown(design, d.Roller_length);
+    form.txt_Crownrad = Shown(design, d.Crown_radius);
+    form.txt_Weight = Shown(design, d.Follower_Weight);
     form.crowned = d.Roller_type == crowned_roller;
     return form;
 }
 
-Stress_Labels Labels_of_Stress(bool chosen, bool crowned)
+Stress_Labels Labels_of_Stress(const Design_State& design, bool chosen, bool crowned)
 {
     const Unit_Words& units = Words_of_Units(design.identity.WhichUnit);
     Stress_Labels labels{"Roller", "Please specify type.", true,         !crowned,
@@ -170,28 +170,28 @@ Stress_Labels Labels_of_Stress(bool chosen, bool crowned)
     return labels;
 }
 
-std::string Steel_Modulus()
+std::string Steel_Modulus(const Design_State& design)
 {
-    return In_Number_Format(Modulus_of_Steel(design.identity.WhichUnit));
+    return In_Number_Format(design, Modulus_of_Steel(design.identity.WhichUnit));
 }
 
-std::string Steel_Ratio()
+std::string Steel_Ratio(const Design_State& design)
 {
-    return In_Number_Format("0.28");
+    return In_Number_Format(design, "0.28");
 }
 
-Stress_Entry Edit_Stress_Field(Stress_Field field, std::string_view text)
+Stress_Entry Edit_Stress_Field(Design_State& design, Stress_Field field, std::string_view text)
 {
     Dynamics_Group& d = design.dynamics;
-    const Single value = Val(text);
+    const Single value = Val(design, text);
     const bool size = field == Stress_Field::Length || field == Stress_Field::Crownrad;
     if (size && !(value > 0.0)) {
         Refuse(must_have_radius);
-        return {false, Shown(field == Stress_Field::Length ? d.Roller_length : d.Crown_radius)};
+        return {false, Shown(design, field == Stress_Field::Length ? d.Roller_length : d.Crown_radius)};
     }
     if (!size && field != Stress_Field::Weight && value < 0.0) {
         Refuse(must_be_positive);
-        return {false, In_Number_Format(field == Stress_Field::Cam_V ? "0.3" : "0.01")};
+        return {false, In_Number_Format(design, field == Stress_Field::Cam_V ? "0.3" : "0.01")};
     }
     switch (field) {
     case Stress_Field::Cam_E:
@@ -219,20 +219,20 @@ Stress_Entry Edit_Stress_Field(Stress_Field field, std::string_view text)
     return {true, std::string(text)};
 }
 
-bool Apply_Stress_Fields(const Stress_Form& form, Stress_Field& refused)
+bool Apply_Stress_Fields(Design_State& design, const Stress_Form& form, Stress_Field& refused)
 {
     bool valid = false;
     const bool no_fault = Trap("Apply_Stress_Fields", [&] {
-        const Stress_Values values = Read(form, refused);
-        Store(values, form.crowned);
-        valid = Validate(values, form.crowned, refused) && Validate(values, form.crowned, refused);
+        const Stress_Values values = Read(design, form, refused);
+        Store(design, values, form.crowned);
+        valid = Validate(design, values, form.crowned, refused) && Validate(design, values, form.crowned, refused);
     });
     return no_fault && valid;
 }
 
-bool Calc_Stress(const Stress_Form& form, Stress_Field& refused)
+bool Calc_Stress(Design_State& design, const Stress_Form& form, Stress_Field& refused)
 {
-    if (!Apply_Stress_Fields(form, refused))
+    if (!Apply_Stress_Fields(design, form, refused))
         return false;
     const Dynamics_Group& d = design.dynamics;
     const bool crowned = design.cam.Followtype != 2 && d.Roller_type == crowned_roller;
@@ -243,13 +243,13 @@ bool Calc_Stress(const Stress_Form& form, Stress_Field& refused)
     }
     const double youngs[2]{d.Youngs_modulus(1), d.Youngs_modulus(2)};
     const double poissons[2]{d.Poissons_ratio(1), d.Poissons_ratio(2)};
-    Calc_Contact_Stress(d.Roller_type, youngs, poissons, size);
+    Calc_Contact_Stress(design, d.Roller_type, youngs, poissons, size);
     design.flags.Stressflag = true;  // also where the routine left early: the points before stand
     Refresh_Screens();
     return true;
 }
 
-std::array<int, 4> Stress_Plot_Rows()
+std::array<int, 4> Stress_Plot_Rows(const Design_State& design)
 {
     return {design.flags.Modelflag ? 33 : var::Force, var::Rho, 42, 43};
 }

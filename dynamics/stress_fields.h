@@ -8,6 +8,8 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// What the fields of the stress screen hold, as typed.
 struct Stress_Form {
     std::string txt_Cam_E;
@@ -26,7 +28,7 @@ struct Stress_Form {
 ///
 /// Moduli are not converted with the design: steel of any unit system counts, and shows as that of the system in force.
 /// Centimetres have no steel; a modulus typed there stays, also where it is that of steel in MPa.
-Stress_Form Opening_Stress_Form();
+Stress_Form Opening_Stress_Form(const Design_State& design);
 
 /// Texts and visibilities that follow from the follower.
 struct Stress_Labels {
@@ -40,12 +42,12 @@ struct Stress_Labels {
     std::string force_unit;
 };
 /// @param chosen  whether a type of roller was chosen on the open screen
-Stress_Labels Labels_of_Stress(bool chosen, bool crowned);
+Stress_Labels Labels_of_Stress(const Design_State& design, bool chosen, bool crowned);
 
 /// Steel: its modulus and Poisson's ratio in the unit system and the number format in force; the modulus is empty where
 /// the unit system has none.
-std::string Steel_Modulus();
-std::string Steel_Ratio();
+std::string Steel_Modulus(const Design_State& design);
+std::string Steel_Ratio(const Design_State& design);
 
 /// The fields, by name.
 enum class Stress_Field { Cam_E, Cam_V, Fol_E, Fol_v, Length, Crownrad, Weight };
@@ -56,7 +58,7 @@ struct Stress_Entry {
     std::string text;  // what the field then shows
 };
 /// @throws Fault{6} when the number is too large to be stored; the design is then as it was
-Stress_Entry Edit_Stress_Field(Stress_Field field, std::string_view text);
+Stress_Entry Edit_Stress_Field(Design_State& design, Stress_Field field, std::string_view text);
 
 /// Stores and validates all fields, under its trap: after a number too large to be stored none is.
 ///
@@ -64,13 +66,13 @@ Stress_Entry Edit_Stress_Field(Stress_Field field, std::string_view text);
 /// and meant: after cmd_Calc both carry the follower's.
 /// @param refused  out: the field to return to, where one was refused or too large
 /// @return         false after a message
-bool Apply_Stress_Fields(const Stress_Form& form, Stress_Field& refused);
+bool Apply_Stress_Fields(Design_State& design, const Stress_Form& form, Stress_Field& refused);
 
 /// The work of cmd_Calc up to its plots: fields, contact length or crown radius, stresses, Stressflag.
 /// @return false when a field was refused and nothing was calculated
-bool Calc_Stress(const Stress_Form& form, Stress_Field& refused);
+bool Calc_Stress(Design_State& design, const Stress_Form& form, Stress_Field& refused);
 
 /// Rows that the four plots show: force, curvature, stress, shear.
-std::array<int, 4> Stress_Plot_Rows();
+std::array<int, 4> Stress_Plot_Rows(const Design_State& design);
 
 }  // namespace lobemax

@@ -13,38 +13,38 @@ namespace lobemax {
 namespace {
 
 /// Pressure angle and curvature first, the profile once at the end.
-void Size_Example()
+void Size_Example(Design_State& design)
 {
     Flags_Group& f = design.flags;
     f.Math_Error = f.Calc_Error = false;
     f.Skip_Profile = true;
-    Calc_Phi(design.cam.Followtype);
+    Calc_Phi(design, design.cam.Followtype);
     if (!f.Calc_Error)
-        Calc_Rho(design.cam.Followtype);
+        Calc_Rho(design, design.cam.Followtype);
     f.Skip_Profile = false;
     if (!f.Calc_Error)
-        Cam_Profile();
+        Cam_Profile(design);
     f.Sized = !f.Calc_Error && !f.Math_Error;
 }
 
 }  // namespace
 
-bool Example_Done()
+bool Example_Done(Design_State& design)
 {
     Flags_Group& f = design.flags;
-    if (!Calculate_Example())
+    if (!Calculate_Example(design))
         return false;
-    Size_Example();
+    Size_Example(design);
     if (f.Sized)
-        Calc_Force_Torque();
+        Calc_Force_Torque(design);
     f.Model_Saved = true;  // nothing of the user's is in it
     Refresh_Screens();
     return f.Calculated && f.Sized && f.Dynamicflag;
 }
 
-bool Open_Example(std::string_view name)
+bool Open_Example(Design_State& design, std::string_view name)
 {
-    return Load_Example(name) && Example_Done();
+    return Load_Example(design, name) && Example_Done(design);
 }
 
 }  // namespace lobemax

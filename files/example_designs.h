@@ -6,16 +6,18 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// Calculates what the examples menu calculates of a loaded example: motion, pressure angle, curvature and profile,
 /// follower force and camshaft torque. Nothing is unsaved afterwards.
 ///
 /// @return whether Calculated, Sized and Dynamicflag were all reached
-bool Example_Done();
+bool Example_Done(Design_State& design);
 
 /// Loads an example by its list text, in the unit system in force, and calculates it. Home screen, input screen and
 /// command line build the same design here.
 ///
 /// @return false, and the design as it was, when there is no example of that name
-bool Open_Example(std::string_view name);
+bool Open_Example(Design_State& design, std::string_view name);
 
 }  // namespace lobemax

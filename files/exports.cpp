@@ -53,7 +53,7 @@ std::string Cell(double value)
     return Shortest(Single(value)) + '\t';
 }
 
-std::string Opening_Lines()
+std::string Opening_Lines(const Design_State& design)
 {
     const Identity_Group& id = design.identity;
     return "File: \t" + id.File_Name + "\tDesign #\t" + std::to_string(id.Design_No) + line_end + id.User + '\t' +
@@ -67,13 +67,13 @@ void Write_Whole(const std::string& path, const std::string& text)
     file.Commit();
 }
 
-int Point_Step()
+int Point_Step(const Design_State& design)
 {
     return std::max<int>(design.cam.Printstep, 1);
 }
 
 /// Lambda of an axial cam turned to machine zero, within one turn: degrees, or the same share of a linear cam's length.
-double Turned_Lambda(double Lambda)
+double Turned_Lambda(const Design_State& design, double Lambda)
 {
     const Cam_Group& c = design.cam;
     const bool linear = c.Camtype == "Linear";
@@ -86,7 +86,7 @@ double Turned_Lambda(double Lambda)
     return Single(turned) < Single(turn) ? turned : 0.0;  // a hair below the turn is written as the turn itself
 }
 
-std::string Profile_Text(int code)
+std::string Profile_Text(const Design_State& design, int code)
 {
     const Cam_Group& c = design.cam;
     const Plot_Group& p = design.plot;
@@ -95,7 +95,7 @@ std::string Profile_Text(int code)
     const bool barrel = c.Camtype == "Barrel";
     const auto [first, second] = (radial ? radial_rows : axial_rows)[Checked_Place(code, 1, 5)];
     const bool turned = !radial && code > cutter_code && c.Prime_Rad > 0.0;
-    std::string text = Opening_Lines();
+    std::string text = Opening_Lines(design);
     if (barrel)
         text += "Radius\t";
     text += p.Var_Name(first) + '\t' + p.Var_Name(second) + '\t' + line_end;
@@ -104,21 +104,21 @@ std::string Profile_Text(int code)
     text += p.Var_Unit(first) + '\t' + p.Var_Unit(second) + '\t' + line_end;
     text += line_end;
     text += line_end;
-    for (int i = 0; i < design.motion.Max_Data_Points_used; i += Point_Step()) {
+    for (int i = 0; i < design.motion.Max_Data_Points_used; i += Point_Step(design)) {
         if (barrel)
             text += Cell(c.Prime_Rad);
-        text += Cell(turned ? Turned_Lambda(data(first, i)) : double{data(first, i)});
+        text += Cell(turned ? Turned_Lambda(design, data(first, i)) : double{data(first, i)});
         text += Cell(data(second, i)) + line_end;
     }
     return text;
 }
 
-std::string All_Text()
+std::string All_Text(const Design_State& design)
 {
     const Plot_Group& p = design.plot;
     const Table<Single>& data = design.results.CalcData;
     const int last = design.run.Saved_Variables;
-    std::string text = Opening_Lines();
+    std::string text = Opening_Lines(design);
     for (int v = 0; v <= last; ++v)
         text += p.Var_Long(v) + '\t';
     text += line_end;
@@ -127,7 +127,7 @@ std::string All_Text()
     text += line_end;
     text += line_end;
     text += line_end;
-    for (int i = 0; i <= design.motion.Max_Data_Points_used; i += Point_Step()) {
+    for (int i = 0; i <= design.motion.Max_Data_Points_used; i += Point_Step(design)) {
         for (int v = 0; v <= last; ++v)
             text += Cell(data(v, i));
         text += line_end;
@@ -136,7 +136,7 @@ std::string All_Text()
 }
 
 /// Factor from a stored derivative of an order to its value per second.
-double Per_Second(int order)
+double Per_Second(const Design_State& design, int order)
 {
     const Motion_Group& m = design.motion;
     const double omega = order == 1 ? double{m.Shaft_speed} : double{m.Shaft_Speed_Sq};
@@ -158,14 +158,14 @@ std::string Named(const std::vector<std::pair<const char*, double>>& values)
     return line + line_end;
 }
 
-std::string Motion_Text(Motion_Columns columns)
+std::string Motion_Text(const Design_State& design, Motion_Columns columns)
 {
     const Cam_Group& c = design.cam;
     const Linkage_Group& l = design.linkage;
     const Motion_Group& m = design.motion;
     const Results_Group& r = design.results;
     const Table<Single>& data = r.CalcData;
-    std::string text = Opening_Lines();
+    std::string text = Opening_Lines(design);
     text += Named({{"Points", m.Max_Data_Points_used + 1},
                    {"Step deg", m.Deltatheta},
                    {"Links", l.Links},
@@ -199,8 +199,8 @@ std::string Motion_Text(Motion_Columns columns)
     const bool per_second = columns == Motion_Columns::xdot;
     const bool response = per_second && design.flags.Modelflag;
     const std::array<int, 3> rows = response ? std::array{30, 31, 32} : std::array<int, 3>{var::S, var::V, var::A};
-    const std::array<double, 3> factors{1.0, per_second && !response ? Per_Second(1) : 1.0,
-                                        per_second && !response ? Per_Second(2) : 1.0};
+    const std::array<double, 3> factors{1.0, per_second && !response ? Per_Second(design, 1) : 1.0,
+                                        per_second && !response ? Per_Second(design, 2) : 1.0};
     const std::string unit = design.plot.Var_Unit(var::S);
     std::string heads = per_second ? "Angle\tX\tXdot\tXddot\t" : "Angle\tS\tV\tA\t";
     std::string units = "deg\t";
@@ -217,7 +217,7 @@ std::string Motion_Text(Motion_Columns columns)
         units += "deg\trad/sec\trad/sec^2\t";
     }
     text += heads + line_end + units + line_end;
-    for (int i = 0; i <= m.Max_Data_Points_used; i += Point_Step()) {
+    for (int i = 0; i <= m.Max_Data_Points_used; i += Point_Step(design)) {
         text += Cell(data(var::Angle, i));
         for (std::size_t k = 0; k < rows.size(); ++k)
             text += Cell(data(rows[k], i) * factors[k]);
@@ -229,7 +229,7 @@ std::string Motion_Text(Motion_Columns columns)
     return text;
 }
 
-bool Refused_Blank()
+bool Refused_Blank(const Design_State& design)
 {
     if (design.flags.Calculated)
         return false;
@@ -257,17 +257,17 @@ void Tell_Written(const char* what, const std::string& path)
                  Symbol::information);
 }
 
-bool Export_Spreadsheet()
+bool Export_Spreadsheet(const Design_State& design)
 {
     const auto path =
         Asked_Path("Export All Data to a Text File", "(*.txt)|*.txt", design.identity.Model_Name + ".txt");
-    if (!path || !Export_All_to_File(*path))
+    if (!path || !Export_All_to_File(design, *path))
         return false;
     Tell_Written("All calculated data for this cam has been written to ", *path);
     return true;
 }
 
-bool Refused_Axial_Cutter(int code)
+bool Refused_Axial_Cutter(const Design_State& design, int code)
 {
     if (code != cutter_code || design.cam.Camtype == "Radial")
         return false;
@@ -278,20 +278,20 @@ bool Refused_Axial_Cutter(int code)
     return true;
 }
 
-bool Make_Profile(int code)
+bool Make_Profile(Design_State& design, int code)
 {
-    if (Refused_Axial_Cutter(code))
+    if (Refused_Axial_Cutter(design, code))
         return false;
     const auto path =
         Asked_Path("Export Profile Data to a Text File", "(*.pts)|*.pts", design.identity.Model_Name + ".pts");
-    if (!path || !Export_Profile_to_File(*path, code))
+    if (!path || !Export_Profile_to_File(design, *path, code))
         return false;
     design.identity.Model_Name = StripFilename(*path);
     Tell_Written("The profile data for this cam has been written to ", *path);
     return true;
 }
 
-bool Export_Motion(Motion_Columns columns)
+bool Export_Motion(const Design_State& design, Motion_Columns columns)
 {
     if (design.cam.Translating) {
         Show_Message("This feature is intended for oscillating follower systems only.", Buttons::OK,
@@ -300,7 +300,7 @@ bool Export_Motion(Motion_Columns columns)
     }
     const std::string suggestion = design.identity.Model_Name + "_" + std::to_string(design.linkage.Links) + "bar.sva";
     const auto path = Asked_Path("Export SVA Data to a Text File", "(*.sva)|*.sva", suggestion);
-    if (!path || !Export_SVA_to_File(*path, columns))
+    if (!path || !Export_SVA_to_File(design, *path, columns))
         return false;
     Tell_Written("All calculated data for this cam has been written to ", *path);
     return true;
@@ -308,24 +308,24 @@ bool Export_Motion(Motion_Columns columns)
 
 }  // namespace
 
-bool Export_All_to_File(const std::string& path)
+bool Export_All_to_File(const Design_State& design, const std::string& path)
 {
-    return Trap("Export_All_to_File", [&path] { Write_Whole(path, All_Text()); });
+    return Trap("Export_All_to_File", [&] { Write_Whole(path, All_Text(design)); });
 }
 
-bool Export_Profile_to_File(const std::string& path, int code)
+bool Export_Profile_to_File(const Design_State& design, const std::string& path, int code)
 {
-    if (Refused_Axial_Cutter(code))
+    if (Refused_Axial_Cutter(design, code))
         return false;
-    return Trap("Export_Profile_to_File", [&path, code] { Write_Whole(path, Profile_Text(code)); });
+    return Trap("Export_Profile_to_File", [&] { Write_Whole(path, Profile_Text(design, code)); });
 }
 
-bool Export_SVA_to_File(const std::string& path, Motion_Columns columns)
+bool Export_SVA_to_File(const Design_State& design, const std::string& path, Motion_Columns columns)
 {
-    return Trap("Export_SVA_to_File", [&path, columns] { Write_Whole(path, Motion_Text(columns)); });
+    return Trap("Export_SVA_to_File", [&] { Write_Whole(path, Motion_Text(design, columns)); });
 }
 
-bool Run_Export(std::string_view entry)
+bool Run_Export(Design_State& design, std::string_view entry)
 {
     if (entry == "mnu_Cutter_mach") {
         Refuse_Cutter_at_Machine_Zero();
@@ -340,19 +340,19 @@ bool Run_Export(std::string_view entry)
                      Buttons::OK, Symbol::information);
         return false;
     }
-    if (Refused_Blank())
+    if (Refused_Blank(design))
         return false;
     const auto code = std::ranges::find(profile_codes, entry, &Profile_Code::entry);
     bool written = false;
     Trap(code == profile_codes.end() ? "frm_Homescreen.Export" : "frm_Homescreen.Make_Profile", [&] {
         if (entry == "mnu_Spread")
-            written = Export_Spreadsheet();
+            written = Export_Spreadsheet(design);
         else if (entry == "mnu_sva")
-            written = Export_Motion(Motion_Columns::sva);
+            written = Export_Motion(design, Motion_Columns::sva);
         else if (entry == "mnu_xdot")
-            written = Export_Motion(Motion_Columns::xdot);
+            written = Export_Motion(design, Motion_Columns::xdot);
         else if (code != profile_codes.end())
-            written = Make_Profile(code->code);
+            written = Make_Profile(design, code->code);
     });
     return written;
 }

@@ -11,11 +11,13 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// What is exported in a motion file.
 enum class Motion_Columns { sva, xdot };
 
 /// All variables 0..Saved Variables of every Printstep-th point, under its trap.
-bool Export_All_to_File(const std::string& path);
+bool Export_All_to_File(const Design_State& design, const std::string& path);
 
 /// Two columns of coordinates, of an axial cam in reverse order, a barrel cam with its radius before them; every
 /// Printstep-th point but the last, which repeats the first. Under its trap.
@@ -24,7 +26,7 @@ bool Export_All_to_File(const std::string& path);
 /// @param code  versus cam zero 1 roller centre, 2 surface, 3 cutter centre; versus machine zero 4 roller centre,
 ///              5 surface
 /// @return      false after a fault or a refusal: the cutter centre of an axial cam is not calculated
-bool Export_Profile_to_File(const std::string& path, int code);
+bool Export_Profile_to_File(const Design_State& design, const std::string& path, int code);
 
 /// Motion of an oscillating follower or its linkage, under its trap:
 ///
@@ -35,10 +37,10 @@ bool Export_Profile_to_File(const std::string& path, int code);
 /// sva: angle, S, V, A as stored, in the time base of the design. xdot: angle, X, Xdot, Xddot, per second in every time
 /// base: the follower's response where a vibration was calculated, else its motion. With a calculated linkage both go
 /// on with position, velocity and acceleration of each moving link: deg, rad/sec, rad/sec^2 in every time base.
-bool Export_SVA_to_File(const std::string& path, Motion_Columns columns);
+bool Export_SVA_to_File(const Design_State& design, const std::string& path, Motion_Columns columns);
 
 /// An entry of the Export list, by its name, from its first check to its last message.
 /// @return true when a file was written
-bool Run_Export(std::string_view entry);
+bool Run_Export(Design_State& design, std::string_view entry);
 
 }  // namespace lobemax

@@ -15,12 +15,12 @@ namespace lobemax {
 
 namespace {
 
-bool Always()
+bool Always(const Design_State&)
 {
     return true;
 }
 
-bool Calculated()
+bool Calculated(const Design_State& design)
 {
     return design.flags.Calculated;
 }
@@ -90,7 +90,7 @@ constexpr std::array exports{
     Export_Entry{"mnu_Cadkey", "&DXF", Export_Need::any_cam, false},
 };
 
-bool Fits_Cam(Export_Need need)
+bool Fits_Cam(const Design_State& design, Export_Need need)
 {
     const std::string& type = design.cam.Camtype;
     switch (need) {
@@ -124,54 +124,54 @@ std::span<const Export_Entry> Export_Menu()
     return exports;
 }
 
-std::vector<bool> Menu_Update()
+std::vector<bool> Menu_Update(const Design_State& design)
 {
     const bool flat = design.cam.Followtype == 2;
     std::vector<bool> open;
     for (const Export_Entry& entry : exports)
-        open.push_back(Fits_Cam(entry.need) && (!Needs_Size(entry.need) || design.flags.Sized) &&
+        open.push_back(Fits_Cam(design, entry.need) && (!Needs_Size(entry.need) || design.flags.Sized) &&
                        !(flat && entry.roller_only));
     return open;
 }
 
-bool File_New()
+bool File_New(Design_State& design)
 {
-    if (!May_Reset())
+    if (!May_Reset(design))
         return false;
     const Answer answer = Show_Message("Please confirm your order to reset all variables to initial values",
                                        Buttons::OK_Cancel, Symbol::exclamation);
     if (answer != Answer::OK)
         return false;
-    return Trap("frm_Homescreen.New", [] {
-        Reset_All();
+    return Trap("frm_Homescreen.New", [&] {
+        Reset_All(design);
         design.flags.From_Disk = false;
         Refresh_Screens();
     });
 }
 
-bool Quit_Requested(const std::function<bool()>& quit_screen)
+bool Quit_Requested(Design_State& design, const std::function<bool()>& quit_screen)
 {
     const Flags_Group& f = design.flags;
     if ((f.Calculated || f.Sized) && !f.Model_Saved)
-        SaveAs(design.identity.Version_Str);
+        SaveAs(design, design.identity.Version_Str);
     return quit_screen();
 }
 
-bool Change_Units_from_Home(int code)
+bool Change_Units_from_Home(Design_State& design, int code)
 {
-    return Trap("frm_Homescreen.Units", [code] {
-        Change_Units(code);
+    return Trap("frm_Homescreen.Units", [&] {
+        Change_Units(design, code);
         Refresh_Screens();
     });
 }
 
-bool Change_Time_Base_from_Home(int code)
+bool Change_Time_Base_from_Home(Design_State& design, int code)
 {
     if (code == design.motion.Time_Base)
         return true;
-    return Trap("frm_Homescreen.Time_Base", [code] {
-        Set_Time_Base(code);
-        Set_Units();
+    return Trap("frm_Homescreen.Time_Base", [&] {
+        Set_Time_Base(design, code);
+        Set_Units(design);
         Flags_Group& f = design.flags;
         f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Polydyne_Calc = false;
         f.Linkage_Calc = f.FFT_Done = f.Model_Saved = false;
@@ -180,29 +180,29 @@ bool Change_Time_Base_from_Home(int code)
     });
 }
 
-bool Change_Number_Format(std::string_view format)
+bool Change_Number_Format(Design_State& design, std::string_view format)
 {
     if (format == "USA") {
-        Choose_USA_Format();
+        Choose_USA_Format(design);
         return true;
     }
-    if (!May_Reset())
+    if (!May_Reset(design))
         return false;
-    Choose_European_Format();
+    Choose_European_Format(design);
     return true;
 }
 
-Home_View Home_Activate()
+Home_View Home_Activate(Design_State& design)
 {
     design.run.Keep_Step = false;
     Home_View view{};
-    Trap("frm_Homescreen.activate", [&view] {
-        view.buttons = Set_Homeform_Buttons();
-        view.export_entries = Menu_Update();
+    Trap("frm_Homescreen.activate", [&] {
+        view.buttons = Set_Homeform_Buttons(design);
+        view.export_entries = Menu_Update(design);
         view.unit_system = design.identity.WhichUnit;
-        view.compcam_panel = Compcam_Panel_Visible();
+        view.compcam_panel = Compcam_Panel_Visible(design);
         view.linkage_data_entry = design.flags.Linkage_Calc;
-        view.lamps = Status_Lamps();  // last: it alone can fail, on a unit system that does not exist
+        view.lamps = Status_Lamps(design);  // last: it alone can fail, on a unit system that does not exist
     });
     return view;
 }

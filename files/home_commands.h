@@ -12,13 +12,15 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// An entry of the Home screen's menus.
 struct Menu_Entry {
-    std::string_view menu;     // as the menu bar shows it
-    std::string_view submenu;  // empty, or the entry of the menu that opens it
-    std::string_view name;     // of the control
-    std::string_view caption;  // with its access key
-    bool (*enabled)();         // by the state; an entry that is always open answers true
+    std::string_view menu;                        // as the menu bar shows it
+    std::string_view submenu;                     // empty, or the entry of the menu that opens it
+    std::string_view name;                        // of the control
+    std::string_view caption;                     // with its access key
+    bool (*enabled)(const Design_State& design);  // by the state; an entry that is always open answers true
 };
 
 /// All entries but those of the Help menu and of the Export list, in their order.
@@ -41,28 +43,28 @@ std::span<const Export_Entry> Export_Menu();
 /// Whether each entry of the Export list is open: the entries of a cam type for that type alone and with the cam sized,
 /// those of a roller not for a flat face. The spreadsheet, the two linkage entries and the drawing's are open always:
 /// what they lack they say.
-std::vector<bool> Menu_Update();
+std::vector<bool> Menu_Update(const Design_State& design);
 
 /// File/New: asks about unsaved work and for confirmation, then resets.
 /// @return true when the design was reset
-bool File_New();
+bool File_New(Design_State& design);
 
 /// cmd_Quit: saves unsaved work first, without a question, then asks the quit screen.
 ///
 /// @param quit_screen  shows frm_Quit and tells whether cmd_YesQuit was pressed
 /// @return             true when the program shall end
-bool Quit_Requested(const std::function<bool()>& quit_screen);
+bool Quit_Requested(Design_State& design, const std::function<bool()>& quit_screen);
 
 /// Units menu: another unit system, under the trap of the Home screen; the flags are kept.
-bool Change_Units_from_Home(int code);
+bool Change_Units_from_Home(Design_State& design, int code);
 
 /// Units menu: the time base, 1 to 3. Stored results keep the base they were calculated in, so a change asks for a new
 /// calculation: the results no longer hold.
-bool Change_Time_Base_from_Home(int code);
+bool Change_Time_Base_from_Home(Design_State& design, int code);
 
 /// Units menu: a number format, "USA" or "Europe". The European one resets the design, so unsaved work is asked about
 /// first. @return false when the user kept the old one
-bool Change_Number_Format(std::string_view format);
+bool Change_Number_Format(Design_State& design, std::string_view format);
 
 /// What the Home screen shows each time it comes up.
 struct Home_View {
@@ -76,6 +78,6 @@ struct Home_View {
 
 /// The refresh of the Home screen: clears the keep-step flag and gathers what is shown, under the trap of the screen's
 /// coming up. After a fault the lamps are all out.
-Home_View Home_Activate();
+Home_View Home_Activate(Design_State& design);
 
 }  // namespace lobemax

@@ -45,13 +45,13 @@ Format Format_Of(double tag, double release)
     return {tag >= 9.0 && release >= 5.0, tag >= 8.0};
 }
 
-int Conditions_of(int segment)
+int Conditions_of(const Design_State& design, int segment)
 {
     return To_Integer(Val(design.motion.No_of_conditions(segment), Decimal_Symbol::point));
 }
 
 /// The lumped fields follow the two-mass model where a vibration run stands behind it.
-void Lump_Two_Masses()
+void Lump_Two_Masses(Design_State& design)
 {
     Dynamics_Group& d = design.dynamics;
     switch (d.Model_Type) {
@@ -95,11 +95,11 @@ void Fields_at(Archive& ar, std::initializer_list<std::string_view> names, const
 }
 
 template <class Archive>
-void Counts_Block(Archive& ar, Model_Counts& n)
+void Counts_Block(Design_State& design, Archive& ar, Model_Counts& n)
 {
     Fields(ar, {"User", "Design No.", "Date", "Time", "Shaft speed"});
     if constexpr (Archive::reading)
-        Set_Omega_Powers();
+        Set_Omega_Powers(design);
     ar.Count("No of segments", n.segments);
     if constexpr (Archive::reading) {
         if (n.segments < 1 || n.segments > Max_Segments)
@@ -134,7 +134,7 @@ void Segment_Block(Archive& ar, const Model_Counts& n)
 
 /// Cam and dynamics, up to the unit system; "Cutter Radius" follows where the format has it.
 template <class Archive>
-void Cam_Block(Archive& ar)
+void Cam_Block(Design_State& design, Archive& ar)
 {
     Fields(ar, {"Prime_Rad",
                 "Offset",
@@ -174,13 +174,13 @@ void Cam_Block(Archive& ar)
 
 /// Boundary conditions of the twenty segments, whatever the number in use.
 template <class Archive>
-void Condition_Lists(Archive& ar, int segments, int last_angle, int last_condition)
+void Condition_Lists(Design_State& design, Archive& ar, int segments, int last_angle, int last_condition)
 {
     for (int i = 1; i <= segments; ++i) {
         ar.Record("Polydone", At(i));
         ar.Record("No of conditions", At(i));
         if constexpr (Archive::reading)
-            design.motion.No_Conditions(i) = Conditions_of(i);
+            design.motion.No_Conditions(i) = Conditions_of(design, i);
         for (int k = 1; k <= last_angle; ++k)
             ar.Record("T boundary cond", At(i, k));
         for (int k = 0; k <= last_condition; ++k)
@@ -196,12 +196,12 @@ void Seg_Program_List(Archive& ar, int segments)
 }
 
 template <class Archive>
-void Spline_Block(Archive& ar, const Model_Counts& n)
+void Spline_Block(const Design_State& design, Archive& ar, const Model_Counts& n)
 {
     Fields(ar, {"Start_theta", "End_theta"});
     for (int i = 1; i <= n.segments; ++i) {
         Fields_at(ar, {"Splines_Calculated", "EvenKnots", "Orders", "Number_of_Knots", "Interior_Knots"}, At(i));
-        const int knots = Conditions_of(i) + design.motion.Orders(i);
+        const int knots = Conditions_of(design, i) + design.motion.Orders(i);
         for (int j = 1; j <= knots; ++j)
             ar.Record("Knots", At(j, i));
         for (int k = 0; k <= 9; ++k)
@@ -213,9 +213,9 @@ void Spline_Block(Archive& ar, const Model_Counts& n)
 /// every release, so it is part of the format. With twenty segments there is no such entry, and the visit
 /// ends here with an index out of bounds.
 template <class Archive, class After_Value>
-void Constraint_Block(Archive& ar, const Model_Counts& n, const After_Value& after_value)
+void Constraint_Block(const Design_State& design, Archive& ar, const Model_Counts& n, const After_Value& after_value)
 {
-    const int constraints = Conditions_of(n.segments + 1);
+    const int constraints = Conditions_of(design, n.segments + 1);
     for (int j = 1; j <= constraints; ++j)
         for (int k = 1; k <= 3; ++k) {
             ar.Record("Constraints", At(j, k));
@@ -247,22 +247,22 @@ void Settings_Block(Archive& ar, const Model_Counts& n)
 }
 
 template <class Archive>
-void Compensation_Block(Archive& ar)
+void Compensation_Block(Design_State& design, Archive& ar)
 {
     ar.Record("Modelflag");
     if constexpr (Archive::reading)
         if (design.flags.Modelflag)
-            Lump_Two_Masses();
+            Lump_Two_Masses(design);
     Fields(ar, {"Comp_Mass", "Comp_Spring_Rate", "Comp_Preload", "CompCam_Calc", "Closure$"});
 }
 
 template <class Archive>
-void Linkage_Block(Archive& ar, const Format& format)
+void Linkage_Block(Design_State& design, Archive& ar, const Format& format)
 {
     Fields(ar, {"Links", "Theta1", "Link 1", "Link 2", "Link 3", "Link 4", "Link 4a", "Delta4", "Link 5", "Link 6",
                 "S3x", "S3y", "Delta2"});
     if constexpr (Archive::reading)
-        Set_Up_Linkage(design.linkage.Links);
+        Set_Up_Linkage(design, design.linkage.Links);
     Fields(ar, {"O4x", "O4y", "O6x", "O6y", "Assemflag1", "Assemflag2"});
     const Record_Shape shape = format.link_masses_labelled ? Record_Shape::labelled : Record_Shape::bare;
     for (int n = 2; n <= Max_Links; ++n)
@@ -271,15 +271,15 @@ void Linkage_Block(Archive& ar, const Format& format)
 }
 
 template <class Archive>
-void Later_Fields(Archive& ar)
+void Later_Fields(Design_State& design, Archive& ar)
 {
     Fields(ar, {"Drive_End_Effector", "Global_Slider_angle_deg", "Offset6", "Max_Neg_Disp", "Zoom Factor", "Stressflag",
                 "Linkage_Type"});
     if constexpr (Archive::reading) {
         if (design.cam.Zoom_Factor == 0.0)
             design.cam.Zoom_Factor = 1.0;
-        Set_Up_Linkage(design.linkage.Links);  // the kind of linkage is known only now
-        Integer dropped;                       // the table's rows follow from "Max Variables"
+        Set_Up_Linkage(design, design.linkage.Links);  // the kind of linkage is known only now
+        Integer dropped;                               // the table's rows follow from "Max Variables"
         ar.Count("Saved Variables", dropped);
     } else {
         ar.Record("Saved Variables");
@@ -297,23 +297,24 @@ void Fillers(Archive& ar, int count)
 /// Every labelled item of formats 9, 8 and 7.2 from "User" to the last one. after_counts: called when the
 /// counts are known, where a reader makes room.
 template <class Archive, class After_Counts>
-void Labelled_Items(Archive& ar, Model_Counts& n, const Format& format, const After_Counts& after_counts)
+void Labelled_Items(Design_State& design, Archive& ar, Model_Counts& n, const Format& format,
+                    const After_Counts& after_counts)
 {
-    Counts_Block(ar, n);
+    Counts_Block(design, ar, n);
     after_counts();
     Segment_Block(ar, n);
-    Cam_Block(ar);
+    Cam_Block(design, ar);
     ar.Record("Cutter Radius");
-    Condition_Lists(ar, n.segment_limit, 8, 9);
+    Condition_Lists(design, ar, n.segment_limit, 8, 9);
     Seg_Program_List(ar, n.segment_limit);
-    Spline_Block(ar, n);
-    Constraint_Block(ar, n, [](int, int) {});
+    Spline_Block(design, ar, n);
+    Constraint_Block(design, ar, n, [](int, int) {});
     Two_Mass_Block(ar);
     Settings_Block(ar, n);
-    Compensation_Block(ar);
+    Compensation_Block(design, ar);
     if (format.linkage) {
-        Linkage_Block(ar, format);
-        Later_Fields(ar);
+        Linkage_Block(design, ar, format);
+        Later_Fields(design, ar);
     }
     Fillers(ar, format.linkage ? fillers_of_9 : fillers_of_72);
     ar.Text_Pair("Last Labeled Item", "Calculated data follow");
@@ -322,7 +323,7 @@ void Labelled_Items(Archive& ar, Model_Counts& n, const Format& format, const Af
 // ---- reading
 
 /// Keeps the counts that head a file, and the last row of its table.
-void Keep_Counts(const Model_Counts& n, int saved_variables)
+void Keep_Counts(Design_State& design, const Model_Counts& n, int saved_variables)
 {
     if (saved_variables < 0)
         throw Fault{out_of_bounds};
@@ -335,17 +336,17 @@ void Keep_Counts(const Model_Counts& n, int saved_variables)
 
 /// Makes room for a file's table. A count larger than any design of this program is believed only when the
 /// file is long enough to hold that table.
-void Make_Room(const Record_Reader& ar, int saved_variables, int points)
+void Make_Room(Design_State& design, const Record_Reader& ar, int saved_variables, int points)
 {
     if (saved_variables > design.run.Saved_Variables && points >= 0 &&
         !ar.May_Hold(static_cast<std::size_t>(saved_variables + 1) * static_cast<std::size_t>(points + 1)))
         throw Fault{past_end_of_file};
-    Allocate_Arrays(saved_variables, points);
-    Dimension_Link_Arrays(points);
+    Allocate_Arrays(design, saved_variables, points);
+    Dimension_Link_Arrays(design, points);
     design.motion.Max_Data_Points_used = points;
 }
 
-void Read_Rows(Record_Reader& ar, int first, int last)
+void Read_Rows(Design_State& design, Record_Reader& ar, int first, int last)
 {
     Table<Single>& data = design.results.CalcData;
     for (int v = first; v <= last; ++v)
@@ -354,7 +355,7 @@ void Read_Rows(Record_Reader& ar, int first, int last)
 }
 
 /// The external force function stands in row 44; a table too short to have that row has none to copy.
-void Copy_External_Force()
+void Copy_External_Force(Design_State& design)
 {
     Results_Group& r = design.results;
     if (design.run.File_Saved_Variables < var::Ext_Force)
@@ -363,10 +364,10 @@ void Copy_External_Force()
         r.Ext_Force_Table(p) = r.CalcData(var::Ext_Force, p);
 }
 
-void Read_Calc_Data(Record_Reader& ar)
+void Read_Calc_Data(Design_State& design, Record_Reader& ar)
 {
-    Read_Rows(ar, 0, design.run.File_Saved_Variables);
-    Copy_External_Force();
+    Read_Rows(design, ar, 0, design.run.File_Saved_Variables);
+    Copy_External_Force(design);
 }
 
 /// Behind the table stand empty texts or nothing. Further numbers there mean that the counts do not fit the
@@ -384,7 +385,7 @@ void Check_Tail(Record_Reader& ar, bool texts_follow)
 }
 
 /// The keyway's clock position is not in the file: it follows from its angle and the direction of rotation.
-void Rebuild_Keyway_Text()
+void Rebuild_Keyway_Text(Design_State& design)
 {
     const int quarter = (((design.cam.Keyway_Clockangle * design.cam.Rotflag) % 360) + 360) % 360;
     switch (quarter) {
@@ -407,64 +408,64 @@ void Rebuild_Keyway_Text()
 }
 
 /// What the loaded fields bring with them: units, labels, arm, keyway, shift, extremes.
-void Refresh_Derived()
+void Refresh_Derived(Design_State& design)
 {
     Cam_Group& c = design.cam;
-    Set_Units();
+    Set_Units(design);
     c.Arm_Pivot_Dist = Sqr(c.ArmX * c.ArmX + c.ArmY * c.ArmY);
-    Rebuild_Keyway_Text();
+    Rebuild_Keyway_Text(design);
     c.Shift_Points = To_Integer(c.Shift_Angle / 360.0 * design.motion.Max_Data_Points_used);
-    Phi_Extremes();
-    Rho_Extremes();
+    Phi_Extremes(design);
+    Rho_Extremes(design);
 }
 
-void Skip()
+void Skip(Design_State& design)
 {
-    Trap("Skip in mod_Disksubs", [] {
+    Trap("Skip in mod_Disksubs", [&] {
         design.flags.From_Disk = true;
         design.run.Reading_File = false;
-        Refresh_Derived();
+        Refresh_Derived(design);
         Refresh_Screens();
     });
 }
 
-void ReadFile_8(Record_Reader& ar)
+void ReadFile_8(Design_State& design, Record_Reader& ar)
 {
     Run_Group& run = design.run;
     const bool whole = Trap("ReadFile_8", [&] {
         design.flags.From_Disk = true;
         Model_Counts n;
-        Labelled_Items(ar, n, Format_Of(run.File_Version, run.File_Release), [&] {
-            Keep_Counts(n, n.variables - 6);
-            Make_Room(ar, run.File_Saved_Variables, n.points);
+        Labelled_Items(design, ar, n, Format_Of(run.File_Version, run.File_Release), [&] {
+            Keep_Counts(design, n, n.variables - 6);
+            Make_Room(design, ar, run.File_Saved_Variables, n.points);
         });
         run.Read_Complete = true;
-        Read_Calc_Data(ar);
+        Read_Calc_Data(design, ar);
         Check_Tail(ar, true);
-        Skip();
+        Skip(design);
     });
     if (!whole)
         run.Read_Partial = true;
 }
 
-void ReadFile_72(Record_Reader& ar)
+void ReadFile_72(Design_State& design, Record_Reader& ar)
 {
     Run_Group& run = design.run;
     const bool whole = Trap("ReadFile_72", [&] {
         design.flags.From_Disk = true;
         Model_Counts n;
-        Labelled_Items(ar, n, Format_Of(run.File_Version, run.File_Release), [&] {
-            Keep_Counts(n, n.variables - 6);
-            Make_Room(ar, run.Saved_Variables, n.points);
+        Labelled_Items(design, ar, n, Format_Of(run.File_Version, run.File_Release), [&] {
+            Keep_Counts(design, n, n.variables - 6);
+            Make_Room(design, ar, run.Saved_Variables, n.points);
         });
         run.Read_Complete = true;
         if (run.Has_Calc_Data) {
-            Read_Calc_Data(ar);
+            Read_Calc_Data(design, ar);
             Check_Tail(ar, false);
-            Skip();
+            Skip(design);
             return;
         }
-        Skip();
+        Skip(design);
         Flags_Group& f = design.flags;
         f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = false;
         Refresh_Screens();
@@ -525,13 +526,13 @@ Old_Layout Layout_Old(double tag, double release)
 }
 
 /// Header counts, segments and the calculated rows behind them.
-void Read_Old_Start(Record_Reader& ar, const Old_Layout& layout, Model_Counts& n)
+void Read_Old_Start(Design_State& design, Record_Reader& ar, const Old_Layout& layout, Model_Counts& n)
 {
-    Counts_Block(ar, n);
-    Keep_Counts(n, n.variables - layout.less_variables);
-    Make_Room(ar, design.run.File_Saved_Variables, n.points);
+    Counts_Block(design, ar, n);
+    Keep_Counts(design, n, n.variables - layout.less_variables);
+    Make_Room(design, ar, design.run.File_Saved_Variables, n.points);
     Segment_Block(ar, n);
-    Read_Rows(ar, layout.first_row, design.run.File_Saved_Variables);
+    Read_Rows(design, ar, layout.first_row, design.run.File_Saved_Variables);
     if (layout.first_row == 1) {  // the angles were not stored
         Single angle = 0.0;
         for (Single& point : design.results.CalcData.Points(var::Angle)) {
@@ -540,23 +541,23 @@ void Read_Old_Start(Record_Reader& ar, const Old_Layout& layout, Model_Counts& n
         }
     }
     if (layout.copies_force)
-        Copy_External_Force();
-    Cam_Block(ar);
+        Copy_External_Force(design);
+    Cam_Block(design, ar);
 }
 
 /// From the condition lists to the end of what the layout holds.
-void Read_Old_Lists(Record_Reader& ar, const Old_Layout& layout, const Model_Counts& n)
+void Read_Old_Lists(Design_State& design, Record_Reader& ar, const Old_Layout& layout, const Model_Counts& n)
 {
     if (layout.conditions == Condition_Form::three_angles)
-        Condition_Lists(ar, n.segment_limit, 3, 4);
+        Condition_Lists(design, ar, n.segment_limit, 3, 4);
     else if (layout.conditions == Condition_Form::eight_angles)
-        Condition_Lists(ar, n.segment_limit, 8, 9);
+        Condition_Lists(design, ar, n.segment_limit, 8, 9);
     if (layout.seg_programs)
         Seg_Program_List(ar, n.segment_limit);
     if (!layout.to_model_type)
         return;
-    Spline_Block(ar, n);
-    Constraint_Block(ar, n, [&](int j, int k) {
+    Spline_Block(design, ar, n);
+    Constraint_Block(design, ar, n, [&](int j, int k) {
         for (int p = 0; p <= design.motion.Max_Data_Points_used; ++p) {
             Single value;
             ar.Bare(value);
@@ -564,7 +565,7 @@ void Read_Old_Lists(Record_Reader& ar, const Old_Layout& layout, const Model_Cou
         }
     });
     Two_Mass_Block(ar);
-    Lump_Two_Masses();
+    Lump_Two_Masses(design);
     if (!layout.after_model_type)
         return;
     Settings_Block(ar, n);
@@ -572,32 +573,32 @@ void Read_Old_Lists(Record_Reader& ar, const Old_Layout& layout, const Model_Cou
         ar.Drop_Text();
 }
 
-void ReadFile71(Record_Reader& ar)
+void ReadFile71(Design_State& design, Record_Reader& ar)
 {
     Run_Group& run = design.run;
     const bool whole = Trap("ReadFile71", [&] {
         design.flags.From_Disk = true;
         const Old_Layout layout = Layout_71(run.File_Version, run.File_Release);
         Model_Counts n;
-        Read_Old_Start(ar, layout, n);
+        Read_Old_Start(design, ar, layout, n);
         ar.Record("Cutter Radius");
-        Read_Old_Lists(ar, layout, n);
-        Skip();
+        Read_Old_Lists(design, ar, layout, n);
+        Skip(design);
     });
     if (!whole)
         run.Read_Partial = true;
 }
 
 /// The end of Read_Old_file, reached also after an error: what was read is put in order.
-void Old_File_Tail()
+void Old_File_Tail(Design_State& design)
 {
     design.flags.From_Disk = true;
     design.run.Reading_File = false;
-    Trap("Read_Old_file", [] { Refresh_Derived(); });
+    Trap("Read_Old_file", [&] { Refresh_Derived(design); });
     Refresh_Screens();
 }
 
-void Read_Old_file(Record_Reader& ar)
+void Read_Old_file(Design_State& design, Record_Reader& ar)
 {
     Run_Group& run = design.run;
     bool too_old = false;
@@ -611,7 +612,7 @@ void Read_Old_file(Record_Reader& ar)
         const double release = run.File_Release;
         const Old_Layout layout = Layout_Old(tag, release);
         Model_Counts n;
-        Read_Old_Start(ar, layout, n);
+        Read_Old_Start(design, ar, layout, n);
         if (tag < 7.0 && release < Single(2.2)) {
             too_old = true;
             return;
@@ -619,7 +620,7 @@ void Read_Old_file(Record_Reader& ar)
         ar.Drop_Text();  // the cutter radius, kept as a text that no later release takes
         if (tag < 7.0 && release < Single(2.3))
             return;
-        Read_Old_Lists(ar, layout, n);
+        Read_Old_Lists(design, ar, layout, n);
     });
     if (too_old) {
         Show_Message("This file is too old to read", Buttons::OK, Symbol::stop);
@@ -630,17 +631,17 @@ void Read_Old_file(Record_Reader& ar)
     if (!whole)
         run.Read_Partial = true;
     if (!nothing_follows)
-        Old_File_Tail();
+        Old_File_Tail(design);
 }
 
-void Refuse(const std::string& text)
+void Refuse(Design_State& design, const std::string& text)
 {
     Show_Message(text, Buttons::OK, Symbol::exclamation);
     design.run.Read_Abort = true;
 }
 
 /// The header: identity, tag, release and stored path. false: the read ends here.
-bool Read_Header(Record_Reader& ar)
+bool Read_Header(Design_State& design, Record_Reader& ar)
 {
     Run_Group& run = design.run;
     const std::string_view start = ar.Peek(identifying_characters + 1);
@@ -649,7 +650,7 @@ bool Read_Header(Record_Reader& ar)
     const std::string_view program = design.identity.Program_Name;
     const std::string_view first = start.substr(start.front() == '"' ? 1 : 0, identifying_characters);
     if (first != program.substr(0, identifying_characters)) {
-        Refuse("This data file is not compatible with " + std::string(program) + ". ");
+        Refuse(design, "This data file is not compatible with " + std::string(program) + ". ");
         return false;
     }
     ar.Line();
@@ -683,10 +684,10 @@ bool Read_Header(Record_Reader& ar)
     return true;
 }
 
-using Reader = void (*)(Record_Reader&);
+using Reader = void (*)(Design_State&, Record_Reader&);
 
 /// The reader of a version, or none for a version that never was.
-Reader Choose_Reader()
+Reader Choose_Reader(Design_State& design)
 {
     Run_Group& run = design.run;
     const double version = run.File_Version;
@@ -709,27 +710,27 @@ Reader Choose_Reader()
 
 }  // namespace
 
-bool ReadFile(Byte_Source& source)
+bool ReadFile(Design_State& design, Byte_Source& source)
 {
     Run_Group& run = design.run;
     run.Read_Abort = run.Read_Partial = run.Read_Complete = run.Has_Calc_Data = false;
     Show_Wait_Pointer();
-    Record_Reader ar(source);
+    Record_Reader ar(design, source);
     bool go_on = false;
-    if (!Trap("ReadFile", [&] { go_on = Read_Header(ar); }))
+    if (!Trap("ReadFile", [&] { go_on = Read_Header(design, ar); }))
         run.Read_Abort = true;
     if (go_on) {
         run.Reading_File = true;
-        const Reader reader = Choose_Reader();
+        const Reader reader = Choose_Reader(design);
         if (reader == nullptr) {
-            Refuse("This data file is corrupted and cannot be read.");
+            Refuse(design, "This data file is corrupted and cannot be read.");
         } else {
             ar.Use_Shape(reader == ReadFile_8 || reader == ReadFile_72 ? Record_Shape::labelled : Record_Shape::bare);
-            reader(ar);
+            reader(design, ar);
         }
         run.Reading_File = false;
         if (run.Read_Partial)  // labels and decimals follow whatever was read
-            Trap("ReadFile", [] { Refresh_Derived(); });
+            Trap("ReadFile", [&] { Refresh_Derived(design); });
     }
     Restore_Pointer();
     const bool whole = !run.Read_Abort && !run.Read_Partial;
@@ -737,7 +738,7 @@ bool ReadFile(Byte_Source& source)
     return whole;
 }
 
-bool Load_Model(const std::string& path)
+bool Load_Model(Design_State& design, const std::string& path)
 {
     std::unique_ptr<File_Source> source;
     if (!Trap("ReadFile", [&] { source = std::make_unique<File_Source>(path); })) {
@@ -746,16 +747,16 @@ bool Load_Model(const std::string& path)
         run.Read_Abort = true;
         return false;
     }
-    return ReadFile(*source);
+    return ReadFile(design, *source);
 }
 
 // ---- writing
 
-void Write_Model(Byte_Sink& sink, std::string_view tag)
+void Write_Model(Design_State& design, Byte_Sink& sink, std::string_view tag)
 {
     const Identity_Group& id = design.identity;
     const Run_Group& run = design.run;
-    Record_Writer ar(sink);
+    Record_Writer ar(design, sink);
     try {
         ar.Line(id.Program_Name);
         ar.Line(tag);
@@ -765,7 +766,7 @@ void Write_Model(Byte_Sink& sink, std::string_view tag)
         Model_Counts n{design.motion.No_of_segments, run.Max_Variables, run.Max_Segments_possible,
                        run.Max_Bounds_possible, design.motion.Max_Data_Points_used};
         const Format format = Format_Of(Val(tag, Decimal_Symbol::point), Val(id.Release_Str, Decimal_Symbol::point));
-        Labelled_Items(ar, n, format, [] {});
+        Labelled_Items(design, ar, n, format, [] {});
         for (int v = 0; v <= run.Saved_Variables; ++v)
             for (const Single value : design.results.CalcData.Points(v))
                 ar.Bare(value);
@@ -781,53 +782,53 @@ void Write_Model(Byte_Sink& sink, std::string_view tag)
 
 namespace {
 
-void Tell_Written()
+void Tell_Written(const Design_State& design)
 {
     Show_Message("The file was successfully written to \n" + design.identity.File_Name, Buttons::OK,
                  Symbol::information);
 }
 
 /// The name under which a failed write is reported.
-std::string_view Writer_Name()
+std::string_view Writer_Name(const Design_State& design)
 {
     return design.identity.Version_Str == "7.2" ? "WriteFile_72" : "WriteFile_8";
 }
 
-bool Write_Under_Trap(Byte_Sink& sink)
+bool Write_Under_Trap(Design_State& design, Byte_Sink& sink)
 {
-    return Trap(Writer_Name(), [&] { Write_Model(sink, design.identity.Version_Str); });
+    return Trap(Writer_Name(design), [&] { Write_Model(design, sink, design.identity.Version_Str); });
 }
 
 /// Whether the format cannot hold the design, so that a cut file is all there can be.
-bool Cut_By_Format()
+bool Cut_By_Format(const Design_State& design)
 {
     return design.motion.No_of_segments == Max_Segments;
 }
 
-bool Write_Whole(const std::string& path)
+bool Write_Whole(Design_State& design, const std::string& path)
 {
     std::unique_ptr<Whole_File> file;
-    if (!Trap(Writer_Name(), [&] { file = std::make_unique<Whole_File>(path); }))
+    if (!Trap(Writer_Name(design), [&] { file = std::make_unique<Whole_File>(path); }))
         return false;
-    const bool written = Write_Under_Trap(file->Sink());
-    if (!written && !Cut_By_Format())
+    const bool written = Write_Under_Trap(design, file->Sink());
+    if (!written && !Cut_By_Format(design))
         return false;
-    return Trap(Writer_Name(), [&] { file->Commit(); }) && written;
+    return Trap(Writer_Name(design), [&] { file->Commit(); }) && written;
 }
 
-bool Write_With_Backup(const std::string& path)
+bool Write_With_Backup(Design_State& design, const std::string& path)
 {
     const std::string backup = path + ".bak";
     const bool replaces = std::rename(path.c_str(), backup.c_str()) == 0;
     std::unique_ptr<File_Sink> file;
-    if (!Trap(Writer_Name(), [&] { file = std::make_unique<File_Sink>(path); })) {
+    if (!Trap(Writer_Name(design), [&] { file = std::make_unique<File_Sink>(path); })) {
         if (replaces)
             std::rename(backup.c_str(), path.c_str());
         return false;
     }
-    bool written = Write_Under_Trap(*file);
+    bool written = Write_Under_Trap(design, *file);
     if (written)
-        written = Trap(Writer_Name(), [&] { file->Close(); });
+        written = Trap(Writer_Name(design), [&] { file->Close(); });
     if (written && replaces)
         std::remove(backup.c_str());
     return written;
@@ -835,23 +836,23 @@ bool Write_With_Backup(const std::string& path)
 
 }  // namespace
 
-bool Write_Model_File(Replace replace)
+bool Write_Model_File(Design_State& design, Replace replace)
 {
     Show_Wait_Pointer();
     const std::string& path = design.identity.File_Name;
-    const bool written = replace == Replace::with_backup ? Write_With_Backup(path) : Write_Whole(path);
+    const bool written = replace == Replace::with_backup ? Write_With_Backup(design, path) : Write_Whole(design, path);
     if (written) {
         design.flags.Model_Saved = true;
         design.identity.Model_Name = StripFilename(path);
     }
     Restore_Pointer();
     if (written)
-        Tell_Written();
+        Tell_Written(design);
     Refresh_Screens();
     return written;
 }
 
-bool SaveAs(std::string_view format)
+bool SaveAs(Design_State& design, std::string_view format)
 {
     const Host& host = Installed_Host();
     File_Dialog dialog;
@@ -866,7 +867,7 @@ bool SaveAs(std::string_view format)
     if (format == "7.2")
         design.identity.Version_Str = "7.2";
     design.identity.File_Name = *chosen;
-    const bool written = Write_Model_File(Replace::with_backup);
+    const bool written = Write_Model_File(design, Replace::with_backup);
     design.identity.Version_Str = version;
     return written;
 }
@@ -882,39 +883,39 @@ bool Confirm_Older_Format()
 
 namespace {
 
-bool Save_As_Older(const std::string& tag)
+bool Save_As_Older(Design_State& design, const std::string& tag)
 {
     if (!Confirm_Older_Format())
         return false;
     const std::string version = design.identity.Version_Str;
     design.identity.Version_Str = tag;
-    const bool written = SaveAs(tag);
+    const bool written = SaveAs(design, tag);
     design.identity.Version_Str = version;
     return written;
 }
 
 }  // namespace
 
-bool Save_As_Plus()
+bool Save_As_Plus(Design_State& design)
 {
-    return SaveAs(design.identity.Version_Str);
+    return SaveAs(design, design.identity.Version_Str);
 }
 
-bool Save_As_V8()
+bool Save_As_V8(Design_State& design)
 {
-    return Save_As_Older("8");
+    return Save_As_Older(design, "8");
 }
 
-bool Save_As_V7()
+bool Save_As_V7(Design_State& design)
 {
-    return Save_As_Older("7.2");
+    return Save_As_Older(design, "7.2");
 }
 
-bool Save_Model()
+bool Save_Model(Design_State& design)
 {
     if (!design.flags.Model_Saved)
-        return SaveAs(design.identity.Version_Str);
-    return Write_Model_File(Replace::with_backup);
+        return SaveAs(design, design.identity.Version_Str);
+    return Write_Model_File(design, Replace::with_backup);
 }
 
 namespace {
@@ -938,11 +939,11 @@ std::string Read_Report(const std::string& path, bool whole)
 }
 
 /// Reads the chosen file into a design that was just reset, and tells the user what became of it.
-bool Read_Chosen(const std::string& path)
+bool Read_Chosen(Design_State& design, const std::string& path)
 {
     const Run_Group& run = design.run;
     design.identity.File_Name = path;
-    Load_Model(path);
+    Load_Model(design, path);
     if (run.Read_Abort)
         return false;
     design.identity.Model_Name = StripFilename(path);
@@ -958,7 +959,7 @@ bool Read_Chosen(const std::string& path)
     }
     f.CompCam_Calc = false;
     const int segment = design.motion.Seg;
-    design.motion.No_Conditions(segment) = Conditions_of(segment);
+    design.motion.No_Conditions(segment) = Conditions_of(design, segment);
     Refresh_Screens();
     Show_Message(Read_Report(path, !run.Read_Partial), Buttons::OK, Symbol::information);
     return !run.Read_Partial;
@@ -966,22 +967,22 @@ bool Read_Chosen(const std::string& path)
 
 }  // namespace
 
-bool May_Reset()
+bool May_Reset(Design_State& design)
 {
     if (!design.flags.Calculated || design.flags.Model_Saved)
         return true;
     const Answer answer =
         Show_Message("The current data has not been saved.  Do you want to save it before resetting?", Buttons::Yes_No);
-    return answer == Answer::No || Save_As_Plus();
+    return answer == Answer::No || Save_As_Plus(design);
 }
 
-bool Open_Model()
+bool Open_Model(Design_State& design)
 {
-    if (!May_Reset())
+    if (!May_Reset(design))
         return false;
     bool read = false;
     Trap("frm_Homescreen.Open", [&] {
-        Reset_All();
+        Reset_All(design);
         const Host& host = Installed_Host();
         File_Dialog dialog;
         dialog.title = "Open a model";
@@ -990,19 +991,19 @@ bool Open_Model()
         dialog.suggestion = "*.cam";
         const auto chosen = host.open_dialog ? host.open_dialog(dialog) : std::nullopt;
         if (chosen)  // a cancelled dialog leaves the design reset
-            read = Read_Chosen(*chosen);
+            read = Read_Chosen(design, *chosen);
     });
     return read;
 }
 
-bool Open_Model(const std::string& path)
+bool Open_Model(Design_State& design, const std::string& path)
 {
-    if (!May_Reset())
+    if (!May_Reset(design))
         return false;
     bool read = false;
     Trap("frm_Homescreen.Open", [&] {
-        Reset_All();
-        read = Read_Chosen(path);
+        Reset_All(design);
+        read = Read_Chosen(design, path);
     });
     return read;
 }

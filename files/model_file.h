@@ -12,6 +12,8 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// Reads a model from an opened source into the design: header, version questions, choice of reader. The
 /// flags Read_Abort, Read_Partial and Read_Complete tell the outcome:
 ///
@@ -21,14 +23,14 @@ namespace lobemax {
 ///   Read_Partial and Read_Complete    an error after their end, in the calculated table
 ///
 /// @return true when the model was read in full
-bool ReadFile(Byte_Source& source);
+bool ReadFile(Design_State& design, Byte_Source& source);
 
 /// Opens the file and calls ReadFile; a file that cannot be opened is reported and sets Read_Abort.
-bool Load_Model(const std::string& path);
+bool Load_Model(Design_State& design, const std::string& path);
 
 /// Writes the design in the format of a tag, "9", "8" or "7.2", with Version_Str taken as that tag.
 /// @throws Fault, with what came before it written. Fault{9} at the constraints of a design of 20 segments.
-void Write_Model(Byte_Sink& sink, std::string_view tag);
+void Write_Model(Design_State& design, Byte_Sink& sink, std::string_view tag);
 
 /// How a file takes the place of an older one.
 enum class Replace {
@@ -39,33 +41,33 @@ enum class Replace {
 /// Writes the design to File_Name in the format of Version_Str, reports a failure under the name of that
 /// format's writer, WriteFile_8 or WriteFile_72, and sets Model_Saved and tells the user when it went well.
 /// A design of 20 segments cannot be held by the format: its cut file is left, by either way.
-bool Write_Model_File(Replace replace);
+bool Write_Model_File(Design_State& design, Replace replace);
 
 /// Asks for a name and writes. format: "7.2", or any other for the format of Version_Str.
 /// A cancelled dialog changes nothing. @return true when the file was written
-bool SaveAs(std::string_view format);
+bool SaveAs(Design_State& design, std::string_view format);
 
 /// The entries of the Save as menu: "Lobemax 9.x", "Lobemax 8.x" and "Lobemax 7.2 - 7.5". The last two ask
 /// first, since they lose what only the present format holds.
-bool Save_As_Plus();
-bool Save_As_V8();
-bool Save_As_V7();
+bool Save_As_Plus(Design_State& design);
+bool Save_As_V8(Design_State& design);
+bool Save_As_V7(Design_State& design);
 
 /// The question of the older formats; true: go on.
 bool Confirm_Older_Format();
 
 /// Whether the design in memory may be given up: asks about a calculated design that was not saved and, if
 /// the user wants so, saves it. false: it was to be saved and was not, so it must not be lost.
-bool May_Reset();
+bool May_Reset(Design_State& design);
 
 /// File/Open: the question about unsaved work, the reset, the open dialog, the read, and what the user is
 /// told of it. true: a model was read in full.
-bool Open_Model();
+bool Open_Model(Design_State& design);
 
 /// The part of File/Open behind the dialog, for a path that is already known.
-bool Open_Model(const std::string& path);
+bool Open_Model(Design_State& design, const std::string& path);
 
 /// Home screen Save: overwrites File_Name when the design was saved or else acts as Save as.
-bool Save_Model();
+bool Save_Model(Design_State& design);
 
 }  // namespace lobemax

@@ -78,7 +78,7 @@ Record Text_Record(const char* label, std::string& field, std::vector<std::strin
             }};
 }
 
-std::array<Record, 9> Records()
+std::array<Record, 9> Records(Design_State& design)
 {
     return {Number_Record("Unit Code =  ", design.identity.WhichUnit, 1, 5),
             Text_Record("Format  ", design.identity.Number_Format, {"USA", "Europe"}),
@@ -107,19 +107,19 @@ bool Staged(const std::string& routine, Work&& work)
 
 }  // namespace
 
-std::string Program_Folder(const std::string& documents)
+std::string Program_Folder(const Design_State& design, const std::string& documents)
 {
     constexpr std::size_t name_length = 7;
     return documents + "/" + design.identity.Program_Name.substr(0, name_length) + "/";
 }
 
-bool Read_Preferences(const std::string& folder)
+bool Read_Preferences(Design_State& design, const std::string& folder)
 {
     const std::string path = folder + file_name;
     std::error_code none;
     if (!std::filesystem::exists(path, none)) {
         std::filesystem::create_directories(folder, none);
-        Write_Preferences(folder);
+        Write_Preferences(design, folder);
         return false;
     }
     return Staged("Read_Preferences", [&](std::string& stage) {
@@ -130,7 +130,7 @@ bool Read_Preferences(const std::string& folder)
         stage = " when reading Pref_File";
         text.resize(source.Read(text.data(), text.size()));
         std::istringstream lines(text);
-        for (const Record& record : Records()) {
+        for (const Record& record : Records(design)) {
             std::string line;
             if (!std::getline(lines, line))
                 throw Fault{past_end_of_file};
@@ -142,14 +142,14 @@ bool Read_Preferences(const std::string& folder)
     });
 }
 
-bool Write_Preferences(const std::string& folder)
+bool Write_Preferences(Design_State& design, const std::string& folder)
 {
     return Staged("Write_Preferences", [&](std::string& stage) {
         stage = " when opening Preferences.txt File";
         Whole_File file(folder + file_name);
         stage = " when writing Preferences.txt File";
         std::string text;
-        for (const Record& record : Records())
+        for (const Record& record : Records(design))
             text += Quoted(record.label) + "," + record.write() + line_end;
         file.Sink().Write(text.data(), text.size());
         file.Commit();

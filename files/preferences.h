@@ -10,17 +10,19 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// The program's folder in a documents folder (without its closing separator): the first seven characters of
 /// Program_Name; ends with a separator.
-std::string Program_Folder(const std::string& documents);
+std::string Program_Folder(const Design_State& design, const std::string& documents);
 
 /// Reads the nine records over the fields; where the file is not there makes the folder and writes it. A failure is
 /// reported with its stage, and the fields not yet read keep what they had.
 /// @return whether the fields are those of the file
-bool Read_Preferences(const std::string& folder);
+bool Read_Preferences(Design_State& design, const std::string& folder);
 
 /// Writes the nine records from the present fields; a failure is reported with its stage.
-bool Write_Preferences(const std::string& folder);
+bool Write_Preferences(Design_State& design, const std::string& folder);
 
 /// The user's list of default applications with the program as the one that opens its model files, or, for any other
 /// application than "Lobemax", with none for them: what stands for the file association on this platform.

@@ -154,7 +154,7 @@ void Record_Writer::Line(std::string_view text)
 void Record_Writer::Record(std::string_view name, const Field_Index& index, Record_Shape shape)
 {
     const Field& field = Field_Named(name);
-    const Field_Ref value = field.at(design, index);
+    const Field_Ref value = field.at(design_, index);
     if (shape == Record_Shape::labelled) {
         Quoted(Field_Label(field, index));
         buffer_ += ',';
@@ -187,7 +187,10 @@ void Record_Writer::Bare(Single value)
 
 // ---- reader
 
-Record_Reader::Record_Reader(Byte_Source& source, Record_Shape shape) : source_(source), shape_(shape) {}
+Record_Reader::Record_Reader(Design_State& design, Byte_Source& source, Record_Shape shape)
+    : design_(design), source_(source), shape_(shape)
+{
+}
 
 /// Moves what is left to the front of the buffer and fills up behind it; false when there is nothing more.
 bool Record_Reader::Fill()
@@ -357,7 +360,7 @@ std::string Record_Reader::Line()
 
 void Record_Reader::Record(std::string_view name, const Field_Index& index, Record_Shape shape)
 {
-    const Field_Ref value = Field_Named(name).at(design, index);
+    const Field_Ref value = Field_Named(name).at(design_, index);
     Skip_Label(shape);
     Value(value);
 }

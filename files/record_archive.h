@@ -28,7 +28,7 @@ class Record_Writer {
 public:
     static constexpr bool reading = false;
 
-    explicit Record_Writer(Byte_Sink& sink) : sink_(sink) { buffer_.reserve(capacity); }
+    Record_Writer(Design_State& design, Byte_Sink& sink) : design_(design), sink_(sink) { buffer_.reserve(capacity); }
 
     /// A bare line holding a text, for the header and the tail.
     void Line(std::string_view text);
@@ -49,6 +49,7 @@ private:
     void Number(Single value);
     void End_Line();
 
+    Design_State& design_;
     Byte_Sink& sink_;
     std::string buffer_;
 };
@@ -60,7 +61,7 @@ public:
     static constexpr std::size_t longest_record = 1 << 16;
 
     /// shape: how the records of this file stand where the order does not say so itself
-    explicit Record_Reader(Byte_Source& source, Record_Shape shape = Record_Shape::labelled);
+    explicit Record_Reader(Design_State& design, Byte_Source& source, Record_Shape shape = Record_Shape::labelled);
 
     void Use_Shape(Record_Shape shape) { shape_ = shape; }
 
@@ -98,6 +99,7 @@ private:
     std::string Text();
     void Value(const Field_Ref& value);
 
+    Design_State& design_;
     Byte_Source& source_;
     Record_Shape shape_;
     std::string unquoted_;  // a quoted text with its doubled quotes undone

@@ -37,11 +37,11 @@ void Write_Whole(const std::string& path, const std::string& text)
 
 /// The design as a model file. What the format cannot hold (the last conditions of 20 segments) is left out, as in any
 /// saved file.
-std::string Model_Text()
+std::string Model_Text(Design_State& design)
 {
     Text_Sink sink;
     try {
-        Write_Model(sink, present_format);
+        Write_Model(design, sink, present_format);
     } catch (const Fault&) {
         // what came before the fault stands in the text: all that was typed, but not the calculated table
     }
@@ -50,7 +50,7 @@ std::string Model_Text()
 
 }  // namespace
 
-bool Worth_Recovering()
+bool Worth_Recovering(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
     if (design.flags.Model_Saved)
@@ -63,16 +63,16 @@ bool Worth_Recovering()
     return false;
 }
 
-bool Write_Recovery(const std::string& folder)
+bool Write_Recovery(Design_State& design, const std::string& folder)
 {
-    if (!Worth_Recovering()) {
+    if (!Worth_Recovering(design)) {
         Drop_Recovery(folder);
         return true;
     }
     try {
         Write_Whole(folder + Recovery_Note_Name,
                     design.identity.Number_Format + "\n" + design.identity.File_Name + "\n");
-        Write_Whole(folder + Recovery_Model_Name, Model_Text());
+        Write_Whole(folder + Recovery_Model_Name, Model_Text(design));
         return true;
     } catch (const Fault&) {
         return false;  // an unattended write tells nobody: the user's own save will
@@ -86,7 +86,7 @@ void Drop_Recovery(const std::string& folder)
     fs::remove(folder + Recovery_Note_Name, ignored);
 }
 
-bool Offer_Recovery(const std::string& folder)
+bool Offer_Recovery(Design_State& design, const std::string& folder)
 {
     const std::string model = folder + Recovery_Model_Name;
     std::error_code none;
@@ -109,12 +109,12 @@ bool Offer_Recovery(const std::string& folder)
     const std::size_t line = note.find('\n');
     if (const std::string format = note.substr(0, line); format == "USA" || format == "Europe")
         design.identity.Number_Format = format;
-    Reset_All();
-    const bool read = Load_Model(model);
+    Reset_All(design);
+    const bool read = Load_Model(design, model);
     if (!read && !design.run.Read_Partial) {
         fs::rename(model, model + ".bad", none);
         Drop_Recovery(folder);
-        Reset_All();
+        Reset_All(design);
         Show_Message("The recovery file could not be read.  It is kept as\n" + model + ".bad", Buttons::OK,
                      Symbol::exclamation);
         return false;
@@ -126,7 +126,7 @@ bool Offer_Recovery(const std::string& folder)
     design.flags.Model_Saved = false;
     if (!read)
         design.flags.Calculated = design.flags.Modelflag = design.flags.Polydyne_Calc = false;
-    Set_Units();
+    Set_Units(design);
     Drop_Recovery(folder);
     Refresh_Screens();
     return true;

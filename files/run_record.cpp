@@ -58,7 +58,7 @@ std::string State_Word(const std::string& path)
 
 }  // namespace
 
-Run_Start Check_Run_Record(const std::string& folder, const std::string& command_line)
+Run_Start Check_Run_Record(const Design_State& design, const std::string& folder, const std::string& command_line)
 {
     const std::string path = folder + file_name;
     const std::string& program = design.identity.Program_Name;

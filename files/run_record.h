@@ -6,6 +6,8 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 enum class Run_Start {
     go_on,          // the first run, or the last one ended properly
     after_a_crash,  // the last run died, or another runs: the user was told
@@ -16,7 +18,7 @@ enum class Run_Start {
 ///
 /// @param folder        of the program, ending with its separator; made where it is not there
 /// @param command_line  the file named on the command line, or empty
-Run_Start Check_Run_Record(const std::string& folder, const std::string& command_line);
+Run_Start Check_Run_Record(const Design_State& design, const std::string& folder, const std::string& command_line);
 
 /// Marks the normal end of the run, where every normal exit comes by. An empty folder writes nothing.
 void Terminate(const std::string& folder);

@@ -15,7 +15,7 @@ namespace {
 constexpr std::array derivative_names{"S", "V", "A"};
 
 /// Jump at the end of a segment; the last one meets the first.
-double Jump_at_End(const Segment_Ends& Firstlast, int segment, int derivative)
+double Jump_at_End(const Design_State& design, const Segment_Ends& Firstlast, int segment, int derivative)
 {
     const int next = segment == design.motion.No_of_segments ? 1 : segment + 1;
     return std::abs(Firstlast(segment, 2, derivative) - Firstlast(next, 1, derivative));
@@ -23,14 +23,15 @@ double Jump_at_End(const Segment_Ends& Firstlast, int segment, int derivative)
 
 }  // namespace
 
-void ContinuityCheck(const Segment_Ends& Firstlast, Flag& Continuous, Bounded<Single, 0, 2>& Max_Jump)
+void ContinuityCheck(const Design_State& design, const Segment_Ends& Firstlast, Flag& Continuous,
+                     Bounded<Single, 0, 2>& Max_Jump)
 {
     const Motion_Group& m = design.motion;
     Continuous = true;
     for (int d = 0; d <= 2; ++d) {
         Max_Jump(d) = 0.0;
         for (int i = 1; i <= m.No_of_segments; ++i) {
-            const double jump = Jump_at_End(Firstlast, i, d);
+            const double jump = Jump_at_End(design, Firstlast, i, d);
             if (jump > m.Jump_Limit)
                 Continuous = false;
             Max_Jump(d) = std::max<double>(Max_Jump(d), jump);
@@ -38,20 +39,20 @@ void ContinuityCheck(const Segment_Ends& Firstlast, Flag& Continuous, Bounded<Si
     }
 }
 
-int Worst_Joint(int derivative)
+int Worst_Joint(const Design_State& design, int derivative)
 {
     const Motion_Group& m = design.motion;
     int worst = 0;
     double largest = 0.0;
     for (int i = 1; i <= m.No_of_segments; ++i)
-        if (const double jump = Jump_at_End(m.Firstlast, i, derivative); jump > largest) {
+        if (const double jump = Jump_at_End(design, m.Firstlast, i, derivative); jump > largest) {
             largest = jump;
             worst = i;
         }
     return worst;
 }
 
-double Largest_Absolute(int variable)
+double Largest_Absolute(const Design_State& design, int variable)
 {
     Single largest;
     Single smallest;
@@ -59,13 +60,13 @@ double Largest_Absolute(int variable)
     return std::max(std::abs(double{largest}), std::abs(double{smallest}));
 }
 
-double Jump_Percent(int derivative)
+double Jump_Percent(const Design_State& design, int derivative)
 {
-    const double peak = Largest_Absolute(var::S + derivative);
+    const double peak = Largest_Absolute(design, var::S + derivative);
     return peak == 0.0 ? 0.0 : design.motion.Max_Jump(derivative) / peak * 100.0;
 }
 
-std::string Continuity_Text()
+std::string Continuity_Text(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
     if (m.Continuous)
@@ -79,23 +80,23 @@ std::string Continuity_Text()
     for (int d = 0; d <= 2; ++d)
         if (m.Max_Jump(d) > m.Jump_Limit)
             text += std::string("\nThe largest discontinuity between adjacent ") + derivative_names.at(d) +
-                    " values is: " + FNRoundStr(m.Max_Jump(d), 6) + ",   or  " + FNRoundStr(Jump_Percent(d), 4) +
-                    " % of maximum value.";
+                    " values is: " + FNRoundStr(design, m.Max_Jump(d), 6) + ",   or  " +
+                    FNRoundStr(design, Jump_Percent(design, d), 4) + " % of maximum value.";
     return text +
            "\nIf the percent errors are very small it is due to computational roundoff error."
            "\nClick OK to ignore these discontinuities."
            "\nClick Cancel to return to the SVAJ screen for redesign of the cam program.";
 }
 
-bool Continuity_Report()
+bool Continuity_Report(Design_State& design)
 {
     Motion_Group& m = design.motion;
-    ContinuityCheck(m.Firstlast, m.Continuous, m.Max_Jump);
+    ContinuityCheck(design, m.Firstlast, m.Continuous, m.Max_Jump);
     if (m.Continuous) {
-        Show_Message(Continuity_Text(), Buttons::OK, Symbol::information);
+        Show_Message(Continuity_Text(design), Buttons::OK, Symbol::information);
         return true;
     }
-    return Show_Message(Continuity_Text(), Buttons::OK_Cancel, Symbol::exclamation) == Answer::OK;
+    return Show_Message(Continuity_Text(design), Buttons::OK_Cancel, Symbol::exclamation) == Answer::OK;
 }
 
 }  // namespace lobemax

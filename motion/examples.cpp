@@ -90,71 +90,71 @@ Example Make_Example(std::string_view name)
 }
 
 /// A number as the user would type it in the number format in force.
-std::string Typed(double value)
+std::string Typed(const Design_State& design, double value)
 {
-    return In_Number_Format(Shortest(Single(value)));
+    return In_Number_Format(design, Shortest(Single(value)));
 }
 
-void Fill_Table(const Example& example)
+void Fill_Table(Design_State& design, const Example& example)
 {
     Motion_Group& m = design.motion;
     m.No_of_segments = static_cast<int>(example.segments.size());
     int i = 0;
     for (const Example_Segment& segment : example.segments) {
         ++i;
-        Pick_Motion(i, segment.kind);
-        Pick_Program(i, segment.program);
+        Pick_Motion(design, i, segment.kind);
+        Pick_Program(design, i, segment.program);
         m.Beta_Deg(i) = segment.beta;
         m.Beta_Rad(i) = segment.beta / Deg_per_Rad;
         const bool shop = example.positions == Positions::shop_length;
-        m.Start_Value(i) = Typed(shop ? Shop_Length(segment.start) : segment.start);
-        m.End_Value(i) = Typed(shop ? Shop_Length(segment.end) : segment.end);
+        m.Start_Value(i) = Typed(design, shop ? Shop_Length(design, segment.start) : segment.start);
+        m.End_Value(i) = Typed(design, shop ? Shop_Length(design, segment.end) : segment.end);
     }
-    Update_Segment_Angles();
+    Update_Segment_Angles(design);
 }
 
 }  // namespace
 
-bool Load_Example(std::string_view name)
+bool Load_Example(Design_State& design, std::string_view name)
 {
     const auto found = std::find_if(Example_Names.begin(), Example_Names.end(),
                                     [&](std::string_view known) { return Same_Text(known, name); });
     if (found == Example_Names.end())
         return false;
     const Example example = Make_Example(*found);
-    Reset_All();
+    Reset_All(design);
     Cam_Group& c = design.cam;
     c.Camtype = "Radial";
     c.Barrel_Type = "";
     c.Rotflag = -1;
-    Set_Step(1.0);
+    Set_Step(design, 1.0);
     c.Translating = !example.oscillating;
     c.Followtype = example.name == "Flat Follower" ? 2 : 1;
-    Set_Shaft_Speed(example.omega);
-    c.Prime_Rad = Shop_Prime_Radius(example.prime_radius);
-    c.Offset = Shop_Length(example.offset);
-    Roller_Defaults(example.roller_factor);
+    Set_Shaft_Speed(design, example.omega);
+    c.Prime_Rad = Shop_Prime_Radius(design, example.prime_radius);
+    c.Offset = Shop_Length(design, example.offset);
+    Roller_Defaults(design, example.roller_factor);
     if (example.oscillating) {
-        c.ArmX = Shop_Length(4.0);
-        c.ArmY = Shop_Length(2.5);
-        c.ArmRad = Shop_Length(4.0);
+        c.ArmX = Shop_Length(design, 4.0);
+        c.ArmY = Shop_Length(design, 2.5);
+        c.ArmRad = Shop_Length(design, 4.0);
         c.ArmDirect = -1;
     }
-    Fill_Table(example);
-    Set_Units();
+    Fill_Table(design, example);
+    Set_Units(design);
     design.flags.Example_Loaded = true;
     return true;
 }
 
-bool Calculate_Example()
+bool Calculate_Example(Design_State& design)
 {
     // The motion alone: sizing and dynamics stay undone, and their flags false, until their rungs calculate them.
-    return Calc_All(true) && Motion_Done() && design.flags.Calculated;
+    return Calc_All(design, true) && Motion_Done(design) && design.flags.Calculated;
 }
 
-bool Build_Example(std::string_view name)
+bool Build_Example(Design_State& design, std::string_view name)
 {
-    return Load_Example(name) && Calculate_Example();
+    return Load_Example(design, name) && Calculate_Example(design);
 }
 
 }  // namespace lobemax

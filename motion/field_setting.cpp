@@ -99,14 +99,14 @@ std::string Check_Value(std::string_view name, std::string& value)
 }
 
 /// Whether the element belongs to segment 0, which no design uses.
-bool Of_Segment_0(const Field& field, const Field_Index& index)
+bool Of_Segment_0(const Design_State& design, const Field& field, const Field_Index& index)
 {
     const Bounds bounds = field.bounds(design)[0];
     return field.dimensions == 1 && bounds.lo == 0 && bounds.hi == Max_Segments && index.count == 1 && index.at[0] == 0;
 }
 
 /// What follows from a field that was set.
-void Follow(std::string_view name, const Field_Index& index)
+void Follow(Design_State& design, std::string_view name, const Field_Index& index)
 {
     Motion_Group& m = design.motion;
     Cam_Group& c = design.cam;
@@ -114,22 +114,22 @@ void Follow(std::string_view name, const Field_Index& index)
         if (name == cell)
             m.Seg_Done(index.at[0]) = false;  // an edited row waits for its calculation
     if (name == "Shaft speed") {
-        Set_Shaft_Speed(m.Shaft_speed);
+        Set_Shaft_Speed(design, m.Shaft_speed);
     } else if (name == "Beta_Deg") {
         m.Beta_Rad(index.at[0]) = m.Beta_Deg(index.at[0]) / Deg_per_Rad;
-        Update_Segment_Angles();
+        Update_Segment_Angles(design);
     } else if (name == "No of segments") {
-        Update_Segment_Angles();
+        Update_Segment_Angles(design);
     } else if (name == "Program") {
         const std::string code = m.Program(index.at[0]);
-        Pick_Program(index.at[0], Trim(code));
+        Pick_Program(design, index.at[0], Trim(code));
     } else if (name == "Rise_Fall_Dwell") {
         const char kind = m.Rise_Fall_Dwell(index.at[0])[0];
         if (kind == 'P' || kind == 'D' || kind == 'S')
-            Pick_Motion(index.at[0], kind);  // these kinds have one program each
+            Pick_Motion(design, index.at[0], kind);  // these kinds have one program each
     } else if (name == "Ext_Force_On") {
         if (m.Ext_Force_On == 0)
-            Drop_External_Force();
+            Drop_External_Force(design);
     } else if (name == "No of conditions") {
         m.No_Conditions(index.at[0]) = To_Integer(Val(m.No_of_conditions(index.at[0]), Decimal_Symbol::point));
     } else if (name == "Shift_Angle") {
@@ -137,37 +137,37 @@ void Follow(std::string_view name, const Field_Index& index)
     } else if (name == "ArmX" || name == "ArmY") {
         c.Arm_Pivot_Dist = Sqr(c.ArmX * c.ArmX + c.ArmY * c.ArmY);
     } else if (name == "WhichUnit" || name == "Time Base" || name == "Camtype$" || name == "Translating") {
-        Set_Units();
+        Set_Units(design);
     } else if (name == "Links" || name == "Linkage_Type") {
-        Set_Up_Linkage(design.linkage.Links);
+        Set_Up_Linkage(design, design.linkage.Links);
     }
 }
 
 }  // namespace
 
-std::string Apply_Setting(std::string_view setting)
+std::string Apply_Setting(Design_State& design, std::string_view setting)
 {
     const std::size_t equals = setting.find('=');
     if (equals == std::string_view::npos)
         return Quoted(setting) + " is not FIELD=VALUE";
-    const Field_Reference reference = Read_Field_Reference(setting.substr(0, equals));
+    const Field_Reference reference = Read_Field_Reference(design, setting.substr(0, equals));
     if (reference.field == nullptr)
         return reference.error;
     const Field& field = *reference.field;
     std::string value(setting.substr(equals + 1));
     if (field.name == "Deltatheta") {
         const Number_Read step = Read_Number(value, Decimal_Symbol::point);
-        return step.whole && Set_Step(step.value) ? "" : Quoted(value) + " is no step: 1.0, 0.50, 0.25, 0.125";
+        return step.whole && Set_Step(design, step.value) ? "" : Quoted(value) + " is no step: 1.0, 0.50, 0.25, 0.125";
     }
-    if (Of_Segment_0(field, reference.index))
+    if (Of_Segment_0(design, field, reference.index))
         return "index 0 of " + Quoted(field.name) + " is outside 1 to " + std::to_string(Max_Segments);
     if (std::string refusal = Check_Value(field.name, value); !refusal.empty())
         return refusal;
     const Design_State before = design;
-    std::string refusal = Set_Field(field, reference.index, value);
+    std::string refusal = Set_Field(design, field, reference.index, value);
     if (refusal.empty())
         try {
-            Follow(field.name, reference.index);
+            Follow(design, field.name, reference.index);
         } catch (const Fault&) {
             refusal = Quoted(value) + " is too large for " + Quoted(field.name);
         }

@@ -254,7 +254,7 @@ void Complete(Table<double>& table, int k)
     table(phase_row, k) = Dft_Phase(real, imag);
 }
 
-void Zero_Fft_Rows()
+void Zero_Fft_Rows(Design_State& design)
 {
     for (int row = 0; row < fft_rows; ++row)
         std::ranges::fill(design.results.CalcData.Points(first_fft_variable + row), Single{});
@@ -272,7 +272,7 @@ double Dft_Phase(double real, double imag)
     return phase * Deg_per_Rad;
 }
 
-void Calc_DFT(int variable, int first, int last)
+void Calc_DFT(Design_State& design, int variable, int first, int last)
 {
     Results_Group& r = design.results;
     const auto row = r.CalcData.Points(variable);
@@ -291,7 +291,7 @@ void Calc_DFT(int variable, int first, int last)
     }
 }
 
-void Fold_DFT()
+void Fold_DFT(Design_State& design)
 {
     Results_Group& r = design.results;
     for (int k = 1; k <= design.motion.Fft_Half; ++k) {
@@ -301,33 +301,33 @@ void Fold_DFT()
     }
 }
 
-void Store_Current_FFT()
+void Store_Current_FFT(Design_State& design)
 {
     Results_Group& r = design.results;
     for (int k = 1; k <= design.motion.Fft_Half; ++k)
         (void)Single(r.Fft_Work_A(magnitude_row, k));  // what fits no Single faults before a row is touched
-    Zero_Fft_Rows();
+    Zero_Fft_Rows(design);
     for (int row = 0; row < fft_rows; ++row)
         for (int k = 1; k <= design.motion.Fft_Half; ++k)
             r.CalcData(first_fft_variable + row, k) = r.Fft_Work_A(row, k);
 }
 
-bool Do_DFT(int variable, Single first, Single last, int harmonics)
+bool Do_DFT(Design_State& design, int variable, Single first, Single last, int harmonics)
 {
     return Trap("Do_DFT", [&] {
         const Integer first_point = To_Integer(first);
         const Integer last_point = To_Integer(last);
         const Integer count = harmonics;
-        Calc_DFT(variable, first_point, last_point);
+        Calc_DFT(design, variable, first_point, last_point);
         design.motion.Fft_Half = static_cast<int>(std::floor(To_Integer(last - first) / 2.0 + 0.5));
-        Fold_DFT();
-        Store_Current_FFT();
+        Fold_DFT(design);
+        Store_Current_FFT(design);
         design.motion.No_Harmonics = count;
         design.motion.Fft_Variable = variable;
     });
 }
 
-Dft_Range Range_of_Segment(int segment)
+Dft_Range Range_of_Segment(const Design_State& design, int segment)
 {
     const Motion_Group& m = design.motion;
     if (segment == 0)
@@ -352,7 +352,7 @@ bool May_Transform(bool picked, std::optional<int> variable, int harmonics)
     return false;
 }
 
-int Set_Harmonics(int harmonics)
+int Set_Harmonics(Design_State& design, int harmonics)
 {
     Motion_Group& m = design.motion;
     const int most = m.Max_Data_Points_used / 2;
@@ -366,48 +366,48 @@ int Set_Harmonics(int harmonics)
     return m.No_Harmonics;
 }
 
-int Shown_Harmonics()
+int Shown_Harmonics(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
     return std::clamp<int>(m.No_Harmonics, 0, m.Fft_Half);
 }
 
-double Harmonic_Power()
+double Harmonic_Power(const Design_State& design)
 {
     double power = 0.0;
-    for (int k = 1; k <= Shown_Harmonics(); ++k)
+    for (int k = 1; k <= Shown_Harmonics(design); ++k)
         power += design.results.Fft_Work_A(square_row, k) / (k == 1 ? 4.0 : 2.0);
     return power;
 }
 
-double Harmonic_Sum()
+double Harmonic_Sum(const Design_State& design)
 {
     double sum = 0.0;
-    for (int k = 1; k <= Shown_Harmonics(); ++k)
+    for (int k = 1; k <= Shown_Harmonics(design); ++k)
         sum += design.results.Fft_Work_A(magnitude_row, k) / (k == 1 ? 2.0 : 1.0);
     return sum;
 }
 
-std::string Fft_Function_Text(int variable)
+std::string Fft_Function_Text(const Design_State& design, int variable)
 {
     return "Fourier Transform of  " + design.plot.Var_Name(variable);
 }
 
-std::string Fft_Power_Unit(int variable)
+std::string Fft_Power_Unit(const Design_State& design, int variable)
 {
     return "(" + design.plot.Var_Unit(variable) + ") ^2";
 }
 
-std::string Fft_Sum_Unit(int variable)
+std::string Fft_Sum_Unit(const Design_State& design, int variable)
 {
     return "(" + design.plot.Var_Unit(variable) + ")";
 }
 
-void Clear_FFT()
+void Clear_FFT(Design_State& design)
 {
     Zero(design.results.Fft_Work_A);
     Zero(design.results.Fft_Work_B);
-    Zero_Fft_Rows();
+    Zero_Fft_Rows(design);
     design.motion.Fft_Points = 0;
     design.motion.Fft_Half = 0;
     design.motion.Fft_Variable = 0;
@@ -415,7 +415,7 @@ void Clear_FFT()
     Refresh_Screens();
 }
 
-void Finish_FFT()
+void Finish_FFT(Design_State& design)
 {
     Show_Message(
         " The FFT of the selected function is \n"

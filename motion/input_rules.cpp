@@ -27,26 +27,26 @@ int Segment_of(int row)
     return row + 1;
 }
 
-int Decimals_of_Step()
+int Decimals_of_Step(const Design_State& design)
 {
     const double step = design.motion.Deltatheta;
     return step == 1.0 ? 0 : step == 0.5 ? 1 : step == 0.25 ? 2 : 3;
 }
 
-bool Dwells(int segment)
+bool Dwells(const Design_State& design, int segment)
 {
     return design.motion.Rise_Fall_Dwell(segment) == "D" || design.motion.Program(segment) == "DW";
 }
 
 /// What an edit of the table leaves behind.
-void Edited(int segment)
+void Edited(Design_State& design, int segment)
 {
     design.motion.Seg_Done(segment) = false;
     design.flags.Model_Saved = false;
 }
 
 /// A dwell ends where it starts, and the next row starts where it ends.
-void Level_Dwell(int segment)
+void Level_Dwell(Design_State& design, int segment)
 {
     Motion_Group& m = design.motion;
     if (m.End_Value(segment) == m.Start_Value(segment))
@@ -55,32 +55,32 @@ void Level_Dwell(int segment)
     if (segment >= m.No_of_segments)
         return;
     m.Start_Value(segment + 1) = m.End_Value(segment);
-    Edited(segment + 1);
-    if (Dwells(segment + 1))
-        Level_Dwell(segment + 1);
+    Edited(design, segment + 1);
+    if (Dwells(design, segment + 1))
+        Level_Dwell(design, segment + 1);
 }
 
 /// After a change of speed: every row waits for its calculation again, and no result holds. The data go too, unless
 /// they are an example's.
-void Results_Gone()
+void Results_Gone(Design_State& design)
 {
-    Rearm_All_Rows();
+    Rearm_All_Rows(design);
     Flags_Group& f = design.flags;
     f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Polydyne_Calc = f.CompCam_Calc = false;
     f.Linkage_Calc = f.FFT_Done = f.Model_Saved = false;
     if (!f.Example_Loaded)
-        Clear_Motion_Data(design.motion.Max_Data_Points_used, design.run.Saved_Variables);
+        Clear_Motion_Data(design, design.motion.Max_Data_Points_used, design.run.Saved_Variables);
 }
 
 /// The start angle, degrees, with the point count that it stands for.
-void Place_Start_Angle(double angle)
+void Place_Start_Angle(Design_State& design, double angle)
 {
     Cam_Group& c = design.cam;
     c.Shift_Points = To_Integer(angle / whole_turn * design.motion.Max_Data_Points_used);
     c.Shift_Angle = angle;
 }
 
-bool Any_End_Position()
+bool Any_End_Position(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
     for (int i = 1; i <= m.No_of_segments; ++i)
@@ -91,7 +91,7 @@ bool Any_End_Position()
 
 }  // namespace
 
-Row_Openings Openings_of_Row(int row)
+Row_Openings Openings_of_Row(const Design_State& design, int row)
 {
     const Motion_Group& m = design.motion;
     const int segment = Segment_of(row);
@@ -109,7 +109,7 @@ Row_Openings Openings_of_Row(int row)
     return open;
 }
 
-int Kind_Place(int row)
+int Kind_Place(const Design_State& design, int row)
 {
     const std::string& kind = design.motion.Rise_Fall_Dwell(Segment_of(row));
     const std::size_t place = kind.empty() ? std::string_view::npos : kinds.find(kind.front());
@@ -121,7 +121,7 @@ char Kind_at(int place)
     return kinds[Checked_Place(place, 0, static_cast<int>(kinds.size()) - 1)];
 }
 
-int Program_Place(int row)
+int Program_Place(const Design_State& design, int row)
 {
     const Motion_Program* const program = Find_Program(design.motion.Program(Segment_of(row)));
     return program == nullptr ? -1 : program->position;
@@ -139,82 +139,82 @@ int Program_Place_of(std::string_view code)
     return program == nullptr ? -1 : program->position;
 }
 
-void Pick_Row_Kind(int row, int place)
+void Pick_Row_Kind(Design_State& design, int row, int place)
 {
     Motion_Group& m = design.motion;
     const int segment = Segment_of(row);
     const char kind = Kind_at(place);
-    Pick_Motion(segment, kind);
+    Pick_Motion(design, segment, kind);
     if (kind == 'D')
-        Level_Dwell(segment);
+        Level_Dwell(design, segment);
     m.Seg = kind == 'S' ? segment : 1;
-    Edited(segment);
+    Edited(design, segment);
 }
 
-void Pick_Row_Program(int row, int place)
+void Pick_Row_Program(Design_State& design, int row, int place)
 {
     const int segment = Segment_of(row);
     for (const Motion_Program& program : Motion_Programs())
         if (program.position == place)
-            Pick_Program(segment, program.code);
-    if (Dwells(segment))
-        Level_Dwell(segment);
-    Edited(segment);
+            Pick_Program(design, segment, program.code);
+    if (Dwells(design, segment))
+        Level_Dwell(design, segment);
+    Edited(design, segment);
 }
 
-void Rearm_Row(int row)
+void Rearm_Row(Design_State& design, int row)
 {
     design.motion.Seg_Done(Segment_of(row)) = false;
 }
 
-void Rearm_All_Rows()
+void Rearm_All_Rows(Design_State& design)
 {
     for (int row = 0; row < Max_Segments; ++row)
-        Rearm_Row(row);
+        Rearm_Row(design, row);
 }
 
-void Enter_Low(int row, std::string_view text)
+void Enter_Low(Design_State& design, int row, std::string_view text)
 {
     Motion_Group& m = design.motion;
     const int segment = Segment_of(row);
     m.Start_Value(segment) = text;
     m.Base_Shift(m.Seg) = 0.0;
-    Edited(segment);
-    if (Dwells(segment))
-        Enter_High(row, text);
+    Edited(design, segment);
+    if (Dwells(design, segment))
+        Enter_High(design, row, text);
 }
 
-void Enter_High(int row, std::string_view text)
+void Enter_High(Design_State& design, int row, std::string_view text)
 {
     Motion_Group& m = design.motion;
     const int segment = Segment_of(row);
     m.End_Value(segment) = text;
-    if (Dwells(segment))
+    if (Dwells(design, segment))
         m.Start_Value(segment) = text;
     m.Base_Shift(m.Seg) = 0.0;
-    Edited(segment);
+    Edited(design, segment);
     if (segment < m.No_of_segments)
-        Enter_Low(row + 1, text);
+        Enter_Low(design, row + 1, text);
 }
 
-std::string Enter_Beta(int row, std::string_view text)
+std::string Enter_Beta(Design_State& design, int row, std::string_view text)
 {
     Motion_Group& m = design.motion;
     const int segment = Segment_of(row);
-    Edited(segment);
+    Edited(design, segment);
     if (text.empty())
         return "";
-    const double value = Val(text);
-    if (!Check_Range(value, 0, whole_turn, "Beta cannot be > 360 or < 0"))
-        return m.Beta_Deg(segment) == 0.0 ? "" : In_Number_Format(Shortest(m.Beta_Deg(segment)));
+    const double value = Val(design, text);
+    if (!Check_Range(design, value, 0, whole_turn, "Beta cannot be > 360 or < 0"))
+        return m.Beta_Deg(segment) == 0.0 ? "" : In_Number_Format(design, Shortest(m.Beta_Deg(segment)));
     const Single before = m.Beta_Deg(segment);
     m.Beta_Deg(segment) = value;
     m.Beta_Rad(segment) = value / Deg_per_Rad;
-    Update_Segment_Angles();
-    if (!Check_Range(m.Gamma(segment), 0, whole_turn, "End angle cannot be > 360 deg")) {
+    Update_Segment_Angles(design);
+    if (!Check_Range(design, m.Gamma(segment), 0, whole_turn, "End angle cannot be > 360 deg")) {
         m.Beta_Deg(segment) = 0.0;
         m.Beta_Rad(segment) = 0.0;
-        Update_Segment_Angles();
+        Update_Segment_Angles(design);
         return "";
     }
     if (value != before)
@@ -223,7 +223,7 @@ std::string Enter_Beta(int row, std::string_view text)
     return std::string(text);
 }
 
-bool Whole_Turn()
+bool Whole_Turn(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
     if (m.No_of_segments != 1 || m.Beta_Deg(1) == 0.0 || m.Gamma(1) == whole_turn)
@@ -233,79 +233,79 @@ bool Whole_Turn()
     return false;
 }
 
-std::string Start_Label(int row)
+std::string Start_Label(const Design_State& design, int row)
 {
     if (row == 0)
         return "0";  // the cycle's own start, in no format
-    return End_Label(row - 1);
+    return End_Label(design, row - 1);
 }
 
-std::string End_Label(int row)
+std::string End_Label(const Design_State& design, int row)
 {
     const Motion_Group& m = design.motion;
     const int segment = Segment_of(row);
     if (m.Beta_Deg(segment) == 0.0 || (m.No_of_segments == 1 && m.Gamma(1) != whole_turn))
         return "";
-    return Trim(FNRoundStr(m.Gamma(segment), Decimals_of_Step()));
+    return Trim(FNRoundStr(design, m.Gamma(segment), Decimals_of_Step(design)));
 }
 
-std::string Enter_Segment_Count(std::string_view text, bool clear_rows)
+std::string Enter_Segment_Count(Design_State& design, std::string_view text, bool clear_rows)
 {
     Motion_Group& m = design.motion;
-    const double typed = Val(text);
+    const double typed = Val(design, text);
     m.No_of_segments = static_cast<int>(std::clamp(std::floor(typed), 1.0, double{Max_Segments}));
     if (clear_rows)
-        Clear_Segs();
-    Update_Segment_Angles();
+        Clear_Segs(design);
+    Update_Segment_Angles(design);
     design.flags.Model_Saved = false;
     return std::to_string(m.No_of_segments);
 }
 
-std::string Enter_Step(std::string_view text)
+std::string Enter_Step(Design_State& design, std::string_view text)
 {
     constexpr std::array steps{1.0, 0.5, 0.25, 0.125};
-    const std::array<std::string, 4> texts = Step_Texts();
+    const std::array<std::string, 4> texts = Step_Texts(design);
     const auto found = std::find(texts.begin(), texts.end(), text);
     const bool listed = found != texts.end();
     const double step = listed ? steps.at(static_cast<std::size_t>(found - texts.begin())) : 1.0;
     if (!listed)
         Show_Message("Please select one of the drop-down menu items for Delta Theta", Buttons::OK, Symbol::information);
-    const bool filled = Any_End_Position();
+    const bool filled = Any_End_Position(design);
     const bool example = design.flags.Example_Loaded;
-    Set_Step(step);
+    Set_Step(design, step);
     if (filled)
-        Rearm_All_Rows();
+        Rearm_All_Rows(design);
     design.flags.Example_Loaded = example;
-    Place_Start_Angle(design.cam.Shift_Angle);  // it is another count of points now
+    Place_Start_Angle(design, design.cam.Shift_Angle);  // it is another count of points now
     return listed ? *found : texts[0];
 }
 
-void Enter_Omega(std::string_view text)
+void Enter_Omega(Design_State& design, std::string_view text)
 {
     Motion_Group& m = design.motion;
     const Single before = m.Shaft_speed;
     try {
-        Read_Omega(text);
+        Read_Omega(design, text);
     } catch (const Fault&) {
         m.Shaft_speed = before;  // its square and cube are the old ones, or become them here
-        Set_Omega_Powers();
+        Set_Omega_Powers(design);
         throw;
     }
-    Results_Gone();
+    Results_Gone(design);
 }
 
-std::string Omega_Text()
+std::string Omega_Text(const Design_State& design)
 {
-    return In_Number_Format(Shortest(Single(FNRound(design.motion.Shaft_speed * 30.0 / PI, 4))));
+    return In_Number_Format(design, Shortest(Single(FNRound(design.motion.Shaft_speed * 30.0 / PI, 4))));
 }
 
-void Enter_Start_Angle(std::string_view text)
+void Enter_Start_Angle(Design_State& design, std::string_view text)
 {
-    Place_Start_Angle(Val(text));
+    Place_Start_Angle(design, Val(design, text));
     design.flags.Model_Saved = false;
 }
 
-void Choose_Follower_Motion_on_Input(bool translating)
+void Choose_Follower_Motion_on_Input(Design_State& design, bool translating)
 {
     design.cam.Translating = translating;
     if (!design.flags.Example_Loaded && !design.flags.File_Loaded)
@@ -328,13 +328,13 @@ void Choose_Follower_Motion_on_Input(bool translating)
                                    "on the Size Cam screen where the arm geometry is defined. \n"
                                    "Do not include the initial angle of the follower arm here. ",
                      Buttons::OK, Symbol::information);
-    Set_Units();
-    Rearm_All_Rows();
+    Set_Units(design);
+    Rearm_All_Rows(design);
     design.flags.Calculated = false;
     design.flags.Model_Saved = false;
 }
 
-Table_Headings Headings()
+Table_Headings Headings(const Design_State& design)
 {
     const bool motion = design.motion.Motion;
     const std::string unit = "(" + design.plot.Var_Unit(motion ? var::S : var::Ext_Force) + ")";
@@ -343,11 +343,11 @@ Table_Headings Headings()
     return {"Force", "Force Contour", "Force", "Shape", unit};
 }
 
-bool Tick_External_Force(bool ticked)
+bool Tick_External_Force(Design_State& design, bool ticked)
 {
     Motion_Group& m = design.motion;
     if (!ticked) {
-        Drop_External_Force();
+        Drop_External_Force(design);
         return false;
     }
     const Answer answer = Show_Message(
@@ -368,7 +368,7 @@ bool Tick_External_Force(bool ticked)
     return true;
 }
 
-bool May_Calculate_All()
+bool May_Calculate_All(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
     for (int i = 1; i <= m.No_of_segments; ++i)
@@ -377,16 +377,16 @@ bool May_Calculate_All()
     return true;
 }
 
-bool May_Be_Done()
+bool May_Be_Done(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
     for (int i = 1; i <= m.No_of_segments; ++i)
         if (!m.Seg_Done(i))
             return false;
-    return All_Rows_Filled();
+    return All_Rows_Filled(design);
 }
 
-void Force_Row_Calculated()
+void Force_Row_Calculated(Design_State& design)
 {
     const Motion_Group& m = design.motion;
     for (int i = 1; i <= m.No_of_segments; ++i)
@@ -394,42 +394,42 @@ void Force_Row_Calculated()
             design.motion.Motion = false;
 }
 
-void Example_Picked()
+void Example_Picked(Design_State& design)
 {
     design.flags.Example_Loaded = true;
 }
 
-void Clear_All_Rows()
+void Clear_All_Rows(Design_State& design)
 {
-    Clear_Segs();
-    Clear_Motion_Data(design.motion.Max_Data_Points_used, design.run.Saved_Variables);
+    Clear_Segs(design);
+    Clear_Motion_Data(design, design.motion.Max_Data_Points_used, design.run.Saved_Variables);
     design.flags.Example_Loaded = design.flags.File_Loaded = design.flags.Model_Saved = false;
 }
 
-void Clear_All_Input()
+void Clear_All_Input(Design_State& design)
 {
-    Set_Shaft_Speed(PI / 30.0);  // 1 rpm
+    Set_Shaft_Speed(design, PI / 30.0);  // 1 rpm
     design.motion.No_of_segments = 1;
-    Set_Step(1.0);
+    Set_Step(design, 1.0);
     design.cam.Shift_Angle = 0.0;
     design.cam.Shift_Points = 0;
-    Clear_All_Rows();
+    Clear_All_Rows(design);
 }
 
-void Open_Input()
+void Open_Input(Design_State& design)
 {
     if (design.flags.Units_Changed) {
         design.flags.Calculated = false;
-        Rearm_All_Rows();
+        Rearm_All_Rows(design);
     }
     design.motion.Running_Min = 1000000.0;
     design.motion.Running_Max = -1000000.0;
 }
 
-void Units_Changed_in_Table()
+void Units_Changed_in_Table(Design_State& design)
 {
-    Rearm_All_Rows();  // their points are in the old units
-    Units_Changed_on_Input();
+    Rearm_All_Rows(design);  // their points are in the old units
+    Units_Changed_on_Input(design);
 }
 
 }  // namespace lobemax

@@ -12,18 +12,6 @@ namespace lobemax {
 
 namespace {
 
-/// Sets the design aside and puts it back, whatever happens in between.
-class Scratch_Design {
-public:
-    Scratch_Design() : kept_(std::move(design)) { design = Design_State{}; }
-    ~Scratch_Design() { design = std::move(kept_); }
-    Scratch_Design(const Scratch_Design&) = delete;
-    Scratch_Design& operator=(const Scratch_Design&) = delete;
-
-private:
-    Design_State kept_;
-};
-
 double Largest(const std::vector<double>& values)
 {
     double largest = 0.0;
@@ -39,23 +27,23 @@ Law_Curves Curves_of_Law(std::string_view code)
     const Motion_Program* const program = Find_Program(code);
     if (program == nullptr || program->kinds != "RF")
         return {};
-    const Scratch_Design scratch;
+    Design_State design;
     constexpr int steps = 180;  // degrees of the segment, a point each
-    Allocate_Arrays(design.run.Saved_Variables, design.motion.Max_Data_Points_used);
+    Allocate_Arrays(design, design.run.Saved_Variables, design.motion.Max_Data_Points_used);
     Motion_Group& m = design.motion;
     m.Time_Base = 3;
     m.Rise_Fall_Dwell(1) = "R";
-    Pick_Program(1, code);
+    Pick_Program(design, 1, code);
     m.Beta_Deg(1) = steps;
     m.Beta_Rad(1) = steps / Deg_per_Rad;
     m.Gamma(1) = steps;
     m.Total_Displacement(1) = m.Lift = 1.0;
     Law_Curves curves;
-    if (!Run_Motion_Program(1))
+    if (!Run_Motion_Program(design, 1))
         return curves;
     const double beta = m.Beta_Rad(1);
     for (int p = 0; p <= steps; ++p) {
-        const auto value = [p](int variable) -> double { return design.results.CalcData(variable, p); };
+        const auto value = [&design, p](int variable) -> double { return design.results.CalcData(variable, p); };
         curves.x.push_back(static_cast<double>(p) / steps);
         curves.S.push_back(value(var::S));
         curves.V.push_back(value(var::V) * beta);

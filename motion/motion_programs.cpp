@@ -86,7 +86,7 @@ void Check_Segment(int Seg)
     Checked_Place(Seg, 1, Max_Segments);
 }
 
-void Set_Program(int Seg, const Motion_Program& program)
+void Set_Program(Design_State& design, int Seg, const Motion_Program& program)
 {
     Motion_Group& m = design.motion;
     m.Program(Seg) = program.code;
@@ -118,7 +118,7 @@ struct Svajp {
 };
 
 /// Makes the point the working point, each value rounded to 32 bits.
-void Set_Working_Point(const Svajp& point)
+void Set_Working_Point(Design_State& design, const Svajp& point)
 {
     Motion_Group& m = design.motion;
     m.Seg_S = point.S;
@@ -129,7 +129,7 @@ void Set_Working_Point(const Svajp& point)
 }
 
 /// Turns the working point of a rise into that of the fall: the same curve upside down.
-void Fall_Mirror()
+void Fall_Mirror(Design_State& design)
 {
     Motion_Group& m = design.motion;
     m.Seg_S = m.Lift - m.Seg_S;
@@ -143,9 +143,9 @@ void Fall_Mirror()
 ///
 /// set_point(terms, x, theta) sets the working point at local angle theta, degrees; x = theta / beta.
 template <class Set_Point>
-void For_Each_Point(Set_Point&& set_point)
+void For_Each_Point(Design_State& design, Set_Point&& set_point)
 {
-    Load_Beta();
+    Load_Beta(design);
     Motion_Group& m = design.motion;
     const Single beta = m.Beta_Deg(m.Seg);
     const double b = m.Beta_Rad(m.Seg);
@@ -159,43 +159,43 @@ void For_Each_Point(Set_Point&& set_point)
     for (Single theta; theta <= beta; theta += m.Deltatheta) {
         const Single x = theta / beta;  // a beta of zero ends here: 0 / 0 is no Single
         set_point(terms, double{x}, theta);
-        Store_Point(theta);
+        Store_Point(design, theta);
     }
 }
 
 /// A law given for the rise; the fall is its mirror.
 template <class Law>
-void Mirrored_Law(Law&& law)
+void Mirrored_Law(Design_State& design, Law&& law)
 {
     const bool fall = design.motion.Rise_Fall_Dwell(design.motion.Seg) == "F";
-    For_Each_Point([&](const Segment_Terms& s, double x, Single theta) {
-        Set_Working_Point(law(s, x, theta));
+    For_Each_Point(design, [&](const Segment_Terms& s, double x, Single theta) {
+        Set_Working_Point(design, law(s, x, theta));
         if (fall)
-            Fall_Mirror();
+            Fall_Mirror(design);
     });
 }
 
 /// A law with a form of its own for each direction. A segment of another kind keeps the working point
 /// that it found, and stores it all the same: meant.
 template <class Rise, class Fall>
-void Two_Form_Law(Rise&& rise, Fall&& fall)
+void Two_Form_Law(Design_State& design, Rise&& rise, Fall&& fall)
 {
     const std::string& kind = design.motion.Rise_Fall_Dwell(design.motion.Seg);
     const bool rises = kind == "R";
     const bool falls = kind == "F";
-    For_Each_Point([&](const Segment_Terms& s, double x, Single) {
+    For_Each_Point(design, [&](const Segment_Terms& s, double x, Single) {
         if (rises)
-            Set_Working_Point(rise(s, x));
+            Set_Working_Point(design, rise(s, x));
         else if (falls)
-            Set_Working_Point(fall(s, x));
+            Set_Working_Point(design, fall(s, x));
     });
 }
 
 // ---- Simple harmonic family. Source: Norton, Cam Design and Manufacturing Handbook; Rothbart, Cams.
 
-void SHM_Full()
+void SHM_Full(Design_State& design)
 {
-    Mirrored_Law([](const Segment_Terms& s, double x, Single) -> Svajp {
+    Mirrored_Law(design, [](const Segment_Terms& s, double x, Single) -> Svajp {
         return {.S = 0.5 * s.L * (1 - std::cos(PI * x)),
                 .V = (0.5 * s.L * PI / s.b) * std::sin(PI * x),
                 .A = (PI_pow2 * (0.5 * s.L) / s.b_sq) * std::cos(PI * x),
@@ -204,9 +204,9 @@ void SHM_Full()
     });
 }
 
-void SHM_First()
+void SHM_First(Design_State& design)
 {
-    Mirrored_Law([](const Segment_Terms& s, double x, Single) -> Svajp {
+    Mirrored_Law(design, [](const Segment_Terms& s, double x, Single) -> Svajp {
         const double u = PIH * x;
         return {.S = s.L * (1 - std::cos(u)),
                 .V = (0.5 * s.L * PI / s.b) * std::sin(u),
@@ -216,9 +216,9 @@ void SHM_First()
     });
 }
 
-void SHM_Second()
+void SHM_Second(Design_State& design)
 {
-    Mirrored_Law([](const Segment_Terms& s, double x, Single) -> Svajp {
+    Mirrored_Law(design, [](const Segment_Terms& s, double x, Single) -> Svajp {
         const double u = PIH * x;
         return {.S = s.L * std::sin(u),
                 .V = (0.5 * s.L * PI / s.b) * std::cos(u),
@@ -230,9 +230,9 @@ void SHM_Second()
 
 // ---- Cycloid family: a sinusoidal acceleration. Source: Norton, Cam Design and Manufacturing Handbook.
 
-void Cycloid_Full()
+void Cycloid_Full(Design_State& design)
 {
-    Mirrored_Law([](const Segment_Terms& s, double x, Single) -> Svajp {
+    Mirrored_Law(design, [](const Segment_Terms& s, double x, Single) -> Svajp {
         return {.S = s.L * (x - (1 / PI2) * std::sin(PI2 * x)),
                 .V = (s.L / s.b) * (1 - std::cos(PI2 * x)),
                 .A = (s.L * PI2 / s.b2) * std::sin(PI2 * x),
@@ -241,9 +241,9 @@ void Cycloid_Full()
     });
 }
 
-void Cycloid_First()
+void Cycloid_First(Design_State& design)
 {
-    Mirrored_Law([](const Segment_Terms& s, double x, Single) -> Svajp {
+    Mirrored_Law(design, [](const Segment_Terms& s, double x, Single) -> Svajp {
         return {.S = s.L * (x - (1 / PI) * std::sin(PI * x)),
                 .V = (s.L / s.b) * (1 - std::cos(PI * x)),
                 .A = (s.L * PI / s.b2) * std::sin(PI * x),
@@ -252,9 +252,9 @@ void Cycloid_First()
     });
 }
 
-void Cycloid_Second()
+void Cycloid_Second(Design_State& design)
 {
-    Mirrored_Law([](const Segment_Terms& s, double x, Single) -> Svajp {
+    Mirrored_Law(design, [](const Segment_Terms& s, double x, Single) -> Svajp {
         return {.S = s.L * (x + (1 / PI) * std::sin(PI * x)),
                 .V = (s.L / s.b) * (1 + std::cos(PI * x)),
                 .A = (-s.L * PI / s.b2) * std::sin(PI * x),
@@ -265,7 +265,7 @@ void Cycloid_Second()
 
 // ---- Double harmonic: a harmonic and its second harmonic. Source: Rothbart, Cams.
 
-void Double_Harmonic()
+void Double_Harmonic(Design_State& design)
 {
     const auto rise = [](const Segment_Terms& s, double x) -> Svajp {
         const double c1 = std::cos(PI * x), c2 = std::cos(PI2 * x);
@@ -285,19 +285,19 @@ void Double_Harmonic()
                 .J = (s.L * HALF_PICUBE / s.b3) * (2 * s2 + s1),
                 .P = (0.5 * PISQ_pow2 * s.L / s.b4) * (4 * c2 + c1)};
     };
-    Two_Form_Law(rise, fall);
+    Two_Form_Law(design, rise, fall);
 }
 
 // ---- Modified sine: a quarter sine at each end, one longer half sine between them.
 // Source: Norton, Cam Design and Manufacturing Handbook.
 
-void Mod_Sine()
+void Mod_Sine(Design_State& design)
 {
     const Single beta = design.motion.Beta_Deg(design.motion.Seg);
     const Single end_1 = beta / 8;
     const Single end_2 = 7 * beta / 8;
     // Ping counts as 0 in the whole law: meant. A region includes its upper bound.
-    Mirrored_Law([&](const Segment_Terms& s, double x, Single theta) -> Svajp {
+    Mirrored_Law(design, [&](const Segment_Terms& s, double x, Single theta) -> Svajp {
         if (theta <= end_1) {
             const double u = PI4 * x;
             return {.S = s.L * (0.43990085 * x - 0.0350062 * std::sin(u)),
@@ -326,7 +326,7 @@ void Mod_Sine()
 // ---- Modified trapezoid: constant accelerations joined by quarter sines.
 // Source: Norton, Cam Design and Manufacturing Handbook.
 
-void Mod_Trap()
+void Mod_Trap(Design_State& design)
 {
     const Single beta = design.motion.Beta_Deg(design.motion.Seg);
     const Single end_1 = beta / 8;
@@ -336,7 +336,7 @@ void Mod_Trap()
     const Single end_5 = 7 * beta / 8;
     // Ping counts as 0 in the whole law: meant. A region includes its upper bound. Coefficients with fewer
     // digits than their partners (0.03095, 0.222031, 1.61102) are meant: their curves stand as they are.
-    Mirrored_Law([&](const Segment_Terms& s, double x, Single theta) -> Svajp {
+    Mirrored_Law(design, [&](const Segment_Terms& s, double x, Single theta) -> Svajp {
         if (theta <= end_1) {
             const double u = PI4 * x;
             return {.S = s.L * (0.3889845 * x - 0.03095 * std::sin(u)),
@@ -399,9 +399,9 @@ double Term_Sum(const Coefficients& c, int derivations, double x)
     return sum;
 }
 
-void Fixed_Polynomial(const Coefficients& c)
+void Fixed_Polynomial(Design_State& design, const Coefficients& c)
 {
-    Mirrored_Law([&](const Segment_Terms& s, double x, Single) -> Svajp {
+    Mirrored_Law(design, [&](const Segment_Terms& s, double x, Single) -> Svajp {
         return {.S = s.L * Term_Sum(c, 0, x),
                 .V = (s.L / s.b) * Term_Sum(c, 1, x),
                 .A = (s.L / s.b_sq) * Term_Sum(c, 2, x),
@@ -411,62 +411,62 @@ void Fixed_Polynomial(const Coefficients& c)
 }
 
 /// A law's bare number takes the place of the list text, once all its points stand: meant.
-void Replace_Function(std::string_view text)
+void Replace_Function(Design_State& design, std::string_view text)
 {
     design.motion.Function(design.motion.Seg) = text;
 }
 
 // V and A are zero at both ends. Source: Norton, Cam Design and Manufacturing Handbook.
-bool Poly_345()
+bool Poly_345(Design_State& design)
 {
-    return Trap("Poly_345", [] {
-        Fixed_Polynomial({0, 0, 0, 10, -15, 6});
-        Replace_Function("5");
+    return Trap("Poly_345", [&] {
+        Fixed_Polynomial(design, {0, 0, 0, 10, -15, 6});
+        Replace_Function(design, "5");
     });
 }
 
 // Rise and return in one segment; the lift is the height at its middle. Source: as above.
-bool Poly_3456()
+bool Poly_3456(Design_State& design)
 {
-    return Trap("Poly_3456", [] { Fixed_Polynomial({0, 0, 0, 64, -192, 192, -64}); });
+    return Trap("Poly_3456", [&] { Fixed_Polynomial(design, {0, 0, 0, 64, -192, 192, -64}); });
 }
 
 // V, A and J are zero at both ends. Source: as above.
-bool Poly_4567()
+bool Poly_4567(Design_State& design)
 {
-    return Trap("Poly_4567", [] {
-        Fixed_Polynomial({0, 0, 0, 0, 35, -84, 70, -20});
-        Replace_Function("7");
+    return Trap("Poly_4567", [&] {
+        Fixed_Polynomial(design, {0, 0, 0, 0, 35, -84, 70, -20});
+        Replace_Function(design, "7");
     });
 }
 
 // V, A, J and Ping are zero at both ends.
-bool Poly_11()
+bool Poly_11(Design_State& design)
 {
-    return Trap("Poly_11", [] {
-        Fixed_Polynomial({0, 0, 0, 0, 0, 336, -1890, 4740, -6615, 5320, -2310, 420});
-        Replace_Function("11");
+    return Trap("Poly_11", [&] {
+        Fixed_Polynomial(design, {0, 0, 0, 0, 0, 336, -1890, 4740, -6615, 5320, -2310, 420});
+        Replace_Function(design, "11");
     });
 }
 
 // Source: Berzak and Freudenstein, Optimization Criteria in Polydyne Cam Design, 1979.
-bool Berzak_D()
+bool Berzak_D(Design_State& design)
 {
-    return Trap("Berzak_D", [] { Fixed_Polynomial({0, 0, 0, 12.1, -25.5, 24.9, -14.7, 4.2}); });
+    return Trap("Berzak_D", [&] { Fixed_Polynomial(design, {0, 0, 0, 12.1, -25.5, 24.9, -14.7, 4.2}); });
 }
 
-bool Berzak_E()
+bool Berzak_E(Design_State& design)
 {
-    return Trap("Berzak_E", [] { Fixed_Polynomial({0, 0, 0, 5.35, 8.2, -35.74, 32.46, -9.27}); });
+    return Trap("Berzak_E", [&] { Fixed_Polynomial(design, {0, 0, 0, 5.35, 8.2, -35.74, 32.46, -9.27}); });
 }
 
 // ---- Harmonic series of the first and third harmonic.
 
 // Source: Freudenstein, On the Dynamics of High-Speed Cam Profiles, 1960.
-bool Freudenstein_1_3()
+bool Freudenstein_1_3(Design_State& design)
 {
-    return Trap("Freudenstein 1-3", [] {
-        Mirrored_Law([](const Segment_Terms& s, double x, Single) -> Svajp {
+    return Trap("Freudenstein 1-3", [&] {
+        Mirrored_Law(design, [](const Segment_Terms& s, double x, Single) -> Svajp {
             const double c1 = std::cos(PI2 * x), c3 = std::cos(PI6 * x);
             const double s1 = std::sin(PI2 * x), s3 = std::sin(PI6 * x);
             return {.S = s.L * (x - (1 / PI2) * ((1.0 / 84) * s3 + (27.0 / 28) * s1)),
@@ -479,10 +479,10 @@ bool Freudenstein_1_3()
 }
 
 // Source: Gutman, To Avoid Vibration, Try This New Cam Profile, Product Engineering, 1961.
-bool GutmanF3()
+bool GutmanF3(Design_State& design)
 {
-    return Trap("GutmanF3", [] {
-        Mirrored_Law([](const Segment_Terms& s, double x, Single) -> Svajp {
+    return Trap("GutmanF3", [&] {
+        Mirrored_Law(design, [](const Segment_Terms& s, double x, Single) -> Svajp {
             const double c1 = std::cos(PI2 * x), c3 = std::cos(PI6 * x);
             const double s1 = std::sin(PI2 * x), s3 = std::sin(PI6 * x);
             return {.S = s.L * (x - (1 / PI2) * ((1.0 / 48) * s3 + (15.0 / 16) * s1)),
@@ -534,72 +534,73 @@ struct Polydyne_Series {
 
 /// Which way a polydyne law runs, with the place y and the sign that odd derivatives take.
 template <class Law>
-void Polydyne_Law(Law&& law)
+void Polydyne_Law(Design_State& design, Law&& law)
 {
-    Two_Form_Law([&](const Segment_Terms& s, double x) -> Svajp { return law(s, 1 - x, -1.0); },
-                 [&](const Segment_Terms& s, double x) -> Svajp { return law(s, x, 1.0); });
+    Two_Form_Law(
+        design, [&](const Segment_Terms& s, double x) -> Svajp { return law(s, 1 - x, -1.0); },
+        [&](const Segment_Terms& s, double x) -> Svajp { return law(s, x, 1.0); });
 }
 
 // ---- The choice of the law.
 
 /// Runs the full law or one of its halves; other values of Full_Half and Which_half choose no law.
 template <class Full, class First, class Second>
-void Run_Full_or_Half(int Seg, Full full, First first, Second second)
+void Run_Full_or_Half(Design_State& design, int Seg, Full full, First first, Second second)
 {
     const int extent = design.motion.Full_Half(Seg);
     const int half = design.motion.Which_half(Seg);
     if (extent == 1)
-        full();
+        full(design);
     else if (extent == 2 && half == 1)
-        first();
+        first(design);
     else if (extent == 2 && half == 2)
-        second();
+        second(design);
 }
 
 /// Runs the law that the segment's selector names; false when it reported a fault under its own name.
-bool Run_Law(int Seg)
+bool Run_Law(Design_State& design, int Seg)
 {
     switch (design.motion.Seg_Program(Seg)) {
     case shm:
-        Run_Full_or_Half(Seg, SHM_Full, SHM_First, SHM_Second);
+        Run_Full_or_Half(design, Seg, SHM_Full, SHM_First, SHM_Second);
         return true;
     case cycloid:
-        Run_Full_or_Half(Seg, Cycloid_Full, Cycloid_First, Cycloid_Second);
+        Run_Full_or_Half(design, Seg, Cycloid_Full, Cycloid_First, Cycloid_Second);
         return true;
     case mod_sine:
-        Mod_Sine();
+        Mod_Sine(design);
         return true;
     case mod_trap:
-        Mod_Trap();
+        Mod_Trap(design);
         return true;
     case double_harmonic:
-        Double_Harmonic();
+        Double_Harmonic(design);
         return true;
     case dwell:
-        Dwell(design.motion.Lift);
+        Dwell(design, design.motion.Lift);
         return true;
     case poly_345:
-        return Poly_345();
+        return Poly_345(design);
     case poly_3456:
-        return Poly_3456();
+        return Poly_3456(design);
     case poly_4567:
-        return Poly_4567();
+        return Poly_4567(design);
     case poly_11:
-        return Poly_11();
+        return Poly_11(design);
     case berzak_d:
-        return Berzak_D();
+        return Berzak_D(design);
     case berzak_e:
-        return Berzak_E();
+        return Berzak_E(design);
     case dudley:
-        return Dudley(10);
+        return Dudley(design, 10);
     case stoddard:
-        return Thoren(10, 20, 30, 40);
+        return Thoren(design, 10, 20, 30, 40);
     case thoren:
-        return Thoren(14, 26, 38, 50);
+        return Thoren(design, 14, 26, 38, 50);
     case freudenstein:
-        return Freudenstein_1_3();
+        return Freudenstein_1_3(design);
     case gutman:
-        return GutmanF3();
+        return GutmanF3(design);
     default:  // polynomial and spline segments are calculated from their own tables
         return true;
     }
@@ -619,19 +620,19 @@ const Motion_Program* Find_Program(std::string_view code)
     return found == programs.end() ? nullptr : &*found;
 }
 
-bool Pick_Program(int Seg, std::string_view code)
+bool Pick_Program(Design_State& design, int Seg, std::string_view code)
 {
     Check_Segment(Seg);
     const Motion_Program* const program = Find_Program(code);
     if (program == nullptr)
         return false;
-    Set_Program(Seg, *program);
+    Set_Program(design, Seg, *program);
     if (program->kinds.size() == 1)
         design.motion.Rise_Fall_Dwell(Seg) = program->kinds;
     return true;
 }
 
-bool Pick_Motion(int Seg, char kind)
+bool Pick_Motion(Design_State& design, int Seg, char kind)
 {
     Check_Segment(Seg);
     Motion_Group& m = design.motion;
@@ -644,17 +645,17 @@ bool Pick_Motion(int Seg, char kind)
         m.Program(Seg).clear();
         return true;
     case 'P':
-        return Pick_Program(Seg, "PO");
+        return Pick_Program(design, Seg, "PO");
     case 'D':
-        return Pick_Program(Seg, "DW");
+        return Pick_Program(design, Seg, "DW");
     case 'S':
-        return Pick_Program(Seg, "BS");
+        return Pick_Program(design, Seg, "BS");
     default:
         return false;
     }
 }
 
-void Load_Beta()
+void Load_Beta(Design_State& design)
 {
     Motion_Group& m = design.motion;
     const double b = m.Beta_Rad(m.Seg);
@@ -662,19 +663,19 @@ void Load_Beta()
     m.Beta_Cu = b * b * b;
 }
 
-bool Run_Motion_Program(int Seg)
+bool Run_Motion_Program(Design_State& design, int Seg)
 {
     Check_Segment(Seg);
     design.motion.Seg = Seg;
-    if (!Run_Law(Seg))
+    if (!Run_Law(design, Seg))
         return false;
-    Store_Segment_Ends();
-    Update_Liftmax();
+    Store_Segment_Ends(design);
+    Update_Liftmax(design);
     return true;
 }
 
 // Source: Dudley, New Methods in Valve Cam Design, SAE, 1948.
-bool Dudley(Single p)
+bool Dudley(Design_State& design, Single p)
 {
     return Trap("Dudley", [&] {
         if (p < 4)
@@ -689,20 +690,20 @@ bool Dudley(Single p)
         const Single Cr = (p * p * p - 3 * p * p + 2 * p) / D;
         const Polydyne_Series<3> series{C2, {{{Cp, p}, {Cq, q}, {Cr, r}}}};
 
-        Polydyne_Law([&](const Segment_Terms& s, double y, double odd) -> Svajp {
+        Polydyne_Law(design, [&](const Segment_Terms& s, double y, double odd) -> Svajp {
             return {.S = s.L * (1 + series.Sum(y)),
                     .V = (odd * s.L / s.b) * series.G1(y),
                     .A = (s.L / s.b_sq) * series.G2(y),
                     .J = (odd * s.L / s.b_cu) * series.G3(y),
                     .P = (s.L / s.b4) * series.G4(y)};
         });
-        Replace_Function(Shortest(r));
+        Replace_Function(design, Shortest(r));
     });
 }
 
 // Source: Stoddart, Polydyne Cam Design, Machine Design, 1953; Thoren, Engemann and Stoddart, Cam Design as
 // Related to Valve Train Dynamics, SAE, 1952.
-bool Thoren(Single p, Single q, Single r, Single s)
+bool Thoren(Design_State& design, Single p, Single q, Single r, Single s)
 {
     return Trap("Thoren", [&] {
         const double C2 = -p * q * r * s / ((p - 2) * (q - 2) * (r - 2) * (s - 2));
@@ -718,23 +719,23 @@ bool Thoren(Single p, Single q, Single r, Single s)
 
         // The lift is added to S and raised to a power in A, J and Ping: meant. The rows belong together as
         // derivatives only at a lift of 1; any other lift runs between L - 1 and L.
-        Polydyne_Law([&](const Segment_Terms& t, double y, double odd) -> Svajp {
+        Polydyne_Law(design, [&](const Segment_Terms& t, double y, double odd) -> Svajp {
             return {.S = L + series.Sum(y),
                     .V = (odd * L / t.b) * series.G1(y),
                     .A = (L2 / t.b_sq) * series.G2(y),
                     .J = (odd * L3 / t.b_cu) * series.G3(y),
                     .P = (L4 / t.b4) * series.G4(y)};
         });
-        Replace_Function(Shortest(r));
+        Replace_Function(design, Shortest(r));
     });
 }
 
-void Dwell(Single value)
+void Dwell(Design_State& design, Single value)
 {
     Motion_Group& m = design.motion;
     m.Total_Displacement(m.Seg) = value;
-    For_Each_Point([&](const Segment_Terms&, double, Single) {
-        Set_Working_Point({.S = m.Total_Displacement(m.Seg), .V = 0, .A = 0, .J = 0, .P = 0});
+    For_Each_Point(design, [&](const Segment_Terms&, double, Single) {
+        Set_Working_Point(design, {.S = m.Total_Displacement(m.Seg), .V = 0, .A = 0, .J = 0, .P = 0});
     });
 }
 

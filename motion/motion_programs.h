@@ -34,17 +34,17 @@ const Motion_Program* Find_Program(std::string_view code);
 ///
 /// @return false for an unknown code, with nothing changed
 /// @throws Fault{9} when there is no such segment
-bool Pick_Program(int Seg, std::string_view code);
+bool Pick_Program(Design_State& design, int Seg, std::string_view code);
 
 /// Gives segment 1..20 a motion kind by its letter R, F, P, D or S, in upper or lower case. The kinds P, D
 /// and S have one program each and pick it; a rise or a fall waits for its program, Program is empty.
 ///
 /// @return false for an unknown letter, with nothing changed
 /// @throws Fault{9} when there is no such segment
-bool Pick_Motion(int Seg, char kind);
+bool Pick_Motion(Design_State& design, int Seg, char kind);
 
 /// Beta_Sq and Beta_Cu of the segment at work, from its Beta_Rad, radians squared and cubed.
-void Load_Beta();
+void Load_Beta(Design_State& design);
 
 /// Runs the law of a segment over all its points, then fills Firstlast of the segment and Liftmax.
 ///
@@ -54,17 +54,17 @@ void Load_Beta();
 /// @return false when the law reported a fault under its own name: the segment is not calculated
 /// @throws Fault{9} when there is no such segment 1..20
 /// @throws Fault of the laws that leave the report to the caller, and of the store; 6 for a beta of zero
-bool Run_Motion_Program(int Seg);
+bool Run_Motion_Program(Design_State& design, int Seg);
 
 /// Polydyne polynomial 2-p-q-r over the segment at work, q = p + 2, r = p + 4; p is at least 4.
 /// Function becomes the text of r. Returns false after a fault that it reported.
-bool Dudley(Single p);
+bool Dudley(Design_State& design, Single p);
 
 /// Polynomial 2-p-q-r-s over the segment at work. Function becomes the text of r. Returns false after a
 /// fault that it reported.
-bool Thoren(Single p, Single q, Single r, Single s);
+bool Thoren(Design_State& design, Single p, Single q, Single r, Single s);
 
 /// Holds the segment at work at one position, which becomes its Total_Displacement.
-void Dwell(Single value);
+void Dwell(Design_State& design, Single value);
 
 }  // namespace lobemax

@@ -39,7 +39,7 @@ void Warn(const std::string& text)
 }
 
 /// Whether the boxes of a row count: rows 1 to 8 need an angle.
-bool Row_Counts(int Seg, int row)
+bool Row_Counts(const Design_State& design, int Seg, int row)
 {
     return row == 0 || row == Last_Row || !design.motion.T_boundary_cond(Seg, row).empty();
 }
@@ -47,14 +47,14 @@ bool Row_Counts(int Seg, int row)
 /// Runs visit(row, order, text) over the filled boxes in the order in which they become conditions: the first
 /// row, the last, then the rows between.
 template <class Visit>
-void For_Each_Filled_Box(int Seg, Visit&& visit)
+void For_Each_Filled_Box(Design_State& design, int Seg, Visit&& visit)
 {
     constexpr std::array<int, Last_Row + 1> rows{0, Last_Row, 1, 2, 3, 4, 5, 6, 7, 8};
     for (const int row : rows) {
-        if (!Row_Counts(Seg, row))
+        if (!Row_Counts(design, Seg, row))
             continue;
         for (int order = 0; order <= Max_Bound_Order; ++order) {
-            const std::string& text = Bound_Text(Seg, row, order);
+            const std::string& text = Bound_Text(design, Seg, row, order);
             if (!text.empty())
                 visit(row, order, text);
         }
@@ -70,7 +70,7 @@ bool Count_Allowed(double count)
 }
 
 /// Condition k at x = theta / beta, its typed value standing in BC(k); the scaled one takes its place.
-void Store_Bound(int k, Single x, int order)
+void Store_Bound(Design_State& design, int k, Single x, int order)
 {
     Motion_Group& m = design.motion;
     const int segment = m.Seg;
@@ -119,7 +119,7 @@ struct Derived_Coefficients {
 
 }  // namespace
 
-std::string& Bound_Text(int Seg, int row, int order)
+std::string& Bound_Text(Design_State& design, int Seg, int row, int order)
 {
     Motion_Group& m = design.motion;
     switch (order) {
@@ -138,7 +138,7 @@ std::string& Bound_Text(int Seg, int row, int order)
     }
 }
 
-void Ask_Boundaries(int Seg)
+void Ask_Boundaries(Design_State& design, int Seg)
 {
     Check_Segment(Seg);
     Motion_Group& m = design.motion;
@@ -150,22 +150,22 @@ void Ask_Boundaries(int Seg)
     }
 }
 
-int Requested_Conditions(int Seg)
+int Requested_Conditions(const Design_State& design, int Seg)
 {
     Check_Segment(Seg);
     const int count = design.motion.No_Conditions(Seg);
     return count == 0 ? Min_Bounds : count;
 }
 
-int Count_Filled_Boxes(int Seg)
+int Count_Filled_Boxes(Design_State& design, int Seg)
 {
     Check_Segment(Seg);
     int count = 0;
-    For_Each_Filled_Box(Seg, [&count](int, int, const std::string&) { ++count; });
+    For_Each_Filled_Box(design, Seg, [&count](int, int, const std::string&) { ++count; });
     return count;
 }
 
-bool Set_No_of_Conditions(int Seg, std::string_view text)
+bool Set_No_of_Conditions(Design_State& design, int Seg, std::string_view text)
 {
     bool accepted = false;
     Trap("txt_NoConds", [&] {
@@ -174,53 +174,53 @@ bool Set_No_of_Conditions(int Seg, std::string_view text)
             accepted = true;
             return;
         }
-        const double count = Val(text);
+        const double count = Val(design, text);
         if (!Count_Allowed(count))
             return;
         Motion_Group& m = design.motion;
         m.No_Conditions(Seg) = To_Integer(count);
         m.No_of_conditions(Seg) = std::to_string(int{m.No_Conditions(Seg)});
         accepted = true;
-        if (Count_Filled_Boxes(Seg) > m.No_Conditions(Seg))
+        if (Count_Filled_Boxes(design, Seg) > m.No_Conditions(Seg))
             Warn("You have input more boundary conditions than specified");
     });
     return accepted;
 }
 
-void Clear_Bounds(int Seg)
+void Clear_Bounds(Design_State& design, int Seg)
 {
     Check_Segment(Seg);
     for (int row = 0; row <= Last_Row; ++row) {
         for (int order = 0; order <= Max_Bound_Order; ++order)
-            Bound_Text(Seg, row, order).clear();
+            Bound_Text(design, Seg, row, order).clear();
         if (row != 0)
             design.motion.T_boundary_cond(Seg, row).clear();
     }
 }
 
-bool Read_Bounds(int Seg)
+bool Read_Bounds(Design_State& design, int Seg)
 {
     Check_Segment(Seg);
     Motion_Group& m = design.motion;
     m.Seg = Seg;
     m.Poly_OK = false;
-    const int requested = Requested_Conditions(Seg);
+    const int requested = Requested_Conditions(design, Seg);
     if (!Count_Allowed(requested))
         return false;
 
     m.Poly_Lift_Fix = m.S_boundary_cond(Seg, Last_Row).empty();
     int k = 0;
     bool stored = true;
-    For_Each_Filled_Box(Seg, [&](int row, int order, const std::string& text) {
+    For_Each_Filled_Box(design, Seg, [&](int row, int order, const std::string& text) {
         ++k;
         if (k > Max_Bounds)
             return;  // the ten rows hold 50 boxes: the count alone goes on
-        m.BC(k, Seg) = Val(text);
+        m.BC(k, Seg) = Val(design, text);
         if (row == 0 || row == Last_Row) {
             m.Boundary(k, Seg) = m.BC(k, Seg);
-            Store_Bound(k, row == 0 ? 0.0 : 1.0, order);
+            Store_Bound(design, k, row == 0 ? 0.0 : 1.0, order);
         } else {
-            Add_Bound(k, Val(m.T_boundary_cond(Seg, row)), order);
+            Add_Bound(design, k, Val(design, m.T_boundary_cond(Seg, row)), order);
             stored = stored && m.Beta_Deg(Seg) != 0.0;
         }
     });
@@ -241,7 +241,7 @@ bool Read_Bounds(int Seg)
     return m.Poly_OK;
 }
 
-void Add_Bound(int k, Single theta, int order)
+void Add_Bound(Design_State& design, int k, Single theta, int order)
 {
     Motion_Group& m = design.motion;
     m.Boundary(k, m.Seg) = m.BC(k, m.Seg);
@@ -249,7 +249,7 @@ void Add_Bound(int k, Single theta, int order)
         Warn("Something wrong - Beta is zero for this segment");
         return;
     }
-    Store_Bound(k, theta / m.Beta_Deg(m.Seg), order);
+    Store_Bound(design, k, theta / m.Beta_Deg(m.Seg), order);
 }
 
 double Bound_Element(int d, int p, double x)
@@ -283,13 +283,13 @@ bool Digits_Lost(int n, Matrix_View A, std::span<const double> solution, std::sp
     return largest_terms * std::numeric_limits<double>::epsilon() > allowed * scale;
 }
 
-bool CalPoly(int Seg)
+bool CalPoly(Design_State& design, int Seg)
 {
     Check_Segment(Seg);
     Motion_Group& m = design.motion;
     m.Seg = Seg;
     const int n = m.Total_No_of_BCs(Seg);
-    if (n != Requested_Conditions(Seg)) {
+    if (n != Requested_Conditions(design, Seg)) {
         Warn("Something is wrong - no. of boundary conditions doesn't match no. of equations ");
         m.Poly_OK = false;
         return false;
@@ -316,13 +316,13 @@ bool CalPoly(int Seg)
         m.Poly_OK = false;
         return false;
     }
-    Points_Keeper keeper;
-    Eval_Poly(Seg, std::span<const double>(work->solution).first(static_cast<std::size_t>(n)));
+    Points_Keeper keeper(design);
+    Eval_Poly(design, Seg, std::span<const double>(work->solution).first(static_cast<std::size_t>(n)));
     keeper.Accept();
     return true;
 }
 
-void Eval_Poly(int Seg, std::span<const double> solution)
+void Eval_Poly(Design_State& design, int Seg, std::span<const double> solution)
 {
     Check_Segment(Seg);
     Motion_Group& m = design.motion;
@@ -333,7 +333,7 @@ void Eval_Poly(int Seg, std::span<const double> solution)
         m.Thetanorm(j, Seg) = m.Theta_Normalized(j, Seg);
         m.Equation(j, Seg) = m.Eq(j, Seg);
     }
-    Load_Beta();
+    Load_Beta(design);
     const double b = m.Beta_Rad(Seg);
     const Single per_b = 1.0 / b;
     const Single per_b2 = 1.0 / (b * b);
@@ -349,37 +349,37 @@ void Eval_Poly(int Seg, std::span<const double> solution)
         m.Seg_A = c.Sum(2, x) * per_b2;
         m.Seg_J = c.Sum(3, x) * per_b3;
         m.Seg_P = c.Sum(4, x) * per_b4;
-        Store_Point(theta);
+        Store_Point(design, theta);
         theta += m.Deltatheta;
     }
-    Store_Segment_Ends();
+    Store_Segment_Ends(design);
 }
 
-bool Calc_Polynomial(int Seg)
+bool Calc_Polynomial(Design_State& design, int Seg)
 {
     bool solved = false;
     Trap("CalPoly", [&] {
         Check_Segment(Seg);
         design.motion.Polydone(Seg) = false;
         design.motion.Base_Shift(Seg) = 0.0;  // the S values are positions, as typed
-        Ask_Boundaries(Seg);
-        solved = Read_Bounds(Seg) && CalPoly(Seg);
+        Ask_Boundaries(design, Seg);
+        solved = Read_Bounds(design, Seg) && CalPoly(design, Seg);
         if (solved)
-            Update_Liftmax();
+            Update_Liftmax(design);
         design.motion.Polydone(Seg) = solved;
     });
     design.motion.Poly_OK = solved;
     return solved;
 }
 
-bool Calc_Bounds_Segment(int Seg)
+bool Calc_Bounds_Segment(Design_State& design, int Seg)
 {
     Check_Segment(Seg);
     switch (design.motion.Seg_Program(Seg)) {
     case polynomial_program:
-        return Calc_Polynomial(Seg);
+        return Calc_Polynomial(design, Seg);
     case spline_program:
-        return Calc_Spline(Seg);
+        return Calc_Spline(design, Seg);
     default:
         Warn("Something is wrong - Data are corrupted");
         design.motion.Poly_OK = false;
@@ -387,8 +387,11 @@ bool Calc_Bounds_Segment(int Seg)
     }
 }
 
-Points_Keeper::Points_Keeper()
-    : ends_(design.motion.Firstlast), lift_(design.motion.Lift), force_calculated_(design.flags.Ext_Force_Calc)
+Points_Keeper::Points_Keeper(Design_State& design)
+    : design_(design),
+      ends_(design.motion.Firstlast),
+      lift_(design.motion.Lift),
+      force_calculated_(design.flags.Ext_Force_Calc)
 {
     Results_Group& r = design.results;
     const std::size_t points = static_cast<std::size_t>(r.CalcData.Last_Point() + 1);
@@ -405,7 +408,7 @@ Points_Keeper::~Points_Keeper()
 {
     if (accepted_)
         return;
-    Results_Group& r = design.results;
+    Results_Group& r = design_.results;
     const std::size_t points = static_cast<std::size_t>(r.CalcData.Last_Point() + 1);
     auto kept = rows_.cbegin();
     for (const int row : written_rows) {
@@ -413,9 +416,9 @@ Points_Keeper::~Points_Keeper()
         kept += static_cast<std::ptrdiff_t>(points);
     }
     std::ranges::copy(force_, r.Ext_Force_Table.Points().begin());
-    design.motion.Firstlast = ends_;
-    design.motion.Lift = lift_;
-    design.flags.Ext_Force_Calc = force_calculated_;
+    design_.motion.Firstlast = ends_;
+    design_.motion.Lift = lift_;
+    design_.flags.Ext_Force_Calc = force_calculated_;
 }
 
 }  // namespace lobemax

@@ -24,25 +24,25 @@ inline constexpr int Min_Bounds = 2;
 inline constexpr int Max_Bound_Order = 4;
 
 /// The text of one box of the condition table, row 0..9, order 0..4. @throws Fault{9} outside
-std::string& Bound_Text(int Seg, int row, int order);
+std::string& Bound_Text(Design_State& design, int Seg, int row, int order);
 
 /// Opens the table of a segment: rows 0 and 9 take its start and end positions as typed for their S boxes, and
 /// a segment without a count of conditions asks for 2.
-void Ask_Boundaries(int Seg);
+void Ask_Boundaries(Design_State& design, int Seg);
 
 /// The conditions asked for: No_Conditions, or 2 where it is 0.
-int Requested_Conditions(int Seg);
+int Requested_Conditions(const Design_State& design, int Seg);
 
 /// The conditions that the boxes hold. A row 1 to 8 without an angle counts nothing.
-int Count_Filled_Boxes(int Seg);
+int Count_Filled_Boxes(Design_State& design, int Seg);
 
 /// Types the number of conditions, under its trap. An empty text does nothing. More filled boxes than asked
 /// for are told of, with the count accepted.
 /// @return false for a count outside 2..40: a message was shown, the former count stands
-bool Set_No_of_Conditions(int Seg, std::string_view text);
+bool Set_No_of_Conditions(Design_State& design, int Seg, std::string_view text);
 
 /// Empties all boxes of the table and the angles of rows 1 to 8.
-void Clear_Bounds(int Seg);
+void Clear_Bounds(Design_State& design, int Seg);
 
 /// Reads the boxes of a segment, which becomes the one at work, into its conditions.
 ///
@@ -50,11 +50,11 @@ void Clear_Bounds(int Seg);
 /// go to Constraints: (i, 1) local angle in degrees, (i, 2) order, (i, 3) value as typed.
 /// @return Poly_OK; a message told of a refusal
 /// @throws Fault{6} for a number that is no Single, Fault{11} where the shaft speed is 0
-bool Read_Bounds(int Seg);
+bool Read_Bounds(Design_State& design, int Seg);
 
 /// Stores condition k of the segment at work, whose value as typed stands in BC(k): an angle in local degrees,
 /// order 0..4. A beta of zero is refused with a message.
-void Add_Bound(int k, Single theta, int order);
+void Add_Bound(Design_State& design, int k, Single theta, int order);
 
 /// Element (condition, coefficient) of the system: the derivative of order d of x^p at x in 0..1.
 double Bound_Element(int d, int p, double x);
@@ -75,26 +75,26 @@ bool Digits_Lost(int n, Matrix_View A, std::span<const double> solution, std::sp
 ///
 /// After a refusal, told by a message, Poly_OK is false and the stored points are as they were.
 /// @throws Fault{6}, Fault{9}, Fault{11} of a point that cannot be stored; the stored points are as they were
-bool CalPoly(int Seg);
+bool CalPoly(Design_State& design, int Seg);
 
 /// Stores the coefficients 1..n of x = theta / beta (element j - 1 of the solution), evaluates the polynomial at
 /// every point of the segment and fills Firstlast.
-void Eval_Poly(int Seg, std::span<const double> solution);
+void Eval_Poly(Design_State& design, int Seg, std::span<const double> solution);
 
 /// The whole work on a polynomial segment from its stored texts, under its trap: table, system, points, Liftmax.
 ///
 /// S of rows 0 and 9 follow Start_Value and End_Value.
 /// @return false after any refusal or fault: Poly_OK and Polydone are false, the stored points as they were
-bool Calc_Polynomial(int Seg);
+bool Calc_Polynomial(Design_State& design, int Seg);
 
 /// The work on a segment given by conditions: a polynomial (selector 6) or a spline (11); any other selector is
 /// refused with a message.
-bool Calc_Bounds_Segment(int Seg);
+bool Calc_Bounds_Segment(Design_State& design, int Seg);
 
 /// Keeps what the evaluation of a segment writes, and puts it back unless the evaluation went through.
 class Points_Keeper {
 public:
-    Points_Keeper();
+    explicit Points_Keeper(Design_State& design);
     ~Points_Keeper();
     Points_Keeper(const Points_Keeper&) = delete;
     Points_Keeper& operator=(const Points_Keeper&) = delete;
@@ -103,6 +103,7 @@ public:
     void Accept() noexcept { accepted_ = true; }
 
 private:
+    Design_State& design_;
     std::vector<Single> rows_;
     std::vector<Single> force_;
     decltype(Motion_Group::Firstlast) ends_;

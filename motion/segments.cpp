@@ -16,12 +16,12 @@ namespace lobemax {
 namespace {
 
 /// Point index of a cam angle in degrees, nearest, ties to even.
-int Point_At(double angle)
+int Point_At(const Design_State& design, double angle)
 {
     return To_Integer(angle / design.motion.Deltatheta);
 }
 
-void Zero_Row(int variable, int max_point)
+void Zero_Row(Design_State& design, int variable, int max_point)
 {
     const auto row = design.results.CalcData.Points(variable);
     if (max_point < 0 || static_cast<std::size_t>(max_point) >= row.size())
@@ -30,26 +30,26 @@ void Zero_Row(int variable, int max_point)
 }
 
 /// Zeroes variables first..last, sparing the torque while runs accumulate, and keeping the external force.
-void Zero_Rows(int max_point, int first, int last)
+void Zero_Rows(Design_State& design, int max_point, int first, int last)
 {
     Results_Group& r = design.results;
     for (int v = first; v <= last; ++v) {
         if (v == var::Torque && !design.dynamics.Torque_Start_Fresh)
             continue;
-        Zero_Row(v, max_point);
+        Zero_Row(design, v, max_point);
         if (v == var::Ext_Force)
             for (int p = 0; p <= max_point; ++p)
                 r.CalcData(v, p) = r.Ext_Force_Table(p);
     }
 }
 
-bool Force_Function_Stored()
+bool Force_Function_Stored(const Design_State& design)
 {
     const auto table = design.results.Ext_Force_Table.Points();
     return std::any_of(table.begin(), table.end(), [](Single f) { return f != 0.0; });
 }
 
-void Zero_Vibration_Arrays()
+void Zero_Vibration_Arrays(Design_State& design)
 {
     Results_Group& r = design.results;
     r.Ode_Time.Fill({});
@@ -62,7 +62,7 @@ void Zero_Vibration_Arrays()
 
 /// Displacement of the segment and the position it is added to: a rise adds to its start, a mirrored fall
 /// (which itself runs from L down to 0) to its end, a dwell's position is absolute.
-void Place_Segment(int segment, Single Low, Single High)
+void Place_Segment(Design_State& design, int segment, Single Low, Single High)
 {
     Motion_Group& m = design.motion;
     const std::string& kind = m.Rise_Fall_Dwell(segment);
@@ -73,18 +73,18 @@ void Place_Segment(int segment, Single Low, Single High)
 }
 
 /// Runs what the segment's kind asks for; false when it reported a fault or a refusal itself.
-bool Run_Segment(int segment)
+bool Run_Segment(Design_State& design, int segment)
 {
     const std::string& kind = design.motion.Rise_Fall_Dwell(segment);
     if (kind == "P" || kind == "S")
-        return Calc_Bounds_Segment(segment);
+        return Calc_Bounds_Segment(design, segment);
     design.motion.Poly_Lift_Fix = false;  // it belongs to the polynomial that set it
-    return Run_Motion_Program(segment);
+    return Run_Motion_Program(design, segment);
 }
 
 }  // namespace
 
-void Update_Segment_Angles()
+void Update_Segment_Angles(Design_State& design)
 {
     Motion_Group& m = design.motion;
     m.Shift(1) = 0.0;
@@ -95,7 +95,7 @@ void Update_Segment_Angles()
     }
 }
 
-void Set_Shaft_Speed(Single rad_per_s)
+void Set_Shaft_Speed(Design_State& design, Single rad_per_s)
 {
     Motion_Group& m = design.motion;
     m.Shaft_speed = rad_per_s;
@@ -103,15 +103,15 @@ void Set_Shaft_Speed(Single rad_per_s)
         Show_Message(" Shaft Omega cannot be zero - Please check", Buttons::OK, Symbol::exclamation);
         m.Shaft_speed = 1.0;
     }
-    Set_Omega_Powers();
+    Set_Omega_Powers(design);
 }
 
-void Read_Omega(std::string_view txt_Omega)
+void Read_Omega(Design_State& design, std::string_view txt_Omega)
 {
-    Set_Shaft_Speed(Val(txt_Omega) * PI / 30.0);
+    Set_Shaft_Speed(design, Val(design, txt_Omega) * PI / 30.0);
 }
 
-bool Check_Range(double value, double low, double high, const std::string& message)
+bool Check_Range(const Design_State& design, double value, double low, double high, const std::string& message)
 {
     if (low <= value && value <= high)
         return true;
@@ -120,56 +120,56 @@ bool Check_Range(double value, double low, double high, const std::string& messa
     return false;
 }
 
-void Clear_Motion_Data(int max_point, int max_variable)
+void Clear_Motion_Data(Design_State& design, int max_point, int max_variable)
 {
     Single angle = 0.0;
     for (int i = 0; i <= max_point; ++i) {
         design.results.CalcData(var::Angle, i) = angle;
         angle += design.motion.Deltatheta;
     }
-    Zero_Rows(max_point, 1, max_variable);
+    Zero_Rows(design, max_point, 1, max_variable);
 }
 
-void Clear_Variables_From(int max_point, int max_variable, int first)
+void Clear_Variables_From(Design_State& design, int max_point, int max_variable, int first)
 {
-    Zero_Rows(max_point, first, max_variable);
+    Zero_Rows(design, max_point, first, max_variable);
 }
 
-void Drop_External_Force()
+void Drop_External_Force(Design_State& design)
 {
     design.results.Ext_Force_Table.Fill({});
-    Zero_Row(var::Ext_Force, design.motion.Max_Data_Points_used);
+    Zero_Row(design, var::Ext_Force, design.motion.Max_Data_Points_used);
     design.motion.Ext_Force_On = 0;
     design.motion.Motion = true;
     design.flags.Ext_Force_Calc = false;
 }
 
-bool Set_Step(double Deltatheta)
+bool Set_Step(Design_State& design, double Deltatheta)
 {
     constexpr std::array steps{1.0, 0.5, 0.25, 0.125};
     if (std::find(steps.begin(), steps.end(), Deltatheta) == steps.end())
         return false;
     Motion_Group& m = design.motion;
     const int points = To_Integer(360.0 / Deltatheta);
-    if (!Dimension_Arrays(design.run.Saved_Variables, points))
+    if (!Dimension_Arrays(design, design.run.Saved_Variables, points))
         return false;
-    Dimension_Link_Arrays(points);
+    Dimension_Link_Arrays(design, points);
     m.Deltatheta = Deltatheta;
     m.Max_Data_Points_used = points;
     m.Seg_Done.Fill(false);
     Flags_Group& f = design.flags;
     f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Polydyne_Calc = f.CompCam_Calc = false;
     f.Ext_Force_Calc = f.Linkage_Calc = f.FFT_Done = f.Model_Saved = false;
-    Clear_Motion_Data(points, design.run.Saved_Variables);
+    Clear_Motion_Data(design, points, design.run.Saved_Variables);
     return true;
 }
 
-void Store_Point(Single theta)
+void Store_Point(Design_State& design, Single theta)
 {
     Motion_Group& m = design.motion;
     Results_Group& r = design.results;
     const Single angle = theta + m.Shift(m.Seg);
-    const int i = Point_At(angle);
+    const int i = Point_At(design, angle);
     Table<Single>& data = r.CalcData;
 
     data(var::Angle, i) = angle;
@@ -203,7 +203,7 @@ void Store_Point(Single theta)
     }
 }
 
-void Store_Segment_Ends()
+void Store_Segment_Ends(Design_State& design)
 {
     Motion_Group& m = design.motion;
     const Table<Single>& data = design.results.CalcData;
@@ -220,7 +220,7 @@ void Store_Segment_Ends()
         m.Lift = m.Firstlast(segment, 2, 0);
 }
 
-void Update_Liftmax()
+void Update_Liftmax(Design_State& design)
 {
     Single largest;
     Single smallest;
@@ -228,7 +228,7 @@ void Update_Liftmax()
     design.motion.Liftmax = largest - smallest;
 }
 
-void Reset_Status()
+void Reset_Status(Design_State& design)
 {
     design.motion.Motion = true;
     Flags_Group& f = design.flags;
@@ -237,7 +237,7 @@ void Reset_Status()
     Refresh_Screens();
 }
 
-bool All_Rows_Filled()
+bool All_Rows_Filled(const Design_State& design)
 {
     for (int i = 1; i <= design.motion.No_of_segments; ++i)
         if (design.motion.End_Value(i).empty())
@@ -245,7 +245,7 @@ bool All_Rows_Filled()
     return true;
 }
 
-bool Calc_Segment(int row, std::optional<double> rpm)
+bool Calc_Segment(Design_State& design, int row, std::optional<double> rpm)
 {
     Motion_Group& m = design.motion;
     bool stored = false;
@@ -254,73 +254,73 @@ bool Calc_Segment(int row, std::optional<double> rpm)
         m.Seg = row + 1;
         const int segment = m.Seg;
         m.Seg_Done(segment) = false;
-        Update_Segment_Angles();
+        Update_Segment_Angles(design);
         m.Seg_Start_Angle = m.Shift(segment);
         m.Seg_End_Angle = m.Gamma(segment);
-        Set_Shaft_Speed(rpm ? Single(*rpm * PI / 30.0) : m.Shaft_speed);
-        const Single Low = Val(m.Start_Value(segment));
-        const Single High = Val(m.End_Value(segment));
+        Set_Shaft_Speed(design, rpm ? Single(*rpm * PI / 30.0) : m.Shaft_speed);
+        const Single Low = Val(design, m.Start_Value(segment));
+        const Single High = Val(design, m.End_Value(segment));
         m.Running_Min = std::min<double>(m.Running_Min, Low);
         m.Running_Max = std::max<double>(m.Running_Max, High);
-        Place_Segment(segment, Low, High);
-        stored = Run_Segment(segment);
+        Place_Segment(design, segment, Low, High);
+        stored = Run_Segment(design, segment);
         m.Seg_Done(segment) = stored;
     });
     stored = stored && no_fault;
     // Whatever became of the segment, its points may have changed: no later result stands.
     design.flags.Example_Loaded = false;
-    Reset_Status();
-    design.flags.Calculated = stored && All_Rows_Filled();
+    Reset_Status(design);
+    design.flags.Calculated = stored && All_Rows_Filled(design);
     design.flags.Units_Changed = false;
     Refresh_Screens();
     return stored;
 }
 
-bool Calc_All(bool motion, std::optional<double> rpm)
+bool Calc_All(Design_State& design, bool motion, std::optional<double> rpm)
 {
     bool all_stored = true;
     for (int row = 0; row < design.motion.No_of_segments; ++row) {
         design.motion.Motion = motion;
-        all_stored = Calc_Segment(row, rpm) && all_stored;
+        all_stored = Calc_Segment(design, row, rpm) && all_stored;
     }
-    Reset_Status();
+    Reset_Status(design);
     design.flags.Calculated = all_stored;
     Refresh_Screens();
     return all_stored;
 }
 
-bool Motion_Done(std::optional<double> rpm)
+bool Motion_Done(Design_State& design, std::optional<double> rpm)
 {
     return Trap("cmd_Done_Click", [&] {
         Motion_Group& m = design.motion;
         Flags_Group& f = design.flags;
-        Set_Shaft_Speed(rpm ? Single(*rpm * PI / 30.0) : m.Shaft_speed);
+        Set_Shaft_Speed(design, rpm ? Single(*rpm * PI / 30.0) : m.Shaft_speed);
         if (f.Example_Loaded) {
             f.Sized = f.Dynamicflag = true;
         } else {
             f.Sized = f.Dynamicflag = false;
             if (m.Motion) {
                 // Ping (17) stands among the results to clear, but this same calculation has just stored it.
-                Zero_Rows(m.Max_Data_Points_used, 5, var::Ping - 1);
-                Zero_Rows(m.Max_Data_Points_used, var::Ping + 1, design.run.Saved_Variables);
+                Zero_Rows(design, m.Max_Data_Points_used, 5, var::Ping - 1);
+                Zero_Rows(design, m.Max_Data_Points_used, var::Ping + 1, design.run.Saved_Variables);
                 f.FFT_Done = false;  // its rows 18 to 21 went with them
             }
         }
         design.identity.Design_No += 1;
         f.Calculated = true;
         f.CompCam_Calc = f.Polydyne_Calc = f.Modelflag = false;
-        Zero_Vibration_Arrays();
+        Zero_Vibration_Arrays(design);
         design.identity.Time = Now_Text();
         design.identity.Date = Today_Text();
         // The force function outlives the motion's own calculation, for dynamics and stresses.
-        if (m.Ext_Force_On != 0 && Force_Function_Stored()) {
+        if (m.Ext_Force_On != 0 && Force_Function_Stored(design)) {
             f.Ext_Force_Calc = true;
             for (int p = 0; p <= m.Max_Data_Points_used; ++p)
                 design.results.CalcData(var::Ext_Force, p) = design.results.Ext_Force_Table(p);
         }
         f.Example_Loaded = f.File_Loaded = false;
         design.linkage.Drive_End_Effector = false;
-        MaxMin1(design.results.CalcData.Points(var::S), 0, Point_At(360.0), m.Max_Pos_Disp, m.Max_Neg_Disp);
+        MaxMin1(design.results.CalcData.Points(var::S), 0, Point_At(design, 360.0), m.Max_Pos_Disp, m.Max_Neg_Disp);
         m.MaxLift = m.Max_Pos_Disp - m.Max_Neg_Disp;
         Refresh_Screens();
     });

@@ -33,7 +33,7 @@ std::size_t Place(int i)
 }
 
 /// Length of a segment, degrees.
-Single Length(int Seg)
+Single Length(const Design_State& design, int Seg)
 {
     return design.motion.Gamma(Seg) - design.motion.Shift(Seg);
 }
@@ -41,7 +41,7 @@ Single Length(int Seg)
 /// The knots of one segment, knot 1 in element 1.
 using Knot_Row = std::array<double, Max_Knots + 1>;
 
-Knot_Row Knots_of(int Seg)
+Knot_Row Knots_of(const Design_State& design, int Seg)
 {
     Knot_Row row{};
     for (int i = 1; i <= design.motion.Number_of_Knots(Seg); ++i)
@@ -49,20 +49,20 @@ Knot_Row Knots_of(int Seg)
     return row;
 }
 
-bool Knots_Fit_Table(int Seg)
+bool Knots_Fit_Table(const Design_State& design, int Seg)
 {
-    return Requested_Conditions(Seg) + design.motion.Orders(Seg) <= Max_Knots;
+    return Requested_Conditions(design, Seg) + design.motion.Orders(Seg) <= Max_Knots;
 }
 
 /// The limits of what the program handles, with their messages.
-bool Knot_Count_Allowed(int Seg)
+bool Knot_Count_Allowed(const Design_State& design, int Seg)
 {
     const Motion_Group& m = design.motion;
-    if (m.Interior_Knots(Seg) > Requested_Conditions(Seg)) {
+    if (m.Interior_Knots(Seg) > Requested_Conditions(design, Seg)) {
         Warn("The number of interior knots must be no greater than the number of boundary conditions.");
         return false;
     }
-    if (m.Interior_Knots(Seg) <= Max_Interior_Knots && Knots_Fit_Table(Seg))
+    if (m.Interior_Knots(Seg) <= Max_Interior_Knots && Knots_Fit_Table(design, Seg))
         return true;
     Warn(
         "This program can only handle cases with 17 or fewer interior knots.\n"
@@ -72,15 +72,15 @@ bool Knot_Count_Allowed(int Seg)
     return false;
 }
 
-void Count_Knots(int Seg)
+void Count_Knots(Design_State& design, int Seg)
 {
     Motion_Group& m = design.motion;
-    m.Number_of_Knots(Seg) = Requested_Conditions(Seg) + m.Orders(Seg);
+    m.Number_of_Knots(Seg) = Requested_Conditions(design, Seg) + m.Orders(Seg);
     m.Interior_Knots(Seg) = m.Number_of_Knots(Seg) - 2 * m.Orders(Seg);
 }
 
 /// Whether typed interior knots stand in ascending order inside the segment.
-bool Interior_Knots_Fit(int Seg)
+bool Interior_Knots_Fit(const Design_State& design, int Seg)
 {
     const Motion_Group& m = design.motion;
     double before = 0.0;
@@ -89,26 +89,26 @@ bool Interior_Knots_Fit(int Seg)
             return false;
         before = m.Knots(i, Seg);
     }
-    return before <= Length(Seg);
+    return before <= Length(design, Seg);
 }
 
 /// Order and knots for the conditions asked for, without a judgement on their number.
-void Lay_Knots(int Seg)
+void Lay_Knots(Design_State& design, int Seg)
 {
     Motion_Group& m = design.motion;
-    const int conditions = Requested_Conditions(Seg);
+    const int conditions = Requested_Conditions(design, Seg);
     const int former_order = m.Orders(Seg);
     const int former_knots = m.Number_of_Knots(Seg);
     if (m.Orders(Seg) < Min_Spline_Order)
         m.Orders(Seg) = Default_Spline_Order;
     m.Orders(Seg) = std::min<int>(m.Orders(Seg), conditions);
-    Count_Knots(Seg);
-    if (!Knots_Fit_Table(Seg))
+    Count_Knots(design, Seg);
+    if (!Knots_Fit_Table(design, Seg))
         return;
     const bool same_count = m.Orders(Seg) == former_order && m.Number_of_Knots(Seg) == former_knots;
-    Boundary_Knots(Seg);
-    if (m.EvenKnots(Seg) || !same_count || !Interior_Knots_Fit(Seg))
-        Even_Knots(Seg);
+    Boundary_Knots(design, Seg);
+    if (m.EvenKnots(Seg) || !same_count || !Interior_Knots_Fit(design, Seg))
+        Even_Knots(design, Seg);
 }
 
 /// Index of the knot interval that x belongs to: the last one is closed, and the end intervals go on.
@@ -121,7 +121,7 @@ int Interval_of(std::span<const double> knots, double x, int order, int last)
 }
 
 /// What a derivative per degree is multiplied by for storing it: variables 1, 2, 3, 4 and 17.
-std::array<double, Max_Spline_Derivative + 1> Store_Scales()
+std::array<double, Max_Spline_Derivative + 1> Store_Scales(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
     std::array<double, Max_Spline_Derivative + 1> scale{1.0};
@@ -143,7 +143,7 @@ std::array<double, Max_Spline_Derivative + 1> Store_Scales()
 }
 
 /// Evaluates the solved spline at every point of the segment at work.
-void Store_Spline(std::span<const double> knots, std::span<const double> coefficients)
+void Store_Spline(Design_State& design, std::span<const double> knots, std::span<const double> coefficients)
 {
     constexpr std::array<int, Max_Spline_Derivative + 1> variables{var::S, var::V, var::A, var::J, var::Ping};
     Motion_Group& m = design.motion;
@@ -153,7 +153,7 @@ void Store_Spline(std::span<const double> knots, std::span<const double> coeffic
     const int start = To_Integer(m.Shift(segment) / m.Deltatheta);
     const int points = To_Integer(m.Beta_Deg(segment) / m.Deltatheta);
     const int derivatives = m.Time_Base >= 1 && m.Time_Base <= 3 ? Max_Spline_Derivative : 0;
-    const auto scale = Store_Scales();
+    const auto scale = Store_Scales(design);
     Basis_Values basis;
     for (int p = 0; p <= points; ++p) {
         const double x = p * m.Deltatheta;
@@ -270,42 +270,42 @@ void New_B_Spline(std::span<const double> knots, double x, int order, int last, 
     }
 }
 
-void Boundary_Knots(int Seg)
+void Boundary_Knots(Design_State& design, int Seg)
 {
     Check_Segment(Seg);
     Motion_Group& m = design.motion;
-    const Single end = Length(Seg);
+    const Single end = Length(design, Seg);
     for (int i = 1; i <= m.Orders(Seg); ++i) {
         m.Knots(i, Seg) = 0.0;
         m.Knots(m.Number_of_Knots(Seg) - m.Orders(Seg) + i, Seg) = end;
     }
 }
 
-void Even_Knots(int Seg)
+void Even_Knots(Design_State& design, int Seg)
 {
     Check_Segment(Seg);
     Motion_Group& m = design.motion;
     for (int i = m.Orders(Seg) + 1; i <= m.Orders(Seg) + m.Interior_Knots(Seg); ++i)
-        m.Knots(i, Seg) = (i - m.Orders(Seg)) * Length(Seg) / (m.Interior_Knots(Seg) + 1);
+        m.Knots(i, Seg) = (i - m.Orders(Seg)) * Length(design, Seg) / (m.Interior_Knots(Seg) + 1);
     m.EvenKnots(Seg) = true;
 }
 
-bool New_Spline(int Seg)
+bool New_Spline(Design_State& design, int Seg)
 {
     Check_Segment(Seg);
-    Lay_Knots(Seg);
-    return Knot_Count_Allowed(Seg);
+    Lay_Knots(design, Seg);
+    return Knot_Count_Allowed(design, Seg);
 }
 
-void CalcSplines(int& error)
+void CalcSplines(Design_State& design, int& error)
 {
     Motion_Group& m = design.motion;
     const int segment = m.Seg;
     Check_Segment(segment);
     const int n = m.Total_No_of_BCs(segment);
     const int order = m.Orders(segment);
-    Load_Beta();
-    const Knot_Row knots = Knots_of(segment);
+    Load_Beta(design);
+    const Knot_Row knots = Knots_of(design, segment);
 
     const auto work = std::make_unique<Work>();
     const Matrix_View A(work->matrix, n, n, Max_Bounds);
@@ -327,17 +327,17 @@ void CalcSplines(int& error)
     work->eliminated = work->matrix;
     work->solution = work->right_side;
     SimQ(n, Matrix_View(work->eliminated, n, n, Max_Bounds), work->solution, error);
-    if (error == 0 && Digits_Lost(n, A, work->solution, work->right_side, work->orders, Length(segment)))
+    if (error == 0 && Digits_Lost(n, A, work->solution, work->right_side, work->orders, Length(design, segment)))
         error = n;
     if (error != 0)
         return;
-    Points_Keeper keeper;
-    Store_Spline(knots, std::span<const double>(work->solution).first(Place(n)));
-    Store_Segment_Ends();
+    Points_Keeper keeper(design);
+    Store_Spline(design, knots, std::span<const double>(work->solution).first(Place(n)));
+    Store_Segment_Ends(design);
     keeper.Accept();
 }
 
-bool Calc_Spline(int Seg)
+bool Calc_Spline(Design_State& design, int Seg)
 {
     bool solved = false;
     Trap("CalcSplines", [&] {
@@ -346,15 +346,15 @@ bool Calc_Spline(int Seg)
         m.Splines_Calculated(Seg) = false;
         m.Poly_OK = false;
         m.Base_Shift(Seg) = 0.0;  // the S values are positions, as typed
-        Ask_Boundaries(Seg);
-        if (!Read_Bounds(Seg))
+        Ask_Boundaries(design, Seg);
+        if (!Read_Bounds(design, Seg))
             return;
         m.No_Conditions(Seg) = m.Total_No_of_BCs(Seg);
         m.No_of_conditions(Seg) = std::to_string(int{m.No_Conditions(Seg)});
-        if (!New_Spline(Seg))
+        if (!New_Spline(design, Seg))
             return;
         int error = 0;
-        CalcSplines(error);
+        CalcSplines(design, error);
         if (error > 0) {
             Warn(
                 "There has been an error in the calculation of the \n"
@@ -362,20 +362,20 @@ bool Calc_Spline(int Seg)
                 "Please review your data and try again.");
             return;
         }
-        Update_Liftmax();
+        Update_Liftmax(design);
         m.Splines_Calculated(Seg) = solved = true;
     });
     return solved;
 }
 
-bool Set_Order(int Seg, std::string_view text)
+bool Set_Order(Design_State& design, int Seg, std::string_view text)
 {
     bool taken = false;
     Trap("txt_Order", [&] {
         Check_Segment(Seg);
         Motion_Group& m = design.motion;
-        const int conditions = Requested_Conditions(Seg);
-        int order = To_Integer(std::clamp(Val(text), -32768.0, 32767.0));
+        const int conditions = Requested_Conditions(design, Seg);
+        int order = To_Integer(std::clamp(Val(design, text), -32768.0, 32767.0));
         if (order < Min_Spline_Order) {
             Warn("Spline order must be four or greater");
             return;
@@ -388,30 +388,30 @@ bool Set_Order(int Seg, std::string_view text)
         m.Orders(Seg) = order;
         m.Splines_Calculated(Seg) = false;
         m.EvenKnots(Seg) = true;
-        Count_Knots(Seg);
-        if (Knots_Fit_Table(Seg)) {
-            Boundary_Knots(Seg);
-            Even_Knots(Seg);
+        Count_Knots(design, Seg);
+        if (Knots_Fit_Table(design, Seg)) {
+            Boundary_Knots(design, Seg);
+            Even_Knots(design, Seg);
         }
-        taken = Knot_Count_Allowed(Seg) && !too_high;
+        taken = Knot_Count_Allowed(design, Seg) && !too_high;
     });
     return taken;
 }
 
-bool Set_Knot(int Seg, int interior, std::string_view text)
+bool Set_Knot(Design_State& design, int Seg, int interior, std::string_view text)
 {
     bool taken = false;
     Trap("txt_Knot", [&] {
         Check_Segment(Seg);
         Motion_Group& m = design.motion;
-        Lay_Knots(Seg);
-        if (!Knots_Fit_Table(Seg)) {
-            Knot_Count_Allowed(Seg);
+        Lay_Knots(design, Seg);
+        if (!Knots_Fit_Table(design, Seg)) {
+            Knot_Count_Allowed(design, Seg);
             return;
         }
         Checked_Place(interior, 1, m.Interior_Knots(Seg));
         const int i = m.Orders(Seg) + interior;
-        const Single value = Val(text);
+        const Single value = Val(design, text);
         if (value < 0.0) {
             Warn("This value must be positive.  Please redo.");
             return;
@@ -428,21 +428,21 @@ bool Set_Knot(int Seg, int interior, std::string_view text)
     return taken;
 }
 
-int Min_Order(int Seg)
+int Min_Order(const Design_State& design, int Seg)
 {
-    return std::min(Min_Spline_Order, Requested_Conditions(Seg));
+    return std::min(Min_Spline_Order, Requested_Conditions(design, Seg));
 }
 
-int Max_Order(int Seg)
+int Max_Order(const Design_State& design, int Seg)
 {
-    return Requested_Conditions(Seg);
+    return Requested_Conditions(design, Seg);
 }
 
-std::string Order_Help(int Seg)
+std::string Order_Help(const Design_State& design, int Seg)
 {
     return "Order must be an integer, and should be four or greater for practical cams.\n"
            "Order must also be <= the number of boundary conditions, which for this design is " +
-           std::to_string(Requested_Conditions(Seg)) +
+           std::to_string(Requested_Conditions(design, Seg)) +
            ". \n"
            "The resulting spline functions will be continuous through derivatives up to order minus 2.\n"
            "Lower orders than the maximum allowed may give better results.\n"

@@ -45,46 +45,46 @@ void MakeDerivs(std::span<const double> knots, int span, int order, std::span<do
 void New_B_Spline(std::span<const double> knots, double x, int order, int last, Basis_Values& basis);
 
 /// Writes the knots at both ends of a segment's spline.
-void Boundary_Knots(int Seg);
+void Boundary_Knots(Design_State& design, int Seg);
 
 /// Writes the interior knots evenly and sets EvenKnots.
-void Even_Knots(int Seg);
+void Even_Knots(Design_State& design, int Seg);
 
 /// Sets up order and knots for the conditions asked for: an order below 4 becomes 6, one above the count becomes the
 /// count. Interior knots that were typed stay where they still fit; otherwise they become even.
 /// @return false, after a message, for more than 17 interior knots or more knots than the table holds
-bool New_Spline(int Seg);
+bool New_Spline(Design_State& design, int Seg);
 
 /// Builds and solves the system of the segment at work and, when solved, evaluates the spline at its points.
 ///
 /// Reads Constraints and Knots; the stored points change only on success.
 /// @param error  0, or above 0 where the system is singular or has too few digits left
 /// @throws Fault{6}, Fault{9}, Fault{11} of a point that cannot be stored; the stored points are as they were
-void CalcSplines(int& error);
+void CalcSplines(Design_State& design, int& error);
 
 /// The whole work on a spline segment from its stored texts, under its trap.
 ///
 /// S of rows 0 and 9 follow Start_Value and End_Value; the count goes to No_Conditions.
 /// @return Splines_Calculated; false after any refusal or fault, the stored points as they were
-bool Calc_Spline(int Seg);
+bool Calc_Spline(Design_State& design, int Seg);
 
 /// Types the order of a segment's spline, under its trap; the knots become even.
 ///
 /// An order below 4 is refused; one above the count of conditions becomes the count. More than 17 interior knots are
 /// told of, with the order taken.
 /// @return false when a message was shown
-bool Set_Order(int Seg, std::string_view text);
+bool Set_Order(Design_State& design, int Seg, std::string_view text);
 
 /// Types interior knot 1..Interior_Knots of a segment's spline, local degrees, under its trap; EvenKnots becomes false.
 /// @return false when a message was shown: the knot stays
-bool Set_Knot(int Seg, int interior, std::string_view text);
+bool Set_Knot(Design_State& design, int Seg, int interior, std::string_view text);
 
 /// The limits of the order, as the screen shows them.
-int Min_Order(int Seg);
-int Max_Order(int Seg);
+int Min_Order(const Design_State& design, int Seg);
+int Max_Order(const Design_State& design, int Seg);
 
 /// The help texts of the knot screen, lines separated by '\n'.
-std::string Order_Help(int Seg);
+std::string Order_Help(const Design_State& design, int Seg);
 std::string Knot_Help();
 
 }  // namespace lobemax

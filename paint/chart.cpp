@@ -34,9 +34,9 @@ QColor Own_Colour(int place)
     return QColor::fromRgb(static_cast<QRgb>(curve_colours[static_cast<std::size_t>(place) % curve_colours.size()]));
 }
 
-QString Number(double value)
+QString Number(const Design_State& design, double value)
 {
-    return QString::fromStdString(In_Number_Format(Shortest(Single(value))));
+    return QString::fromStdString(In_Number_Format(design, Shortest(Single(value))));
 }
 
 QString Named_Unit(const Curve& curve)
@@ -78,7 +78,7 @@ QPen Stick_Pen(const Curve& curve, QColor colour)
 /// Ticks at points of a curve while all of it is in view. A part in view has the ticks that it would have anyway.
 class Point_Ticker : public QCPAxisTicker {
 public:
-    explicit Point_Ticker(const Point_Ticks& ticks) : ticks_(ticks) {}
+    Point_Ticker(const Design_State& design, const Point_Ticks& ticks) : design_(design), ticks_(ticks) {}
 
     void generate(const QCPRange& range, const QLocale& locale, QChar format, int precision, QVector<double>& ticks,
                   QVector<double>* sub_ticks, QVector<QString>* labels) override
@@ -96,7 +96,7 @@ public:
             const double x = ticks_.first + i * ticks_.per_point;
             ticks.append(x);
             if (labels != nullptr)
-                labels->append(i % ticks_.label_every == 0 ? Number(x) : QString());
+                labels->append(i % ticks_.label_every == 0 ? Number(design_, x) : QString());
         }
     }
 
@@ -109,6 +109,7 @@ private:
         return range.lower <= ticks_.first + slack && range.upper >= ticks_.Last() - slack &&
                range.size() <= most * span + ticks_.margin;
     }
+    const Design_State& design_;
     Point_Ticks ticks_;
 };
 
@@ -130,7 +131,8 @@ Curve Row_Curve(const QString& name, const QString& unit, std::span<const Single
     return curve;
 }
 
-Chart::Chart(const QString& name, QWidget* parent) : QWidget(parent), plot_(new QCustomPlot), read_out_(new QLabel)
+Chart::Chart(const Design_State& design, const QString& name, QWidget* parent)
+    : QWidget(parent), design_(design), plot_(new QCustomPlot), read_out_(new QLabel)
 {
     setObjectName(name);
     plot_->setObjectName(name + QStringLiteral("_plot"));
@@ -281,7 +283,7 @@ void Chart::Set_Ticks(const Point_Ticks& ticks)
     ticks_ = ticks;
     ticks_->tick_every = std::max(ticks.tick_every, 1);
     ticks_->label_every = std::max(ticks.label_every, 1);
-    plot_->xAxis->setTicker(QSharedPointer<Point_Ticker>::create(*ticks_));
+    plot_->xAxis->setTicker(QSharedPointer<Point_Ticker>::create(design_, *ticks_));
 }
 
 void Chart::Clear_Ticks()
@@ -347,7 +349,7 @@ void Chart::Make_Graphs()
     const Own_View own(*this);
     plot_->clearPlottables();
     drawn_.clear();
-    QLocale numbers(Current_Decimal_Symbol() == Decimal_Symbol::comma ? QLocale::German : QLocale::C);
+    QLocale numbers(Current_Decimal_Symbol(design_) == Decimal_Symbol::comma ? QLocale::German : QLocale::C);
     numbers.setNumberOptions(QLocale::OmitGroupSeparator);
     plot_->setLocale(numbers);
     bool right = false;
@@ -527,8 +529,8 @@ QString Chart::Values_at(double x) const
         if (i == curve.x.size() || (i > 0 && x - curve.x[i - 1] < curve.x[i] - x))
             --i;
         if (text.isEmpty())
-            text = Number(curve.x[i]);
-        text += QStringLiteral("    %1 %2").arg(curve.name.trimmed(), Number(curve.y[i]));
+            text = Number(design_, curve.x[i]);
+        text += QStringLiteral("    %1 %2").arg(curve.name.trimmed(), Number(design_, curve.y[i]));
     }
     return text;
 }
@@ -547,13 +549,13 @@ QString Chart::Nearest_Point(const QPoint& position) const
                 continue;
             nearest = distance;
             const bool told = i < curve.angle.size();
-            text = told ? Number(curve.angle[i]) + QStringLiteral("    ") : QString();
+            text = told ? Number(design_, curve.angle[i]) + QStringLiteral("    ") : QString();
             text += curve.name.trimmed() + QLatin1Char(' ');
             const double turn = told ? curve.angle[i] * Rad_per_Deg : 0.0;
             if (curve.value_as_radius && told)
-                text += Number(curve.x[i] * std::cos(turn) + curve.y[i] * std::sin(turn));
+                text += Number(design_, curve.x[i] * std::cos(turn) + curve.y[i] * std::sin(turn));
             else
-                text += QStringLiteral("X %1  Y %2").arg(Number(curve.x[i]), Number(curve.y[i]));
+                text += QStringLiteral("X %1  Y %2").arg(Number(design_, curve.x[i]), Number(design_, curve.y[i]));
         }
     return text;
 }
@@ -580,7 +582,7 @@ void Chart::Place_Extremes()
             tracer->position->setCoords(x, *at);
             tracer->setPen(QPen(Ink()));
             auto* const text = new QCPItemText(plot_);
-            text->setText(Number(*at) + QStringLiteral(" @ ") + Number(x));
+            text->setText(Number(design_, *at) + QStringLiteral(" @ ") + Number(design_, x));
             text->setColor(Ink());
             text->setPositionAlignment((at == most ? Qt::AlignTop : Qt::AlignBottom) | Qt::AlignHCenter);
             text->position->setAxes(plot_->xAxis, values);

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "core/basic_types.h"
+#include "core/design_state.h"
 
 class QCPAxis;
 class QCPGraph;
@@ -61,7 +62,8 @@ Curve Row_Curve(const QString& name, const QString& unit, std::span<const Single
 
 class Chart : public QWidget {
 public:
-    explicit Chart(const QString& name, QWidget* parent = nullptr);
+    /// Numbers are read out in the number format of the design.
+    explicit Chart(const Design_State& design, const QString& name, QWidget* parent = nullptr);
 
     /// Replaces all curves; the view shows them whole.
     void Show(std::vector<Curve> curves);
@@ -148,6 +150,7 @@ private:
     void Place_Marks();
     void Place_Extremes();
 
+    const Design_State& design_;
     QCustomPlot* plot_;
     QLabel* read_out_;
     QCPTextElement* title_ = nullptr;

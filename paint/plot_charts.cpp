@@ -23,14 +23,14 @@ QString To_Qt(const std::string& text)
     return QString::fromStdString(text);
 }
 
-QString Name_of(int variable)
+QString Name_of(const Design_State& design, int variable)
 {
     return To_Qt(Trim(design.plot.Var_Name(variable)));
 }
 
-QString Unit_of(int variable)
+QString Unit_of(const Design_State& design, int variable)
 {
-    return To_Qt(Axis_Unit(variable >= first_composite ? Rows_of_Composite(variable).x : variable));
+    return To_Qt(Axis_Unit(design, variable >= first_composite ? Rows_of_Composite(variable).x : variable));
 }
 
 struct Range {
@@ -39,7 +39,7 @@ struct Range {
 };
 
 /// A segment may begin before the cycle or end behind it: there are no points there.
-Range Range_of_Plot()
+Range Range_of_Plot(const Design_State& design)
 {
     const double step = design.motion.Deltatheta;
     const int most = std::min<int>(design.motion.Max_Data_Points_used, design.results.CalcData.Last_Point());
@@ -48,7 +48,7 @@ Range Range_of_Plot()
 }
 
 /// The picked functions of chart k of so many.
-std::vector<int> Functions_of_Chart(int k, int charts)
+std::vector<int> Functions_of_Chart(const Design_State& design, int k, int charts)
 {
     const Plot_Group& p = design.plot;
     std::vector<int> functions;
@@ -88,13 +88,13 @@ void Set_Point_Ticks(Chart& chart, const Plot_Setup& setup, const Curve& curve, 
 }
 
 /// @param look  none: that of the chart's own kind
-void Fill_Chart(Chart& chart, int plot_style, const std::vector<int>& functions, const Plot_Setup& setup,
-                std::optional<Curve_Style> look)
+void Fill_Chart(const Design_State& design, Chart& chart, int plot_style, const std::vector<int>& functions,
+                const Plot_Setup& setup, std::optional<Curve_Style> look)
 {
     const bool polar = plot_style == style::polar;
     std::vector<Curve> curves;
     for (const int variable : functions) {
-        curves.push_back(Plotted_Curve(plot_style, variable));
+        curves.push_back(Plotted_Curve(design, plot_style, variable));
         curves.back().style = look.value_or(Look_of(functions));
         if (!design.plot.Plot_Color)
             Take_Colour_Away(curves.back(), curves.size() - 1);
@@ -105,7 +105,7 @@ void Fill_Chart(Chart& chart, int plot_style, const std::vector<int>& functions,
     if (two_axes)
         curves[1].right_axis = true;
     const auto title = [&](std::size_t k) {
-        const QString name = functions[k] >= first_composite ? curves[k].name : To_Qt(Left_Title(functions[k]));
+        const QString name = functions[k] >= first_composite ? curves[k].name : To_Qt(Left_Title(design, functions[k]));
         return name + QStringLiteral("  ") + curves[k].unit;
     };
     chart.Set_Axis_Titles(To_Qt(setup.bottom_title), alone || two_axes ? title(0) : QString(),
@@ -121,10 +121,10 @@ void Fill_Chart(Chart& chart, int plot_style, const std::vector<int>& functions,
 
 }  // namespace
 
-void Set_Angle_Ticks(Chart& chart)
+void Set_Angle_Ticks(const Design_State& design, Chart& chart)
 {
     const int last = design.motion.Max_Data_Points_used;
-    const Plot_Setup setup = PlotSetup(style::single_window, 0, last, {});
+    const Plot_Setup setup = PlotSetup(design, style::single_window, 0, last, {});
     Point_Ticks ticks;
     ticks.per_point = design.motion.Deltatheta;
     ticks.points = setup.NumPoints;
@@ -133,14 +133,14 @@ void Set_Angle_Ticks(Chart& chart)
     chart.Set_Ticks(ticks);
 }
 
-void Show_Cycle(Chart& chart, int row, bool with_bottom_title)
+void Show_Cycle(const Design_State& design, Chart& chart, int row, bool with_bottom_title)
 {
     const auto& results = design.results.CalcData;
-    const QString name = Name_of(row);
-    const QString unit = Unit_of(row);
+    const QString name = Name_of(design, row);
+    const QString unit = Unit_of(design, row);
     chart.Set_Axis_Titles(with_bottom_title ? QStringLiteral("Cam Angle (Deg)") : QString(),
                           name + QStringLiteral("  ") + unit);
-    Set_Angle_Ticks(chart);
+    Set_Angle_Ticks(design, chart);
     chart.Show({Row_Curve(name, unit, results.Points(var::Angle), results.Points(row), 0,
                           design.motion.Max_Data_Points_used)});
 }
@@ -150,13 +150,13 @@ int Windows_of(int plot_style)
     return plot_style == style::two_windows ? 2 : plot_style == style::four_windows ? 4 : 1;
 }
 
-Curve Plotted_Curve(int plot_style, int variable)
+Curve Plotted_Curve(const Design_State& design, int plot_style, int variable)
 {
     const auto& results = design.results.CalcData;
     Curve curve;
-    curve.name = Name_of(variable);
-    curve.unit = Unit_of(variable);
-    const auto [first, last] = Range_of_Plot();
+    curve.name = Name_of(design, variable);
+    curve.unit = Unit_of(design, variable);
+    const auto [first, last] = Range_of_Plot(design);
     if (variable >= first_composite) {
         const Coordinate_Rows rows = Rows_of_Composite(variable);
         for (int i = first; i <= last; ++i) {
@@ -167,8 +167,8 @@ Curve Plotted_Curve(int plot_style, int variable)
         return curve;
     }
     if (Is_Fourier(variable)) {
-        const bool there = Transform_in_Memory();
-        for (int k = 1; k <= Plotted_Harmonics(); ++k) {
+        const bool there = Transform_in_Memory(design);
+        for (int k = 1; k <= Plotted_Harmonics(design); ++k) {
             curve.x.push_back(k);
             curve.y.push_back(there ? double{results(variable, k)} : 0.0);
         }
@@ -186,32 +186,33 @@ Curve Plotted_Curve(int plot_style, int variable)
     return curve;
 }
 
-Curve_Style Usual_Look(int plot_style)
+Curve_Style Usual_Look(const Design_State& design, int plot_style)
 {
     const int charts = Windows_of(plot_style);
     int harmonic = 0;
     for (int k = 0; k < charts; ++k)
-        harmonic += Look_of(Functions_of_Chart(k, charts)) == Curve_Style::sticks ? 1 : 0;
+        harmonic += Look_of(Functions_of_Chart(design, k, charts)) == Curve_Style::sticks ? 1 : 0;
     if (harmonic == 0)
         return Curve_Style::line;
     return harmonic == charts ? Curve_Style::sticks : Curve_Style::sticks_and_line;
 }
 
-QString Fill_Plot(const std::vector<Chart*>& charts, int plot_style, std::optional<Curve_Style> look)
+QString Fill_Plot(const Design_State& design, const std::vector<Chart*>& charts, int plot_style,
+                  std::optional<Curve_Style> look)
 {
-    const Range range = Range_of_Plot();
+    const Range range = Range_of_Plot(design);
     QStringList titles;
     for (int k = 0; k < static_cast<int>(charts.size()); ++k) {
         Chart& chart = *charts[static_cast<std::size_t>(k)];
-        const std::vector<int> functions = Functions_of_Chart(k, static_cast<int>(charts.size()));
+        const std::vector<int> functions = Functions_of_Chart(design, k, static_cast<int>(charts.size()));
         if (functions.empty()) {
             chart.Clear();
             continue;
         }
-        const Plot_Setup setup = PlotSetup(plot_style, range.first, range.last, functions);
+        const Plot_Setup setup = PlotSetup(design, plot_style, range.first, range.last, functions);
         titles.append(To_Qt(setup.graph_title));
         chart.Set_Title(titles.back());
-        Fill_Chart(chart, plot_style, functions, setup, look);
+        Fill_Chart(design, chart, plot_style, functions, setup, look);
     }
     const bool shared = charts.size() > 1 && !titles.isEmpty() && titles.count(titles.front()) == titles.size();
     if (!shared)
@@ -221,15 +222,15 @@ QString Fill_Plot(const std::vector<Chart*>& charts, int plot_style, std::option
     return titles.front();
 }
 
-bool Save_Plot(int plot_style, const QSize& size, const QString& path)
+bool Save_Plot(const Design_State& design, int plot_style, const QSize& size, const QString& path)
 {
     std::vector<std::unique_ptr<Chart>> owned;
     std::vector<Chart*> charts;
     for (int k = 0; k < Windows_of(plot_style); ++k) {
-        owned.push_back(std::make_unique<Chart>(QStringLiteral("grf_Plot")));
+        owned.push_back(std::make_unique<Chart>(design, QStringLiteral("grf_Plot")));
         charts.push_back(owned.back().get());
     }
-    const QString title = Fill_Plot(charts, plot_style);
+    const QString title = Fill_Plot(design, charts, plot_style);
     return Save_Charts(charts, plot_style == style::four_windows ? 2 : 1, size, path, title);
 }
 

@@ -7,25 +7,26 @@
 #include <optional>
 #include <vector>
 
+#include "core/design_state.h"
 #include "paint/chart.h"
 
 namespace lobemax::paint {
 
 /// Ticks a chart of the whole cycle by the cam angle, as the plots of a whole cycle are.
-void Set_Angle_Ticks(Chart& chart);
+void Set_Angle_Ticks(const Design_State& design, Chart& chart);
 
 /// Shows a row of the table over the whole cycle, with its name and unit beside it.
-void Show_Cycle(Chart& chart, int row, bool with_bottom_title = true);
+void Show_Cycle(const Design_State& design, Chart& chart, int row, bool with_bottom_title = true);
 
 /// Charts of a style 1..4: one, two, four, one.
 int Windows_of(int plot_style);
 
 /// The curve of a picked variable or composite choice in a style, over the range of the picked segment.
-Curve Plotted_Curve(int plot_style, int variable);
+Curve Plotted_Curve(const Design_State& design, int plot_style, int variable);
 
 /// How the picked functions are drawn unless the user wants it otherwise: curves by a line, harmonics by sticks. Where
 /// both stand side by side, by both.
-Curve_Style Usual_Look(int plot_style);
+Curve_Style Usual_Look(const Design_State& design, int plot_style);
 
 /// Shows the picked functions in the charts of a style, as many as Windows_of, each chart with the abscissa, ticks and
 /// titles of what it shows.
@@ -33,9 +34,10 @@ Curve_Style Usual_Look(int plot_style);
 /// @param look  of all functions; none: of each chart's own kind
 /// @return      the title that stands once above several charts. It is empty where a chart has its title itself: a
 ///              chart alone, and charts of different titles
-QString Fill_Plot(const std::vector<Chart*>& charts, int plot_style, std::optional<Curve_Style> look = {});
+QString Fill_Plot(const Design_State& design, const std::vector<Chart*>& charts, int plot_style,
+                  std::optional<Curve_Style> look = {});
 
 /// Writes the plot of the picked functions to a picture. @return whether it was written
-bool Save_Plot(int plot_style, const QSize& size, const QString& path);
+bool Save_Plot(const Design_State& design, int plot_style, const QSize& size, const QString& path);
 
 }  // namespace lobemax::paint

@@ -37,7 +37,7 @@ void Add_Line(std::string& text, const std::vector<double>& values, std::size_t 
 
 }  // namespace
 
-std::optional<int> Variable_Named(std::string_view text)
+std::optional<int> Variable_Named(const Design_State& design, std::string_view text)
 {
     const std::string word = Trim(text);
     int number = 0;
@@ -55,17 +55,17 @@ std::optional<int> Variable_Named(std::string_view text)
     return std::nullopt;
 }
 
-std::string Column_Head(int variable)
+std::string Column_Head(const Design_State& design, int variable)
 {
     if (variable > Plot_Group::Last_Variable)
         return "Variable " + std::to_string(variable);
-    const std::string head = Trim(Short_Heading(variable));
+    const std::string head = Trim(Short_Heading(design, variable));
     if (!head.empty())
         return head;
     return variable == var::Angle ? "Angle" : Trim(design.plot.Var_Name(variable));
 }
 
-Point_Range Points_of_Segment(int segment)
+Point_Range Points_of_Segment(const Design_State& design, int segment)
 {
     const Motion_Group& m = design.motion;
     if (segment == 0)
@@ -75,16 +75,16 @@ Point_Range Points_of_Segment(int segment)
     return {To_Integer(m.Shift(segment) / m.Deltatheta), To_Integer(m.Gamma(segment) / m.Deltatheta)};
 }
 
-Data_Table Make_Data_Table(const Table_Choice& choice)
+Data_Table Make_Data_Table(const Design_State& design, const Table_Choice& choice)
 {
     if (choice.step < 1)
         throw Fault{out_of_bounds};
     const Table<Single>& data = design.results.CalcData;
-    const Point_Range range = Points_of_Segment(choice.segment);
+    const Point_Range range = Points_of_Segment(design, choice.segment);
     Data_Table table;
     table.heads.push_back("Angle");
     for (const int v : choice.variables)
-        table.heads.push_back(Column_Head(v));
+        table.heads.push_back(Column_Head(design, v));
     const int step = std::min(choice.step, Max_Points + 1);
     for (int p = range.first; p <= range.last; p += step) {
         std::vector<double>& row = table.rows.emplace_back();

@@ -11,6 +11,8 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 struct Table_Choice {
     std::vector<int> variables;  // one to four rows of CalcData
     int segment = 0;             // 0: the whole cycle
@@ -26,20 +28,20 @@ struct Data_Table {
 };
 
 /// The variable meant by a number, a name or a symbol ("5", "Phi", "F-kin"); none when there is no such row.
-std::optional<int> Variable_Named(std::string_view text);
+std::optional<int> Variable_Named(const Design_State& design, std::string_view text);
 
 /// The column head of a variable: its short heading, or its name where it has none.
-std::string Column_Head(int variable);
+std::string Column_Head(const Design_State& design, int variable);
 
 /// First and last point of a choice: the cycle, or the points of one segment.
 struct Point_Range {
     int first;
     int last;
 };
-Point_Range Points_of_Segment(int segment);
+Point_Range Points_of_Segment(const Design_State& design, int segment);
 
 /// @throws Fault{9} for a variable, a segment or a step that the design does not have
-Data_Table Make_Data_Table(const Table_Choice& choice);
+Data_Table Make_Data_Table(const Design_State& design, const Table_Choice& choice);
 
 /// The table as tab-delimited lines under its heads, ended by the rows "Min" and "Max".
 ///

@@ -54,7 +54,7 @@ void YticMarks(Surface& s, double start, double end, double ymax)
         s.Line(start - half, level * ymax, start + half, level * ymax, Ink::axis);
 }
 
-void Vertical_lines(Surface& s, double start, double end, double ymax)
+void Vertical_lines(const Design_State& design, Surface& s, double start, double end, double ymax)
 {
     const Motion_Group& m = design.motion;
     for (int i = 2; i <= m.No_of_segments; ++i)
@@ -63,7 +63,7 @@ void Vertical_lines(Surface& s, double start, double end, double ymax)
 }
 
 /// As the sizing screen names the sense of rotation; a linear cam goes to and fro.
-std::string Rotation_Text()
+std::string Rotation_Text(const Design_State& design)
 {
     const bool forward = design.cam.Rotflag > 0;
     if (design.cam.Camtype == "Linear")
@@ -83,25 +83,26 @@ bool Shows_Response(std::span<const int> variables)
 }
 
 /// What the functions have in common, then whose they are. The transform's own name stands for both.
-std::string Graph_Title(std::span<const int> variables)
+std::string Graph_Title(const Design_State& design, std::span<const int> variables)
 {
     if (Shows_Harmonics(variables))
-        return Transform_in_Memory() ? Fft_Function_Text(design.motion.Fft_Variable) : "Fourier Transform of  ";
+        return Transform_in_Memory(design) ? Fft_Function_Text(design, design.motion.Fft_Variable)
+                                           : "Fourier Transform of  ";
     const char* const what =
         Shows_Response(variables) ? "Dynamic Response of Follower" : "Selected Cam-Follower Parameters";
     return what + ("    " + design.identity.Model_Name + "  ");
 }
 
 /// A figure of the sizing with its length unit; a word stands alone.
-std::string With_Length(const std::string& text, const std::string& length)
+std::string With_Length(const Design_State& design, const std::string& text, const std::string& length)
 {
     const std::string word = Trim(text);
-    return Read_Number(word, Current_Decimal_Symbol()).whole ? word + length : word;
+    return Read_Number(word, Current_Decimal_Symbol(design)).whole ? word + length : word;
 }
 
-std::string Shown(double value, int decimals)
+std::string Shown(const Design_State& design, double value, int decimals)
 {
-    return Trim(FNRoundStr(value, decimals));
+    return Trim(FNRoundStr(design, value, decimals));
 }
 
 }  // namespace
@@ -132,7 +133,7 @@ int Plot_Decimals(double ymax)
     return decimals;
 }
 
-Plot_Figures Figures_of_Plot(int variable, int first, int last)
+Plot_Figures Figures_of_Plot(const Design_State& design, int variable, int first, int last)
 {
     const Extremes extremes = MaxMin2(design.results.CalcData, variable, first, last);
     Plot_Figures figures;
@@ -143,17 +144,18 @@ Plot_Figures Figures_of_Plot(int variable, int first, int last)
     const int decimals = Plot_Decimals(figures.ymax);
     figures.pnl_LeftTitle = Trim(design.plot.Var_Name(variable));
     figures.pnl_Units = design.plot.Var_Unit(variable);
-    figures.pnl_Ymax = FNRoundStr(figures.ymax, decimals);
-    figures.pnl_Ymin = FNRoundStr(-figures.ymax, decimals);
-    figures.lbl_Min = FNRoundStr(figures.smallest, decimals);
-    figures.lbl_Max = FNRoundStr(figures.largest, decimals);
-    figures.lbl_Peak = FNRoundStr(figures.peak, decimals);
+    figures.pnl_Ymax = FNRoundStr(design, figures.ymax, decimals);
+    figures.pnl_Ymin = FNRoundStr(design, -figures.ymax, decimals);
+    figures.lbl_Min = FNRoundStr(design, figures.smallest, decimals);
+    figures.lbl_Max = FNRoundStr(design, figures.largest, decimals);
+    figures.lbl_Peak = FNRoundStr(design, figures.peak, decimals);
     return figures;
 }
 
-Plot_Figures Plot_Dynamics(Surface& surface, int windows, int variable, int first, int last, bool vertical_lines)
+Plot_Figures Plot_Dynamics(const Design_State& design, Surface& surface, int windows, int variable, int first, int last,
+                           bool vertical_lines)
 {
-    const Plot_Figures figures = Figures_of_Plot(variable, first, last);
+    const Plot_Figures figures = Figures_of_Plot(design, variable, first, last);
     const double ymax = figures.ymax;
     const Table<Single>& data = design.results.CalcData;
     const auto angle = data.Points(var::Angle);
@@ -169,7 +171,7 @@ Plot_Figures Plot_Dynamics(Surface& surface, int windows, int variable, int firs
         XticMarks(surface, start, end, held);
         YticMarks(surface, start, end, held);
         if (vertical_lines)
-            Vertical_lines(surface, start, end, held);
+            Vertical_lines(design, surface, start, end, held);
     }
     surface.PSet(start, row[static_cast<std::size_t>(first)], Ink::curve);
     for (int i = first + 1; i <= last; ++i)
@@ -177,10 +179,10 @@ Plot_Figures Plot_Dynamics(Surface& surface, int windows, int variable, int firs
     return figures;
 }
 
-Plot_Setup PlotSetup(int plot_style, int first, int last, std::span<const int> variables)
+Plot_Setup PlotSetup(const Design_State& design, int plot_style, int first, int last, std::span<const int> variables)
 {
     const bool fourier = Shows_Harmonics(variables);
-    const int count = fourier ? Plotted_Harmonics() : 0;
+    const int count = fourier ? Plotted_Harmonics(design) : 0;
     Plot_Setup setup{};
     setup.NumPoints = fourier ? count + 1 : last - first + 1;
     setup.TickEvery = std::max(fourier ? count / 15 : (last - first) / 12, 1);
@@ -190,7 +192,7 @@ Plot_Setup PlotSetup(int plot_style, int first, int last, std::span<const int> v
         setup.bottom_title = design.cam.Followtype == 2 ? "Cam Surface Profile" : "Cam Profile at Follower Centerline";
     else
         setup.bottom_title = fourier ? "Harmonic Number" : "Cam Angle (Deg)";
-    setup.graph_title = Graph_Title(variables);
+    setup.graph_title = Graph_Title(design, variables);
     return setup;
 }
 
@@ -199,61 +201,64 @@ bool Is_Fourier(int variable)
     return variable >= first_fourier && variable <= last_fourier;
 }
 
-bool Transform_in_Memory()
+bool Transform_in_Memory(const Design_State& design)
 {
-    return design.flags.FFT_Done && Shown_Harmonics() > 0;
+    return design.flags.FFT_Done && Shown_Harmonics(design) > 0;
 }
 
-int Plotted_Harmonics()
+int Plotted_Harmonics(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
-    if (Transform_in_Memory())
-        return Shown_Harmonics();
+    if (Transform_in_Memory(design))
+        return Shown_Harmonics(design);
     return std::max(std::min<int>(m.No_Harmonics, m.Max_Data_Points_used / 2), 1);
 }
 
-std::string Left_Title(int variable)
+std::string Left_Title(const Design_State& design, int variable)
 {
     const std::string name = Trim(design.plot.Var_Name(variable));
     return Is_Fourier(variable) ? "FFT of " + name : name;
 }
 
-std::string Axis_Unit(int variable)
+std::string Axis_Unit(const Design_State& design, int variable)
 {
     const Plot_Group& p = design.plot;
     if (variable == cam_profile_angle && design.cam.Camtype == "Radial")
         return "deg";
-    if (Is_Fourier(variable) && variable != last_fourier && Transform_in_Memory())
+    if (Is_Fourier(variable) && variable != last_fourier && Transform_in_Memory(design))
         return p.Var_Unit(design.motion.Fft_Variable);
     return p.Var_Unit(variable);
 }
 
-Panel_Lines Basic_Data()
+Panel_Lines Basic_Data(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
     const Plot_Group& p = design.plot;
-    return {{"Segment", p.Segment_Pick},          {"Start Theta", Shown(p.Plot_First, 2)},
-            {"End Theta", Shown(p.Plot_Last, 2)}, {"Delta Theta", Shown(m.Deltatheta, 3)},
-            {"Cam Rotates", Rotation_Text()},     {"Cam Omega", Shown(m.Shaft_speed, 2) + " rad/sec"}};
+    return {{"Segment", p.Segment_Pick},
+            {"Start Theta", Shown(design, p.Plot_First, 2)},
+            {"End Theta", Shown(design, p.Plot_Last, 2)},
+            {"Delta Theta", Shown(design, m.Deltatheta, 3)},
+            {"Cam Rotates", Rotation_Text(design)},
+            {"Cam Omega", Shown(design, m.Shaft_speed, 2) + " rad/sec"}};
 }
 
-Panel_Lines Size_Data()
+Panel_Lines Size_Data(const Design_State& design)
 {
     if (!design.flags.Sized)
         return {};
     const Cam_Group& c = design.cam;
     const int decimals = design.identity.Decimals_1;
     const std::string length = std::string(" ") + Words_of_Units(design.identity.WhichUnit).length;
-    return {{"Min Phi", Shown(c.Phi_Min, 2) + " deg"},
-            {"Max Phi", Shown(c.Phi_Max, 2) + " deg"},
-            {"Offset", Shown(c.Offset, decimals) + length},
-            {"Prime Radius", Shown(c.Prime_Rad, decimals) + length},
-            {"Min Rho +", With_Length(c.Rho_Min_Pos_Text, length)},
-            {"Min Rho -", With_Length(c.Rho_Min_Neg_Text, length)},
-            {"Folwr Rad", Shown(c.Follow_Rad, decimals) + length}};
+    return {{"Min Phi", Shown(design, c.Phi_Min, 2) + " deg"},
+            {"Max Phi", Shown(design, c.Phi_Max, 2) + " deg"},
+            {"Offset", Shown(design, c.Offset, decimals) + length},
+            {"Prime Radius", Shown(design, c.Prime_Rad, decimals) + length},
+            {"Min Rho +", With_Length(design, c.Rho_Min_Pos_Text, length)},
+            {"Min Rho -", With_Length(design, c.Rho_Min_Neg_Text, length)},
+            {"Folwr Rad", Shown(design, c.Follow_Rad, decimals) + length}};
 }
 
-std::string Plot_Header()
+std::string Plot_Header(const Design_State& design)
 {
     const Identity_Group& id = design.identity;
     return " Design No. " + std::to_string(id.Design_No) + " File: " + id.Model_Name + " at " + id.Time;

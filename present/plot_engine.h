@@ -12,6 +12,8 @@
 
 namespace lobemax {
 
+struct Design_State;
+
 /// World window of a plot: y runs upward.
 struct Plot_Window {
     double left;
@@ -42,14 +44,15 @@ struct Plot_Figures {
     std::string lbl_Peak;
 };
 /// @throws Fault{9} for a row or points outside the table
-Plot_Figures Figures_of_Plot(int variable, int first, int last);
+Plot_Figures Figures_of_Plot(const Design_State& design, int variable, int first, int last);
 
 /// Paints a variable over points first..last onto a surface: axes, ticks, segment boundaries on request, curve.
 ///
 /// @param windows  how many plots share the screen, 2 or 4
 /// @return         the figures beside it
 /// @throws Fault{9} for a row or points outside the table
-Plot_Figures Plot_Dynamics(Surface& surface, int windows, int variable, int first, int last, bool vertical_lines);
+Plot_Figures Plot_Dynamics(const Design_State& design, Surface& surface, int windows, int variable, int first, int last,
+                           bool vertical_lines);
 
 /// The fixed numbers and titles of a chart of the plot screens.
 struct Plot_Setup {
@@ -61,30 +64,30 @@ struct Plot_Setup {
     std::string graph_title;
 };
 /// @param variables  the functions that the chart shows; harmonics have their number for the abscissa
-Plot_Setup PlotSetup(int plot_style, int first, int last, std::span<const int> variables);
+Plot_Setup PlotSetup(const Design_State& design, int plot_style, int first, int last, std::span<const int> variables);
 
 /// Whether a variable is a result of the Fourier transform, which has harmonics for its abscissa.
 bool Is_Fourier(int variable);
 
 /// Whether the transform that the rows 18 to 21 stand for is in memory; a design read from a file has none.
-bool Transform_in_Memory();
+bool Transform_in_Memory(const Design_State& design);
 
 /// Harmonics that a plot of the transform goes over, at least 1. Without a transform it is those that would be shown.
-int Plotted_Harmonics();
+int Plotted_Harmonics(const Design_State& design);
 
 /// What stands left of a plot of a variable: its name, or "FFT of " with it.
-std::string Left_Title(int variable);
+std::string Left_Title(const Design_State& design, int variable);
 
 /// Unit of a plot's axis: that of the variable, but degrees for the polar angle of a radial cam, which the unit table
 /// has as a length, and that of the transformed variable for the parts of its transform.
-std::string Axis_Unit(int variable);
+std::string Axis_Unit(const Design_State& design, int variable);
 
 /// Captions and values of the panels "Cam Basic Data" and "Cam Size Data".
 using Panel_Lines = std::vector<std::pair<std::string, std::string>>;
-Panel_Lines Basic_Data();
-Panel_Lines Size_Data();
+Panel_Lines Basic_Data(const Design_State& design);
+Panel_Lines Size_Data(const Design_State& design);
 
 /// The line above a plot or a table: design number, file, time.
-std::string Plot_Header();
+std::string Plot_Header(const Design_State& design);
 
 }  // namespace lobemax

@@ -35,7 +35,7 @@ void Add(std::vector<int>& list, std::initializer_list<int> more)
         list.push_back(v);
 }
 
-std::vector<int> Two_Window_Entries()
+std::vector<int> Two_Window_Entries(const Design_State& design)
 {
     const Flags_Group& f = design.flags;
     std::vector<int> list{1, 2, 3, 4};
@@ -59,7 +59,7 @@ std::vector<int> Two_Window_Entries()
     return list;
 }
 
-std::vector<int> Four_Window_Entries()
+std::vector<int> Four_Window_Entries(const Design_State& design)
 {
     const Flags_Group& f = design.flags;
     const bool plotting = !design.run.Selecting_Print;
@@ -100,7 +100,7 @@ Function_Count Functions_of_Style(int plot_style)
     return Style_at(plot_style).functions;
 }
 
-std::vector<int> Load_Names(bool to_screen)
+std::vector<int> Load_Names(const Design_State& design, bool to_screen)
 {
     const Flags_Group& f = design.flags;
     const bool plotting = !design.run.Selecting_Print;
@@ -134,7 +134,7 @@ std::vector<int> Load_Names(bool to_screen)
     return list;
 }
 
-std::vector<int> Composite_Choices()
+std::vector<int> Composite_Choices(const Design_State& design)
 {
     std::vector<int> list;
     if (!design.flags.Sized || design.cam.Camtype != "Radial")
@@ -153,7 +153,7 @@ Coordinate_Rows Rows_of_Composite(int choice)
     return rows[Checked_Place(choice, 54, 59)];
 }
 
-std::optional<int> Variable_Picked(std::span<const int> list, std::string_view name)
+std::optional<int> Variable_Picked(const Design_State& design, std::span<const int> list, std::string_view name)
 {
     const std::string word = Trim(name);
     const auto found =
@@ -161,15 +161,15 @@ std::optional<int> Variable_Picked(std::span<const int> list, std::string_view n
     return found == list.end() ? std::nullopt : std::optional(*found);
 }
 
-bool Is_Offered(int choice)
+bool Is_Offered(const Design_State& design, int choice)
 {
     const auto among = [choice](const std::vector<int>& list) {
         return std::find(list.begin(), list.end(), choice) != list.end();
     };
-    if (among(Load_Names()) || among(Composite_Choices()))
+    if (among(Load_Names(design)) || among(Composite_Choices(design)))
         return true;
     for (const int plot_style : {style::two_windows, style::four_windows, style::polar})
-        for (const int entry : Load_Presets(plot_style))
+        for (const int entry : Load_Presets(design, plot_style))
             if (among(Presets_of_Style(plot_style)[static_cast<std::size_t>(entry - 1)].variables))
                 return true;
     return false;
@@ -257,13 +257,13 @@ const std::vector<Plot_Preset>& Presets_of_Style(int plot_style)
     }
 }
 
-std::vector<int> Load_Presets(int plot_style)
+std::vector<int> Load_Presets(const Design_State& design, int plot_style)
 {
     switch (plot_style) {
     case style::two_windows:
-        return Two_Window_Entries();
+        return Two_Window_Entries(design);
     case style::four_windows:
-        return Four_Window_Entries();
+        return Four_Window_Entries(design);
     case style::polar:
         return design.flags.Polydyne_Calc ? std::vector<int>{1} : std::vector<int>{};
     default:
@@ -271,13 +271,13 @@ std::vector<int> Load_Presets(int plot_style)
     }
 }
 
-void Choose_Preset2(int plot_style, int entry)
+void Choose_Preset2(Design_State& design, int plot_style, int entry)
 {
     const std::vector<Plot_Preset>& presets = Presets_of_Style(plot_style);
-    Select_OK(plot_style, presets[Checked_Place(entry, 1, static_cast<int>(presets.size()))].variables);
+    Select_OK(design, plot_style, presets[Checked_Place(entry, 1, static_cast<int>(presets.size()))].variables);
 }
 
-std::vector<std::string> Load_SegmentList()
+std::vector<std::string> Load_SegmentList(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
     std::vector<std::string> list{"All"};
@@ -289,24 +289,24 @@ std::vector<std::string> Load_SegmentList()
     return list;
 }
 
-int Segment_of_Entry(std::string_view entry)
+int Segment_of_Entry(const Design_State& design, std::string_view entry)
 {
     int segment = 0;
     std::from_chars(entry.data(), entry.data() + entry.size(), segment);
     return segment >= 1 && segment <= design.motion.No_of_segments ? segment : 0;
 }
 
-void Pick_Segment(std::string_view entry)
+void Pick_Segment(Design_State& design, std::string_view entry)
 {
     const Motion_Group& m = design.motion;
     Plot_Group& p = design.plot;
-    const int segment = Segment_of_Entry(entry);
+    const int segment = Segment_of_Entry(design, entry);
     p.Segment_Pick = segment == 0 ? "All" : std::string(entry);
     p.Plot_First = segment == 0 ? Single(0.0) : m.Shift(segment);
     p.Plot_Last = segment == 0 ? Single(360.0) : m.Gamma(segment);
 }
 
-bool Select_OK(int plot_style, std::span<const int> variables)
+bool Select_OK(Design_State& design, int plot_style, std::span<const int> variables)
 {
     const Function_Count functions = Functions_of_Style(plot_style);
     Plot_Group& p = design.plot;

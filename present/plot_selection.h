@@ -35,11 +35,11 @@ Function_Count Functions_of_Style(int plot_style);
 /// While Selecting_Print holds, a table is being chosen: no coordinates, and no displacement unless the table goes to
 /// the screen.
 /// @param to_screen  whether a table goes to the screen; counts only while Selecting_Print holds
-std::vector<int> Load_Names(bool to_screen = true);
+std::vector<int> Load_Names(const Design_State& design, bool to_screen = true);
 
 /// The closed curves of two coordinates that a polar plot offers beside the variables: 54 to 59, as far as they are
 /// calculated.
-std::vector<int> Composite_Choices();
+std::vector<int> Composite_Choices(const Design_State& design);
 
 /// The rows of x and y of a composite choice 54..59. @throws Fault{9} for any other
 struct Coordinate_Rows {
@@ -49,10 +49,10 @@ struct Coordinate_Rows {
 Coordinate_Rows Rows_of_Composite(int choice);
 
 /// The variable behind a list's entry: the first of the list whose Var_Name it is.
-std::optional<int> Variable_Picked(std::span<const int> list, std::string_view name);
+std::optional<int> Variable_Picked(const Design_State& design, std::span<const int> list, std::string_view name);
 
 /// Whether a variable or closed curve is offered for a plot at this rung of the ladder: by a list, or by a preset.
-bool Is_Offered(int choice);
+bool Is_Offered(const Design_State& design, int choice);
 
 /// Why functions cannot share the windows of a style, as the user is told; empty where they can. Harmonics and cam
 /// angles are no one abscissa, and harmonics have no place in a polar plot.
@@ -69,22 +69,22 @@ const std::vector<Plot_Preset>& Presets_of_Style(int plot_style);
 
 /// Entry numbers, from 1, of the presets that are offered, in the order of the list. A style without presets, or with
 /// nothing to offer, gives none.
-std::vector<int> Load_Presets(int plot_style);
+std::vector<int> Load_Presets(const Design_State& design, int plot_style);
 
 /// Fills Plot_Vars and Num_Sets from entry n of a style's presets. @throws Fault{9} where there is no such entry
-void Choose_Preset2(int plot_style, int entry);
+void Choose_Preset2(Design_State& design, int plot_style, int entry);
 
 /// "All", then an entry for each segment: its number and its motion kind, "D", "P" and "S" in brackets.
-std::vector<std::string> Load_SegmentList();
+std::vector<std::string> Load_SegmentList(const Design_State& design);
 
 /// The segment of an entry of that list; 0 for "All" and for any text that names no segment in use.
-int Segment_of_Entry(std::string_view entry);
+int Segment_of_Entry(const Design_State& design, std::string_view entry);
 
 /// Sets Segment_Pick, Plot_First and Plot_Last, degrees, from an entry of the segment list.
-void Pick_Segment(std::string_view entry);
+void Pick_Segment(Design_State& design, std::string_view entry);
 
 /// Places the picked variables, zero for none, into Plot_Vars and counts them.
 /// @return whether the style has the functions it needs
-bool Select_OK(int plot_style, std::span<const int> variables);
+bool Select_OK(Design_State& design, int plot_style, std::span<const int> variables);
 
 }  // namespace lobemax

@@ -10,7 +10,7 @@
 #include <array>
 #include <vector>
 
-#include "core/design_state.h"
+#include "screens/desk.h"
 #include "screens/screen.h"
 
 namespace lobemax::screens {

@@ -7,13 +7,13 @@
 #include <QVBoxLayout>
 #include <array>
 
-#include "core/design_state.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/traps.h"
 #include "motion/polynomial.h"
 #include "motion/spline.h"
 #include "paint/print.h"
+#include "screens/desk.h"
 #include "screens/frm_Knots.h"
 #include "screens/frm_Poly.h"
 #include "screens/help_viewer.h"
@@ -30,7 +30,7 @@ constexpr int spline_selector = 11;
 
 std::string Shown(double value)
 {
-    return In_Number_Format(Shortest(Single(value)));
+    return In_Number_Format(design, Shortest(Single(value)));
 }
 
 }  // namespace
@@ -39,7 +39,7 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
     : Screen(QStringLiteral("frm_Bounds"), QStringLiteral("Boundary conditions"), parent), segment_(segment)
 {
     design.motion.Poly_OK = false;
-    Ask_Boundaries(segment_);
+    Ask_Boundaries(design, segment_);
     const Motion_Group& m = design.motion;
     auto* const head = new QGridLayout;
     const auto pair = [head](int place, const QString& caption, QLabel* value) {
@@ -55,8 +55,8 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
     auto* const count = new Entry(QStringLiteral("txt_NoConds"), QStringLiteral("2 to 40 conditions"));
     count->setMaximumWidth(70);
     count->accepted = [this, count](const std::string& text) {
-        if (!Set_No_of_Conditions(segment_, text) || text.empty())
-            count->Show_Text(std::to_string(Requested_Conditions(segment_)));
+        if (!Set_No_of_Conditions(design, segment_, text) || text.empty())
+            count->Show_Text(std::to_string(Requested_Conditions(design, segment_)));
         Show_Count();
     };
     auto* const counts = new QHBoxLayout;
@@ -93,7 +93,7 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
             auto* const box = new Entry(Element(value_boxes[static_cast<std::size_t>(order)], k),
                                         QStringLiteral("Leave empty for no condition"));
             box->typed = [this, k, order](const std::string& text) {
-                Bound_Text(segment_, k, order) = text;
+                Bound_Text(design, segment_, k, order) = text;
                 Show_Count();
             };
             grid->addWidget(box, line + 1, order + 1);
@@ -104,7 +104,7 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
     add(Button(QStringLiteral("cmd_Cancel"), QStringLiteral("< &Back"), [this] { reject(); }));
     buttons->addStretch();
     add(Button(QStringLiteral("cmd_ClearBounds"), QStringLiteral("Clea&r"), [this] {
-        Clear_Bounds(segment_);
+        Clear_Bounds(design, segment_);
         Fill();
     }));
     add(Copy_Button());
@@ -127,20 +127,20 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
 
 void frm_Bounds::Fill()
 {
-    Control<Entry>(QStringLiteral("txt_NoConds")).Show_Text(std::to_string(Requested_Conditions(segment_)));
+    Control<Entry>(QStringLiteral("txt_NoConds")).Show_Text(std::to_string(Requested_Conditions(design, segment_)));
     for (int k = 0; k <= last_row; ++k) {
         if (k > 0 && k < last_row)
             Control<Entry>(Element("txt_Theta", k)).Show_Text(design.motion.T_boundary_cond(segment_, k));
         for (int order = 0; order < static_cast<int>(value_boxes.size()); ++order)
             Control<Entry>(Element(value_boxes[static_cast<std::size_t>(order)], k))
-                .Show_Text(Bound_Text(segment_, k, order));
+                .Show_Text(Bound_Text(design, segment_, k, order));
     }
     Show_Count();
 }
 
 void frm_Bounds::Show_Count()
 {
-    Control<QLabel>(QStringLiteral("lbl_Selected")).setText(QString::number(Count_Filled_Boxes(segment_)));
+    Control<QLabel>(QStringLiteral("lbl_Selected")).setText(QString::number(Count_Filled_Boxes(design, segment_)));
 }
 
 void frm_Bounds::Done()
@@ -148,22 +148,22 @@ void frm_Bounds::Done()
     Motion_Group& m = design.motion;
     Control<Entry>(QStringLiteral("txt_NoConds")).Leave();
     // What was typed into the S boxes of both ends is the segment's start and end.
-    m.Start_Value(segment_) = Bound_Text(segment_, 0, 0);
-    m.End_Value(segment_) = Bound_Text(segment_, last_row, 0);
+    m.Start_Value(segment_) = Bound_Text(design, segment_, 0, 0);
+    m.End_Value(segment_) = Bound_Text(design, segment_, last_row, 0);
     const int selector = m.Seg_Program(segment_);
     if (selector == polynomial_selector) {
-        if (!Calc_Polynomial(segment_))
+        if (!Calc_Polynomial(design, segment_))
             return;
         frm_Poly result(segment_, this);
         Run_Modal(result);
         accept();
     } else if (selector == spline_selector) {
         bool accepted = false;
-        Trap("frm_Bounds.cmd_Done", [&] { accepted = Read_Bounds(segment_); });
+        Trap("frm_Bounds.cmd_Done", [&] { accepted = Read_Bounds(design, segment_); });
         if (!accepted)
             return;
         m.No_Conditions(segment_) = m.Total_No_of_BCs(segment_);
-        New_Spline(segment_);
+        New_Spline(design, segment_);
         frm_Knots knots(segment_, this);
         if (Run_Modal(knots) == QDialog::Accepted)
             accept();

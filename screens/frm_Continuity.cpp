@@ -7,12 +7,12 @@
 #include <QVBoxLayout>
 #include <array>
 
-#include "core/design_state.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "motion/continuity.h"
 #include "paint/chart.h"
 #include "paint/print.h"
+#include "screens/desk.h"
 
 namespace lobemax::screens {
 
@@ -24,11 +24,11 @@ QString Explanation()
     const Motion_Group& m = design.motion;
     QString text;
     for (int d = 0; d <= 2; ++d) {
-        const int joint = Worst_Joint(d);
+        const int joint = Worst_Joint(design, d);
         const QString unit = To_Qt(design.plot.Var_Unit(var::S + d));
         text += QStringLiteral("%1: largest jump %2 %3, %4 % of the maximum")
-                    .arg(QStringLiteral("SVA").mid(d, 1), To_Qt(Trim(FNRoundStr(m.Max_Jump(d), 6))), unit,
-                         To_Qt(Trim(FNRoundStr(Jump_Percent(d), 4))));
+                    .arg(QStringLiteral("SVA").mid(d, 1), To_Qt(Trim(FNRoundStr(design, m.Max_Jump(d), 6))), unit,
+                         To_Qt(Trim(FNRoundStr(design, Jump_Percent(design, d), 4))));
         if (joint > 0)
             text += QStringLiteral(", at the end of segment %1").arg(joint);
         text += QLatin1Char('\n');
@@ -42,7 +42,7 @@ frm_Continuity::frm_Continuity(QWidget* parent)
     : Screen(QStringLiteral("frm_Continuity"), QStringLiteral("Continuity of the cam program"), parent)
 {
     Motion_Group& m = design.motion;
-    ContinuityCheck(m.Firstlast, m.Continuous, m.Max_Jump);
+    ContinuityCheck(design, m.Firstlast, m.Continuous, m.Max_Jump);
     QLabel* const header =
         Label(QStringLiteral("lbl_Header"),
               m.Continuous ? QStringLiteral("The segments meet within rounding.")
@@ -59,7 +59,7 @@ frm_Continuity::frm_Continuity(QWidget* parent)
     auto* const grid = new QGridLayout(plots);
     grid->setContentsMargins(0, 0, 0, 0);
     for (int k = 0; k < 4; ++k) {
-        auto* const chart = new paint::Chart(Element("grf_Continuity", k));
+        auto* const chart = new paint::Chart(design, Element("grf_Continuity", k));
         chart->clicked = [this](double, bool) { Draw(); };
         grid->addWidget(chart, k / 2, k % 2);
         charts_.append(chart);
@@ -107,7 +107,7 @@ void frm_Continuity::Draw()
 
 void frm_Continuity::Done()
 {
-    if (Continuity_Report())
+    if (Continuity_Report(design))
         accept();
     else
         reject();

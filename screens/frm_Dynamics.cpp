@@ -15,13 +15,13 @@
 #include <array>
 #include <stdexcept>
 
-#include "core/design_state.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "dynamics/kinetostatics.h"
 #include "paint/chart.h"
 #include "paint/plot_charts.h"
 #include "paint/print.h"
+#include "screens/desk.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
 
@@ -94,7 +94,7 @@ constexpr int widest_pulse_line = 46;  // characters: the dashes
 frm_Dynamics::frm_Dynamics(QWidget* parent)
     : Screen(QStringLiteral("frm_Dynamics"), Caption(QStringLiteral("frm_Dynamics")), parent)
 {
-    Reset_Dynamics();
+    Reset_Dynamics(design);
     auto* const row = new QHBoxLayout;
     row->addLayout(Inputs());
     row->addLayout(Charts(), 1);
@@ -130,19 +130,20 @@ QLayout* frm_Dynamics::Inputs()
     const auto closure = [this] {
         Refresh();  // the spring's fields come or go before anything is told of it
         Hide_Charts();
-        Show_Run(Choose_Closure(Form()));
+        Show_Run(Choose_Closure(design, Form()));
     };
     frame("fra_Closure", {option("opt_Closure", 0, closure), option("opt_Closure", 1, closure)});
     column->addLayout(Entries());
     const auto start_fresh = [this] {
         Hide_Charts();
         Dynamics_Form form = Form();
-        Show_Run(Choose_Start_Fresh(form));
+        Show_Run(Choose_Start_Fresh(design, form));
     };
-    frame("fra_Torque", {option("opt_Torque", 0, start_fresh), option("opt_Torque", 1, Choose_Accumulate)});
+    frame("fra_Torque",
+          {option("opt_Torque", 0, start_fresh), option("opt_Torque", 1, [] { Choose_Accumulate(design); })});
     check(QStringLiteral("chk_Extforce"), [this](bool ticked) {
         Dynamics_Form form = Form();
-        Show_Run(Tick_Add_External_Force(form, ticked));
+        Show_Run(Tick_Add_External_Force(design, form, ticked));
     });
     check(QStringLiteral("chk_compcam"), {});
     column->addLayout(Figures_Grid());
@@ -158,9 +159,9 @@ QLayout* frm_Dynamics::Entries()
         const QString name = QString::fromUtf8(f.name);
         auto* const entry = new Entry(name, Tip(name));
         entry->accepted = [this, entry, f](const std::string& text) {
-            if (Dynamics_Entry_Hides_Charts())
+            if (Dynamics_Entry_Hides_Charts(design))
                 Hide_Charts();
-            const Dynamics_Entry result = Edit_Dynamics_Field(f.field, text);
+            const Dynamics_Entry result = Edit_Dynamics_Field(design, f.field, text);
             entry->Show_Text(result.text);
             if (result.disable_done)
                 Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(false);
@@ -195,7 +196,7 @@ QLayout* frm_Dynamics::Charts()
     auto* const column = new QVBoxLayout;
     for (paint::Chart** const chart : {&torque_, &force_}) {
         const QString name = Element("grf_Plot", chart == &torque_ ? 0 : 1);
-        *chart = new paint::Chart(name);
+        *chart = new paint::Chart(design, name);
         (*chart)->Set_Title(Caption(name));
         QSizePolicy place = (*chart)->sizePolicy();
         place.setRetainSizeWhenHidden(true);  // nothing else moves when a chart comes or goes
@@ -240,7 +241,7 @@ QLayout* frm_Dynamics::Buttons_Row()
 
 void frm_Dynamics::Fill()
 {
-    const Dynamics_Form form = Opening_Dynamics_Form();
+    const Dynamics_Form form = Opening_Dynamics_Form(design);
     for (const Field& f : fields)
         Control<Entry>(QString::fromUtf8(f.name)).Show_Text(form.*f.text);
     Control<QRadioButton>(Element("opt_Closure", form.force_closed ? 0 : 1)).setChecked(true);
@@ -254,7 +255,7 @@ void frm_Dynamics::Refresh()
 {
     const bool force_closed = Control<QRadioButton>(Element("opt_Closure", 0)).isChecked();
     const Dynamics_Labels labels =
-        Labels_of_Dynamics(force_closed, Control<Entry>(QStringLiteral("txt_Spring")).Text());
+        Labels_of_Dynamics(design, force_closed, Control<Entry>(QStringLiteral("txt_Spring")).Text());
     const auto unit = [this](const char* name, const std::string& text) {
         Control<QLabel>(QStringLiteral("unit_") + QString::fromUtf8(name)).setText(To_Qt(text));
     };
@@ -299,7 +300,7 @@ Dynamics_Form frm_Dynamics::Form() const
 
 void frm_Dynamics::Calculate()
 {
-    Show_Run(Calc_Dynamics(Form()));
+    Show_Run(Calc_Dynamics(design, Form()));
 }
 
 void frm_Dynamics::Show_Run(bool run)
@@ -319,8 +320,8 @@ void frm_Dynamics::Hide_Charts()
 
 void frm_Dynamics::Show_Results()
 {
-    const Dynamics_Figures found = Present_Figures();
-    const Dynamics_Texts texts = Texts_of_Dynamics(found);
+    const Dynamics_Figures found = Present_Figures(design);
+    const Dynamics_Texts texts = Texts_of_Dynamics(design, found);
     for (const Figure& f : figures)
         if (const std::string& text = texts.*f.text; !text.empty())
             Control<QLabel>(QString::fromUtf8(f.name)).setText(To_Qt(text));
@@ -330,8 +331,8 @@ void frm_Dynamics::Show_Results()
     for (const std::string& text : found.pulses.lines)
         lines.append(To_Qt(text));
     pulses_->setPlainText(lines.join(QLatin1Char('\n')));
-    paint::Show_Cycle(*torque_, var::Torque);
-    paint::Show_Cycle(*force_, var::Force);
+    paint::Show_Cycle(design, *torque_, var::Torque);
+    paint::Show_Cycle(design, *force_, var::Force);
     torque_->show();
     force_->show();
 }
@@ -339,7 +340,7 @@ void frm_Dynamics::Show_Results()
 void frm_Dynamics::Close_Box()
 {
     Leave_Entry();
-    if (Closing_Dynamics_Is_Done())
+    if (Closing_Dynamics_Is_Done(design))
         accept();
     else
         reject();

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <array>
 
-#include "core/design_state.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/traps.h"
@@ -19,6 +18,7 @@
 #include "paint/chart.h"
 #include "paint/print.h"
 #include "present/plot_selection.h"
+#include "screens/desk.h"
 
 namespace lobemax::screens {
 
@@ -38,7 +38,7 @@ const QStringList harmonic_counts{QStringLiteral("5"),   QStringLiteral("10"), Q
 }  // namespace
 
 frm_FFT::frm_FFT(QWidget* parent)
-    : Screen(QStringLiteral("frm_FFT"), QStringLiteral("Fourier transform"), parent), variables_(Load_Names())
+    : Screen(QStringLiteral("frm_FFT"), QStringLiteral("Fourier transform"), parent), variables_(Load_Names(design))
 {
     QStringList names;
     for (const int v : variables_)
@@ -58,7 +58,7 @@ frm_FFT::frm_FFT(QWidget* parent)
             Transform();
     });
     QStringList segments;
-    for (const std::string& entry : Load_SegmentList())
+    for (const std::string& entry : Load_SegmentList(design))
         segments.append(To_Qt(entry));
     QComboBox* const segment = Choice(QStringLiteral("cmb_Segment"), segments, [this](int) { Transform(); });
 
@@ -101,7 +101,7 @@ frm_FFT::frm_FFT(QWidget* parent)
     auto* const plot_grid = new QGridLayout(plots);
     plot_grid->setContentsMargins(0, 0, 0, 0);
     for (std::size_t k = 0; k < parts.size(); ++k) {
-        auto* const chart = new paint::Chart(Element("grf_Plot", static_cast<int>(k)));
+        auto* const chart = new paint::Chart(design, Element("grf_Plot", static_cast<int>(k)));
         chart->Set_Axis_Titles(QStringLiteral("Harmonic Number"), QString::fromUtf8(parts[k].caption));
         plot_grid->addWidget(chart, static_cast<int>(k) / 2, static_cast<int>(k) % 2);
         charts_.append(chart);
@@ -124,7 +124,7 @@ frm_FFT::frm_FFT(QWidget* parent)
         Button(QStringLiteral("cmd_Print"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
     buttons->addStretch();
     QPushButton* const done = Button(QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] {
-        Finish_FFT();
+        Finish_FFT(design);
         accept();
     });
     done->setEnabled(false);
@@ -152,16 +152,17 @@ void frm_FFT::Transform()
     const Filling filling(*this);
     const int variable = Variable();
     auto& harmonics = Control<QComboBox>(QStringLiteral("cmb_Harmonics"));
-    const double typed = std::min(Val(From_Qt(harmonics.currentText())), 32767.0);
-    const int count = Set_Harmonics(static_cast<int>(std::max(typed, 0.0)));
+    const double typed = std::min(Val(design, From_Qt(harmonics.currentText())), 32767.0);
+    const int count = Set_Harmonics(design, static_cast<int>(std::max(typed, 0.0)));
     harmonics.setCurrentText(QString::number(count));
     if (!May_Transform(variable != 0, variable, count))
         return;
-    const int segment = Segment_of_Entry(From_Qt(Control<QComboBox>(QStringLiteral("cmb_Segment")).currentText()));
+    const int segment =
+        Segment_of_Entry(design, From_Qt(Control<QComboBox>(QStringLiteral("cmb_Segment")).currentText()));
     bool done = false;
     Trap("frm_FFT.Transform", [&] {
-        const Dft_Range range = Range_of_Segment(segment);
-        done = Do_DFT(variable, range.first, range.last, count);
+        const Dft_Range range = Range_of_Segment(design, segment);
+        done = Do_DFT(design, variable, range.first, range.last, count);
     });
     Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(done);
     if (done)
@@ -171,7 +172,7 @@ void frm_FFT::Transform()
 void frm_FFT::Clear()
 {
     const Filling filling(*this);
-    Clear_FFT();
+    Clear_FFT(design);
     Control<QComboBox>(QStringLiteral("cmb_Var1")).setCurrentIndex(-1);
     Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(false);
     for (const char* const name : {"lbl_Function", "lbl_Power", "lbl_powerunits", "lbl_Sum", "lbl_sumunits"})
@@ -183,27 +184,27 @@ void frm_FFT::Clear()
 void frm_FFT::Draw()
 {
     const int variable = Variable();
-    if (variable == 0 || Shown_Harmonics() == 0)
+    if (variable == 0 || Shown_Harmonics(design) == 0)
         return;
-    Control<QLabel>(QStringLiteral("lbl_Function")).setText(To_Qt(Fft_Function_Text(variable)));
-    Control<QLabel>(QStringLiteral("lbl_Power")).setText(To_Qt(Trim(FNRoundStr(Harmonic_Power(), 4))));
-    Control<QLabel>(QStringLiteral("lbl_powerunits")).setText(To_Qt(Fft_Power_Unit(variable)));
-    Control<QLabel>(QStringLiteral("lbl_Sum")).setText(To_Qt(Trim(FNRoundStr(Harmonic_Sum(), 4))));
-    Control<QLabel>(QStringLiteral("lbl_sumunits")).setText(To_Qt(Fft_Sum_Unit(variable)));
+    Control<QLabel>(QStringLiteral("lbl_Function")).setText(To_Qt(Fft_Function_Text(design, variable)));
+    Control<QLabel>(QStringLiteral("lbl_Power")).setText(To_Qt(Trim(FNRoundStr(design, Harmonic_Power(design), 4))));
+    Control<QLabel>(QStringLiteral("lbl_powerunits")).setText(To_Qt(Fft_Power_Unit(design, variable)));
+    Control<QLabel>(QStringLiteral("lbl_Sum")).setText(To_Qt(Trim(FNRoundStr(design, Harmonic_Sum(design), 4))));
+    Control<QLabel>(QStringLiteral("lbl_sumunits")).setText(To_Qt(Fft_Sum_Unit(design, variable)));
     const auto on = [this](const char* name) { return Control<QCheckBox>(QString::fromUtf8(name)).isChecked(); };
     const paint::Curve_Style style =
         on("chk_Sticks") ? (on("chk_Line") ? paint::Curve_Style::sticks_and_line : paint::Curve_Style::sticks)
                          : paint::Curve_Style::line;
     paint::Point_Ticks ticks;  // on whole harmonics, the last one clear of the border
-    ticks.points = Shown_Harmonics() + 1;
-    ticks.tick_every = std::max(Shown_Harmonics() / 15, 1);
+    ticks.points = Shown_Harmonics(design) + 1;
+    ticks.tick_every = std::max(Shown_Harmonics(design) / 15, 1);
     ticks.label_every = 2 * ticks.tick_every;
     ticks.margin = 0.5;
     for (std::size_t k = 0; k < parts.size(); ++k) {
         paint::Curve curve;
         curve.name = QString::fromUtf8(parts[k].caption);
         curve.style = style;
-        for (int h = 1; h <= Shown_Harmonics(); ++h) {
+        for (int h = 1; h <= Shown_Harmonics(design); ++h) {
             curve.x.push_back(h);
             curve.y.push_back(design.results.Fft_Work_A(parts[k].row, h));
         }

@@ -19,7 +19,6 @@
 #include <array>
 #include <chrono>
 
-#include "core/design_state.h"
 #include "core/text.h"
 #include "core/units.h"
 #include "files/example_designs.h"
@@ -33,6 +32,7 @@
 #include "paint/chart.h"
 #include "paint/plot_charts.h"
 #include "present/plot_selection.h"
+#include "screens/desk.h"
 #include "screens/frm_Dynamics.h"
 #include "screens/frm_FFT.h"
 #include "screens/frm_Input_Session.h"
@@ -113,7 +113,7 @@ QString Design_Text()
     const Motion_Group& m = design.motion;
     const Cam_Group& c = design.cam;
     const std::string& length = Words_of_Units(design.identity.WhichUnit).length;
-    const auto number = [](double value, int decimals) { return To_Qt(Trim(FNRoundStr(value, decimals))); };
+    const auto number = [](double value, int decimals) { return To_Qt(Trim(FNRoundStr(design, value, decimals))); };
     QString text = QStringLiteral("<b>%1</b>").arg(To_Qt(design.identity.Model_Name).toHtmlEscaped());
     if (!design.flags.Calculated)
         return text + QStringLiteral(
@@ -216,7 +216,7 @@ void frm_HomeScreen::Make_Menus()
     exports->setObjectName(QStringLiteral("mnu_Export"));
     for (const Export_Entry& entry : Export_Menu())
         Add_Action(*exports, To_Qt(entry.name), To_Qt(entry.caption), [this, entry] {
-            Run_Export(entry.name);
+            Run_Export(design, entry.name);
             Refresh();
         });
     file->addSeparator();
@@ -270,7 +270,7 @@ QWidget* frm_HomeScreen::Make_Center()
     design_->setTextFormat(Qt::RichText);
     design_->setWordWrap(true);
     design_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    preview_ = new paint::Chart(QStringLiteral("grf_Preview"));
+    preview_ = new paint::Chart(design, QStringLiteral("grf_Preview"));
     preview_->Set_Axis_Titles(QStringLiteral("Cam Angle (Deg)"), {});
     status_ = new Status_Panel;
     auto* const right = new QVBoxLayout;
@@ -286,12 +286,12 @@ QWidget* frm_HomeScreen::Make_Center()
 
 void frm_HomeScreen::Refresh()
 {
-    const Home_View view = Home_Activate();
+    const Home_View view = Home_Activate(design);
     for (int b = 0; b < buttons_.size(); ++b)
         buttons_[b]->setEnabled(view.buttons[static_cast<std::size_t>(b)]);
     for (const Menu_Entry& entry : Home_Menus())
         if (const auto action = actions_.find(std::string(entry.name)); action != actions_.end())
-            action->second->setEnabled(entry.enabled());
+            action->second->setEnabled(entry.enabled(design));
     const auto exports = Export_Menu();
     for (std::size_t i = 0; i < exports.size(); ++i)
         actions_.at(std::string(exports[i].name))->setEnabled(view.export_entries[i]);
@@ -319,34 +319,34 @@ void frm_HomeScreen::Show_Design()
     preview_->setVisible(design.flags.Calculated);
     if (!design.flags.Calculated)
         return;
-    paint::Show_Cycle(*preview_, var::S);
+    paint::Show_Cycle(design, *preview_, var::S);
 }
 
 void frm_HomeScreen::Run_Action(const std::string& name)
 {
     if (name == "mnu_New") {
-        File_New();
+        File_New(design);
     } else if (name == "mnu_Open") {
-        if (Open_Model())
+        if (Open_Model(design))
             Remember(design.identity.File_Name);
     } else if (name == "mnu_Save") {
-        if (Save_Model())
+        if (Save_Model(design))
             Remember(design.identity.File_Name);
     } else if (name == "mnu_Plus") {
-        if (Save_As_Plus())
+        if (Save_As_Plus(design))
             Remember(design.identity.File_Name);
     } else if (name == "mnu_V8") {
-        Save_As_V8();
+        Save_As_V8(design);
     } else if (name == "mnu_V7") {
-        Save_As_V7();
+        Save_As_V7(design);
     } else if (name.starts_with("mnu_pick(")) {
-        Change_Units_from_Home(name.at(9) - '0');
+        Change_Units_from_Home(design, name.at(9) - '0');
     } else if (name.starts_with("mnu_Sec_Deg(")) {
-        Change_Time_Base_from_Home(name.at(12) - '0');
+        Change_Time_Base_from_Home(design, name.at(12) - '0');
     } else if (name == "mnu_USA") {
-        Change_Number_Format("USA");
+        Change_Number_Format(design, "USA");
     } else if (name == "mnu_Europe") {
-        Change_Number_Format("Europe");
+        Change_Number_Format(design, "Europe");
     } else if (name == "mnu_CalcFFT") {
         Fourier();
     } else if (name == "mnu_FullScreen") {
@@ -371,8 +371,8 @@ void frm_HomeScreen::Run_Action(const std::string& name)
 
 void frm_HomeScreen::Build_Example(const std::string& caption)
 {
-    if (May_Build_Example() && May_Reset())
-        Open_Example(caption);
+    if (May_Build_Example(design) && May_Reset(design))
+        Open_Example(design, caption);
     Refresh();
 }
 
@@ -384,7 +384,7 @@ void frm_HomeScreen::Press(Home_Button button)
         this->Quit();
         return;
     case Input:
-        if (May_Open_Input())
+        if (May_Open_Input(design))
             Run_Input_Session(this);
         break;
     case Size:
@@ -400,11 +400,11 @@ void frm_HomeScreen::Press(Home_Button button)
         Run_Plots(this);
         break;
     case Linkage:
-        if (!May_Open_Linkage())
+        if (!May_Open_Linkage(design))
             break;
         [[fallthrough]];
     case Model:
-        if (button == Model && !May_Open_Vibration())
+        if (button == Model && !May_Open_Vibration(design))
             break;
         [[fallthrough]];
     default:
@@ -420,7 +420,7 @@ void frm_HomeScreen::Press(Home_Button button)
 
 void frm_HomeScreen::Open_Path(const QString& path)
 {
-    if (Open_Model(From_Qt(path)))
+    if (Open_Model(design, From_Qt(path)))
         Remember(From_Qt(path));
     Refresh();
 }
@@ -428,7 +428,7 @@ void frm_HomeScreen::Open_Path(const QString& path)
 void frm_HomeScreen::Keep_Recovery()
 {
     if (!folder_.empty())
-        Write_Recovery(folder_);
+        Write_Recovery(design, folder_);
 }
 
 void frm_HomeScreen::Show_Recent()
@@ -458,7 +458,7 @@ void frm_HomeScreen::Remember(const std::string& path)
 
 bool frm_HomeScreen::May_Quit()
 {
-    const bool yes = Quit_Requested([this] {
+    const bool yes = Quit_Requested(design, [this] {
         frm_Quit question(this);
         return Run_Modal(question) == QDialog::Accepted;
     });
@@ -488,9 +488,9 @@ void frm_HomeScreen::Preferences()
     Preference_Services services;
     services.save = [this] {
         if (!folder_.empty())
-            Write_Preferences(folder_);
+            Write_Preferences(design, folder_);
     };
-    services.set_format = [](const std::string& format) { return Change_Number_Format(format); };
+    services.set_format = [](const std::string& format) { return Change_Number_Format(design, format); };
     frm_Preferences screen(std::move(services), this);
     if (Run_Modal(screen) == QDialog::Accepted)
         Set_Full_Screen(design.run.Full_Screen);

@@ -17,7 +17,6 @@
 #include <utility>
 
 #include "camgeom/sizing_fields.h"
-#include "core/design_state.h"
 #include "core/messages.h"
 #include "core/startup.h"
 #include "core/text.h"
@@ -29,6 +28,7 @@
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
 #include "paint/print.h"
+#include "screens/desk.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
 
@@ -50,7 +50,7 @@ QStringList Program_Names()
 QStringList Step_Names()
 {
     QStringList names;
-    for (const std::string& text : Step_Texts())
+    for (const std::string& text : Step_Texts(design))
         names.append(To_Qt(text));
     return names;
 }
@@ -130,7 +130,7 @@ std::string Step_in_Force()
 {
     for (std::size_t k = 0; k < steps.size(); ++k)
         if (design.motion.Deltatheta == steps[k])
-            return Step_Texts()[k];
+            return Step_Texts(design)[k];
     return "";
 }
 
@@ -150,7 +150,7 @@ frm_InputData::frm_InputData(Input_Services services, QWidget* parent)
     : Screen(QStringLiteral("frm_InputData"), QStringLiteral("Input: segments of the cam program"), parent),
       services_(std::move(services))
 {
-    Open_Input();
+    Open_Input(design);
     auto* const column = new QVBoxLayout(this);
     Make_Menu();
     column->addWidget(Make_Head());
@@ -177,7 +177,7 @@ void frm_InputData::Make_Menu()
             if (services_.change_units)
                 services_.change_units(code);
             if (design.identity.WhichUnit != before)
-                Units_Changed_in_Table();
+                Units_Changed_in_Table(design);
             Fill();
             Refresh();
         });
@@ -202,19 +202,19 @@ QWidget* frm_InputData::Make_Head()
     auto* const segments = new Entry(QStringLiteral("txt_Segmts"), QStringLiteral("1 to 20 segments"));
     segments->accepted = [this](const std::string& text) {
         const bool clear = Control<QCheckBox>(QStringLiteral("chk_ClearOnOpen")).isChecked();
-        Trap("txt_Segmts", [&] { Enter_Segment_Count(text, clear); });
+        Trap("txt_Segmts", [&] { Enter_Segment_Count(design, text, clear); });
         Fill();
         Refresh();
     };
     auto* const omega = new Entry(QStringLiteral("txt_Omega"), QStringLiteral("Camshaft speed"));
     omega->accepted = [this, omega](const std::string& text) {
-        Trap("txt_Omega", [&] { Enter_Omega(text); });
-        omega->Show_Text(Omega_Text());
+        Trap("txt_Omega", [&] { Enter_Omega(design, text); });
+        omega->Show_Text(Omega_Text(design));
         Refresh();
     };
     auto* const shift = new Entry(QStringLiteral("txt_ShiftAng"), To_Qt(Start_Angle_Help()));
     shift->accepted = [this](const std::string& text) {
-        Trap("txt_ShiftAng", [&] { Enter_Start_Angle(text); });
+        Trap("txt_ShiftAng", [&] { Enter_Start_Angle(design, text); });
         Fill();
         Refresh();
     };
@@ -245,7 +245,7 @@ QWidget* frm_InputData::Make_Head()
         return [this, translating] {
             if (design.cam.Translating == translating)
                 return;
-            Choose_Follower_Motion_on_Input(translating);
+            Choose_Follower_Motion_on_Input(design, translating);
             Refresh();
         };
     };
@@ -266,7 +266,7 @@ QWidget* frm_InputData::Make_Head()
     framed(QStringLiteral("Options"), {Check(
                                            QStringLiteral("chk_Extforce"), QStringLiteral("External Force"),
                                            [this](bool on) {
-                                               Tick_External_Force(on);
+                                               Tick_External_Force(design, on);
                                                Refresh();
                                            },
                                            QStringLiteral("A force on the follower beside spring and inertia")),
@@ -276,7 +276,7 @@ QWidget* frm_InputData::Make_Head()
         QStringLiteral("cmb_Examples"), example_names,
         [this](int index) {
             if (services_.build_example && services_.build_example(From_Qt(example_names.at(index))))
-                Example_Picked();
+                Example_Picked(design);
             Fill();
             Refresh();
         },
@@ -295,13 +295,14 @@ QComboBox* frm_InputData::Make_Step()
             return;
         {
             const Filling filling(*this);  // the message takes the focus from the field
-            Trap("cmb_Delta", [&] { Enter_Step(text); });
+            Trap("cmb_Delta", [&] { Enter_Step(design, text); });
         }
         Fill();
         Refresh();
     };
     auto* const delta = new Table_Choice(
-        QStringLiteral("cmb_Delta"), Step_Names(), [enter](int index) { enter(Step_Texts().at(std::size_t(index))); },
+        QStringLiteral("cmb_Delta"), Step_Names(),
+        [enter](int index) { enter(Step_Texts(design).at(std::size_t(index))); },
         QStringLiteral("Step of the cam angle, degrees"));
     delta->setEditable(true);
     delta->setInsertPolicy(QComboBox::NoInsert);
@@ -354,7 +355,7 @@ void frm_InputData::Make_Row(QGridLayout& grid, int row)
     r.kind = new Table_Choice(
         Element("cmb_Motion", row), kind_names,
         [this, row](int index) {
-            Pick_Row_Kind(row, index);
+            Pick_Row_Kind(design, row, index);
             Fill_Rows_From(row);
             Refresh();
         },
@@ -362,7 +363,7 @@ void frm_InputData::Make_Row(QGridLayout& grid, int row)
     r.program = new Table_Choice(
         Element("cmb_Program", row), Program_Names(),
         [this, row](int index) {
-            Pick_Row_Program(row, index);
+            Pick_Row_Program(design, row, index);
             Fill_Rows_From(row);
             Refresh();
         },
@@ -370,11 +371,11 @@ void frm_InputData::Make_Row(QGridLayout& grid, int row)
     r.beta = new Entry(Element("txt_Beta", row), QStringLiteral("Anglular duration of segment"));
     r.beta->accepted = [this, row](const std::string& text) {
         Entry& entry = *rows_[row].beta;
-        const bool read = Trap("txt_Beta", [&] { entry.Show_Text(Enter_Beta(row, text)); });
+        const bool read = Trap("txt_Beta", [&] { entry.Show_Text(Enter_Beta(design, row, text)); });
         if (!read)
             Fill_Row(row);
         else if (row == 0 && !text.empty())
-            Whole_Turn();
+            Whole_Turn(design);
         Refresh();
     };
     r.start = Label(Element("lbl_Start", row), {}, QStringLiteral("Initial angle of segment (global)"));
@@ -382,13 +383,13 @@ void frm_InputData::Make_Row(QGridLayout& grid, int row)
     const QString tip = QStringLiteral("Do not include prime circle radius in these data");
     r.low = new Entry(Element("txt_Low", row), tip);
     r.low->typed = [this, row](const std::string& text) {
-        Enter_Low(row, text);
+        Enter_Low(design, row, text);
         Fill_Rows_From(row);
         Refresh();
     };
     r.high = new Entry(Element("txt_High", row), tip);
     r.high->typed = [this, row](const std::string& text) {
-        Enter_High(row, text);
+        Enter_High(design, row, text);
         Fill_Rows_From(row);
         Refresh();
     };
@@ -398,13 +399,13 @@ void frm_InputData::Make_Row(QGridLayout& grid, int row)
     });
     r.plot = Button(Element("cmd_PlotSeg", row), QStringLiteral("Plot"), [this, row] {
         design.motion.Seg = row + 1;
-        Update_Segment_Angles();
+        Update_Segment_Angles(design);
         if (services_.plot_segment)
             services_.plot_segment(row + 1);
     });
     r.print = Button(Element("cmd_PrntSeg", row), QStringLiteral("Print"), [this, row] {
         design.motion.Seg = row + 1;
-        Update_Segment_Angles();
+        Update_Segment_Angles(design);
         if (services_.print_segment)
             services_.print_segment(row + 1);
     });
@@ -431,7 +432,7 @@ QWidget* frm_InputData::Make_Foot()
     add(Button(
         QStringLiteral("cmd_ClearSegs"), QStringLiteral("Clear &Segs"),
         [this] {
-            Clear_All_Rows();
+            Clear_All_Rows(design);
             Fill();
             Refresh();
         },
@@ -439,7 +440,7 @@ QWidget* frm_InputData::Make_Foot()
     add(Button(
         QStringLiteral("cmd_Clear_SVAJ"), QStringLiteral("Clear &All"),
         [this] {
-            Clear_All_Input();
+            Clear_All_Input(design);
             Fill();
             Refresh();
         },
@@ -461,8 +462,9 @@ void frm_InputData::Fill()
     const Filling filling(*this);
     const Motion_Group& m = design.motion;
     Control<Entry>(QStringLiteral("txt_Segmts")).Show_Text(std::to_string(m.No_of_segments));
-    Control<Entry>(QStringLiteral("txt_Omega")).Show_Text(Omega_Text());
-    Control<Entry>(QStringLiteral("txt_ShiftAng")).Show_Text(In_Number_Format(Shortest(design.cam.Shift_Angle)));
+    Control<Entry>(QStringLiteral("txt_Omega")).Show_Text(Omega_Text(design));
+    Control<Entry>(QStringLiteral("txt_ShiftAng"))
+        .Show_Text(In_Number_Format(design, Shortest(design.cam.Shift_Angle)));
     auto& delta = Control<QComboBox>(QStringLiteral("cmb_Delta"));
     delta.clear();
     delta.addItems(Step_Names());
@@ -483,10 +485,10 @@ void frm_InputData::Fill_Row(int row)
     const Motion_Group& m = design.motion;
     Row& r = rows_[row];
     const int segment = row + 1;
-    r.kind->setCurrentIndex(Kind_Place(row));
-    r.program->setCurrentIndex(Program_Place(row));
+    r.kind->setCurrentIndex(Kind_Place(design, row));
+    r.program->setCurrentIndex(Program_Place(design, row));
     if (!r.beta->Dirty())
-        r.beta->Show_Text(m.Beta_Deg(segment) == 0.0 ? "" : In_Number_Format(Shortest(m.Beta_Deg(segment))));
+        r.beta->Show_Text(m.Beta_Deg(segment) == 0.0 ? "" : In_Number_Format(design, Shortest(m.Beta_Deg(segment))));
     if (!r.low->hasFocus() || r.low->Text() != m.Start_Value(segment))
         r.low->Show_Text(m.Start_Value(segment));
     if (!r.high->hasFocus() || r.high->Text() != m.End_Value(segment))
@@ -498,7 +500,7 @@ void frm_InputData::Refresh()
     const Motion_Group& m = design.motion;
     for (int row = 0; row < Max_Segments; ++row)
         Refresh_Row(row);
-    const Table_Headings headings = Headings();
+    const Table_Headings headings = Headings(design);
     Control<QLabel>(QStringLiteral("lbl_Function")).setText(To_Qt(headings.lbl_Function));
     Control<QLabel>(QStringLiteral("lbl_Contour")).setText(To_Qt(headings.lbl_Contour));
     Control<QLabel>(QStringLiteral("lbl_RFD")).setText(To_Qt(headings.lbl_RFD));
@@ -514,8 +516,8 @@ void frm_InputData::Refresh()
     Control<QComboBox>(QStringLiteral("cmb_Examples")).setEnabled(m.Motion);
     for (int code = First_Unit_System; code <= Last_Unit_System; ++code)
         findChild<QAction*>(Element("mnu_pick", code))->setChecked(code == design.identity.WhichUnit);
-    Control<QPushButton>(QStringLiteral("cmd_CalcAll")).setEnabled(May_Calculate_All());
-    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(May_Be_Done());
+    Control<QPushButton>(QStringLiteral("cmd_CalcAll")).setEnabled(May_Calculate_All(design));
+    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(May_Be_Done(design));
     status_->Refresh();
 }
 
@@ -527,15 +529,15 @@ void frm_InputData::Refresh_Row(int row)
         widget->setVisible(used);
     if (!used)
         return;
-    const Row_Openings open = Openings_of_Row(row);
+    const Row_Openings open = Openings_of_Row(design, row);
     r.program->setEnabled(open.program);
     r.low->setEnabled(open.low);
     r.high->setEnabled(open.high);
     r.calculate->setEnabled(open.calculate);
     r.plot->setEnabled(open.show);
     r.print->setEnabled(open.show);
-    r.start->setText(To_Qt(Start_Label(row)));
-    r.end->setText(To_Qt(End_Label(row)));
+    r.start->setText(To_Qt(Start_Label(design, row)));
+    r.end->setText(To_Qt(End_Label(design, row)));
     QPalette colours = palette();
     colours.setColor(QPalette::WindowText, Row_Colour(open.show, palette()));
     r.number->setPalette(colours);
@@ -548,9 +550,10 @@ bool frm_InputData::Calculate_Row(int row)
     const bool force = !design.motion.Motion;
     const std::string& kind = design.motion.Rise_Fall_Dwell(row + 1);
     const bool conditions = kind == "P" || kind == "S";
-    const bool stored = conditions && services_.ask_boundaries ? services_.ask_boundaries(row) : Calc_Segment(row);
+    const bool stored =
+        conditions && services_.ask_boundaries ? services_.ask_boundaries(row) : Calc_Segment(design, row);
     if (force)
-        Force_Row_Calculated();
+        Force_Row_Calculated(design);
     Fill_Row(row);
     return stored;
 }
@@ -563,15 +566,15 @@ void frm_InputData::Calculate_All()
         asks = asks || ((design.motion.Rise_Fall_Dwell(i) == "P" || design.motion.Rise_Fall_Dwell(i) == "S") &&
                         !design.motion.Seg_Done(i));
     if (!asks) {
-        Calc_All(motion);
+        Calc_All(design, motion);
     } else {
         bool all = true;
         for (int row = 0; row < design.motion.No_of_segments && all; ++row) {
             design.motion.Motion = motion;
             const bool done = design.motion.Seg_Done(row + 1);
-            all = done ? Calc_Segment(row) : Calculate_Row(row);
+            all = done ? Calc_Segment(design, row) : Calculate_Row(row);
         }
-        Reset_Status();
+        Reset_Status(design);
         design.flags.Calculated = all;
     }
     Refresh();
@@ -582,7 +585,7 @@ void frm_InputData::Calculate_All()
 
 void frm_InputData::Done()
 {
-    if (Motion_Done())
+    if (Motion_Done(design))
         accept();
     else
         Refresh();

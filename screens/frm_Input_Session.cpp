@@ -6,7 +6,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "core/design_state.h"
 #include "core/text.h"
 #include "core/traps.h"
 #include "core/units.h"
@@ -17,6 +16,7 @@
 #include "motion/segments.h"
 #include "paint/chart.h"
 #include "paint/print.h"
+#include "screens/desk.h"
 #include "screens/frm_Bounds.h"
 #include "screens/frm_Continuity.h"
 #include "screens/frm_InputData.h"
@@ -39,7 +39,7 @@ public:
         auto* const grid = new QGridLayout;
         for (int k = 0; k < 4; ++k) {
             const int v = var::S + k;
-            auto* const chart = new paint::Chart(Element("grf_Plot", k));
+            auto* const chart = new paint::Chart(design, Element("grf_Plot", k));
             const QString name = To_Qt(Trim(design.plot.Var_Name(v)));
             const QString unit = To_Qt(design.plot.Var_Unit(v));
             chart->Set_Axis_Titles({}, name + QStringLiteral("  ") + unit);
@@ -62,12 +62,12 @@ public:
 bool Ask_Conditions(int row, QWidget* parent)
 {
     const int segment = row + 1;
-    Update_Segment_Angles();
+    Update_Segment_Angles(design);
     design.motion.Seg = segment;
     frm_Bounds screen(segment, parent);
     if (Run_Modal(screen) != QDialog::Accepted)
         return false;
-    return Calc_Segment(row);
+    return Calc_Segment(design, row);
 }
 
 Input_Services Services(QWidget* parent)
@@ -87,9 +87,9 @@ Input_Services Services(QWidget* parent)
         Run_Modal(plot);
     };
     services.build_example = [](const std::string& name) {
-        return May_Build_Example() && May_Reset() && Open_Example(name);
+        return May_Build_Example(design) && May_Reset(design) && Open_Example(design, name);
     };
-    services.change_units = [](int code) { Change_Units_from_Home(code); };
+    services.change_units = [](int code) { Change_Units_from_Home(design, code); };
     return services;
 }
 

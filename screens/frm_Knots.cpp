@@ -12,12 +12,12 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "core/design_state.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "motion/polynomial.h"
 #include "motion/spline.h"
 #include "paint/chart.h"
+#include "screens/desk.h"
 
 namespace lobemax::screens {
 
@@ -25,7 +25,7 @@ namespace {
 
 std::string Shown(double value)
 {
-    return In_Number_Format(Shortest(Single(value)));
+    return In_Number_Format(design, Shortest(Single(value)));
 }
 
 /// The yellow of a knot's box and the magenta of its line, in tones for the ground in force.
@@ -43,14 +43,14 @@ frm_Knots::frm_Knots(int segment, QWidget* parent)
     auto* const bar = new QMenuBar;
     QMenu* const help = bar->addMenu(QStringLiteral("&Help"));
     connect(help->addAction(QStringLiteral("Spline order")), &QAction::triggered, this,
-            [this] { Show_Message(Order_Help(segment_), Buttons::OK, Symbol::information); });
+            [this] { Show_Message(Order_Help(design, segment_), Buttons::OK, Symbol::information); });
     connect(help->addAction(QStringLiteral("Knot locations")), &QAction::triggered, this,
             [] { Show_Message(Knot_Help(), Buttons::OK, Symbol::information); });
 
     auto* const order = new Entry(QStringLiteral("txt_Order"), QStringLiteral("Specify Desired Order of B-Spline"));
     order->setMaximumWidth(60);
     order->accepted = [this](const std::string& text) {
-        Set_Order(segment_, text);
+        Set_Order(design, segment_, text);
         Changed();
     };
     auto* const figures = new QGroupBox(QStringLiteral("Spline"));
@@ -76,7 +76,7 @@ frm_Knots::frm_Knots(int segment, QWidget* parent)
         yellow.setColor(QPalette::Base, Knot_Yellow(palette()));
         knot->setPalette(yellow);
         knot->accepted = [this, i](const std::string& text) {
-            Set_Knot(segment_, i, text);
+            Set_Knot(design, segment_, i, text);
             Changed();
         };
         knot_grid->addWidget(pick, i, 0);
@@ -94,7 +94,7 @@ frm_Knots::frm_Knots(int segment, QWidget* parent)
         QStringLiteral("chk_Even"), QStringLiteral("Even Knots"),
         [this](bool even) {
             if (even)
-                Even_Knots(segment_);
+                Even_Knots(design, segment_);
             Changed();
         },
         QStringLiteral("Restore to Even Knots")));
@@ -109,7 +109,7 @@ frm_Knots::frm_Knots(int segment, QWidget* parent)
 
     auto* const plots = new QGridLayout;
     for (int k = 0; k < 4; ++k) {
-        auto* const chart = new paint::Chart(Element("pct_Plot", k));
+        auto* const chart = new paint::Chart(design, Element("pct_Plot", k));
         chart->clicked = [this](double x, bool shift) { Plot_Clicked(x, shift); };
         plots->addWidget(chart, k / 2, k % 2);
         charts_.append(chart);
@@ -143,8 +143,8 @@ void frm_Knots::Fill()
         Control<QLabel>(QString::fromUtf8(name)).setText(To_Qt(value));
     };
     Control<Entry>(QStringLiteral("txt_Order")).Show_Text(std::to_string(m.Orders(segment_)));
-    text("lbl_MinOrder", std::to_string(Min_Order(segment_)));
-    text("lbl_MaxOrder", std::to_string(Max_Order(segment_)));
+    text("lbl_MinOrder", std::to_string(Min_Order(design, segment_)));
+    text("lbl_MaxOrder", std::to_string(Max_Order(design, segment_)));
     text("lbl_Bounds", std::to_string(m.Total_No_of_BCs(segment_)));
     text("lbl_Total_Knots", std::to_string(m.Number_of_Knots(segment_)));
     text("lbl_IntKnots", std::to_string(m.Interior_Knots(segment_)));
@@ -173,7 +173,7 @@ void frm_Knots::Changed()
 
 void frm_Knots::Calculate()
 {
-    if (Calc_Spline(segment_))
+    if (Calc_Spline(design, segment_))
         Draw();
     Fill();
 }
@@ -222,7 +222,7 @@ void frm_Knots::Plot_Clicked(double angle, bool shift)
         return;
     }
     if (const int knot = Selected_Knot(); knot > 0) {
-        Set_Knot(segment_, knot, Trim(FNRoundStr(local, 2)));
+        Set_Knot(design, segment_, knot, Trim(FNRoundStr(design, local, 2)));
         Changed();
     }
 }

@@ -13,7 +13,6 @@
 #include <array>
 #include <cmath>
 
-#include "core/design_state.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/traps.h"
@@ -21,6 +20,7 @@
 #include "paint/print.h"
 #include "present/plot_engine.h"
 #include "present/plot_selection.h"
+#include "screens/desk.h"
 #include "screens/help_viewer.h"
 
 namespace lobemax::screens {
@@ -37,8 +37,8 @@ std::vector<int> Offered(int plot_style)
 {
     std::vector<int> list;
     if (plot_style == style::polar)
-        list = Composite_Choices();
-    for (const int v : Load_Names())
+        list = Composite_Choices(design);
+    for (const int v : Load_Names(design))
         list.push_back(v);
     return list;
 }
@@ -112,7 +112,7 @@ frm_PlotSelect::frm_PlotSelect(int plot_style, QWidget* parent)
     : Screen(QStringLiteral("frm_PlotSelect%1").arg(plot_style), To_Qt(Style_Caption(plot_style)), parent),
       style_(plot_style),
       variables_(Offered(plot_style)),
-      presets_(Load_Presets(plot_style))
+      presets_(Load_Presets(design, plot_style))
 {
     const int most = Functions_of_Style(style_).most;
     auto* const methods = new QHBoxLayout;
@@ -128,7 +128,7 @@ frm_PlotSelect::frm_PlotSelect(int plot_style, QWidget* parent)
     preset_frame->setObjectName(QStringLiteral("fra_Preset"));
     auto* const preset_row = new QHBoxLayout(preset_frame);
     QComboBox* const preset = Choice(QStringLiteral("cmb_Preset"), preset_texts, [this](int k) {
-        Choose_Preset2(style_, presets_.at(static_cast<std::size_t>(k)));
+        Choose_Preset2(design, style_, presets_.at(static_cast<std::size_t>(k)));
         Picked();
     });
     preset->setPlaceholderText(QStringLiteral("Pick a preset"));
@@ -171,11 +171,11 @@ frm_PlotSelect::frm_PlotSelect(int plot_style, QWidget* parent)
                            k, 2);
     }
     QStringList segments;
-    for (const std::string& entry : Load_SegmentList())
+    for (const std::string& entry : Load_SegmentList(design))
         segments.append(To_Qt(entry));
-    QComboBox* const segment =
-        Choice(QStringLiteral("cmb_Segment"), segments, [segments](int k) { Pick_Segment(From_Qt(segments.at(k))); });
-    Pick_Segment("All");
+    QComboBox* const segment = Choice(QStringLiteral("cmb_Segment"), segments,
+                                      [segments](int k) { Pick_Segment(design, From_Qt(segments.at(k))); });
+    Pick_Segment(design, "All");
     auto* const range = new QHBoxLayout;
     range->addWidget(new QLabel(QStringLiteral("&Segment")));
     qobject_cast<QLabel*>(range->itemAt(0)->widget())->setBuddy(segment);
@@ -251,7 +251,7 @@ void frm_PlotSelect::Picked()
         for (std::size_t k = 0; k < picks.size(); ++k)
             picks[k] = static_cast<int>(k) < p.Num_Sets ? int{p.Plot_Vars(static_cast<int>(k) + 1)} : 0;
     } else {
-        ready = Select_OK(style_, picks);
+        ready = Select_OK(design, style_, picks);
     }
     const std::string obstacle = Why_Not_Together(style_, picks);
     for (std::size_t k = 0; k < picks.size(); ++k)
@@ -264,7 +264,7 @@ void frm_PlotSelect::Picked()
 frm_Plot::frm_Plot(int plot_style, QWidget* parent)
     : Screen(QStringLiteral("frm_Plot%1").arg(plot_style), QStringLiteral("Plot"), parent), style_(plot_style)
 {
-    QLabel* const header = Label(QStringLiteral("lbl_Header"), To_Qt(Plot_Header()));
+    QLabel* const header = Label(QStringLiteral("lbl_Header"), To_Qt(Plot_Header(design)));
     QLabel* const above = Label(QStringLiteral("lbl_Title"));
     above->setAlignment(Qt::AlignCenter);
     QFont bold = above->font();
@@ -274,7 +274,7 @@ frm_Plot::frm_Plot(int plot_style, QWidget* parent)
     const int windows = paint::Windows_of(style_);
     const int columns = windows == 4 ? 2 : 1;
     for (int k = 0; k < windows; ++k) {
-        charts_.push_back(new paint::Chart(Element("grf_Plot", k)));
+        charts_.push_back(new paint::Chart(design, Element("grf_Plot", k)));
         charts->addWidget(charts_.back(), 1 + k / columns, k % columns);
     }
     charts->addWidget(above, 0, 0, 1, columns);
@@ -293,8 +293,8 @@ frm_Plot::frm_Plot(int plot_style, QWidget* parent)
         }
         side->addWidget(box);
     };
-    panel("pnl_Left", QStringLiteral("Cam Basic Data"), "lbl_Left", Basic_Data());
-    panel("pnl_Right", QStringLiteral("Cam Size Data"), "lbl_Right", Size_Data());
+    panel("pnl_Left", QStringLiteral("Cam Basic Data"), "lbl_Left", Basic_Data(design));
+    panel("pnl_Right", QStringLiteral("Cam Size Data"), "lbl_Right", Size_Data(design));
     const auto group = [side](const QString& title, const QList<QWidget*>& widgets) {
         auto* const box = new QGroupBox(title);
         auto* const row = new QGridLayout(box);
@@ -307,7 +307,7 @@ frm_Plot::frm_Plot(int plot_style, QWidget* parent)
         box->setChecked(on);
         return box;
     };
-    const paint::Curve_Style usual = paint::Usual_Look(style_);
+    const paint::Curve_Style usual = paint::Usual_Look(design, style_);
     group(QStringLiteral("Grid"), {checked(Check(QStringLiteral("chk_HGrid"), QStringLiteral("Horiz"), again)),
                                    checked(Check(QStringLiteral("chk_VGrid"), QStringLiteral("Vertic"), again))});
     group(QStringLiteral("Style"), {checked(Check(QStringLiteral("chk_Line"), QStringLiteral("Lines"), again),
@@ -383,7 +383,7 @@ void frm_Plot::Replot()
 {
     Trap(From_Qt(objectName()) + ".Replot", [this] {
         auto& title = Control<QLabel>(QStringLiteral("lbl_Title"));
-        title.setText(paint::Fill_Plot(charts_, style_, Look()));
+        title.setText(paint::Fill_Plot(design, charts_, style_, Look()));
         title.setVisible(!title.text().isEmpty());
     });
     Show_Looks();

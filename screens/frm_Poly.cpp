@@ -9,10 +9,10 @@
 #include <QVBoxLayout>
 #include <array>
 
-#include "core/design_state.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "paint/print.h"
+#include "screens/desk.h"
 
 namespace lobemax::screens {
 
@@ -20,7 +20,7 @@ namespace {
 
 std::string Shown(double value)
 {
-    return In_Number_Format(Shortest(Single(value)));
+    return In_Number_Format(design, Shortest(Single(value)));
 }
 
 QTableWidget* Table_of(const QString& name, const QStringList& heads, const QList<QStringList>& rows)

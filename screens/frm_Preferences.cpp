@@ -12,8 +12,8 @@
 #include <initializer_list>
 #include <utility>
 
-#include "core/design_state.h"
 #include "core/traps.h"
+#include "screens/desk.h"
 
 namespace lobemax::screens {
 
@@ -61,7 +61,7 @@ int Place_of(const std::array<std::string_view, Count>& words, std::string_view 
 frm_Preferences::frm_Preferences(Preference_Services services, QWidget* parent)
     : Screen(QStringLiteral("frm_Preferences"), QStringLiteral("Preferences"), parent), services_(std::move(services))
 {
-    const Preference_Choice now = Present_Preferences();
+    const Preference_Choice now = Present_Preferences(design);
     auto* const grid = new QGridLayout;
     grid->addWidget(
         Options("opt_Unitdefault", QStringLiteral("Units"), Captions(Unit_Default_Words), now.WhichUnit - 1), 0, 0, 2,
@@ -154,7 +154,7 @@ bool frm_Preferences::Use()
     if (choice.Number_Format != design.identity.Number_Format && services_.set_format &&
         !services_.set_format(choice.Number_Format))
         return false;
-    return Trap("frm_Preferences.Use", [&] { Apply_Preferences(choice); });
+    return Trap("frm_Preferences.Use", [&] { Apply_Preferences(design, choice); });
 }
 
 }  // namespace lobemax::screens

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "screens/frm_Quit.h"
+#include "screens/desk.h"
 
 #include <QDialogButtonBox>
 #include <QPushButton>
 #include <QStyle>
 #include <QVBoxLayout>
-
-#include "core/design_state.h"
 
 namespace lobemax::screens {
 

@@ -13,7 +13,6 @@
 
 #include "camgeom/cam_drawing.h"
 #include "camgeom/sizing.h"
-#include "core/design_state.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/units.h"
@@ -22,6 +21,7 @@
 #include "paint/painter_surface.h"
 #include "paint/plot_charts.h"
 #include "paint/print.h"
+#include "screens/desk.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
 
@@ -120,25 +120,28 @@ QWidget* frm_SizeCam::Make_Choices()
            {QStringLiteral("Linear"), QStringLiteral("Cam moves past follower")},
            {QStringLiteral("Axial-Ribbed"), QStringLiteral("Follower moves axially")}},
           [](int k) {
-              Choose_Cam(static_cast<Cam_Choice>(k));
+              Choose_Cam(design, static_cast<Cam_Choice>(k));
               if (static_cast<Cam_Choice>(k) == Cam_Choice::Linear)
                   Explain_Linear_Cam();
           });
     frame("fra_Folmotion", QStringLiteral("Follower motion"), "opt_Folmotion", 0, 1,
           {{QStringLiteral("Translating"), {}}, {QStringLiteral("Oscillating"), {}}},
-          [](int k) { Choose_Follower_Motion(k == 0); });
+          [](int k) { Choose_Follower_Motion(design, k == 0); });
     frame("fra_Foltype", QStringLiteral("Follower type"), "opt_Foltype", 0, 2,
-          {{QStringLiteral("Roller"), {}}, {QStringLiteral("Flat"), {}}}, [](int k) { Choose_Follower(k == 0); });
+          {{QStringLiteral("Roller"), {}}, {QStringLiteral("Flat"), {}}},
+          [](int k) { Choose_Follower(design, k == 0); });
     frame("fra_Rotate", QStringLiteral("Cam Rotation"), "opt_Rotate", 1, 0,
-          {{QStringLiteral("Ccw"), {}}, {QStringLiteral("Cw"), {}}},
-          [this](int k) { Choose_Rotation(k == 0, Control<QRadioButton>(Element("opt_topbot", 0)).isChecked()); });
+          {{QStringLiteral("Ccw"), {}}, {QStringLiteral("Cw"), {}}}, [this](int k) {
+              Choose_Rotation(design, k == 0, Control<QRadioButton>(Element("opt_topbot", 0)).isChecked());
+          });
     frame("pnl_ArmRotate", QStringLiteral("Arm Rotation"), "opt_ArmRotate", 1, 1,
-          {{QStringLiteral("Ccw"), {}}, {QStringLiteral("Cw"), {}}}, [](int k) { Choose_Arm_Rotation(k == 0); });
+          {{QStringLiteral("Ccw"), {}}, {QStringLiteral("Cw"), {}}},
+          [](int k) { Choose_Arm_Rotation(design, k == 0); });
     const QString track = QStringLiteral("Must calculate and export each track surface of cam separately");
     frame("fra_topbot", QStringLiteral("Cam Surface"), "opt_topbot", 1, 2,
           {{QStringLiteral("Inner"), track}, {QStringLiteral("Outer"), track}}, [](int k) {
-              Choose_Track(k == 0);
-              Model_Edited();
+              Choose_Track(design, k == 0);
+              Model_Edited(design);
           });
     return choices;
 }
@@ -171,12 +174,12 @@ void frm_SizeCam::Add_Row(QWidget* panel, const char* name, const QString& capti
 }
 
 void frm_SizeCam::Add_Entry(QWidget* panel, const char* name, const QString& caption, const QString& tip,
-                            std::function<Size_Entry(std::string_view)> enter)
+                            std::function<Size_Entry(Design_State&, std::string_view)> enter)
 {
     auto* const entry = new Entry(QString::fromUtf8(name), tip);
-    entry->stepped = Step_Number;
+    entry->stepped = [](const std::string& text, int steps) { return Step_Number(design, text, steps); };
     entry->accepted = [this, entry, enter = std::move(enter)](const std::string& text) {
-        const Size_Entry result = enter(text);
+        const Size_Entry result = enter(design, text);
         entry->Show_Text(result.text);
         Refresh();
         if (!result.accepted) {
@@ -187,7 +190,7 @@ void frm_SizeCam::Add_Entry(QWidget* panel, const char* name, const QString& cap
             Set_Pending(true);
             return;
         }
-        Model_Edited();
+        Model_Edited(design);
         Changed(entry->objectName() == QLatin1String("txt_Prime") && design.cam.Camtype == "Barrel");
     };
     Add_Row(panel, name, caption, entry);
@@ -215,12 +218,12 @@ QWidget* frm_SizeCam::Make_Fields()
     Add_Entry(translate, "txt_folwrangle", QStringLiteral("Follower Angle"),
               QStringLiteral("Angle of translating follower motion versus x axis"), Enter_Follower_Angle);
     // A moved pivot is stored, and the arm tested against it as if its radius had been typed.
-    const auto pivot = [this](void (*store)(std::string_view)) {
-        return [this, store](std::string_view text) {
-            store(text);
-            Model_Edited();
+    const auto pivot = [this](void (*store)(Design_State&, std::string_view)) {
+        return [this, store](Design_State& changed, std::string_view text) {
+            store(changed, text);
+            Model_Edited(changed);
             auto& arm = Control<Entry>(QStringLiteral("txt_ArmRadius"));
-            const Size_Entry tested = Enter_Arm_Radius(arm.Text());
+            const Size_Entry tested = Enter_Arm_Radius(changed, arm.Text());
             arm.Show_Text(tested.text);
             return Size_Entry{tested.accepted, std::string(text)};
         };
@@ -243,7 +246,7 @@ QWidget* frm_SizeCam::Make_Fields()
                 QStringLiteral("cmb_keyway"), keyways,
                 [this](int k) {
                     design.cam.Keyway_Text = From_Qt(keyways.at(k));
-                    Model_Edited();
+                    Model_Edited(design);
                     Changed();
                 },
                 QStringLiteral("Where the keyway points")));
@@ -290,8 +293,8 @@ QWidget* frm_SizeCam::Make_Views()
     data_view_ = new QWidget;
     auto* const charts = new QVBoxLayout(data_view_);
     charts->setContentsMargins(0, 0, 0, 0);
-    phi_ = new paint::Chart(QStringLiteral("pct_Pang"));
-    rho_ = new paint::Chart(QStringLiteral("pct_Radcurv"));
+    phi_ = new paint::Chart(design, QStringLiteral("pct_Pang"));
+    rho_ = new paint::Chart(design, QStringLiteral("pct_Radcurv"));
     phi_->Set_Axis_Titles({}, QStringLiteral("Phi  deg"));
     charts->addWidget(phi_);
     charts->addWidget(rho_);
@@ -335,7 +338,7 @@ QWidget* frm_SizeCam::Make_Foot()
 void frm_SizeCam::Fill()
 {
     const Filling filling(*this);
-    const Size_Form form = Size_Form_of_Design();
+    const Size_Form form = Size_Form_of_Design(design);
     Show_Texts(form);
     auto& keyway = Control<QComboBox>(QStringLiteral("cmb_keyway"));
     keyway.setCurrentIndex(keyway.findText(To_Qt(form.cmb_keyway)));
@@ -361,9 +364,9 @@ void frm_SizeCam::Show_Texts(const Size_Form& form)
 void frm_SizeCam::Refresh()
 {
     const Cam_Group& c = design.cam;
-    const Size_Panels panels = Set_Cam_Type_Panels();
+    const Size_Panels panels = Set_Cam_Type_Panels(design);
     const auto on = [this](const char* name, int k) { Control<QRadioButton>(Element(name, k)).setChecked(true); };
-    on("opt_CamType", static_cast<int>(Present_Cam_Choice()));
+    on("opt_CamType", static_cast<int>(Present_Cam_Choice(design)));
     on("opt_Folmotion", c.Translating ? 0 : 1);
     on("opt_Foltype", c.Followtype == 2 ? 1 : 0);
     on("opt_Rotate", c.Rotflag > 0 ? 0 : 1);
@@ -374,7 +377,7 @@ void frm_SizeCam::Refresh()
     Control<QLabel>(QStringLiteral("pnl_info")).setVisible(panels.info_panel);
     Control<QWidget>(QStringLiteral("pnl_oscillate")).setVisible(panels.oscillate_panel);
     Control<QWidget>(QStringLiteral("fra_CL")).setVisible(panels.oscillate_panel && panels.arm_frame);
-    Control<QLabel>(QStringLiteral("lbl_CL")).setText(To_Qt(Texts_of_Size().lbl_CL));
+    Control<QLabel>(QStringLiteral("lbl_CL")).setText(To_Qt(Texts_of_Size(design).lbl_CL));
     Control<QGroupBox>(QStringLiteral("fra_Rotate")).setTitle(To_Qt(panels.fra_Rotate));
     for (const int k : {0, 1})
         Control<QRadioButton>(Element("opt_Rotate", k)).setText(To_Qt(panels.opt_Rotate[k]));
@@ -408,7 +411,7 @@ void frm_SizeCam::Refresh()
 
 void frm_SizeCam::Show_Stored()
 {
-    const Size_Form form = Size_Form_of_Design();
+    const Size_Form form = Size_Form_of_Design(design);
     Control<Entry>(QStringLiteral("txt_Prime")).Show_Text(form.txt_Prime);
     Control<Entry>(QStringLiteral("txt_Offset")).Show_Text(form.txt_Offset);
 }
@@ -457,7 +460,7 @@ void frm_SizeCam::Calculate()
 {
     const Filling filling(*this);
     Size_Form form = Form();
-    has_results_ = Calc_Size(form, Control<QCheckBox>(QStringLiteral("chk_Autocalc")).isChecked());
+    has_results_ = Calc_Size(design, form, Control<QCheckBox>(QStringLiteral("chk_Autocalc")).isChecked());
     Show_Texts(form);
     Refresh();
     Set_Pending(!has_results_);
@@ -476,7 +479,7 @@ void frm_SizeCam::Set_Pending(bool pending)
 
 void frm_SizeCam::Draw_Views()
 {
-    const Size_Texts texts = has_results_ ? Texts_of_Size() : Size_Texts{};
+    const Size_Texts texts = has_results_ ? Texts_of_Size(design) : Size_Texts{};
     for (const auto& [name, text] :
          {std::pair{"lbl_Pamin", &texts.lbl_Pamin}, std::pair{"lbl_Pamax", &texts.lbl_Pamax},
           std::pair{"lbl_Rhomin", &texts.lbl_Rhomin}, std::pair{"lbl_Rhomax", &texts.lbl_Rhomax}})
@@ -500,20 +503,20 @@ void frm_SizeCam::Show_Curve(paint::Chart& chart, const char* name, const QStrin
         curves.push_back(chart.Curves().front());
         curves.back().faint = true;
     }
-    paint::Set_Angle_Ticks(chart);
+    paint::Set_Angle_Ticks(design, chart);
     chart.Update(std::move(curves));
 }
 
 void frm_SizeCam::Draw_Cam_View()
 {
     auto& info = Control<QLabel>(QStringLiteral("pnl_info"));
-    if (!has_results_ || design.cam.Camtype == "Barrel" || !Cam_Preview_Possible()) {
+    if (!has_results_ || design.cam.Camtype == "Barrel" || !Cam_Preview_Possible(design)) {
         cam_->Show({});
         info.clear();
         return;
     }
-    cam_->Show(Repaint_Cam_Preview);
-    info.setText(To_Qt(Texts_of_Size().pnl_info));
+    cam_->Show([](Surface& surface) { Repaint_Cam_Preview(design, surface); });
+    info.setText(To_Qt(Texts_of_Size(design).pnl_info));
 }
 
 void frm_SizeCam::Show_Views()
@@ -526,7 +529,7 @@ void frm_SizeCam::Show_Views()
 void frm_SizeCam::Done()
 {
     design.flags.Sized = true;
-    const std::string message = Axial_Cam_Message();
+    const std::string message = Axial_Cam_Message(design);
     if (!message.empty() && axial_message_wanted)
         axial_message_wanted = Show_Message(message, Buttons::OK_Cancel, Symbol::information) != Answer::Cancel;
     Refresh_Screens();

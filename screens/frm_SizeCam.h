@@ -32,7 +32,7 @@ private:
     QWidget* Make_Panel(const char* name, QWidget* panel);
     void Add_Row(QWidget* panel, const char* name, const QString& caption, QWidget* field);
     void Add_Entry(QWidget* panel, const char* name, const QString& caption, const QString& tip,
-                   std::function<Size_Entry(std::string_view)> enter);
+                   std::function<Size_Entry(Design_State&, std::string_view)> enter);
     QWidget* Make_Views();
     QWidget* Make_Foot();
     void Make_Menu();

@@ -12,13 +12,13 @@
 #include <array>
 #include <utility>
 
-#include "core/design_state.h"
 #include "core/text.h"
 #include "dynamics/contact_stress.h"
 #include "paint/chart.h"
 #include "paint/plot_charts.h"
 #include "paint/print.h"
 #include "present/plot_engine.h"
+#include "screens/desk.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
 
@@ -101,7 +101,7 @@ frm_Stress::frm_Stress(QWidget* parent) : Screen(QStringLiteral("frm_Stress"), Q
     Open_at({1000, 640});
     if (!design.flags.Ext_Force_Calc)
         design.dynamics.Ext_Force_Add = false;
-    Fill(Opening_Stress_Form());
+    Fill(Opening_Stress_Form(design));
     Refresh();
 }
 
@@ -131,7 +131,7 @@ void frm_Stress::Add_Field(QGridLayout& grid, int line, Stress_Field field)
     const QString name = QString::fromUtf8(f.name);
     auto* const entry = new Entry(name, QString::fromUtf8(f.caption));
     entry->accepted = [this, entry, field](const std::string& text) {
-        const lobemax::Stress_Entry result = Edit_Stress_Field(field, text);
+        const lobemax::Stress_Entry result = Edit_Stress_Field(design, field, text);
         entry->Show_Text(result.text);
         if (result.accepted)
             Calculate();
@@ -187,7 +187,7 @@ QLayout* frm_Stress::Plots()
 {
     auto* const grid = new QGridLayout;
     for (int k = 0; k < 4; ++k) {
-        charts_.append(new paint::Chart(Element("pct_Plot", k)));
+        charts_.append(new paint::Chart(design, Element("pct_Plot", k)));
         auto* const figures = new QHBoxLayout;
         for (const auto& [name, caption] :
              {std::pair{"lbl_Min", "Min"}, std::pair{"lbl_Max", "Max"}, std::pair{"lbl_Peak", "P to P"}}) {
@@ -243,7 +243,7 @@ void frm_Stress::Fill(const Stress_Form& form)
 void frm_Stress::Refresh()
 {
     const bool crowned = Control<QRadioButton>(Element("opt_Fol_type", 1)).isChecked();
-    const Stress_Labels labels = Labels_of_Stress(type_chosen_, crowned);
+    const Stress_Labels labels = Labels_of_Stress(design, type_chosen_, crowned);
     const auto text = [this](const char* name, const std::string& shown) {
         Control<QLabel>(QString::fromUtf8(name)).setText(To_Qt(shown));
     };
@@ -263,7 +263,7 @@ void frm_Stress::Refresh()
     for (const Member& m : members) {
         const bool steel = Control<QRadioButton>(Element(m.option, 0)).isChecked();
         // Where the unit system has no steel its modulus must be typed.
-        Set_Read_Only(Control<Entry>(Name_of(m.modulus)), steel && !Steel_Modulus().empty());
+        Set_Read_Only(Control<Entry>(Name_of(m.modulus)), steel && !Steel_Modulus(design).empty());
         Set_Read_Only(Control<Entry>(Name_of(m.ratio)), steel);
     }
     auto& external = Control<QCheckBox>(QStringLiteral("chk_Extforce"));
@@ -287,8 +287,8 @@ void frm_Stress::Choose_Material(int member, bool steel)
 {
     const Member& m = members.at(static_cast<std::size_t>(member));
     if (steel) {
-        Control<Entry>(Name_of(m.modulus)).Show_Text(Steel_Modulus());
-        Control<Entry>(Name_of(m.ratio)).Show_Text(Steel_Ratio());
+        Control<Entry>(Name_of(m.modulus)).Show_Text(Steel_Modulus(design));
+        Control<Entry>(Name_of(m.ratio)).Show_Text(Steel_Ratio(design));
     }
     Refresh();
     Calculate();
@@ -315,15 +315,15 @@ void frm_Stress::Clear_Plots()
 void frm_Stress::Calculate()
 {
     Stress_Field refused{};
-    if (!Calc_Stress(Form(), refused)) {
+    if (!Calc_Stress(design, Form(), refused)) {
         Control<Entry>(Name_of(refused)).setFocus();
         return;
     }
-    const auto rows = Stress_Plot_Rows();
+    const auto rows = Stress_Plot_Rows(design);
     for (int k = 0; k < charts_.size(); ++k) {
         const int v = rows.at(static_cast<std::size_t>(k));
-        paint::Show_Cycle(*charts_[k], v, k > 1);
-        const Plot_Figures figures = Figures_of_Plot(v, 0, design.motion.Max_Data_Points_used);
+        paint::Show_Cycle(design, *charts_[k], v, k > 1);
+        const Plot_Figures figures = Figures_of_Plot(design, v, 0, design.motion.Max_Data_Points_used);
         Control<QLabel>(Element("lbl_Min", k)).setText(To_Qt(Trim(figures.lbl_Min)));
         Control<QLabel>(Element("lbl_Max", k)).setText(To_Qt(Trim(figures.lbl_Max)));
         Control<QLabel>(Element("lbl_Peak", k)).setText(To_Qt(Trim(figures.lbl_Peak)));

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "screens/frm_Title.h"
+#include "screens/desk.h"
 
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QPushButton>
 #include <QVBoxLayout>
-
-#include "core/design_state.h"
 
 namespace lobemax::screens {
 

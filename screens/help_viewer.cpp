@@ -19,6 +19,7 @@
 #include <cmath>
 
 #include "motion/law_curves.h"
+#include "screens/desk.h"
 #include "screens/screen.h"
 
 namespace lobemax::screens {

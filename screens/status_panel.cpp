@@ -5,6 +5,7 @@
 #include <QLabel>
 
 #include "core/workflow.h"
+#include "screens/desk.h"
 #include "screens/screen.h"
 
 namespace lobemax::screens {
@@ -17,7 +18,7 @@ Status_Panel::Status_Panel(QWidget* parent) : QFrame(parent)
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(8, 4, 8, 4);
     row->setSpacing(6);
-    const auto lamps = Status_Lamps();
+    const auto lamps = Status_Lamps(design);
     for (int i = 0; i < static_cast<int>(lamps.size()); ++i) {
         QLabel* const lamp = Label(Element("lbl_Status", i));
         const bool units = i + 1 == static_cast<int>(lamps.size());
@@ -36,7 +37,7 @@ Status_Panel::Status_Panel(QWidget* parent) : QFrame(parent)
 
 void Status_Panel::Refresh()
 {
-    const auto lamps = Status_Lamps();
+    const auto lamps = Status_Lamps(design);
     for (int i = 0; i < lamps_.size(); ++i) {
         const Lamp& lamp = lamps[static_cast<std::size_t>(i)];
         lamps_[i]->setText(To_Qt(lamp.text));

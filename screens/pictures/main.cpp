@@ -8,7 +8,6 @@
 #include <QStyleFactory>
 #include <QTemporaryDir>
 
-#include "core/design_state.h"
 #include "core/messages.h"
 #include "core/startup.h"
 #include "files/example_designs.h"
@@ -17,6 +16,7 @@
 #include "motion/segments.h"
 #include "present/plot_selection.h"
 #include "screens/dark_palette.h"
+#include "screens/desk.h"
 #include "screens/frm_Bounds.h"
 #include "screens/frm_Continuity.h"
 #include "screens/frm_Dynamics.h"
@@ -54,15 +54,15 @@ void Take(QWidget& window, const QString& name)
 void Make_Conditions(char kind)
 {
     Motion_Group& m = design.motion;
-    Pick_Motion(1, kind);
+    Pick_Motion(design, 1, kind);
     m.Start_Value(1) = "0";
     m.End_Value(1) = "25";
     for (const int row : {0, 9})
         for (const int order : {1, 2})
-            Bound_Text(1, row, order) = "0";
-    Bound_Text(1, 4, 0) = kind == 'S' ? "12" : "";
+            Bound_Text(design, 1, row, order) = "0";
+    Bound_Text(design, 1, 4, 0) = kind == 'S' ? "12" : "";
     m.T_boundary_cond(1, 4) = kind == 'S' ? "45" : "";
-    Set_No_of_Conditions(1, kind == 'S' ? "7" : "6");
+    Set_No_of_Conditions(design, 1, kind == 'S' ? "7" : "6");
 }
 
 }  // namespace
@@ -82,7 +82,7 @@ int main(int argc, char** argv)
         Use_Dark_Palette();
     Load_Resources();
     Install_Host({});
-    Sub_Main("", {});
+    Sub_Main(design, "", {});
     {
         frm_Title title;
         Take(title, QStringLiteral("frm_Title"));
@@ -96,7 +96,7 @@ int main(int argc, char** argv)
     {
         frm_HomeScreen home("");
         Take(home, QStringLiteral("frm_HomeScreen_empty"));
-        Open_Example("Double Dwell");
+        Open_Example(design, "Double Dwell");
         home.Refresh();
         Take(home, QStringLiteral("frm_HomeScreen"));
     }
@@ -131,28 +131,28 @@ int main(int argc, char** argv)
               std::pair{3, std::vector<int>{1, 2, 3, 4}}, std::pair{4, std::vector<int>{54, 57}}}) {
             frm_PlotSelect select(plot_style);
             Take(select, QStringLiteral("frm_PlotSelect%1").arg(plot_style));
-            Select_OK(plot_style, variables);
+            Select_OK(design, plot_style, variables);
             frm_Plot plot(plot_style);
             Take(plot, QStringLiteral("frm_Plot%1").arg(plot_style));
         }
     }
     for (const char* const example : {"Single Dwell", "Flat Follower", "Four Dwell", "Oscillating"}) {
-        Open_Example(example);
+        Open_Example(design, example);
         frm_SizeCam size;
         Take(size, QStringLiteral("frm_SizeCam_") + QString::fromUtf8(example).remove(QLatin1Char(' ')));
     }
-    Open_Example("Double Dwell");
+    Open_Example(design, "Double Dwell");
     Make_Conditions('P');
     {
         frm_Bounds bounds(1);
         Take(bounds, QStringLiteral("frm_Bounds"));
-        Calc_Segment(0);
+        Calc_Segment(design, 0);
         frm_Poly poly(1);
         Take(poly, QStringLiteral("frm_Poly"));
     }
     Make_Conditions('S');
     {
-        Calc_Segment(0);
+        Calc_Segment(design, 0);
         frm_Knots knots(1);
         Take(knots, QStringLiteral("frm_Knots"));
     }

@@ -7,7 +7,6 @@
 #include <QStandardPaths>
 #include <QStyleFactory>
 
-#include "core/design_state.h"
 #include "core/startup.h"
 #include "core/traps.h"
 #include "files/model_file.h"
@@ -15,6 +14,7 @@
 #include "files/recovery.h"
 #include "files/run_record.h"
 #include "screens/dark_palette.h"
+#include "screens/desk.h"
 #include "screens/desktop_host.h"
 #include "screens/frm_HomeScreen.h"
 #include "screens/frm_Quit.h"
@@ -77,16 +77,16 @@ int Run(const Options& options)
 {
     Install_Host(Desktop_Host());
     design = Design_State{};
-    const std::string folder = Program_Folder(Documents());
-    const Run_Start start = Check_Run_Record(folder, options.file);
+    const std::string folder = Program_Folder(design, Documents());
+    const Run_Start start = Check_Run_Record(design, folder, options.file);
     if (start == Run_Start::end_at_once)
         return 0;
     bool started = true;
     Start_Services services;
-    services.read_preferences = [&folder] { Read_Preferences(folder); };
+    services.read_preferences = [&folder] { Read_Preferences(design, folder); };
     services.register_cam_file = Register;
     services.open_model = [](const std::string& path) {
-        Open_Model(From_Qt(QFileInfo(To_Qt(path)).absoluteFilePath()));
+        Open_Model(design, From_Qt(QFileInfo(To_Qt(path)).absoluteFilePath()));
     };
     services.show_title = [&] {
         if (options.no_title)
@@ -100,7 +100,7 @@ int Run(const Options& options)
             }
         }
     };
-    Sub_Main(options.file, services);
+    Sub_Main(design, options.file, services);
     if (!started) {
         Terminate(folder);
         return 0;
@@ -108,7 +108,7 @@ int Run(const Options& options)
     frm_HomeScreen home(folder);
     home.show();
     if (start == Run_Start::after_a_crash)
-        Offer_Recovery(folder);
+        Offer_Recovery(design, folder);
     home.Refresh();
     return QApplication::exec();
 }

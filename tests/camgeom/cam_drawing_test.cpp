@@ -12,6 +12,7 @@
 #include "tests/support/cam_design.h"
 #include "tests/support/recording_surface.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -29,7 +30,7 @@ protected:
         Cam_Maker maker;
         maker.translating = translating;
         maker.Make();
-        ASSERT_TRUE(Size_Design());
+        ASSERT_TRUE(Size_Design(design));
     }
     Cam_Group& c_ = design.cam;
     Recording_Surface surface_;
@@ -40,7 +41,7 @@ TEST_F(Cam_Drawing, the_window_is_square_and_holds_the_whole_mechanism)
 {
     for (const bool translating : {true, false}) {
         Make(translating);
-        ASSERT_TRUE(Draw_Cam_Preview(surface_));
+        ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
         EXPECT_EQ(surface_.left, surface_.top);
         EXPECT_EQ(surface_.right, surface_.bottom);
         EXPECT_EQ(c_.Flip_Y, c_.View_Left + c_.View_Right);
@@ -55,7 +56,7 @@ TEST_F(Cam_Drawing, the_window_is_square_and_holds_the_whole_mechanism)
 
 TEST_F(Cam_Drawing, the_margin_is_told_and_the_zoom_widens_the_window)
 {
-    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     double high = -1e9;
     for (int i = 0; i <= 360; ++i)
         for (const int row : {9, 10, 36, 37})
@@ -63,13 +64,13 @@ TEST_F(Cam_Drawing, the_margin_is_told_and_the_zoom_widens_the_window)
     EXPECT_NEAR(surface_.right, high + 60.0 * 0.1 + 12.0 * 1.35, 1e-3);
     const double before = surface_.right;
     c_.Zoom_Factor = 2.0;
-    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     EXPECT_NEAR(surface_.right, 2 * before, 1e-3);
 }
 
 TEST_F(Cam_Drawing, the_outline_is_the_surface_and_closes)
 {
-    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     ASSERT_EQ(surface_.outlines.size(), 1U);
     const auto& points = surface_.outlines[0].points;
     ASSERT_EQ(points.size(), 361U);
@@ -82,12 +83,12 @@ TEST_F(Cam_Drawing, the_outline_is_the_surface_and_closes)
 
 TEST_F(Cam_Drawing, the_counterclockwise_cam_is_the_mirror)
 {
-    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     const auto cw = surface_.outlines[0].points;
     const double cw_flip = c_.Flip_Y;
     c_.Rotflag = 1;
-    ASSERT_TRUE(Size_Design());
-    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     const auto& ccw = surface_.outlines[0].points;
     for (std::size_t i = 0; i <= 360; i += 20) {
         EXPECT_NEAR(ccw[i].x, cw[360 - i].x, 1e-3);
@@ -97,7 +98,7 @@ TEST_F(Cam_Drawing, the_counterclockwise_cam_is_the_mirror)
 
 TEST_F(Cam_Drawing, shaft_base_and_prime_circle_have_their_proportions)
 {
-    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     EXPECT_EQ(c_.Base_Circle, 48.0);
     EXPECT_NEAR(c_.Shaft_Radius, 48.0 * 0.15, 1e-5);
     EXPECT_EQ(surface_.Circles_in(Ink::prime), 1);
@@ -105,21 +106,21 @@ TEST_F(Cam_Drawing, shaft_base_and_prime_circle_have_their_proportions)
     EXPECT_NEAR(surface_.circles[0].radius, 7.2, 1e-5);
     EXPECT_EQ(surface_.circles[0].y, c_.Flip_Y);
     c_.Show_Prime = false;
-    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     EXPECT_EQ(surface_.Circles_in(Ink::prime), 0);
     EXPECT_GT(surface_.Lines_in(Ink::key), 50);  // the keyway and its hatching
 }
 
 TEST_F(Cam_Drawing, a_roller_follower_stands_on_the_pitch_curve_on_stem_or_arm)
 {
-    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     ASSERT_EQ(surface_.Circles_in(Ink::follower), 1);
     const auto& roller = surface_.circles.back();
     EXPECT_NEAR(roller.x, Data(9, 0), 1e-4);
     EXPECT_EQ(roller.radius, 12.0);
     EXPECT_EQ(surface_.Lines_in(Ink::follower), 4);  // two sides of the stem, a cross
     Make(false);
-    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     EXPECT_NEAR(c_.Foll_X, Data(9, 0), 1e-4);
     EXPECT_EQ(surface_.Lines_in(Ink::follower), 3);    // the arm, a cross
     EXPECT_GT(surface_.Circles_in(Ink::follower), 5);  // the hatched pivot
@@ -128,7 +129,7 @@ TEST_F(Cam_Drawing, a_roller_follower_stands_on_the_pitch_curve_on_stem_or_arm)
 TEST_F(Cam_Drawing, the_follower_axis_turns_cam_and_stem_together)
 {
     c_.Follower_Angle = 90.0;
-    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     const auto& roller = surface_.circles.back();
     EXPECT_NEAR(roller.x, -Data(10, 0), 1e-3);
     EXPECT_NEAR(c_.Flip_Y - roller.y, Data(9, 0), 1e-3);
@@ -138,8 +139,8 @@ TEST_F(Cam_Drawing, a_flat_face_has_no_roller)
 {
     c_.Followtype = 2;
     c_.Follow_Rad = 0.0;
-    ASSERT_TRUE(Size_Design());
-    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     EXPECT_EQ(c_.Base_Circle, 60.0);
     EXPECT_EQ(surface_.Circles_in(Ink::follower), 0);
     EXPECT_EQ(surface_.Lines_in(Ink::follower), 3);
@@ -147,27 +148,27 @@ TEST_F(Cam_Drawing, a_flat_face_has_no_roller)
 
 TEST_F(Cam_Drawing, the_outline_and_the_paths_appear_on_request)
 {
-    ASSERT_TRUE(Draw_Cam(surface_));
+    ASSERT_TRUE(Draw_Cam(design, surface_));
     EXPECT_TRUE(surface_.outlines.empty());
     for (const Ink ink : {Ink::path, Ink::cutter})
         EXPECT_EQ(surface_.Lines_in(ink), 0);
     const auto bare = surface_.Lines_in(Ink::key);
     c_.Show_Follower_Path = c_.Show_Cutter_Path = c_.Show_Surface = true;
-    ASSERT_TRUE(Draw_Cam(surface_));
+    ASSERT_TRUE(Draw_Cam(design, surface_));
     EXPECT_EQ(surface_.outlines.size(), 1U);
     for (const Ink ink : {Ink::path, Ink::cutter})
         EXPECT_EQ(surface_.Lines_in(ink), 360);
     EXPECT_EQ(surface_.Lines_in(Ink::key), bare + 1);  // the marker
     c_.Show_Follower_Path = c_.Show_Cutter_Path = c_.Show_Surface = false;
     c_.Show_Cam_Key = true;
-    ASSERT_TRUE(Draw_Cam(surface_));
+    ASSERT_TRUE(Draw_Cam(design, surface_));
     EXPECT_EQ(surface_.Lines_in(Ink::key), bare + 360 + 1);
 }
 
 TEST_F(Cam_Drawing, a_path_shows_the_follower_or_the_cutter_over_three_path_steps)
 {
     c_.Show_Follower_Path = c_.Show_Cutter_Path = true;
-    ASSERT_TRUE(Draw_Cam(surface_));
+    ASSERT_TRUE(Draw_Cam(design, surface_));
     EXPECT_EQ(surface_.Circles_in(Ink::path), 3);
     ASSERT_EQ(surface_.Circles_in(Ink::cutter), 3);
     for (const auto& circle : surface_.circles)
@@ -175,10 +176,10 @@ TEST_F(Cam_Drawing, a_path_shows_the_follower_or_the_cutter_over_three_path_step
             EXPECT_EQ(circle.radius, 8.0);
         }
     c_.Path_Step = 120;
-    ASSERT_TRUE(Draw_Cam(surface_));
+    ASSERT_TRUE(Draw_Cam(design, surface_));
     EXPECT_EQ(surface_.Circles_in(Ink::path), 360);
     c_.Path_Step = 121;  // not beyond the last point
-    ASSERT_TRUE(Draw_Cam(surface_));
+    ASSERT_TRUE(Draw_Cam(design, surface_));
     EXPECT_EQ(surface_.Circles_in(Ink::path), 360);
 }
 
@@ -189,8 +190,8 @@ TEST_F(Cam_Drawing, a_flat_face_is_shown_along_its_path_as_a_line_that_touches_t
     c_.Show_Follower_Path = true;
     for (const double axis : {0.0, 30.0}) {
         c_.Follower_Angle = axis;
-        ASSERT_TRUE(Size_Design());
-        ASSERT_TRUE(Draw_Cam(surface_));
+        ASSERT_TRUE(Size_Design(design));
+        ASSERT_TRUE(Draw_Cam(design, surface_));
         EXPECT_EQ(surface_.Circles_in(Ink::path), 0);
         ASSERT_EQ(surface_.Lines_in(Ink::path), 720);
         const auto& line = surface_.lines[360 + 49];  // of point 50, after the path itself
@@ -207,7 +208,7 @@ TEST_F(Cam_Drawing, a_flat_face_is_shown_along_its_path_as_a_line_that_touches_t
 TEST_F(Cam_Drawing, each_path_is_traced_with_the_pen_in_its_ink_and_its_rows)
 {
     struct {
-        void (*trace)(Surface&, int);
+        void (*trace)(Design_State&, Surface&, int);
         int row;
         Ink ink;
     } const paths[] = {{Trace_Roller_Point, 9, Ink::path},
@@ -215,12 +216,12 @@ TEST_F(Cam_Drawing, each_path_is_traced_with_the_pen_in_its_ink_and_its_rows)
                        {Trace_Key_Point, 38, Ink::key},
                        {Trace_Cutter_Point, 40, Ink::cutter}};
     c_.Shift_Angle = 25.0;
-    ASSERT_TRUE(Size_Design());
-    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     for (const auto& [trace, row, ink] : paths) {
         surface_.Clear();
         for (const int i : {0, 1, 2})
-            trace(surface_, i);
+            trace(design, surface_, i);
         ASSERT_EQ(surface_.lines.size(), 2U) << row;  // the first point only sets the pen
         const auto& line = surface_.lines.back();
         EXPECT_EQ(line.ink, ink) << row;
@@ -261,8 +262,8 @@ TEST_F(Cam_Drawing, the_keyway_stands_at_its_clock_time_whatever_the_rotation_an
                     c_.Rotflag = rotation;
                     c_.Follower_Angle = axis;
                     c_.Keyway_Text = text;
-                    ASSERT_TRUE(Size_Design());
-                    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+                    ASSERT_TRUE(Size_Design(design));
+                    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
                     const double off = std::remainder(Keyway_Direction(surface_) - direction, 360.0);
                     EXPECT_NEAR(off, 0.0, 1e-3) << text << " at " << axis << ", rotation " << rotation;
                 }
@@ -276,11 +277,11 @@ TEST_F(Cam_Drawing, the_start_angle_turns_the_keyway_with_the_cam_from_machine_z
     for (const int rotation : {-1, 1}) {
         c_.Rotflag = rotation;
         c_.Show_Cam_Key = false;
-        ASSERT_TRUE(Size_Design());
-        ASSERT_TRUE(Draw_Cam(surface_));
+        ASSERT_TRUE(Size_Design(design));
+        ASSERT_TRUE(Draw_Cam(design, surface_));
         EXPECT_NEAR(std::remainder(Keyway_Direction(surface_) - rotation * 20.0, 360.0), 0.0, 1e-3);
         c_.Show_Cam_Key = true;
-        ASSERT_TRUE(Draw_Cam(surface_));
+        ASSERT_TRUE(Draw_Cam(design, surface_));
         EXPECT_NEAR(std::remainder(Keyway_Direction(surface_), 360.0), 0.0, 1e-3);
     }
 }
@@ -309,16 +310,16 @@ TEST_F(Cam_Drawing, the_marker_points_at_the_first_roller_centre_of_the_cam_that
                 c_.Shift_Angle = 25.0;
                 c_.Offset = translating ? 15.0 : 0.0;
                 const double turn = translating ? axis : 0.0;
-                ASSERT_TRUE(Size_Design());
+                ASSERT_TRUE(Size_Design(design));
                 c_.Show_Surface = true;
                 c_.Show_Cam_Key = false;
                 c_.Arm_Start_Theta = c_.Cam_Shift_Sign_Angle = 0.0;  // no model file keeps them
-                ASSERT_TRUE(Draw_Cam(surface_));
+                ASSERT_TRUE(Draw_Cam(design, surface_));
                 const double start = Atan2D(Data(9, 0), Data(10, 0)) + turn;
                 EXPECT_NEAR(std::remainder(Marker_Direction(surface_) - start, 360.0), 0.0, 1e-2);
                 c_.Show_Surface = false;
                 c_.Show_Cam_Key = true;
-                ASSERT_TRUE(Draw_Cam(surface_));
+                ASSERT_TRUE(Draw_Cam(design, surface_));
                 const double zero = Atan2D(Data(13, 0), Data(14, 0)) + turn;
                 EXPECT_NEAR(std::remainder(Marker_Direction(surface_) - zero, 360.0), 0.0, 1e-2);
             }
@@ -330,10 +331,10 @@ TEST_F(Cam_Drawing, as_the_cam_turns_a_translating_follower_stays_on_its_axis_an
     for (const int rotation : {-1, 1}) {
         c_.Rotflag = rotation;
         c_.Offset = 15.0;
-        ASSERT_TRUE(Size_Design());
+        ASSERT_TRUE(Size_Design(design));
         const double rest = std::sqrt(60.0 * 60.0 - 15.0 * 15.0);
         for (const int i : {0, 55, 130, 230, 360}) {
-            ASSERT_TRUE(Draw_Cam_at(surface_, i));
+            ASSERT_TRUE(Draw_Cam_at(design, surface_, i));
             const auto& roller = surface_.circles.back();
             EXPECT_NEAR(roller.x, rest + Data(var::S, i), 1e-3) << i;
             EXPECT_NEAR(c_.Flip_Y - roller.y, -rotation * 15.0, 1e-3) << i;
@@ -350,10 +351,10 @@ TEST_F(Cam_Drawing, as_the_cam_turns_an_arm_turns_about_its_pivot_by_the_displac
     Make(false);
     for (const int rotation : {-1, 1}) {
         c_.Rotflag = rotation;
-        ASSERT_TRUE(Size_Design());
+        ASSERT_TRUE(Size_Design(design));
         double first = 0.0;
         for (const int i : {0, 55, 130, 230, 360}) {
-            ASSERT_TRUE(Draw_Cam_at(surface_, i));
+            ASSERT_TRUE(Draw_Cam_at(design, surface_, i));
             EXPECT_NEAR(std::hypot(c_.Foll_X - c_.ArmX, c_.Foll_Y - c_.ArmY), 80.0, 1e-3) << i;
             const double angle = Atan2D(c_.Foll_X - c_.ArmX, c_.Foll_Y - c_.ArmY);
             if (i == 0)
@@ -367,9 +368,9 @@ TEST_F(Cam_Drawing, as_the_cam_turns_an_arm_turns_about_its_pivot_by_the_displac
 TEST_F(Cam_Drawing, a_flat_face_rises_on_its_stem_while_the_contact_wanders_along_it)
 {
     c_.Followtype = 2;
-    ASSERT_TRUE(Size_Design());
+    ASSERT_TRUE(Size_Design(design));
     for (const int i : {0, 55, 130, 230}) {
-        ASSERT_TRUE(Draw_Cam_at(surface_, i));
+        ASSERT_TRUE(Draw_Cam_at(design, surface_, i));
         const auto& face = surface_.lines.back();
         EXPECT_NEAR(face.x1, 60.0 + Data(var::S, i), 1e-3) << i;
         EXPECT_NEAR(face.x2, face.x1, 1e-6) << i;
@@ -385,27 +386,27 @@ TEST_F(Cam_Drawing, the_window_stands_still_and_holds_the_cam_in_every_position)
 {
     for (const bool translating : {true, false}) {
         Make(translating);
-        ASSERT_TRUE(Draw_Cam_at(surface_, 0));
+        ASSERT_TRUE(Draw_Cam_at(design, surface_, 0));
         const double right = surface_.right;
         EXPECT_EQ(surface_.left, -right);
         for (int i = 0; i <= 360; i += 30) {
-            ASSERT_TRUE(Draw_Cam_at(surface_, i));
+            ASSERT_TRUE(Draw_Cam_at(design, surface_, i));
             EXPECT_EQ(surface_.right, right);
             for (const World_Point& p : surface_.outlines[0].points)
                 ASSERT_LT(std::hypot(p.x, p.y), right);
         }
     }
-    EXPECT_FALSE(Draw_Cam_at(surface_, -1));
-    EXPECT_FALSE(Draw_Cam_at(surface_, 361));
+    EXPECT_FALSE(Draw_Cam_at(design, surface_, -1));
+    EXPECT_FALSE(Draw_Cam_at(design, surface_, 361));
 }
 
 TEST_F(Cam_Drawing, the_conjugate_cam_holds_its_roller_opposite_and_falls_while_the_cam_rises)
 {
-    ASSERT_TRUE(Use_Conjugate());
+    ASSERT_TRUE(Use_Conjugate(design));
     EXPECT_EQ(c_.Side_Sign, -1);
     EXPECT_EQ(c_.Follower_Angle, 180.0);
     for (const int i : {0, 55, 130, 230}) {
-        ASSERT_TRUE(Draw_Cam_at(surface_, i));
+        ASSERT_TRUE(Draw_Cam_at(design, surface_, i));
         const auto& roller = surface_.circles.back();
         EXPECT_NEAR(roller.x, -(60.0 + 20.0 - Data(var::S, i)), 1e-3) << i;
         double clearance = 1e9;
@@ -418,8 +419,8 @@ TEST_F(Cam_Drawing, the_conjugate_cam_holds_its_roller_opposite_and_falls_while_
 TEST_F(Cam_Drawing, the_conjugate_of_an_offset_follower_is_offset_to_the_other_side)
 {
     c_.Offset = 15.0;
-    ASSERT_TRUE(Size_Design());
-    ASSERT_TRUE(Use_Conjugate());
+    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Use_Conjugate(design));
     EXPECT_EQ(c_.Offset, -15.0);
 }
 
@@ -429,17 +430,17 @@ TEST_F(Cam_Drawing, a_base_circle_of_nothing_is_told_of)
     script_.Expect(
         {"Something Wrong - Base Circle has become zero or minus.  Change follower radius or prime/base circle",
          Buttons::OK, Symbol::exclamation});
-    EXPECT_FALSE(Draw_Cam_Preview(surface_));
+    EXPECT_FALSE(Draw_Cam_Preview(design, surface_));
     surface_.Clear();
-    Repaint_Cam_Preview(surface_);  // silent, as a window repaints itself at any time
+    Repaint_Cam_Preview(design, surface_);  // silent, as a window repaints itself at any time
     EXPECT_TRUE(surface_.circles.empty());
 }
 
 TEST_F(Cam_Drawing, a_linear_cam_is_a_strip_and_a_barrel_cam_nothing)
 {
     c_.Camtype = "Linear";
-    ASSERT_TRUE(Size_Design());
-    ASSERT_TRUE(Draw_Cam_Preview(surface_));
+    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     const double L = 60.0 * PI2;
     EXPECT_NEAR(surface_.right, (L + 12.0) * 1.25, 1e-2);
     EXPECT_EQ(surface_.Lines_in(Ink::cam), 4);
@@ -448,22 +449,22 @@ TEST_F(Cam_Drawing, a_linear_cam_is_a_strip_and_a_barrel_cam_nothing)
     EXPECT_EQ(surface_.Lines_in(Ink::path), 360);
     EXPECT_NEAR(surface_.circles.back().x, -L / 2, 1e-3);
     c_.Rotflag = -1;
-    ASSERT_TRUE(Draw_Cam_at(surface_, 90));
+    ASSERT_TRUE(Draw_Cam_at(design, surface_, 90));
     EXPECT_NEAR(surface_.circles.back().x, -L / 4, 1e-2);
     EXPECT_NEAR(c_.Flip_Y - surface_.circles.back().y, Data(var::S, 90), 1e-3);
     c_.Followtype = 2;
     script_.Expect({"Something is wrong.  Cannot have a flat follower on a linear cam"});
-    EXPECT_FALSE(Draw_Cam_Preview(surface_));
+    EXPECT_FALSE(Draw_Cam_Preview(design, surface_));
     c_.Camtype = "Barrel";
-    EXPECT_FALSE(Draw_Cam_Preview(surface_));
+    EXPECT_FALSE(Draw_Cam_Preview(design, surface_));
 }
 
 TEST_F(Cam_Drawing, without_motion_or_size_there_is_nothing_to_draw)
 {
     design.flags.Sized = false;
-    EXPECT_FALSE(Draw_Cam(surface_));
+    EXPECT_FALSE(Draw_Cam(design, surface_));
     design.flags.Calculated = false;
-    EXPECT_FALSE(Draw_Cam_Preview(surface_));
+    EXPECT_FALSE(Draw_Cam_Preview(design, surface_));
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "camgeom/sizing.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -69,7 +70,7 @@ protected:
         c().Rotflag = p.Rotflag;
         c().ArmDirect = p.ArmDirect;
         c().Offset = p.offset;
-        ASSERT_TRUE(Calc_Phi(1));
+        ASSERT_TRUE(Calc_Phi(design, 1));
         ASSERT_FALSE(design.flags.Calc_Error);
     }
     void TearDown() override { design = {}; }
@@ -130,10 +131,10 @@ TEST_P(Radial_Roller, the_cutter_runs_on_the_contact_normal)
     const int i = 200;
     EXPECT_NEAR(std::abs(At(40, i) - At(9, i)), 12.0 - 8.0, 1e-4);
     c().Cutter_Radius = 12.0;
-    Cam_Profile();
+    Cam_Profile(design);
     EXPECT_NEAR(std::abs(At(40, i) - At(9, i)), 0.0, 1e-4);  // the roller's own size: on the roller centre's path
     c().Cutter_Radius = 0.0;
-    Cam_Profile();
+    Cam_Profile(design);
     EXPECT_NEAR(std::abs(At(40, i) - At(36, i)), 0.0, 1e-4);
 }
 
@@ -144,7 +145,7 @@ TEST_P(Radial_Roller, machine_zero_is_one_rigid_rotation)
         EXPECT_EQ(At(38, i), At(36, i));
     }
     c().Shift_Angle = 35.0;
-    Cam_Profile();
+    Cam_Profile(design);
     const Point turn = std::polar(1.0, -GetParam().Rotflag * 35.0 * pi / 180);
     for (int i = 0; i <= design.motion.Max_Data_Points_used; i += 13) {
         EXPECT_NEAR(std::abs(At(13, i) - At(9, i) * turn), 0.0, 1e-3);
@@ -155,7 +156,7 @@ TEST_P(Radial_Roller, machine_zero_is_one_rigid_rotation)
 TEST_P(Radial_Roller, the_other_side_of_the_roller_is_the_outer_track)
 {
     c().In_Out = 1;
-    Cam_Profile();
+    Cam_Profile(design);
     for (int i = 0; i < design.motion.Max_Data_Points_used; i += 97) {
         EXPECT_NEAR(std::abs(At(36, i) - At(9, i)), 12.0, 1e-4);
         EXPECT_GT(std::abs(At(36, i)), std::abs(At(9, i)));
@@ -173,7 +174,7 @@ TEST_P(Radial_Roller, both_senses_of_rotation_are_mirrors)
         c().ArmY = -c().ArmY;
         c().ArmDirect = -GetParam().ArmDirect;
     }
-    ASSERT_TRUE(Calc_Phi(1));
+    ASSERT_TRUE(Calc_Phi(design, 1));
     for (int i = 0; i <= design.motion.Max_Data_Points_used; i += 17)
         EXPECT_NEAR(std::abs(At(36, i) - std::conj(surface[static_cast<std::size_t>(i)])), 0.0, 2e-3) << i;
 }
@@ -203,7 +204,7 @@ TEST_F(Profile, a_flat_face_is_touched_off_its_axis_by_the_velocity_and_lies_on_
         maker.Make();
         c().Followtype = 2;
         c().Rotflag = Rotflag;
-        ASSERT_TRUE(Calc_Phi(2));
+        ASSERT_TRUE(Calc_Phi(design, 2));
         for (int i = 0; i < design.motion.Max_Data_Points_used; i += 7) {
             const Point axis = std::polar(1.0, -Rotflag * Data(var::Angle, i) * pi / 180);
             ASSERT_NEAR(Dot(Tangent(36, i), axis), 0.0, 3e-4) << i;                // the face is tangent
@@ -229,10 +230,10 @@ TEST_F(Profile, a_flat_face_on_an_arm_lies_on_the_cam_where_cam_and_arm_turn_the
         c().Followtype = 2;
         c().Rotflag = sense;
         c().ArmDirect = sense;
-        ASSERT_TRUE(Calc_Phi(2));
+        ASSERT_TRUE(Calc_Phi(design, 2));
         for (int i = 0; i < design.motion.Max_Data_Points_used; i += 7) {
             Flat_Contact contact;
-            ASSERT_TRUE(Flat_Osc_Contact(i, c().ArmX, c().ArmY, contact));
+            ASSERT_TRUE(Flat_Osc_Contact(design, i, c().ArmX, c().ArmY, contact));
             const Point face = std::polar(1.0, (contact.direction - sense * Data(var::Angle, i)) * pi / 180);
             ASSERT_NEAR(std::abs(Dot(Tangent(36, i), face)), 1.0, 1e-6) << i;
             const Point normal = face * Point(0, 1);
@@ -256,7 +257,7 @@ TEST_F(Profile, a_flat_face_on_an_arm_has_its_distance_by_one_minus_the_velocity
         c().Rotflag = 1;
         c().ArmDirect = ArmDirect;
         Flat_Contact contact;
-        ASSERT_TRUE(Flat_Osc_Contact(55, c().ArmX, c().ArmY, contact));
+        ASSERT_TRUE(Flat_Osc_Contact(design, 55, c().ArmX, c().ArmY, contact));
         const double w = Data(var::V, 55) / 12.0 * pi / 180;
         const double u = std::hypot(90.0, 30.0) * std::cos(contact.arm * pi / 180) / (1 - w);
         EXPECT_NEAR(std::abs(Point(contact.Xf, contact.Yf) - std::polar(1.0, -55 * pi / 180) * Point(90, 30)), u, 1e-3);
@@ -270,7 +271,7 @@ TEST_F(Profile, a_pivot_on_the_cam_centre_is_an_error_of_the_calculation)
     maker.Make();
     c().ArmX = c().ArmY = 0.0;
     Flat_Contact contact;
-    EXPECT_FALSE(Flat_Osc_Contact(0, 0.0, 0.0, contact));
+    EXPECT_FALSE(Flat_Osc_Contact(design, 0, 0.0, 0.0, contact));
     EXPECT_TRUE(design.flags.Calc_Error);
 }
 
@@ -290,7 +291,7 @@ TEST_F(Profile, the_surface_of_an_axial_cam_is_a_roller_radius_along_the_normal_
             c().Camtype = "Barrel";
             c().Rotflag = Rotflag;
             c().Top_Bot = side;
-            ASSERT_TRUE(Calc_Phi(1));
+            ASSERT_TRUE(Calc_Phi(design, 1));
             const int n = design.motion.Max_Data_Points_used;
             for (int i = 10; i < n - 10; i += 7) {
                 const Point to_surface = Unwrapped(37, 36, i) - Unwrapped(12, 11, i);
@@ -315,7 +316,7 @@ TEST_F(Profile, an_axial_cam_with_an_arm_keeps_the_roller_at_its_radius_and_the_
     c().Camtype = "Barrel";
     c().ArmX = -80.0;
     c().ArmY = 10.0;
-    ASSERT_TRUE(Calc_Phi(1));
+    ASSERT_TRUE(Calc_Phi(design, 1));
     const double g0 = std::asin(10.0 / 80.0);
     for (int i = 0; i <= 360; i += 9) {
         const double arm = g0 + Data(var::S, i) * pi / 180;
@@ -330,7 +331,7 @@ TEST_F(Profile, an_axial_cam_with_an_arm_keeps_the_roller_at_its_radius_and_the_
     }
     c().ArmRad = 0.0;
     Axial_Coords center;
-    EXPECT_FALSE(Axial_Osc_Coords(0, 60.0, -80.0, 10.0, 0.0, center));
+    EXPECT_FALSE(Axial_Osc_Coords(design, 0, 60.0, -80.0, 10.0, 0.0, center));
     EXPECT_TRUE(design.flags.Calc_Error);
 }
 
@@ -339,7 +340,7 @@ TEST_F(Profile, a_linear_cam_has_lengths_for_angles)
     Cam_Maker().Make();
     c().Camtype = "Linear";
     c().Prime_Rad = 400.0 / PI2;
-    ASSERT_TRUE(Calc_Phi(1));
+    ASSERT_TRUE(Calc_Phi(design, 1));
     EXPECT_EQ(Data(12, 0), 0.0);
     EXPECT_NEAR(Data(12, 90), 100.0, 1e-4);
     EXPECT_NEAR(Data(12, 360), 400.0, 1e-4);
@@ -354,7 +355,7 @@ TEST_F(Profile, a_prime_radius_of_zero_is_told_of)
     c().Camtype = "Barrel";
     c().Prime_Rad = 0.0;
     script_.Expect({" Your prime circle radius is zero - Please provide a positive value."});
-    Cam_Profile();
+    Cam_Profile(design);
     EXPECT_TRUE(design.flags.Calc_Error);
 }
 
@@ -367,7 +368,7 @@ TEST_F(Profile, the_keyway_has_its_clock_angle_by_the_sense_of_rotation)
         for (const auto& [text, angle] : texts) {
             c().Rotflag = Rotflag;
             c().Keyway_Text = text;
-            Set_Keyway_Angle();
+            Set_Keyway_Angle(design);
             EXPECT_EQ(c().Keyway_Clockangle, Rotflag * angle) << text;
         }
 }
@@ -380,11 +381,11 @@ TEST_F(Profile, machine_zero_comes_from_start_angle_and_follower_axis)
     c().Shift_Angle = 20.0;
     c().Keyway_Clockangle = 180;
     c().Translating = true;
-    Set_Machine_Zero();
+    Set_Machine_Zero(design);
     EXPECT_EQ(c().Cam_Shift_Angle, -110.0);
     EXPECT_EQ(c().Cam_Draw_Angle, 180 + 90 - 110.0);
     c().Translating = false;
-    Set_Machine_Zero();
+    Set_Machine_Zero(design);
     EXPECT_EQ(c().Cam_Shift_Angle, -20.0);
 }
 
@@ -393,12 +394,12 @@ TEST_F(Profile, the_signed_shift_is_kept_for_the_drawing)
     Cam_Maker maker;
     maker.Make();
     c().Shift_Angle = 20.0;
-    Cam_Profile();
+    Cam_Profile(design);
     EXPECT_EQ(c().Cam_Shift_Sign_Angle, -c().Cam_Shift_Angle);
     maker.translating = false;
     maker.Make();
     c().Shift_Angle = 20.0;
-    Cam_Profile();
+    Cam_Profile(design);
     EXPECT_EQ(c().Cam_Shift_Sign_Angle, c().Rotflag * c().Cam_Shift_Angle);
 }
 
@@ -408,7 +409,7 @@ TEST_F(Profile, a_conjugate_falls_where_the_cam_rises)
     c().Offset = 10.0;
     c().Conjugate = true;
     c().Side_Sign = -1;
-    Cam_Profile();
+    Cam_Profile(design);
     for (int i = 0; i <= 360; i += 10) {
         const double height = std::sqrt(60.0 * 60 + 10.0 * 10) + 20.0 - Data(var::S, i);  // the sum of squares, meant
         EXPECT_NEAR(Data(11, i), std::hypot(height, 10.0), 1e-3) << i;
@@ -418,14 +419,14 @@ TEST_F(Profile, a_conjugate_falls_where_the_cam_rises)
 TEST_F(Profile, an_example_being_loaded_keeps_the_profile_as_it_was)
 {
     Cam_Maker().Make();
-    ASSERT_TRUE(Calc_Phi(1));
+    ASSERT_TRUE(Calc_Phi(design, 1));
     const double before = Data(9, 40);
     c().Prime_Rad = 90.0;
     design.flags.Skip_Profile = true;
-    ASSERT_TRUE(Calc_Phi(1));
+    ASSERT_TRUE(Calc_Phi(design, 1));
     EXPECT_EQ(Data(9, 40), before);
     design.flags.Skip_Profile = false;
-    ASSERT_TRUE(Calc_Phi(1));
+    ASSERT_TRUE(Calc_Phi(design, 1));
     EXPECT_NE(Data(9, 40), before);
 }
 
@@ -433,9 +434,9 @@ TEST_F(Profile, nothing_is_calculated_while_the_program_starts)
 {
     Cam_Maker().Make();
     design.flags.Starting = true;
-    Cam_Profile();
-    EXPECT_TRUE(Calc_Phi(1));
-    EXPECT_TRUE(Calc_Rho(1));
+    Cam_Profile(design);
+    EXPECT_TRUE(Calc_Phi(design, 1));
+    EXPECT_TRUE(Calc_Rho(design, 1));
     EXPECT_EQ(Data(9, 40), 0.0);
     EXPECT_EQ(Data(var::Phi, 40), 0.0);
 }
@@ -446,7 +447,7 @@ TEST_F(Profile, a_polydyne_cam_takes_its_own_motion)
     for (int i = 0; i <= 360; ++i)
         design.results.CalcData(22, i) = Data(var::S, i) + 1.0;
     design.flags.Polydyne_Calc = true;
-    Cam_Profile();
+    Cam_Profile(design);
     EXPECT_NEAR(Data(11, 330), 61.0, 1e-4);
 }
 
@@ -456,7 +457,7 @@ TEST_F(Profile, a_driven_end_effector_divides_the_displacement)
     design.linkage.Drive_End_Effector = true;
     for (int i = 0; i <= 360; ++i)
         design.results.Link_Ratio_S(i) = i == 150 ? 0.0 : 2.0;
-    Cam_Profile();
+    Cam_Profile(design);
     EXPECT_NEAR(Data(11, 140), 70.0, 1e-4);
     EXPECT_NEAR(Data(11, 150), 80.0, 1e-4);  // a ratio of zero counts as 1
 }

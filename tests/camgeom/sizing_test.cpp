@@ -12,6 +12,7 @@
 #include "core/text.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -54,8 +55,8 @@ protected:
     void TearDown() override { design = {}; }
     static void Size(int type = 1)
     {
-        ASSERT_TRUE(Calc_Phi(type));
-        ASSERT_TRUE(Calc_Rho(type));
+        ASSERT_TRUE(Calc_Phi(design, type));
+        ASSERT_TRUE(Calc_Rho(design, type));
         ASSERT_FALSE(f().Calc_Error);
     }
     Script script_;
@@ -183,12 +184,12 @@ TEST_F(Sizing, an_arm_of_no_length_or_a_pivot_on_the_centre_is_an_error)
     maker.translating = false;
     maker.Make();
     c().ArmRad = 0.0;
-    Calc_Phi(1);
+    Calc_Phi(design, 1);
     EXPECT_TRUE(f().Calc_Error);
     f().Calc_Error = false;
     c().ArmRad = 80.0;
     c().ArmX = c().ArmY = 0.0;
-    Calc_Phi(1);
+    Calc_Phi(design, 1);
     EXPECT_TRUE(f().Calc_Error);
 }
 
@@ -198,7 +199,7 @@ TEST_F(Sizing, sides_that_close_no_triangle_set_math_error)
     maker.translating = false;
     maker.Make();
     c().ArmRad = 10.0;
-    Calc_Phi(1);
+    Calc_Phi(design, 1);
     EXPECT_TRUE(f().Math_Error);
 }
 
@@ -260,14 +261,14 @@ TEST_F(Sizing, an_axial_arm_without_curvature_or_slope_has_the_stand_in_values)
     Size();
     // Arm level and still: the roller runs on a plain circle around the drum.
     double Rho = 0.0;
-    ASSERT_TRUE(Axial_Osc_Rho(320, -80.0, 0.0, 80.0, Rho));
+    ASSERT_TRUE(Axial_Osc_Rho(design, 320, -80.0, 0.0, 80.0, Rho));
     EXPECT_EQ(Rho, 1000000.0);
     Axial_Phi point;
-    ASSERT_TRUE(Axial_Osc_Phi(320, -80.0, 0.0, 80.0, point));
+    ASSERT_TRUE(Axial_Osc_Phi(design, 320, -80.0, 0.0, 80.0, point));
     EXPECT_NEAR(point.Phi, 0.0, 1e-6);
     EXPECT_EQ(point.g0, 0.0);
     // The slope of the roller's path against the drum, at mid-rise, where the arm is off level by its angle.
-    ASSERT_TRUE(Axial_Osc_Phi(55, -80.0, 0.0, 80.0, point));
+    ASSERT_TRUE(Axial_Osc_Phi(design, 55, -80.0, 0.0, 80.0, point));
     const double ar = Data(var::S, 55) * pi / 180;
     const double Ra = std::hypot(80 * std::cos(ar) - 80, 60.0);
     const double w = Data(var::V, 55) * pi / 180 / 12.0;
@@ -290,7 +291,7 @@ TEST_F(Sizing, an_axial_arm_of_no_length_asks_at_each_point_until_the_user_cance
     cancel.answer = Answer::Cancel;
     script_.Expect(cancel);
     c().Rho_Max_Pos_Text = "untouched";
-    EXPECT_FALSE(Calc_Rho(1));
+    EXPECT_FALSE(Calc_Rho(design, 1));
     EXPECT_TRUE(f().Calc_Error);
     EXPECT_EQ(c().Rho_Max_Pos_Text, "untouched");
 }
@@ -326,8 +327,8 @@ TEST_F(Sizing, the_ratio_of_displacement_divides_the_cam_angle_in_the_arms_press
     design.linkage.Drive_End_Effector = true;
     for (int i = 0; i <= 360; ++i)
         design.results.Link_Ratio_S(i) = 4.0;
-    Arm_Geometry();
-    Autopress();
+    Arm_Geometry(design);
+    Autopress(design);
     // The last point leaves its working angle: the pivot turned by a quarter of the cycle, less the start's own angle.
     const double expected = c().Arm_Pivot_Angle - c().Rotflag * 360.0 / 4 - c().ArmDirect * c().Arm_Cam_Angle;
     EXPECT_NEAR(c().Arm_Work_Angle * 180 / pi, expected, 1e-3);
@@ -340,7 +341,7 @@ TEST_F(Sizing, a_zero_divisor_keeps_the_point_and_is_told_of)
          "the pressure angle at theta = 12.5\n"
          "Will continue to attempt calculation at other pointsDenom2",
          Buttons::OK, Symbol::exclamation});
-    Autopress_Message("Denom2", 12.5);
+    Autopress_Message(design, "Denom2", 12.5);
 }
 
 TEST_F(Sizing, extremes_take_the_first_of_equals_and_a_floor_of_zero)
@@ -352,13 +353,13 @@ TEST_F(Sizing, extremes_take_the_first_of_equals_and_a_floor_of_zero)
                 values[std::min<std::size_t>(static_cast<std::size_t>(i), values.size() - 1)];
     };
     set(var::Phi, {-3, -5, -5, -4});
-    Phi_Extremes();
+    Phi_Extremes(design);
     EXPECT_EQ(c().Phi_Max, 0.0);
     EXPECT_EQ(c().Phi_Max_Angle, 0.0);
     EXPECT_EQ(c().Phi_Min, -5.0);
     EXPECT_EQ(c().Phi_Min_Angle, 1.0);
     set(var::Rho, {50, 40.128, 40.128, 70.04});
-    Rho_Extremes();
+    Rho_Extremes(design);
     EXPECT_EQ(c().Rho_Min_Pos_Angle, 1.0);
     EXPECT_EQ(Trim(c().Rho_Min_Pos_Text), "40.13");
     EXPECT_EQ(Trim(c().Rho_Max_Pos_Text), "70.0");
@@ -366,12 +367,12 @@ TEST_F(Sizing, extremes_take_the_first_of_equals_and_a_floor_of_zero)
     EXPECT_EQ(c().Rho_Min_Neg_Text, "None");
     EXPECT_EQ(c().Rho_Smallest, c().Rho_Min_Pos);
     set(var::Rho, {50, -8.5, 0.0, -90});
-    Rho_Extremes();
+    Rho_Extremes(design);
     EXPECT_EQ(c().Rho_Min_Neg, 0.0);  // zero counts as negative
     EXPECT_EQ(c().Rho_Max_Neg, -90.0);
     EXPECT_EQ(c().Rho_Smallest, 0.0);
     set(var::Rho, {50, -8.5, -90});
-    Rho_Extremes();
+    Rho_Extremes(design);
     EXPECT_EQ(c().Rho_Smallest, -8.5);
     EXPECT_EQ(Trim(c().Rho_Min_Neg_Text), "-8.50");
 }
@@ -381,7 +382,7 @@ TEST_F(Sizing, an_all_rise_curve_has_its_smallest_pressure_angle_at_zero)
     Cam_Maker().Make();
     for (int i = 0; i <= 360; ++i)
         design.results.CalcData(var::Phi, i) = i == 0 ? 0.0 : 5.0;
-    Phi_Extremes();
+    Phi_Extremes(design);
     EXPECT_EQ(c().Phi_Min, 0.0);
 }
 
@@ -396,14 +397,14 @@ TEST_F(Sizing, a_flat_follower_is_told_its_smallest_base_radius)
             where = i;
         }
     const double Rb = -least / 144.0 - Data(var::S, where);
-    script_.Expect(
-        {"The minimum base circle radius for no negative Radius of Curvature is " + FNRoundStr(Rb, 2) + "  mm"});
-    Flat_Min_Base_Radius();
+    script_.Expect({"The minimum base circle radius for no negative Radius of Curvature is " +
+                    FNRoundStr(design, Rb, 2) + "  mm"});
+    Flat_Min_Base_Radius(design);
     f().Skip_Profile = true;
-    Flat_Min_Base_Radius();  // silent
+    Flat_Min_Base_Radius(design);  // silent
     f().Skip_Profile = false;
     design.run.Reading_File = true;
-    Flat_Min_Base_Radius();
+    Flat_Min_Base_Radius(design);
 }
 
 TEST_F(Sizing, an_offset_beyond_the_prime_radius_is_reported)
@@ -411,7 +412,7 @@ TEST_F(Sizing, an_offset_beyond_the_prime_radius_is_reported)
     Cam_Maker().Make();
     c().Offset = 70.0;
     script_.Expect(Error_Box(5, "Invalid argument", "Calc_Phi"));
-    EXPECT_FALSE(Calc_Phi(1));
+    EXPECT_FALSE(Calc_Phi(design, 1));
     EXPECT_TRUE(f().Calc_Error);
 }
 
@@ -431,11 +432,11 @@ TEST_F(Sizing, a_polydyne_cam_is_sized_from_its_own_rows)
 TEST_F(Sizing, ratios_of_a_driven_end_effector_divide_and_zero_counts_as_one)
 {
     Cam_Maker().Make();
-    EXPECT_EQ(Link_Ratios(3).S, 1.0);
+    EXPECT_EQ(Link_Ratios(design, 3).S, 1.0);
     design.linkage.Drive_End_Effector = true;
     design.results.Link_Ratio_S(3) = 2.5;
     design.results.Link_Ratio_V(3) = -1.5;
-    const Ratios r = Link_Ratios(3);
+    const Ratios r = Link_Ratios(design, 3);
     EXPECT_EQ(r.S, 2.5);
     EXPECT_EQ(r.V, -1.5);
     EXPECT_EQ(r.A, 1.0);
@@ -459,7 +460,7 @@ TEST_F(Sizing, a_zero_divisor_is_met_where_the_roller_centre_comes_to_the_cam_ce
          "the pressure angle at theta = 25\n"
          "Will continue to attempt calculation at other pointsDenom2",
          Buttons::OK, Symbol::exclamation});
-    Autopress();
+    Autopress(design);
     EXPECT_EQ(Data(var::Phi, 25), 99.0);  // the point keeps its value
     EXPECT_NE(Data(var::Phi, 24), 99.0);
     EXPECT_NE(Data(var::Phi, 26), 99.0);
@@ -473,7 +474,7 @@ TEST_F(Sizing, the_third_terms_of_both_senses_have_their_own_labels)
                                     "Will continue to attempt calculation at other points") +
                             label,
                         Buttons::OK, Symbol::exclamation});
-        Autopress_Message(label, 0.0);
+        Autopress_Message(design, label, 0.0);
     }
 }
 
@@ -484,7 +485,7 @@ TEST_F(Sizing, a_vanishing_curvature_of_the_pitch_curve_is_reported)
     design.results.CalcData(var::V, 40) = 0.0;
     design.results.CalcData(var::A, 40) = 60.0 * 144.0;  // r^2 - r a = 0
     script_.Expect(Error_Box(11, "Division by zero", "Calc_Rho"));
-    EXPECT_FALSE(Calc_Rho(1));
+    EXPECT_FALSE(Calc_Rho(design, 1));
     EXPECT_TRUE(f().Calc_Error);
 }
 
@@ -593,7 +594,7 @@ TEST_F(Sizing, the_start_of_the_arm_lies_on_the_prime_circle_an_arm_from_the_piv
             maker.Make();
             c().ArmDirect = ArmDirect;
             c().Side_Sign = side;
-            Arm_Geometry();
+            Arm_Geometry(design);
             const Point start(c().Arm_Start_X, c().Arm_Start_Y);
             const Point pivot(90.0, 30.0);
             EXPECT_NEAR(std::abs(start), 60.0, 1e-4);
@@ -610,11 +611,11 @@ TEST_F(Sizing, the_triangle_of_the_arm_closes_at_any_angle)
     Cam_Maker maker;
     maker.translating = false;
     maker.Make();
-    Arm_Geometry();
+    Arm_Geometry(design);
     for (const double gamma : {15.0, 40.0, 75.0, 130.0})
         for (const double delta : {-700.0, -30.0, 18.0, 200.0}) {
             Arm_Place place;
-            ASSERT_TRUE(Arm_Position(gamma, delta, place));
+            ASSERT_TRUE(Arm_Position(design, gamma, delta, place));
             const Point pivot(place.Px, place.Py);
             const Point roller(place.X, place.Y);
             EXPECT_NEAR(std::abs(pivot), std::hypot(90.0, 30.0), 1e-4);
@@ -636,7 +637,7 @@ TEST_F(Sizing, a_roller_centre_on_the_cam_centre_has_no_angle)
     maker.Make();
     c().Arm_Pivot_Dist = c().ArmRad = 80.0;
     Arm_Place place;
-    ASSERT_TRUE(Arm_Position(0.0, 90.0, place));
+    ASSERT_TRUE(Arm_Position(design, 0.0, 90.0, place));
     EXPECT_EQ(place.R, 0.0);
     EXPECT_EQ(place.tau, 0.0);  // no divisor: the angle keeps its start value
     EXPECT_NEAR(place.theta_c, 90.0, 1e-4);
@@ -743,7 +744,7 @@ TEST_F(Sizing, an_arm_level_with_its_pivot_keeps_the_curvature_of_the_point_befo
         design.results.CalcData(var::A, i) = 0.0;
         design.results.CalcData(var::Phi, i) = 0.0;
     }
-    ASSERT_TRUE(Calc_Rho(1));
+    ASSERT_TRUE(Calc_Rho(design, 1));
     EXPECT_EQ(Data(var::Rho, 0), 0.0);  // no point before: nothing to keep
     EXPECT_NEAR(Data(var::Rho, 54), before, 1e-3);
     // With Phi and acceleration of zero 1 / rho is the kept c1 alone, cos(Phi) over D sin(gamma) of point 54.
@@ -782,7 +783,7 @@ TEST_F(Sizing, an_axial_arm_has_the_curvature_of_its_unrolled_path_but_for_one_t
             // The cube of the arm's own velocity enters with a plus where the path has a minus. Meant.
             const double M = (std::conj(d1) * d2).imag() + 2 * p.ArmDirect * 80.0 * 80.0 * w * w * w;
             double Rho = 0.0;
-            ASSERT_TRUE(Axial_Osc_Rho(i, p.ArmX, 0.0, 80.0, Rho));
+            ASSERT_TRUE(Axial_Osc_Rho(design, i, p.ArmX, 0.0, 80.0, Rho));
             const double sign = (p.ArmX > 0 ? 1 : -1) * p.ArmDirect;
             if (std::abs(M) < 1e-6) {
                 EXPECT_EQ(Rho, 1000000.0) << i;
@@ -801,7 +802,7 @@ TEST_F(Sizing, an_axial_arm_at_rest_curves_by_its_acceleration_alone)
     c().Camtype = "Barrel";
     design.results.CalcData(var::A, 320) = 900.0;
     double Rho = 0.0;
-    ASSERT_TRUE(Axial_Osc_Rho(320, -80.0, 0.0, 80.0, Rho));
+    ASSERT_TRUE(Axial_Osc_Rho(design, 320, -80.0, 0.0, 80.0, Rho));
     // y'' of the path is 80 times the arm's acceleration over the drum's speed squared; ArmX below zero turns the sign.
     EXPECT_NEAR(Rho, -std::pow(60.0 * 12.0, 2) / (80.0 * 900.0 * pi / 180), 1e-2);
 }
@@ -813,16 +814,16 @@ TEST_F(Sizing, an_axial_pivot_on_the_far_side_measures_its_arm_from_the_other_en
     maker.Make();
     c().Camtype = "Barrel";
     Axial_Phi point;
-    ASSERT_TRUE(Axial_Osc_Phi(320, -80.0, 40.0, 80.0, point));
+    ASSERT_TRUE(Axial_Osc_Phi(design, 320, -80.0, 40.0, 80.0, point));
     EXPECT_NEAR(point.g0, 30.0, 1e-5);
-    ASSERT_TRUE(Axial_Osc_Phi(140, 80.0, 40.0, 80.0, point));
+    ASSERT_TRUE(Axial_Osc_Phi(design, 140, 80.0, 40.0, 80.0, point));
     EXPECT_NEAR(point.g0, 150.0, 1e-5);
     EXPECT_NEAR(point.arm, 170.0, 1e-4);
     // Upright the arm leaves no divisor.
     design.results.CalcData(var::S, 320) = 0.0;
     Axial_Phi upright;
     design.results.CalcData(var::S, 5) = 90.0;
-    ASSERT_TRUE(Axial_Osc_Phi(5, -80.0, 0.0, 80.0, upright));
+    ASSERT_TRUE(Axial_Osc_Phi(design, 5, -80.0, 0.0, 80.0, upright));
     EXPECT_GT(std::abs(upright.Phi), 89.0);
 }
 
@@ -837,11 +838,11 @@ TEST_F(Sizing, an_axial_arm_of_a_polydyne_cam_keeps_its_displacement_and_takes_i
     design.results.CalcData(23, 140) = 100.0;
     design.results.CalcData(var::V, 140) = 0.0;
     Axial_Phi point;
-    ASSERT_TRUE(Axial_Osc_Phi(140, -80.0, 0.0, 80.0, point));
+    ASSERT_TRUE(Axial_Osc_Phi(design, 140, -80.0, 0.0, 80.0, point));
     EXPECT_NEAR(point.arm, 20.0, 1e-4);  // row 1, not the 3 of row 22
     const double moving = point.Phi;
     design.results.CalcData(23, 140) = 0.0;
-    ASSERT_TRUE(Axial_Osc_Phi(140, -80.0, 0.0, 80.0, point));
+    ASSERT_TRUE(Axial_Osc_Phi(design, 140, -80.0, 0.0, 80.0, point));
     EXPECT_NEAR(std::abs(point.Phi), 20.0, 1e-4);  // at rest the arm's own inclination
     EXPECT_GT(std::abs(moving - point.Phi), 1.0);
 }
@@ -881,15 +882,15 @@ TEST_F(Sizing, nothing_is_calculated_while_the_program_starts)
     design.results.CalcData(var::Phi, 55) = 99.0;
     design.results.CalcData(var::Rho, 55) = 99.0;
     f().Starting = true;
-    Calc_Phi(1);
-    Calc_Rho(1);
+    Calc_Phi(design, 1);
+    Calc_Rho(design, 1);
     EXPECT_EQ(Data(var::Phi, 55), 99.0);
     EXPECT_EQ(Data(var::Rho, 55), 99.0);
     f().Calc_Error = true;
     Axial_Phi point;
     double Rho = 5.0;
-    EXPECT_FALSE(Axial_Osc_Phi(3, 1.0, 0.0, 1.0, point));
-    EXPECT_FALSE(Axial_Osc_Rho(3, 1.0, 0.0, 1.0, Rho));
+    EXPECT_FALSE(Axial_Osc_Phi(design, 3, 1.0, 0.0, 1.0, point));
+    EXPECT_FALSE(Axial_Osc_Rho(design, 3, 1.0, 0.0, 1.0, Rho));
     EXPECT_EQ(Rho, 5.0);
     EXPECT_TRUE(f().Calc_Error);  // not even that is cleared
 }
@@ -902,7 +903,7 @@ TEST_F(Sizing, clipping_keeps_what_lies_on_its_limits)
     design.results.CalcData(var::Rho, 2) = -600.0;
     design.results.CalcData(var::Rho, 3) = -7000.0;
     design.results.CalcData(var::Rho, 4) = 12.0;
-    Clip_Rho(600.0);
+    Clip_Rho(design, 600.0);
     const double clipped[]{600.0, 600.0, -600.0, -600.0, 12.0};
     for (int i = 0; i < 5; ++i)
         EXPECT_EQ(Data(var::Rho, i), clipped[i]) << i;
@@ -913,7 +914,7 @@ TEST_F(Sizing, an_axial_cam_that_never_curves_has_no_smallest_radius)
     Cam_Maker().Make();
     for (int i = 0; i <= 360; ++i)
         design.results.CalcData(var::Rho, i) = 100000.0;
-    Rho_Extremes();
+    Rho_Extremes(design);
     EXPECT_EQ(c().Rho_Max_Pos_Text, "+ Infinity");
     EXPECT_EQ(c().Rho_Min_Pos_Text, "None");  // nothing lies below the start value
     EXPECT_EQ(c().Rho_Min_Pos, 100000.0);

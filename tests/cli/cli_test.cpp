@@ -13,6 +13,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/test_design.h"
+
 namespace lobemax {
 namespace {
 

@@ -14,6 +14,7 @@
 
 #include "core/startup.h"
 #include "core/units.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -21,7 +22,7 @@ namespace {
 /// A started design, so that every array has its points.
 class Directory : public ::testing::Test {
 protected:
-    void SetUp() override { ASSERT_TRUE(Sub_Main("", {})); }
+    void SetUp() override { ASSERT_TRUE(Sub_Main(design, "", {})); }
     void TearDown() override { design = {}; }
 };
 
@@ -62,14 +63,14 @@ Field_Index Corner(const Field& field, bool last)
 /// What setting the element by its written name answers.
 std::string Set(std::string_view reference, std::string_view value)
 {
-    const Field_Reference r = Read_Field_Reference(reference);
-    return r.field == nullptr ? r.error : Set_Field(*r.field, r.index, value);
+    const Field_Reference r = Read_Field_Reference(design, reference);
+    return r.field == nullptr ? r.error : Set_Field(design, *r.field, r.index, value);
 }
 
 std::string Get(std::string_view reference)
 {
-    const Field_Reference r = Read_Field_Reference(reference);
-    return r.field == nullptr ? "error: " + r.error : Field_Value(*r.field, r.index);
+    const Field_Reference r = Read_Field_Reference(design, reference);
+    return r.field == nullptr ? "error: " + r.error : Field_Value(design, *r.field, r.index);
 }
 
 // ---- the table as a whole
@@ -96,7 +97,7 @@ TEST_F(Directory, every_field_is_reached_at_its_first_and_last_index)
         for (const bool last : {false, true}) {
             const Field_Index index = Corner(field, last);
             EXPECT_NO_THROW(field.at(design, index)) << Field_Name(field, index);
-            const Field_Reference r = Read_Field_Reference(Field_Name(field, index));
+            const Field_Reference r = Read_Field_Reference(design, Field_Name(field, index));
             EXPECT_EQ(r.field, &field) << Field_Name(field, index) << ": " << r.error;
             EXPECT_EQ(r.index.at, index.at) << Field_Name(field, index);
         }
@@ -110,7 +111,7 @@ TEST_F(Directory, one_index_further_is_refused_and_faults)
                 Field_Index index = Corner(field, last);
                 index.at[k] += last ? 1 : -1;
                 EXPECT_THROW(field.at(design, index), Fault) << Field_Name(field, index);
-                const Field_Reference r = Read_Field_Reference(Field_Name(field, index));
+                const Field_Reference r = Read_Field_Reference(design, Field_Name(field, index));
                 EXPECT_EQ(r.field, nullptr) << Field_Name(field, index);
                 EXPECT_FALSE(r.error.empty());
             }
@@ -348,8 +349,8 @@ TEST_F(Directory, every_number_that_may_be_set_shows_what_was_set)
         if (field.computed || field.type == Field_Type::text || field.type == Field_Type::flag)
             continue;
         const Field_Index index = Corner(field, true);
-        EXPECT_EQ(Set_Field(field, index, "3"), "") << field.name;
-        EXPECT_EQ(Field_Value(field, index), "3") << field.name;
+        EXPECT_EQ(Set_Field(design, field, index, "3"), "") << field.name;
+        EXPECT_EQ(Field_Value(design, field, index), "3") << field.name;
     }
 }
 
@@ -359,10 +360,10 @@ TEST_F(Directory, every_flag_that_may_be_set_shows_what_was_set)
         if (field.computed || field.type != Field_Type::flag)
             continue;
         const Field_Index index = Corner(field, true);
-        EXPECT_EQ(Set_Field(field, index, "true"), "") << field.name;
-        EXPECT_EQ(Field_Value(field, index), "true") << field.name;
-        EXPECT_EQ(Set_Field(field, index, "0"), "") << field.name;
-        EXPECT_EQ(Field_Value(field, index), "false") << field.name;
+        EXPECT_EQ(Set_Field(design, field, index, "true"), "") << field.name;
+        EXPECT_EQ(Field_Value(design, field, index), "true") << field.name;
+        EXPECT_EQ(Set_Field(design, field, index, "0"), "") << field.name;
+        EXPECT_EQ(Field_Value(design, field, index), "false") << field.name;
     }
 }
 
@@ -372,8 +373,8 @@ TEST_F(Directory, every_text_that_may_be_set_shows_what_was_set)
         if (field.computed || field.type != Field_Type::text)
             continue;
         const Field_Index index = Corner(field, true);
-        EXPECT_EQ(Set_Field(field, index, " a \"b\", c "), "") << field.name;
-        EXPECT_EQ(Field_Value(field, index), " a \"b\", c ") << field.name;
+        EXPECT_EQ(Set_Field(design, field, index, " a \"b\", c "), "") << field.name;
+        EXPECT_EQ(Field_Value(design, field, index), " a \"b\", c ") << field.name;
     }
 }
 
@@ -442,14 +443,14 @@ TEST_F(Directory, elements_of_arrays_of_one_two_and_three_indices)
 TEST_F(Directory, an_unknown_field_is_refused)
 {
     for (const char* name : {"", "Nothing", "Beta", "Beta_Deg2", "(1)", "Prime_Rad "}) {
-        const Field_Reference r = Read_Field_Reference(name);
+        const Field_Reference r = Read_Field_Reference(design, name);
         if (std::string(name) == "Prime_Rad ")
             EXPECT_NE(r.field, nullptr);  // blanks around a name are nothing
         else
             EXPECT_EQ(r.field, nullptr) << name;
     }
     EXPECT_EQ(Find_Field("Nothing"), nullptr);
-    EXPECT_NE(Read_Field_Reference("Nothing").error.find("Nothing"), std::string::npos);
+    EXPECT_NE(Read_Field_Reference(design, "Nothing").error.find("Nothing"), std::string::npos);
 }
 
 TEST_F(Directory, a_wrong_index_is_refused)
@@ -459,7 +460,7 @@ TEST_F(Directory, a_wrong_index_is_refused)
           "Beta_Deg(1)x", "Beta_Deg(99999999999)", "T boundary cond(1, 0)", "T boundary cond(1)", "Firstlast(1, 1)",
           "Firstlast(1, 1, 4)", "Firstlast(1, 1, 1, 1)", "Prime_Rad(0)", "Mass_m(0)", "Mass_m(3)", "CalcData(54, 0)",
           "CalcData(0, 361)"}) {
-        const Field_Reference r = Read_Field_Reference(text);
+        const Field_Reference r = Read_Field_Reference(design, text);
         EXPECT_EQ(r.field, nullptr) << text;
         EXPECT_FALSE(r.error.empty()) << text;
     }
@@ -468,7 +469,7 @@ TEST_F(Directory, a_wrong_index_is_refused)
 TEST_F(Directory, an_array_without_its_index_cannot_be_set)
 {
     EXPECT_NE(Set("Beta_Deg", "90"), "");
-    EXPECT_NE(Read_Field_Reference("Beta_Deg").field, nullptr);  // but it can be named whole
+    EXPECT_NE(Read_Field_Reference(design, "Beta_Deg").field, nullptr);  // but it can be named whole
 }
 
 TEST_F(Directory, a_computed_field_cannot_be_set)
@@ -532,9 +533,9 @@ TEST_F(Directory, an_integer_takes_no_fraction)
 
 TEST_F(Directory, an_index_out_of_bounds_faults_when_it_is_handed_in_whole)
 {
-    EXPECT_THROW(Field_Value(Known("Beta_Deg"), At({21})), Fault);
-    EXPECT_NE(Set_Field(Known("Beta_Deg"), At({21}), "1"), "");
-    EXPECT_NE(Set_Field(Known("Beta_Deg"), At({}), "1"), "");
+    EXPECT_THROW(Field_Value(design, Known("Beta_Deg"), At({21})), Fault);
+    EXPECT_NE(Set_Field(design, Known("Beta_Deg"), At({21}), "1"), "");
+    EXPECT_NE(Set_Field(design, Known("Beta_Deg"), At({}), "1"), "");
 }
 
 // ---- names, labels, units, elements
@@ -613,26 +614,26 @@ TEST_F(Directory, labels_of_the_model_file)
 
 TEST_F(Directory, units_follow_the_system_and_the_follower)
 {
-    EXPECT_EQ(Unit_Text(Known("Prime_Rad").unit), "mm");
-    EXPECT_EQ(Unit_Text(Known("Lift").unit), "mm");
-    EXPECT_EQ(Unit_Text(Known("Mass").unit), "kg");
-    EXPECT_EQ(Unit_Text(Known("Preload").unit), "N");
-    EXPECT_EQ(Unit_Text(Known("Young's modulus").unit), "MPa");
-    EXPECT_EQ(Unit_Text(Known("Return_Spring_Rate").unit), "N/m");  // 4.448222/0.0254 of a lb/in, in mm too
-    EXPECT_EQ(Unit_Text(Known("Beta_Deg").unit), "deg");
-    EXPECT_EQ(Unit_Text(Known("Beta_Rad").unit), "rad");
-    EXPECT_EQ(Unit_Text(Known("Shaft speed").unit), "rad/s");
-    EXPECT_EQ(Unit_Text(Known("User").unit), "");
+    EXPECT_EQ(Unit_Text(design, Known("Prime_Rad").unit), "mm");
+    EXPECT_EQ(Unit_Text(design, Known("Lift").unit), "mm");
+    EXPECT_EQ(Unit_Text(design, Known("Mass").unit), "kg");
+    EXPECT_EQ(Unit_Text(design, Known("Preload").unit), "N");
+    EXPECT_EQ(Unit_Text(design, Known("Young's modulus").unit), "MPa");
+    EXPECT_EQ(Unit_Text(design, Known("Return_Spring_Rate").unit), "N/m");  // 4.448222/0.0254 of a lb/in, in mm too
+    EXPECT_EQ(Unit_Text(design, Known("Beta_Deg").unit), "deg");
+    EXPECT_EQ(Unit_Text(design, Known("Beta_Rad").unit), "rad");
+    EXPECT_EQ(Unit_Text(design, Known("Shaft speed").unit), "rad/s");
+    EXPECT_EQ(Unit_Text(design, Known("User").unit), "");
 
     design.cam.Translating = false;
-    EXPECT_EQ(Unit_Text(Known("Lift").unit), "deg");
-    EXPECT_EQ(Unit_Text(Known("Prime_Rad").unit), "mm");
+    EXPECT_EQ(Unit_Text(design, Known("Lift").unit), "deg");
+    EXPECT_EQ(Unit_Text(design, Known("Prime_Rad").unit), "mm");
 
     design.identity.WhichUnit = 1;
-    EXPECT_EQ(Unit_Text(Known("Prime_Rad").unit), "in");
-    EXPECT_EQ(Unit_Text(Known("Mass").unit), "bl");
-    EXPECT_EQ(Unit_Text(Known("Young's modulus").unit), "psi");
-    EXPECT_EQ(Unit_Text(Known("Return_Spring_Rate").unit), "lb/in");
+    EXPECT_EQ(Unit_Text(design, Known("Prime_Rad").unit), "in");
+    EXPECT_EQ(Unit_Text(design, Known("Mass").unit), "bl");
+    EXPECT_EQ(Unit_Text(design, Known("Young's modulus").unit), "psi");
+    EXPECT_EQ(Unit_Text(design, Known("Return_Spring_Rate").unit), "lb/in");
 }
 
 TEST_F(Directory, Each_Element_visits_every_element_once_in_order)
@@ -640,7 +641,7 @@ TEST_F(Directory, Each_Element_visits_every_element_once_in_order)
     std::vector<std::string> visited;
     const auto visit = [&](const Field& field) {
         visited.clear();
-        Each_Element(field, [&](const Field_Index& index) { visited.push_back(Field_Name(field, index)); });
+        Each_Element(design, field, [&](const Field_Index& index) { visited.push_back(Field_Name(field, index)); });
     };
     visit(Known("Prime_Rad"));
     EXPECT_EQ(visited, (std::vector<std::string>{"Prime_Rad"}));

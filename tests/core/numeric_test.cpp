@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "core/design_state.h"
 #include "core/messages.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -82,82 +82,82 @@ using Numeric_Moved_Point = Numeric;
 
 TEST_F(Numeric_Inverse_Functions, arc_cosine_at_both_ends_of_its_range_gives_one_on_purpose)
 {
-    EXPECT_EQ(FNArcCos(1.0), 1.0);
-    EXPECT_EQ(FNArcCos(-1.0), 1.0);
+    EXPECT_EQ(FNArcCos(design, 1.0), 1.0);
+    EXPECT_EQ(FNArcCos(design, -1.0), 1.0);
     EXPECT_FALSE(design.flags.Math_Error);
 }
 
 TEST_F(Numeric_Inverse_Functions, arc_sine_at_both_ends_of_its_range_gives_zero_on_purpose)
 {
-    EXPECT_EQ(FNArcSin(1.0), 0.0);
-    EXPECT_EQ(FNArcSin(-1.0), 0.0);
+    EXPECT_EQ(FNArcSin(design, 1.0), 0.0);
+    EXPECT_EQ(FNArcSin(design, -1.0), 0.0);
     EXPECT_FALSE(design.flags.Math_Error);
 }
 
 TEST_F(Numeric_Inverse_Functions, arc_cosine_outside_its_range_sets_Math_Error_without_a_message)
 {
-    EXPECT_EQ(FNArcCos(1.5), 0.0);
+    EXPECT_EQ(FNArcCos(design, 1.5), 0.0);
     EXPECT_TRUE(design.flags.Math_Error);
     design.flags.Math_Error = false;
-    EXPECT_EQ(FNArcCos(-1.000001), 0.0);
+    EXPECT_EQ(FNArcCos(design, -1.000001), 0.0);
     EXPECT_TRUE(design.flags.Math_Error);
     design.flags.Math_Error = false;
-    EXPECT_EQ(FNArcCos(std::numeric_limits<double>::infinity()), 0.0);
+    EXPECT_EQ(FNArcCos(design, std::numeric_limits<double>::infinity()), 0.0);
     EXPECT_TRUE(design.flags.Math_Error);
 }
 
 TEST_F(Numeric_Inverse_Functions, arc_sine_outside_its_range_sets_Math_Error_without_a_message)
 {
-    EXPECT_EQ(FNArcSin(1.5), 0.0);
+    EXPECT_EQ(FNArcSin(design, 1.5), 0.0);
     EXPECT_TRUE(design.flags.Math_Error);
     design.flags.Math_Error = false;
-    EXPECT_EQ(FNArcSin(-1.5), 0.0);
+    EXPECT_EQ(FNArcSin(design, -1.5), 0.0);
     EXPECT_TRUE(design.flags.Math_Error);
 }
 
 TEST_F(Numeric_Inverse_Functions, a_good_argument_does_not_clear_Math_Error)
 {
-    FNArcCos(2.0);
-    FNArcCos(0.5);
-    FNArcSin(0.5);
-    FNArcCos(1.0);
+    FNArcCos(design, 2.0);
+    FNArcCos(design, 0.5);
+    FNArcSin(design, 0.5);
+    FNArcCos(design, 1.0);
     EXPECT_TRUE(design.flags.Math_Error);
 }
 
 TEST_F(Numeric_Inverse_Functions, arc_cosine_of_zero_is_half_of_the_program_s_own_pi)
 {
-    EXPECT_EQ(FNArcCos(0.0), 3.141592654 / 2.0);
+    EXPECT_EQ(FNArcCos(design, 0.0), 3.141592654 / 2.0);
 }
 
 TEST_F(Numeric_Inverse_Functions, arc_cosine_inverts_the_cosine)
 {
     // The program's pi/2 is 2.05e-10 above the true one.
     for (double angle = 0.01; angle < 3.13; angle += 0.01)
-        EXPECT_NEAR(FNArcCos(std::cos(angle)), angle, 3e-10) << angle;
+        EXPECT_NEAR(FNArcCos(design, std::cos(angle)), angle, 3e-10) << angle;
 }
 
 TEST_F(Numeric_Inverse_Functions, arc_sine_inverts_the_sine)
 {
     for (double angle = -1.56; angle < 1.56; angle += 0.01)
-        EXPECT_NEAR(FNArcSin(std::sin(angle)), angle, 1e-12) << angle;
+        EXPECT_NEAR(FNArcSin(design, std::sin(angle)), angle, 1e-12) << angle;
 }
 
 TEST_F(Numeric_Inverse_Functions, Arc_Cos_is_the_same_routine)
 {
-    EXPECT_EQ(Arc_Cos(-1.0), 1.0);
-    EXPECT_EQ(Arc_Cos(0.25), FNArcCos(0.25));
+    EXPECT_EQ(Arc_Cos(design, -1.0), 1.0);
+    EXPECT_EQ(Arc_Cos(design, 0.25), FNArcCos(design, 0.25));
 }
 
 TEST_F(Numeric_Inverse_Functions, arc_cosine_of_a_not_a_number_says_so)
 {
-    EXPECT_EQ(FNArcCos(not_a_number), 0.0);
+    EXPECT_EQ(FNArcCos(design, not_a_number), 0.0);
     Expect_Box("Something wrong - cannot take ArcCos of NaN", Symbol::none);
     EXPECT_FALSE(design.flags.Math_Error);
 }
 
 TEST_F(Numeric_Inverse_Functions, arc_sine_of_a_not_a_number_says_so)
 {
-    EXPECT_EQ(FNArcSin(not_a_number), 0.0);
+    EXPECT_EQ(FNArcSin(design, not_a_number), 0.0);
     Expect_Box("Something wrong - cannot take ArcSin of NaN", Symbol::none);
     EXPECT_FALSE(design.flags.Math_Error);
 }
@@ -209,11 +209,11 @@ TEST_F(Numeric_Triangle, side_beyond_a_Single_is_an_overflow)
 TEST_F(Numeric_Triangle, angles_of_known_triangles)
 {
     Single A;
-    EXPECT_TRUE(CosineLaw_Angle(5.0, 3.0, 4.0, A));
+    EXPECT_TRUE(CosineLaw_Angle(design, 5.0, 3.0, 4.0, A));
     EXPECT_EQ(A, Single(3.141592654 / 2.0));
-    EXPECT_TRUE(CosineLaw_Angle(1.0, 1.0, 1.0, A));
+    EXPECT_TRUE(CosineLaw_Angle(design, 1.0, 1.0, 1.0, A));
     EXPECT_NEAR(A, true_pi / 3.0, 1e-7);
-    EXPECT_TRUE(CosineLaw_Angle(3.0, 5.0, 7.0, A));  // cos A = (25 + 49 - 9) / 70 = 13/14
+    EXPECT_TRUE(CosineLaw_Angle(design, 3.0, 5.0, 7.0, A));  // cos A = (25 + 49 - 9) / 70 = 13/14
     EXPECT_NEAR(A, 0.3802512067, 1e-7);
 }
 
@@ -222,9 +222,9 @@ TEST_F(Numeric_Triangle, three_angles_add_up_to_pi)
     Single A;
     Single B;
     Single C;
-    CosineLaw_Angle(2.5, 3.75, 4.0, A);
-    CosineLaw_Angle(3.75, 4.0, 2.5, B);
-    CosineLaw_Angle(4.0, 2.5, 3.75, C);
+    CosineLaw_Angle(design, 2.5, 3.75, 4.0, A);
+    CosineLaw_Angle(design, 3.75, 4.0, 2.5, B);
+    CosineLaw_Angle(design, 4.0, 2.5, 3.75, C);
     EXPECT_NEAR(A + B + C, true_pi, 3e-7);
 }
 
@@ -233,14 +233,14 @@ TEST_F(Numeric_Triangle, side_and_angle_are_inverse)
     Single side;
     Single angle;
     CosineLaw_Side(30.0, 50.0, 1.25, side);
-    CosineLaw_Angle(side, 30.0, 50.0, angle);
+    CosineLaw_Angle(design, side, 30.0, 50.0, angle);
     EXPECT_NEAR(angle, 1.25, 1e-6);
 }
 
 TEST_F(Numeric_Triangle, zero_denominator_is_told_in_words_about_a_negative_number)
 {
     Single A = 77.0;
-    EXPECT_FALSE(CosineLaw_Angle(3.0, 0.0, 4.0, A));
+    EXPECT_FALSE(CosineLaw_Angle(design, 3.0, 0.0, 4.0, A));
     EXPECT_EQ(A, 77.0);
     Expect_Box("Are trying to divide by negative number in Sub CosineLaw_Angle; check your data", Symbol::exclamation);
 }
@@ -248,7 +248,7 @@ TEST_F(Numeric_Triangle, zero_denominator_is_told_in_words_about_a_negative_numb
 TEST_F(Numeric_Triangle, denominator_that_vanishes_as_a_Single_is_zero_too)
 {
     Single A = 77.0;
-    EXPECT_FALSE(CosineLaw_Angle(0.0, 1e-25, 1e-25, A));  // 2E-50 is below the smallest Single
+    EXPECT_FALSE(CosineLaw_Angle(design, 0.0, 1e-25, 1e-25, A));  // 2E-50 is below the smallest Single
     EXPECT_EQ(A, 77.0);
     Expect_Box("Are trying to divide by negative number in Sub CosineLaw_Angle; check your data", Symbol::exclamation);
 }
@@ -256,14 +256,14 @@ TEST_F(Numeric_Triangle, denominator_that_vanishes_as_a_Single_is_zero_too)
 TEST_F(Numeric_Triangle, negative_denominator_is_divided_by_in_silence)
 {
     Single A;
-    EXPECT_TRUE(CosineLaw_Angle(1.0, -1.0, 1.0, A));  // cos A = 1 / -2
+    EXPECT_TRUE(CosineLaw_Angle(design, 1.0, -1.0, 1.0, A));  // cos A = 1 / -2
     EXPECT_NEAR(A, 2.0 * true_pi / 3.0, 1e-7);
 }
 
 TEST_F(Numeric_Triangle, sides_that_close_no_triangle_set_Math_Error)
 {
     Single A = 77.0;
-    EXPECT_TRUE(CosineLaw_Angle(10.0, 1.0, 1.0, A));
+    EXPECT_TRUE(CosineLaw_Angle(design, 10.0, 1.0, 1.0, A));
     EXPECT_TRUE(design.flags.Math_Error);
     EXPECT_EQ(A, 0.0);
 }
@@ -271,7 +271,7 @@ TEST_F(Numeric_Triangle, sides_that_close_no_triangle_set_Math_Error)
 TEST_F(Numeric_Triangle, flat_triangle_gives_the_one_of_the_arc_cosine)
 {
     Single A;
-    EXPECT_TRUE(CosineLaw_Angle(2.0, 1.0, 1.0, A));  // 180 degrees by geometry
+    EXPECT_TRUE(CosineLaw_Angle(design, 2.0, 1.0, 1.0, A));  // 180 degrees by geometry
     EXPECT_EQ(A, 1.0);
     EXPECT_FALSE(design.flags.Math_Error);
 }

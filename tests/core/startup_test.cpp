@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "core/design_state.h"
 #include "core/messages.h"
 #include "core/traps.h"
 #include "core/units.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -95,14 +95,14 @@ const Variable_Row variable_rows[] = {
 /// A design as the start leaves it, in a unit system, with nobody to answer a box.
 class Startup : public ::testing::Test {
 protected:
-    void SetUp() override { Sub_Main("", {}); }
+    void SetUp() override { Sub_Main(design, "", {}); }
     void TearDown() override { design = {}; }
 
     static void Start_In(int units)
     {
         Start_Services services;
         services.read_preferences = [units] { design.identity.WhichUnit = units; };
-        ASSERT_TRUE(Sub_Main("", services));
+        ASSERT_TRUE(Sub_Main(design, "", services));
     }
 
     Script user;
@@ -146,7 +146,7 @@ TEST_P(Labels, short_heading_stands_one_lower)
 {
     const Variable_Row& row = GetParam();
     EXPECT_EQ(design.plot.Var_Short(row.v - 1), row.Var_Short);
-    EXPECT_EQ(Short_Heading(row.v), row.Var_Short);
+    EXPECT_EQ(Short_Heading(design, row.v), row.Var_Short);
 }
 
 INSTANTIATE_TEST_SUITE_P(By_Variable, Labels, ::testing::ValuesIn(variable_rows),
@@ -187,7 +187,7 @@ TEST_F(Startup, Time_Base_2_and_3_name_jerk_and_ping_without_thousands)
     for (const int base : {2, 3}) {
         Start_Services services;
         services.read_preferences = [base] { design.motion.Time_Base = base; };
-        ASSERT_TRUE(Sub_Main("", services));
+        ASSERT_TRUE(Sub_Main(design, "", services));
         EXPECT_EQ(design.motion.Time_Base, base);
         EXPECT_EQ(design.plot.Var_Name(4), "Jerk") << base;
         EXPECT_EQ(design.plot.Var_Name(17), "Ping") << base;
@@ -202,7 +202,7 @@ TEST_F(Startup, the_limits_of_variables)
     design.run.Saved_Variables = 1;
     design.run.Max_Variables = 2;
     design.run.Unit_Table_Size = 3;
-    Set_Max_Variables();
+    Set_Max_Variables(design);
     EXPECT_EQ(design.run.Saved_Variables, 53);
     EXPECT_EQ(design.run.Max_Variables, 59);
     EXPECT_EQ(design.run.Unit_Table_Size, 59);
@@ -239,7 +239,7 @@ TEST_F(Startup, a_constraint_curve_keeps_what_is_stored_until_the_arrays_are_mad
     EXPECT_EQ(static_cast<double>(curves(4, 40, 360)), 2.5);
     EXPECT_EQ(static_cast<double>(curves(4, 40, 359)), 0.0);
     EXPECT_EQ(static_cast<double>(curves(3, 40, 360)), 0.0);
-    EXPECT_TRUE(Dimension_Arrays(53, 360));
+    EXPECT_TRUE(Dimension_Arrays(design, 53, 360));
     EXPECT_EQ(static_cast<double>(curves(4, 40, 360)), 0.0);
 }
 
@@ -250,7 +250,7 @@ TEST_F(Startup, Dimension_Arrays_loses_all_contents)
     r.Profile_X(0) = 1.0;
     r.Ext_Force_Table(360) = 1.0;
     r.Fft_Work_A(4, 180) = 1.0;
-    EXPECT_TRUE(Dimension_Arrays(53, 360));
+    EXPECT_TRUE(Dimension_Arrays(design, 53, 360));
     EXPECT_EQ(static_cast<double>(r.CalcData(53, 360)), 0.0);
     EXPECT_EQ(static_cast<double>(r.Profile_X(0)), 0.0);
     EXPECT_EQ(static_cast<double>(r.Ext_Force_Table(360)), 0.0);
@@ -261,11 +261,11 @@ TEST_F(Startup, Dimension_Arrays_refuses_impossible_bounds_and_leaves_the_arrays
 {
     design.results.CalcData(1, 1) = 7.0;
     user.Expect(Error_Box(9, "Index out of bounds", "Dimension_Arrays in mod_Main"));
-    EXPECT_FALSE(Dimension_Arrays(53, 2881));
+    EXPECT_FALSE(Dimension_Arrays(design, 53, 2881));
     user.Expect(Error_Box(9, "Index out of bounds", "Dimension_Arrays in mod_Main"));
-    EXPECT_FALSE(Dimension_Arrays(53, 0));
+    EXPECT_FALSE(Dimension_Arrays(design, 53, 0));
     user.Expect(Error_Box(9, "Index out of bounds", "Dimension_Arrays in mod_Main"));
-    EXPECT_FALSE(Dimension_Arrays(-1, 360));
+    EXPECT_FALSE(Dimension_Arrays(design, -1, 360));
     EXPECT_EQ(design.results.CalcData.Last_Point(), 360);
     EXPECT_EQ(static_cast<double>(design.results.CalcData(1, 1)), 7.0);
 }
@@ -274,7 +274,7 @@ TEST_F(Startup, a_step_of_an_eighth_makes_CalcData_54_by_2881_and_loses_all_resu
 {
     Raise_Every_Flag();
     design.results.CalcData(1, 100) = 12.5;
-    ASSERT_TRUE(Set_Step(0.125));
+    ASSERT_TRUE(Set_Step(design, 0.125));
     EXPECT_EQ(static_cast<double>(design.motion.Deltatheta), 0.125);
     EXPECT_EQ(design.motion.Max_Data_Points_used, 2880);
     EXPECT_EQ(design.results.CalcData.Last_Row() + 1, 54);
@@ -293,11 +293,11 @@ TEST_F(Startup, only_the_four_steps_of_the_screen_are_taken)
     const double steps[] = {1.0, 0.5, 0.25, 0.125};
     const int points[] = {360, 720, 1440, 2880};
     for (int k = 0; k < 4; ++k) {
-        EXPECT_TRUE(Set_Step(steps[k]));
+        EXPECT_TRUE(Set_Step(design, steps[k]));
         EXPECT_EQ(design.motion.Max_Data_Points_used, points[k]);
     }
     for (const double step : {0.0, -1.0, 0.1, 2.0, 0.0625})
-        EXPECT_FALSE(Set_Step(step)) << step;
+        EXPECT_FALSE(Set_Step(design, step)) << step;
     EXPECT_EQ(design.motion.Max_Data_Points_used, 2880);
     EXPECT_EQ(static_cast<double>(design.motion.Deltatheta), 0.125);
 }
@@ -337,7 +337,7 @@ TEST_F(Startup, forgets_a_design_that_was_there_before)
     design.motion.Time_Base = 3;
     design.run.Keep_Step = true;
     design.motion.Deltatheta = 0.25;
-    ASSERT_TRUE(Sub_Main("", {}));
+    ASSERT_TRUE(Sub_Main(design, "", {}));
     EXPECT_EQ(design.motion.No_of_segments, 1);
     EXPECT_EQ(design.motion.Start_Value(3), "");
     EXPECT_EQ(design.identity.WhichUnit, 5);
@@ -365,7 +365,7 @@ TEST_F(Startup, calls_its_services_in_order_each_with_the_state_of_its_place)
     };
     services.register_cam_file = [&](const std::string& application) {
         steps.push_back("register " + application);
-        EXPECT_EQ(design.run.Program_Title, Program_Title());
+        EXPECT_EQ(design.run.Program_Title, Program_Title(design));
         EXPECT_EQ(design.plot.Var_Name(1), "");
     };
     services.open_model = [&](const std::string& path) {
@@ -380,7 +380,7 @@ TEST_F(Startup, calls_its_services_in_order_each_with_the_state_of_its_place)
         EXPECT_EQ(design.plot.Red, (Colour{255, 0, 0}));
         EXPECT_EQ(design.cam.Anim_Delay, 0);  // set when the title is closed
     };
-    EXPECT_TRUE(Sub_Main("/models/valve.cam", services));
+    EXPECT_TRUE(Sub_Main(design, "/models/valve.cam", services));
     EXPECT_EQ(steps, (std::vector<std::string>{"screen", "preferences", "register Lobemax", "open /models/valve.cam",
                                                "title"}));
 }
@@ -396,7 +396,7 @@ TEST_F(Startup, preferences_come_before_the_defaults)
         design.cam.Translating = false;
         design.motion.Time_Base = 3;
     };
-    ASSERT_TRUE(Sub_Main("", services));
+    ASSERT_TRUE(Sub_Main(design, "", services));
     EXPECT_EQ(design.identity.WhichUnit, 1);
     EXPECT_EQ(design.identity.Number_Format, "Europe");
     EXPECT_EQ(design.cam.Camtype, "Barrel");
@@ -415,7 +415,7 @@ TEST_F(Startup, a_Time_Base_of_0_becomes_1)
 {
     Start_Services services;
     services.read_preferences = [] { design.motion.Time_Base = 0; };
-    ASSERT_TRUE(Sub_Main("", services));
+    ASSERT_TRUE(Sub_Main(design, "", services));
     EXPECT_EQ(design.motion.Time_Base, 1);
     EXPECT_EQ(design.plot.Var_Name(4), "Jerk *E3");
 }
@@ -427,7 +427,7 @@ TEST_F(Startup, without_the_open_clicked_preference_Notepad_opens_cam_files_and_
     services.read_preferences = [] { design.run.Open_Clicked_File = false; };
     services.register_cam_file = [&](const std::string& name) { application = name; };
     services.open_model = [](const std::string& path) { ADD_FAILURE() << "opened " << path; };
-    ASSERT_TRUE(Sub_Main("/models/valve.cam", services));
+    ASSERT_TRUE(Sub_Main(design, "/models/valve.cam", services));
     EXPECT_EQ(application, "Notepad");
 }
 
@@ -435,7 +435,7 @@ TEST_F(Startup, an_empty_command_line_opens_nothing)
 {
     Start_Services services;
     services.open_model = [](const std::string& path) { ADD_FAILURE() << "opened '" << path << "'"; };
-    ASSERT_TRUE(Sub_Main("", services));
+    ASSERT_TRUE(Sub_Main(design, "", services));
 }
 
 TEST_F(Startup, what_the_file_brings_is_kept_but_for_Linkage_Calc)
@@ -447,7 +447,7 @@ TEST_F(Startup, what_the_file_brings_is_kept_but_for_Linkage_Calc)
         design.flags.Calculated = true;
         design.flags.Linkage_Calc = true;
     };
-    ASSERT_TRUE(Sub_Main("/models/valve.cam", services));
+    ASSERT_TRUE(Sub_Main(design, "/models/valve.cam", services));
     EXPECT_EQ(design.identity.Model_Name, "valve");
     EXPECT_EQ(design.motion.No_of_segments, 4);
     EXPECT_TRUE(design.flags.Calculated);
@@ -462,7 +462,7 @@ TEST_F(Startup, the_pointer_is_restored_after_the_file)
     const Host before = Install_Host(host);
     Start_Services services;
     services.open_model = [](const std::string&) { Show_Wait_Pointer(); };
-    ASSERT_TRUE(Sub_Main("/models/valve.cam", services));
+    ASSERT_TRUE(Sub_Main(design, "/models/valve.cam", services));
     Install_Host(before);
     EXPECT_EQ(steps, (std::vector<std::string>{"wait", "restore"}));
 }
@@ -473,7 +473,7 @@ TEST_F(Startup, a_fault_on_the_way_is_reported_under_Sub_Main)
     services.read_preferences = [] { throw Fault{13}; };
     services.show_title = [] { ADD_FAILURE() << "the title came all the same"; };
     user.Expect(Error_Box(13, "Type mismatch", "Sub Main in mod_Main"));
-    EXPECT_FALSE(Sub_Main("", services));
+    EXPECT_FALSE(Sub_Main(design, "", services));
 }
 
 TEST_F(Startup, the_ten_colours)
@@ -493,7 +493,7 @@ TEST_F(Startup, the_ten_colours)
 
 TEST_F(Startup, the_colours_survive_a_reset)
 {
-    Reset_All();
+    Reset_All(design);
     EXPECT_EQ(design.plot.Red, (Colour{255, 0, 0}));
     EXPECT_EQ(design.plot.White, (Colour{255, 255, 255}));
     EXPECT_EQ(design.plot.Magenta, (Colour{255, 0, 255}));
@@ -531,7 +531,7 @@ TEST_F(Startup, Initialize_puts_every_default_back)
     design.identity.Model_Name = "valve";
     design.identity.Date = design.identity.Time = "";
 
-    ASSERT_TRUE(Initialize());
+    ASSERT_TRUE(Initialize(design));
 
     EXPECT_EQ(design.identity.Design_No, 1);
     EXPECT_EQ(m.No_of_segments, 1);
@@ -570,9 +570,9 @@ TEST_F(Startup, Initialize_puts_every_default_back)
 
 TEST_F(Startup, Initialize_leaves_the_step_of_a_quarter_while_the_keep_step_flag_is_set)
 {
-    ASSERT_TRUE(Set_Step(0.25));
+    ASSERT_TRUE(Set_Step(design, 0.25));
     design.run.Keep_Step = true;
-    ASSERT_TRUE(Initialize());
+    ASSERT_TRUE(Initialize(design));
     EXPECT_EQ(static_cast<double>(design.motion.Deltatheta), 0.25);
     EXPECT_EQ(design.motion.Max_Data_Points_used, 1440);
     EXPECT_EQ(design.results.CalcData.Last_Point(), 1440);
@@ -580,8 +580,8 @@ TEST_F(Startup, Initialize_leaves_the_step_of_a_quarter_while_the_keep_step_flag
 
 TEST_F(Startup, Initialize_takes_the_step_back_to_1_without_the_keep_step_flag)
 {
-    ASSERT_TRUE(Set_Step(0.25));
-    ASSERT_TRUE(Initialize());
+    ASSERT_TRUE(Set_Step(design, 0.25));
+    ASSERT_TRUE(Initialize(design));
     EXPECT_EQ(static_cast<double>(design.motion.Deltatheta), 1.0);
     EXPECT_EQ(design.motion.Max_Data_Points_used, 360);
     EXPECT_EQ(design.results.CalcData.Last_Point(), 360);
@@ -591,13 +591,13 @@ TEST_F(Startup, Initialize_reports_under_its_own_name)
 {
     design.identity.WhichUnit = 6;
     user.Expect(Error_Box(9, "Index out of bounds", "Initialize in mod_Main"));
-    EXPECT_FALSE(Initialize());
+    EXPECT_FALSE(Initialize(design));
 }
 
 TEST_F(Startup, Initialize_empties_the_results)
 {
     design.results.CalcData(1, 90) = 12.0;
-    ASSERT_TRUE(Initialize());
+    ASSERT_TRUE(Initialize(design));
     EXPECT_EQ(static_cast<double>(design.results.CalcData(1, 90)), 0.0);
 }
 
@@ -654,7 +654,7 @@ TEST_P(Defaults, are_those_of_each_unit_system)
     for (int units = 1; units <= 5; ++units) {
         design.identity.WhichUnit = units;
         GetParam().at() = kept;
-        ASSERT_TRUE(Initialize());
+        ASSERT_TRUE(Initialize(design));
         EXPECT_EQ(GetParam().at().Bits(), GetParam().value[static_cast<std::size_t>(units - 1)]) << units;
     }
 }
@@ -669,7 +669,7 @@ TEST_F(Startup, only_the_inch_system_sets_the_links)
         design.identity.WhichUnit = units;
         for (auto* field : {&k.Mass_of_link, &k.Inertia_of_link, &k.CGx_of_link, &k.CGy_of_link})
             field->Fill(kept);
-        MassProp();
+        MassProp(design);
         for (int n = 2; n <= 6; ++n) {
             EXPECT_EQ(k.Mass_of_link(n).Bits(), units == 1 ? 0.001F : kept) << units << ", " << n;
             EXPECT_EQ(k.Inertia_of_link(n).Bits(), units == 1 ? 0.004F : kept) << units << ", " << n;
@@ -682,7 +682,7 @@ TEST_F(Startup, only_the_inch_system_sets_the_links)
 
 TEST_F(Startup, the_scale_of_the_roller_defaults_is_that_of_the_roller_alone)
 {
-    Roller_Defaults(2.0);
+    Roller_Defaults(design, 2.0);
     EXPECT_EQ(design.cam.Follow_Rad.Bits(), 25.0F);
     EXPECT_EQ(design.cam.Cutter_Radius.Bits(), 8.0F);
 }
@@ -715,7 +715,7 @@ TEST_F(Startup, Clear_Segs_empties_every_segment)
     Raise_Every_Flag();
     m.Deltatheta = 0.5;
 
-    Clear_Segs();
+    Clear_Segs(design);
 
     for (int i = 1; i <= 20; ++i) {
         EXPECT_EQ(m.Rise_Fall_Dwell(i), "") << i;
@@ -758,9 +758,9 @@ TEST_F(Startup, after_Reset_All_there_is_a_fresh_design)
     design.identity.Model_Name = "valve";
     design.identity.File_Name = "/models/valve.cam";
     design.results.CalcData(1, 90) = 4.0;
-    ASSERT_TRUE(Set_Step(0.125));
+    ASSERT_TRUE(Set_Step(design, 0.125));
 
-    Reset_All();
+    Reset_All(design);
 
     EXPECT_EQ(design.motion.No_of_segments, 1);
     Expect_No_Flag();
@@ -781,12 +781,12 @@ TEST_F(Startup, Reset_All_leaves_what_belongs_to_the_user)
     Start_In(1);
     design.identity.User = "A. Designer";
     design.identity.Number_Format = "Europe";
-    ASSERT_NO_THROW(Set_Time_Base(2));
+    ASSERT_NO_THROW(Set_Time_Base(design, 2));
     design.cam.Camtype = "Barrel";
     design.cam.Followtype = 2;
     design.cam.Translating = false;
     design.run.Open_Clicked_File = false;
-    Reset_All();
+    Reset_All(design);
     EXPECT_EQ(design.identity.User, "A. Designer");
     EXPECT_EQ(design.identity.WhichUnit, 1);
     EXPECT_EQ(design.identity.Number_Format, "Europe");
@@ -801,9 +801,9 @@ TEST_F(Startup, Reset_All_leaves_what_belongs_to_the_user)
 
 TEST_F(Startup, Reset_All_keeps_the_step_while_its_flag_is_set)
 {
-    ASSERT_TRUE(Set_Step(0.25));
+    ASSERT_TRUE(Set_Step(design, 0.25));
     design.run.Keep_Step = true;
-    Reset_All();
+    Reset_All(design);
     EXPECT_EQ(static_cast<double>(design.motion.Deltatheta), 0.25);
     EXPECT_EQ(design.motion.Max_Data_Points_used, 1440);
     EXPECT_EQ(design.results.CalcData.Last_Point(), 1440);
@@ -811,7 +811,7 @@ TEST_F(Startup, Reset_All_keeps_the_step_while_its_flag_is_set)
 
 TEST_F(Startup, Reset_All_keeps_the_animation_delay_that_only_the_start_sets)
 {
-    Reset_All();
+    Reset_All(design);
     EXPECT_EQ(design.cam.Anim_Delay, 500);
 }
 
@@ -824,7 +824,7 @@ TEST_F(Startup, choosing_the_European_format_explains_and_resets_the_design)
         {"This will set your number system to have a comma as the decimal point\n"
          "and a period as the thousands grouping symbol.\n"
          "This can only be used if your Windows operating system is set for European units."});
-    Choose_European_Format();
+    Choose_European_Format(design);
     EXPECT_EQ(design.identity.Number_Format, "Europe");
     EXPECT_EQ(design.motion.No_of_segments, 1);
 }
@@ -837,7 +837,7 @@ TEST_F(Startup, choosing_the_USA_format_explains_and_keeps_the_design)
         {"This will set your number system to have a period as the decimal point\n"
          "and a comma as the thousands grouping symbol.\n"
          "This can only be used if your Windows operating system is set for US units."});
-    Choose_USA_Format();
+    Choose_USA_Format(design);
     EXPECT_EQ(design.identity.Number_Format, "USA");
     EXPECT_EQ(design.motion.No_of_segments, 5);
 }

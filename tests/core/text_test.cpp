@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/text.h"
+#include "tests/support/test_design.h"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +13,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "core/design_state.h"
 
 namespace lobemax {
 namespace {
@@ -46,24 +45,24 @@ TEST(Number_Format, Europe_has_a_decimal_comma_and_anything_else_a_point)
 {
     for (const char* format : {"USA", "", "europe", "Other"}) {
         const Format_Guard guard(format);
-        EXPECT_EQ(Current_Decimal_Symbol(), point) << format;
+        EXPECT_EQ(Current_Decimal_Symbol(design), point) << format;
     }
     const Format_Guard guard("Europe");
-    EXPECT_EQ(Current_Decimal_Symbol(), comma);
+    EXPECT_EQ(Current_Decimal_Symbol(design), comma);
 }
 
 TEST(Number_Format, reading_and_writing_follow_it)
 {
     {
         const Format_Guard guard("USA");
-        EXPECT_EQ(Val("0.05"), 0.05);
-        EXPECT_EQ(FNRoundStr(1234.5, 1), "1,234.5 ");
-        EXPECT_EQ(Format_Picture(0.5, "0.00"), "0.50");
+        EXPECT_EQ(Val(design, "0.05"), 0.05);
+        EXPECT_EQ(FNRoundStr(design, 1234.5, 1), "1,234.5 ");
+        EXPECT_EQ(Format_Picture(design, 0.5, "0.00"), "0.50");
     }
     const Format_Guard guard("Europe");
-    EXPECT_EQ(Val("0,05"), 0.05);
-    EXPECT_EQ(FNRoundStr(1234.5, 1), "1.234,5 ");
-    EXPECT_EQ(Format_Picture(0.5, "0.00"), "0,50");
+    EXPECT_EQ(Val(design, "0,05"), 0.05);
+    EXPECT_EQ(FNRoundStr(design, 1234.5, 1), "1.234,5 ");
+    EXPECT_EQ(Format_Picture(design, 0.5, "0.00"), "0,50");
 }
 
 TEST(Number_Format, defaults_of_the_screens_read_alike_in_both)
@@ -456,17 +455,17 @@ TEST(Picture, written_number_is_within_half_a_unit_of_its_last_place)
 
 TEST(Rounded_Text, is_the_rounded_number_in_the_picture_of_its_decimals)
 {
-    EXPECT_EQ(FNRoundStr(Single(38.1), 2), "38.10 ");
-    EXPECT_EQ(FNRoundStr(-12.345, 1), " -12.3");
-    EXPECT_EQ(FNRoundStr(1234.5678, 3), "1,234.568 ");
-    EXPECT_EQ(FNRoundStr(12345.678, 7), "1.235 E+4 ");
+    EXPECT_EQ(FNRoundStr(design, Single(38.1), 2), "38.10 ");
+    EXPECT_EQ(FNRoundStr(design, -12.345, 1), " -12.3");
+    EXPECT_EQ(FNRoundStr(design, 1234.5678, 3), "1,234.568 ");
+    EXPECT_EQ(FNRoundStr(design, 12345.678, 7), "1.235 E+4 ");
 }
 
 TEST(Rounded_Text, half_goes_up_before_it_is_written)
 {
-    EXPECT_EQ(FNRoundStr(2.5, 0), "3. ");
-    EXPECT_EQ(FNRoundStr(-2.5, 0), " -2.");  // the picture alone would give -3
-    EXPECT_EQ(FNRoundStr(-0.5, 0), "0. ");
+    EXPECT_EQ(FNRoundStr(design, 2.5, 0), "3. ");
+    EXPECT_EQ(FNRoundStr(design, -2.5, 0), " -2.");  // the picture alone would give -3
+    EXPECT_EQ(FNRoundStr(design, -0.5, 0), "0. ");
 }
 
 // ---- Shortest

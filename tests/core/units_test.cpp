@@ -10,6 +10,7 @@
 
 #include "core/startup.h"
 #include "core/text.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -35,7 +36,7 @@ protected:
     {
         Start_Services services;
         services.read_preferences = [units] { design.identity.WhichUnit = units; };
-        ASSERT_TRUE(Sub_Main("", services));
+        ASSERT_TRUE(Sub_Main(design, "", services));
     }
 };
 
@@ -79,7 +80,7 @@ TEST_P(Unit_System, has_its_words)
 TEST_P(Unit_System, has_its_decimals)
 {
     design.identity.WhichUnit = GetParam().code;
-    Set_Decimals();
+    Set_Decimals(design);
     Expect_Decimals(GetParam().decimals);
 }
 
@@ -88,7 +89,7 @@ TEST_P(Unit_System, sets_its_decimals_at_the_start_and_after_a_change)
     Start_In(GetParam().code);
     Expect_Decimals(GetParam().decimals);
     Start_In(GetParam().code == 5 ? 1 : 5);
-    Change_Units(GetParam().code);
+    Change_Units(design, GetParam().code);
     Expect_Decimals(GetParam().decimals);
     EXPECT_EQ(design.identity.WhichUnit, GetParam().code);
 }
@@ -102,7 +103,7 @@ TEST_F(Units, a_code_outside_1_to_5_is_error_9)
         EXPECT_EQ(Fault_Of([&] { Words_of_Units(code); }), 9) << code;
         EXPECT_EQ(Fault_Of([&] { Single_Pass_Factors(code, 1); }), 9) << code;
         EXPECT_EQ(Fault_Of([&] { Single_Pass_Factors(1, code); }), 9) << code;
-        EXPECT_EQ(Fault_Of([&] { Change_Units(code); }), 9) << code;
+        EXPECT_EQ(Fault_Of([&] { Change_Units(design, code); }), 9) << code;
         EXPECT_EQ(design.identity.WhichUnit, 5);
     }
 }
@@ -157,7 +158,7 @@ TEST_F(Units, table_of_every_system_time_base_cam_and_follower)
                     design.motion.Time_Base = base;
                     design.cam.Translating = translating;
                     design.cam.Camtype = cam;
-                    ASSERT_TRUE(CamUnits(system.code, design.plot.Var_Unit, 59));
+                    ASSERT_TRUE(CamUnits(design, system.code, design.plot.Var_Unit, 59));
                     SCOPED_TRACE(std::string(system.status) + ", " + cam + ", base " + std::to_string(base));
                     Expect_Var_Unit(system.length, system.force, translating, std::string(cam) == "Barrel", base);
                 }
@@ -194,15 +195,15 @@ TEST_F(Units, later_variables_take_the_unit_of_their_kind)
 TEST_F(Units, table_has_59_and_six_entries_and_is_left_clean_at_its_end)
 {
     design.plot.Var_Unit.Fill("old");
-    ASSERT_TRUE(CamUnits(5, design.plot.Var_Unit, 59));
+    ASSERT_TRUE(CamUnits(design, 5, design.plot.Var_Unit, 59));
     for (int v = 0; v <= 65; ++v)
         EXPECT_NE(design.plot.Var_Unit(v), "old") << v;
 }
 
 TEST_F(Units, a_wrong_code_or_size_is_trapped)
 {
-    EXPECT_FALSE(CamUnits(0, design.plot.Var_Unit, 59));
-    EXPECT_FALSE(CamUnits(5, design.plot.Var_Unit, 60));
+    EXPECT_FALSE(CamUnits(design, 0, design.plot.Var_Unit, 59));
+    EXPECT_FALSE(CamUnits(design, 5, design.plot.Var_Unit, 60));
 }
 
 TEST_F(Units, time_base_renames_jerk_and_ping)
@@ -211,13 +212,13 @@ TEST_F(Units, time_base_renames_jerk_and_ping)
     EXPECT_EQ(p.Var_Name(4), "Jerk *E3");
     EXPECT_EQ(p.Var_Name(17), "Ping *E3");
     for (const int base : {2, 3}) {
-        Set_Time_Base(base);
+        Set_Time_Base(design, base);
         EXPECT_EQ(p.Var_Name(4), "Jerk") << base;
         EXPECT_EQ(p.Var_Name(17), "Ping") << base;
         EXPECT_EQ(p.Var_Unit(4), base == 2 ? "mm/deg" : "mm/rad");
         EXPECT_EQ(p.Var_Unit(17), base == 2 ? "mm/deg" : "mm/rad");
     }
-    Set_Time_Base(1);
+    Set_Time_Base(design, 1);
     EXPECT_EQ(p.Var_Name(4), "Jerk *E3");
     EXPECT_EQ(p.Var_Name(17), "Ping *E3");
     EXPECT_EQ(p.Var_Unit(4), "mm/sec^3");
@@ -226,7 +227,7 @@ TEST_F(Units, time_base_renames_jerk_and_ping)
 TEST_F(Units, time_base_outside_1_to_3_is_refused)
 {
     for (const int base : {0, 4, -1})
-        EXPECT_EQ(Fault_Of([&] { Set_Time_Base(base); }), 5) << base;
+        EXPECT_EQ(Fault_Of([&] { Set_Time_Base(design, base); }), 5) << base;
     EXPECT_EQ(design.motion.Time_Base, 1);
 }
 
@@ -309,8 +310,8 @@ TEST_F(Units, shop_lengths_of_each_system)
     const double lift[] = {3.0, 0.25, 0.075, 7.5, 75.0};
     for (int code = 1; code <= 5; ++code) {
         design.identity.WhichUnit = code;
-        EXPECT_DOUBLE_EQ(Shop_Prime_Radius(3.0), prime[code - 1]) << code;
-        EXPECT_DOUBLE_EQ(Shop_Length(3.0), lift[code - 1]) << code;
+        EXPECT_DOUBLE_EQ(Shop_Prime_Radius(design, 3.0), prime[code - 1]) << code;
+        EXPECT_DOUBLE_EQ(Shop_Length(design, 3.0), lift[code - 1]) << code;
     }
 }
 
@@ -429,7 +430,7 @@ TEST_P(Conversion, multiplies_every_field_by_its_factor_and_rounds_to_its_decima
     if ((from == 2 && to > 2) || (to == 2 && from > 2))
         passes.insert(passes.begin() + 1, 1);
 
-    Change_Units(to);
+    Change_Units(design, to);
 
     for (std::size_t i = 0; i < std::size(converted_fields); ++i) {
         const Converted_Field& field = converted_fields[i];
@@ -449,7 +450,7 @@ TEST_P(Conversion, leaves_every_other_field_alone)
     double start = 0.5;
     for (const Converted_Field& field : other_fields)
         field.at() = start += 0.25;
-    Change_Units(to);
+    Change_Units(design, to);
     start = 0.5;
     for (const Converted_Field& field : other_fields)
         EXPECT_EQ(static_cast<double>(field.at()), start += 0.25) << field.name;
@@ -459,7 +460,7 @@ TEST_P(Conversion, follows_with_labels_and_the_units_changed_flag)
 {
     Start_In(from);
     EXPECT_FALSE(design.flags.Units_Changed);
-    Change_Units(to);
+    Change_Units(design, to);
     EXPECT_TRUE(design.flags.Units_Changed);
     EXPECT_EQ(design.identity.WhichUnit, to);
     Expect_Decimals(system_cases[to - 1].decimals);
@@ -473,7 +474,7 @@ TEST_P(Conversion, keeps_results_and_their_flags)
     f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = true;
     for (int v = 0; v <= 53; ++v)
         design.results.CalcData(v, 100) = v + 0.5;
-    Change_Units(to);
+    Change_Units(design, to);
     for (const Flag flag : {f.Calculated, f.Sized, f.Dynamicflag, f.Modelflag, f.Stressflag})
         EXPECT_TRUE(flag);
     for (int v = 0; v <= 53; ++v)
@@ -498,7 +499,7 @@ TEST_F(Units, a_change_to_its_own_system_does_nothing)
 {
     design.cam.Prime_Rad = 1.23456;  // more decimals than the system shows
     const Single before = design.cam.Prime_Rad;
-    Change_Units(5);
+    Change_Units(design, 5);
     EXPECT_EQ(design.cam.Prime_Rad.Bits(), before.Bits());
     EXPECT_FALSE(design.flags.Units_Changed);
 }
@@ -507,9 +508,9 @@ TEST_F(Units, an_inch_is_25_4_millimetres_and_an_inch_again)
 {
     Start_In(1);
     design.cam.Prime_Rad = 1.0;
-    Change_Units(5);
+    Change_Units(design, 5);
     EXPECT_EQ(design.cam.Prime_Rad.Bits(), 25.4F);
-    Change_Units(1);
+    Change_Units(design, 1);
     EXPECT_EQ(design.cam.Prime_Rad.Bits(), 1.0F);
 }
 
@@ -517,9 +518,9 @@ TEST_F(Units, a_round_trip_need_not_give_the_old_value_back)
 {
     Start_In(5);
     design.cam.Prime_Rad = 0.01;  // 0.00001 m, and metres keep four decimals
-    Change_Units(3);
+    Change_Units(design, 3);
     EXPECT_EQ(design.cam.Prime_Rad.Bits(), 0.0F);
-    Change_Units(5);
+    Change_Units(design, 5);
     EXPECT_EQ(design.cam.Prime_Rad.Bits(), 0.0F);
 }
 
@@ -529,7 +530,7 @@ TEST_F(Units, feet_reach_millimetres_through_inches_that_are_rounded_on_the_way)
     design.cam.Prime_Rad = 0.083;  // 0.996 in, 25.2984 mm
     design.dynamics.Mass = 0.001;  // 0.000083 bl, which is 0.0001 bl in four decimals, 0.0175 kg
     design.cam.Offset = 0.0001;    // 0.0012 in, which is 0.001 in, 0.0254 mm; in one pass 0.03048 mm
-    Change_Units(5);
+    Change_Units(design, 5);
     EXPECT_EQ(design.cam.Prime_Rad.Bits(), 25.3F);
     EXPECT_EQ(design.dynamics.Mass.Bits(), 0.018F);  // in one pass 0.0146 kg, 0.015
     EXPECT_EQ(design.cam.Offset.Bits(), 0.03F);
@@ -538,7 +539,7 @@ TEST_F(Units, feet_reach_millimetres_through_inches_that_are_rounded_on_the_way)
 TEST_F(Units, millimetres_reach_feet_through_inches_that_are_rounded_on_the_way)
 {
     design.dynamics.Mass = 0.008;  // 0.0000457 bl: nothing in four decimals
-    Change_Units(2);
+    Change_Units(design, 2);
     EXPECT_EQ(design.dynamics.Mass.Bits(), 0.0F);  // in one pass 0.00055 sl, 0.001
 }
 
@@ -546,7 +547,7 @@ TEST_F(Units, a_half_goes_up_for_a_negative_length_too)
 {
     Start_In(4);
     design.cam.Offset = -0.0625;  // -0.625 mm, both exact in binary
-    Change_Units(5);
+    Change_Units(design, 5);
     EXPECT_EQ(design.cam.Offset.Bits(), -0.62F);
 }
 
@@ -579,7 +580,7 @@ TEST_F(Units, a_condition_of_1_5_inches_reads_38_1_millimetres)
 {
     Start_In(1);
     design.motion.S_boundary_cond(1, 1) = "1.5";
-    Change_Units(5);
+    Change_Units(design, 5);
     EXPECT_EQ(Trim(design.motion.S_boundary_cond(1, 1)), "38.10");  // two decimals in millimetres
     EXPECT_EQ(Number(design.motion.S_boundary_cond(1, 1)), 38.1);
 }
@@ -591,7 +592,7 @@ TEST_F(Units, all_five_condition_tables_take_the_length_factor_the_angles_too)
             for (int k = 1; k <= 9; ++k) {
                 Start_In(1);
                 table.at(i, k) = "1.5";
-                Change_Units(5);
+                Change_Units(design, 5);
                 EXPECT_EQ(Number(table.at(i, k)), 38.1) << table.name << " " << i << ", " << k;
             }
 }
@@ -605,7 +606,7 @@ TEST_F(Units, row_0_of_the_condition_tables_and_segment_0_are_left_alone)
             table.at(1, 0) = "1.5";
     }
     design.motion.Start_Value(0) = "1.5";
-    Change_Units(5);
+    Change_Units(design, 5);
     for (const Condition_Table& table : condition_tables) {
         EXPECT_EQ(table.at(0, 1), "1.5") << table.name;
         if (std::string(table.name) != "T") {
@@ -619,7 +620,7 @@ TEST_F(Units, ping_conditions_are_left_alone)
 {
     Start_In(1);
     design.motion.Pbound(1, 1) = "1.5";
-    Change_Units(5);
+    Change_Units(design, 5);
     EXPECT_EQ(design.motion.Pbound(1, 1), "1.5");
 }
 
@@ -630,7 +631,7 @@ TEST_F(Units, start_and_end_of_all_twenty_segments_are_converted_whatever_their_
         design.motion.Start_Value(i) = "0";
         design.motion.End_Value(i) = "1.25";
     }
-    Change_Units(5);
+    Change_Units(design, 5);
     for (int i = 1; i <= 20; ++i) {
         EXPECT_EQ(Number(design.motion.Start_Value(i)), 0.0) << i;
         EXPECT_EQ(Number(design.motion.End_Value(i)), 31.75) << i;
@@ -641,7 +642,7 @@ TEST_F(Units, texts_are_rounded_to_the_decimals_of_a_length)
 {
     Start_In(5);
     design.motion.End_Value(1) = "25";  // 0.984252 in
-    Change_Units(1);
+    Change_Units(design, 1);
     EXPECT_EQ(Number(design.motion.End_Value(1)), 0.984);
 }
 
@@ -650,7 +651,7 @@ TEST_F(Units, texts_of_feet_take_two_passes)
     Start_In(2);
     design.motion.S_boundary_cond(1, 1) = "0.0001";  // 0.0012 in, 0.001 in, 0.0254 mm
     design.motion.End_Value(1) = "1";
-    Change_Units(5);
+    Change_Units(design, 5);
     EXPECT_EQ(Number(design.motion.S_boundary_cond(1, 1)), 0.03);
     EXPECT_EQ(Number(design.motion.End_Value(1)), 304.8);
 }
@@ -658,8 +659,8 @@ TEST_F(Units, texts_of_feet_take_two_passes)
 TEST_F(Units, empty_texts_stay_empty)
 {
     Start_In(1);
-    Change_Units(5);
-    Change_Units(2);
+    Change_Units(design, 5);
+    Change_Units(design, 2);
     for (int i = 1; i <= 20; ++i) {
         EXPECT_EQ(design.motion.Start_Value(i), "");
         EXPECT_EQ(design.motion.End_Value(i), "");
@@ -673,10 +674,10 @@ TEST_F(Units, a_large_position_is_grouped_and_reads_back)
 {
     Start_In(3);
     design.motion.End_Value(1) = "12.345";
-    Change_Units(5);
+    Change_Units(design, 5);
     EXPECT_EQ(Trim(design.motion.End_Value(1)), "12,345.00");
     EXPECT_EQ(Number(design.motion.End_Value(1)), 12345.0);
-    Change_Units(3);
+    Change_Units(design, 3);
     EXPECT_EQ(Number(design.motion.End_Value(1)), 12.345);
 }
 
@@ -685,7 +686,7 @@ TEST_F(Units, texts_follow_the_European_format)
     Start_In(1);
     design.identity.Number_Format = "Europe";
     design.motion.End_Value(1) = "1,5";
-    Change_Units(5);
+    Change_Units(design, 5);
     EXPECT_EQ(Trim(design.motion.End_Value(1)), "38,10");
 }
 
@@ -698,7 +699,7 @@ TEST_F(Units, the_texts_of_an_oscillating_follower_are_left_alone)
     for (const Condition_Table& table : condition_tables)
         table.at(1, 1) = "1.5";
     design.cam.ArmRad = 2.0;
-    Change_Units(5);
+    Change_Units(design, 5);
     EXPECT_EQ(design.motion.Start_Value(1), "0");
     EXPECT_EQ(design.motion.End_Value(1), "15");
     for (const Condition_Table& table : condition_tables)
@@ -721,7 +722,7 @@ TEST_F(Units, displacements_of_the_segments_follow_their_texts)
         m.Start_Value(i) = low[i - 1];
         m.End_Value(i) = high[i - 1];
     }
-    Change_Units(5);
+    Change_Units(design, 5);
     // a rise and a fall of 1 in from and to 0.5 in; a dwell holds its absolute position; 38.1 - 12.7 of Singles
     EXPECT_FLOAT_EQ(m.Total_Displacement(1).Bits(), 25.4F);
     EXPECT_EQ(m.Total_Displacement(2).Bits(), 38.1F);
@@ -733,7 +734,7 @@ TEST_F(Units, displacements_of_the_segments_follow_their_texts)
 TEST_F(Units, squares_and_cubes_of_the_speed_are_refreshed)
 {
     design.motion.Shaft_speed = 3.0;
-    Change_Units(1);
+    Change_Units(design, 1);
     EXPECT_EQ(design.motion.Shaft_Speed_Sq.Bits(), 9.0F);
     EXPECT_EQ(design.motion.Shaft_Speed_Cu.Bits(), 27.0F);
 }
@@ -741,10 +742,10 @@ TEST_F(Units, squares_and_cubes_of_the_speed_are_refreshed)
 TEST_F(Units, a_number_too_large_for_the_new_system_leaves_the_whole_design_in_the_old_one)
 {
     design.identity.WhichUnit = 3;
-    Set_Units();
+    Set_Units(design);
     design.cam.Prime_Rad = 2.0;
     design.dynamics.Crown_radius = 1E38;  // metres: no Single holds it in millimetres
-    EXPECT_THROW(Change_Units(5), Fault);
+    EXPECT_THROW(Change_Units(design, 5), Fault);
     EXPECT_EQ(design.identity.WhichUnit, 3);
     EXPECT_EQ(design.cam.Prime_Rad, 2.0);
     EXPECT_EQ(design.identity.Decimals_1, 4);
@@ -756,7 +757,7 @@ TEST_F(Units, the_linkage_is_set_up_again)
     design.linkage.Links = 6;
     design.linkage.Linkage_Type = 3;
     design.linkage.Linkage_Kind = "";
-    Change_Units(1);
+    Change_Units(design, 1);
     EXPECT_EQ(design.linkage.Linkage_Kind, "Sixslide");
 }
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "core/design_state.h"
 #include "core/startup.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -23,13 +23,13 @@ constexpr const char* compensating =
 
 class Workflow : public ::testing::Test {
 protected:
-    void SetUp() override { ASSERT_TRUE(Sub_Main("", {})); }
+    void SetUp() override { ASSERT_TRUE(Sub_Main(design, "", {})); }
     void TearDown() override { design = {}; }
 
     /// Names of the enabled buttons, in order, without their "cmd_".
     static std::string Enabled()
     {
-        const Home_Buttons enabled = Set_Homeform_Buttons();
+        const Home_Buttons enabled = Set_Homeform_Buttons(design);
         std::string names;
         for (int b = 0; b < Home_Button_Count; ++b)
             if (enabled[static_cast<std::size_t>(b)])
@@ -40,7 +40,7 @@ protected:
     static std::string Lit()
     {
         std::string texts;
-        for (const Lamp& lamp : Status_Lamps())
+        for (const Lamp& lamp : Status_Lamps(design))
             if (lamp.lit)
                 texts += lamp.text + "|";
         return texts;
@@ -95,7 +95,7 @@ TEST_F(Workflow, a_design_from_disk_that_is_sized_has_its_lamps_and_draw_open)
 
 TEST_F(Workflow, the_first_lamp_tells_where_the_motion_comes_from)
 {
-    const auto first = [] { return Status_Lamps()[0]; };
+    const auto first = [] { return Status_Lamps(design)[0]; };
     EXPECT_FALSE(first().lit);
     EXPECT_EQ(first().caption, "Calculated");
     f_.Calculated = true;
@@ -144,9 +144,9 @@ TEST_F(Workflow, a_linkage_needs_an_oscillating_follower)
         {" Your cam currently has a translating follower.\n"
          " This feature requires an oscillating follower. ",
          Buttons::OK, Symbol::exclamation});
-    EXPECT_FALSE(May_Open_Linkage());
+    EXPECT_FALSE(May_Open_Linkage(design));
     design.cam.Translating = false;
-    EXPECT_TRUE(May_Open_Linkage());
+    EXPECT_TRUE(May_Open_Linkage(design));
 }
 
 TEST_F(Workflow, a_vibration_needs_a_first_segment_that_moves)
@@ -159,9 +159,9 @@ TEST_F(Workflow, a_vibration_needs_a_first_segment_that_moves)
          "You must start your cam program cycle with a rise or a fall:\n"
          "i.e., phase shift the cam program to do this dynamic analysis.",
          Buttons::OK, Symbol::exclamation});
-    EXPECT_FALSE(May_Open_Vibration());
+    EXPECT_FALSE(May_Open_Vibration(design));
     design.motion.Rise_Fall_Dwell(1) = "R";
-    EXPECT_TRUE(May_Open_Vibration());
+    EXPECT_TRUE(May_Open_Vibration(design));
 }
 
 TEST_F(Workflow, an_imported_model_keeps_the_input_screen_closed)
@@ -174,22 +174,22 @@ TEST_F(Workflow, an_imported_model_keeps_the_input_screen_closed)
          "Use File/New to re-enable the SVAJ button,\n"
          "but save your imported model first.",
          Buttons::OK, Symbol::exclamation});
-    EXPECT_FALSE(May_Open_Input());
+    EXPECT_FALSE(May_Open_Input(design));
 }
 
 TEST_F(Workflow, going_on_gives_an_unsaved_compensating_cam_up)
 {
-    EXPECT_FALSE(Compcam_Panel_Visible());
-    for (bool (*may_go_on)() : {&May_Open_Input, &May_Build_Example}) {
+    EXPECT_FALSE(Compcam_Panel_Visible(design));
+    for (bool (*may_go_on)(Design_State&) : {&May_Open_Input, &May_Build_Example}) {
         f_.CompCam_Calc = true;
-        EXPECT_TRUE(Compcam_Panel_Visible());
+        EXPECT_TRUE(Compcam_Panel_Visible(design));
         script_.Expect({compensating, Buttons::OK_Cancel, Symbol::exclamation, Answer::Cancel});
-        EXPECT_FALSE(may_go_on());
+        EXPECT_FALSE(may_go_on(design));
         EXPECT_TRUE(f_.CompCam_Calc);
         script_.Expect({compensating, Buttons::OK_Cancel, Symbol::exclamation, Answer::OK});
-        EXPECT_TRUE(may_go_on());
+        EXPECT_TRUE(may_go_on(design));
         EXPECT_FALSE(f_.CompCam_Calc);
-        EXPECT_TRUE(may_go_on());  // nothing more to say
+        EXPECT_TRUE(may_go_on(design));  // nothing more to say
     }
     EXPECT_EQ(Compcam_Panel_Text,
               "You have calculated a torque compensating cam.  Its data are in memory.  You must save this model and "
@@ -229,35 +229,35 @@ TEST_F(Workflow, each_event_takes_away_what_rested_on_it)
         return names;
     };
     all_set();
-    Model_Edited();
+    Model_Edited(design);
     EXPECT_EQ(cleared(), "Model_Saved ");
     all_set();
-    Units_Changed_on_Input();
+    Units_Changed_on_Input(design);
     EXPECT_EQ(cleared(), "Calculated Sized Dynamicflag Modelflag Stressflag Model_Saved ");
     all_set();
-    Load_Ended_Partially();
+    Load_Ended_Partially(design);
     EXPECT_EQ(cleared(), "Calculated Modelflag Polydyne_Calc ");
     all_set();
-    Size_Changed();
+    Size_Changed(design);
     EXPECT_EQ(cleared(), "Sized Dynamicflag Stressflag Linkage_Calc Model_Saved ");
     all_set();
     f_.Polydyne_Calc = false;
     design.linkage.Drive_End_Effector = true;
-    Size_Changed();
+    Size_Changed(design);
     EXPECT_EQ(cleared(), "Sized Dynamicflag Modelflag Stressflag Polydyne_Calc Model_Saved ");
     design.linkage.Drive_End_Effector = false;
     all_set();
-    Forces_Changed();
+    Forces_Changed(design);
     EXPECT_EQ(cleared(), "Stressflag ");
     all_set();
-    Clear_Segs();
+    Clear_Segs(design);
     EXPECT_EQ(cleared().find("Linkage"), std::string::npos);
     for (const char* name : {"Calculated ", "Sized ", "Dynamicflag ", "Modelflag ", "Polydyne_Calc "})
         EXPECT_NE(cleared().find(name), std::string::npos) << name;
     all_set();
     f_.Imported_Model = true;
     design.motion.Motion = false;
-    Reset_All();
+    Reset_All(design);
     EXPECT_EQ(cleared(),
               "Calculated Sized Dynamicflag Modelflag Stressflag Polydyne_Calc Ext_Force CompCam Linkage_Calc FFT_Done "
               "From_Disk Model_Saved ");

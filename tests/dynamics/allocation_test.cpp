@@ -12,6 +12,7 @@
 #include "dynamics/kinetostatics.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace {
 
@@ -73,13 +74,13 @@ Counts Count(bool translating, int followtype, const char* camtype, double step)
     design.cam.Camtype = camtype;
     design.dynamics.Preload = 1e6;
     Counts counts{};
-    counts.motion = Allocations_of([] { Calc_All(true); });
-    counts.phi = Allocations_of([followtype] { Calc_Phi(followtype); });
-    counts.rho = Allocations_of([followtype] { Calc_Rho(followtype); });
+    counts.motion = Allocations_of([] { Calc_All(design, true); });
+    counts.phi = Allocations_of([followtype] { Calc_Phi(design, followtype); });
+    counts.rho = Allocations_of([followtype] { Calc_Rho(design, followtype); });
     // The pulse table has as many lines as the torque has runs, which does not hang on the step.
-    counts.forces = Allocations_of([] { Calc_Force_Torque(); });
+    counts.forces = Allocations_of([] { Calc_Force_Torque(design); });
     design.cam.Closure = "Form";
-    counts.stresses = Allocations_of([] { Calc_Contact_Stress(crowned_roller, youngs, poissons, 300.0); });
+    counts.stresses = Allocations_of([] { Calc_Contact_Stress(design, crowned_roller, youngs, poissons, 300.0); });
     return counts;
 }
 

@@ -9,6 +9,7 @@
 #include "core/traps.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -29,7 +30,7 @@ class Contact_Stress : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(Sub_Main("", {}));
+        ASSERT_TRUE(Sub_Main(design, "", {}));
         for (int i = 0; i <= 360; ++i) {
             Set(var::Angle, i, i);
             Set(var::Force, i, 800.0);
@@ -60,7 +61,7 @@ protected:
 
 TEST_F(Contact_Stress, a_cylindrical_roller_has_the_pressure_of_line_contact)
 {
-    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     const double R = 1 / (1 / 12.0 + 1 / 38.0);
     EXPECT_NEAR(Data(42, 100), -Line(W(), 20.0, R), Line(W(), 20.0, R) * 1e-6);
     EXPECT_NEAR(Data(43, 100), 0.304 * Line(W(), 20.0, R), 1e-3);
@@ -69,7 +70,7 @@ TEST_F(Contact_Stress, a_cylindrical_roller_has_the_pressure_of_line_contact)
 TEST_F(Contact_Stress, a_flat_face_touches_the_curvature_of_the_cam)
 {
     design.cam.Followtype = 2;
-    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     EXPECT_NEAR(Data(42, 0), -Line(W(), 20.0, 50.0), Line(W(), 20.0, 50.0) * 1e-6);
     EXPECT_NEAR(Data(43, 0) / Data(42, 0), -0.304, 1e-6);
 }
@@ -78,7 +79,7 @@ TEST_F(Contact_Stress, a_hollow_cam_counts_as_it_stands)
 {
     for (int i = 0; i <= 360; ++i)
         Set(var::Rho, i, -60.0);
-    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     const double R = 1 / (1 / 12.0 - 1 / 72.0);
     EXPECT_NEAR(Data(42, 0), -Line(W(), 20.0, R), 1e-2);
 }
@@ -87,7 +88,7 @@ TEST_F(Contact_Stress, materials_enter_by_their_compliances)
 {
     const double soft[2]{E, E / 3};
     const double other[2]{0.28, 0.35};
-    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, soft, other, 20.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, soft, other, 20.0));
     const double m = (1 - 0.28 * 0.28) / E + (1 - 0.35 * 0.35) / (E / 3);
     const double R = 1 / (1 / 12.0 + 1 / 38.0);
     EXPECT_NEAR(Data(42, 0), -std::sqrt(W() / 20.0 / m / (pi * R)), 1e-2);
@@ -95,7 +96,7 @@ TEST_F(Contact_Stress, materials_enter_by_their_compliances)
 
 TEST_F(Contact_Stress, a_crowned_roller_has_the_pressure_of_its_ellipse)
 {
-    ASSERT_TRUE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 300.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, crowned_roller, youngs, poissons, 300.0));
     const double R1 = 38.0;
     const double R2 = 12.0;
     const double R3 = 300.0;
@@ -120,7 +121,7 @@ TEST_F(Contact_Stress, the_ellipse_factors_are_near_those_of_equal_curvatures)
 
 TEST_F(Contact_Stress, a_nearly_straight_crown_stays_an_ellipse)
 {
-    ASSERT_TRUE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 30000.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, crowned_roller, youngs, poissons, 30000.0));
     EXPECT_NEAR(Data(43, 0) / Data(42, 0), -0.34, 1e-6);
     EXPECT_LT(Data(42, 0), 0.0);
 }
@@ -131,7 +132,7 @@ TEST_F(Contact_Stress, a_crown_without_end_keeps_the_ellipse_and_its_arc_cosine_
     design.cam.Follow_Rad = 16.0;
     for (int i = 0; i <= 360; ++i)
         Set(var::Rho, i, 32.0);
-    ASSERT_TRUE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 1e12));
+    ASSERT_TRUE(Calc_Contact_Stress(design, crowned_roller, youngs, poissons, 1e12));
     const double sum = (1 / 16.0 + 1 / 16.0) / 2;
     const double c = std::cbrt(3 * W() * 2 * (1 - nu * nu) / E / (4 * sum));
     const double p = 1.5 * W() / (pi * c * c * Ellipse_Ka(180 / pi) * Ellipse_Kb(180 / pi));
@@ -144,7 +145,7 @@ TEST_F(Contact_Stress, a_ball_on_a_plane_has_the_pressure_of_point_contact)
     // Johnson, Contact Mechanics, 4.2: p0 = (6 P E*^2 / (pi^3 R^2))^(1/3); the fitted factors stand in for 1 each.
     for (int i = 0; i <= 360; ++i)
         Set(var::Rho, i, 1e12);
-    ASSERT_TRUE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 12.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, crowned_roller, youngs, poissons, 12.0));
     const double E_star = 1 / (2 * (1 - nu * nu) / E);
     const double p0 = std::cbrt(6 * W() * E_star * E_star / (pi * pi * pi * 12.0 * 12.0));
     EXPECT_NEAR(Data(42, 0) * Ellipse_Ka(90.0) * Ellipse_Kb(90.0), -p0, p0 * 1e-5);
@@ -160,7 +161,7 @@ TEST_F(Contact_Stress, an_ellipse_without_its_difference_takes_that_of_the_point
         script_.Expect({"Attempting to take square root of negative number in Sub Stress for crowned follower",
                         Buttons::OK, Symbol::exclamation});
     }
-    ASSERT_TRUE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 23.25));
+    ASSERT_TRUE(Calc_Contact_Stress(design, crowned_roller, youngs, poissons, 23.25));
     const double sum = (1 / 31.0 + 1 / 93.0 + 1 / 23.25) / 2;
     const auto pressure = [&](double diff) {
         const double angle = std::acos(diff / sum) * 180 / pi;
@@ -176,7 +177,7 @@ TEST_F(Contact_Stress, a_crowned_roller_without_force_has_no_stress)
 {
     design.dynamics.Model_Type = 1;
     Set(var::Force, 3, 0.0);
-    ASSERT_TRUE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 300.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, crowned_roller, youngs, poissons, 300.0));
     EXPECT_EQ(Data(42, 3), 0.0);
     EXPECT_EQ(Data(43, 3), 0.0);
     EXPECT_LT(Data(42, 4), 0.0);
@@ -189,7 +190,7 @@ TEST_F(Contact_Stress, a_flat_face_without_force_divides_nothing_by_nothing)
     design.dynamics.Model_Type = 1;
     Set(var::Force, 3, 0.0);
     script_.Expect(Error_Box(6, Error_Description(6), "Calc_Contact_Stress"));
-    EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    EXPECT_FALSE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     EXPECT_LT(Data(42, 2), 0.0);
     EXPECT_EQ(Data(42, 3), 1.0);
 }
@@ -199,7 +200,7 @@ TEST_F(Contact_Stress, the_dynamic_force_counts_once_there_is_one)
     for (int i = 0; i <= 360; ++i)
         Set(33, i, 1600.0);
     design.flags.Modelflag = true;
-    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     const double R = 1 / (1 / 12.0 + 1 / 38.0);
     EXPECT_NEAR(Data(42, 100), -Line(2 * W(), 20.0, R), 1e-2);
 }
@@ -210,7 +211,7 @@ TEST_F(Contact_Stress, external_force_and_weight_are_added_without_the_cosine)
         design.results.Ext_Force_Table(i) = 100.0;
     design.flags.Ext_Force_Calc = design.dynamics.Ext_Force_Add = true;
     design.dynamics.Follower_Weight = 50.0;
-    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     const double R = 1 / (1 / 12.0 + 1 / 38.0);
     EXPECT_NEAR(Data(42, 100), -Line(W() + 150.0, 20.0, R), 1e-2);
 }
@@ -223,7 +224,7 @@ TEST_F(Contact_Stress, the_external_force_needs_its_tick_and_its_table)
     for (const bool tick : {false, true}) {
         design.dynamics.Ext_Force_Add = tick;
         design.flags.Ext_Force_Calc = !tick;
-        ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+        ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
         EXPECT_NEAR(Data(42, 100), -Line(W(), 20.0, R), 1e-2);
     }
 }
@@ -240,7 +241,7 @@ TEST_F(Contact_Stress, lift_off_is_judged_with_the_external_force_and_before_the
         {"Something is wrong. - The follower force is zero at cam angle 90 deg.  Stresses will be larger than "
          "theoretical due to impact.",
          Buttons::OK, Symbol::exclamation});
-    EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    EXPECT_FALSE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     const double R = 1 / (1 / 12.0 + 1 / 38.0);
     EXPECT_NEAR(Data(42, 20), -Line(150.0 - W() / 10, 20.0, R), 1e-2);
 }
@@ -250,7 +251,7 @@ TEST_F(Contact_Stress, form_closure_takes_the_absolute_force_and_does_not_warn)
     for (int i = 0; i <= 360; ++i)
         Set(var::Force, i, -800.0);
     design.cam.Closure = "Form";
-    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     const double R = 1 / (1 / 12.0 + 1 / 38.0);
     EXPECT_NEAR(Data(42, 100), -Line(W(), 20.0, R), 1e-2);
 }
@@ -262,7 +263,7 @@ TEST_F(Contact_Stress, a_force_of_zero_ends_a_spring_closed_run_and_leaves_the_l
         {"Something is wrong. - The follower force is zero at cam angle 90 deg.  Stresses will be larger than "
          "theoretical due to impact.",
          Buttons::OK, Symbol::exclamation});
-    EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    EXPECT_FALSE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     EXPECT_LT(Data(42, 89), 0.0);
     EXPECT_EQ(Data(42, 90), 1.0);
     EXPECT_EQ(Data(42, 200), 1.0);
@@ -272,7 +273,7 @@ TEST_F(Contact_Stress, with_the_first_model_a_force_of_zero_is_no_warning)
 {
     Set(var::Force, 90, 0.0);
     design.dynamics.Model_Type = 1;
-    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     EXPECT_EQ(Data(42, 90), 0.0);
 }
 
@@ -281,7 +282,7 @@ TEST_F(Contact_Stress, without_forces_each_point_takes_the_force_left_by_the_one
     design.flags.Dynamicflag = false;
     design.dynamics.Model_Type = 1;
     design.dynamics.Follower_Weight = 800.0;
-    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     const double R = 1 / (1 / 12.0 + 1 / 38.0);
     EXPECT_NEAR(Data(42, 0), -Line(800.0, 20.0, R), 1e-2);
     EXPECT_NEAR(Data(42, 1), -Line(1600.0, 20.0, R), 1e-2);  // with the weight once more: as told, and meant
@@ -294,7 +295,7 @@ TEST_F(Contact_Stress, each_impossible_geometry_has_its_words)
     expect(
         "Something is wrong. - The radius of curvature of the cam is zero at cam angle 30 deg.  Stresses will be "
         "infinite there.");
-    EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    EXPECT_FALSE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     EXPECT_LT(Data(42, 29), 0.0);  // the points before it stand, those from it on are as they were
     EXPECT_GT(Data(43, 29), 100.0);
     for (const int i : {30, 31, 360}) {
@@ -303,15 +304,15 @@ TEST_F(Contact_Stress, each_impossible_geometry_has_its_words)
     }
     design.cam.Follow_Rad = 0.0;
     expect("Something is wrong. - The radius of the roller follower is zero");
-    EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    EXPECT_FALSE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     design.cam.Follow_Rad = 11.0;
     expect("Something is wrong. - The crown radius of the roller follower is zero");
-    EXPECT_FALSE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 0.0));
+    EXPECT_FALSE(Calc_Contact_Stress(design, crowned_roller, youngs, poissons, 0.0));
     design.cam.Followtype = 2;
     for (const double rho : {-5.0, 0.0}) {
         Set(var::Rho, 0, rho);
         expect("Something is wrong. - The cam's radius of curvature is zero or negative at cam angle 0 deg.");
-        EXPECT_FALSE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+        EXPECT_FALSE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     }
 }
 
@@ -323,12 +324,12 @@ TEST_F(Contact_Stress, a_negative_radicand_keeps_the_half_width_before)
         Set(var::Force, i, 800.0);
     script_.Expect({"Attempting to take square root of negative number in Sub Stress for cylindrical follower",
                     Buttons::OK, Symbol::exclamation});
-    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     EXPECT_NEAR(Data(42, 1), -Data(42, 0), 1e-3);
     design.cam.Followtype = 2;
     script_.Expect({"Attempting to take square root of negative number in Sub Stress for flat follower", Buttons::OK,
                     Symbol::exclamation});
-    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
 }
 
 TEST_F(Contact_Stress, an_ellipse_beyond_its_angle_sets_math_error)
@@ -337,7 +338,7 @@ TEST_F(Contact_Stress, an_ellipse_beyond_its_angle_sets_math_error)
     for (int i = 0; i <= 360; ++i)
         Set(var::Rho, i, 7.0);
     script_.Expect(Error_Box(5, "Invalid argument", "Calc_Contact_Stress"));
-    EXPECT_FALSE(Calc_Contact_Stress(crowned_roller, youngs, poissons, 300.0));
+    EXPECT_FALSE(Calc_Contact_Stress(design, crowned_roller, youngs, poissons, 300.0));
     EXPECT_EQ(Data(42, 0), 1.0);
     EXPECT_TRUE(design.flags.Math_Error);
 }
@@ -345,7 +346,7 @@ TEST_F(Contact_Stress, an_ellipse_beyond_its_angle_sets_math_error)
 TEST_F(Contact_Stress, a_follower_of_no_kind_stores_what_came_before)
 {
     design.cam.Followtype = 3;
-    ASSERT_TRUE(Calc_Contact_Stress(cylindrical_roller, youngs, poissons, 20.0));
+    ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     EXPECT_EQ(Data(42, 5), 0.0);
 }
 

@@ -9,6 +9,7 @@
 
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -25,14 +26,14 @@ class Stress_Fields : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(Sub_Main("", {}));
+        ASSERT_TRUE(Sub_Main(design, "", {}));
         for (int i = 0; i <= 360; ++i) {
             design.results.CalcData(var::Angle, i) = i;
             design.results.CalcData(var::Force, i) = 500.0;
             design.results.CalcData(var::Rho, i) = 40.0;
         }
         design.flags.Dynamicflag = true;
-        form_ = Opening_Stress_Form();
+        form_ = Opening_Stress_Form(design);
     }
     void TearDown() override { design = {}; }
 
@@ -49,11 +50,11 @@ TEST_F(Stress_Fields, steel_has_its_texts_in_each_unit_system_and_format)
     for (int units = 1; units <= 5; ++units) {
         design.identity.WhichUnit = units;
         design.identity.Number_Format = "USA";
-        EXPECT_EQ(Steel_Modulus(), steel[static_cast<std::size_t>(units - 1)].first);
-        EXPECT_EQ(Steel_Ratio(), "0.28");
+        EXPECT_EQ(Steel_Modulus(design), steel[static_cast<std::size_t>(units - 1)].first);
+        EXPECT_EQ(Steel_Ratio(design), "0.28");
         design.identity.Number_Format = "Europe";
-        EXPECT_EQ(Steel_Modulus(), steel[static_cast<std::size_t>(units - 1)].second);
-        EXPECT_EQ(Steel_Ratio(), "0,28");
+        EXPECT_EQ(Steel_Modulus(design), steel[static_cast<std::size_t>(units - 1)].second);
+        EXPECT_EQ(Steel_Ratio(design), "0,28");
     }
 }
 
@@ -67,7 +68,7 @@ TEST_F(Stress_Fields, the_screen_opens_with_steel_or_what_is_stored)
     d_.Youngs_modulus(2) = 70000.0;
     d_.Poissons_ratio(2) = 0.33;
     d_.Roller_type = 2;
-    const Stress_Form stored = Opening_Stress_Form();
+    const Stress_Form stored = Opening_Stress_Form(design);
     EXPECT_FALSE(stored.follower_steel);
     EXPECT_EQ(stored.txt_Fol_E, "70000");
     EXPECT_EQ(stored.txt_Fol_v, "0.33");
@@ -76,16 +77,16 @@ TEST_F(Stress_Fields, the_screen_opens_with_steel_or_what_is_stored)
 
 TEST_F(Stress_Fields, labels_follow_the_follower_and_the_type_of_roller)
 {
-    EXPECT_EQ(Labels_of_Stress(false, false).lbl_foltype, "Please specify type.");
-    Stress_Labels labels = Labels_of_Stress(true, false);
+    EXPECT_EQ(Labels_of_Stress(design, false, false).lbl_foltype, "Please specify type.");
+    Stress_Labels labels = Labels_of_Stress(design, true, false);
     EXPECT_EQ(labels.lbl_follower, "Roller");
     EXPECT_EQ(labels.lbl_foltype, "Please specify contact length as the smaller of cam face width or roller length.");
     EXPECT_TRUE(labels.length_enabled && !labels.crown_enabled && labels.roller_options);
-    labels = Labels_of_Stress(true, true);
+    labels = Labels_of_Stress(design, true, true);
     EXPECT_EQ(labels.lbl_foltype, "Please specify the follower crown radius.");
     EXPECT_TRUE(!labels.length_enabled && labels.crown_enabled);
     design.cam.Followtype = 2;
-    labels = Labels_of_Stress(true, true);
+    labels = Labels_of_Stress(design, true, true);
     EXPECT_EQ(labels.lbl_follower, "Flat-Faced");
     EXPECT_EQ(labels.lbl_foltype, "Contact length is the smaller of cam face width or roller length.");
     EXPECT_TRUE(labels.length_enabled && !labels.roller_options);
@@ -98,7 +99,7 @@ TEST_F(Stress_Fields, after_the_calculation_both_members_carry_the_followers_rat
 {
     form_.txt_Cam_V = "0.25";
     form_.txt_Fol_v = "0.33";
-    ASSERT_TRUE(Calc_Stress(form_, refused_));
+    ASSERT_TRUE(Calc_Stress(design, form_, refused_));
     EXPECT_EQ(d_.Poissons_ratio(1), Single(0.33));  // meant
     EXPECT_EQ(d_.Poissons_ratio(2), Single(0.33));
     EXPECT_TRUE(design.flags.Stressflag);
@@ -114,7 +115,7 @@ TEST_F(Stress_Fields, the_stresses_are_those_of_two_members_with_the_followers_r
     form_.txt_Fol_v = "0,4";
     form_.txt_Length = "20";
     design.cam.Followtype = 2;
-    ASSERT_TRUE(Calc_Stress(form_, refused_));
+    ASSERT_TRUE(Calc_Stress(design, form_, refused_));
     // Johnson, Contact Mechanics, 4.2: p0 = sqrt(P E* / (pi R)), with 0.4 for both ratios: meant.
     const double compliance = (1 - 0.4 * 0.4) / 200000.5 + (1 - 0.4 * 0.4) / 100000.0;
     const double p0 = std::sqrt(500.0 / 20.0 / compliance / (3.14159265358979 * 40.0));
@@ -132,7 +133,7 @@ TEST_F(Stress_Fields, all_fields_are_stored_before_the_first_is_refused)
     form_.txt_Weight = "55";
     form_.crowned = true;
     script_.Expect(positive);  // one box alone: the follower's modulus comes before its ratio
-    EXPECT_FALSE(Apply_Stress_Fields(form_, refused_));
+    EXPECT_FALSE(Apply_Stress_Fields(design, form_, refused_));
     EXPECT_EQ(refused_, Stress_Field::Fol_E);
     EXPECT_EQ(d_.Youngs_modulus(2), -70000.0);
     EXPECT_EQ(d_.Poissons_ratio(1), 0.25);
@@ -149,7 +150,7 @@ TEST_F(Stress_Fields, a_flat_face_keeps_the_stored_type_of_roller)
     design.cam.Followtype = 2;
     form_.crowned = true;
     form_.txt_Crownrad = "0";  // hidden, and of no account
-    EXPECT_TRUE(Apply_Stress_Fields(form_, refused_));
+    EXPECT_TRUE(Apply_Stress_Fields(design, form_, refused_));
     EXPECT_EQ(d_.Roller_type, 1);
 }
 
@@ -167,7 +168,7 @@ TEST_F(Stress_Fields, each_value_that_is_not_positive_stops_the_calculation_at_i
             Stress_Form form = form_;
             form.*field = text;
             script_.Expect(positive);
-            EXPECT_FALSE(Calc_Stress(form, refused_)) << text;
+            EXPECT_FALSE(Calc_Stress(design, form, refused_)) << text;
             EXPECT_EQ(refused_, refused);
             EXPECT_FALSE(design.flags.Stressflag);
         }
@@ -175,11 +176,11 @@ TEST_F(Stress_Fields, each_value_that_is_not_positive_stops_the_calculation_at_i
     form.crowned = true;
     form.txt_Crownrad = "0";
     script_.Expect(positive);
-    EXPECT_FALSE(Calc_Stress(form, refused_));
+    EXPECT_FALSE(Calc_Stress(design, form, refused_));
     EXPECT_EQ(refused_, Stress_Field::Crownrad);
     form.txt_Crownrad = "600";
     form.txt_Length = "0";  // of no account for a crowned roller
-    EXPECT_TRUE(Calc_Stress(form, refused_));
+    EXPECT_TRUE(Calc_Stress(design, form, refused_));
     EXPECT_EQ(d_.Roller_type, 2);
     EXPECT_EQ(d_.Crown_radius, 600.0);
 }
@@ -191,32 +192,32 @@ TEST_F(Stress_Fields, the_flag_is_set_also_where_the_run_left_early)
         {"Something is wrong. - The follower force is zero at cam angle 0 deg.  Stresses will be larger than "
          "theoretical due to impact.",
          Buttons::OK, Symbol::exclamation});
-    EXPECT_TRUE(Calc_Stress(form_, refused_));
+    EXPECT_TRUE(Calc_Stress(design, form_, refused_));
     EXPECT_TRUE(design.flags.Stressflag);
 }
 
 TEST_F(Stress_Fields, edited_fields_are_stored_or_refused_with_their_texts)
 {
-    Stress_Entry entry = Edit_Stress_Field(Stress_Field::Cam_E, "70000");
+    Stress_Entry entry = Edit_Stress_Field(design, Stress_Field::Cam_E, "70000");
     EXPECT_TRUE(entry.accepted);
     EXPECT_EQ(d_.Youngs_modulus(1), 70000.0);
-    EXPECT_TRUE(Edit_Stress_Field(Stress_Field::Cam_E, "0").accepted);  // only a negative value is refused here
+    EXPECT_TRUE(Edit_Stress_Field(design, Stress_Field::Cam_E, "0").accepted);  // only a negative value is refused here
     for (const auto& [field, text] : std::vector<std::pair<Stress_Field, std::string>>{{Stress_Field::Cam_E, "0.01"},
                                                                                        {Stress_Field::Fol_E, "0.01"},
                                                                                        {Stress_Field::Fol_v, "0.01"},
                                                                                        {Stress_Field::Cam_V, "0.3"}}) {
         script_.Expect(positive);
-        entry = Edit_Stress_Field(field, "-2");
+        entry = Edit_Stress_Field(design, field, "-2");
         EXPECT_FALSE(entry.accepted);
         EXPECT_EQ(entry.text, text);
     }
     for (const Stress_Field field : {Stress_Field::Length, Stress_Field::Crownrad}) {
         script_.Expect(radius);  // the same words for both, on purpose
-        EXPECT_FALSE(Edit_Stress_Field(field, "0").accepted);
+        EXPECT_FALSE(Edit_Stress_Field(design, field, "0").accepted);
     }
-    EXPECT_TRUE(Edit_Stress_Field(Stress_Field::Length, "30").accepted);
+    EXPECT_TRUE(Edit_Stress_Field(design, Stress_Field::Length, "30").accepted);
     EXPECT_EQ(d_.Roller_length, 30.0);
-    EXPECT_TRUE(Edit_Stress_Field(Stress_Field::Fol_v, "0.3").accepted);
+    EXPECT_TRUE(Edit_Stress_Field(design, Stress_Field::Fol_v, "0.3").accepted);
     EXPECT_EQ(d_.Poissons_ratio(2), Single(0.3));
 }
 
@@ -229,7 +230,7 @@ TEST_F(Stress_Fields, steel_of_any_unit_system_opens_as_that_of_the_system_in_fo
             design.identity.WhichUnit = units;
             d_.Youngs_modulus(1) = d_.Youngs_modulus(2) = modulus;
             d_.Poissons_ratio(1) = d_.Poissons_ratio(2) = 0.28;
-            Stress_Form form = Opening_Stress_Form();
+            Stress_Form form = Opening_Stress_Form(design);
             if (units == 4 && modulus == 206.8e3) {  // typed in centimetres' own MPa: it stays
                 EXPECT_FALSE(form.cam_steel || form.follower_steel);
                 EXPECT_EQ(form.txt_Cam_E, "206800");
@@ -241,7 +242,7 @@ TEST_F(Stress_Fields, steel_of_any_unit_system_opens_as_that_of_the_system_in_fo
             EXPECT_EQ(form.txt_Cam_V, "0.28");
             d_.Poissons_ratio(1) = 0.3;  // another ratio is another material
             d_.Youngs_modulus(2) = modulus * 1.01;
-            form = Opening_Stress_Form();
+            form = Opening_Stress_Form(design);
             EXPECT_FALSE(form.cam_steel || form.follower_steel) << units << ' ' << modulus;
             EXPECT_EQ(form.txt_Cam_V, "0.3");
         }
@@ -265,7 +266,7 @@ TEST_F(Stress_Fields, with_a_number_too_large_no_field_is_stored_and_nothing_cal
         form.*field = "1E40";
         form.crowned = true;
         script_.Expect(Error_Box(6, "Overflow", "Apply_Stress_Fields"));
-        EXPECT_FALSE(Calc_Stress(form, refused_));
+        EXPECT_FALSE(Calc_Stress(design, form, refused_));
         EXPECT_EQ(refused_, refused);
         EXPECT_EQ(d_.Youngs_modulus(1), before.Youngs_modulus(1));
         EXPECT_EQ(d_.Youngs_modulus(2), before.Youngs_modulus(2));
@@ -273,7 +274,7 @@ TEST_F(Stress_Fields, with_a_number_too_large_no_field_is_stored_and_nothing_cal
         EXPECT_EQ(d_.Roller_length, before.Roller_length);
         EXPECT_EQ(d_.Roller_type, before.Roller_type);
         EXPECT_FALSE(design.flags.Stressflag);
-        EXPECT_THROW(Edit_Stress_Field(refused, "1E40"), Fault);
+        EXPECT_THROW(Edit_Stress_Field(design, refused, "1E40"), Fault);
     }
     EXPECT_EQ(d_.Crown_radius, before.Crown_radius);
     EXPECT_EQ(d_.Follower_Weight, before.Follower_Weight);
@@ -283,10 +284,10 @@ TEST_F(Stress_Fields, what_32_bits_hold_as_zero_is_not_positive)
 {
     form_.txt_Length = "1E-50";
     script_.Expect(positive);
-    EXPECT_FALSE(Calc_Stress(form_, refused_));
+    EXPECT_FALSE(Calc_Stress(design, form_, refused_));
     EXPECT_EQ(refused_, Stress_Field::Length);
     script_.Expect(radius);
-    EXPECT_FALSE(Edit_Stress_Field(Stress_Field::Crownrad, "1E-50").accepted);
+    EXPECT_FALSE(Edit_Stress_Field(design, Stress_Field::Crownrad, "1E-50").accepted);
 }
 
 TEST_F(Stress_Fields, under_form_closure_the_external_force_joins_the_force_s_amount)
@@ -298,12 +299,12 @@ TEST_F(Stress_Fields, under_form_closure_the_external_force_joins_the_force_s_am
         design.results.CalcData(var::Force, i) = -500.0;
         design.results.Ext_Force_Table(i) = -380.0;
     }
-    ASSERT_TRUE(Calc_Stress(form_, refused_));
+    ASSERT_TRUE(Calc_Stress(design, form_, refused_));
     const double with = Data(42, 10);  // of |-500| - 380 = 120, not of |-500 - 380|
     d_.Ext_Force_Add = false;
     for (int i = 0; i <= 360; ++i)
         design.results.CalcData(var::Force, i) = 120.0;
-    ASSERT_TRUE(Calc_Stress(form_, refused_));
+    ASSERT_TRUE(Calc_Stress(design, form_, refused_));
     EXPECT_LT(with, 0.0);
     EXPECT_EQ(Data(42, 10), with);
 }
@@ -311,15 +312,15 @@ TEST_F(Stress_Fields, under_form_closure_the_external_force_joins_the_force_s_am
 TEST_F(Stress_Fields, the_weight_counts)
 {
     form_.txt_Weight = "120.5";
-    ASSERT_TRUE(Calc_Stress(form_, refused_));
+    ASSERT_TRUE(Calc_Stress(design, form_, refused_));
     EXPECT_EQ(d_.Follower_Weight, 120.5);
 }
 
 TEST_F(Stress_Fields, the_plots_show_the_force_that_counted)
 {
-    EXPECT_EQ(Stress_Plot_Rows(), (std::array<int, 4>{7, 6, 42, 43}));
+    EXPECT_EQ(Stress_Plot_Rows(design), (std::array<int, 4>{7, 6, 42, 43}));
     design.flags.Modelflag = true;
-    EXPECT_EQ(Stress_Plot_Rows()[0], 33);
+    EXPECT_EQ(Stress_Plot_Rows(design)[0], 33);
 }
 
 }  // namespace

@@ -18,6 +18,7 @@
 #include "files/home_commands.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -36,8 +37,8 @@ protected:
     {
         path_ = ::testing::TempDir() + "lobemax_export_" + std::to_string(::getpid()) + ".txt";
         Cam_Maker().Make();
-        ASSERT_TRUE(Calc_Phi(1));
-        ASSERT_TRUE(Calc_Rho(1));
+        ASSERT_TRUE(Calc_Phi(design, 1));
+        ASSERT_TRUE(Calc_Rho(design, 1));
         design.flags.Sized = true;
         design.identity.User = "A. Designer";
         design.identity.File_Name = "/designs/rocker.cam";
@@ -80,7 +81,7 @@ protected:
 
 TEST_F(Exports, the_spreadsheet_has_every_variable_of_every_point)
 {
-    ASSERT_TRUE(Export_All_to_File(path_));
+    ASSERT_TRUE(Export_All_to_File(design, path_));
     const auto lines = Lines();
     ASSERT_EQ(lines.size(), 7U + 361U);
     EXPECT_EQ(lines[0], (std::vector<std::string>{"File: ", "/designs/rocker.cam", "Design #", "2"}));
@@ -100,12 +101,12 @@ TEST_F(Exports, the_spreadsheet_has_every_variable_of_every_point)
 TEST_F(Exports, a_print_step_of_two_gives_181_and_180_lines)
 {
     design.cam.Printstep = 2;
-    ASSERT_TRUE(Export_All_to_File(path_));
+    ASSERT_TRUE(Export_All_to_File(design, path_));
     EXPECT_EQ(Lines().size(), 7U + 181U);
-    ASSERT_TRUE(Export_Profile_to_File(path_, 1));
+    ASSERT_TRUE(Export_Profile_to_File(design, path_, 1));
     EXPECT_EQ(Lines().size(), 7U + 180U);
     design.cam.Printstep = 0;  // no step at all prints every point
-    ASSERT_TRUE(Export_Profile_to_File(path_, 1));
+    ASSERT_TRUE(Export_Profile_to_File(design, path_, 1));
     EXPECT_EQ(Lines().size(), 7U + 360U);
 }
 
@@ -113,7 +114,7 @@ TEST_F(Exports, a_radial_profile_has_its_two_columns_for_each_code)
 {
     const std::vector<std::pair<int, int>> rows{{9, 10}, {36, 37}, {40, 41}, {13, 14}, {38, 39}};
     for (int code = 1; code <= 5; ++code) {
-        ASSERT_TRUE(Export_Profile_to_File(path_, code));
+        ASSERT_TRUE(Export_Profile_to_File(design, path_, code));
         const auto lines = Lines();
         const auto [x, y] = rows[static_cast<std::size_t>(code - 1)];
         EXPECT_EQ(lines[3], (std::vector<std::string>{design.plot.Var_Name(x), design.plot.Var_Name(y)}));
@@ -128,10 +129,10 @@ TEST_F(Exports, a_radial_profile_has_its_two_columns_for_each_code)
 TEST_F(Exports, machine_zero_is_the_cam_zero_profile_turned_rigidly)
 {
     design.cam.Shift_Angle = 40.0;
-    ASSERT_TRUE(Calc_Phi(1));
-    ASSERT_TRUE(Export_Profile_to_File(path_, 2));
+    ASSERT_TRUE(Calc_Phi(design, 1));
+    ASSERT_TRUE(Export_Profile_to_File(design, path_, 2));
     const auto cam_zero = Lines();
-    ASSERT_TRUE(Export_Profile_to_File(path_, 5));
+    ASSERT_TRUE(Export_Profile_to_File(design, path_, 5));
     const auto machine_zero = Lines();
     const std::complex<double> turn = std::polar(1.0, -design.cam.Rotflag * 40.0 * pi / 180);
     for (std::size_t line = 7; line < cam_zero.size(); line += 30) {
@@ -144,8 +145,8 @@ TEST_F(Exports, machine_zero_is_the_cam_zero_profile_turned_rigidly)
 TEST_F(Exports, a_barrel_profile_has_its_radius_first_and_lambda_before_z)
 {
     design.cam.Camtype = "Barrel";
-    ASSERT_TRUE(Calc_Phi(1));
-    ASSERT_TRUE(Export_Profile_to_File(path_, 1));
+    ASSERT_TRUE(Calc_Phi(design, 1));
+    ASSERT_TRUE(Export_Profile_to_File(design, path_, 1));
     auto lines = Lines();
     EXPECT_EQ(lines[3].size(), 3U);
     EXPECT_EQ(lines[3][0], "Radius");
@@ -157,7 +158,7 @@ TEST_F(Exports, a_barrel_profile_has_its_radius_first_and_lambda_before_z)
         EXPECT_EQ(std::stof(lines[7 + i][2]), static_cast<float>(Data(11, static_cast<int>(i))));
     }
     design.cam.Shift_Angle = 30.0;
-    ASSERT_TRUE(Export_Profile_to_File(path_, 5));
+    ASSERT_TRUE(Export_Profile_to_File(design, path_, 5));
     lines = Lines();
     EXPECT_NEAR(std::stod(lines[7 + 10][1]), Data(37, 10) + 30.0, 1e-3);
     EXPECT_NEAR(std::stod(lines[7 + 345][1]), Data(37, 345) + 30.0 - 360.0, 1e-3);  // within one turn
@@ -167,13 +168,13 @@ TEST_F(Exports, a_barrel_profile_has_its_radius_first_and_lambda_before_z)
 TEST_F(Exports, a_turned_lambda_never_shows_a_whole_turn)
 {
     design.cam.Camtype = "Barrel";
-    ASSERT_TRUE(Calc_Phi(1));
+    ASSERT_TRUE(Calc_Phi(design, 1));
     design.cam.Shift_Angle = 300.0;
     design.results.CalcData(12, 4) = 60.0;        // 360 of 360
     design.results.CalcData(12, 5) = 59.99999;    // 32 bits cannot tell their sum from 360
     design.results.CalcData(12, 6) = -300.00003;  // just below nothing, so just below the turn
     design.results.CalcData(12, 7) = 59.999;
-    ASSERT_TRUE(Export_Profile_to_File(path_, 4));
+    ASSERT_TRUE(Export_Profile_to_File(design, path_, 4));
     const auto lines = Lines();
     for (const std::size_t i : {4U, 5U})
         EXPECT_EQ(lines[7 + i][1], "0") << i;
@@ -186,8 +187,8 @@ TEST_F(Exports, a_linear_profile_is_turned_by_its_share_of_the_length)
     design.cam.Camtype = "Linear";
     design.cam.Prime_Rad = 720.0 / PI2;
     design.cam.Shift_Angle = 90.0;
-    ASSERT_TRUE(Calc_Phi(1));
-    ASSERT_TRUE(Export_Profile_to_File(path_, 4));
+    ASSERT_TRUE(Calc_Phi(design, 1));
+    ASSERT_TRUE(Export_Profile_to_File(design, path_, 4));
     const auto lines = Lines();
     EXPECT_EQ(lines[7].size(), 2U);
     EXPECT_NEAR(std::stod(lines[7 + 10][0]), 20.0 + 180.0, 1e-3);
@@ -202,8 +203,8 @@ TEST_F(Exports, the_cutter_of_an_axial_cam_is_refused)
             {"The cutter center coordinates of this cam are not calculated; use the roller center with a "
              "cutter of the roller's size.",
              Buttons::OK, Symbol::exclamation});
-    EXPECT_FALSE(Export_Profile_to_File(path_, 3));
-    EXPECT_FALSE(Run_Export("mnu_Barrel_Ctr"));
+    EXPECT_FALSE(Export_Profile_to_File(design, path_, 3));
+    EXPECT_FALSE(Run_Export(design, "mnu_Barrel_Ctr"));
     EXPECT_FALSE(Written());
     EXPECT_TRUE(script_.dialogs.empty());
 }
@@ -211,13 +212,13 @@ TEST_F(Exports, the_cutter_of_an_axial_cam_is_refused)
 TEST_F(Exports, entries_ask_for_a_name_write_and_tell)
 {
     Expect_Told("All calculated data for this cam has been written to ");
-    EXPECT_TRUE(Run_Export("mnu_Spread"));
+    EXPECT_TRUE(Run_Export(design, "mnu_Spread"));
     EXPECT_EQ(script_.dialogs[0].title, "Export All Data to a Text File");
     EXPECT_EQ(script_.dialogs[0].filter, "(*.txt)|*.txt");
     EXPECT_EQ(script_.dialogs[0].suggestion, "rocker.txt");
     EXPECT_EQ(design.identity.Model_Name, "rocker");
     Expect_Told("The profile data for this cam has been written to ");
-    EXPECT_TRUE(Run_Export("mnu_Surface"));
+    EXPECT_TRUE(Run_Export(design, "mnu_Surface"));
     EXPECT_EQ(script_.dialogs[1].title, "Export Profile Data to a Text File");
     EXPECT_EQ(script_.dialogs[1].filter, "(*.pts)|*.pts");
     EXPECT_EQ(script_.dialogs[1].suggestion, "rocker.pts");
@@ -234,7 +235,7 @@ TEST_F(Exports, every_profile_entry_writes_its_own_rows)
                                                           {"mnu_Profile_mach", "X_vs_key"},
                                                           {"mnu_Surface_mach", "X_Surf_key"}}) {
         Expect_Told("The profile data for this cam has been written to ");
-        EXPECT_TRUE(Run_Export(entry));
+        EXPECT_TRUE(Run_Export(design, entry));
         EXPECT_EQ(Lines()[3][0], head);
     }
 }
@@ -244,12 +245,12 @@ TEST_F(Exports, motion_entries_are_for_oscillating_followers)
     const Expected_Box refusal{"This feature is intended for oscillating follower systems only.", Buttons::OK,
                                Symbol::exclamation};
     script_.Expect(refusal);
-    EXPECT_FALSE(Run_Export("mnu_sva"));
+    EXPECT_FALSE(Run_Export(design, "mnu_sva"));
     script_.Expect(refusal);
-    EXPECT_FALSE(Run_Export("mnu_xdot"));
+    EXPECT_FALSE(Run_Export(design, "mnu_xdot"));
     design.cam.Translating = false;
     Expect_Told("All calculated data for this cam has been written to ");
-    EXPECT_TRUE(Run_Export("mnu_sva"));
+    EXPECT_TRUE(Run_Export(design, "mnu_sva"));
     EXPECT_EQ(script_.dialogs[0].title, "Export SVA Data to a Text File");
     EXPECT_EQ(script_.dialogs[0].suggestion, "rocker_4bar.sva");
 }
@@ -260,7 +261,7 @@ TEST_F(Exports, a_motion_file_has_identification_counts_geometry_and_columns)
     maker.translating = false;
     maker.time_base = 3;
     maker.Make();
-    ASSERT_TRUE(Export_SVA_to_File(path_, Motion_Columns::sva));
+    ASSERT_TRUE(Export_SVA_to_File(design, path_, Motion_Columns::sva));
     auto lines = Lines();
     ASSERT_EQ(lines.size(), 9U + 361U);
     EXPECT_EQ(lines[3][0], "Points");
@@ -271,7 +272,7 @@ TEST_F(Exports, a_motion_file_has_identification_counts_geometry_and_columns)
     EXPECT_EQ(lines[7], (std::vector<std::string>{"Angle", "S", "V", "A"}));
     EXPECT_EQ(lines[8], (std::vector<std::string>{"deg", "deg", "deg/rad", "deg/rad"}));
     EXPECT_EQ(std::stof(lines[9 + 40][2]), static_cast<float>(Data(var::V, 40)));
-    ASSERT_TRUE(Export_SVA_to_File(path_, Motion_Columns::xdot));
+    ASSERT_TRUE(Export_SVA_to_File(design, path_, Motion_Columns::xdot));
     lines = Lines();
     EXPECT_EQ(lines[7], (std::vector<std::string>{"Angle", "X", "Xdot", "Xddot"}));
     EXPECT_NEAR(std::stod(lines[9 + 40][2]), Data(var::V, 40) * 12.0, 1e-3);
@@ -287,7 +288,7 @@ TEST_F(Exports, velocities_per_second_are_the_same_whatever_the_time_base)
         maker.translating = false;
         maker.time_base = base;
         maker.Make();
-        ASSERT_TRUE(Export_SVA_to_File(path_, Motion_Columns::xdot));
+        ASSERT_TRUE(Export_SVA_to_File(design, path_, Motion_Columns::xdot));
         xdot.push_back(Lines()[9 + 40][2]);
         xddot.push_back(Lines()[9 + 40][3]);
     }
@@ -308,13 +309,13 @@ TEST_F(Exports, a_calculated_vibration_gives_its_response_per_second_as_it_stand
         for (const int row : {30, 31, 32})
             design.results.CalcData(row, i) = row + i * 0.25;
     design.flags.Modelflag = true;
-    ASSERT_TRUE(Export_SVA_to_File(path_, Motion_Columns::xdot));
+    ASSERT_TRUE(Export_SVA_to_File(design, path_, Motion_Columns::xdot));
     auto lines = Lines();
     EXPECT_EQ(lines[8], (std::vector<std::string>{"deg", "deg", "deg/sec", "deg/sec^2"}));
     for (int i = 0; i <= 360; ++i)
         for (std::size_t k = 1; k <= 3; ++k)
             EXPECT_EQ(std::stod(lines[static_cast<std::size_t>(9 + i)][k]), 29.0 + static_cast<double>(k) + i * 0.25);
-    ASSERT_TRUE(Export_SVA_to_File(path_, Motion_Columns::sva));  // the motion stays the motion
+    ASSERT_TRUE(Export_SVA_to_File(design, path_, Motion_Columns::sva));  // the motion stays the motion
     lines = Lines();
     for (const int i : {0, 40, 360})
         for (const int row : {1, 2, 3})
@@ -338,7 +339,7 @@ TEST_F(Exports, a_calculated_linkage_adds_the_columns_of_its_moving_links)
         }
     design.flags.Linkage_Calc = true;
     for (const Motion_Columns columns : {Motion_Columns::sva, Motion_Columns::xdot}) {
-        ASSERT_TRUE(Export_SVA_to_File(path_, columns));
+        ASSERT_TRUE(Export_SVA_to_File(design, path_, columns));
         const auto lines = Lines();
         ASSERT_EQ(lines.size(), 9U + 91U);
         ASSERT_EQ(lines[7].size(), 4U + 3U * 3U);
@@ -363,7 +364,7 @@ TEST_F(Exports, a_calculated_linkage_adds_the_columns_of_its_moving_links)
         EXPECT_EQ(*(delta4 + 1), "12.5");
     }
     design.linkage.Links = 6;
-    ASSERT_TRUE(Export_SVA_to_File(path_, Motion_Columns::sva));
+    ASSERT_TRUE(Export_SVA_to_File(design, path_, Motion_Columns::sva));
     EXPECT_EQ(Lines()[7].back(), "Alpha6");
     EXPECT_EQ(Lines()[7].size(), 4U + 5U * 3U);
 }
@@ -377,7 +378,7 @@ TEST_F(Exports, a_blank_model_has_nothing_to_export)
         Buttons::OK, Symbol::exclamation};
     for (const char* entry : {"mnu_Spread", "mnu_profile", "mnu_sva"}) {
         script_.Expect(blank);
-        EXPECT_FALSE(Run_Export(entry));
+        EXPECT_FALSE(Run_Export(design, entry));
     }
     EXPECT_FALSE(Written());
 }
@@ -388,15 +389,15 @@ TEST_F(Exports, entries_that_do_not_export_say_why)
         {"This feature is not implemented because you should not start cutting within a motion event. \n"
          "Use the cutter centerline data referenced to the cam zero instead.",
          Buttons::OK, Symbol::exclamation});
-    EXPECT_FALSE(Run_Export("mnu_Cutter_mach"));
+    EXPECT_FALSE(Run_Export(design, "mnu_Cutter_mach"));
     script_.Expect(
         {"You should not start cutting a cam within a motion event at machine zero. \n"
          "Use the cutter center xy data referenced to the cam zero instead.",
          Buttons::OK, Symbol::exclamation});
-    EXPECT_FALSE(Run_Export("mnu_Barrel_Ctr_mach"));
+    EXPECT_FALSE(Run_Export(design, "mnu_Barrel_Ctr_mach"));
     script_.Expect({"Presently this program can only export the roller-center coordinates of conjugate radial cams."});
-    EXPECT_FALSE(Run_Export("mnu_Cadkey"));
-    EXPECT_FALSE(Run_Export("mnu_Unknown"));
+    EXPECT_FALSE(Run_Export(design, "mnu_Cadkey"));
+    EXPECT_FALSE(Run_Export(design, "mnu_Unknown"));
     EXPECT_FALSE(Written());
 }
 
@@ -410,7 +411,7 @@ TEST_F(Exports, every_entry_of_the_menu_leads_somewhere)
             return Answer::OK;
         };
         const Host before = Install_Host(host);
-        Run_Export(entry.name);
+        Run_Export(design, entry.name);
         Install_Host(before);
         EXPECT_EQ(shown, 1) << entry.name;
     }
@@ -419,17 +420,17 @@ TEST_F(Exports, every_entry_of_the_menu_leads_somewhere)
 TEST_F(Exports, a_cancelled_dialog_ends_quietly)
 {
     script_.path.reset();
-    EXPECT_FALSE(Run_Export("mnu_Spread"));
-    EXPECT_FALSE(Run_Export("mnu_profile"));
+    EXPECT_FALSE(Run_Export(design, "mnu_Spread"));
+    EXPECT_FALSE(Run_Export(design, "mnu_profile"));
     EXPECT_FALSE(Written());
 }
 
 TEST_F(Exports, a_failed_export_leaves_the_older_file_as_it_was)
 {
-    ASSERT_TRUE(Export_Profile_to_File(path_, 1));
+    ASSERT_TRUE(Export_Profile_to_File(design, path_, 1));
     const auto before = Lines();
     script_.Expect(Error_Box(9, Error_Description(9), "Export_Profile_to_File"));
-    EXPECT_FALSE(Export_Profile_to_File(path_, 6));  // there is no such code
+    EXPECT_FALSE(Export_Profile_to_File(design, path_, 6));  // there is no such code
     EXPECT_EQ(Lines(), before);
     const std::string name = std::filesystem::path(path_).filename();
     for (const auto& entry : std::filesystem::directory_iterator(::testing::TempDir()))  // nothing left beside it
@@ -444,12 +445,12 @@ TEST_F(Exports, a_folder_that_is_not_there_is_reported_by_the_routines_name)
                             "\nThere are no files with your chosen name in the selected directory"};
     };
     script_.Expect(error("Export_All_to_File"));
-    EXPECT_FALSE(Run_Export("mnu_Spread"));
+    EXPECT_FALSE(Run_Export(design, "mnu_Spread"));
     script_.Expect(error("Export_Profile_to_File"));
-    EXPECT_FALSE(Run_Export("mnu_profile"));
+    EXPECT_FALSE(Run_Export(design, "mnu_profile"));
     design.cam.Translating = false;
     script_.Expect(error("Export_SVA_to_File"));
-    EXPECT_FALSE(Run_Export("mnu_xdot"));
+    EXPECT_FALSE(Run_Export(design, "mnu_xdot"));
     script_.path = path_;
 }
 

@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "core/design_state.h"
 #include "core/startup.h"
 #include "motion/examples.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -35,7 +35,7 @@ Expected_Box With(Expected_Box box, Answer answer)
 
 class Home_Commands : public ::testing::Test {
 protected:
-    void SetUp() override { ASSERT_TRUE(Sub_Main("", {})); }
+    void SetUp() override { ASSERT_TRUE(Sub_Main(design, "", {})); }
     void TearDown() override
     {
         if (script_.path)
@@ -44,13 +44,13 @@ protected:
     }
     void Make_Unsaved()
     {
-        ASSERT_TRUE(Build_Example("Double Dwell"));
+        ASSERT_TRUE(Build_Example(design, "Double Dwell"));
         design.flags.Model_Saved = false;
     }
     /// Names of the open export entries, without "mnu_".
     static std::string Open_Exports()
     {
-        const std::vector<bool> open = Menu_Update();
+        const std::vector<bool> open = Menu_Update(design);
         std::string names;
         for (std::size_t i = 0; i < open.size(); ++i)
             if (open[i])
@@ -98,7 +98,7 @@ TEST_F(Home_Commands, each_menu_has_its_entries_in_their_order)
 TEST_F(Home_Commands, every_entry_but_the_transform_is_open_on_a_fresh_design)
 {
     for (const Menu_Entry& entry : Home_Menus())
-        EXPECT_EQ(entry.enabled(), entry.name != "mnu_CalcFFT") << entry.name;
+        EXPECT_EQ(entry.enabled(design), entry.name != "mnu_CalcFFT") << entry.name;
 }
 
 TEST_F(Home_Commands, export_entries_have_their_captions)
@@ -144,9 +144,9 @@ TEST_F(Home_Commands, the_examples_menu_has_the_nine_in_their_order)
 TEST_F(Home_Commands, a_transform_needs_a_motion)
 {
     const auto fft = std::ranges::find(Home_Menus(), "mnu_CalcFFT", &Menu_Entry::name);
-    EXPECT_FALSE(fft->enabled());
+    EXPECT_FALSE(fft->enabled(design));
     design.flags.Calculated = true;
-    EXPECT_TRUE(fft->enabled());
+    EXPECT_TRUE(fft->enabled(design));
 }
 
 TEST_F(Home_Commands, export_entries_follow_the_kind_of_cam_and_its_size)
@@ -185,7 +185,7 @@ TEST_F(Home_Commands, new_confirms_and_resets)
     design.cam.Follow_Rad = 9.0;
     script_.Expect(save_first);
     script_.Expect(confirm);
-    EXPECT_TRUE(File_New());
+    EXPECT_TRUE(File_New(design));
     EXPECT_FALSE(design.flags.Calculated);
     EXPECT_EQ(design.motion.No_of_segments, 1);
     EXPECT_FALSE(design.flags.From_Disk || design.flags.Imported_Model);
@@ -193,17 +193,17 @@ TEST_F(Home_Commands, new_confirms_and_resets)
     EXPECT_EQ(design.cam.Offset, 0.0);
     EXPECT_EQ(design.cam.Follow_Rad, 12.5);
     EXPECT_EQ(design.identity.Model_Name, "Model1");
-    EXPECT_EQ(Set_Homeform_Buttons()[static_cast<std::size_t>(Home_Button::Size)], false);
+    EXPECT_EQ(Set_Homeform_Buttons(design)[static_cast<std::size_t>(Home_Button::Size)], false);
 }
 
 TEST_F(Home_Commands, new_of_a_saved_or_uncalculated_design_asks_only_for_confirmation)
 {
     script_.Expect(confirm);
-    EXPECT_TRUE(File_New());
+    EXPECT_TRUE(File_New(design));
     Make_Unsaved();
     design.flags.Model_Saved = true;
     script_.Expect(With(confirm, Answer::Cancel));
-    EXPECT_FALSE(File_New());
+    EXPECT_FALSE(File_New(design));
     EXPECT_TRUE(design.flags.Calculated);
 }
 
@@ -219,7 +219,7 @@ TEST_F(Home_Commands, new_saves_when_the_user_wants_so)
         return box.buttons == Buttons::Yes_No ? Answer::Yes : Answer::OK;
     };
     const Host before = Install_Host(host);
-    EXPECT_TRUE(File_New());
+    EXPECT_TRUE(File_New(design));
     Install_Host(before);
     EXPECT_EQ(boxes.size(), 3U);
     EXPECT_TRUE(std::filesystem::exists(*script_.path));
@@ -230,7 +230,7 @@ TEST_F(Home_Commands, new_keeps_a_design_whose_save_was_cancelled)
 {
     Make_Unsaved();
     script_.Expect(With(save_first, Answer::Yes));
-    EXPECT_FALSE(File_New());  // no path: the dialog was cancelled
+    EXPECT_FALSE(File_New(design));  // no path: the dialog was cancelled
     EXPECT_TRUE(design.flags.Calculated);
 }
 
@@ -238,7 +238,7 @@ TEST_F(Home_Commands, quit_of_unsaved_work_shows_the_save_dialog_before_the_quit
 {
     Make_Unsaved();
     bool dialog_came_first = false;
-    EXPECT_TRUE(Quit_Requested([&] {
+    EXPECT_TRUE(Quit_Requested(design, [&] {
         dialog_came_first = script_.dialogs.size() == 1;
         return true;
     }));
@@ -248,7 +248,7 @@ TEST_F(Home_Commands, quit_of_unsaved_work_shows_the_save_dialog_before_the_quit
 TEST_F(Home_Commands, quit_saves_a_cam_that_is_sized_but_no_longer_calculated)
 {
     design.flags.Sized = true;
-    EXPECT_FALSE(Quit_Requested([] { return false; }));  // cmd_NoQuit: back to the Home screen
+    EXPECT_FALSE(Quit_Requested(design, [] { return false; }));  // cmd_NoQuit: back to the Home screen
     ASSERT_EQ(script_.dialogs.size(), 1U);
     EXPECT_EQ(script_.dialogs.front().title, "Save the Model");
     EXPECT_TRUE(design.flags.Sized);
@@ -259,51 +259,51 @@ TEST_F(Home_Commands, quit_writes_the_model_where_the_dialog_says)
     Make_Unsaved();
     script_.path = Temporary("quit.cam");
     script_.Expect({"The file was successfully written to \n" + *script_.path});
-    EXPECT_TRUE(Quit_Requested([] { return design.flags.Model_Saved; }));
+    EXPECT_TRUE(Quit_Requested(design, [] { return design.flags.Model_Saved; }));
     EXPECT_TRUE(std::filesystem::exists(*script_.path));
 }
 
 TEST_F(Home_Commands, quit_of_saved_or_empty_work_goes_straight_to_the_quit_screen)
 {
-    EXPECT_FALSE(Quit_Requested([] { return false; }));
+    EXPECT_FALSE(Quit_Requested(design, [] { return false; }));
     Make_Unsaved();
     design.flags.Model_Saved = true;
-    EXPECT_TRUE(Quit_Requested([] { return true; }));
+    EXPECT_TRUE(Quit_Requested(design, [] { return true; }));
     EXPECT_TRUE(script_.dialogs.empty());
 }
 
 TEST_F(Home_Commands, units_from_home_convert_and_keep_the_flags)
 {
-    ASSERT_TRUE(Build_Example("Double Dwell"));
+    ASSERT_TRUE(Build_Example(design, "Double Dwell"));
     design.flags.Sized = true;
     const double before = design.cam.Prime_Rad;
-    EXPECT_TRUE(Change_Units_from_Home(1));
+    EXPECT_TRUE(Change_Units_from_Home(design, 1));
     EXPECT_EQ(design.identity.WhichUnit, 1);
     EXPECT_NEAR(design.cam.Prime_Rad, before / 25.4, 5e-4);
     EXPECT_TRUE(design.flags.Calculated && design.flags.Sized);
     EXPECT_TRUE(design.flags.Units_Changed);
     script_.Expect(Error_Box(9, "Index out of bounds", "frm_Homescreen.Units"));
-    EXPECT_FALSE(Change_Units_from_Home(6));
+    EXPECT_FALSE(Change_Units_from_Home(design, 6));
 }
 
 TEST_F(Home_Commands, another_time_base_renames_and_asks_for_a_new_calculation)
 {
-    ASSERT_TRUE(Build_Example("Double Dwell"));
-    EXPECT_TRUE(Change_Time_Base_from_Home(1));
+    ASSERT_TRUE(Build_Example(design, "Double Dwell"));
+    EXPECT_TRUE(Change_Time_Base_from_Home(design, 1));
     EXPECT_TRUE(design.flags.Calculated);  // it was the base already
-    EXPECT_TRUE(Change_Time_Base_from_Home(2));
+    EXPECT_TRUE(Change_Time_Base_from_Home(design, 2));
     EXPECT_EQ(design.plot.Var_Name(var::J), "Jerk");
     EXPECT_FALSE(design.flags.Calculated);
     EXPECT_FALSE(design.motion.Seg_Done(1));
     script_.Expect(Error_Box(5, "Invalid argument", "frm_Homescreen.Time_Base"));
-    EXPECT_FALSE(Change_Time_Base_from_Home(4));
+    EXPECT_FALSE(Change_Time_Base_from_Home(design, 4));
 }
 
 TEST_F(Home_Commands, the_european_format_asks_about_unsaved_work_before_it_resets)
 {
     Make_Unsaved();
     script_.Expect(With(save_first, Answer::Yes));  // and the save dialog is cancelled
-    EXPECT_FALSE(Change_Number_Format("Europe"));
+    EXPECT_FALSE(Change_Number_Format(design, "Europe"));
     EXPECT_EQ(design.identity.Number_Format, "USA");
     EXPECT_TRUE(design.flags.Calculated);
     script_.Expect(save_first);
@@ -311,23 +311,23 @@ TEST_F(Home_Commands, the_european_format_asks_about_unsaved_work_before_it_rese
         {"This will set your number system to have a comma as the decimal point\n"
          "and a period as the thousands grouping symbol.\n"
          "This can only be used if your Windows operating system is set for European units."});
-    EXPECT_TRUE(Change_Number_Format("Europe"));
+    EXPECT_TRUE(Change_Number_Format(design, "Europe"));
     EXPECT_EQ(design.identity.Number_Format, "Europe");
     EXPECT_FALSE(design.flags.Calculated);
     script_.Expect(
         {"This will set your number system to have a period as the decimal point\n"
          "and a comma as the thousands grouping symbol.\n"
          "This can only be used if your Windows operating system is set for US units."});
-    EXPECT_TRUE(Change_Number_Format("USA"));
+    EXPECT_TRUE(Change_Number_Format(design, "USA"));
     EXPECT_EQ(design.identity.Number_Format, "USA");
 }
 
 TEST_F(Home_Commands, the_home_screen_comes_up_with_the_state)
 {
-    ASSERT_TRUE(Build_Example("Oscillating"));
+    ASSERT_TRUE(Build_Example(design, "Oscillating"));
     design.run.Keep_Step = true;
     design.flags.Linkage_Calc = design.flags.CompCam_Calc = true;
-    const Home_View view = Home_Activate();
+    const Home_View view = Home_Activate(design);
     EXPECT_FALSE(design.run.Keep_Step);
     EXPECT_EQ(view.unit_system, 5);
     EXPECT_TRUE(view.compcam_panel);
@@ -341,7 +341,7 @@ TEST_F(Home_Commands, an_error_while_the_home_screen_comes_up_is_reported_and_th
     design.flags.Calculated = true;
     design.identity.WhichUnit = 6;
     script_.Expect(Error_Box(9, "Index out of bounds", "frm_Homescreen.activate"));
-    const Home_View view = Home_Activate();
+    const Home_View view = Home_Activate(design);
     EXPECT_TRUE(view.buttons[static_cast<std::size_t>(Home_Button::Size)]);
     EXPECT_EQ(view.export_entries.size(), Export_Menu().size());
     EXPECT_FALSE(view.lamps[0].lit);

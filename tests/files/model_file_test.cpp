@@ -13,12 +13,12 @@
 #include <string>
 #include <vector>
 
-#include "core/design_state.h"
 #include "core/field_directory.h"
 #include "core/startup.h"
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -83,42 +83,42 @@ std::string With_Line(const std::string& text, std::size_t number, const std::st
 
 bool Read(const std::string& text)
 {
-    Reset_All();
+    Reset_All(design);
     Text_Source source(text);
-    return ReadFile(source);
+    return ReadFile(design, source);
 }
 
 std::string Written(std::string_view tag)
 {
     Text_Sink sink;
-    Write_Model(sink, tag);
+    Write_Model(design, sink, tag);
     return sink.Text();
 }
 
 class Model_File : public ::testing::Test {
 protected:
-    Model_File() { Sub_Main("", {}); }
+    Model_File() { Sub_Main(design, "", {}); }
 
     /// The four-segment design of the program's own examples of use.
     static void Make_Design(int points_per_degree = 1)
     {
-        Set_Step(1.0 / points_per_degree);
+        Set_Step(design, 1.0 / points_per_degree);
         Motion_Group& m = design.motion;
         m.No_of_segments = 4;
         const char* const kinds = "RDFD";
         const char* const programs[] = {"MS", "DW", "CF", "DW"};
         const char* const ends[] = {"0", "25", "25", "0", "0"};
         for (int i = 1; i <= 4; ++i) {
-            Pick_Motion(i, kinds[i - 1]);
-            Pick_Program(i, programs[i - 1]);
+            Pick_Motion(design, i, kinds[i - 1]);
+            Pick_Program(design, i, programs[i - 1]);
             m.Beta_Deg(i) = 90.0;
             m.Beta_Rad(i) = 90.0 / Deg_per_Rad;
             m.Start_Value(i) = ends[i - 1];
             m.End_Value(i) = ends[i];
         }
-        Set_Shaft_Speed(12.566370616);
-        ASSERT_TRUE(Calc_All(true));
-        ASSERT_TRUE(Motion_Done());
+        Set_Shaft_Speed(design, 12.566370616);
+        ASSERT_TRUE(Calc_All(design, true));
+        ASSERT_TRUE(Motion_Done(design));
     }
 
     Script user_;
@@ -240,7 +240,7 @@ TEST_F(Model_File, twenty_segments_end_in_the_error_handler_when_written_and_whe
     design.motion.No_of_segments = 20;
     design.identity.File_Name = ::testing::TempDir() + "lobemax_twenty.cam";
     user_.Expect(Error_Box(9, "Index out of bounds", "WriteFile_8"));
-    EXPECT_FALSE(Write_Model_File(Replace::whole_or_nothing));
+    EXPECT_FALSE(Write_Model_File(design, Replace::whole_or_nothing));
     const std::string cut = Content(design.identity.File_Name);
     EXPECT_TRUE(Lines(cut).back().starts_with("\"Pbound( 20, 9)\"")) << "the records after that step are missing";
     EXPECT_FALSE(design.flags.Model_Saved);
@@ -573,15 +573,15 @@ TEST_F(Model_File, a_binary_file_is_refused)
 
 TEST_F(Model_File, a_directory_and_a_missing_file_are_reported)
 {
-    Reset_All();
+    Reset_All(design);
     user_.Expect(Error_Box(75, "Path or file access error", "ReadFile"));
-    EXPECT_FALSE(Load_Model(::testing::TempDir()));
+    EXPECT_FALSE(Load_Model(design, ::testing::TempDir()));
     EXPECT_TRUE(design.run.Read_Abort);
 
     Expected_Box missing = Error_Box(53, "File not found", "ReadFile");
     missing.text += "There are no files with your chosen name in the selected directory";
     user_.Expect(missing);
-    EXPECT_FALSE(Load_Model("/no/such/model.cam"));
+    EXPECT_FALSE(Load_Model(design, "/no/such/model.cam"));
     EXPECT_TRUE(design.run.Read_Abort);
 }
 
@@ -594,7 +594,7 @@ TEST_F(Model_File, a_file_without_permission_is_reported)
     if (root && ::seteuid(65534) != 0)
         GTEST_SKIP() << "cannot become another user";
     user_.Expect(Error_Box(70, "Permission denied", "ReadFile"));
-    EXPECT_FALSE(Load_Model(path));
+    EXPECT_FALSE(Load_Model(design, path));
     if (root) {
         ASSERT_EQ(::seteuid(0), 0);
     }
@@ -744,10 +744,10 @@ TEST_F(Model_File, a_line_of_200_megabytes_is_given_up_after_its_first_part)
          {std::pair(std::string("\"LOBEMAX "), "ReadFile"), std::pair(std::string("LOBEMAX "), "ReadFile"),
           std::pair(header + "\"User\",\"", "ReadFile_8"),
           std::pair(header + "\"User\",\"a\"\r\n\"Design No.\",", "ReadFile_8")}) {
-        Reset_All();
+        Reset_All(design);
         Endless_Line source(start);
         user_.Expect(Error_Box(59, "Bad record length", reader));
-        EXPECT_FALSE(ReadFile(source));
+        EXPECT_FALSE(ReadFile(design, source));
         EXPECT_LT(source.taken, 1'000'000U) << "no more memory than a record may take";
     }
 }
@@ -776,7 +776,7 @@ TEST_F(Saving, save_as_shows_its_dialog_and_names_the_model_after_the_file)
 {
     design.identity.Model_Name = "Press";
     user_.Expect(Success());
-    EXPECT_TRUE(Save_As_Plus());
+    EXPECT_TRUE(Save_As_Plus(design));
     ASSERT_EQ(user_.dialogs.size(), 1U);
     EXPECT_EQ(user_.dialogs[0].title, "Save the Model");
     EXPECT_EQ(user_.dialogs[0].filter, "(*.cam)|*.cam");
@@ -791,7 +791,7 @@ TEST_F(Saving, save_as_shows_its_dialog_and_names_the_model_after_the_file)
 TEST_F(Saving, a_cancelled_dialog_changes_nothing)
 {
     user_.path.reset();
-    EXPECT_FALSE(Save_As_Plus());
+    EXPECT_FALSE(Save_As_Plus(design));
     EXPECT_FALSE(design.flags.Model_Saved);
     EXPECT_EQ(design.identity.Model_Name, "Model1");
     EXPECT_EQ(design.identity.File_Name, "");
@@ -805,11 +805,11 @@ TEST_F(Saving, the_older_formats_ask_first_and_the_version_comes_back)
         Buttons::Yes_No, Symbol::none, Answer::Yes};
     user_.Expect(question);
     user_.Expect(Success());
-    EXPECT_TRUE(Save_As_V8());
+    EXPECT_TRUE(Save_As_V8(design));
     EXPECT_EQ(Lines(Content(path_))[1], "\"8\"");
     user_.Expect(question);
     user_.Expect(Success());
-    EXPECT_TRUE(Save_As_V7());
+    EXPECT_TRUE(Save_As_V7(design));
     EXPECT_EQ(Lines(Content(path_))[1], "\"7.2\"");
     EXPECT_EQ(Lines(Content(path_))[2], "\"9.0\"");
     EXPECT_EQ(design.identity.Version_Str, "9");
@@ -818,18 +818,18 @@ TEST_F(Saving, the_older_formats_ask_first_and_the_version_comes_back)
     no.answer = Answer::No;
     user_.Expect(no);
     const std::size_t shown = user_.dialogs.size();
-    EXPECT_FALSE(Save_As_V7());
+    EXPECT_FALSE(Save_As_V7(design));
     EXPECT_EQ(user_.dialogs.size(), shown) << "no dialog after No";
 }
 
 TEST_F(Saving, save_overwrites_a_saved_model_and_asks_for_a_name_otherwise)
 {
     user_.Expect(Success());
-    EXPECT_TRUE(Save_Model());
+    EXPECT_TRUE(Save_Model(design));
     EXPECT_EQ(user_.dialogs.size(), 1U);
     design.identity.User = "later";
     user_.Expect(Success());
-    EXPECT_TRUE(Save_Model());
+    EXPECT_TRUE(Save_Model(design));
     EXPECT_EQ(user_.dialogs.size(), 1U) << "no name is asked for";
     EXPECT_NE(Content(path_).find("\"User\",\"later\""), std::string::npos);
 }
@@ -838,13 +838,13 @@ TEST_F(Saving, a_replaced_file_stands_as_a_backup_until_the_new_one_is_whole)
 {
     std::ofstream(path_) << "older";
     user_.Expect(Success());
-    EXPECT_TRUE(Save_As_Plus());
+    EXPECT_TRUE(Save_As_Plus(design));
     EXPECT_NE(::access((path_ + ".bak").c_str(), F_OK), 0);
 
     std::ofstream(path_) << "older";
     design.motion.No_of_segments = 20;
     user_.Expect(Error_Box(9, bounds, "WriteFile_8"));
-    EXPECT_FALSE(Save_As_Plus());
+    EXPECT_FALSE(Save_As_Plus(design));
     EXPECT_EQ(Content(path_ + ".bak"), "older");
     EXPECT_TRUE(Content(path_).starts_with("\"LOBEMAX Plus\"")) << "the cut file stays on disk";
 }
@@ -855,7 +855,7 @@ TEST_F(Saving, a_place_that_cannot_be_written_is_reported_and_the_older_file_sta
     Expected_Box missing = Error_Box(53, "File not found", "WriteFile_8");
     missing.text += "There are no files with your chosen name in the selected directory";
     user_.Expect(missing);
-    EXPECT_FALSE(Save_As_Plus());
+    EXPECT_FALSE(Save_As_Plus(design));
     EXPECT_FALSE(design.flags.Model_Saved);
 }
 
@@ -867,7 +867,7 @@ TEST_F(Saving, a_full_disk_is_reported)
     Expected_Box full = Error_Box(61, "Disk full", "WriteFile_8");
     full.text += " The floppy disk in the drive is full - please substitute another";
     user_.Expect(full);
-    EXPECT_FALSE(Write_Model_File(Replace::whole_or_nothing));
+    EXPECT_FALSE(Write_Model_File(design, Replace::whole_or_nothing));
 }
 
 // ---- opening
@@ -899,7 +899,7 @@ TEST_F(Opening, a_design_never_calculated_is_opened_over_without_a_question)
 {
     design.flags.CompCam_Calc = true;
     user_.Expect({Report(true)});
-    EXPECT_TRUE(Open_Model());
+    EXPECT_TRUE(Open_Model(design));
     ASSERT_EQ(user_.dialogs.size(), 1U);
     EXPECT_EQ(user_.dialogs[0].title, "Open a model");
     EXPECT_EQ(user_.dialogs[0].filter, "LOBEMAX (*.cam)|*.cam|All (*.*)|*.*|");
@@ -916,7 +916,7 @@ TEST_F(Opening, unsaved_results_are_asked_about)
     design.flags.Calculated = true;
     user_.Expect(question_);
     user_.Expect({Report(true)});
-    EXPECT_TRUE(Open_Model());
+    EXPECT_TRUE(Open_Model(design));
 }
 
 TEST_F(Opening, a_yes_saves_first_and_a_cancelled_save_loses_nothing)
@@ -927,7 +927,7 @@ TEST_F(Opening, a_yes_saves_first_and_a_cancelled_save_loses_nothing)
     yes.answer = Answer::Yes;
     user_.Expect(yes);
     user_.path.reset();  // the save dialog is cancelled
-    EXPECT_FALSE(Open_Model(path_));
+    EXPECT_FALSE(Open_Model(design, path_));
     EXPECT_TRUE(design.flags.Calculated);
     EXPECT_EQ(design.identity.User, "unsaved work");
 }
@@ -936,7 +936,7 @@ TEST_F(Opening, a_cancelled_dialog_leaves_the_design_reset)
 {
     design.cam.Prime_Rad = 99.0;
     user_.path.reset();
-    EXPECT_FALSE(Open_Model());
+    EXPECT_FALSE(Open_Model(design));
     EXPECT_EQ(design.cam.Prime_Rad, Single(76.2));
     EXPECT_FALSE(design.flags.From_Disk);
 }
@@ -950,7 +950,7 @@ TEST_F(Opening, a_file_cut_in_its_items_is_told_as_partial_and_loses_its_flags)
                       "     was only partially read into memory.\n It may have been created in an earlier version of "
                       "LOBEMAX and its setup info may be incomplete.  Please check carefully.",
                   Buttons::OK, Symbol::exclamation});
-    EXPECT_FALSE(Open_Model());
+    EXPECT_FALSE(Open_Model(design));
     EXPECT_FALSE(design.flags.Calculated || design.flags.Modelflag || design.flags.Polydyne_Calc);
     EXPECT_EQ(design.cam.ArmX, Single(775.1));
 }
@@ -961,14 +961,14 @@ TEST_F(Opening, a_file_cut_in_its_table_is_told_as_read_only_partially)
     std::ofstream(path_, std::ios::binary) << reference.substr(0, reference.size() / 2);
     user_.Expect(Error_Box(62, past_end, "ReadFile_8"));
     user_.Expect({Report(false)});
-    EXPECT_FALSE(Open_Model());
+    EXPECT_FALSE(Open_Model(design));
 }
 
 TEST_F(Opening, a_file_of_another_program_leaves_the_design_reset)
 {
     std::ofstream(path_) << "hello\n";
     user_.Expect({"This data file is not compatible with LOBEMAX Plus. ", Buttons::OK, Symbol::exclamation});
-    EXPECT_FALSE(Open_Model());
+    EXPECT_FALSE(Open_Model(design));
     EXPECT_EQ(design.identity.Model_Name, "Model1");
 }
 

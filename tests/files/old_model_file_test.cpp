@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "core/design_state.h"
 #include "core/startup.h"
 #include "files/model_file.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -225,15 +225,15 @@ private:
 
 class Old_Formats : public ::testing::Test {
 protected:
-    Old_Formats() { Sub_Main("", {}); }
+    Old_Formats() { Sub_Main(design, "", {}); }
 
     static bool Read(const Old_File& file)
     {
         design.identity.WhichUnit = 5;
-        Reset_All();
+        Reset_All(design);
         const Old_Writer writer(file);
         Text_Source source(writer.Text());
-        return ReadFile(source);
+        return ReadFile(design, source);
     }
 
     /// What every old file holds, up to and with the cam and dynamics block.
@@ -502,9 +502,9 @@ TEST_F(Old_Formats, tag_6_below_release_1_3_has_a_header_of_three_lines_and_rows
 
 TEST_F(Old_Formats, an_end_right_behind_the_header_ends_the_read_at_once)
 {
-    Reset_All();
+    Reset_All(design);
     Text_Source source("\"LOBEMAX\"\r\n\"6\"\r\n\"2.6\"\r\n\"Professional\"\r\n\"x.cam\"\r\n");
-    EXPECT_TRUE(ReadFile(source));
+    EXPECT_TRUE(ReadFile(design, source));
     EXPECT_FALSE(design.flags.From_Disk);
 }
 
@@ -518,10 +518,10 @@ TEST_F(Old_Formats, an_error_in_the_oldest_reader_keeps_what_was_read_and_runs_i
                         .to_model_type = false,
                         .after_model_type = false};
     const std::string text = Old_Writer(file).Text();
-    Reset_All();
+    Reset_All(design);
     Text_Source source(std::string_view(text).substr(0, text.size() / 2));
     user_.Expect(Error_Box(62, "Input past end of file", "Read_Old_file"));
-    EXPECT_FALSE(ReadFile(source));
+    EXPECT_FALSE(ReadFile(design, source));
     EXPECT_TRUE(design.run.Read_Partial);
     EXPECT_FALSE(design.run.Read_Complete);
     EXPECT_TRUE(design.flags.From_Disk);
@@ -531,10 +531,10 @@ TEST_F(Old_Formats, an_error_in_the_oldest_reader_keeps_what_was_read_and_runs_i
 TEST_F(Old_Formats, an_error_in_the_7_1_reader_bears_its_name)
 {
     const std::string text = Old_Writer({.tag = "7.1", .release = "2.0"}).Text();
-    Reset_All();
+    Reset_All(design);
     Text_Source source(std::string_view(text).substr(0, text.size() / 2));
     user_.Expect(Error_Box(62, "Input past end of file", "ReadFile71"));
-    EXPECT_FALSE(ReadFile(source));
+    EXPECT_FALSE(ReadFile(design, source));
     EXPECT_TRUE(design.run.Read_Partial);
 }
 
@@ -550,10 +550,10 @@ TEST_F(Old_Formats, counts_that_no_table_could_fill_take_no_memory)
         ASSERT_NE(at, std::string::npos);
         text.replace(at, counts.size(),
                      "1\r\n" + std::to_string(variables) + "\r\n20\r\n40\r\n" + std::to_string(points) + "\r\n");
-        Reset_All();
+        Reset_All(design);
         Text_Source source(text);
         user_.Expect(Error_Box(error, description, "ReadFile71"));
-        EXPECT_FALSE(ReadFile(source));
+        EXPECT_FALSE(ReadFile(design, source));
         EXPECT_EQ(design.results.CalcData.Last_Row(), 53);
         EXPECT_EQ(design.results.CalcData.Last_Point(), 360);
     }

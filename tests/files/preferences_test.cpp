@@ -9,9 +9,9 @@
 #include <sstream>
 #include <string>
 
-#include "core/design_state.h"
 #include "core/startup.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -37,7 +37,7 @@ protected:
     {
         design = {};
         documents_ = ::testing::TempDir() + "lobemax_docs_" + std::to_string(::getpid());
-        folder_ = Program_Folder(documents_);
+        folder_ = Program_Folder(design, documents_);
     }
     void TearDown() override
     {
@@ -63,14 +63,14 @@ protected:
 
 TEST_F(Preferences, the_folder_has_the_first_seven_letters_of_the_program)
 {
-    EXPECT_EQ(Program_Folder("/home/me/Documents"), "/home/me/Documents/LOBEMAX/");
+    EXPECT_EQ(Program_Folder(design, "/home/me/Documents"), "/home/me/Documents/LOBEMAX/");
 }
 
 TEST_F(Preferences, a_first_run_makes_folder_and_file_with_the_built_in_defaults)
 {
-    EXPECT_FALSE(Read_Preferences(folder_));
+    EXPECT_FALSE(Read_Preferences(design, folder_));
     EXPECT_EQ(Content(), built_in);
-    EXPECT_TRUE(Read_Preferences(folder_));
+    EXPECT_TRUE(Read_Preferences(design, folder_));
 }
 
 TEST_F(Preferences, what_was_written_comes_back)
@@ -85,9 +85,9 @@ TEST_F(Preferences, what_was_written_comes_back)
     design.run.Aspect_Flag = true;
     design.motion.Time_Base = 3;
     fs::create_directories(folder_);
-    ASSERT_TRUE(Write_Preferences(folder_));
+    ASSERT_TRUE(Write_Preferences(design, folder_));
     design = {};
-    ASSERT_TRUE(Read_Preferences(folder_));
+    ASSERT_TRUE(Read_Preferences(design, folder_));
     EXPECT_EQ(design.identity.WhichUnit, 1);
     EXPECT_EQ(design.identity.Number_Format, "Europe");
     EXPECT_EQ(design.cam.Camtype, "Barrel");
@@ -105,8 +105,8 @@ TEST_F(Preferences, a_time_base_of_zero_becomes_one_at_the_start)
     text.replace(text.rfind('1'), 1, "0");
     Put(text);
     Start_Services services;
-    services.read_preferences = [this] { Read_Preferences(folder_); };
-    ASSERT_TRUE(Sub_Main("", services));
+    services.read_preferences = [this] { Read_Preferences(design, folder_); };
+    ASSERT_TRUE(Sub_Main(design, "", services));
     EXPECT_EQ(design.motion.Time_Base, 1);
 }
 
@@ -117,15 +117,15 @@ TEST_F(Preferences, a_damaged_file_is_reported_by_its_stage_and_keeps_what_it_co
     text.replace(text.find(",5"), 2, ",2");
     Put(text);
     script_.Expect(Error_Box(13, "Type mismatch", "Read_Preferences when reading Pref_File"));
-    EXPECT_FALSE(Read_Preferences(folder_));
+    EXPECT_FALSE(Read_Preferences(design, folder_));
     EXPECT_EQ(design.identity.WhichUnit, 2);
     EXPECT_EQ(design.cam.Camtype, "Radial");
     Put("\"Unit Code =  \",9\r\n");
     script_.Expect(Error_Box(9, "Index out of bounds", "Read_Preferences when reading Pref_File"));
-    EXPECT_FALSE(Read_Preferences(folder_));
+    EXPECT_FALSE(Read_Preferences(design, folder_));
     Put("\"Unit Code =  \",3\r\n");
     script_.Expect(Error_Box(62, "Input past end of file", "Read_Preferences when reading Pref_File"));
-    EXPECT_FALSE(Read_Preferences(folder_));
+    EXPECT_FALSE(Read_Preferences(design, folder_));
 }
 
 TEST_F(Preferences, a_folder_that_cannot_be_written_is_reported_by_its_stage)
@@ -133,7 +133,7 @@ TEST_F(Preferences, a_folder_that_cannot_be_written_is_reported_by_its_stage)
     script_.Expect(
         {"Error 53   (File not found)  has occurred in Write_Preferences when opening Preferences.txt File\n"
          "There are no files with your chosen name in the selected directory"});
-    EXPECT_FALSE(Write_Preferences("/no/such/folder/"));
+    EXPECT_FALSE(Write_Preferences(design, "/no/such/folder/"));
 }
 
 TEST_F(Preferences, the_association_is_a_line_of_the_users_default_applications)

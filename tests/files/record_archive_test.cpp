@@ -17,6 +17,7 @@
 
 #include "core/startup.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -25,12 +26,12 @@ using testing::Script;
 
 class Record_Archive : public ::testing::Test {
 protected:
-    Record_Archive() { Sub_Main("", {}); }
+    Record_Archive() { Sub_Main(design, "", {}); }
 
     static std::string Written(Single value)
     {
         Text_Sink sink;
-        Record_Writer writer(sink);
+        Record_Writer writer(design, sink);
         writer.Bare(value);
         writer.Flush();
         return sink.Text();
@@ -38,7 +39,7 @@ protected:
     static double Read(const std::string& text)
     {
         Text_Source source(text);
-        Record_Reader reader(source);
+        Record_Reader reader(design, source);
         Single value;
         reader.Bare(value);
         return value;
@@ -55,7 +56,7 @@ protected:
     static std::string Read_User(const std::string& record)
     {
         Text_Source source(record);
-        Record_Reader reader(source);
+        Record_Reader reader(design, source);
         reader.Record("User");
         return design.identity.User;
     }
@@ -123,7 +124,7 @@ TEST_F(Record_Archive, a_labelled_record_is_label_comma_value_without_a_blank)
     design.flags.Sized = true;
     design.identity.User = "A \"B\" C";
     Text_Sink sink;
-    Record_Writer writer(sink);
+    Record_Writer writer(design, sink);
     writer.Record("Beta_Deg", At(2));
     writer.Record("Sized");
     writer.Record("User");
@@ -139,7 +140,7 @@ TEST_F(Record_Archive, a_labelled_record_is_label_comma_value_without_a_blank)
 TEST_F(Record_Archive, labels_are_skipped_without_a_look)
 {
     Text_Source source("\"anything, at all\",12.5\r\nbare label,7\r\n");
-    Record_Reader reader(source);
+    Record_Reader reader(design, source);
     reader.Record("Prime_Rad");
     reader.Record("Offset");
     EXPECT_EQ(design.cam.Prime_Rad, 12.5);
@@ -163,7 +164,7 @@ TEST_F(Record_Archive, bytes_outside_ascii_are_utf8_if_valid_and_windows_1252_if
 TEST_F(Record_Archive, lines_may_end_in_any_of_the_three_ways)
 {
     Text_Source source("1\n2\r3\r\n4");
-    Record_Reader reader(source);
+    Record_Reader reader(design, source);
     for (const double expected : {1.0, 2.0, 3.0, 4.0}) {
         Single value;
         reader.Bare(value);
@@ -178,7 +179,7 @@ TEST_F(Record_Archive, flags_are_read_in_words_and_in_numbers)
     const auto read = [](const std::string& text) {
         const std::string record = "\"x\"," + text + "\r\n";
         Text_Source source(record);
-        Record_Reader reader(source);
+        Record_Reader reader(design, source);
         reader.Record("Sized");
         return static_cast<bool>(design.flags.Sized);
     };
@@ -195,7 +196,7 @@ TEST_F(Record_Archive, integers_are_whole_and_of_sixteen_bits)
     const auto fault_of = [](const std::string& text) {
         const std::string record = "\"x\"," + text + "\r\n";
         Text_Source source(record);
-        Record_Reader reader(source);
+        Record_Reader reader(design, source);
         try {
             reader.Record("Printstep");
         } catch (const Fault& fault) {
@@ -221,7 +222,7 @@ TEST_F(Record_Archive, records_cross_the_ends_of_the_buffer)
         values.back() = n % 3 == 0 ? n + 0.5 : n;
     }
     Text_Source source(file);
-    Record_Reader reader(source);
+    Record_Reader reader(design, source);
     for (const double expected : values) {
         Single value;
         reader.Bare(value);
@@ -260,7 +261,7 @@ TEST_F(Record_Archive, a_line_of_200_megabytes_is_no_record_and_is_given_up_earl
 {
     for (const std::string start : {"", "\""}) {
         Long_Line source(start, '1', 200'000'000);
-        Record_Reader reader(source);
+        Record_Reader reader(design, source);
         Single value;
         try {
             if (start.empty())

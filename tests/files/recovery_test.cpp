@@ -8,11 +8,11 @@
 #include <fstream>
 #include <string>
 
-#include "core/design_state.h"
 #include "core/startup.h"
 #include "motion/examples.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -30,7 +30,7 @@ protected:
     {
         folder_ = ::testing::TempDir() + "lobemax_recovery_" + std::to_string(::getpid()) + "/";
         fs::create_directories(folder_);
-        ASSERT_TRUE(Sub_Main("", {}));
+        ASSERT_TRUE(Sub_Main(design, "", {}));
     }
     void TearDown() override
     {
@@ -45,18 +45,18 @@ protected:
 
 TEST_F(Recovery, an_unsaved_design_comes_back_as_it_was)
 {
-    ASSERT_TRUE(Build_Example("Four Dwell"));
+    ASSERT_TRUE(Build_Example(design, "Four Dwell"));
     design.identity.File_Name = "/home/me/work.cam";
     design.cam.Prime_Rad = 123.5;
     design.flags.Model_Saved = false;
     const double S = design.results.CalcData(var::S, 25);
-    ASSERT_TRUE(Write_Recovery(folder_));
+    ASSERT_TRUE(Write_Recovery(design, folder_));
     EXPECT_FALSE(design.flags.Model_Saved);
     EXPECT_EQ(design.identity.File_Name, "/home/me/work.cam");
 
-    ASSERT_TRUE(Sub_Main("", {}));  // the next run
+    ASSERT_TRUE(Sub_Main(design, "", {}));  // the next run
     script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::Yes});
-    EXPECT_TRUE(Offer_Recovery(folder_));
+    EXPECT_TRUE(Offer_Recovery(design, folder_));
     EXPECT_EQ(design.motion.No_of_segments, 8);
     EXPECT_EQ(design.cam.Prime_Rad, 123.5);
     EXPECT_EQ(design.results.CalcData(var::S, 25), S);
@@ -64,52 +64,52 @@ TEST_F(Recovery, an_unsaved_design_comes_back_as_it_was)
     EXPECT_FALSE(design.flags.Model_Saved);
     EXPECT_EQ(design.identity.File_Name, "/home/me/work.cam");
     EXPECT_FALSE(Kept());
-    EXPECT_FALSE(Offer_Recovery(folder_));  // once: no second question
+    EXPECT_FALSE(Offer_Recovery(design, folder_));  // once: no second question
 }
 
 TEST_F(Recovery, a_no_drops_it)
 {
-    ASSERT_TRUE(Build_Example("Double Dwell"));
+    ASSERT_TRUE(Build_Example(design, "Double Dwell"));
     design.flags.Model_Saved = false;
-    ASSERT_TRUE(Write_Recovery(folder_));
-    ASSERT_TRUE(Sub_Main("", {}));
+    ASSERT_TRUE(Write_Recovery(design, folder_));
+    ASSERT_TRUE(Sub_Main(design, "", {}));
     script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::No});
-    EXPECT_FALSE(Offer_Recovery(folder_));
+    EXPECT_FALSE(Offer_Recovery(design, folder_));
     EXPECT_FALSE(Kept());
     EXPECT_FALSE(design.flags.Calculated);
 }
 
 TEST_F(Recovery, what_is_saved_or_empty_is_not_kept_and_drops_an_older_one)
 {
-    EXPECT_FALSE(Worth_Recovering());
-    ASSERT_TRUE(Write_Recovery(folder_));
+    EXPECT_FALSE(Worth_Recovering(design));
+    ASSERT_TRUE(Write_Recovery(design, folder_));
     EXPECT_FALSE(Kept());
-    ASSERT_TRUE(Build_Example("Double Dwell"));
+    ASSERT_TRUE(Build_Example(design, "Double Dwell"));
     design.flags.Model_Saved = false;
-    ASSERT_TRUE(Write_Recovery(folder_));
+    ASSERT_TRUE(Write_Recovery(design, folder_));
     EXPECT_TRUE(Kept());
     design.flags.Model_Saved = true;
-    ASSERT_TRUE(Write_Recovery(folder_));
+    ASSERT_TRUE(Write_Recovery(design, folder_));
     EXPECT_FALSE(Kept());
 }
 
 TEST_F(Recovery, a_table_that_was_only_typed_is_worth_keeping)
 {
     design.motion.Start_Value(1) = "0";
-    EXPECT_TRUE(Worth_Recovering());
+    EXPECT_TRUE(Worth_Recovering(design));
 }
 
 TEST_F(Recovery, the_number_format_of_the_typed_texts_comes_back)
 {
-    ASSERT_TRUE(Build_Example("Double Dwell"));
+    ASSERT_TRUE(Build_Example(design, "Double Dwell"));
     design.identity.Number_Format = "Europe";
     design.motion.End_Value(1) = "12,5";
     design.flags.Model_Saved = false;
-    ASSERT_TRUE(Write_Recovery(folder_));
-    ASSERT_TRUE(Sub_Main("", {}));
+    ASSERT_TRUE(Write_Recovery(design, folder_));
+    ASSERT_TRUE(Sub_Main(design, "", {}));
     ASSERT_EQ(design.identity.Number_Format, "USA");
     script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::Yes});
-    EXPECT_TRUE(Offer_Recovery(folder_));
+    EXPECT_TRUE(Offer_Recovery(design, folder_));
     EXPECT_EQ(design.identity.Number_Format, "Europe");
     EXPECT_EQ(design.motion.End_Value(1), "12,5");
 }
@@ -124,7 +124,7 @@ TEST_F(Recovery, a_damaged_file_is_kept_aside_and_told_of)
         return box.buttons == Buttons::Yes_No ? Answer::Yes : Answer::OK;
     };
     const Host before = Install_Host(host);
-    EXPECT_FALSE(Offer_Recovery(folder_));
+    EXPECT_FALSE(Offer_Recovery(design, folder_));
     Install_Host(before);
     EXPECT_GE(boxes, 2);
     EXPECT_FALSE(Kept());
@@ -134,9 +134,9 @@ TEST_F(Recovery, a_damaged_file_is_kept_aside_and_told_of)
 
 TEST_F(Recovery, a_folder_that_cannot_be_written_tells_nobody)
 {
-    ASSERT_TRUE(Build_Example("Double Dwell"));
+    ASSERT_TRUE(Build_Example(design, "Double Dwell"));
     design.flags.Model_Saved = false;
-    EXPECT_FALSE(Write_Recovery(folder_ + "missing/"));
+    EXPECT_FALSE(Write_Recovery(design, folder_ + "missing/"));
 }
 
 TEST_F(Recovery, twenty_segments_keep_what_was_typed)
@@ -146,12 +146,12 @@ TEST_F(Recovery, twenty_segments_keep_what_was_typed)
         design.motion.Beta_Deg(i) = 18;
         design.motion.Start_Value(i) = design.motion.End_Value(i) = std::to_string(i);
     }
-    ASSERT_TRUE(Write_Recovery(folder_));
-    ASSERT_TRUE(Sub_Main("", {}));
+    ASSERT_TRUE(Write_Recovery(design, folder_));
+    ASSERT_TRUE(Sub_Main(design, "", {}));
     Host host = Installed_Host();
     host.messenger = [](const Message& box) { return box.buttons == Buttons::Yes_No ? Answer::Yes : Answer::OK; };
     const Host before = Install_Host(host);
-    EXPECT_TRUE(Offer_Recovery(folder_));
+    EXPECT_TRUE(Offer_Recovery(design, folder_));
     Install_Host(before);
     EXPECT_EQ(design.motion.No_of_segments, 20);
     EXPECT_EQ(design.motion.End_Value(20), "20");

@@ -11,6 +11,7 @@
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -38,21 +39,21 @@ Motion_Group& m()
 
 class Continuity : public ::testing::Test {
 protected:
-    void SetUp() override { ASSERT_TRUE(Sub_Main("", {})); }
+    void SetUp() override { ASSERT_TRUE(Sub_Main(design, "", {})); }
     void TearDown() override { design = {}; }
 
     static void Segment(int i, char kind, const char* program, double beta, const char* from, const char* to)
     {
         m().No_of_segments = i;
-        Pick_Motion(i, kind);
-        Pick_Program(i, program);
+        Pick_Motion(design, i, kind);
+        Pick_Program(design, i, program);
         m().Beta_Deg(i) = beta;
         m().Beta_Rad(i) = beta / Deg_per_Rad;
         m().Start_Value(i) = from;
         m().End_Value(i) = to;
-        Update_Segment_Angles();
+        Update_Segment_Angles(design);
     }
-    static void Check() { ContinuityCheck(m().Firstlast, m().Continuous, m().Max_Jump); }
+    static void Check() { ContinuityCheck(design, m().Firstlast, m().Continuous, m().Max_Jump); }
 
     Script script_;
 };
@@ -70,8 +71,8 @@ TEST_F(Continuity, one_segment_is_judged_at_its_start_and_end_alone)
     EXPECT_EQ(m().Max_Jump(0), 10.0);
     EXPECT_EQ(m().Max_Jump(1), 0.0);
     EXPECT_EQ(m().Max_Jump(2), 0.0);
-    EXPECT_EQ(Worst_Joint(0), 1);
-    EXPECT_EQ(Worst_Joint(1), 0);
+    EXPECT_EQ(Worst_Joint(design, 0), 1);
+    EXPECT_EQ(Worst_Joint(design, 1), 0);
 }
 
 TEST_F(Continuity, a_jump_of_exactly_the_limit_is_none)
@@ -102,8 +103,8 @@ TEST_F(Continuity, the_largest_jump_of_each_curve_is_kept_and_its_joint_found)
     EXPECT_EQ(m().Max_Jump(0), 0.75);
     EXPECT_EQ(m().Max_Jump(1), 3.0);
     EXPECT_EQ(m().Max_Jump(2), 0.0);
-    EXPECT_EQ(Worst_Joint(0), 3);
-    EXPECT_EQ(Worst_Joint(1), 2);
+    EXPECT_EQ(Worst_Joint(design, 0), 3);
+    EXPECT_EQ(Worst_Joint(design, 1), 2);
 }
 
 TEST_F(Continuity, a_fall_to_zero_and_a_dwell_at_zero_jump_by_rounding_only)
@@ -112,9 +113,9 @@ TEST_F(Continuity, a_fall_to_zero_and_a_dwell_at_zero_jump_by_rounding_only)
     Segment(2, 'D', "DW", 90, "25", "25");
     Segment(3, 'F', "67", 90, "25", "0");
     Segment(4, 'D', "DW", 90, "0", "0");
-    ASSERT_TRUE(Calc_All(true));
+    ASSERT_TRUE(Calc_All(design, true));
     script_.Expect({all_smooth});
-    EXPECT_TRUE(Continuity_Report());
+    EXPECT_TRUE(Continuity_Report(design));
     EXPECT_TRUE(m().Continuous);
     EXPECT_LT(m().Max_Jump(0), 1e-5);
 }
@@ -123,24 +124,25 @@ TEST_F(Continuity, two_dwells_at_different_heights_jump_in_s)
 {
     Segment(1, 'D', "DW", 180, "5", "5");
     Segment(2, 'D', "DW", 180, "0", "0");
-    ASSERT_TRUE(Calc_All(true));
+    ASSERT_TRUE(Calc_All(design, true));
     // The jump is 5 of a largest S of 5.
-    const std::string text = problem + "\nThe largest discontinuity between adjacent S values is: " + FNRoundStr(5, 6) +
-                             ",   or  " + FNRoundStr(100, 4) + " % of maximum value." + what_to_do;
+    const std::string text = problem +
+                             "\nThe largest discontinuity between adjacent S values is: " + FNRoundStr(design, 5, 6) +
+                             ",   or  " + FNRoundStr(design, 100, 4) + " % of maximum value." + what_to_do;
     script_.Expect({text, Buttons::OK_Cancel, Symbol::exclamation, Answer::OK});
-    EXPECT_TRUE(Continuity_Report());
+    EXPECT_TRUE(Continuity_Report(design));
     EXPECT_FALSE(m().Continuous);
     EXPECT_TRUE(design.flags.Calculated);
     script_.Expect({text, Buttons::OK_Cancel, Symbol::exclamation, Answer::Cancel});
-    EXPECT_FALSE(Continuity_Report());
+    EXPECT_FALSE(Continuity_Report(design));
 }
 
 TEST_F(Continuity, a_dwell_beside_a_rise_is_compared_one_step_inside_it)
 {
-    Set_Shaft_Speed(10);
+    Set_Shaft_Speed(design, 10);
     Segment(1, 'R', "C1", 180, "0", "10");
     Segment(2, 'D', "DW", 180, "10", "10");
-    ASSERT_TRUE(Calc_All(true));
+    ASSERT_TRUE(Calc_All(design, true));
     // A half cycloid ends at twice its mean velocity, 2 x 10 over pi radians, times the shaft speed; the dwell's
     // inner point stands still, though the point that both share holds whichever was stored last.
     const double v = 2 * 10.0 / PI * 10.0;
@@ -159,19 +161,20 @@ TEST_F(Continuity, the_box_names_each_curve_that_jumps_with_its_percentage)
     design.results.CalcData(var::S, 10) = 0.5;
     design.results.CalcData(var::V, 20) = -8.0;  // the largest absolute value counts
     Check();
-    EXPECT_EQ(Continuity_Text(), problem + "\nThe largest discontinuity between adjacent S values is: " +
-                                     FNRoundStr(0.25, 6) + ",   or  " + FNRoundStr(50, 4) + " % of maximum value." +
-                                     "\nThe largest discontinuity between adjacent V values is: " + FNRoundStr(2, 6) +
-                                     ",   or  " + FNRoundStr(25, 4) + " % of maximum value." + what_to_do);
-    EXPECT_NE(Continuity_Text().find("0.250 000 "), std::string::npos);
+    EXPECT_EQ(Continuity_Text(design),
+              problem + "\nThe largest discontinuity between adjacent S values is: " + FNRoundStr(design, 0.25, 6) +
+                  ",   or  " + FNRoundStr(design, 50, 4) + " % of maximum value." +
+                  "\nThe largest discontinuity between adjacent V values is: " + FNRoundStr(design, 2, 6) + ",   or  " +
+                  FNRoundStr(design, 25, 4) + " % of maximum value." + what_to_do);
+    EXPECT_NE(Continuity_Text(design).find("0.250 000 "), std::string::npos);
     design.identity.Number_Format = "Europe";
-    EXPECT_NE(Continuity_Text().find("0,250 000 "), std::string::npos);
+    EXPECT_NE(Continuity_Text(design).find("0,250 000 "), std::string::npos);
 }
 
 TEST_F(Continuity, a_curve_of_zeros_has_no_percentage)
 {
     m().Max_Jump(2) = 5.0;
-    EXPECT_EQ(Jump_Percent(2), 0.0);
+    EXPECT_EQ(Jump_Percent(design, 2), 0.0);
 }
 
 }  // namespace

@@ -11,12 +11,12 @@
 #include <tuple>
 #include <vector>
 
-#include "core/design_state.h"
 #include "core/startup.h"
 #include "core/text.h"
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -37,7 +37,7 @@ void Start_In(int units, const std::string& number_format = "USA")
         design.identity.WhichUnit = units;
         design.identity.Number_Format = number_format;
     };
-    ASSERT_TRUE(Sub_Main("", services));
+    ASSERT_TRUE(Sub_Main(design, "", services));
 }
 
 // What an inch is in each system: the shop's round numbers, the prime radius closer.
@@ -124,7 +124,7 @@ protected:
 
 TEST_P(Example_in_Units, has_its_table)
 {
-    ASSERT_TRUE(Load_Example(example().name));
+    ASSERT_TRUE(Load_Example(design, example().name));
     ASSERT_EQ(m().No_of_segments, static_cast<int>(example().table.size()));
     int i = 0;
     double start = 0.0;
@@ -142,8 +142,8 @@ TEST_P(Example_in_Units, has_its_table)
         EXPECT_EQ(m().Shift(i), start);
         start += row.beta;
         EXPECT_EQ(m().Gamma(i), start);
-        EXPECT_EQ(Single(Val(m().Start_Value(i))), Single(Position_of(row.start)));
-        EXPECT_EQ(Single(Val(m().End_Value(i))), Single(Position_of(row.end)));
+        EXPECT_EQ(Single(Val(design, m().Start_Value(i))), Single(Position_of(row.start)));
+        EXPECT_EQ(Single(Val(design, m().End_Value(i))), Single(Position_of(row.end)));
         EXPECT_FALSE(m().Seg_Done(i)) << "nothing is calculated yet";
     }
     EXPECT_EQ(start, 360.0);
@@ -157,7 +157,7 @@ TEST_P(Example_in_Units, has_its_table)
 
 TEST_P(Example_in_Units, has_its_speed_and_sizes)
 {
-    ASSERT_TRUE(Load_Example(example().name));
+    ASSERT_TRUE(Load_Example(design, example().name));
     const double omega = Single(example().omega);
     EXPECT_EQ(m().Shaft_speed, omega);
     EXPECT_EQ(m().Shaft_Speed_Sq, Single(omega * omega));
@@ -182,8 +182,8 @@ TEST_P(Example_in_Units, is_a_radial_cam_at_a_step_of_1_degree_in_the_system_in_
     design.cam.Camtype = "Barrel";
     design.cam.Barrel_Type = "Ribbed";
     design.cam.Rotflag = 1;
-    ASSERT_TRUE(Set_Step(0.25));
-    ASSERT_TRUE(Load_Example(example().name));
+    ASSERT_TRUE(Set_Step(design, 0.25));
+    ASSERT_TRUE(Load_Example(design, example().name));
     EXPECT_EQ(design.cam.Camtype, "Radial");
     EXPECT_EQ(design.cam.Barrel_Type, "");
     EXPECT_EQ(design.cam.Rotflag, -1);  // "true"
@@ -197,7 +197,7 @@ TEST_P(Example_in_Units, is_a_radial_cam_at_a_step_of_1_degree_in_the_system_in_
 
 TEST_P(Example_in_Units, is_calculated_with_its_flags)
 {
-    ASSERT_TRUE(Build_Example(example().name));
+    ASSERT_TRUE(Build_Example(design, example().name));
     EXPECT_TRUE(design.flags.Calculated);
     EXPECT_FALSE(design.flags.Example_Loaded || design.flags.File_Loaded);
     EXPECT_FALSE(design.flags.Modelflag || design.flags.Stressflag || design.flags.Ext_Force_Calc);
@@ -217,7 +217,7 @@ TEST_P(Example_in_Units, is_calculated_with_its_flags)
 
 TEST_P(Example_in_Units, runs_through_the_positions_of_its_table)
 {
-    ASSERT_TRUE(Build_Example(example().name));
+    ASSERT_TRUE(Build_Example(design, example().name));
     const Table<Single>& data = design.results.CalcData;
     int point = 0;
     const double slack = 2e-6 * Position_of(5.0);
@@ -256,16 +256,16 @@ TEST_F(Examples, stand_in_the_order_of_their_menu)
 
 TEST_F(Examples, are_found_in_upper_and_lower_case)
 {
-    EXPECT_TRUE(Load_Example("single dwell"));
-    EXPECT_TRUE(Load_Example("4-BAR LINKAGE"));
+    EXPECT_TRUE(Load_Example(design, "single dwell"));
+    EXPECT_TRUE(Load_Example(design, "4-BAR LINKAGE"));
 }
 
 TEST_F(Examples, of_another_name_do_not_exist_and_the_design_stays)
 {
-    ASSERT_TRUE(Build_Example("Double Dwell"));
+    ASSERT_TRUE(Build_Example(design, "Double Dwell"));
     for (const char* name : {"", "Triple Dwell", "Single", "Single Dwell "}) {
-        EXPECT_FALSE(Load_Example(name)) << name;
-        EXPECT_FALSE(Build_Example(name)) << name;
+        EXPECT_FALSE(Load_Example(design, name)) << name;
+        EXPECT_FALSE(Build_Example(design, name)) << name;
         EXPECT_EQ(m().No_of_segments, 4);
         EXPECT_EQ(m().Program(1), "MT");
         EXPECT_EQ(m().Shaft_speed, 18.0);
@@ -278,17 +278,17 @@ TEST_F(Examples, type_their_positions_with_the_decimal_symbol_of_the_number_form
 {
     // An inch is 2.5 cm and 1/40 m.
     Start_In(4, "USA");
-    ASSERT_TRUE(Load_Example("Double Dwell"));
+    ASSERT_TRUE(Load_Example(design, "Double Dwell"));
     EXPECT_EQ(m().Start_Value(1), "0");
     EXPECT_EQ(m().End_Value(1), "2.5");
     EXPECT_EQ(m().Start_Value(2), "2.5");
     Start_In(4, "Europe");
-    ASSERT_TRUE(Load_Example("Double Dwell"));
+    ASSERT_TRUE(Load_Example(design, "Double Dwell"));
     EXPECT_EQ(m().Start_Value(1), "0");
     EXPECT_EQ(m().End_Value(1), "2,5");
     EXPECT_EQ(m().Start_Value(3), "2,5");
     Start_In(3, "Europe");
-    ASSERT_TRUE(Load_Example("Single Dwell"));
+    ASSERT_TRUE(Load_Example(design, "Single Dwell"));
     EXPECT_EQ(m().End_Value(1), "0,025");
 }
 
@@ -296,11 +296,11 @@ TEST_F(Examples, run_the_same_in_both_number_formats)
 {
     for (const int units : {2, 3, 4}) {
         Start_In(units, "USA");
-        ASSERT_TRUE(Build_Example("Single Dwell"));
+        ASSERT_TRUE(Build_Example(design, "Single Dwell"));
         const Table<Single> usa = design.results.CalcData;
         ASSERT_GT(usa(var::S, 90), 0.0);
         Start_In(units, "Europe");
-        ASSERT_TRUE(Build_Example("Single Dwell"));
+        ASSERT_TRUE(Build_Example(design, "Single Dwell"));
         for (int v = 0; v <= 53; ++v)
             for (int p = 0; p <= 360; ++p)
                 ASSERT_EQ(design.results.CalcData(v, p), usa(v, p));
@@ -311,7 +311,7 @@ TEST_F(Examples, lift_of_the_Four_Dwell_is_the_plain_number_1_in_every_system)
 {
     for (int units = 1; units <= 5; ++units) {
         Start_In(units);
-        ASSERT_TRUE(Build_Example("Four Dwell"));
+        ASSERT_TRUE(Build_Example(design, "Four Dwell"));
         EXPECT_EQ(m().End_Value(1), "1");
         EXPECT_NEAR(m().MaxLift, 1.0, 1e-6);
     }
@@ -319,11 +319,11 @@ TEST_F(Examples, lift_of_the_Four_Dwell_is_the_plain_number_1_in_every_system)
 
 TEST_F(Examples, take_the_place_of_the_whole_design)
 {
-    ASSERT_TRUE(Build_Example("Four Dwell"));
+    ASSERT_TRUE(Build_Example(design, "Four Dwell"));
     design.identity.Model_Name = "Mine";
     design.cam.Conjugate = true;
     design.dynamics.Preload = 123.0;
-    ASSERT_TRUE(Load_Example("Single Dwell"));
+    ASSERT_TRUE(Load_Example(design, "Single Dwell"));
     EXPECT_EQ(m().No_of_segments, 3);
     EXPECT_EQ(m().Rise_Fall_Dwell(4), "");
     EXPECT_EQ(m().Beta_Deg(4), 0.0);
@@ -335,13 +335,13 @@ TEST_F(Examples, take_the_place_of_the_whole_design)
 
 TEST_F(Examples, follow_one_another_without_a_trace)
 {
-    ASSERT_TRUE(Build_Example("Single Dwell"));
+    ASSERT_TRUE(Build_Example(design, "Single Dwell"));
     const Table<Single> first = design.results.CalcData;
-    ASSERT_TRUE(Build_Example("Oscillating"));
+    ASSERT_TRUE(Build_Example(design, "Oscillating"));
     EXPECT_FALSE(design.cam.Translating);
-    ASSERT_TRUE(Build_Example("Flat Follower"));
+    ASSERT_TRUE(Build_Example(design, "Flat Follower"));
     EXPECT_EQ(design.cam.Followtype, 2);
-    ASSERT_TRUE(Build_Example("Single Dwell"));
+    ASSERT_TRUE(Build_Example(design, "Single Dwell"));
     EXPECT_EQ(design.cam.Followtype, 1);
     EXPECT_TRUE(design.cam.Translating);
     for (const int v : {0, 1, 2, 3, 4, 17})
@@ -352,7 +352,7 @@ TEST_F(Examples, follow_one_another_without_a_trace)
 TEST_F(Examples, of_a_single_dwell_have_the_harmonics_of_their_law)
 {
     // S = (L / 2) ((1 - cos) - (1 - cos 2) / 4): a quarter of L at mid-rise, and V = (L / b) (pi / 2) there.
-    ASSERT_TRUE(Build_Example("Single Dwell"));
+    ASSERT_TRUE(Build_Example(design, "Single Dwell"));
     const Table<Single>& data = design.results.CalcData;
     EXPECT_NEAR(data(var::S, 45), 25.0 / 4.0, 1e-5);
     EXPECT_NEAR(data(var::V, 45), 15.0 * 25.0, 1e-3);  // omega (L / (pi / 2)) (pi / 2)
@@ -363,18 +363,18 @@ TEST_F(Examples, of_a_single_dwell_have_the_harmonics_of_their_law)
 
 TEST_F(Examples, that_were_loaded_are_calculated_with_what_was_changed_since)
 {
-    ASSERT_TRUE(Load_Example("Double Dwell"));
+    ASSERT_TRUE(Load_Example(design, "Double Dwell"));
     m().End_Value(1) = m().Start_Value(2) = m().End_Value(2) = m().Start_Value(3) = "10";
-    ASSERT_TRUE(Calculate_Example());
+    ASSERT_TRUE(Calculate_Example(design));
     EXPECT_NEAR(m().MaxLift, 10.0, 1e-5);
 }
 
 TEST_F(Examples, that_cannot_be_calculated_say_so)
 {
-    ASSERT_TRUE(Load_Example("Double Dwell"));
+    ASSERT_TRUE(Load_Example(design, "Double Dwell"));
     m().Beta_Deg(4) = 0.0;
     user.Expect(testing::Error_Box(6, "Overflow", "cmd_CalcSeg_Click"));
-    EXPECT_FALSE(Calculate_Example());
+    EXPECT_FALSE(Calculate_Example(design));
     EXPECT_FALSE(design.flags.Calculated);
 }
 

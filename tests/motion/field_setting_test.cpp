@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "core/design_state.h"
 #include "core/field_directory.h"
 #include "core/startup.h"
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -33,8 +33,8 @@ std::vector<std::string> Whole_Design()
             continue;
         if (field.dimensions > 1 && bounds[1].hi > 100)
             continue;
-        Each_Element(field, [&](const Field_Index& index) {
-            values.push_back(Field_Name(field, index) + " = " + Field_Value(field, index));
+        Each_Element(design, field, [&](const Field_Index& index) {
+            values.push_back(Field_Name(field, index) + " = " + Field_Value(design, field, index));
         });
     }
     return values;
@@ -45,7 +45,7 @@ protected:
     void SetUp() override
     {
         Start_Services services;
-        ASSERT_TRUE(Sub_Main("", services));
+        ASSERT_TRUE(Sub_Main(design, "", services));
         m().No_of_segments = 3;
     }
     void TearDown() override { design = {}; }
@@ -55,7 +55,7 @@ protected:
     {
         SCOPED_TRACE(setting);
         const std::vector<std::string> before = Whole_Design();
-        EXPECT_EQ(Apply_Setting(setting), why);
+        EXPECT_EQ(Apply_Setting(design, setting), why);
         const std::vector<std::string> after = Whole_Design();
         ASSERT_EQ(after.size(), before.size());
         for (std::size_t i = 0; i < before.size(); ++i)
@@ -69,38 +69,38 @@ protected:
 
 TEST_F(Setting, puts_a_number_a_text_and_a_flag_into_their_fields)
 {
-    EXPECT_EQ(Apply_Setting("Prime_Rad=40.5"), "");
+    EXPECT_EQ(Apply_Setting(design, "Prime_Rad=40.5"), "");
     EXPECT_EQ(design.cam.Prime_Rad, 40.5);
-    EXPECT_EQ(Apply_Setting("User=A. B. C"), "");
+    EXPECT_EQ(Apply_Setting(design, "User=A. B. C"), "");
     EXPECT_EQ(design.identity.User, "A. B. C");
-    EXPECT_EQ(Apply_Setting("Conjugate=true"), "");
+    EXPECT_EQ(Apply_Setting(design, "Conjugate=true"), "");
     EXPECT_TRUE(design.cam.Conjugate);
-    EXPECT_EQ(Apply_Setting("Conjugate=0"), "");
+    EXPECT_EQ(Apply_Setting(design, "Conjugate=0"), "");
     EXPECT_FALSE(design.cam.Conjugate);
 }
 
 TEST_F(Setting, finds_its_field_in_any_case_with_blanks_around_the_name)
 {
-    EXPECT_EQ(Apply_Setting("  prime_RAD =41"), "");
+    EXPECT_EQ(Apply_Setting(design, "  prime_RAD =41"), "");
     EXPECT_EQ(design.cam.Prime_Rad, 41.0);
-    EXPECT_EQ(Apply_Setting("beta_deg( 2 )=45"), "");
+    EXPECT_EQ(Apply_Setting(design, "beta_deg( 2 )=45"), "");
     EXPECT_EQ(m().Beta_Deg(2), 45.0);
 }
 
 TEST_F(Setting, ends_its_name_at_the_first_equals_sign)
 {
-    EXPECT_EQ(Apply_Setting("User=a=b"), "");
+    EXPECT_EQ(Apply_Setting(design, "User=a=b"), "");
     EXPECT_EQ(design.identity.User, "a=b");
 }
 
 TEST_F(Setting, reads_a_decimal_point_whatever_the_number_format)
 {
     design.identity.Number_Format = "Europe";
-    EXPECT_EQ(Apply_Setting("Prime_Rad=40.5"), "");
+    EXPECT_EQ(Apply_Setting(design, "Prime_Rad=40.5"), "");
     EXPECT_EQ(design.cam.Prime_Rad, 40.5);
-    EXPECT_EQ(Apply_Setting("Deltatheta=0.5"), "");
+    EXPECT_EQ(Apply_Setting(design, "Deltatheta=0.5"), "");
     EXPECT_EQ(m().Deltatheta, 0.5);
-    EXPECT_EQ(Apply_Setting("No of conditions(1)=6"), "");
+    EXPECT_EQ(Apply_Setting(design, "No of conditions(1)=6"), "");
     EXPECT_EQ(m().No_Conditions(1), 6);
 }
 
@@ -155,21 +155,21 @@ TEST_F(Setting, of_a_flag_to_another_word_is_refused)
 
 TEST_F(Setting, of_a_word_takes_the_words_of_the_list_and_writes_them_as_the_list_does)
 {
-    EXPECT_EQ(Apply_Setting("Camtype$= barrel "), "");
+    EXPECT_EQ(Apply_Setting(design, "Camtype$= barrel "), "");
     EXPECT_EQ(design.cam.Camtype, "Barrel");
-    EXPECT_EQ(Apply_Setting("Camtype=LINEAR"), "");
+    EXPECT_EQ(Apply_Setting(design, "Camtype=LINEAR"), "");
     EXPECT_EQ(design.cam.Camtype, "Linear");
-    EXPECT_EQ(Apply_Setting("Barrel_Type$=ribbed"), "");
+    EXPECT_EQ(Apply_Setting(design, "Barrel_Type$=ribbed"), "");
     EXPECT_EQ(design.cam.Barrel_Type, "Ribbed");
-    EXPECT_EQ(Apply_Setting("Barrel_Type$="), "");
+    EXPECT_EQ(Apply_Setting(design, "Barrel_Type$="), "");
     EXPECT_EQ(design.cam.Barrel_Type, "");
-    EXPECT_EQ(Apply_Setting("Closure$=form"), "");
+    EXPECT_EQ(Apply_Setting(design, "Closure$=form"), "");
     EXPECT_EQ(design.cam.Closure, "Form");
-    EXPECT_EQ(Apply_Setting("Number_Format=europe"), "");
+    EXPECT_EQ(Apply_Setting(design, "Number_Format=europe"), "");
     EXPECT_EQ(design.identity.Number_Format, "Europe");
-    EXPECT_EQ(Apply_Setting("Keyway_Text=3 o'clock"), "");
+    EXPECT_EQ(Apply_Setting(design, "Keyway_Text=3 o'clock"), "");
     EXPECT_EQ(design.cam.Keyway_Text, "3 O'clock");
-    EXPECT_EQ(Apply_Setting("Rise_Fall_Dwell(2)=f"), "");
+    EXPECT_EQ(Apply_Setting(design, "Rise_Fall_Dwell(2)=f"), "");
     EXPECT_EQ(m().Rise_Fall_Dwell(2), "F");
 }
 
@@ -192,7 +192,7 @@ TEST_F(Setting, of_a_whole_number_takes_the_ends_of_its_range)
     for (const char* setting : {"WhichUnit=1", "WhichUnit=5", "No of segments=1", "No of segments=20", "Seg=1",
                                 "Seg=20", "Time Base=1", "Time Base=3", "Followtype=1", "Followtype=2", "Model_Type=1",
                                 "Model_Type=5", "Linkage_Type=0", "Linkage_Type=3", "Printstep=1", "Printstep=32767"})
-        EXPECT_EQ(Apply_Setting(setting), "") << setting;
+        EXPECT_EQ(Apply_Setting(design, setting), "") << setting;
 }
 
 TEST_F(Setting, of_a_whole_number_outside_its_range_is_refused)
@@ -214,8 +214,8 @@ TEST_F(Setting, of_a_whole_number_outside_its_range_is_refused)
 TEST_F(Setting, of_a_direction_takes_1_and_minus_1_only)
 {
     for (const char* field : {"Rotflag", "ArmDirect", "In_Out", "Top_Bot", "Assemflag1", "Assemflag2", "Side_Sign"}) {
-        EXPECT_EQ(Apply_Setting(std::string(field) + "=-1"), "") << field;
-        EXPECT_EQ(Apply_Setting(std::string(field) + "=1"), "") << field;
+        EXPECT_EQ(Apply_Setting(design, std::string(field) + "=-1"), "") << field;
+        EXPECT_EQ(Apply_Setting(design, std::string(field) + "=1"), "") << field;
         for (const char* value : {"0", "2", "-2", "left", ""})
             Expect_Refused(std::string(field) + "=" + value, std::string("'") + value + "' is neither 1 nor -1");
     }
@@ -225,15 +225,15 @@ TEST_F(Setting, of_a_beta_outside_a_turn_is_refused_with_the_words_of_the_screen
 {
     Expect_Refused("Beta_Deg(1)=360.5", "Beta cannot be > 360 or < 0");
     Expect_Refused("Beta_Deg(1)=-1", "Beta cannot be > 360 or < 0");
-    EXPECT_EQ(Apply_Setting("Beta_Deg(1)=0"), "");
-    EXPECT_EQ(Apply_Setting("Beta_Deg(1)=360"), "");
+    EXPECT_EQ(Apply_Setting(design, "Beta_Deg(1)=0"), "");
+    EXPECT_EQ(Apply_Setting(design, "Beta_Deg(1)=360"), "");
 }
 
 TEST_F(Setting, of_a_zoom_that_is_not_above_0_is_refused)
 {
     Expect_Refused("Zoom Factor=0", "'0' is not above 0");
     Expect_Refused("Zoom Factor=-2", "'-2' is not above 0");
-    EXPECT_EQ(Apply_Setting("Zoom Factor=0.5"), "");
+    EXPECT_EQ(Apply_Setting(design, "Zoom Factor=0.5"), "");
     EXPECT_EQ(design.cam.Zoom_Factor, 0.5);
 }
 
@@ -241,14 +241,14 @@ TEST_F(Setting, of_a_zoom_that_is_not_above_0_is_refused)
 
 TEST_F(Setting, of_the_step_makes_room_for_its_points_and_loses_the_results)
 {
-    ASSERT_TRUE(Pick_Motion(1, 'R'));
-    ASSERT_TRUE(Pick_Program(1, "45"));
+    ASSERT_TRUE(Pick_Motion(design, 1, 'R'));
+    ASSERT_TRUE(Pick_Program(design, 1, "45"));
     m().No_of_segments = 1;
     m().End_Value(1) = "5";
-    ASSERT_EQ(Apply_Setting("Beta_Deg(1)=360"), "");
-    ASSERT_TRUE(Calc_All(true));
+    ASSERT_EQ(Apply_Setting(design, "Beta_Deg(1)=360"), "");
+    ASSERT_TRUE(Calc_All(design, true));
     ASSERT_EQ(design.results.CalcData(var::S, 360), 5.0);
-    EXPECT_EQ(Apply_Setting("Deltatheta=0.25"), "");
+    EXPECT_EQ(Apply_Setting(design, "Deltatheta=0.25"), "");
     EXPECT_EQ(m().Deltatheta, 0.25);
     EXPECT_EQ(m().Max_Data_Points_used, 1440);
     EXPECT_EQ(design.results.CalcData.Last_Point(), 1440);
@@ -261,7 +261,7 @@ TEST_F(Setting, of_the_step_makes_room_for_its_points_and_loses_the_results)
 TEST_F(Setting, of_the_step_takes_the_four_steps_as_numbers)
 {
     for (const char* step : {"1", "1.0", "0.5", "0.50", "0.25", "0.125", " .125 "})
-        EXPECT_EQ(Apply_Setting(std::string("Deltatheta=") + step), "") << step;
+        EXPECT_EQ(Apply_Setting(design, std::string("Deltatheta=") + step), "") << step;
 }
 
 TEST_F(Setting, of_another_step_is_refused)
@@ -273,7 +273,7 @@ TEST_F(Setting, of_another_step_is_refused)
 
 TEST_F(Setting, of_the_shaft_speed_refreshes_its_powers)
 {
-    EXPECT_EQ(Apply_Setting("Shaft speed=2.5"), "");
+    EXPECT_EQ(Apply_Setting(design, "Shaft speed=2.5"), "");
     EXPECT_EQ(m().Shaft_speed, 2.5);
     EXPECT_EQ(m().Shaft_Speed_Sq, 6.25);
     EXPECT_EQ(m().Shaft_Speed_Cu, 15.625);
@@ -282,16 +282,16 @@ TEST_F(Setting, of_the_shaft_speed_refreshes_its_powers)
 TEST_F(Setting, of_a_shaft_speed_of_0_says_so_and_takes_1)
 {
     user.Expect({" Shaft Omega cannot be zero - Please check", Buttons::OK, Symbol::exclamation});
-    EXPECT_EQ(Apply_Setting("Shaft speed=0"), "");
+    EXPECT_EQ(Apply_Setting(design, "Shaft speed=0"), "");
     EXPECT_EQ(m().Shaft_speed, 1.0);
     EXPECT_EQ(m().Shaft_Speed_Sq, 1.0);
 }
 
 TEST_F(Setting, of_a_beta_sets_its_radians_and_the_angles_of_all_segments)
 {
-    EXPECT_EQ(Apply_Setting("Beta_Deg(1)=90"), "");
-    EXPECT_EQ(Apply_Setting("Beta_Deg(3)=200"), "");
-    EXPECT_EQ(Apply_Setting("Beta_Deg(2)=57.29577950560105"), "");
+    EXPECT_EQ(Apply_Setting(design, "Beta_Deg(1)=90"), "");
+    EXPECT_EQ(Apply_Setting(design, "Beta_Deg(3)=200"), "");
+    EXPECT_EQ(Apply_Setting(design, "Beta_Deg(2)=57.29577950560105"), "");
     EXPECT_NEAR(m().Beta_Rad(2), 1.0, 1e-7);
     EXPECT_NEAR(m().Beta_Rad(1), 1.570796, 1e-6);
     EXPECT_EQ(m().Shift(1), 0.0);
@@ -303,23 +303,23 @@ TEST_F(Setting, of_a_beta_sets_its_radians_and_the_angles_of_all_segments)
 TEST_F(Setting, of_the_number_of_segments_sets_the_angles_of_those_that_came)
 {
     m().No_of_segments = 1;
-    ASSERT_EQ(Apply_Setting("Beta_Deg(1)=90"), "");
-    ASSERT_EQ(Apply_Setting("Beta_Deg(2)=100"), "");
+    ASSERT_EQ(Apply_Setting(design, "Beta_Deg(1)=90"), "");
+    ASSERT_EQ(Apply_Setting(design, "Beta_Deg(2)=100"), "");
     EXPECT_EQ(m().Shift(2), 0.0);
-    EXPECT_EQ(Apply_Setting("No of segments=2"), "");
+    EXPECT_EQ(Apply_Setting(design, "No of segments=2"), "");
     EXPECT_EQ(m().Shift(2), 90.0);
     EXPECT_EQ(m().Gamma(2), 190.0);
 }
 
 TEST_F(Setting, of_a_program_picks_its_law)
 {
-    EXPECT_EQ(Apply_Setting("Program(2)= c2 "), "");
+    EXPECT_EQ(Apply_Setting(design, "Program(2)= c2 "), "");
     EXPECT_EQ(m().Program(2), "C2");
     EXPECT_EQ(m().Function(2), "C2 - Cycloid 2nd Half");
     EXPECT_EQ(m().Seg_Program(2), 2);
     EXPECT_EQ(m().Full_Half(2), 2);
     EXPECT_EQ(m().Which_half(2), 2);
-    EXPECT_EQ(Apply_Setting("Program(2)=DW"), "");
+    EXPECT_EQ(Apply_Setting(design, "Program(2)=DW"), "");
     EXPECT_EQ(m().Rise_Fall_Dwell(2), "D");
 }
 
@@ -338,9 +338,9 @@ TEST_F(Setting, of_a_kind_with_one_program_picks_it)
         int Seg_Program;
     };
     for (const Only& only : {Only{"D", "DW", 7}, Only{"p", "PO", 6}, Only{"S", "BS", 11}}) {
-        ASSERT_TRUE(Pick_Motion(2, 'R'));
-        ASSERT_TRUE(Pick_Program(2, "MS"));
-        EXPECT_EQ(Apply_Setting(std::string("Rise_Fall_Dwell(2)=") + only.kind), "");
+        ASSERT_TRUE(Pick_Motion(design, 2, 'R'));
+        ASSERT_TRUE(Pick_Program(design, 2, "MS"));
+        EXPECT_EQ(Apply_Setting(design, std::string("Rise_Fall_Dwell(2)=") + only.kind), "");
         EXPECT_EQ(m().Program(2), only.code);
         EXPECT_EQ(m().Seg_Program(2), only.Seg_Program);
     }
@@ -348,9 +348,9 @@ TEST_F(Setting, of_a_kind_with_one_program_picks_it)
 
 TEST_F(Setting, of_a_rise_or_a_fall_keeps_the_program)
 {
-    ASSERT_TRUE(Pick_Motion(2, 'R'));
-    ASSERT_TRUE(Pick_Program(2, "MS"));
-    EXPECT_EQ(Apply_Setting("Rise_Fall_Dwell(2)=F"), "");
+    ASSERT_TRUE(Pick_Motion(design, 2, 'R'));
+    ASSERT_TRUE(Pick_Program(design, 2, "MS"));
+    EXPECT_EQ(Apply_Setting(design, "Rise_Fall_Dwell(2)=F"), "");
     EXPECT_EQ(m().Rise_Fall_Dwell(2), "F");
     EXPECT_EQ(m().Program(2), "MS");
     EXPECT_EQ(m().Seg_Program(2), 3);
@@ -361,26 +361,26 @@ TEST_F(Setting, of_a_row_asks_for_its_calculation_again)
     for (const char* setting :
          {"Beta_Deg(2)=90", "Rise_Fall_Dwell(2)=R", "Program(2)=MS", "Start Value(2)=1", "End Value(2)=4"}) {
         m().Seg_Done.Fill(true);
-        EXPECT_EQ(Apply_Setting(setting), "");
+        EXPECT_EQ(Apply_Setting(design, setting), "");
         EXPECT_FALSE(m().Seg_Done(2)) << setting;
         EXPECT_TRUE(m().Seg_Done(1)) << setting;
         EXPECT_TRUE(m().Seg_Done(3)) << setting;
     }
     m().Seg_Done.Fill(true);
-    EXPECT_EQ(Apply_Setting("Prime_Rad=40"), "");
+    EXPECT_EQ(Apply_Setting(design, "Prime_Rad=40"), "");
     EXPECT_TRUE(m().Seg_Done(2));
 }
 
 TEST_F(Setting, of_no_external_force_clears_its_table)
 {
     design.results.Ext_Force_Table.Fill(7.0);
-    Clear_Motion_Data(360, 53);
+    Clear_Motion_Data(design, 360, 53);
     ASSERT_EQ(design.results.CalcData(var::Ext_Force, 9), 7.0);
     m().Motion = false;
     design.flags.Ext_Force_Calc = true;
-    EXPECT_EQ(Apply_Setting("Ext_Force_On=-1"), "");
+    EXPECT_EQ(Apply_Setting(design, "Ext_Force_On=-1"), "");
     EXPECT_EQ(design.results.Ext_Force_Table(9), 7.0);
-    EXPECT_EQ(Apply_Setting("Ext_Force_On=0"), "");
+    EXPECT_EQ(Apply_Setting(design, "Ext_Force_On=0"), "");
     for (int p = 0; p <= 360; ++p) {
         ASSERT_EQ(design.results.Ext_Force_Table(p), 0.0);
         ASSERT_EQ(design.results.CalcData(var::Ext_Force, p), 0.0);
@@ -391,57 +391,57 @@ TEST_F(Setting, of_no_external_force_clears_its_table)
 
 TEST_F(Setting, of_the_number_of_conditions_sets_its_value)
 {
-    EXPECT_EQ(Apply_Setting("No of conditions(2)=7"), "");
+    EXPECT_EQ(Apply_Setting(design, "No of conditions(2)=7"), "");
     EXPECT_EQ(m().No_of_conditions(2), "7");
     EXPECT_EQ(m().No_Conditions(2), 7);
 }
 
 TEST_F(Setting, of_the_starting_angle_counts_its_points)
 {
-    EXPECT_EQ(Apply_Setting("Shift_Angle=90"), "");
+    EXPECT_EQ(Apply_Setting(design, "Shift_Angle=90"), "");
     EXPECT_EQ(design.cam.Shift_Points, 90);
-    ASSERT_EQ(Apply_Setting("Deltatheta=0.125"), "");
-    EXPECT_EQ(Apply_Setting("Shift_Angle=-45"), "");
+    ASSERT_EQ(Apply_Setting(design, "Deltatheta=0.125"), "");
+    EXPECT_EQ(Apply_Setting(design, "Shift_Angle=-45"), "");
     EXPECT_EQ(design.cam.Shift_Points, -360);
 }
 
 TEST_F(Setting, of_the_arm_pivot_sets_its_distance)
 {
-    EXPECT_EQ(Apply_Setting("ArmX=30"), "");
-    EXPECT_EQ(Apply_Setting("ArmY=-40"), "");
+    EXPECT_EQ(Apply_Setting(design, "ArmX=30"), "");
+    EXPECT_EQ(Apply_Setting(design, "ArmY=-40"), "");
     EXPECT_EQ(design.cam.Arm_Pivot_Dist, 50.0);
 }
 
 TEST_F(Setting, of_units_time_base_and_follower_renames_the_variables)
 {
-    EXPECT_EQ(Apply_Setting("WhichUnit=1"), "");
+    EXPECT_EQ(Apply_Setting(design, "WhichUnit=1"), "");
     EXPECT_EQ(design.plot.Var_Unit(1), "in");
     EXPECT_EQ(design.plot.Var_Unit(2), "in/sec");
     EXPECT_EQ(design.identity.Decimals_1, 3);
-    EXPECT_EQ(Apply_Setting("Time Base=2"), "");
+    EXPECT_EQ(Apply_Setting(design, "Time Base=2"), "");
     EXPECT_EQ(design.plot.Var_Unit(2), "in/deg");
-    EXPECT_EQ(Apply_Setting("Translating=false"), "");
+    EXPECT_EQ(Apply_Setting(design, "Translating=false"), "");
     EXPECT_EQ(design.plot.Var_Unit(1), "deg");
     EXPECT_EQ(design.plot.Var_Unit(12), "in");
-    EXPECT_EQ(Apply_Setting("Camtype$=Barrel"), "");
+    EXPECT_EQ(Apply_Setting(design, "Camtype$=Barrel"), "");
     EXPECT_EQ(design.plot.Var_Unit(12), "deg");
 }
 
 TEST_F(Setting, of_the_units_converts_nothing)
 {
     const double prime = design.cam.Prime_Rad;
-    EXPECT_EQ(Apply_Setting("WhichUnit=1"), "");
+    EXPECT_EQ(Apply_Setting(design, "WhichUnit=1"), "");
     EXPECT_EQ(design.cam.Prime_Rad, prime);
 }
 
 TEST_F(Setting, of_the_links_sets_the_linkage_up)
 {
-    EXPECT_EQ(Apply_Setting("Links=6"), "");
+    EXPECT_EQ(Apply_Setting(design, "Links=6"), "");
     EXPECT_EQ(design.linkage.Stage_Mode, "W");
     EXPECT_EQ(design.linkage.Linkage_Kind, "Linkage");
-    EXPECT_EQ(Apply_Setting("Linkage_Type=3"), "");
+    EXPECT_EQ(Apply_Setting(design, "Linkage_Type=3"), "");
     EXPECT_EQ(design.linkage.Linkage_Kind, "Sixslide");
-    EXPECT_EQ(Apply_Setting("Links=4"), "");
+    EXPECT_EQ(Apply_Setting(design, "Links=4"), "");
     EXPECT_EQ(design.linkage.Linkage_Kind, "Fourslide");
 }
 

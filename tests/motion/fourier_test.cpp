@@ -14,6 +14,7 @@
 #include "motion/examples.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -46,8 +47,8 @@ class Fourier : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(Sub_Main("", {}));
-        ASSERT_TRUE(Build_Example("Double Dwell"));
+        ASSERT_TRUE(Sub_Main(design, "", {}));
+        ASSERT_TRUE(Build_Example(design, "Double Dwell"));
     }
     void TearDown() override { design = {}; }
 
@@ -61,7 +62,7 @@ protected:
     }
     static void Expect_Plain_Sum(int variable, int first, int last)
     {
-        Calc_DFT(variable, first, last);
+        Calc_DFT(design, variable, first, last);
         const auto plain = Plain_Sum(variable, first, last);
         double largest = 0.0;
         for (const auto& value : plain)
@@ -84,8 +85,8 @@ TEST_F(Fourier, it_is_the_plain_double_sum_for_any_count_of_points)
 
 TEST_F(Fourier, it_is_the_plain_double_sum_at_the_finest_step)
 {
-    ASSERT_TRUE(Set_Step(0.125));
-    ASSERT_TRUE(Calc_All(true));
+    ASSERT_TRUE(Set_Step(design, 0.125));
+    ASSERT_TRUE(Calc_All(design, true));
     Expect_Plain_Sum(var::J, 0, 2880);
     Expect_Plain_Sum(var::A, 0, 2879);
 }
@@ -93,7 +94,7 @@ TEST_F(Fourier, it_is_the_plain_double_sum_at_the_finest_step)
 TEST_F(Fourier, a_spike_and_noise_follow_the_roundings_of_the_told_angle)
 {
     // All harmonics of a spike are of one size, so nothing hides what its angle loses by rounding: up to 6e-12 here.
-    ASSERT_TRUE(Set_Step(0.125));
+    ASSERT_TRUE(Set_Step(design, 0.125));
     Fill(var::S, [](int i) { return i == 2870 ? 1.0 : 0.0; });
     Expect_Plain_Sum(var::S, 0, 2880);
     std::mt19937 random(1);
@@ -105,18 +106,18 @@ TEST_F(Fourier, a_spike_and_noise_follow_the_roundings_of_the_told_angle)
 TEST_F(Fourier, a_variable_of_zeros_has_no_harmonic_and_no_phase)
 {
     Fill(var::S, [](int) { return 0.0; });
-    ASSERT_TRUE(Do_DFT(var::S, 0, 360, 15));
+    ASSERT_TRUE(Do_DFT(design, var::S, 0, 360, 15));
     for (int row = 0; row <= 4; ++row)
         for (int k = 1; k <= 180; ++k)
             ASSERT_EQ(A(row, k), 0.0);
-    EXPECT_EQ(Harmonic_Power(), 0.0);
-    EXPECT_EQ(Harmonic_Sum(), 0.0);
+    EXPECT_EQ(Harmonic_Power(design), 0.0);
+    EXPECT_EQ(Harmonic_Sum(design), 0.0);
 }
 
 TEST_F(Fourier, a_constant_gives_its_value_at_entry_1_and_nothing_elsewhere)
 {
     Fill(var::S, [](int) { return 7.5; });
-    Calc_DFT(var::S, 0, 360);
+    Calc_DFT(design, var::S, 0, 360);
     EXPECT_NEAR(B(0, 1), 7.5, 1e-12);
     EXPECT_EQ(B(1, 1), 0.0);
     for (int k = 2; k <= 360; ++k)
@@ -129,7 +130,7 @@ TEST_F(Fourier, a_constant_gives_its_value_at_entry_1_and_nothing_elsewhere)
 TEST_F(Fourier, a_cosine_and_a_sine_stand_at_their_harmonic)
 {
     Fill(var::S, [](int i) { return 3.0 * std::cos(5 * i * pi / 180) + 4.0 * std::sin(5 * i * pi / 180) + 2.0; });
-    ASSERT_TRUE(Do_DFT(var::S, 0, 360, 15));
+    ASSERT_TRUE(Do_DFT(design, var::S, 0, 360, 15));
     // One-sided values are twice those of the full transform, the mean's too.
     EXPECT_NEAR(A(0, 6), 3.0, 1e-6);
     EXPECT_NEAR(A(1, 6), -4.0, 1e-6);
@@ -156,32 +157,32 @@ TEST_F(Fourier, the_phase_does_not_look_at_the_quadrant)
 
 TEST_F(Fourier, a_segment_has_the_harmonics_of_its_own_length)
 {
-    const Dft_Range range = Range_of_Segment(1);
+    const Dft_Range range = Range_of_Segment(design, 1);
     EXPECT_EQ(range.first, 0.0);
     EXPECT_EQ(range.last, 90.0);
-    ASSERT_TRUE(Do_DFT(var::V, range.first, range.last, 15));
+    ASSERT_TRUE(Do_DFT(design, var::V, range.first, range.last, 15));
     EXPECT_EQ(design.motion.Fft_Points, 90);
     EXPECT_EQ(design.motion.Fft_Half, 45);
-    const Dft_Range third = Range_of_Segment(3);
+    const Dft_Range third = Range_of_Segment(design, 3);
     EXPECT_EQ(third.first, 180.0);
     EXPECT_EQ(third.last, 270.0);
-    EXPECT_EQ(Range_of_Segment(0).last, 360.0);
-    EXPECT_THROW(Range_of_Segment(5), Fault);
+    EXPECT_EQ(Range_of_Segment(design, 0).last, 360.0);
+    EXPECT_THROW(Range_of_Segment(design, 5), Fault);
 }
 
 TEST_F(Fourier, an_odd_count_of_points_has_half_of_them_rounded_up)
 {
-    ASSERT_TRUE(Do_DFT(var::V, 0, 45, 15));
+    ASSERT_TRUE(Do_DFT(design, var::V, 0, 45, 15));
     EXPECT_EQ(design.motion.Fft_Half, 23);
-    ASSERT_TRUE(Do_DFT(var::V, 0, 360, 15));
+    ASSERT_TRUE(Do_DFT(design, var::V, 0, 360, 15));
     EXPECT_EQ(design.motion.Fft_Half, 180);
 }
 
 TEST_F(Fourier, nothing_of_a_longer_transform_remains_in_the_rows)
 {
-    ASSERT_TRUE(Do_DFT(var::A, 0, 360, 15));
+    ASSERT_TRUE(Do_DFT(design, var::A, 0, 360, 15));
     ASSERT_NE(Stored(20, 100), 0.0);
-    ASSERT_TRUE(Do_DFT(var::A, 0, 90, 15));
+    ASSERT_TRUE(Do_DFT(design, var::A, 0, 90, 15));
     for (int variable = 18; variable <= 21; ++variable)
         for (int p = 46; p <= 360; ++p)
             ASSERT_EQ(Stored(variable, p), 0.0);
@@ -191,32 +192,32 @@ TEST_F(Fourier, the_power_of_all_harmonics_is_the_mean_square_of_the_samples)
 {
     // Parseval. An odd count has no harmonic at half the count; an even one adds that harmonic's square.
     for (const int n : {89, 360}) {
-        ASSERT_TRUE(Do_DFT(var::A, 0, n, 180));
+        ASSERT_TRUE(Do_DFT(design, var::A, 0, n, 180));
         double mean_square = 0.0;
         for (int i = 0; i < n; ++i)
             mean_square += Stored(var::A, i) * Stored(var::A, i) / n;
         const double nyquist = n % 2 == 0 ? B(4, n / 2 + 1) : 0.0;
-        EXPECT_NEAR(Harmonic_Power() + nyquist, mean_square, mean_square * 1e-6) << n;
+        EXPECT_NEAR(Harmonic_Power(design) + nyquist, mean_square, mean_square * 1e-6) << n;
     }
 }
 
 TEST_F(Fourier, the_sum_of_the_amplitudes_bounds_the_signal)
 {
     Fill(var::S, [](int i) { return 2.0 + 3.0 * std::cos(i * pi / 180) + 1.5 * std::cos(2 * i * pi / 180); });
-    ASSERT_TRUE(Do_DFT(var::S, 0, 360, 15));
-    EXPECT_NEAR(Harmonic_Sum(), 6.5, 1e-5);  // reached at angle 0
-    EXPECT_NEAR(Harmonic_Power(), 4.0 + 9.0 / 2 + 2.25 / 2, 1e-5);
+    ASSERT_TRUE(Do_DFT(design, var::S, 0, 360, 15));
+    EXPECT_NEAR(Harmonic_Sum(design), 6.5, 1e-5);  // reached at angle 0
+    EXPECT_NEAR(Harmonic_Power(design), 4.0 + 9.0 / 2 + 2.25 / 2, 1e-5);
     design.motion.No_Harmonics = 2;
-    EXPECT_NEAR(Harmonic_Sum(), 5.0, 1e-5);
+    EXPECT_NEAR(Harmonic_Sum(design), 5.0, 1e-5);
 }
 
 TEST_F(Fourier, no_more_harmonics_are_shown_than_there_are)
 {
-    ASSERT_TRUE(Do_DFT(var::V, 0, 20, 150));
-    EXPECT_EQ(Shown_Harmonics(), 10);
+    ASSERT_TRUE(Do_DFT(design, var::V, 0, 20, 150));
+    EXPECT_EQ(Shown_Harmonics(design), 10);
     design.motion.No_Harmonics = -3;
-    EXPECT_EQ(Shown_Harmonics(), 0);
-    EXPECT_EQ(Harmonic_Power(), 0.0);
+    EXPECT_EQ(Shown_Harmonics(design), 0);
+    EXPECT_EQ(Harmonic_Power(design), 0.0);
 }
 
 TEST_F(Fourier, harmonics_above_half_the_points_are_capped_with_a_message)
@@ -225,10 +226,10 @@ TEST_F(Fourier, harmonics_above_half_the_points_are_capped_with_a_message)
         {"Number of harmonics cannot exceed 1/2 the number of data points available.\n"
          "If you want more bandwidth, recalculate all data with smaller increments. \n"
          "Use the [INPUT] button from the Home Screen to do so."});
-    EXPECT_EQ(Set_Harmonics(2000), 180);
+    EXPECT_EQ(Set_Harmonics(design, 2000), 180);
     EXPECT_EQ(design.motion.No_Harmonics, 180);
-    EXPECT_EQ(Set_Harmonics(180), 180);
-    EXPECT_EQ(Set_Harmonics(15), 15);
+    EXPECT_EQ(Set_Harmonics(design, 180), 180);
+    EXPECT_EQ(Set_Harmonics(design, 15), 15);
 }
 
 TEST_F(Fourier, it_starts_with_a_variable_and_a_count)
@@ -244,51 +245,51 @@ TEST_F(Fourier, it_starts_with_a_variable_and_a_count)
 
 TEST_F(Fourier, a_range_outside_the_table_is_reported_and_changes_no_row)
 {
-    ASSERT_TRUE(Do_DFT(var::A, 0, 360, 15));
+    ASSERT_TRUE(Do_DFT(design, var::A, 0, 360, 15));
     const double before = Stored(18, 3);
     for (const auto& [first, last] : std::vector<std::pair<int, int>>{{0, 361}, {10, 10}, {20, 10}, {-1, 10}}) {
         script_.Expect(Error_Box(9, "Index out of bounds", "Do_DFT"));
-        EXPECT_FALSE(Do_DFT(var::A, first, last, 15)) << first << " " << last;
+        EXPECT_FALSE(Do_DFT(design, var::A, first, last, 15)) << first << " " << last;
     }
     script_.Expect(Error_Box(9, "Index out of bounds", "Do_DFT"));
-    EXPECT_FALSE(Do_DFT(54, 0, 360, 15));
+    EXPECT_FALSE(Do_DFT(design, 54, 0, 360, 15));
     EXPECT_EQ(Stored(18, 3), before);
 }
 
 TEST_F(Fourier, what_fits_no_single_or_no_integer_is_reported_and_changes_no_row)
 {
-    ASSERT_TRUE(Do_DFT(var::A, 0, 360, 15));
+    ASSERT_TRUE(Do_DFT(design, var::A, 0, 360, 15));
     const double before = Stored(18, 3);
     ASSERT_NE(before, 0.0);
     Fill(var::S, [](int) { return 3e38; });  // the fold doubles the mean
     script_.Expect(Error_Box(6, "Overflow", "Do_DFT"));
-    EXPECT_FALSE(Do_DFT(var::S, 0, 360, 20));
+    EXPECT_FALSE(Do_DFT(design, var::S, 0, 360, 20));
     EXPECT_EQ(Stored(18, 3), before);
     EXPECT_EQ(design.motion.No_Harmonics, 15);
     script_.Expect(Error_Box(6, "Overflow", "Do_DFT"));
-    EXPECT_FALSE(Do_DFT(var::A, 0, 360, 40000));
+    EXPECT_FALSE(Do_DFT(design, var::A, 0, 360, 40000));
     EXPECT_EQ(design.motion.No_Harmonics, 15);
 }
 
 TEST_F(Fourier, the_screen_names_function_and_units)
 {
-    EXPECT_EQ(Fft_Function_Text(var::A), "Fourier Transform of  Accel");
-    EXPECT_EQ(Fft_Power_Unit(var::Rho), "(mm) ^2");
-    EXPECT_EQ(Fft_Sum_Unit(var::Rho), "(mm)");
+    EXPECT_EQ(Fft_Function_Text(design, var::A), "Fourier Transform of  Accel");
+    EXPECT_EQ(Fft_Power_Unit(design, var::Rho), "(mm) ^2");
+    EXPECT_EQ(Fft_Sum_Unit(design, var::Rho), "(mm)");
 }
 
 TEST_F(Fourier, done_tells_where_the_result_is_and_clear_takes_it_away)
 {
-    ASSERT_TRUE(Do_DFT(var::A, 0, 360, 15));
+    ASSERT_TRUE(Do_DFT(design, var::A, 0, 360, 15));
     EXPECT_FALSE(design.flags.FFT_Done);
     script_.Expect(
         {" The FFT of the selected function is \n"
          " now available for output as \n"
          " 'Current FFT' from the Preset Format\n"
          " lists on the PRINT and PLOT screens"});
-    Finish_FFT();
+    Finish_FFT(design);
     EXPECT_TRUE(design.flags.FFT_Done);
-    Clear_FFT();
+    Clear_FFT(design);
     EXPECT_FALSE(design.flags.FFT_Done);
     EXPECT_EQ(Stored(20, 1), 0.0);
     EXPECT_EQ(A(2, 1), 0.0);

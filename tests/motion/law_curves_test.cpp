@@ -8,6 +8,7 @@
 #include "core/startup.h"
 #include "motion/examples.h"
 #include "motion/motion_programs.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -51,8 +52,8 @@ TEST(Law_Curves_In_Normal_Form, every_law_rises_or_goes_up_and_down_over_the_who
 
 TEST(Law_Curves_In_Normal_Form, the_design_in_memory_is_untouched)
 {
-    ASSERT_TRUE(Sub_Main("", {}));
-    ASSERT_TRUE(Build_Example("Double Dwell"));
+    ASSERT_TRUE(Sub_Main(design, "", {}));
+    ASSERT_TRUE(Build_Example(design, "Double Dwell"));
     const double before = design.results.CalcData(var::A, 30);
     Curves_of_Law("MS");
     EXPECT_EQ(design.results.CalcData(var::A, 30), before);

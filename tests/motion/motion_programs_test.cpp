@@ -18,6 +18,7 @@
 #include "core/messages.h"
 #include "core/traps.h"
 #include "motion/segments.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -38,10 +39,10 @@ double Data(int variable, int point)
 void Fresh_Cycle(double step)
 {
     design = {};
-    Set_Max_Variables();
+    Set_Max_Variables(design);
     m().Deltatheta = step;
     m().Max_Data_Points_used = To_Integer(360.0 / step);
-    Dimension_Arrays(53, m().Max_Data_Points_used);
+    Dimension_Arrays(design, 53, m().Max_Data_Points_used);
     m().Time_Base = 3;
 }
 
@@ -49,8 +50,8 @@ void Fresh_Cycle(double step)
 void One_Segment(char kind, std::string_view code, double L, double beta, double step = 0.125)
 {
     Fresh_Cycle(step);
-    Pick_Motion(1, kind);
-    ASSERT_TRUE(Pick_Program(1, code));
+    Pick_Motion(design, 1, kind);
+    ASSERT_TRUE(Pick_Program(design, 1, code));
     m().Beta_Deg(1) = beta;
     m().Beta_Rad(1) = beta / Deg_per_Rad;
     m().Gamma(1) = beta;
@@ -69,7 +70,7 @@ void Unit_Segment(char kind, std::string_view code, double beta, double step = 0
 bool Calculate()
 {
     bool all_well = false;
-    Trap("cmd_CalcSeg_Click", [&] { all_well = Run_Motion_Program(1); });
+    Trap("cmd_CalcSeg_Click", [&] { all_well = Run_Motion_Program(design, 1); });
     return all_well;
 }
 
@@ -172,7 +173,7 @@ TEST_F(Program_List, entry_of_the_first_half_cycloid_ends_in_a_blank_that_is_not
     const Motion_Program* c1 = Find_Program("C1");
     ASSERT_NE(c1, nullptr);
     EXPECT_EQ(c1->list_text, "C1 - Cycloid 1st Half ");
-    ASSERT_TRUE(Pick_Program(1, "C1"));
+    ASSERT_TRUE(Pick_Program(design, 1, "C1"));
     EXPECT_EQ(m().Function(1), "C1 - Cycloid 1st Half");
 }
 
@@ -203,7 +204,7 @@ TEST_F(Program_List, knows_no_single_letter_no_longer_text_and_no_other_code)
 
 TEST_F(Pick, a_program_sets_code_text_and_numbers_of_its_segment_only)
 {
-    ASSERT_TRUE(Pick_Program(3, "s2"));
+    ASSERT_TRUE(Pick_Program(design, 3, "s2"));
     EXPECT_EQ(m().Program(3), "S2");
     EXPECT_EQ(m().Function(3), "S2 - SHM 2nd Half");
     EXPECT_EQ(m().Seg_Program(3), 1);
@@ -221,7 +222,7 @@ TEST_F(Pick, every_program_gives_its_fields_to_the_segment)
     for (const Motion_Program& program : Motion_Programs()) {
         SCOPED_TRACE(program.code);
         m().Which_half(1) = 7;
-        ASSERT_TRUE(Pick_Program(1, program.code));
+        ASSERT_TRUE(Pick_Program(design, 1, program.code));
         EXPECT_EQ(m().Program(1), program.code);
         EXPECT_EQ(m().Function(1), program.stored_text);
         EXPECT_EQ(m().Seg_Program(1), program.Seg_Program);
@@ -232,18 +233,18 @@ TEST_F(Pick, every_program_gives_its_fields_to_the_segment)
 
 TEST_F(Pick, a_full_program_keeps_the_half_that_was_chosen_before)
 {
-    ASSERT_TRUE(Pick_Program(1, "C2"));
-    ASSERT_TRUE(Pick_Program(1, "SF"));
+    ASSERT_TRUE(Pick_Program(design, 1, "C2"));
+    ASSERT_TRUE(Pick_Program(design, 1, "SF"));
     EXPECT_EQ(m().Full_Half(1), 1);
     EXPECT_EQ(m().Which_half(1), 2);
 }
 
 TEST_F(Pick, an_unknown_code_or_a_single_letter_changes_nothing)
 {
-    ASSERT_TRUE(Pick_Motion(1, 'F'));
-    ASSERT_TRUE(Pick_Program(1, "C1"));
+    ASSERT_TRUE(Pick_Motion(design, 1, 'F'));
+    ASSERT_TRUE(Pick_Program(design, 1, "C1"));
     for (const char* text : {"", "M", "QQ", "C1 "}) {
-        EXPECT_FALSE(Pick_Program(1, text));
+        EXPECT_FALSE(Pick_Program(design, 1, text));
         EXPECT_EQ(m().Rise_Fall_Dwell(1), "F");
         EXPECT_EQ(m().Program(1), "C1");
         EXPECT_EQ(m().Function(1), "C1 - Cycloid 1st Half");
@@ -258,9 +259,9 @@ TEST_F(Pick, the_programs_PO_DW_and_BS_bring_their_kind_with_them)
     const std::pair<const char*, const char*> expected[] = {{"PO", "P"}, {"dw", "D"}, {"Bs", "S"}};
     for (const auto& [code, kind] : expected) {
         m().Rise_Fall_Dwell(1) = "R";
-        ASSERT_TRUE(Pick_Program(1, code));
+        ASSERT_TRUE(Pick_Program(design, 1, code));
         EXPECT_EQ(m().Rise_Fall_Dwell(1), kind);
-        ASSERT_TRUE(Pick_Program(1, code));
+        ASSERT_TRUE(Pick_Program(design, 1, code));
         EXPECT_EQ(m().Rise_Fall_Dwell(1), kind);
     }
 }
@@ -269,7 +270,7 @@ TEST_F(Pick, a_rise_or_fall_program_leaves_the_kind_alone)
 {
     for (const char* kind : {"R", "F"}) {
         m().Rise_Fall_Dwell(1) = kind;
-        ASSERT_TRUE(Pick_Program(1, "MT"));
+        ASSERT_TRUE(Pick_Program(design, 1, "MT"));
         EXPECT_EQ(m().Rise_Fall_Dwell(1), kind);
     }
 }
@@ -277,8 +278,8 @@ TEST_F(Pick, a_rise_or_fall_program_leaves_the_kind_alone)
 TEST_F(Pick, a_rise_or_a_fall_takes_the_letter_and_waits_for_its_program)
 {
     for (const char kind : {'R', 'F', 'r', 'f'}) {
-        ASSERT_TRUE(Pick_Program(1, "S2"));
-        ASSERT_TRUE(Pick_Motion(1, kind));
+        ASSERT_TRUE(Pick_Program(design, 1, "S2"));
+        ASSERT_TRUE(Pick_Motion(design, 1, kind));
         const std::string letter = kind == 'R' || kind == 'r' ? "R" : "F";
         EXPECT_EQ(m().Rise_Fall_Dwell(1), letter);
         EXPECT_EQ(m().Function(1), letter);
@@ -304,8 +305,8 @@ TEST_F(Pick, the_kinds_P_D_and_S_pick_their_only_program_and_show_its_list_text)
         {'S', "S", "BS", "BS - B-Spline", 11},  {'s', "S", "BS", "BS - B-Spline", 11},
     };
     for (const Expected& e : expected) {
-        ASSERT_TRUE(Pick_Program(1, "C2"));
-        ASSERT_TRUE(Pick_Motion(1, e.kind));
+        ASSERT_TRUE(Pick_Program(design, 1, "C2"));
+        ASSERT_TRUE(Pick_Motion(design, 1, e.kind));
         EXPECT_EQ(m().Rise_Fall_Dwell(1), e.letter);
         EXPECT_EQ(m().Program(1), e.code);
         EXPECT_EQ(m().Function(1), e.text);
@@ -317,10 +318,10 @@ TEST_F(Pick, the_kinds_P_D_and_S_pick_their_only_program_and_show_its_list_text)
 
 TEST_F(Pick, an_unknown_kind_changes_nothing)
 {
-    ASSERT_TRUE(Pick_Motion(1, 'R'));
-    ASSERT_TRUE(Pick_Program(1, "MS"));
+    ASSERT_TRUE(Pick_Motion(design, 1, 'R'));
+    ASSERT_TRUE(Pick_Program(design, 1, "MS"));
     for (const char kind : {'X', ' ', '1', '\0', 'e'}) {
-        EXPECT_FALSE(Pick_Motion(1, kind));
+        EXPECT_FALSE(Pick_Motion(design, 1, kind));
         EXPECT_EQ(m().Rise_Fall_Dwell(1), "R");
         EXPECT_EQ(m().Program(1), "MS");
         EXPECT_EQ(m().Function(1), "MS - Mod Sine");
@@ -331,7 +332,8 @@ TEST_F(Pick, an_unknown_kind_changes_nothing)
 TEST_F(Pick, a_segment_outside_the_table_is_error_9)
 {
     for (const int segment : {-1, 0, 21}) {
-        for (const auto& pick : {+[](int s) { Pick_Program(s, "MS"); }, +[](int s) { Pick_Motion(s, 'R'); }}) {
+        for (const auto& pick :
+             {+[](int s) { Pick_Program(design, s, "MS"); }, +[](int s) { Pick_Motion(design, s, 'R'); }}) {
             try {
                 pick(segment);
                 ADD_FAILURE() << "no fault for segment " << segment;
@@ -349,7 +351,7 @@ TEST_F(Point_Loop, Load_Beta_stores_square_and_cube_of_beta_in_32_bits)
     m().Seg = 4;
     m().Beta_Rad(4) = 1.1;
     const double b = m().Beta_Rad(4);
-    Load_Beta();
+    Load_Beta(design);
     EXPECT_EQ(m().Beta_Sq, Single(b * b));
     EXPECT_EQ(m().Beta_Cu, Single(b * b * b));
     EXPECT_NE(m().Beta_Sq, b * b) << "the example must show the rounding";
@@ -434,15 +436,15 @@ TEST_F(Point_Loop, stores_a_later_segment_from_its_own_start)
     m().No_of_segments = 2;
     m().Seg = 1;
     m().Beta_Deg(1) = m().Shift(2) = 90.0;
-    Pick_Motion(2, 'R');
-    Pick_Program(2, "45");
+    Pick_Motion(design, 2, 'R');
+    Pick_Program(design, 2, "45");
     m().Beta_Deg(2) = 60.0;
     m().Beta_Rad(2) = 60.0 / Deg_per_Rad;
     m().Base_Shift(2) = 2.0;
     m().Lift = 3.0;
     design.results.CalcData(var::S, 89) = -99.0;
     design.results.CalcData(var::S, 151) = -99.0;
-    EXPECT_TRUE(Run_Motion_Program(2));
+    EXPECT_TRUE(Run_Motion_Program(design, 2));
     EXPECT_EQ(m().Seg, 2);
     EXPECT_EQ(Data(var::S, 89), -99.0);
     EXPECT_EQ(Data(var::S, 90), 2.0);
@@ -534,7 +536,7 @@ TEST_F(Dispatcher, refuses_a_segment_outside_the_table_with_error_9)
 {
     for (const int segment : {0, 21}) {
         try {
-            Run_Motion_Program(segment);
+            Run_Motion_Program(design, segment);
             ADD_FAILURE() << "no fault for segment " << segment;
         } catch (const Fault& fault) {
             EXPECT_EQ(fault.Number(), 9);
@@ -637,7 +639,7 @@ protected:
     void Run_into_the_Fault()
     {
         bool all_well = true;
-        const bool no_fault_came_out = Trap("cmd_CalcSeg_Click", [&] { all_well = Run_Motion_Program(1); });
+        const bool no_fault_came_out = Trap("cmd_CalcSeg_Click", [&] { all_well = Run_Motion_Program(design, 1); });
         EXPECT_EQ(no_fault_came_out, GetParam().by_itself);
         EXPECT_EQ(all_well, !GetParam().by_itself) << "only a law with a trap of its own can return false";
     }
@@ -692,7 +694,7 @@ TEST_F(Dispatcher, an_earlier_division_by_zero_elsewhere_does_not_change_the_num
         SCOPED_TRACE(reporter.code);
         One_Segment('R', reporter.code, 1.0, 0.0, 1.0);
         std::feraiseexcept(FE_DIVBYZERO);
-        const bool all_well = reporter.by_itself ? Run_Motion_Program(1) : Calculate();
+        const bool all_well = reporter.by_itself ? Run_Motion_Program(design, 1) : Calculate();
         EXPECT_FALSE(all_well);
         EXPECT_EQ(Taken_Boxes(), std::vector<std::string>{Error_Text(6, reporter.routine)});
     }
@@ -1342,19 +1344,19 @@ TEST_F(Law_Values, Dudley_raises_a_first_power_below_4_to_4)
 {
     for (const char kind : {'R', 'F'}) {
         One_Segment(kind, "DU", 2.0, 90.0, 1.0);
-        ASSERT_TRUE(Dudley(4));
+        ASSERT_TRUE(Dudley(design, 4));
         EXPECT_EQ(m().Function(1), "8");
         const Table<Single> with_4 = design.results.CalcData;
         for (const double p : {3.999, 3.0, 0.0, -10.0}) {
             One_Segment(kind, "DU", 2.0, 90.0, 1.0);
-            ASSERT_TRUE(Dudley(p));
+            ASSERT_TRUE(Dudley(design, p));
             EXPECT_EQ(m().Function(1), "8");
             for (int i = 0; i <= 90; ++i)
                 for (const int row : {var::S, var::V, var::A, var::J, var::Ping})
                     ASSERT_EQ(Data(row, i), with_4(row, i)) << p << ", row " << row << ", point " << i;
         }
         One_Segment(kind, "DU", 2.0, 90.0, 1.0);
-        ASSERT_TRUE(Dudley(4.5));
+        ASSERT_TRUE(Dudley(design, 4.5));
         EXPECT_EQ(m().Function(1), "8.5");
     }
 }
@@ -1364,7 +1366,7 @@ TEST_F(Law_Values, Dudley_with_first_power_4_has_the_polynomial_of_these_powers)
     // 1 - 24/7 y^2 + 30/7 y^4 - 16/7 y^6 + 3/7 y^8 at y = 1/2, over the common denominator 7 * 256.
     const double middle = 1.0 + (-24.0 * 64 + 30.0 * 16 - 16.0 * 4 + 3.0) / (7.0 * 256);
     One_Segment('R', "DU", 2.0, 90.0, 1.0);
-    ASSERT_TRUE(Dudley(4));
+    ASSERT_TRUE(Dudley(design, 4));
     EXPECT_NEAR(Data(var::S, 45), 2.0 * middle, 1e-6);
     EXPECT_NEAR(Data(var::S, 90), 2.0, 1e-6);
 }
@@ -1377,7 +1379,7 @@ TEST_F(Law_Values, Dudley_holds_its_coefficients_in_32_bits)
     const double remainder = 1.0 + seventh(-24) + seventh(30) + seventh(-16) + seventh(3);
     ASSERT_GT(std::abs(remainder), 1e-9) << "the example must show the rounding";
     One_Segment('F', "DU", 1.0, 90.0, 1.0);
-    ASSERT_TRUE(Dudley(4));
+    ASSERT_TRUE(Dudley(design, 4));
     EXPECT_NEAR(Data(var::S, 90), remainder, 1e-15);
 }
 
@@ -1510,7 +1512,7 @@ TEST_F(Law_Values, a_dwell_holds_the_lift_with_all_derivatives_zero)
 TEST_F(Law_Values, a_dwell_takes_its_position_from_the_value_it_is_given)
 {
     One_Segment('D', "DW", 3.0, 90.0, 1.0);
-    Dwell(-1.5);
+    Dwell(design, -1.5);
     EXPECT_EQ(m().Total_Displacement(1), -1.5);
     EXPECT_EQ(Data(var::S, 0), -1.5);
     EXPECT_EQ(Data(var::S, 90), -1.5);

@@ -15,6 +15,7 @@
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -49,22 +50,22 @@ double Data(int variable, int point)
 void Fresh_Cycle(double step, int time_base = 3, double omega = 1.0)
 {
     design = {};
-    Set_Max_Variables();
+    Set_Max_Variables(design);
     m().Deltatheta = step;
     m().Max_Data_Points_used = To_Integer(360.0 / step);
-    Dimension_Arrays(53, m().Max_Data_Points_used);
+    Dimension_Arrays(design, 53, m().Max_Data_Points_used);
     m().Time_Base = time_base;
     m().Shaft_speed = omega;
-    Set_Omega_Powers();
+    Set_Omega_Powers(design);
 }
 
 /// Segment 1 with a beta in degrees and end positions as typed.
 void Polynomial_Segment(double beta, const std::string& start, const std::string& end, int conditions)
 {
-    ASSERT_TRUE(Pick_Motion(1, 'P'));
+    ASSERT_TRUE(Pick_Motion(design, 1, 'P'));
     m().Beta_Deg(1) = beta;
     m().Beta_Rad(1) = beta / Deg_per_Rad;
-    Update_Segment_Angles();
+    Update_Segment_Angles(design);
     m().Start_Value(1) = start;
     m().End_Value(1) = end;
     m().No_Conditions(1) = conditions;
@@ -75,7 +76,7 @@ void Polynomial_Segment(double beta, const std::string& start, const std::string
 void Rest_at_Both_Ends(int Seg, int orders)
 {
     for (int order = 1; order <= orders; ++order)
-        Bound_Text(Seg, 0, order) = Bound_Text(Seg, 9, order) = "0";
+        Bound_Text(design, Seg, 0, order) = Bound_Text(design, Seg, 9, order) = "0";
 }
 
 std::vector<std::vector<double>> Rows(int last_point)
@@ -107,13 +108,13 @@ void Expect_Equal_Rows(const std::vector<std::vector<double>>& a, const std::vec
 std::vector<std::vector<double>> Law_Rows(const char* code, double L, double beta, double step, int base, double omega)
 {
     Fresh_Cycle(step, base, omega);
-    Pick_Motion(1, 'R');
-    EXPECT_TRUE(Pick_Program(1, code));
+    Pick_Motion(design, 1, 'R');
+    EXPECT_TRUE(Pick_Program(design, 1, code));
     m().Beta_Deg(1) = beta;
     m().Beta_Rad(1) = beta / Deg_per_Rad;
-    Update_Segment_Angles();
+    Update_Segment_Angles(design);
     m().Lift = m().Total_Displacement(1) = L;
-    EXPECT_TRUE(Run_Motion_Program(1));
+    EXPECT_TRUE(Run_Motion_Program(design, 1));
     return Rows(To_Integer(beta / step));
 }
 
@@ -125,7 +126,7 @@ TEST(PolynomialByConditions, EqualsThe345LawInAllTimeBases)
         Polynomial_Segment(75.0, "0", "1.5", 6);
         Rest_at_Both_Ends(1, 2);
         Script none;
-        ASSERT_TRUE(Calc_Polynomial(1)) << base;
+        ASSERT_TRUE(Calc_Polynomial(design, 1)) << base;
         Expect_Equal_Rows(law, Rows(300));
         EXPECT_TRUE(m().Polydone(1));
         EXPECT_TRUE(m().Poly_OK);
@@ -140,7 +141,7 @@ TEST(PolynomialByConditions, EqualsThe4567LawInAllTimeBases)
         Polynomial_Segment(120.0, "0", "2", 8);
         Rest_at_Both_Ends(1, 3);
         Script none;
-        ASSERT_TRUE(Calc_Polynomial(1)) << base;
+        ASSERT_TRUE(Calc_Polynomial(design, 1)) << base;
         Expect_Equal_Rows(law, Rows(240));
     }
 }
@@ -148,13 +149,13 @@ TEST(PolynomialByConditions, EqualsThe4567LawInAllTimeBases)
 TEST(PolynomialByConditions, FallEqualsTheMirroredLawExceptForTheSignOfPing)
 {
     Fresh_Cycle(1.0);
-    Pick_Motion(1, 'F');
-    ASSERT_TRUE(Pick_Program(1, "45"));
+    Pick_Motion(design, 1, 'F');
+    ASSERT_TRUE(Pick_Program(design, 1, "45"));
     m().Beta_Deg(1) = 90.0;
     m().Beta_Rad(1) = 90.0 / Deg_per_Rad;
-    Update_Segment_Angles();
+    Update_Segment_Angles(design);
     m().Lift = 1.0;
-    ASSERT_TRUE(Run_Motion_Program(1));
+    ASSERT_TRUE(Run_Motion_Program(design, 1));
     auto law = Rows(90);
     for (double& ping : law.back())
         ping = -ping;  // the law keeps the rise's sign, the polynomial is the true derivative
@@ -162,7 +163,7 @@ TEST(PolynomialByConditions, FallEqualsTheMirroredLawExceptForTheSignOfPing)
     Fresh_Cycle(1.0);
     Polynomial_Segment(90.0, "1", "0", 6);
     Rest_at_Both_Ends(1, 2);
-    ASSERT_TRUE(Calc_Polynomial(1));
+    ASSERT_TRUE(Calc_Polynomial(design, 1));
     Expect_Equal_Rows(law, Rows(90));
 }
 
@@ -173,11 +174,11 @@ TEST(PolynomialByConditions, DerivativeConditionsAreMetInTheSecondsAndRadiansBas
     for (const int base : {1, 2, 3}) {
         Fresh_Cycle(1.0, base, 2.0);
         Polynomial_Segment(80.0, "0", "1", 6);
-        Bound_Text(1, 9, 1) = "0.5";
-        Bound_Text(1, 9, 2) = "-2";
-        Bound_Text(1, 9, 3) = "3";
-        Bound_Text(1, 9, 4) = "40";
-        ASSERT_TRUE(Calc_Polynomial(1));
+        Bound_Text(design, 1, 9, 1) = "0.5";
+        Bound_Text(design, 1, 9, 2) = "-2";
+        Bound_Text(design, 1, 9, 3) = "3";
+        Bound_Text(design, 1, 9, 4) = "40";
+        ASSERT_TRUE(Calc_Polynomial(design, 1));
         for (std::size_t d = 0; d < typed.size(); ++d) {
             double stored = typed[d];
             if (base == 1 && d >= 3)
@@ -195,10 +196,10 @@ TEST(PolynomialByConditions, DerivativesMatchNumericOnesPerRadian)
     Polynomial_Segment(100.0, "0.25", "1", 8);
     Rest_at_Both_Ends(1, 2);
     m().T_boundary_cond(1, 3) = "40";
-    Bound_Text(1, 3, 0) = "0.9";
+    Bound_Text(design, 1, 3, 0) = "0.9";
     m().T_boundary_cond(1, 5) = "70";
-    Bound_Text(1, 5, 1) = "0.1";
-    ASSERT_TRUE(Calc_Polynomial(1));
+    Bound_Text(design, 1, 5, 1) = "0.1";
+    ASSERT_TRUE(Calc_Polynomial(design, 1));
     const double h = 0.5 / Deg_per_Rad;
     for (std::size_t d = 0; d + 1 < derivative_rows.size(); ++d) {
         double largest = 0;
@@ -221,7 +222,7 @@ TEST(PolynomialByConditions, TwoConditionsMakeAStraightLine)
     EXPECT_EQ(Bound_Element(0, 1, 1.0), 1.0);
     Fresh_Cycle(1.0);
     Polynomial_Segment(64.0, "0", "1", 0);  // no count asked for: two
-    ASSERT_TRUE(Calc_Polynomial(1));
+    ASSERT_TRUE(Calc_Polynomial(design, 1));
     EXPECT_EQ(m().No_Conditions(1), 2);
     EXPECT_EQ(m().No_of_conditions(1), "2");
     EXPECT_EQ(m().Total_No_of_BCs(1), 2);
@@ -248,8 +249,8 @@ TEST(BoundScaling, DividesByThePowersOfTheShaftSpeedInTheSecondsBase)
     Fresh_Cycle(1.0, 1, 2.0);
     Polynomial_Segment(57.0, "0", "1", 3);
     m().Beta_Rad(1) = 1.0;
-    Bound_Text(1, 0, 1) = "1";
-    ASSERT_TRUE((Ask_Boundaries(1), Read_Bounds(1)));
+    Bound_Text(design, 1, 0, 1) = "1";
+    ASSERT_TRUE((Ask_Boundaries(design, 1), Read_Bounds(design, 1)));
     EXPECT_EQ(m().BC(2, 1), 0.5);
     EXPECT_EQ(m().Boundary(2, 1), 1.0);  // as typed
     EXPECT_EQ(m().Eq(2, 1), 1.0);
@@ -263,8 +264,8 @@ TEST(BoundScaling, MultipliesByThePowersOfBetaInTheDegreesAndRadiansBase)
         Polynomial_Segment(90.0, "0", "1", 3);
         m().Beta_Rad(1) = 2.0;
         m().T_boundary_cond(1, 4) = "45";
-        Bound_Text(1, 4, 3) = "5";
-        ASSERT_TRUE((Ask_Boundaries(1), Read_Bounds(1)));
+        Bound_Text(design, 1, 4, 3) = "5";
+        ASSERT_TRUE((Ask_Boundaries(design, 1), Read_Bounds(design, 1)));
         EXPECT_EQ(m().BC(3, 1), 40.0);
         EXPECT_EQ(m().Boundary(3, 1), 5.0);
         EXPECT_EQ(m().Theta_Normalized(3, 1), 0.5);
@@ -279,10 +280,10 @@ TEST(ReadBounds, TakesRowZeroThenRowNineThenTheRowsBetween)
     Fresh_Cycle(1.0);
     Polynomial_Segment(100.0, "1", "2", 5);
     m().T_boundary_cond(1, 1) = "25";
-    Bound_Text(1, 1, 0) = "3";
-    Bound_Text(1, 0, 4) = "4";
-    Bound_Text(1, 9, 2) = "5";
-    ASSERT_TRUE((Ask_Boundaries(1), Read_Bounds(1)));
+    Bound_Text(design, 1, 1, 0) = "3";
+    Bound_Text(design, 1, 0, 4) = "4";
+    Bound_Text(design, 1, 9, 2) = "5";
+    ASSERT_TRUE((Ask_Boundaries(design, 1), Read_Bounds(design, 1)));
     const std::array values{1.0, 4.0, 2.0, 5.0, 3.0};
     const std::array orders{0.0, 4.0, 0.0, 2.0, 0.0};
     const std::array places{0.0, 0.0, 1.0, 1.0, 0.25};
@@ -302,7 +303,7 @@ TEST(ReadBounds, ReadsNumbersInTheFormatInForce)
     Fresh_Cycle(1.0);
     design.identity.Number_Format = "Europe";
     Polynomial_Segment(90.0, "0,5", "1,5", 2);
-    ASSERT_TRUE(Calc_Polynomial(1));
+    ASSERT_TRUE(Calc_Polynomial(design, 1));
     EXPECT_EQ(m().Boundary(1, 1), 0.5);
     EXPECT_EQ(Data(var::S, 90), 1.5);
 }
@@ -311,12 +312,12 @@ TEST(ReadBounds, AnEmptyValueBoxOrARowWithoutAngleCountsNothing)
 {
     Fresh_Cycle(1.0);
     Polynomial_Segment(90.0, "0", "1", 2);
-    Ask_Boundaries(1);
-    m().T_boundary_cond(1, 2) = "30";  // no value
-    Bound_Text(1, 3, 0) = "7";         // no angle
-    Bound_Text(1, 3, 1) = "7";
-    EXPECT_EQ(Count_Filled_Boxes(1), 2);
-    EXPECT_TRUE(Calc_Polynomial(1));
+    Ask_Boundaries(design, 1);
+    m().T_boundary_cond(1, 2) = "30";   // no value
+    Bound_Text(design, 1, 3, 0) = "7";  // no angle
+    Bound_Text(design, 1, 3, 1) = "7";
+    EXPECT_EQ(Count_Filled_Boxes(design, 1), 2);
+    EXPECT_TRUE(Calc_Polynomial(design, 1));
     EXPECT_EQ(Data(var::S, 45), 0.5);
 }
 
@@ -325,10 +326,10 @@ TEST(ReadBounds, WithRowNineEmptyTheLiftIsTheEndThatThePolynomialFinds)
     Fresh_Cycle(1.0);
     Polynomial_Segment(100.0, "0", "", 3);
     m().T_boundary_cond(1, 1) = "50";
-    Bound_Text(1, 1, 0) = "1";
-    Bound_Text(1, 0, 1) = "0";
+    Bound_Text(design, 1, 1, 0) = "1";
+    Bound_Text(design, 1, 0, 1) = "0";
     m().Lift = 10.0;
-    ASSERT_TRUE(Calc_Polynomial(1));  // S = 4 x^2
+    ASSERT_TRUE(Calc_Polynomial(design, 1));  // S = 4 x^2
     EXPECT_TRUE(m().Poly_Lift_Fix);
     EXPECT_NEAR(Data(var::S, 100), 4.0, 1e-6);
     EXPECT_EQ(m().Lift, Data(var::S, 100));
@@ -339,13 +340,13 @@ TEST(ReadBounds, StartAndEndPositionsAreRefreshedOnEachCalculation)
     Fresh_Cycle(1.0);
     Polynomial_Segment(90.0, "0", "1", 2);
     m().S_boundary_cond(1, 9) = "99";
-    ASSERT_TRUE(Calc_Polynomial(1));
+    ASSERT_TRUE(Calc_Polynomial(design, 1));
     EXPECT_EQ(m().S_boundary_cond(1, 9), "1");
     m().End_Value(1) = "3";
-    ASSERT_TRUE(Calc_Polynomial(1));
+    ASSERT_TRUE(Calc_Polynomial(design, 1));
     EXPECT_EQ(Data(var::S, 90), 3.0);
     m().Base_Shift(1) = 5.0;  // left by another kind of motion
-    ASSERT_TRUE(Calc_Polynomial(1));
+    ASSERT_TRUE(Calc_Polynomial(design, 1));
     EXPECT_EQ(Data(var::S, 90), 3.0);
 }
 
@@ -355,17 +356,17 @@ TEST(NumberOfConditions, IsTwoToForty)
     const std::string limit = "Number of boundary conditions must be between 2 and 40 - please re-enter";
     {
         Script none;
-        EXPECT_TRUE(Set_No_of_Conditions(3, "2"));
-        EXPECT_TRUE(Set_No_of_Conditions(3, "40"));
-        EXPECT_TRUE(Set_No_of_Conditions(3, ""));
+        EXPECT_TRUE(Set_No_of_Conditions(design, 3, "2"));
+        EXPECT_TRUE(Set_No_of_Conditions(design, 3, "40"));
+        EXPECT_TRUE(Set_No_of_Conditions(design, 3, ""));
     }
     EXPECT_EQ(m().No_Conditions(3), 40);
     EXPECT_EQ(m().No_of_conditions(3), "40");
     Script boxes({Box(limit), Box(limit), Box(limit), Box(limit)});
-    EXPECT_FALSE(Set_No_of_Conditions(3, "41"));
-    EXPECT_FALSE(Set_No_of_Conditions(3, "1"));
-    EXPECT_FALSE(Set_No_of_Conditions(3, "1e9"));
-    EXPECT_FALSE(Set_No_of_Conditions(3, "many"));
+    EXPECT_FALSE(Set_No_of_Conditions(design, 3, "41"));
+    EXPECT_FALSE(Set_No_of_Conditions(design, 3, "1"));
+    EXPECT_FALSE(Set_No_of_Conditions(design, 3, "1e9"));
+    EXPECT_FALSE(Set_No_of_Conditions(design, 3, "many"));
     EXPECT_EQ(m().No_Conditions(3), 40);
     EXPECT_EQ(m().No_of_conditions(3), "40");
 }
@@ -374,11 +375,11 @@ TEST(NumberOfConditions, TellsOfMoreFilledBoxesThanAskedFor)
 {
     Fresh_Cycle(1.0);
     Polynomial_Segment(90.0, "0", "1", 6);
-    Ask_Boundaries(1);
+    Ask_Boundaries(design, 1);
     Rest_at_Both_Ends(1, 2);
     Script box({Box("You have input more boundary conditions than specified")});
-    EXPECT_TRUE(Set_No_of_Conditions(1, "6"));
-    EXPECT_TRUE(Set_No_of_Conditions(1, "5"));
+    EXPECT_TRUE(Set_No_of_Conditions(design, 1, "6"));
+    EXPECT_TRUE(Set_No_of_Conditions(design, 1, "5"));
     EXPECT_EQ(m().No_Conditions(1), 5);
 }
 
@@ -391,7 +392,7 @@ void Expect_Refusal(std::deque<Expected_Box> boxes)
     m().Firstlast(1, 2, 0) = 77.0;
     {
         Script script(std::move(boxes));
-        EXPECT_FALSE(Calc_Polynomial(1));
+        EXPECT_FALSE(Calc_Polynomial(design, 1));
     }
     EXPECT_FALSE(m().Poly_OK);
     EXPECT_FALSE(m().Polydone(1));
@@ -419,9 +420,9 @@ TEST(RefusedPolynomial, MoreBoxesThanThereAreConditions)
         if (row >= 1)
             m().T_boundary_cond(1, row) = std::to_string(10 * row);
         for (int order = 0; order <= 4; ++order)
-            Bound_Text(1, row, order) = "1";
+            Bound_Text(design, 1, row, order) = "1";
     }
-    EXPECT_EQ(Count_Filled_Boxes(1), 50);
+    EXPECT_EQ(Count_Filled_Boxes(design, 1), 50);
     Expect_Refusal({Box(count_message)});
 }
 
@@ -437,13 +438,13 @@ TEST(RefusedPolynomial, SingularTableTellsThePivotFirst)
     Fresh_Cycle(1.0);
     Polynomial_Segment(90.0, "0", "1", 3);
     m().T_boundary_cond(1, 1) = "90";  // S at the end a second time
-    Bound_Text(1, 1, 0) = "2";
+    Bound_Text(design, 1, 1, 0) = "2";
     Expect_Refusal({Box("There is a zero value on diagonal in column 3"), Box(solver_message)});
     // No S anywhere: nothing fixes the constant term.
     m().Start_Value(1) = m().End_Value(1) = "";
     m().T_boundary_cond(1, 1) = "";
     m().No_Conditions(1) = 2;
-    Bound_Text(1, 0, 1) = Bound_Text(1, 9, 1) = "1";
+    Bound_Text(design, 1, 0, 1) = Bound_Text(design, 1, 9, 1) = "1";
     Expect_Refusal({Box("There is a zero value on diagonal in column 1"), Box(solver_message)});
 }
 
@@ -454,7 +455,7 @@ TEST(RefusedPolynomial, TableThatLeavesNoDigits)
     Polynomial_Segment(90.0, "0", "1", 5);
     for (int row = 1; row <= 3; ++row) {
         m().T_boundary_cond(1, row) = Shortest(90.0 - 0.0001 * row);
-        Bound_Text(1, row, 0) = row % 2 == 1 ? "0" : "1";
+        Bound_Text(design, 1, row, 0) = row % 2 == 1 ? "0" : "1";
     }
     Expect_Refusal({Box(solver_message)});
 }
@@ -470,7 +471,7 @@ void Forty_Conditions(Value&& value)
         if (row >= 1)
             m().T_boundary_cond(1, row) = std::to_string(10 * row);
         for (int order = 0; order <= 3; ++order)
-            Bound_Text(1, row, order) = Shortest(value(order, row / 9.0));
+            Bound_Text(design, 1, row, order) = Shortest(value(order, row / 9.0));
     }
 }
 
@@ -486,7 +487,7 @@ TEST(RefusedPolynomial, ZeroBeta)
     Fresh_Cycle(1.0);
     Polynomial_Segment(0.0, "0", "1", 3);
     m().T_boundary_cond(1, 1) = "0";
-    Bound_Text(1, 1, 1) = "2";
+    Bound_Text(design, 1, 1, 1) = "2";
     Expect_Refusal({Box("Something wrong - Beta is zero for this segment")});
     m().T_boundary_cond(1, 1) = "";
     m().No_Conditions(1) = 2;
@@ -510,7 +511,7 @@ TEST(RefusedPolynomial, ConditionsThatWereNeverRead)
     Polynomial_Segment(90.0, "0", "1", 4);
     Script box({Box("Something is wrong - no. of boundary conditions doesn't match no. of equations ")});
     m().Poly_OK = true;
-    EXPECT_FALSE(CalPoly(1));
+    EXPECT_FALSE(CalPoly(design, 1));
     EXPECT_FALSE(m().Poly_OK);
 }
 
@@ -522,7 +523,7 @@ TEST(FortyConditions, AreSolvedWhereTheTableAllowsIt)
         return derivatives[static_cast<std::size_t>(order)];
     });
     Script none;
-    ASSERT_TRUE(Calc_Polynomial(1));
+    ASSERT_TRUE(Calc_Polynomial(design, 1));
     EXPECT_EQ(m().Total_No_of_BCs(1), 40);
     for (int p = 0; p <= 90; ++p) {
         const double x = p / 90.0;
@@ -535,7 +536,7 @@ TEST(TwentySegments, EachKeepsItsOwnPolynomial)
     Fresh_Cycle(0.5);
     m().No_of_segments = 20;
     for (int i = 1; i <= 20; ++i) {
-        ASSERT_TRUE(Pick_Motion(i, 'P'));
+        ASSERT_TRUE(Pick_Motion(design, i, 'P'));
         m().Beta_Deg(i) = 18.0;
         m().Beta_Rad(i) = 18.0 / Deg_per_Rad;
         m().Start_Value(i) = std::to_string(i - 1);
@@ -543,9 +544,9 @@ TEST(TwentySegments, EachKeepsItsOwnPolynomial)
         m().No_Conditions(i) = 6;
         Rest_at_Both_Ends(i, 2);
     }
-    Update_Segment_Angles();
+    Update_Segment_Angles(design);
     for (int i = 20; i >= 1; --i)
-        ASSERT_TRUE(Calc_Bounds_Segment(i)) << i;
+        ASSERT_TRUE(Calc_Bounds_Segment(design, i)) << i;
     for (int i = 1; i <= 20; ++i) {
         EXPECT_NEAR(Data(var::S, 36 * i - 18), i - 0.5, 1e-5);
         EXPECT_NEAR(Data(var::S, 36 * i), i, 1e-5);
@@ -557,13 +558,13 @@ TEST(TwentySegments, EachKeepsItsOwnPolynomial)
 TEST(SegmentByConditions, OfAnotherProgramIsCorrupted)
 {
     Fresh_Cycle(1.0);
-    Pick_Motion(1, 'R');
-    ASSERT_TRUE(Pick_Program(1, "45"));
+    Pick_Motion(design, 1, 'R');
+    ASSERT_TRUE(Pick_Program(design, 1, "45"));
     m().Poly_OK = true;
     Script box({Box("Something is wrong - Data are corrupted")});
-    EXPECT_FALSE(Calc_Bounds_Segment(1));
+    EXPECT_FALSE(Calc_Bounds_Segment(design, 1));
     EXPECT_FALSE(m().Poly_OK);
-    EXPECT_THROW(Calc_Bounds_Segment(21), Fault);
+    EXPECT_THROW(Calc_Bounds_Segment(design, 21), Fault);
 }
 
 TEST(ForceFunction, OfAPolynomialIsStored)
@@ -571,7 +572,7 @@ TEST(ForceFunction, OfAPolynomialIsStored)
     Fresh_Cycle(1.0);
     Polynomial_Segment(90.0, "0", "9", 2);
     m().Motion = false;
-    ASSERT_TRUE(Calc_Polynomial(1));
+    ASSERT_TRUE(Calc_Polynomial(design, 1));
     EXPECT_EQ(Data(var::Ext_Force, 90), 9.0);
     EXPECT_TRUE(design.flags.Ext_Force_Calc);
 }
@@ -580,11 +581,11 @@ TEST(ClearBounds, EmptiesEveryBox)
 {
     Fresh_Cycle(1.0);
     Polynomial_Segment(90.0, "0", "1", 6);
-    Ask_Boundaries(1);
+    Ask_Boundaries(design, 1);
     Rest_at_Both_Ends(1, 4);
     m().T_boundary_cond(1, 9) = "90";
-    Clear_Bounds(1);
-    EXPECT_EQ(Count_Filled_Boxes(1), 0);
+    Clear_Bounds(design, 1);
+    EXPECT_EQ(Count_Filled_Boxes(design, 1), 0);
     EXPECT_EQ(m().T_boundary_cond(1, 9), "");
 }
 

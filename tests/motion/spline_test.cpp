@@ -16,6 +16,7 @@
 #include "motion/polynomial.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -55,13 +56,13 @@ double Data(int variable, int point)
 void Fresh_Cycle(double step, int time_base = 3, double omega = 1.0)
 {
     design = {};
-    Set_Max_Variables();
+    Set_Max_Variables(design);
     m().Deltatheta = step;
     m().Max_Data_Points_used = To_Integer(360.0 / step);
-    Dimension_Arrays(53, m().Max_Data_Points_used);
+    Dimension_Arrays(design, 53, m().Max_Data_Points_used);
     m().Time_Base = time_base;
     m().Shaft_speed = omega;
-    Set_Omega_Powers();
+    Set_Omega_Powers(design);
     m().Orders.Fill(6);
     m().EvenKnots.Fill(true);
 }
@@ -69,10 +70,10 @@ void Fresh_Cycle(double step, int time_base = 3, double omega = 1.0)
 /// Segment 1, 'S' or 'P', with a beta in degrees and end positions as typed.
 void Segment(char kind, double beta, const std::string& start, const std::string& end, int conditions)
 {
-    ASSERT_TRUE(Pick_Motion(1, kind));
+    ASSERT_TRUE(Pick_Motion(design, 1, kind));
     m().Beta_Deg(1) = beta;
     m().Beta_Rad(1) = beta / Deg_per_Rad;
-    Update_Segment_Angles();
+    Update_Segment_Angles(design);
     m().Start_Value(1) = start;
     m().End_Value(1) = end;
     m().No_Conditions(1) = conditions;
@@ -82,13 +83,13 @@ void Segment(char kind, double beta, const std::string& start, const std::string
 void Inner_Condition(int row, double theta, int order, double value)
 {
     m().T_boundary_cond(1, row) = Shortest(theta);
-    Bound_Text(1, row, order) = Shortest(value);
+    Bound_Text(design, 1, row, order) = Shortest(value);
 }
 
 void Rest_at_Both_Ends(int orders)
 {
     for (int order = 1; order <= orders; ++order)
-        Bound_Text(1, 0, order) = Bound_Text(1, 9, order) = "0";
+        Bound_Text(design, 1, 0, order) = Bound_Text(design, 1, 9, order) = "0";
 }
 
 /// A rise of 100 degrees at rest at both ends, with four positions between: ten conditions.
@@ -117,12 +118,12 @@ TEST(SplineOfFullOrder, EqualsThePolynomialWithTheSameConditionsInAllTimeBases)
         for (const char kind : {'P', 'S'}) {
             Fresh_Cycle(0.5, base, 7.0);
             Segment(kind, 90.0, "0.5", "2", 6);
-            Bound_Text(1, 0, 1) = "0.25";
-            Bound_Text(1, 0, 2) = "0";
-            Bound_Text(1, 9, 1) = "-1";
+            Bound_Text(design, 1, 0, 1) = "0.25";
+            Bound_Text(design, 1, 0, 2) = "0";
+            Bound_Text(design, 1, 9, 1) = "-1";
             Inner_Condition(3, 50, 0, 1.25);
             Script none;
-            ASSERT_TRUE(Calc_Bounds_Segment(1));
+            ASSERT_TRUE(Calc_Bounds_Segment(design, 1));
             if (kind == 'P') {
                 for (const int v : derivative_rows) {
                     std::vector<double>& row = polynomial.emplace_back();
@@ -152,7 +153,7 @@ TEST(SplineOfFullOrder, EqualsThe345Law)
     Fresh_Cycle(1.0, 1, 3.0);
     Segment('S', 80.0, "0", "1", 6);
     Rest_at_Both_Ends(2);
-    ASSERT_TRUE(Calc_Spline(1));
+    ASSERT_TRUE(Calc_Spline(design, 1));
     for (int p = 0; p <= 80; ++p) {
         const double x = p / 80.0;
         EXPECT_NEAR(Data(var::S, p), x * x * x * (10 + x * (-15 + 6 * x)), 1e-6);
@@ -167,7 +168,7 @@ TEST(SplineWithEvenKnots, MeetsEveryConditionPerRadian)
 {
     Fresh_Cycle(1.0);
     Ten_Conditions('S');
-    ASSERT_TRUE(Calc_Spline(1));
+    ASSERT_TRUE(Calc_Spline(design, 1));
     EXPECT_EQ(m().Interior_Knots(1), 4);
     EXPECT_EQ(m().Number_of_Knots(1), 16);
     for (int i = 1; i <= 6; ++i) {
@@ -188,12 +189,12 @@ TEST(SplineWithEvenKnots, StoresTheConditionsAsEachTimeBaseTells)
     for (const int base : {1, 2, 3}) {
         Fresh_Cycle(1.0, base, 4.0);
         Segment('S', 90.0, "0", "1", 7);
-        Bound_Text(1, 9, 1) = "0.5";
-        Bound_Text(1, 9, 2) = "-2";
-        Bound_Text(1, 9, 3) = "30";
-        Bound_Text(1, 9, 4) = "400";
+        Bound_Text(design, 1, 9, 1) = "0.5";
+        Bound_Text(design, 1, 9, 2) = "-2";
+        Bound_Text(design, 1, 9, 3) = "30";
+        Bound_Text(design, 1, 9, 4) = "400";
         Inner_Condition(1, 30, 0, 0.5);
-        ASSERT_TRUE(Calc_Spline(1));
+        ASSERT_TRUE(Calc_Spline(design, 1));
         const std::array typed{1.0, 0.5, -2.0, 30.0, 400.0};
         for (std::size_t d = 0; d < typed.size(); ++d) {
             double stored = typed[d];
@@ -212,7 +213,7 @@ TEST(SplineWithEvenKnots, DerivativesMatchNumericOnes)
 {
     Fresh_Cycle(0.25);
     Ten_Conditions('S');
-    ASSERT_TRUE(Calc_Spline(1));
+    ASSERT_TRUE(Calc_Spline(design, 1));
     const double h = 0.25 / Deg_per_Rad;
     for (std::size_t d = 0; d + 1 < derivative_rows.size(); ++d) {
         const double size = Largest(derivative_rows[d + 1], 400);
@@ -230,7 +231,7 @@ TEST(SplineWithEvenKnots, IsContinuousThroughDerivativesUpToOrderMinusTwo)
     Fresh_Cycle(0.125);
     Ten_Conditions('S');
     m().Orders(1) = 4;  // cubic pieces: acceleration is continuous, jerk steps at the knots
-    ASSERT_TRUE(Calc_Spline(1));
+    ASSERT_TRUE(Calc_Spline(design, 1));
     ASSERT_EQ(m().Interior_Knots(1), 6);
     double largest_step = 0;
     for (int p = 1; p <= 800; ++p) {
@@ -310,7 +311,7 @@ TEST(SplineOrder, AboveTheCountBecomesTheCountOnCalculation)
     Fresh_Cycle(1.0);
     Segment('S', 90.0, "0", "3", 2);
     Script none;
-    ASSERT_TRUE(Calc_Spline(1));
+    ASSERT_TRUE(Calc_Spline(design, 1));
     EXPECT_EQ(m().Orders(1), 2);
     for (int p = 0; p <= 90; ++p) {
         EXPECT_NEAR(Data(var::S, p), p / 30.0, 1e-6);
@@ -319,7 +320,7 @@ TEST(SplineOrder, AboveTheCountBecomesTheCountOnCalculation)
     // With more conditions the order goes back to the usual one.
     Rest_at_Both_Ends(3);
     m().No_Conditions(1) = 8;
-    ASSERT_TRUE(Calc_Spline(1));
+    ASSERT_TRUE(Calc_Spline(design, 1));
     EXPECT_EQ(m().Orders(1), 6);
     EXPECT_EQ(m().No_Conditions(1), 8);
     EXPECT_EQ(m().No_of_conditions(1), "8");
@@ -330,38 +331,38 @@ TEST(SplineOrder, TypedOrderFollowsItsRules)
     Fresh_Cycle(1.0);
     Ten_Conditions('S');
     Script boxes;
-    EXPECT_TRUE(Set_Order(1, "5"));
+    EXPECT_TRUE(Set_Order(design, 1, "5"));
     EXPECT_EQ(m().Orders(1), 5);
     EXPECT_EQ(m().Number_of_Knots(1), 15);
     EXPECT_EQ(m().Interior_Knots(1), 5);
     boxes.Expect(Box("Spline order must be four or greater"));
-    EXPECT_FALSE(Set_Order(1, "3"));
+    EXPECT_FALSE(Set_Order(design, 1, "3"));
     EXPECT_EQ(m().Orders(1), 5);
     boxes.Expect(Box("Spline order must be four or greater"));
-    EXPECT_FALSE(Set_Order(1, ""));
+    EXPECT_FALSE(Set_Order(design, 1, ""));
     boxes.Expect(Box("Spline Order must be less than 11"));
-    EXPECT_FALSE(Set_Order(1, "11"));
+    EXPECT_FALSE(Set_Order(design, 1, "11"));
     EXPECT_EQ(m().Orders(1), 10);
     EXPECT_EQ(m().Interior_Knots(1), 0);
     boxes.Expect(Box("Spline Order must be less than 11"));
-    EXPECT_FALSE(Set_Order(1, "1e9"));
-    EXPECT_TRUE(Set_Order(1, "4"));
+    EXPECT_FALSE(Set_Order(design, 1, "1e9"));
+    EXPECT_TRUE(Set_Order(design, 1, "4"));
     EXPECT_EQ(m().Interior_Knots(1), 6);
-    EXPECT_TRUE(Calc_Spline(1));
+    EXPECT_TRUE(Calc_Spline(design, 1));
     EXPECT_EQ(m().Orders(1), 4);
-    EXPECT_EQ(Min_Order(1), 4);
-    EXPECT_EQ(Max_Order(1), 10);
+    EXPECT_EQ(Min_Order(design, 1), 4);
+    EXPECT_EQ(Max_Order(design, 1), 10);
 }
 
 TEST(SplineOrder, ChangedOrderReturnsTheKnotsToEvenSpacing)
 {
     Fresh_Cycle(1.0);
     Ten_Conditions('S');
-    ASSERT_TRUE(Calc_Spline(1));
-    ASSERT_TRUE(Set_Knot(1, 1, "11"));
+    ASSERT_TRUE(Calc_Spline(design, 1));
+    ASSERT_TRUE(Set_Knot(design, 1, 1, "11"));
     EXPECT_FALSE(m().EvenKnots(1));
     EXPECT_FALSE(m().Splines_Calculated(1));
-    ASSERT_TRUE(Set_Order(1, "7"));
+    ASSERT_TRUE(Set_Order(design, 1, "7"));
     EXPECT_TRUE(m().EvenKnots(1));
     EXPECT_EQ(m().Knots(8, 1), 25.0);
     EXPECT_EQ(m().Knots(10, 1), 75.0);
@@ -372,15 +373,15 @@ TEST(SplineOrder, OrderFourWithTwentyTwoConditionsMeetsTheKnotLimit)
     Fresh_Cycle(1.0);
     Segment('S', 90.0, "0", "1", 21);
     Script boxes;
-    EXPECT_TRUE(Set_Order(1, "4"));  // 17 interior knots
+    EXPECT_TRUE(Set_Order(design, 1, "4"));  // 17 interior knots
     m().No_Conditions(1) = 22;
     boxes.Expect(Box(knot_limit));
-    EXPECT_FALSE(Set_Order(1, "4"));
+    EXPECT_FALSE(Set_Order(design, 1, "4"));
     EXPECT_EQ(m().Orders(1), 4);
     EXPECT_EQ(m().Interior_Knots(1), 18);
     m().No_Conditions(1) = 40;  // 40 + 30 knots are more than the table holds
     boxes.Expect(Box(knot_limit));
-    EXPECT_FALSE(Set_Order(1, "30"));
+    EXPECT_FALSE(Set_Order(design, 1, "30"));
 }
 
 TEST(SplineKnots, TypedKnotMustStandBetweenItsNeighbours)
@@ -388,19 +389,19 @@ TEST(SplineKnots, TypedKnotMustStandBetweenItsNeighbours)
     Fresh_Cycle(1.0);
     Ten_Conditions('S');
     Script boxes;
-    ASSERT_TRUE(Set_Knot(1, 2, "35"));  // knots 20, 35, 60, 80
+    ASSERT_TRUE(Set_Knot(design, 1, 2, "35"));  // knots 20, 35, 60, 80
     EXPECT_EQ(m().Knots(8, 1), 35.0);
     EXPECT_FALSE(m().EvenKnots(1));
     boxes.Expect(Box(ascending));
-    EXPECT_FALSE(Set_Knot(1, 2, "61"));
+    EXPECT_FALSE(Set_Knot(design, 1, 2, "61"));
     boxes.Expect(Box(ascending));
-    EXPECT_FALSE(Set_Knot(1, 2, "19"));
+    EXPECT_FALSE(Set_Knot(design, 1, 2, "19"));
     boxes.Expect(Box(ascending));
-    EXPECT_FALSE(Set_Knot(1, 4, "101"));
+    EXPECT_FALSE(Set_Knot(design, 1, 4, "101"));
     boxes.Expect(Box("This value must be positive.  Please redo."));
-    EXPECT_FALSE(Set_Knot(1, 1, "-1"));
+    EXPECT_FALSE(Set_Knot(design, 1, 1, "-1"));
     boxes.Expect(Error_Box(9, "Index out of bounds", "txt_Knot"));
-    EXPECT_FALSE(Set_Knot(1, 5, "90"));
+    EXPECT_FALSE(Set_Knot(design, 1, 5, "90"));
     EXPECT_EQ(m().Knots(8, 1), 35.0);
 }
 
@@ -408,10 +409,10 @@ TEST(SplineKnots, TypedKnotsStayWhileTheyFitAndMoveTheSpline)
 {
     Fresh_Cycle(1.0);
     Ten_Conditions('S');
-    ASSERT_TRUE(Calc_Spline(1));
+    ASSERT_TRUE(Calc_Spline(design, 1));
     const double even = Data(var::S, 10);
-    ASSERT_TRUE(Set_Knot(1, 1, "12"));
-    ASSERT_TRUE(Calc_Spline(1));
+    ASSERT_TRUE(Set_Knot(design, 1, 1, "12"));
+    ASSERT_TRUE(Calc_Spline(design, 1));
     EXPECT_EQ(m().Knots(7, 1), 12.0);
     EXPECT_FALSE(m().EvenKnots(1));
     EXPECT_NE(Data(var::S, 10), even);
@@ -420,8 +421,8 @@ TEST(SplineKnots, TypedKnotsStayWhileTheyFitAndMoveTheSpline)
     m().Beta_Deg(1) = 75.0;
     m().Beta_Rad(1) = 75.0 / Deg_per_Rad;
     m().T_boundary_cond(1, 4) = "70";
-    Update_Segment_Angles();
-    ASSERT_TRUE(Calc_Spline(1));
+    Update_Segment_Angles(design);
+    ASSERT_TRUE(Calc_Spline(design, 1));
     EXPECT_TRUE(m().EvenKnots(1));
     EXPECT_EQ(m().Knots(7, 1), 15.0);
     EXPECT_EQ(m().Knots(16, 1), 75.0);
@@ -431,9 +432,9 @@ TEST(SplineKnots, TwoEqualInteriorKnotsStillSolve)
 {
     Fresh_Cycle(1.0);
     Ten_Conditions('S');
-    ASSERT_TRUE(Set_Knot(1, 2, "60"));  // with the third
+    ASSERT_TRUE(Set_Knot(design, 1, 2, "60"));  // with the third
     Script none;
-    ASSERT_TRUE(Calc_Spline(1));
+    ASSERT_TRUE(Calc_Spline(design, 1));
     EXPECT_NEAR(Data(var::S, 40), 0.3, 1e-6);
     EXPECT_NEAR(Data(var::S, 60), 0.75, 1e-6);
 }
@@ -446,7 +447,7 @@ void Expect_Refusal(std::deque<Expected_Box> boxes)
     m().Splines_Calculated(1) = true;
     {
         Script script(std::move(boxes));
-        EXPECT_FALSE(Calc_Spline(1));
+        EXPECT_FALSE(Calc_Spline(design, 1));
     }
     EXPECT_FALSE(m().Splines_Calculated(1));
     for (int v = 0; v <= 53; ++v)
@@ -462,12 +463,12 @@ TEST(RefusedSpline, MoreThanSeventeenInteriorKnotsAlsoWhenTheOrderWasNeverTyped)
     for (int row = 1; row <= 8; ++row)
         for (int order = 0; order < (row == 3 || row == 6 ? 3 : 2); ++order)
             Inner_Condition(row, 10.0 * row, order, order == 0 ? row / 9.0 : 0.0);
-    ASSERT_EQ((Ask_Boundaries(1), Count_Filled_Boxes(1)), 24);
+    ASSERT_EQ((Ask_Boundaries(design, 1), Count_Filled_Boxes(design, 1)), 24);
     Expect_Refusal({Box(knot_limit)});
     EXPECT_EQ(m().Orders(1), 6);
     EXPECT_EQ(m().Interior_Knots(1), 18);
-    ASSERT_TRUE(Set_Order(1, "7"));
-    EXPECT_TRUE(Calc_Spline(1));
+    ASSERT_TRUE(Set_Order(design, 1, "7"));
+    EXPECT_TRUE(Calc_Spline(design, 1));
 }
 
 TEST(RefusedSpline, FortyConditionsWithMoreKnotsThanTheTableHolds)
@@ -478,12 +479,12 @@ TEST(RefusedSpline, FortyConditionsWithMoreKnotsThanTheTableHolds)
         for (int order = 0; order < 4; ++order) {
             if (row >= 1)
                 m().T_boundary_cond(1, row) = std::to_string(10 * row);
-            Bound_Text(1, row, order) = "0";
+            Bound_Text(design, 1, row, order) = "0";
         }
     m().Orders(1) = 30;
     Expect_Refusal({Box(knot_limit)});
     m().Orders(1) = 24;  // 64 knots, 16 of them inside
-    EXPECT_TRUE(Calc_Spline(1));
+    EXPECT_TRUE(Calc_Spline(design, 1));
     EXPECT_EQ(m().Number_of_Knots(1), 64);
 }
 
@@ -511,9 +512,9 @@ TEST(RefusedSpline, ConditionOnADerivativeThatTheOrderDoesNotHave)
 {
     Fresh_Cycle(1.0);
     Segment('S', 90.0, "0", "1", 5);
-    Bound_Text(1, 0, 4) = "1";  // ping of cubic pieces
-    Bound_Text(1, 0, 1) = "0";
-    Bound_Text(1, 9, 1) = "0";
+    Bound_Text(design, 1, 0, 4) = "1";  // ping of cubic pieces
+    Bound_Text(design, 1, 0, 1) = "0";
+    Bound_Text(design, 1, 9, 1) = "0";
     m().Orders(1) = 4;
     // The ends fix the first two coefficients and the last two, the row of zeros nothing.
     Expect_Refusal({Box("There is a zero value on diagonal in column 3"), Box(solver_message)});
@@ -531,7 +532,7 @@ TEST(SplineSegment, StartsAtItsOwnPointAndHasNoBaseShift)
     Fresh_Cycle(0.5);
     Segment('D', 45.5, "5", "5", 0);
     m().No_of_segments = 2;
-    Pick_Motion(2, 'S');
+    Pick_Motion(design, 2, 'S');
     m().Beta_Deg(2) = 100.0;
     m().Beta_Rad(2) = 100.0 / Deg_per_Rad;
     m().Start_Value(2) = "5";
@@ -540,9 +541,9 @@ TEST(SplineSegment, StartsAtItsOwnPointAndHasNoBaseShift)
     m().No_Conditions(2) = 6;
     for (const int row : {0, 9})
         for (const int order : {1, 2})
-            Bound_Text(2, row, order) = "0";
-    Update_Segment_Angles();
-    ASSERT_TRUE(Calc_Bounds_Segment(2));
+            Bound_Text(design, 2, row, order) = "0";
+    Update_Segment_Angles(design);
+    ASSERT_TRUE(Calc_Bounds_Segment(design, 2));
     EXPECT_EQ(Data(var::Angle, 91), 45.5);
     EXPECT_EQ(Data(var::S, 91), 5.0);
     EXPECT_NEAR(Data(var::S, 191), 6.0, 1e-6);
@@ -556,10 +557,10 @@ TEST(SplineSegment, RowNineWithoutPositionTakesTheLiftFromTheSpline)
 {
     Fresh_Cycle(1.0);
     Segment('S', 100.0, "0", "", 4);
-    Bound_Text(1, 0, 1) = "0";
-    Bound_Text(1, 9, 1) = "0";
+    Bound_Text(design, 1, 0, 1) = "0";
+    Bound_Text(design, 1, 9, 1) = "0";
     Inner_Condition(1, 50, 0, 1.0);
-    ASSERT_TRUE(Calc_Spline(1));  // s = x^2 (6 - 4 x) of x = theta / 100: 2 at the end
+    ASSERT_TRUE(Calc_Spline(design, 1));  // s = x^2 (6 - 4 x) of x = theta / 100: 2 at the end
     EXPECT_NEAR(Data(var::S, 100), 2.0, 1e-6);
     EXPECT_EQ(m().Lift, Data(var::S, 100));
 }
@@ -569,7 +570,7 @@ TEST(SplineSegment, OfAForceFunctionIsStoredAsTheForce)
     Fresh_Cycle(1.0);
     Segment('S', 90.0, "1", "2", 2);
     m().Motion = false;
-    ASSERT_TRUE(Calc_Spline(1));
+    ASSERT_TRUE(Calc_Spline(design, 1));
     EXPECT_EQ(Data(var::Ext_Force, 90), 2.0);
     EXPECT_EQ(design.results.Ext_Force_Table(0), 1.0);
     EXPECT_TRUE(design.flags.Ext_Force_Calc);
@@ -579,7 +580,7 @@ TEST(SplineHelp, TellsTheNumberOfConditions)
 {
     Fresh_Cycle(1.0);
     m().No_Conditions(1) = 12;
-    EXPECT_EQ(Order_Help(1),
+    EXPECT_EQ(Order_Help(design, 1),
               "Order must be an integer, and should be four or greater for practical cams.\n"
               "Order must also be <= the number of boundary conditions, which for this design is 12. \n"
               "The resulting spline functions will be continuous through derivatives up to order minus 2.\n"

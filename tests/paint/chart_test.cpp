@@ -15,6 +15,7 @@
 #include <cmath>
 
 #include "paint/print.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax::paint {
 namespace {
@@ -52,7 +53,7 @@ private:
 
 class Charts : public ::testing::Test {
 protected:
-    Charts() : chart_("grf_Test") { chart_.resize(400, 300); }
+    Charts() : chart_(design, "grf_Test") { chart_.resize(400, 300); }
     Chart chart_;
     QTemporaryDir folder_;
 };
@@ -484,7 +485,7 @@ TEST_F(Charts, fills_of_a_closed_curve_are_rays_to_the_origin)
 
 TEST_F(Charts, a_picture_of_several_charts_has_its_title_once)
 {
-    Chart other("grf_Other");
+    Chart other(design, "grf_Other");
     chart_.Show({Sine()});
     other.Show({Sine()});
     const QString path = folder_.filePath("two.svg");

@@ -9,6 +9,7 @@
 #include "core/startup.h"
 #include "motion/examples.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -19,8 +20,8 @@ class Plot_Selection : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(Sub_Main("", {}));
-        ASSERT_TRUE(Build_Example("Double Dwell"));
+        ASSERT_TRUE(Sub_Main(design, "", {}));
+        ASSERT_TRUE(Build_Example(design, "Double Dwell"));
     }
     void TearDown() override { design = {}; }
     static List Picked()
@@ -37,20 +38,20 @@ protected:
 
 TEST_F(Plot_Selection, a_design_with_its_motion_alone_offers_its_curves_and_four_pairs)
 {
-    EXPECT_EQ(Load_Names(), (List{1, 2, 3, 4, 17}));
-    EXPECT_EQ(Load_Presets(style::two_windows), (List{1, 2, 3, 4}));
-    EXPECT_EQ(Load_Presets(style::four_windows), (List{1}));
-    EXPECT_TRUE(Load_Presets(style::polar).empty());
-    EXPECT_TRUE(Load_Presets(style::single_window).empty());
-    EXPECT_TRUE(Composite_Choices().empty());
+    EXPECT_EQ(Load_Names(design), (List{1, 2, 3, 4, 17}));
+    EXPECT_EQ(Load_Presets(design, style::two_windows), (List{1, 2, 3, 4}));
+    EXPECT_EQ(Load_Presets(design, style::four_windows), (List{1}));
+    EXPECT_TRUE(Load_Presets(design, style::polar).empty());
+    EXPECT_TRUE(Load_Presets(design, style::single_window).empty());
+    EXPECT_TRUE(Composite_Choices(design).empty());
 }
 
 TEST_F(Plot_Selection, each_rung_adds_its_variables)
 {
     const auto added = [](Flag& flag) {
-        const List before = Load_Names();
+        const List before = Load_Names(design);
         flag = true;
-        const List after = Load_Names();
+        const List after = Load_Names(design);
         flag = false;
         List more;
         for (const int v : after)
@@ -75,27 +76,29 @@ TEST_F(Plot_Selection, a_table_offers_no_coordinates_and_displacement_on_the_scr
 {
     f_.Sized = f_.Polydyne_Calc = true;
     design.run.Selecting_Print = true;
-    EXPECT_EQ(Load_Names(true), (List{1, 2, 3, 4, 17, 5, 6}));
-    EXPECT_EQ(Load_Names(false), (List{2, 3, 4, 17, 5, 6}));
-    EXPECT_EQ(Load_Presets(style::four_windows), (List{2, 3, 4, 15, 16}));
+    EXPECT_EQ(Load_Names(design, true), (List{1, 2, 3, 4, 17, 5, 6}));
+    EXPECT_EQ(Load_Names(design, false), (List{2, 3, 4, 17, 5, 6}));
+    EXPECT_EQ(Load_Presets(design, style::four_windows), (List{2, 3, 4, 15, 16}));
 }
 
 TEST_F(Plot_Selection, each_rung_adds_its_presets)
 {
     f_.Sized = true;
-    EXPECT_EQ(Load_Presets(style::two_windows), (List{1, 2, 3, 4, 5, 6, 7, 8, 23, 24, 25}));
-    EXPECT_EQ(Load_Presets(style::four_windows), (List{1, 2, 3, 4, 15, 16}));
+    EXPECT_EQ(Load_Presets(design, style::two_windows), (List{1, 2, 3, 4, 5, 6, 7, 8, 23, 24, 25}));
+    EXPECT_EQ(Load_Presets(design, style::four_windows), (List{1, 2, 3, 4, 15, 16}));
     f_.Dynamicflag = f_.FFT_Done = f_.Modelflag = f_.Polydyne_Calc = f_.Stressflag = f_.CompCam_Calc = true;
-    EXPECT_EQ(Load_Presets(style::two_windows), (List{1,  2,  3,  4,  5,  6,  7,  8,  23, 24, 25, 9,  10, 11, 12,
-                                                      13, 14, 15, 16, 17, 21, 22, 27, 28, 29, 18, 19, 20, 26, 30}));
-    EXPECT_EQ(Load_Presets(style::four_windows), (List{1, 2, 3, 4, 15, 16, 5, 6, 7, 8, 14, 9, 10, 11, 12, 13, 17}));
-    EXPECT_EQ(Load_Presets(style::polar), (List{1}));
+    EXPECT_EQ(Load_Presets(design, style::two_windows),
+              (List{1,  2,  3,  4,  5,  6,  7,  8,  23, 24, 25, 9,  10, 11, 12,
+                    13, 14, 15, 16, 17, 21, 22, 27, 28, 29, 18, 19, 20, 26, 30}));
+    EXPECT_EQ(Load_Presets(design, style::four_windows),
+              (List{1, 2, 3, 4, 15, 16, 5, 6, 7, 8, 14, 9, 10, 11, 12, 13, 17}));
+    EXPECT_EQ(Load_Presets(design, style::polar), (List{1}));
     design.cam.Camtype = "Linear";
-    EXPECT_EQ(Load_Presets(style::two_windows), (List{1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
-                                                      15, 16, 17, 21, 22, 27, 28, 29, 18, 19, 20, 26, 30}));
-    EXPECT_EQ(Load_Presets(style::four_windows), (List{1, 2, 5, 6, 7, 8, 14, 9, 10, 11, 17}));
+    EXPECT_EQ(Load_Presets(design, style::two_windows), (List{1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
+                                                              15, 16, 17, 21, 22, 27, 28, 29, 18, 19, 20, 26, 30}));
+    EXPECT_EQ(Load_Presets(design, style::four_windows), (List{1, 2, 5, 6, 7, 8, 14, 9, 10, 11, 17}));
     design.run.Selecting_Print = true;
-    EXPECT_EQ(Load_Presets(style::four_windows), (List{2, 7, 17}));
+    EXPECT_EQ(Load_Presets(design, style::four_windows), (List{2, 7, 17}));
 }
 
 TEST_F(Plot_Selection, a_preset_has_the_variables_of_its_words)
@@ -106,26 +109,26 @@ TEST_F(Plot_Selection, a_preset_has_the_variables_of_its_words)
         EXPECT_EQ(preset.variables.size(), 2U) << preset.text;
     for (const auto& preset : Presets_of_Style(style::four_windows))
         EXPECT_EQ(preset.variables.size(), 4U) << preset.text;
-    Choose_Preset2(style::two_windows, 6);
+    Choose_Preset2(design, style::two_windows, 6);
     EXPECT_EQ(Picked(), (List{11, 12}));
-    Choose_Preset2(style::four_windows, 4);
+    Choose_Preset2(design, style::four_windows, 4);
     EXPECT_EQ(Picked(), (List{13, 14, 34, 35}));
-    Choose_Preset2(style::four_windows, 12);
+    Choose_Preset2(design, style::four_windows, 12);
     EXPECT_EQ(Picked(), (List{9, 10, 25, 26}));
-    Choose_Preset2(style::four_windows, 13);
+    Choose_Preset2(design, style::four_windows, 13);
     EXPECT_EQ(Picked(), (List{11, 12, 27, 28}));
-    EXPECT_THROW(Choose_Preset2(style::two_windows, 31), Fault);
-    EXPECT_THROW(Choose_Preset2(style::single_window, 1), Fault);
+    EXPECT_THROW(Choose_Preset2(design, style::two_windows, 31), Fault);
+    EXPECT_THROW(Choose_Preset2(design, style::single_window, 1), Fault);
 }
 
 TEST_F(Plot_Selection, the_segment_list_marks_dwells_polynomials_and_splines)
 {
-    EXPECT_EQ(Load_SegmentList(), (std::vector<std::string>{"All", "1  R", "2  [D]", "3  F", "4  [D]"}));
-    Pick_Segment("3  F");
+    EXPECT_EQ(Load_SegmentList(design), (std::vector<std::string>{"All", "1  R", "2  [D]", "3  F", "4  [D]"}));
+    Pick_Segment(design, "3  F");
     EXPECT_EQ(design.plot.Segment_Pick, "3  F");
     EXPECT_EQ(design.plot.Plot_First, 180.0);
     EXPECT_EQ(design.plot.Plot_Last, 270.0);
-    Pick_Segment("5");
+    Pick_Segment(design, "5");
     EXPECT_EQ(design.plot.Segment_Pick, "All");
     EXPECT_EQ(design.plot.Plot_First, 0.0);
     EXPECT_EQ(design.plot.Plot_Last, 360.0);
@@ -133,12 +136,12 @@ TEST_F(Plot_Selection, the_segment_list_marks_dwells_polynomials_and_splines)
 
 TEST_F(Plot_Selection, a_style_asks_for_its_count_of_functions)
 {
-    EXPECT_TRUE(Select_OK(style::single_window, List{3}));
-    EXPECT_FALSE(Select_OK(style::single_window, List{0, 0, 0, 0}));
-    EXPECT_FALSE(Select_OK(style::two_windows, List{1}));
-    EXPECT_TRUE(Select_OK(style::two_windows, List{1, 0, 3}));
+    EXPECT_TRUE(Select_OK(design, style::single_window, List{3}));
+    EXPECT_FALSE(Select_OK(design, style::single_window, List{0, 0, 0, 0}));
+    EXPECT_FALSE(Select_OK(design, style::two_windows, List{1}));
+    EXPECT_TRUE(Select_OK(design, style::two_windows, List{1, 0, 3}));
     EXPECT_EQ(Picked(), (List{1, 3}));
-    EXPECT_FALSE(Select_OK(style::four_windows, List{1, 2, 3}));
+    EXPECT_FALSE(Select_OK(design, style::four_windows, List{1, 2, 3}));
     EXPECT_EQ(Style_Caption(4), "Polar Plot - One to Four Functions");
     EXPECT_THROW(Functions_of_Style(5), Fault);
 }
@@ -238,21 +241,21 @@ TEST_F(Plot_Selection, styles_have_their_captions)
 
 TEST_F(Plot_Selection, what_no_list_and_no_preset_has_is_not_offered)
 {
-    EXPECT_TRUE(Is_Offered(1));
-    EXPECT_FALSE(Is_Offered(5));
-    EXPECT_FALSE(Is_Offered(54));
-    EXPECT_FALSE(Is_Offered(20));
+    EXPECT_TRUE(Is_Offered(design, 1));
+    EXPECT_FALSE(Is_Offered(design, 5));
+    EXPECT_FALSE(Is_Offered(design, 54));
+    EXPECT_FALSE(Is_Offered(design, 20));
     f_.Sized = true;
-    EXPECT_TRUE(Is_Offered(5));
-    EXPECT_TRUE(Is_Offered(54));
-    EXPECT_FALSE(Is_Offered(55));
-    EXPECT_FALSE(Is_Offered(28));
+    EXPECT_TRUE(Is_Offered(design, 5));
+    EXPECT_TRUE(Is_Offered(design, 54));
+    EXPECT_FALSE(Is_Offered(design, 55));
+    EXPECT_FALSE(Is_Offered(design, 28));
     f_.Polydyne_Calc = true;
-    EXPECT_TRUE(Is_Offered(55));
-    EXPECT_TRUE(Is_Offered(28));  // only a preset has it
+    EXPECT_TRUE(Is_Offered(design, 55));
+    EXPECT_TRUE(Is_Offered(design, 28));  // only a preset has it
     f_.FFT_Done = true;
-    EXPECT_TRUE(Is_Offered(20));
-    EXPECT_FALSE(Is_Offered(50));
+    EXPECT_TRUE(Is_Offered(design, 20));
+    EXPECT_FALSE(Is_Offered(design, 50));
 }
 
 TEST_F(Plot_Selection, harmonics_share_no_window_with_functions_of_the_angle)
@@ -270,15 +273,15 @@ TEST_F(Plot_Selection, harmonics_share_no_window_with_functions_of_the_angle)
 TEST_F(Plot_Selection, a_name_is_looked_up_in_its_list)
 {
     f_.Modelflag = true;
-    EXPECT_EQ(Variable_Picked(Load_Names(), "S - X"), 29);  // 53 has the same name
-    EXPECT_EQ(Variable_Picked(Load_Names(), "X "), 30);
-    EXPECT_FALSE(Variable_Picked(Load_Names(), "Torque"));
+    EXPECT_EQ(Variable_Picked(design, Load_Names(design), "S - X"), 29);  // 53 has the same name
+    EXPECT_EQ(Variable_Picked(design, Load_Names(design), "X "), 30);
+    EXPECT_FALSE(Variable_Picked(design, Load_Names(design), "Torque"));
 }
 
 TEST_F(Plot_Selection, closed_curves_stand_for_pairs_of_coordinates)
 {
     f_.Sized = true;
-    EXPECT_EQ(Composite_Choices(), (List{54, 56, 57, 58, 59}));
+    EXPECT_EQ(Composite_Choices(design), (List{54, 56, 57, 58, 59}));
     EXPECT_EQ(Rows_of_Composite(54).x, 9);
     EXPECT_EQ(Rows_of_Composite(59).y, 41);
     EXPECT_THROW(Rows_of_Composite(53), Fault);

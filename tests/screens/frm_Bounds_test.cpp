@@ -10,6 +10,7 @@
 #include "screens/frm_Knots.h"
 #include "screens/frm_Poly.h"
 #include "tests/support/desktop_design.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -29,7 +30,7 @@ protected:
     }
     static void Make(char kind, const char* from = "0", const char* to = "25")
     {
-        Pick_Motion(1, kind);
+        Pick_Motion(design, 1, kind);
         design.motion.Start_Value(1) = from;
         design.motion.End_Value(1) = to;
     }
@@ -168,9 +169,9 @@ TEST_F(Conditions_Screen, the_solved_polynomial_prints_its_conditions)
     Make('P');
     for (const int row : {0, 9})
         for (const int order : {1, 2})
-            Bound_Text(1, row, order) = "0";
-    ASSERT_TRUE(Set_No_of_Conditions(1, "6"));
-    ASSERT_TRUE(Calc_Segment(0));
+            Bound_Text(design, 1, row, order) = "0";
+    ASSERT_TRUE(Set_No_of_Conditions(design, 1, "6"));
+    ASSERT_TRUE(Calc_Segment(design, 0));
     frm_Poly screen(1);
     const Driver user(screen);
     auto& table = user.Find<QTableWidget>("grd_Conditions");
@@ -194,11 +195,11 @@ protected:
         Make('S');
         for (const int row : {0, 9})
             for (const int order : {1, 2})
-                Bound_Text(1, row, order) = "0";
-        Bound_Text(1, 4, 0) = "10";
+                Bound_Text(design, 1, row, order) = "0";
+        Bound_Text(design, 1, 4, 0) = "10";
         m_.T_boundary_cond(1, 4) = "45";
-        ASSERT_TRUE(Set_No_of_Conditions(1, "7"));
-        ASSERT_TRUE(Calc_Segment(0));
+        ASSERT_TRUE(Set_No_of_Conditions(design, 1, "7"));
+        ASSERT_TRUE(Calc_Segment(design, 0));
     }
 };
 

@@ -5,6 +5,7 @@
 #include "motion/segments.h"
 #include "paint/chart.h"
 #include "tests/support/desktop_design.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -28,7 +29,7 @@ TEST_F(Continuity_Screen, a_smooth_design_is_accepted_after_its_box)
         EXPECT_EQ(chart.Curves()[0].y[40], double{design.results.CalcData(var::S + k, 40)});
     }
     user.Press("cmd_Redraw");
-    script_.Expect({Continuity_Text()});
+    script_.Expect({Continuity_Text(design)});
     user.Press("cmd_Done");
     EXPECT_EQ(screen.result(), QDialog::Accepted);
     EXPECT_TRUE(design.flags.Calculated);
@@ -43,13 +44,13 @@ TEST_F(Continuity_Screen, a_jump_is_told_and_cancel_goes_back)
         const Driver user(screen);
         EXPECT_EQ(user.Text("lbl_Header"), "One or more of the segment boundaries is discontinuous.");
         EXPECT_NE(user.Text("lbl_Explanation").find("at the end of segment 1"), std::string::npos);
-        script_.Expect({Continuity_Text(), Buttons::OK_Cancel, Symbol::exclamation, Answer::Cancel});
+        script_.Expect({Continuity_Text(design), Buttons::OK_Cancel, Symbol::exclamation, Answer::Cancel});
         user.Press("cmd_Done");
         EXPECT_EQ(screen.result(), QDialog::Rejected);
     }
     frm_Continuity screen;
     const Driver user(screen);
-    script_.Expect({Continuity_Text(), Buttons::OK_Cancel, Symbol::exclamation, Answer::OK});
+    script_.Expect({Continuity_Text(design), Buttons::OK_Cancel, Symbol::exclamation, Answer::OK});
     user.Press("cmd_Done");
     EXPECT_EQ(screen.result(), QDialog::Accepted);
 }

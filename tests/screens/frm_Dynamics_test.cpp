@@ -13,6 +13,7 @@
 #include "dynamics/kinetostatics.h"
 #include "paint/chart.h"
 #include "tests/support/desktop_design.h"
+#include "tests/support/test_design.h"
 #include "tests/support/watched_boxes.h"
 
 namespace lobemax {
@@ -48,7 +49,7 @@ protected:
     {
         Start_Services services;
         services.read_preferences = [unit_system] { design.identity.WhichUnit = unit_system; };
-        ASSERT_TRUE(Sub_Main("", services));
+        ASSERT_TRUE(Sub_Main(design, "", services));
         Build(example);
     }
     /// A force that the motion brought with it.
@@ -211,11 +212,11 @@ TEST_F(Dynamics_Screen, figures_show_extremes_and_frequencies)
     user.Fill("txt_Preload", "2000");
     const auto force = Row(7);
     const auto torque = Row(8);
-    EXPECT_NEAR(Val(user.Text("lbl_Fmax")), *std::ranges::max_element(force), 0.05 + 1e-3);
-    EXPECT_NEAR(Val(user.Text("lbl_Fmin")), *std::ranges::min_element(force), 0.05 + 1e-3);
-    EXPECT_NEAR(Val(user.Text("lbl_Tmax")), *std::ranges::max_element(torque), 0.05 + 1e-3);
+    EXPECT_NEAR(Val(design, user.Text("lbl_Fmax")), *std::ranges::max_element(force), 0.05 + 1e-3);
+    EXPECT_NEAR(Val(design, user.Text("lbl_Fmin")), *std::ranges::min_element(force), 0.05 + 1e-3);
+    EXPECT_NEAR(Val(design, user.Text("lbl_Tmax")), *std::ranges::max_element(torque), 0.05 + 1e-3);
     // 25 mm x 1000 N/mm over the preload, at the top of the lift
-    EXPECT_NEAR(Val(user.Text("lbl_Fmax")), 27000.0, 100.0);
+    EXPECT_NEAR(Val(design, user.Text("lbl_Fmax")), 27000.0, 100.0);
     EXPECT_EQ(user.Text("lbl_Fmax").substr(2, 1), ",");
     // sqrt(1000000 / 4); 2 x 4 x 500; 0.05 of it; sqrt(500^2 - 25^2)
     EXPECT_EQ(user.Text("lbl_OmegaN"), "500.0");
@@ -504,7 +505,7 @@ TEST_F(Dynamics_Screen, an_aborted_run_shows_what_it_has_filled)
     const auto separated = std::ranges::find_if(force, [](double F) { return F <= 0.0; });
     ASSERT_LT(separated - force.begin(), 100);  // in the rise
     EXPECT_EQ(force[300], 0.0);                 // the dwell behind was not reached
-    EXPECT_NEAR(Val(user.Text("lbl_Fmax")), *std::ranges::max_element(force), 0.05 + 1e-3);
+    EXPECT_NEAR(Val(design, user.Text("lbl_Fmax")), *std::ranges::max_element(force), 0.05 + 1e-3);
     EXPECT_NE(Pulses(user), "");
     EXPECT_EQ(Lit_Lamps(user), (std::vector<std::string>{"S-V-A-J", "Sized", "mm-kg-N-s"}));
     screen.close();  // without forces it is no way on

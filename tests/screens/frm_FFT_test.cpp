@@ -6,6 +6,7 @@
 #include "motion/fourier.h"
 #include "paint/chart.h"
 #include "tests/support/desktop_design.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {

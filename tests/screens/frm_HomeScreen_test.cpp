@@ -19,6 +19,7 @@
 #include "screens/frm_InputData.h"
 #include "screens/resources.h"
 #include "tests/support/desktop_design.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -63,7 +64,7 @@ protected:
         Build(example);
         design.identity.File_Name = folder_ + "model.cam";
         script_.Expect({"The file was successfully written to \n" + design.identity.File_Name});
-        EXPECT_TRUE(Write_Model_File(Replace::with_backup));
+        EXPECT_TRUE(Write_Model_File(design, Replace::with_backup));
         return design.identity.File_Name;
     }
 
@@ -133,7 +134,7 @@ TEST_F(Home_Screen, new_confirms_and_empties)
 TEST_F(Home_Screen, a_model_is_opened_by_the_menu_a_drop_and_the_recent_list)
 {
     const std::string path = Saved_Model("Four Dwell");
-    ASSERT_TRUE(Sub_Main("", {}));
+    ASSERT_TRUE(Sub_Main(design, "", {}));
     Drop_Home home("");
     const Driver user(home);
     const auto expect_read = [&] {
@@ -148,14 +149,14 @@ TEST_F(Home_Screen, a_model_is_opened_by_the_menu_a_drop_and_the_recent_list)
     EXPECT_EQ(user.Text(Element("lbl_Status", 0)), "DiskFile");
     EXPECT_TRUE(user.Enabled("cmd_Draw"));
 
-    ASSERT_TRUE(Sub_Main("", {}));
+    ASSERT_TRUE(Sub_Main(design, "", {}));
     QMimeData mime;
     mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(path))});
     QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
     home.dropEvent(&drop);
     EXPECT_EQ(design.motion.No_of_segments, 8);
 
-    ASSERT_TRUE(Sub_Main("", {}));
+    ASSERT_TRUE(Sub_Main(design, "", {}));
     auto* const recent = home.findChild<QMenu*>("mnu_Recent");
     ASSERT_NE(recent, nullptr);
     emit recent->aboutToShow();
@@ -209,7 +210,7 @@ TEST_F(Home_Screen, quit_of_unsaved_work_offers_the_save_before_the_question)
 {
     Build("Double Dwell");
     design.flags.Model_Saved = false;
-    Check_Run_Record(folder_, "");
+    Check_Run_Record(design, folder_, "");
     frm_HomeScreen home(folder_);
     const Driver user(home);
     bool asked = false;
@@ -453,7 +454,7 @@ TEST_F(Program, a_killed_run_leaves_its_mark_for_the_next_start)
          "            This problem will now be corrected.\n"
          "   To avoid this problem in the future, please use the   \n"
          "   Quit button or File/Quit menu to stop the program.   "});
-    EXPECT_EQ(Check_Run_Record(folder_ + "Documents/LOBEMAX/", ""), Run_Start::after_a_crash);
+    EXPECT_EQ(Check_Run_Record(design, folder_ + "Documents/LOBEMAX/", ""), Run_Start::after_a_crash);
     EXPECT_TRUE(std::filesystem::exists(folder_ + "Documents/LOBEMAX/Preferences.txt"));
 }
 

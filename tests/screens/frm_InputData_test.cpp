@@ -18,6 +18,7 @@
 #include "screens/frm_Continuity.h"
 #include "screens/frm_Input_Session.h"
 #include "tests/support/desktop_design.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -136,8 +137,8 @@ TEST_F(Input_Screen, typed_by_hand_the_double_dwell_is_the_example)
 {
     Build("Double Dwell");
     const Design_State example = design;
-    ASSERT_TRUE(Sub_Main("", {}));
-    Set_Shaft_Speed(18);
+    ASSERT_TRUE(Sub_Main(design, "", {}));
+    Set_Shaft_Speed(design, 18);
     frm_InputData screen({});
     const Driver user(screen);
     Type_Double_Dwell(user);
@@ -158,7 +159,7 @@ TEST_F(Input_Screen, typed_by_keys_alone_the_double_dwell_is_the_example)
 {
     Build("Double Dwell");
     const Design_State example = design;
-    ASSERT_TRUE(Sub_Main("", {}));
+    ASSERT_TRUE(Sub_Main(design, "", {}));
     frm_InputData screen({});
     const Driver user(screen);
     const auto key_in = [&](const char* text) {  // into whatever has the focus, then on with the tabulator
@@ -324,7 +325,7 @@ TEST_F(Input_Screen, dwells_side_by_side_show_one_position)
 TEST_F(Input_Screen, next_keeps_the_size_and_forces_of_the_picked_example)
 {
     screens::Input_Services services;
-    services.build_example = [](const std::string& name) { return Open_Example(name); };
+    services.build_example = [](const std::string& name) { return Open_Example(design, name); };
     frm_InputData screen(services);
     const Driver user(screen);
     user.Pick("cmb_Examples", "Double Dwell");
@@ -339,7 +340,7 @@ TEST_F(Input_Screen, the_unit_in_force_is_marked_and_picking_it_changes_nothing)
 {
     Build("Double Dwell");
     screens::Input_Services services;
-    services.change_units = [](int code) { Change_Units(code); };
+    services.change_units = [](int code) { Change_Units(design, code); };
     frm_InputData screen(services);
     const Driver user(screen);
     Action(screen, "mnu_pick(5)").trigger();
@@ -658,7 +659,7 @@ TEST_F(Input_Screen, an_external_force_asks_first_and_turns_the_table_into_a_for
 TEST_F(Input_Screen, the_examples_list_builds_a_whole_design)
 {
     screens::Input_Services services;
-    services.build_example = [](const std::string& name) { return Open_Example(name); };
+    services.build_example = [](const std::string& name) { return Open_Example(design, name); };
     frm_InputData screen(services);
     const Driver user(screen);
     user.Pick("cmb_Examples", "Four Dwell");
@@ -699,7 +700,7 @@ TEST_F(Input_Screen, changed_units_refill_the_rows_and_ask_for_a_calculation)
 {
     Build("Double Dwell");
     screens::Input_Services services;
-    services.change_units = [](int code) { Change_Units(code); };
+    services.change_units = [](int code) { Change_Units(design, code); };
     frm_InputData screen(services);
     const Driver user(screen);
     auto* const inches = screen.findChild<QAction*>("mnu_pick(1)");
@@ -730,7 +731,7 @@ TEST_F(Input_Screen, closing_the_window_is_done_when_calculated_and_back_otherwi
         screen.close();
         EXPECT_EQ(screen.result(), QDialog::Accepted);
     }
-    ASSERT_TRUE(Sub_Main("", {}));
+    ASSERT_TRUE(Sub_Main(design, "", {}));
     frm_InputData screen({});
     const Driver user(screen);
     screen.close();
@@ -772,7 +773,7 @@ TEST_F(Input_Screen, a_polynomial_row_goes_through_its_conditions)
     screens::Input_Services services;
     services.ask_boundaries = [&](int row) {
         asked = row;
-        return Calc_Segment(row);
+        return Calc_Segment(design, row);
     };
     frm_InputData screen(services);
     const Driver user(screen);

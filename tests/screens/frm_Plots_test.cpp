@@ -17,6 +17,7 @@
 #include "paint/plot_charts.h"
 #include "present/plot_selection.h"
 #include "tests/support/desktop_design.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -38,14 +39,14 @@ protected:
     static double Data(int row, int i) { return design.results.CalcData(row, i); }
     static void Transform(int variable)
     {
-        ASSERT_TRUE(Do_DFT(variable, 0, 360, 15));
+        ASSERT_TRUE(Do_DFT(design, variable, 0, 360, 15));
         design.flags.FFT_Done = true;
     }
     /// Functions of a style over the whole cycle.
     static void Pick(const std::vector<int>& functions, int plot_style)
     {
-        Pick_Segment("All");
-        ASSERT_TRUE(Select_OK(plot_style, functions));
+        Pick_Segment(design, "All");
+        ASSERT_TRUE(Select_OK(design, plot_style, functions));
     }
     /// Labels of the abscissa, empty ones for marks without.
     static QVector<QString> Labels(const paint::Chart& chart)
@@ -126,7 +127,7 @@ TEST_F(Plot_Screens, a_segment_limits_the_range)
     frm_PlotSelect select(1);
     Driver(select).Pick("cmb_Segment", "3  F");
     const std::vector<int> accel{3};
-    ASSERT_TRUE(Select_OK(1, accel));
+    ASSERT_TRUE(Select_OK(design, 1, accel));
     frm_Plot screen(1);
     const Driver user(screen);
     const auto& curves = user.Find<paint::Chart>(Element("grf_Plot", 0)).Curves();
@@ -141,8 +142,8 @@ TEST_F(Plot_Screens, each_style_has_its_windows)
 {
     const std::vector<int> picks{1, 2, 3, 4};
     for (const auto& [plot_style, windows] : {std::pair{1, 1}, std::pair{2, 2}, std::pair{3, 4}, std::pair{4, 1}}) {
-        Pick_Segment("All");
-        ASSERT_TRUE(Select_OK(plot_style, picks));
+        Pick_Segment(design, "All");
+        ASSERT_TRUE(Select_OK(design, plot_style, picks));
         frm_Plot screen(plot_style);
         const Driver user(screen);
         EXPECT_EQ(screen.objectName().toStdString(), "frm_Plot" + std::to_string(plot_style));
@@ -153,9 +154,9 @@ TEST_F(Plot_Screens, each_style_has_its_windows)
 
 TEST_F(Plot_Screens, two_functions_of_different_units_have_an_axis_each)
 {
-    Pick_Segment("All");
+    Pick_Segment(design, "All");
     const std::vector<int> picks{1, 2};
-    ASSERT_TRUE(Select_OK(1, picks));
+    ASSERT_TRUE(Select_OK(design, 1, picks));
     frm_Plot screen(1);
     const Driver user(screen);
     const auto& curves = user.Find<paint::Chart>(Element("grf_Plot", 0)).Curves();
@@ -166,12 +167,12 @@ TEST_F(Plot_Screens, two_functions_of_different_units_have_an_axis_each)
 
 TEST_F(Plot_Screens, a_polar_plot_shows_closed_curves_and_values_as_radii)
 {
-    Pick_Segment("All");
-    const paint::Curve profile = paint::Plotted_Curve(4, 54);
+    Pick_Segment(design, "All");
+    const paint::Curve profile = paint::Plotted_Curve(design, 4, 54);
     EXPECT_EQ(profile.x.size(), 361U);
     EXPECT_NEAR(profile.x.front(), profile.x.back(), 1e-3);
     EXPECT_EQ(profile.y[90], Data(10, 90));
-    const paint::Curve radius = paint::Plotted_Curve(4, 11);
+    const paint::Curve radius = paint::Plotted_Curve(design, 4, 11);
     EXPECT_NEAR(std::hypot(radius.x[50], radius.y[50]), Data(11, 50), 1e-4);
     EXPECT_NEAR(std::atan2(radius.y[50], radius.x[50]) * 57.29577951, 50.0, 1e-4);
 }
@@ -179,7 +180,7 @@ TEST_F(Plot_Screens, a_polar_plot_shows_closed_curves_and_values_as_radii)
 TEST_F(Plot_Screens, a_transform_is_plotted_over_its_harmonics)
 {
     Transform(var::A);
-    Choose_Preset2(2, 12);
+    Choose_Preset2(design, 2, 12);
     frm_Plot screen(2);
     const Driver user(screen);
     const auto& chart = user.Find<paint::Chart>(Element("grf_Plot", 0));
@@ -267,15 +268,15 @@ TEST_F(Plot_Screens, a_fault_in_a_plot_is_reported_and_leaves_the_screen)
 TEST_F(Plot_Screens, a_segment_outside_the_cycle_is_plotted_as_far_as_there_are_points)
 {
     design.motion.Shift(1) = -50.0;
-    Pick_Segment("1  R");
+    Pick_Segment(design, "1  R");
     for (const int plot_style : {1, 4}) {
-        EXPECT_EQ(paint::Plotted_Curve(plot_style, 2).x.size(), 91U);
-        EXPECT_EQ(paint::Plotted_Curve(plot_style, 2).y[0], 0.0);
+        EXPECT_EQ(paint::Plotted_Curve(design, plot_style, 2).x.size(), 91U);
+        EXPECT_EQ(paint::Plotted_Curve(design, plot_style, 2).y[0], 0.0);
     }
     design.motion.Shift(1) = 1000.0;
     design.motion.Gamma(1) = 2000.0;
-    Pick_Segment("1  R");
-    EXPECT_EQ(paint::Plotted_Curve(4, 2).x.size(), 1U);
+    Pick_Segment(design, "1  R");
+    EXPECT_EQ(paint::Plotted_Curve(design, 4, 2).x.size(), 1U);
 }
 
 TEST_F(Plot_Screens, the_title_stands_once_on_the_screen_and_blanks_are_kept)
@@ -302,7 +303,7 @@ TEST_F(Plot_Screens, a_saved_plot_has_its_title)
     for (const auto& [plot_style, name] : {std::pair{1, "1.svg"}, std::pair{2, "2.svg"}, std::pair{4, "4.svg"}}) {
         Pick({2, 3}, plot_style);
         const QString path = folder.filePath(name);
-        ASSERT_TRUE(paint::Save_Plot(plot_style, {500, 400}, path));
+        ASSERT_TRUE(paint::Save_Plot(design, plot_style, {500, 400}, path));
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         EXPECT_EQ(QString::fromUtf8(file.readAll()).count("Selected Cam-Follower Parameters"), 1) << name;
@@ -315,7 +316,7 @@ TEST_F(Plot_Screens, the_ticks_of_a_chart_are_those_of_the_plot)
     frm_Plot whole(1);
     EXPECT_EQ(Labels(Driver(whole).Find<paint::Chart>(Element("grf_Plot", 0))),
               (QVector<QString>{"0", "", "60", "", "120", "", "180", "", "240", "", "300", "", "360"}));
-    Pick_Segment("3  F");  // 180 to 270: every 7 points
+    Pick_Segment(design, "3  F");  // 180 to 270: every 7 points
     frm_Plot part(1);
     EXPECT_EQ(Labels(Driver(part).Find<paint::Chart>(Element("grf_Plot", 0))),
               (QVector<QString>{"180", "", "194", "", "208", "", "222", "", "236", "", "250", "", "264"}));
@@ -323,10 +324,10 @@ TEST_F(Plot_Screens, the_ticks_of_a_chart_are_those_of_the_plot)
 
 TEST_F(Plot_Screens, ticks_of_a_segment_below_a_degree_count_its_points)
 {
-    ASSERT_TRUE(Set_Step(0.25));
-    ASSERT_TRUE(Calc_All(true));
+    ASSERT_TRUE(Set_Step(design, 0.25));
+    ASSERT_TRUE(Calc_All(design, true));
     Pick({2}, 1);
-    Pick_Segment("3  F");  // 361 points: a mark every 30, a label every 60
+    Pick_Segment(design, "3  F");  // 361 points: a mark every 30, a label every 60
     frm_Plot screen(1);
     const auto& chart = Driver(screen).Find<paint::Chart>(Element("grf_Plot", 0));
     EXPECT_EQ(chart.Curves()[0].x.size(), 361U);
@@ -559,10 +560,10 @@ TEST_F(Plot_Screens, every_offered_variable_of_every_example_can_be_plotted)
 {
     for (const char* name : {"Single Dwell", "Flat Follower", "Four Dwell", "Oscillating"}) {
         Build(name);
-        Pick_Segment("All");
+        Pick_Segment(design, "All");
         for (int plot_style = 1; plot_style <= 4; ++plot_style)
-            for (const int v : Load_Names())
-                EXPECT_EQ(paint::Plotted_Curve(plot_style, v).y.size(), 361U) << name << v;
+            for (const int v : Load_Names(design))
+                EXPECT_EQ(paint::Plotted_Curve(design, plot_style, v).y.size(), 361U) << name << v;
     }
 }
 

@@ -10,6 +10,7 @@
 #include "paint/chart.h"
 #include "paint/painter_surface.h"
 #include "tests/support/desktop_design.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
@@ -40,7 +41,7 @@ TEST_F(Size_Screen, opens_calculated_for_a_sized_cam_with_its_values)
     EXPECT_TRUE(user.Checked(Element("opt_Rotate", 1)));
     EXPECT_FALSE(user.Enabled("cmd_Calc"));
     EXPECT_TRUE(user.Enabled("cmd_Done") && user.Enabled("cmd_ShowCam") && user.Enabled("cmd_ShowData"));
-    EXPECT_EQ(user.Text("lbl_Pamax"), Trim(FNRoundStr(c_.Phi_Max, 2)));
+    EXPECT_EQ(user.Text("lbl_Pamax"), Trim(FNRoundStr(design, c_.Phi_Max, 2)));
     EXPECT_EQ(user.Text("lbl_Rhomin"), Trim(c_.Rho_Min_Pos_Text));
     EXPECT_EQ(user.Text("lbl_Rhomax"), "None");
     EXPECT_TRUE(user.Visible("pct_Cam") && user.Visible("pct_Pang") && user.Visible("pct_Radcurv"));
@@ -101,7 +102,7 @@ TEST_F(Size_Screen, without_autocalc_a_change_waits_for_the_button)
     EXPECT_TRUE(f_.Sized);
     EXPECT_FALSE(f_.Dynamicflag);
     EXPECT_FALSE(user.Enabled("cmd_Calc"));
-    EXPECT_EQ(user.Text("lbl_Pamax"), Trim(FNRoundStr(c_.Phi_Max, 2)));
+    EXPECT_EQ(user.Text("lbl_Pamax"), Trim(FNRoundStr(design, c_.Phi_Max, 2)));
 }
 
 TEST_F(Size_Screen, with_autocalc_cam_and_curves_follow_and_the_last_curve_stays_faint)
@@ -199,7 +200,7 @@ TEST_F(Size_Screen, a_pivot_off_the_cam_proposes_another_arm_and_waits_with_auto
     Build("Oscillating");
     frm_SizeCam screen;
     const Driver user(screen);
-    const std::string D = FNRoundStr(std::hypot(500.0, 62.5), 2);
+    const std::string D = FNRoundStr(design, std::hypot(500.0, 62.5), 2);
     const Expected_Box misses{
         "The roller follower arm misses the cam entirely\n"
         "with your current choice of arm center location. \n"
@@ -216,7 +217,7 @@ TEST_F(Size_Screen, a_pivot_off_the_cam_proposes_another_arm_and_waits_with_auto
     EXPECT_EQ(user.Text("lbl_CL"), Trim(D));
     EXPECT_TRUE(user.Enabled("cmd_Calc"));
     user.Press("cmd_Calc");
-    EXPECT_EQ(c_.ArmRad, Single(Val(D)));
+    EXPECT_EQ(c_.ArmRad, Single(Val(design, D)));
     EXPECT_TRUE(f_.Sized);
 }
 
@@ -230,7 +231,7 @@ TEST_F(Size_Screen, sizes_that_go_with_no_cam_leave_it_unsized_and_its_curves_fa
          "with your current choice of arm center location. \n"
          "\n"
          "Please adjust the arm radius to be about\n" +
-             FNRoundStr(0.0, 2) + " mm for this arm center location.",
+             FNRoundStr(design, 0.0, 2) + " mm for this arm center location.",
          Buttons::OK, Symbol::exclamation});
     user.Fill("txt_CLx", "0");
     user.Fill("txt_CLy", "0");  // the pivot stands at the cam's centre
@@ -432,7 +433,7 @@ TEST_F(Size_Screen, a_barrel_cam_is_not_drawn_and_says_so_until_told_not_to)
     ASSERT_TRUE(f_.Sized);
     user.Press("cmd_ShowCam");
     EXPECT_FALSE(user.Visible("pct_Cam"));
-    script_.Expect({Axial_Cam_Message(), Buttons::OK_Cancel, Symbol::information, Answer::Cancel});
+    script_.Expect({Axial_Cam_Message(design), Buttons::OK_Cancel, Symbol::information, Answer::Cancel});
     user.Press("cmd_Done");
     EXPECT_EQ(screen.result(), QDialog::Accepted);
     frm_SizeCam again;
@@ -448,7 +449,7 @@ TEST_F(Size_Screen, an_oscillating_follower_has_its_arm_fields_and_its_test)
     const Driver user(screen);
     EXPECT_TRUE(user.Visible("txt_CLx") && user.Visible("txt_CLy") && user.Visible("txt_ArmRadius"));
     EXPECT_TRUE(user.Visible("pnl_ArmRotate"));
-    const std::string D = FNRoundStr(std::hypot(100.0, 62.5), 2);
+    const std::string D = FNRoundStr(design, std::hypot(100.0, 62.5), 2);
     script_.Expect(
         {"The roller follower arm misses the cam entirely\n"
          "with your current choice of arm center location. \n"

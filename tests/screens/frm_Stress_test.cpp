@@ -13,6 +13,7 @@
 #include "paint/chart.h"
 #include "present/plot_engine.h"
 #include "tests/support/desktop_design.h"
+#include "tests/support/test_design.h"
 #include "tests/support/watched_boxes.h"
 
 namespace lobemax {
@@ -39,7 +40,7 @@ protected:
     {
         Start_Services services;
         services.read_preferences = [unit_system] { design.identity.WhichUnit = unit_system; };
-        ASSERT_TRUE(Sub_Main("", services));
+        ASSERT_TRUE(Sub_Main(design, "", services));
         Build("Double Dwell");
     }
     static void Make_External_Force(double force)
@@ -171,9 +172,9 @@ TEST_F(Stress_Screen, the_plots_show_force_curvature_and_both_stresses)
             EXPECT_EQ(Curves(user, k)[0].x, Row(var::Angle));
             const auto [least, most] = std::ranges::minmax(Curves(user, k)[0].y);
             const int decimals = Plot_Decimals(std::max(most, -least));
-            EXPECT_EQ(user.Text(Element("lbl_Min", k)), Trim(FNRoundStr(least, decimals)));
-            EXPECT_EQ(user.Text(Element("lbl_Max", k)), Trim(FNRoundStr(most, decimals)));
-            EXPECT_EQ(user.Text(Element("lbl_Peak", k)), Trim(FNRoundStr(most - least, decimals)));
+            EXPECT_EQ(user.Text(Element("lbl_Min", k)), Trim(FNRoundStr(design, least, decimals)));
+            EXPECT_EQ(user.Text(Element("lbl_Max", k)), Trim(FNRoundStr(design, most, decimals)));
+            EXPECT_EQ(user.Text(Element("lbl_Peak", k)), Trim(FNRoundStr(design, most - least, decimals)));
         }
     }
 }
@@ -216,7 +217,7 @@ TEST_F(Stress_Screen, steel_stays_steel_when_the_screen_opens_again)
         EXPECT_TRUE(user.Checked(Element("opt_Cam", 0)) && user.Checked(Element("opt_Follower", 0)));
         EXPECT_EQ(user.Text("txt_Cam_E"), "206.8E3");
     }
-    Change_Units(1);
+    Change_Units(design, 1);
     frm_Stress screen;
     const Driver user(screen);
     EXPECT_TRUE(user.Checked(Element("opt_Cam", 0)) && user.Checked(Element("opt_Follower", 0)));

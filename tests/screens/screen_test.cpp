@@ -71,7 +71,7 @@ TEST_F(Foundation, a_fault_in_a_control_is_told_and_the_entry_shows_its_last_goo
     Two_Fields screen;
     const Driver user(screen);
     screen.first->Show_Text("7");
-    screen.first->accepted = [](const std::string& text) { (void)Single(Val(text)); };
+    screen.first->accepted = [](const std::string& text) { (void)Single(Val(design, text)); };
     user.Fill("txt_First", "8");
     script_.Expect(testing::Error_Box(6, "Overflow", "frm_Two.txt_First"));
     user.Fill("txt_First", "1e99");

@@ -6,11 +6,11 @@
 
 #include <string>
 
-#include "core/design_state.h"
 #include "core/startup.h"
 #include "core/units.h"
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax::testing {
 
@@ -24,20 +24,20 @@ struct Cam_Maker {
 
     void Make() const
     {
-        ASSERT_TRUE(Sub_Main("", {}));
-        Set_Time_Base(time_base);
+        ASSERT_TRUE(Sub_Main(design, "", {}));
+        Set_Time_Base(design, time_base);
         if (step != 1.0) {
-            ASSERT_TRUE(Set_Step(step));
+            ASSERT_TRUE(Set_Step(design, step));
         }
         design.cam.Translating = translating;
-        Set_Shaft_Speed(omega);
+        Set_Shaft_Speed(design, omega);
         Segment(1, 'R', "67", 110, 0, lift);
         Segment(2, 'D', "DW", 60, lift, lift);
         Segment(3, 'F', "67", 120, lift, 0);
         Segment(4, 'D', "DW", 70, 0, 0);
-        Update_Segment_Angles();
-        ASSERT_TRUE(Calc_All(true));
-        ASSERT_TRUE(Motion_Done());
+        Update_Segment_Angles(design);
+        ASSERT_TRUE(Calc_All(design, true));
+        ASSERT_TRUE(Motion_Done(design));
         Cam_Group& c = design.cam;
         c.Camtype = "Radial";
         c.Followtype = 1;
@@ -50,7 +50,7 @@ struct Cam_Maker {
             c.ArmRad = 80.0;
             c.ArmDirect = 1;
         }
-        Set_Units();
+        Set_Units(design);
     }
 
 private:
@@ -58,8 +58,8 @@ private:
     {
         Motion_Group& m = design.motion;
         m.No_of_segments = i;
-        Pick_Motion(i, kind);
-        Pick_Program(i, program);
+        Pick_Motion(design, i, kind);
+        Pick_Program(design, i, program);
         m.Beta_Deg(i) = beta;
         m.Beta_Rad(i) = beta / Deg_per_Rad;
         m.Start_Value(i) = std::to_string(from);

@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "core/design_state.h"
 #include "core/startup.h"
 #include "files/example_designs.h"
 #include "tests/support/driver.h"
 #include "tests/support/script.h"
+#include "tests/support/test_design.h"
 
 namespace lobemax::testing {
 
@@ -21,11 +21,11 @@ protected:
     void SetUp() override
     {
         QSettings().clear();
-        ASSERT_TRUE(Sub_Main("", {}));
+        ASSERT_TRUE(Sub_Main(design, "", {}));
     }
     void TearDown() override { design = {}; }
 
-    static void Build(const char* example) { ASSERT_TRUE(Open_Example(example)); }
+    static void Build(const char* example) { ASSERT_TRUE(Open_Example(design, example)); }
 
     static double Data(int row, int i) { return design.results.CalcData(row, i); }
     /// A row of a design at a step of one degree.
