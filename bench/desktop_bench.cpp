@@ -11,11 +11,11 @@
 #include <QTemporaryDir>
 
 #include "camgeom/cam_drawing.h"
-#include "camgeom/sizing_fields.h"
 #include "core/startup.h"
 #include "files/example_designs.h"
+#include "forms/input_form.h"
+#include "forms/size_form.h"
 #include "motion/examples.h"
-#include "motion/input_rules.h"
 #include "motion/segments.h"
 #include "paint/chart.h"
 #include "paint/painter_surface.h"

@@ -2,11 +2,11 @@
 /// Each rung of the ladder at the finest step, 2881 points.
 #include <benchmark/benchmark.h>
 
-#include "camgeom/sizing_fields.h"
 #include "core/design_state.h"
 #include "core/startup.h"
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
+#include "forms/size_form.h"
 #include "motion/examples.h"
 #include "motion/segments.h"
 

@@ -5,14 +5,14 @@
 #include <memory>
 #include <optional>
 
-#include "camgeom/sizing_fields.h"
 #include "cli/commands.h"
 #include "cli/session.h"
 #include "core/design_state.h"
 #include "core/text.h"
-#include "core/workflow.h"
 #include "dynamics/kinetostatics.h"
-#include "dynamics/stress_fields.h"
+#include "forms/size_form.h"
+#include "forms/stress_form.h"
+#include "forms/workflow.h"
 #include "motion/continuity.h"
 #include "motion/segments.h"
 

@@ -8,8 +8,8 @@
 #include "core/messages.h"
 #include "core/startup.h"
 #include "core/text.h"
+#include "edit/field_setting.h"
 #include "files/model_file.h"
-#include "motion/field_setting.h"
 #include "motion/segments.h"
 
 namespace lobemax::cli {

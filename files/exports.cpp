@@ -13,7 +13,6 @@
 #include "core/text.h"
 #include "core/traps.h"
 #include "core/units.h"
-#include "core/workflow.h"
 #include "files/byte_stream.h"
 
 namespace lobemax {
@@ -355,6 +354,22 @@ bool Run_Export(Design_State& design, std::string_view entry)
             written = Make_Profile(design, code->code);
     });
     return written;
+}
+
+void Refuse_Cutter_at_Machine_Zero()
+{
+    Show_Message(
+        "This feature is not implemented because you should not start cutting within a motion event. \n"
+        "Use the cutter centerline data referenced to the cam zero instead.",
+        Buttons::OK, Symbol::exclamation);
+}
+
+void Refuse_Barrel_Cutter_at_Machine_Zero()
+{
+    Show_Message(
+        "You should not start cutting a cam within a motion event at machine zero. \n"
+        "Use the cutter center xy data referenced to the cam zero instead.",
+        Buttons::OK, Symbol::exclamation);
 }
 
 }  // namespace lobemax

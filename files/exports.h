@@ -43,4 +43,8 @@ bool Export_SVA_to_File(const Design_State& design, const std::string& path, Mot
 /// @return true when a file was written
 bool Run_Export(Design_State& design, std::string_view entry);
 
+/// The two cutter entries versus machine zero: their messages, and nothing else.
+void Refuse_Cutter_at_Machine_Zero();         // mnu_Cutter_mach
+void Refuse_Barrel_Cutter_at_Machine_Zero();  // mnu_Barrel_Ctr_mach
+
 }  // namespace lobemax

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "dynamics/dynamics_fields.h"
+#include "forms/dynamics_form.h"
 #include "screens/screen.h"
 
 class QPlainTextEdit;

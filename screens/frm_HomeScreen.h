@@ -9,7 +9,7 @@
 
 #include "core/design_state.h"
 #include "core/messages.h"
-#include "core/workflow.h"
+#include "forms/workflow.h"
 #include "screens/desk.h"
 #include "screens/screen.h"
 

@@ -16,15 +16,15 @@
 #include <QWheelEvent>
 #include <utility>
 
-#include "camgeom/sizing_fields.h"
 #include "core/messages.h"
 #include "core/startup.h"
 #include "core/text.h"
 #include "core/traps.h"
 #include "core/units.h"
-#include "core/workflow.h"
+#include "forms/input_form.h"
+#include "forms/size_form.h"
+#include "forms/workflow.h"
 #include "motion/examples.h"
-#include "motion/input_rules.h"
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
 #include "paint/print.h"

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "core/preference_choice.h"
+#include "forms/preference_choice.h"
 #include "screens/screen.h"
 
 namespace lobemax::screens {

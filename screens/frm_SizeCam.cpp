@@ -16,7 +16,7 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/units.h"
-#include "core/workflow.h"
+#include "forms/workflow.h"
 #include "paint/chart.h"
 #include "paint/painter_surface.h"
 #include "paint/plot_charts.h"

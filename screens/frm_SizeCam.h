@@ -4,7 +4,7 @@
 #include <functional>
 #include <string_view>
 
-#include "camgeom/sizing_fields.h"
+#include "forms/size_form.h"
 #include "screens/screen.h"
 
 namespace lobemax::paint {

@@ -18,7 +18,7 @@
 
 #include "core/messages.h"
 #include "core/traps.h"
-#include "core/workflow.h"
+#include "forms/workflow.h"
 
 namespace lobemax::screens {
 

@@ -4,7 +4,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
-#include "core/workflow.h"
+#include "forms/workflow.h"
 #include "screens/desk.h"
 #include "screens/screen.h"
 

@@ -7,8 +7,8 @@
 #include <cmath>
 
 #include "camgeom/sizing.h"
-#include "camgeom/sizing_fields.h"
 #include "core/numeric.h"
+#include "forms/size_form.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/recording_surface.h"
 #include "tests/support/script.h"

@@ -15,7 +15,7 @@
 
 #include "camgeom/sizing.h"
 #include "core/traps.h"
-#include "files/home_commands.h"
+#include "forms/home_commands.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
@@ -452,6 +452,20 @@ TEST_F(Exports, a_folder_that_is_not_there_is_reported_by_the_routines_name)
     script_.Expect(error("Export_SVA_to_File"));
     EXPECT_FALSE(Run_Export(design, "mnu_xdot"));
     script_.path = path_;
+}
+
+TEST_F(Exports, cutter_data_versus_machine_zero_is_refused)
+{
+    script_.Expect(
+        {"This feature is not implemented because you should not start cutting within a motion event. \n"
+         "Use the cutter centerline data referenced to the cam zero instead.",
+         Buttons::OK, Symbol::exclamation});
+    Refuse_Cutter_at_Machine_Zero();
+    script_.Expect(
+        {"You should not start cutting a cam within a motion event at machine zero. \n"
+         "Use the cutter center xy data referenced to the cam zero instead.",
+         Buttons::OK, Symbol::exclamation});
+    Refuse_Barrel_Cutter_at_Machine_Zero();
 }
 
 }  // namespace

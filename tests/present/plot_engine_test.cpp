@@ -7,8 +7,8 @@
 #include <array>
 #include <cmath>
 
-#include "camgeom/sizing_fields.h"
 #include "core/text.h"
+#include "forms/size_form.h"
 #include "motion/fourier.h"
 #include "present/plot_selection.h"
 #include "tests/support/cam_design.h"

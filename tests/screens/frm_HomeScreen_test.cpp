@@ -12,10 +12,10 @@
 #include <filesystem>
 #include <fstream>
 
-#include "core/workflow.h"
 #include "files/model_file.h"
 #include "files/recovery.h"
 #include "files/run_record.h"
+#include "forms/workflow.h"
 #include "screens/frm_InputData.h"
 #include "screens/resources.h"
 #include "tests/support/desktop_design.h"

@@ -64,10 +64,6 @@ inline constexpr std::string_view Compcam_Panel_Text =
     "You have calculated a torque compensating cam.  Its data are in memory.  You must save this model and export the "
     "compensating cam profile data before doing any other cam designs";
 
-/// The two cutter entries versus machine zero: their messages, and nothing else.
-void Refuse_Cutter_at_Machine_Zero();         // mnu_Cutter_mach
-void Refuse_Barrel_Cutter_at_Machine_Zero();  // mnu_Barrel_Ctr_mach
-
 // ---- what a change takes away. Reset_All, Clear_Segs and Reset_Status do theirs themselves.
 
 /// Any edit that changes the model: it is not saved any more.

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/workflow.h"
+#include "forms/workflow.h"
 
 namespace lobemax {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "camgeom/sizing_fields.h"
+#include "forms/size_form.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/workflow.h"
+#include "forms/workflow.h"
 
 #include "core/design_state.h"
 #include "core/messages.h"
@@ -151,22 +151,6 @@ bool May_Build_Example(Design_State& design)
 bool Compcam_Panel_Visible(const Design_State& design)
 {
     return design.flags.CompCam_Calc;
-}
-
-void Refuse_Cutter_at_Machine_Zero()
-{
-    Show_Message(
-        "This feature is not implemented because you should not start cutting within a motion event. \n"
-        "Use the cutter centerline data referenced to the cam zero instead.",
-        Buttons::OK, Symbol::exclamation);
-}
-
-void Refuse_Barrel_Cutter_at_Machine_Zero()
-{
-    Show_Message(
-        "You should not start cutting a cam within a motion event at machine zero. \n"
-        "Use the cutter center xy data referenced to the cam zero instead.",
-        Buttons::OK, Symbol::exclamation);
 }
 
 void Model_Edited(Design_State& design)

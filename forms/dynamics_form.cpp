@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "dynamics/dynamics_fields.h"
+#include "forms/dynamics_form.h"
 
 #include <array>
 
@@ -9,8 +9,8 @@
 #include "core/text.h"
 #include "core/traps.h"
 #include "core/units.h"
-#include "core/workflow.h"
 #include "dynamics/kinetostatics.h"
+#include "forms/workflow.h"
 
 namespace lobemax {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/workflow.h"
+#include "forms/workflow.h"
 
 #include <gtest/gtest.h>
 
@@ -194,20 +194,6 @@ TEST_F(Workflow, going_on_gives_an_unsaved_compensating_cam_up)
     EXPECT_EQ(Compcam_Panel_Text,
               "You have calculated a torque compensating cam.  Its data are in memory.  You must save this model and "
               "export the compensating cam profile data before doing any other cam designs");
-}
-
-TEST_F(Workflow, cutter_data_versus_machine_zero_is_refused)
-{
-    script_.Expect(
-        {"This feature is not implemented because you should not start cutting within a motion event. \n"
-         "Use the cutter centerline data referenced to the cam zero instead.",
-         Buttons::OK, Symbol::exclamation});
-    Refuse_Cutter_at_Machine_Zero();
-    script_.Expect(
-        {"You should not start cutting a cam within a motion event at machine zero. \n"
-         "Use the cutter center xy data referenced to the cam zero instead.",
-         Buttons::OK, Symbol::exclamation});
-    Refuse_Barrel_Cutter_at_Machine_Zero();
 }
 
 TEST_F(Workflow, each_event_takes_away_what_rested_on_it)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "camgeom/sizing_fields.h"
+#include "forms/size_form.h"
 
 #include <array>
 #include <cmath>
@@ -9,7 +9,7 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/units.h"
-#include "core/workflow.h"
+#include "forms/workflow.h"
 
 namespace lobemax {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "motion/input_rules.h"
+#include "forms/input_form.h"
 
 #include <algorithm>
 #include <array>
@@ -11,7 +11,7 @@
 #include "core/startup.h"
 #include "core/text.h"
 #include "core/units.h"
-#include "core/workflow.h"
+#include "forms/workflow.h"
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
 

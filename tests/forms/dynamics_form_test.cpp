@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "dynamics/dynamics_fields.h"
+#include "forms/dynamics_form.h"
 
 #include <gtest/gtest.h>
 

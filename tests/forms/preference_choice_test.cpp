@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/preference_choice.h"
+#include "forms/preference_choice.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "files/home_commands.h"
+#include "forms/home_commands.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "dynamics/stress_fields.h"
+#include "forms/stress_form.h"
 
 #include "core/design_state.h"
 #include "core/messages.h"

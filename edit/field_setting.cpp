@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "motion/field_setting.h"
+#include "edit/field_setting.h"
 
 #include <array>
 #include <optional>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "motion/input_rules.h"
+#include "forms/input_form.h"
 
 #include <gtest/gtest.h>
 
