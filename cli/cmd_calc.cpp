@@ -8,6 +8,7 @@
 #include "cli/commands.h"
 #include "cli/session.h"
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/text.h"
 #include "dynamics/kinetostatics.h"
 #include "forms/size_form.h"
@@ -87,7 +88,7 @@ bool Calculate_Dynamics(const Options& options)
     if (c.Closure == "Form")
         d.Return_Spring_Rate = d.Preload = d.Damping = 0.0;
     const bool done = Calc_Force_Torque(design);
-    Forces_Changed(design);
+    Apply(design, Event::forces_done);
     return done;
 }
 

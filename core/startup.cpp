@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/linkage_setup.h"
 #include "core/messages.h"
 #include "core/traps.h"
@@ -223,9 +224,8 @@ void Clear_Segs(Design_State& design)
         m.Splines_Calculated(i) = false;
     }
     m.Max_Data_Points_used = To_Integer(360.0 / m.Deltatheta);
-    Flags_Group& f = design.flags;
-    f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Polydyne_Calc = false;
-    f.Clearing = false;
+    Apply(design, Event::rows_cleared);
+    design.flags.Clearing = false;
 }
 
 void Reset_All(Design_State& design)
@@ -308,7 +308,7 @@ bool Sub_Main(Design_State& design, const std::string& command_line, const Start
         if (services.show_title)
             services.show_title();
         design.cam.Anim_Delay = 500;
-        design.flags.Linkage_Calc = false;
+        Apply(design, Event::started);
     });
 }
 

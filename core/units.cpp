@@ -4,6 +4,7 @@
 #include <array>
 #include <initializer_list>
 
+#include "core/ladder.h"
 #include "core/linkage_setup.h"
 #include "core/numeric.h"
 #include "core/text.h"
@@ -307,7 +308,7 @@ void Change_Units(Design_State& design, int code)
         throw;
     }
     Set_Units(design);
-    design.flags.Units_Changed = true;
+    Reach(design, Mark::units_changed);
 }
 
 double Shop_Length(const Design_State& design, double inches)

@@ -7,6 +7,7 @@
 #include <span>
 
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/text.h"
@@ -318,7 +319,7 @@ Dynamics_Figures Present_Figures(Design_State& design)
 bool Calc_Force_Torque(Design_State& design)
 {
     Flags_Group& f = design.flags;
-    f.Dynamicflag = false;
+    Apply(design, Event::forces_began);
     const bool no_fault = Trap("Calc_Force_Torque", [&] {
         const Table<Single>& data = design.results.CalcData;
         const int last = Last_Point(design);
@@ -338,7 +339,7 @@ bool Calc_Force_Torque(Design_State& design)
         design.dynamics.Torque_Integral_Max = extremes.largest;
         design.dynamics.Torque_Integral_Min = extremes.smallest;
         Torque_Areas(design);
-        f.Dynamicflag = true;
+        Reach(design, Mark::forces);
     });
     return no_fault && f.Dynamicflag;
 }
@@ -376,7 +377,7 @@ void Check_Separation(const Design_State& design, double theta, Integer& answer)
 
 void Reset_Dynamics(Design_State& design)
 {
-    design.flags.Dynamicflag = false;
+    Apply(design, Event::forces_began);
     Trap("Reset_Dynamics", [&] {
         Results_Group& r = design.results;
         const int last = Last_Point(design);

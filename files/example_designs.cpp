@@ -4,6 +4,7 @@
 #include "camgeom/profile.h"
 #include "camgeom/sizing.h"
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "dynamics/kinetostatics.h"
 #include "motion/examples.h"
@@ -24,7 +25,8 @@ void Size_Example(Design_State& design)
     f.Skip_Profile = false;
     if (!f.Calc_Error)
         Cam_Profile(design);
-    f.Sized = !f.Calc_Error && !f.Math_Error;
+    if (!f.Calc_Error && !f.Math_Error)
+        Reach(design, Mark::size);
 }
 
 }  // namespace
@@ -37,7 +39,7 @@ bool Example_Done(Design_State& design)
     Size_Example(design);
     if (f.Sized)
         Calc_Force_Torque(design);
-    f.Model_Saved = true;  // nothing of the user's is in it
+    Reach(design, Mark::saved);  // nothing of the user's is in it
     Refresh_Screens();
     return f.Calculated && f.Sized && f.Dynamicflag;
 }

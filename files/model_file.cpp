@@ -7,6 +7,7 @@
 
 #include "camgeom/sizing.h"
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/linkage_setup.h"
 #include "core/messages.h"
 #include "core/startup.h"
@@ -422,7 +423,7 @@ void Refresh_Derived(Design_State& design)
 void Skip(Design_State& design)
 {
     Trap("Skip in mod_Disksubs", [&] {
-        design.flags.From_Disk = true;
+        Reach(design, Mark::from_disk);
         design.run.Reading_File = false;
         Refresh_Derived(design);
         Refresh_Screens();
@@ -433,7 +434,7 @@ void ReadFile_8(Design_State& design, Record_Reader& ar)
 {
     Run_Group& run = design.run;
     const bool whole = Trap("ReadFile_8", [&] {
-        design.flags.From_Disk = true;
+        Reach(design, Mark::from_disk);
         Model_Counts n;
         Labelled_Items(design, ar, n, Format_Of(run.File_Version, run.File_Release), [&] {
             Keep_Counts(design, n, n.variables - 6);
@@ -452,7 +453,7 @@ void ReadFile_72(Design_State& design, Record_Reader& ar)
 {
     Run_Group& run = design.run;
     const bool whole = Trap("ReadFile_72", [&] {
-        design.flags.From_Disk = true;
+        Reach(design, Mark::from_disk);
         Model_Counts n;
         Labelled_Items(design, ar, n, Format_Of(run.File_Version, run.File_Release), [&] {
             Keep_Counts(design, n, n.variables - 6);
@@ -466,8 +467,7 @@ void ReadFile_72(Design_State& design, Record_Reader& ar)
             return;
         }
         Skip(design);
-        Flags_Group& f = design.flags;
-        f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = false;
+        Apply(design, Event::load_without_table);
         Refresh_Screens();
     });
     if (!whole)
@@ -577,7 +577,7 @@ void ReadFile71(Design_State& design, Record_Reader& ar)
 {
     Run_Group& run = design.run;
     const bool whole = Trap("ReadFile71", [&] {
-        design.flags.From_Disk = true;
+        Reach(design, Mark::from_disk);
         const Old_Layout layout = Layout_71(run.File_Version, run.File_Release);
         Model_Counts n;
         Read_Old_Start(design, ar, layout, n);
@@ -592,7 +592,7 @@ void ReadFile71(Design_State& design, Record_Reader& ar)
 /// The end of Read_Old_file, reached also after an error: what was read is put in order.
 void Old_File_Tail(Design_State& design)
 {
-    design.flags.From_Disk = true;
+    Reach(design, Mark::from_disk);
     design.run.Reading_File = false;
     Trap("Read_Old_file", [&] { Refresh_Derived(design); });
     Refresh_Screens();
@@ -607,7 +607,7 @@ void Read_Old_file(Design_State& design, Record_Reader& ar)
         nothing_follows = ar.At_End();
         if (nothing_follows)
             return;
-        design.flags.From_Disk = true;
+        Reach(design, Mark::from_disk);
         const double tag = run.File_Version;
         const double release = run.File_Release;
         const Old_Layout layout = Layout_Old(tag, release);
@@ -734,7 +734,8 @@ bool ReadFile(Design_State& design, Byte_Source& source)
     }
     Restore_Pointer();
     const bool whole = !run.Read_Abort && !run.Read_Partial;
-    design.flags.File_Loaded = whole;
+    if (whole)
+        Reach(design, Mark::file_loaded);
     return whole;
 }
 
@@ -842,7 +843,7 @@ bool Write_Model_File(Design_State& design, Replace replace)
     const std::string& path = design.identity.File_Name;
     const bool written = replace == Replace::with_backup ? Write_With_Backup(design, path) : Write_Whole(design, path);
     if (written) {
-        design.flags.Model_Saved = true;
+        Reach(design, Mark::saved);
         design.identity.Model_Name = StripFilename(path);
     }
     Restore_Pointer();
@@ -947,17 +948,16 @@ bool Read_Chosen(Design_State& design, const std::string& path)
     if (run.Read_Abort)
         return false;
     design.identity.Model_Name = StripFilename(path);
-    Flags_Group& f = design.flags;
     if (run.Read_Partial && !run.Read_Complete) {
         Show_Message("The LOBEMAX file     " + path +
                          "     was only partially read into memory.\n It may have been created in an earlier version "
                          "of LOBEMAX and its setup info may be incomplete.  Please check carefully.",
                      Buttons::OK, Symbol::exclamation);
-        f.Calculated = f.Modelflag = f.Polydyne_Calc = false;
+        Apply(design, Event::load_partial);
         Refresh_Screens();
         return false;
     }
-    f.CompCam_Calc = false;
+    Apply(design, Event::load_succeeded);
     const int segment = design.motion.Seg;
     design.motion.No_Conditions(segment) = Conditions_of(design, segment);
     Refresh_Screens();

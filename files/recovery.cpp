@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/startup.h"
 #include "core/units.h"
@@ -123,9 +124,9 @@ bool Offer_Recovery(Design_State& design, const std::string& folder)
     if (line != std::string::npos)
         path = note.substr(line + 1, note.find('\n', line + 1) - line - 1);
     design.identity.File_Name = path;
-    design.flags.Model_Saved = false;
+    Apply(design, Event::edited);
     if (!read)
-        design.flags.Calculated = design.flags.Modelflag = design.flags.Polydyne_Calc = false;
+        Apply(design, Event::load_partial);
     Set_Units(design);
     Drop_Recovery(folder);
     Refresh_Screens();

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/text.h"
@@ -237,7 +238,7 @@ bool Calc_Dynamics(Design_State& design, const Dynamics_Form& form)
     if (!Read_Dynamics_Fields(design, form))
         return false;
     Calc_Force_Torque(design);
-    Forces_Changed(design);
+    Apply(design, Event::forces_done);
     Refresh_Screens();
     return true;
 }

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/startup.h"
 #include "core/traps.h"
@@ -144,7 +145,6 @@ bool File_New(Design_State& design)
         return false;
     return Trap("frm_Homescreen.New", [&] {
         Reset_All(design);
-        design.flags.From_Disk = false;
         Refresh_Screens();
     });
 }
@@ -172,9 +172,7 @@ bool Change_Time_Base_from_Home(Design_State& design, int code)
     return Trap("frm_Homescreen.Time_Base", [&] {
         Set_Time_Base(design, code);
         Set_Units(design);
-        Flags_Group& f = design.flags;
-        f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Polydyne_Calc = false;
-        f.Linkage_Calc = f.FFT_Done = f.Model_Saved = false;
+        Apply(design, Event::time_base_changed);
         design.motion.Seg_Done.Fill(false);
         Refresh_Screens();
     });

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/startup.h"
@@ -42,7 +43,7 @@ bool Dwells(const Design_State& design, int segment)
 void Edited(Design_State& design, int segment)
 {
     design.motion.Seg_Done(segment) = false;
-    design.flags.Model_Saved = false;
+    Apply(design, Event::edited);
 }
 
 /// A dwell ends where it starts, and the next row starts where it ends.
@@ -65,10 +66,8 @@ void Level_Dwell(Design_State& design, int segment)
 void Results_Gone(Design_State& design)
 {
     Rearm_All_Rows(design);
-    Flags_Group& f = design.flags;
-    f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Polydyne_Calc = f.CompCam_Calc = false;
-    f.Linkage_Calc = f.FFT_Done = f.Model_Saved = false;
-    if (!f.Example_Loaded)
+    Apply(design, Event::speed_changed);
+    if (!Holds(design, Mark::example_loaded))
         Clear_Motion_Data(design, design.motion.Max_Data_Points_used, design.run.Saved_Variables);
 }
 
@@ -257,7 +256,7 @@ std::string Enter_Segment_Count(Design_State& design, std::string_view text, boo
     if (clear_rows)
         Clear_Segs(design);
     Update_Segment_Angles(design);
-    design.flags.Model_Saved = false;
+    Apply(design, Event::edited);
     return std::to_string(m.No_of_segments);
 }
 
@@ -271,11 +270,9 @@ std::string Enter_Step(Design_State& design, std::string_view text)
     if (!listed)
         Show_Message("Please select one of the drop-down menu items for Delta Theta", Buttons::OK, Symbol::information);
     const bool filled = Any_End_Position(design);
-    const bool example = design.flags.Example_Loaded;
     Set_Step(design, step);
     if (filled)
         Rearm_All_Rows(design);
-    design.flags.Example_Loaded = example;
     Place_Start_Angle(design, design.cam.Shift_Angle);  // it is another count of points now
     return listed ? *found : texts[0];
 }
@@ -302,7 +299,7 @@ std::string Omega_Text(const Design_State& design)
 void Enter_Start_Angle(Design_State& design, std::string_view text)
 {
     Place_Start_Angle(design, Val(design, text));
-    design.flags.Model_Saved = false;
+    Apply(design, Event::edited);
 }
 
 void Choose_Follower_Motion_on_Input(Design_State& design, bool translating)
@@ -330,8 +327,7 @@ void Choose_Follower_Motion_on_Input(Design_State& design, bool translating)
                      Buttons::OK, Symbol::information);
     Set_Units(design);
     Rearm_All_Rows(design);
-    design.flags.Calculated = false;
-    design.flags.Model_Saved = false;
+    Apply(design, Event::follower_motion_changed);
 }
 
 Table_Headings Headings(const Design_State& design)
@@ -396,14 +392,14 @@ void Force_Row_Calculated(Design_State& design)
 
 void Example_Picked(Design_State& design)
 {
-    design.flags.Example_Loaded = true;
+    Reach(design, Mark::example_loaded);
 }
 
 void Clear_All_Rows(Design_State& design)
 {
     Clear_Segs(design);
     Clear_Motion_Data(design, design.motion.Max_Data_Points_used, design.run.Saved_Variables);
-    design.flags.Example_Loaded = design.flags.File_Loaded = design.flags.Model_Saved = false;
+    Apply(design, Event::table_cleared);
 }
 
 void Clear_All_Input(Design_State& design)
@@ -419,7 +415,7 @@ void Clear_All_Input(Design_State& design)
 void Open_Input(Design_State& design)
 {
     if (design.flags.Units_Changed) {
-        design.flags.Calculated = false;
+        Apply(design, Event::units_changed_open);
         Rearm_All_Rows(design);
     }
     design.motion.Running_Min = 1000000.0;
@@ -429,7 +425,8 @@ void Open_Input(Design_State& design)
 void Units_Changed_in_Table(Design_State& design)
 {
     Rearm_All_Rows(design);  // their points are in the old units
-    Units_Changed_on_Input(design);
+    Apply(design, Event::units_changed_in_table);
+    Refresh_Screens();
 }
 
 }  // namespace lobemax

@@ -2,6 +2,7 @@
 #include "forms/preference_choice.h"
 
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/units.h"
 
@@ -27,8 +28,7 @@ void Apply_Preferences(Design_State& design, const Preference_Choice& choice)
         c.Barrel_Type = Camtype == "Barrel" ? "Grooved" : "";
         c.Followtype = choice.Followtype;
         c.Translating = choice.Translating;
-        Flags_Group& f = design.flags;
-        f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Polydyne_Calc = f.Linkage_Calc = false;
+        Apply(design, Event::cam_changed);
         Set_Units(design);  // a follower on an arm has its positions in degrees
     }
     design.run.Full_Screen = choice.Full_Screen;

@@ -6,6 +6,7 @@
 
 #include "camgeom/sizing.h"
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/units.h"
@@ -281,21 +282,21 @@ void Choose_Cam(Design_State& design, Cam_Choice choice)
     const bool inner = form.inner_track;
     Read_Options(design, form);
     Choose_Track(design, inner);
-    Model_Edited(design);
+    Apply(design, Event::edited);
 }
 
 void Choose_Follower_Motion(Design_State& design, bool translating)
 {
     design.cam.Translating = translating;
     Set_Units(design);
-    Model_Edited(design);
+    Apply(design, Event::edited);
 }
 
 void Choose_Follower(Design_State& design, bool roller)
 {
     Cam_Group& c = design.cam;
     c.Followtype = roller ? 1 : 2;
-    Model_Edited(design);
+    Apply(design, Event::edited);
     if (roller)
         return;
     c.Offset = 0.0;
@@ -312,13 +313,13 @@ void Choose_Rotation(Design_State& design, bool ccw, bool inner_track)
     Cam_Group& c = design.cam;
     c.Rotflag = ccw ? 1 : -1;
     c.Top_Bot = inner_track ? -c.Rotflag : +c.Rotflag;
-    Model_Edited(design);
+    Apply(design, Event::edited);
 }
 
 void Choose_Arm_Rotation(Design_State& design, bool ccw)
 {
     design.cam.ArmDirect = ccw ? 1 : -1;
-    Model_Edited(design);
+    Apply(design, Event::edited);
 }
 
 void Choose_Track(Design_State& design, bool inner)
@@ -354,7 +355,7 @@ Size_Panels Set_Cam_Type_Panels(Design_State& design)
 bool Calc_Size(Design_State& design, Size_Form& form, bool autocalc)
 {
     Flags_Group& f = design.flags;
-    Size_Changed(design);
+    Apply(design, Event::sizing_began);
     f.Calc_Error = f.Math_Error = false;
     Read_Options(design, form);
     Set_Cam_Type_Panels(design);
@@ -369,8 +370,9 @@ bool Calc_Size(Design_State& design, Size_Form& form, bool autocalc)
     const bool phi_error = f.Calc_Error || f.Math_Error;
     if (!phi_error)
         Calc_Rho(design, type);
-    f.Sized = !phi_error && !f.Calc_Error && !f.Math_Error;
-    if (!f.Sized)
+    if (!phi_error && !f.Calc_Error && !f.Math_Error)
+        Reach(design, Mark::size);
+    else
         Exclaim("Incompatible dimensions - check your data");
     f.Calc_Error = false;
     Refresh_Screens();

@@ -2,6 +2,7 @@
 #include "forms/stress_form.h"
 
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/traps.h"
@@ -244,7 +245,7 @@ bool Calc_Stress(Design_State& design, const Stress_Form& form, Stress_Field& re
     const double youngs[2]{d.Youngs_modulus(1), d.Youngs_modulus(2)};
     const double poissons[2]{d.Poissons_ratio(1), d.Poissons_ratio(2)};
     Calc_Contact_Stress(design, d.Roller_type, youngs, poissons, size);
-    design.flags.Stressflag = true;  // also where the routine left early: the points before stand
+    Reach(design, Mark::stress);  // also where the routine left early: the points before stand
     Refresh_Screens();
     return true;
 }

@@ -2,6 +2,7 @@
 #include "forms/workflow.h"
 
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/units.h"
 
@@ -49,7 +50,7 @@ void Give_Up_Compensating_Cam(Design_State& design)
         "first saving the model, you will lose the data.",
         Buttons::OK_Cancel, Symbol::exclamation);
     if (answer == Answer::OK)
-        design.flags.CompCam_Calc = false;
+        Apply(design, Event::compensation_given_up);
 }
 
 }  // namespace
@@ -151,40 +152,6 @@ bool May_Build_Example(Design_State& design)
 bool Compcam_Panel_Visible(const Design_State& design)
 {
     return design.flags.CompCam_Calc;
-}
-
-void Model_Edited(Design_State& design)
-{
-    design.flags.Model_Saved = false;
-}
-
-void Units_Changed_on_Input(Design_State& design)
-{
-    Flags_Group& f = design.flags;
-    f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Model_Saved = false;
-    Refresh_Screens();
-}
-
-void Load_Ended_Partially(Design_State& design)
-{
-    Flags_Group& f = design.flags;
-    f.Calculated = f.Modelflag = f.Polydyne_Calc = false;
-}
-
-void Size_Changed(Design_State& design)
-{
-    Flags_Group& f = design.flags;
-    f.Sized = f.Dynamicflag = f.Stressflag = false;
-    if (!f.Polydyne_Calc)  // a polydyne cam is sized from what the vibration has found
-        f.Modelflag = false;
-    if (!design.linkage.Drive_End_Effector)  // the ratios of a linkage that drives are what this size rests on
-        f.Linkage_Calc = false;
-    f.Model_Saved = false;
-}
-
-void Forces_Changed(Design_State& design)
-{
-    design.flags.Stressflag = false;
 }
 
 }  // namespace lobemax

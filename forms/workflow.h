@@ -64,22 +64,4 @@ inline constexpr std::string_view Compcam_Panel_Text =
     "You have calculated a torque compensating cam.  Its data are in memory.  You must save this model and export the "
     "compensating cam profile data before doing any other cam designs";
 
-// ---- what a change takes away. Reset_All, Clear_Segs and Reset_Status do theirs themselves.
-
-/// Any edit that changes the model: it is not saved any more.
-void Model_Edited(Design_State& design);
-
-/// The units were changed on the input screen, the fields being converted: no result holds.
-void Units_Changed_on_Input(Design_State& design);
-
-/// A load ended in part: the results cannot be trusted.
-void Load_Ended_Partially(Design_State& design);
-
-/// The cam is being sized anew: forces, stresses, vibration and linkage rest on the old size; but what the new size
-/// itself rests on stays: the vibration of a polydyne cam, the linkage whose end effector is driven.
-void Size_Changed(Design_State& design);
-
-/// Forces are being calculated anew: the stresses rest on the old ones.
-void Forces_Changed(Design_State& design);
-
 }  // namespace lobemax

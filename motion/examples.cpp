@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/startup.h"
 #include "core/text.h"
 #include "core/units.h"
@@ -142,7 +143,7 @@ bool Load_Example(Design_State& design, std::string_view name)
     }
     Fill_Table(design, example);
     Set_Units(design);
-    design.flags.Example_Loaded = true;
+    Reach(design, Mark::example_loaded);
     return true;
 }
 

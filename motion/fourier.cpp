@@ -9,6 +9,7 @@
 #include <span>
 #include <vector>
 
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/traps.h"
 
@@ -411,7 +412,7 @@ void Clear_FFT(Design_State& design)
     design.motion.Fft_Points = 0;
     design.motion.Fft_Half = 0;
     design.motion.Fft_Variable = 0;
-    design.flags.FFT_Done = false;
+    Apply(design, Event::transform_began);
     Refresh_Screens();
 }
 
@@ -423,7 +424,7 @@ void Finish_FFT(Design_State& design)
         " 'Current FFT' from the Preset Format\n"
         " lists on the PRINT and PLOT screens",
         Buttons::OK, Symbol::information);
-    design.flags.FFT_Done = true;
+    Reach(design, Mark::transform);
     Refresh_Screens();
 }
 

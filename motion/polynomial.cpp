@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/traps.h"
@@ -418,7 +419,8 @@ Points_Keeper::~Points_Keeper()
     std::ranges::copy(force_, r.Ext_Force_Table.Points().begin());
     design_.motion.Firstlast = ends_;
     design_.motion.Lift = lift_;
-    design_.flags.Ext_Force_Calc = force_calculated_;
+    if (!force_calculated_)
+        Apply(design_, Event::external_force_dropped);
 }
 
 }  // namespace lobemax

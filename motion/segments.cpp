@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/text.h"
@@ -141,7 +142,7 @@ void Drop_External_Force(Design_State& design)
     Zero_Row(design, var::Ext_Force, design.motion.Max_Data_Points_used);
     design.motion.Ext_Force_On = 0;
     design.motion.Motion = true;
-    design.flags.Ext_Force_Calc = false;
+    Apply(design, Event::external_force_dropped);
 }
 
 bool Set_Step(Design_State& design, double Deltatheta)
@@ -157,9 +158,7 @@ bool Set_Step(Design_State& design, double Deltatheta)
     m.Deltatheta = Deltatheta;
     m.Max_Data_Points_used = points;
     m.Seg_Done.Fill(false);
-    Flags_Group& f = design.flags;
-    f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = f.Polydyne_Calc = f.CompCam_Calc = false;
-    f.Ext_Force_Calc = f.Linkage_Calc = f.FFT_Done = f.Model_Saved = false;
+    Apply(design, Event::step_changed);
     Clear_Motion_Data(design, points, design.run.Saved_Variables);
     return true;
 }
@@ -199,7 +198,7 @@ void Store_Point(Design_State& design, Single theta)
     if (!m.Motion) {
         r.Ext_Force_Table(i) = m.Seg_S + m.Base_Shift(m.Seg);
         data(var::Ext_Force, i) = r.Ext_Force_Table(i);
-        design.flags.Ext_Force_Calc = true;
+        Reach(design, Mark::external_force);
     }
 }
 
@@ -231,9 +230,7 @@ void Update_Liftmax(Design_State& design)
 void Reset_Status(Design_State& design)
 {
     design.motion.Motion = true;
-    Flags_Group& f = design.flags;
-    f.Calculated = f.Sized = f.Dynamicflag = f.Modelflag = f.Stressflag = false;
-    f.Polydyne_Calc = f.CompCam_Calc = f.Ext_Force_Calc = f.File_Loaded = f.Linkage_Calc = false;
+    Apply(design, Event::status_reset);
     Refresh_Screens();
 }
 
@@ -268,10 +265,10 @@ bool Calc_Segment(Design_State& design, int row, std::optional<double> rpm)
     });
     stored = stored && no_fault;
     // Whatever became of the segment, its points may have changed: no later result stands.
-    design.flags.Example_Loaded = false;
+    Apply(design, Event::segment_calculated);
     Reset_Status(design);
-    design.flags.Calculated = stored && All_Rows_Filled(design);
-    design.flags.Units_Changed = false;
+    if (stored && All_Rows_Filled(design))
+        Reach(design, Mark::motion);
     Refresh_Screens();
     return stored;
 }
@@ -284,7 +281,8 @@ bool Calc_All(Design_State& design, bool motion, std::optional<double> rpm)
         all_stored = Calc_Segment(design, row, rpm) && all_stored;
     }
     Reset_Status(design);
-    design.flags.Calculated = all_stored;
+    if (all_stored)
+        Reach(design, Mark::motion);
     Refresh_Screens();
     return all_stored;
 }
@@ -293,32 +291,28 @@ bool Motion_Done(Design_State& design, std::optional<double> rpm)
 {
     return Trap("cmd_Done_Click", [&] {
         Motion_Group& m = design.motion;
-        Flags_Group& f = design.flags;
         Set_Shaft_Speed(design, rpm ? Single(*rpm * PI / 30.0) : m.Shaft_speed);
-        if (f.Example_Loaded) {
-            f.Sized = f.Dynamicflag = true;
-        } else {
-            f.Sized = f.Dynamicflag = false;
-            if (m.Motion) {
-                // Ping (17) stands among the results to clear, but this same calculation has just stored it.
-                Zero_Rows(design, m.Max_Data_Points_used, 5, var::Ping - 1);
-                Zero_Rows(design, m.Max_Data_Points_used, var::Ping + 1, design.run.Saved_Variables);
-                f.FFT_Done = false;  // its rows 18 to 21 went with them
-            }
+        const bool example = Holds(design, Mark::example_loaded);
+        Apply(design, Event::motion_done);
+        if (example) {
+            Reach(design, Mark::size);
+            Reach(design, Mark::forces);
+        } else if (m.Motion) {
+            // Ping (17) stands among the results to clear, but this same calculation has just stored it.
+            Zero_Rows(design, m.Max_Data_Points_used, 5, var::Ping - 1);
+            Zero_Rows(design, m.Max_Data_Points_used, var::Ping + 1, design.run.Saved_Variables);
         }
         design.identity.Design_No += 1;
-        f.Calculated = true;
-        f.CompCam_Calc = f.Polydyne_Calc = f.Modelflag = false;
+        Reach(design, Mark::motion);
         Zero_Vibration_Arrays(design);
         design.identity.Time = Now_Text();
         design.identity.Date = Today_Text();
         // The force function outlives the motion's own calculation, for dynamics and stresses.
         if (m.Ext_Force_On != 0 && Force_Function_Stored(design)) {
-            f.Ext_Force_Calc = true;
+            Reach(design, Mark::external_force);
             for (int p = 0; p <= m.Max_Data_Points_used; ++p)
                 design.results.CalcData(var::Ext_Force, p) = design.results.Ext_Force_Table(p);
         }
-        f.Example_Loaded = f.File_Loaded = false;
         design.linkage.Drive_End_Effector = false;
         MaxMin1(design.results.CalcData.Points(var::S), 0, Point_At(design, 360.0), m.Max_Pos_Disp, m.Max_Neg_Disp);
         m.MaxLift = m.Max_Pos_Disp - m.Max_Neg_Disp;

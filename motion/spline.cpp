@@ -5,6 +5,7 @@
 #include <cmath>
 #include <memory>
 
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/text.h"
@@ -171,7 +172,7 @@ void Store_Spline(Design_State& design, std::span<const double> knots, std::span
         if (!m.Motion) {  // the spline is a force function
             r.Ext_Force_Table(i) = r.CalcData(var::S, i);
             r.CalcData(var::Ext_Force, i) = r.Ext_Force_Table(i);
-            design.flags.Ext_Force_Calc = true;
+            Reach(design, Mark::external_force);
         }
     }
 }

@@ -16,6 +16,7 @@
 #include <QWheelEvent>
 #include <utility>
 
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/startup.h"
 #include "core/text.h"
@@ -575,7 +576,8 @@ void frm_InputData::Calculate_All()
             all = done ? Calc_Segment(design, row) : Calculate_Row(row);
         }
         Reset_Status(design);
-        design.flags.Calculated = all;
+        if (all)
+            Reach(design, Mark::motion);
     }
     Refresh();
     auto& next = Control<QPushButton>(QStringLiteral("cmd_Done"));
@@ -593,8 +595,6 @@ void frm_InputData::Done()
 
 void frm_InputData::Cancel()
 {
-    if (design.flags.File_Loaded)
-        design.flags.Calculated = true;
     reject();
 }
 

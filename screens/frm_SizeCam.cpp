@@ -13,6 +13,7 @@
 
 #include "camgeom/cam_drawing.h"
 #include "camgeom/sizing.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/units.h"
@@ -141,7 +142,7 @@ QWidget* frm_SizeCam::Make_Choices()
     frame("fra_topbot", QStringLiteral("Cam Surface"), "opt_topbot", 1, 2,
           {{QStringLiteral("Inner"), track}, {QStringLiteral("Outer"), track}}, [](int k) {
               Choose_Track(design, k == 0);
-              Model_Edited(design);
+              Apply(design, Event::edited);
           });
     return choices;
 }
@@ -190,7 +191,7 @@ void frm_SizeCam::Add_Entry(QWidget* panel, const char* name, const QString& cap
             Set_Pending(true);
             return;
         }
-        Model_Edited(design);
+        Apply(design, Event::edited);
         Changed(entry->objectName() == QLatin1String("txt_Prime") && design.cam.Camtype == "Barrel");
     };
     Add_Row(panel, name, caption, entry);
@@ -221,7 +222,7 @@ QWidget* frm_SizeCam::Make_Fields()
     const auto pivot = [this](void (*store)(Design_State&, std::string_view)) {
         return [this, store](Design_State& changed, std::string_view text) {
             store(changed, text);
-            Model_Edited(changed);
+            Apply(changed, Event::edited);
             auto& arm = Control<Entry>(QStringLiteral("txt_ArmRadius"));
             const Size_Entry tested = Enter_Arm_Radius(changed, arm.Text());
             arm.Show_Text(tested.text);
@@ -246,7 +247,7 @@ QWidget* frm_SizeCam::Make_Fields()
                 QStringLiteral("cmb_keyway"), keyways,
                 [this](int k) {
                     design.cam.Keyway_Text = From_Qt(keyways.at(k));
-                    Model_Edited(design);
+                    Apply(design, Event::edited);
                     Changed();
                 },
                 QStringLiteral("Where the keyway points")));
@@ -528,7 +529,7 @@ void frm_SizeCam::Show_Views()
 
 void frm_SizeCam::Done()
 {
-    design.flags.Sized = true;
+    Reach(design, Mark::size);
     const std::string message = Axial_Cam_Message(design);
     if (!message.empty() && axial_message_wanted)
         axial_message_wanted = Show_Message(message, Buttons::OK_Cancel, Symbol::information) != Answer::Cancel;

@@ -196,61 +196,6 @@ TEST_F(Workflow, going_on_gives_an_unsaved_compensating_cam_up)
               "export the compensating cam profile data before doing any other cam designs");
 }
 
-TEST_F(Workflow, each_event_takes_away_what_rested_on_it)
-{
-    const auto all_set = [this] {
-        f_.Calculated = f_.Sized = f_.Dynamicflag = f_.Modelflag = f_.Stressflag = f_.Polydyne_Calc = true;
-        f_.Ext_Force_Calc = f_.CompCam_Calc = f_.Linkage_Calc = f_.FFT_Done = f_.From_Disk = f_.Model_Saved = true;
-    };
-    const auto cleared = [this] {
-        std::string names;
-        const std::vector<std::pair<const Flag*, const char*>> flags{
-            {&f_.Calculated, "Calculated"},    {&f_.Sized, "Sized"},           {&f_.Dynamicflag, "Dynamicflag"},
-            {&f_.Modelflag, "Modelflag"},      {&f_.Stressflag, "Stressflag"}, {&f_.Polydyne_Calc, "Polydyne_Calc"},
-            {&f_.Ext_Force_Calc, "Ext_Force"}, {&f_.CompCam_Calc, "CompCam"},  {&f_.Linkage_Calc, "Linkage_Calc"},
-            {&f_.FFT_Done, "FFT_Done"},        {&f_.From_Disk, "From_Disk"},   {&f_.Model_Saved, "Model_Saved"}};
-        for (const auto& [flag, name] : flags)
-            if (!*flag)
-                names += std::string(name) + " ";
-        return names;
-    };
-    all_set();
-    Model_Edited(design);
-    EXPECT_EQ(cleared(), "Model_Saved ");
-    all_set();
-    Units_Changed_on_Input(design);
-    EXPECT_EQ(cleared(), "Calculated Sized Dynamicflag Modelflag Stressflag Model_Saved ");
-    all_set();
-    Load_Ended_Partially(design);
-    EXPECT_EQ(cleared(), "Calculated Modelflag Polydyne_Calc ");
-    all_set();
-    Size_Changed(design);
-    EXPECT_EQ(cleared(), "Sized Dynamicflag Stressflag Linkage_Calc Model_Saved ");
-    all_set();
-    f_.Polydyne_Calc = false;
-    design.linkage.Drive_End_Effector = true;
-    Size_Changed(design);
-    EXPECT_EQ(cleared(), "Sized Dynamicflag Modelflag Stressflag Polydyne_Calc Model_Saved ");
-    design.linkage.Drive_End_Effector = false;
-    all_set();
-    Forces_Changed(design);
-    EXPECT_EQ(cleared(), "Stressflag ");
-    all_set();
-    Clear_Segs(design);
-    EXPECT_EQ(cleared().find("Linkage"), std::string::npos);
-    for (const char* name : {"Calculated ", "Sized ", "Dynamicflag ", "Modelflag ", "Polydyne_Calc "})
-        EXPECT_NE(cleared().find(name), std::string::npos) << name;
-    all_set();
-    f_.Imported_Model = true;
-    design.motion.Motion = false;
-    Reset_All(design);
-    EXPECT_EQ(cleared(),
-              "Calculated Sized Dynamicflag Modelflag Stressflag Polydyne_Calc Ext_Force CompCam Linkage_Calc FFT_Done "
-              "From_Disk Model_Saved ");
-    EXPECT_FALSE(f_.Imported_Model);
-    EXPECT_TRUE(design.motion.Motion);
-}
-
 TEST(Copy_Button, advises_the_key_combination)
 {
     EXPECT_EQ(Copy_Advice, "Use the Alt-PrintScrn key combo to copy the screen to the clipboard");
