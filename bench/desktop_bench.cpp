@@ -12,9 +12,9 @@
 
 #include "camgeom/cam_drawing.h"
 #include "core/startup.h"
+#include "edit/rungs.h"
 #include "files/example_designs.h"
 #include "forms/input_form.h"
-#include "forms/size_form.h"
 #include "motion/examples.h"
 #include "motion/segments.h"
 #include "paint/chart.h"
@@ -104,7 +104,7 @@ BENCHMARK(Four_Charts)->Unit(benchmark::kMillisecond);
 void Cam_Drawing(benchmark::State& state)
 {
     Calculate_at_the_Finest_Step("Oscillating");
-    Size_Design(design);
+    Run_Size(design);
     QImage picture(700, 700, QImage::Format_ARGB32_Premultiplied);
     for (auto _ : state) {
         QPainter painter(&picture);
@@ -118,7 +118,7 @@ BENCHMARK(Cam_Drawing)->Unit(benchmark::kMillisecond);
 void Changed_Value(benchmark::State& state)
 {
     Calculate_at_the_Finest_Step("Double Dwell");
-    Size_Design(design);
+    Run_Size(design);
     screens::frm_SizeCam screen;
     screen.show();
     screen.Control<QCheckBox>(QStringLiteral("chk_Autocalc")).setChecked(true);

@@ -6,7 +6,7 @@
 #include "core/startup.h"
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
-#include "forms/size_form.h"
+#include "edit/rungs.h"
 #include "motion/examples.h"
 #include "motion/segments.h"
 
@@ -21,7 +21,7 @@ void Make_Cycle(const char* example)
     Load_Example(design, example);
     Set_Step(design, 0.125);
     Calculate_Example(design);
-    Size_Design(design);
+    Run_Size(design);
     Calc_Force_Torque(design);
 }
 
@@ -40,7 +40,7 @@ void Size_and_Profile(benchmark::State& state, const char* example)
 {
     Make_Cycle(example);
     for (auto _ : state)
-        Size_Design(design);
+        Run_Size(design);
 }
 BENCHMARK_CAPTURE(Size_and_Profile, translating, "Double Dwell")->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(Size_and_Profile, arm, "Oscillating")->Unit(benchmark::kMicrosecond);
@@ -66,7 +66,7 @@ void Whole_Ladder(benchmark::State& state, const char* example)
     Make_Cycle(example);
     for (auto _ : state) {
         Calculate_Example(design);
-        Size_Design(design);
+        Run_Size(design);
         Calc_Force_Torque(design);
         Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 25.0);
     }

@@ -10,9 +10,8 @@
 #include "core/design_state.h"
 #include "core/ladder.h"
 #include "core/text.h"
-#include "dynamics/kinetostatics.h"
-#include "forms/size_form.h"
-#include "forms/stress_form.h"
+#include "edit/door.h"
+#include "edit/rungs.h"
 #include "forms/workflow.h"
 #include "motion/continuity.h"
 #include "motion/segments.h"
@@ -68,7 +67,7 @@ bool Calculate_Motion(const Options&)
 bool Calculate_Size(const Options&)
 {
     if (design.flags.Calculated)
-        return Size_Design(design);
+        return Run_Size(design);
     std::fprintf(stderr, "lobemax-cli: size: the motion is not calculated\n");
     return false;
 }
@@ -79,17 +78,9 @@ bool Calculate_Dynamics(const Options& options)
         std::fprintf(stderr, "lobemax-cli: dynamics: the cam is not sized\n");
         return false;
     }
-    Cam_Group& c = design.cam;
-    Dynamics_Group& d = design.dynamics;
-    d.Torque_Start_Fresh = !options.accumulate;
-    d.Ext_Force_Add = options.external_force;
-    if (c.Followtype == 2)
-        c.Closure = "Force";  // a flat face is closed by a spring
-    if (c.Closure == "Form")
-        d.Return_Spring_Rate = d.Preload = d.Damping = 0.0;
-    const bool done = Calc_Force_Torque(design);
-    Apply(design, Event::forces_done);
-    return done;
+    Put(design, "Torque_Start_Fresh", options.accumulate ? 0 : 1);
+    Put(design, "Ext_Force_Add", options.external_force ? 1 : 0);
+    return Run_Forces(design);
 }
 
 bool Calculate_Stress(const Options& options)
@@ -98,14 +89,23 @@ bool Calculate_Stress(const Options& options)
         std::fprintf(stderr, "lobemax-cli: stress: the forces are not calculated\n");
         return false;
     }
-    Stress_Form form = Opening_Stress_Form(design);
-    for (const auto& [given, text] :
-         {std::pair{&options.youngs_cam, &form.txt_Cam_E}, std::pair{&options.youngs_follower, &form.txt_Fol_E},
-          std::pair{&options.poisson_cam, &form.txt_Cam_V}, std::pair{&options.poisson_follower, &form.txt_Fol_v}})
+    const Materials stored = Materials_of(design);
+    Dynamics_Group& d = design.dynamics;
+    for (const int k : {1, 2}) {
+        d.Youngs_modulus(k) = stored.E[static_cast<std::size_t>(k - 1)];
+        d.Poissons_ratio(k) = stored.nu[static_cast<std::size_t>(k - 1)];
+    }
+    for (const auto& [given, field, k] : {std::tuple{&options.youngs_cam, "Young's modulus", 1},
+                                          std::tuple{&options.youngs_follower, "Young's modulus", 2},
+                                          std::tuple{&options.poisson_cam, "Poissons' ratio", 1},
+                                          std::tuple{&options.poisson_follower, "Poissons' ratio", 2}})
         if (*given)
-            *text = In_Number_Format(design, **given);
-    Stress_Field refused{};
-    return Calc_Stress(design, form, refused) && design.flags.Stressflag;
+            if (const Verdict verdict = Put(design, field, At(k), Val(**given, Decimal_Symbol::point)); !verdict) {
+                Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
+                return false;
+            }
+    Contact_Field refused{};
+    return Run_Stress(design, refused) && design.flags.Stressflag;
 }
 
 // In ladder order.

@@ -8,7 +8,7 @@
 #include "core/messages.h"
 #include "core/startup.h"
 #include "core/text.h"
-#include "edit/field_setting.h"
+#include "edit/door.h"
 #include "files/model_file.h"
 #include "motion/segments.h"
 
@@ -127,12 +127,10 @@ bool Load(const std::string& path)
 
 bool Apply_Settings(const std::vector<std::string>& settings)
 {
-    for (const std::string& setting : settings)
-        if (const std::string refusal = Apply_Setting(design, setting); !refusal.empty()) {
-            Wrong("--set: " + refusal);
-            return false;
-        }
-    return true;
+    const std::string refusal = lobemax::Apply_Settings(design, settings);
+    if (!refusal.empty())
+        Wrong("--set: " + refusal);
+    return refusal.empty();
 }
 
 int Save(const std::string& path)

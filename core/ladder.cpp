@@ -55,6 +55,16 @@ bool Example_in_Table(const Design_State& design)
 
 constexpr std::array falls{
     Fall{Event::edited, Of(saved), nullptr, "the file does not hold it"},
+    Fall{Event::row_edited, all_results | Of(saved), nullptr, "the stored points are those of the table before"},
+    Fall{Event::cam_edited, Of(size, forces, stress, saved), nullptr, "forces and stresses rest on the size"},
+    Fall{Event::cam_edited, Of(vibration), Polydyne, "a polydyne cam is sized from what the vibration has found"},
+    Fall{Event::cam_edited, Of(linkage), Linkage_Drives,
+         "the ratios of a linkage that drives are what this size rests on"},
+    Fall{Event::forces_edited, Of(forces, stress, saved), nullptr, "they were calculated with the value before"},
+    Fall{Event::stress_edited, Of(stress, saved), nullptr, "they were calculated with the value before"},
+    Fall{Event::vibration_edited, Of(vibration, saved), nullptr, "it was calculated with the model before"},
+    Fall{Event::compensation_edited, Of(saved), nullptr, "the file does not hold it"},
+    Fall{Event::linkage_edited, Of(linkage, saved), nullptr, "its motion is that of the links before"},
 
     Fall{Event::status_reset,
          Of(motion, size, forces, vibration, stress, polydyne, compensating_cam, external_force, linkage, file_loaded),

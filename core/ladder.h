@@ -61,7 +61,14 @@ bool Holds(const Design_State& design, Mark mark);
 
 /// What happens to a design.
 enum class Event : std::uint8_t {
-    edited,                   // an input of the model changed
+    edited,                   // an input changed that no result rests on
+    row_edited,               // the segment table, its conditions or knots
+    cam_edited,               // cam or follower
+    forces_edited,            // what the forces are calculated with
+    stress_edited,            // materials and sizes of the contact
+    linkage_edited,           // the links
+    vibration_edited,         // the model of the follower train
+    compensation_edited,      // the train of the balancing cam
     status_reset,             // the motion is being calculated: no later result holds
     segment_calculated,       // a segment of the table was calculated
     motion_done,              // the motion was accepted
@@ -87,7 +94,7 @@ enum class Event : std::uint8_t {
     save_failed,
     started,  // the program has come up
 };
-inline constexpr int Event_Count = 25;
+inline constexpr int Event_Count = 32;
 
 /// One row of the table of falls.
 struct Fall {

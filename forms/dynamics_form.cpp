@@ -11,25 +11,17 @@
 #include "core/traps.h"
 #include "core/units.h"
 #include "dynamics/kinetostatics.h"
+#include "edit/door.h"
+#include "edit/rungs.h"
 #include "forms/workflow.h"
 
 namespace lobemax {
 
 namespace {
 
-constexpr const char* must_be_positive = "This value must be positive.  Please redo.";
-constexpr const char* zeta_range = "Zeta must be between 0 and 1.  Please redo";
-constexpr const char* no_friction = "Friction cannot be zero or negative.  Please redo.";
-
 std::string Shown(const Design_State& design, double value, int decimals)
 {
     return In_Number_Format(design, Shortest(Single(FNRound(value, decimals))));
-}
-
-Dynamics_Entry Refused(const Design_State& design, const char* message, Symbol symbol, std::string_view text)
-{
-    Show_Message(message, Buttons::OK, symbol);
-    return {false, In_Number_Format(design, text)};
 }
 
 /// The journal's radius from its diameter as typed, which must be a number of the design itself.
@@ -143,69 +135,37 @@ namespace {
 
 Dynamics_Entry Store_Entry(Design_State& design, Dynamics_Field field, std::string_view text)
 {
+    /// The field of the design that an entry goes into, and what a refused one shows instead.
+    struct Place {
+        std::string_view field;
+        std::string_view instead;
+    };
+    constexpr std::array<Place, 9> places{{{"Mass", "0.01"},
+                                           {"Preload", "1"},
+                                           {"Return_Spring_Rate", "1"},
+                                           {"Damping", "1"},
+                                           {"Bearing Radius", "1"},
+                                           {"Zeta_Initial", "0.25"},
+                                           {"Mu of Follower", "0.1"},
+                                           {"Mu of Shaft", "0.01"},
+                                           {"Coeff of Fluctuation", "0.05"}}};
+    const Place& place = places.at(static_cast<std::size_t>(field));
     Dynamics_Group& d = design.dynamics;
-    const bool own_cam = !design.flags.CompCam_Calc;
-    const double value = Val(design, text);
-    const Dynamics_Entry accepted{true, std::string(text)};
-    switch (field) {
-    case Dynamics_Field::Mass:
-        if (!(value > 0.0))
-            return Refused(design, must_be_positive, Symbol::exclamation, "0.01");
-        d.Mass = value;
-        if (own_cam)
-            d.Comp_Mass = value / 2;
-        break;
-    case Dynamics_Field::Preload:
-        if (!(value > 0.0))
-            return Refused(design, must_be_positive, Symbol::exclamation, "1");
-        d.Preload = value;
-        if (own_cam)
-            d.Comp_Preload = value;
-        break;
-    case Dynamics_Field::Spring: {
-        const bool positive = value > 0.0;
-        const Dynamics_Entry entry = positive ? accepted : Refused(design, must_be_positive, Symbol::exclamation, "1");
-        d.Return_Spring_Rate = Val(design, entry.text);  // a refused entry's new text is the value, too
-        if (positive && own_cam)
-            d.Comp_Spring_Rate = d.Return_Spring_Rate;
+    const double value = field == Dynamics_Field::Journal ? double{Radius_of_Journal(design, text)} : Val(design, text);
+    if (const Verdict verdict = Put(design, place.field, value); !verdict) {
+        Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
+        Dynamics_Entry entry{false, In_Number_Format(design, place.instead)};
+        if (field == Dynamics_Field::Spring) {  // a refused entry's new text is the value, too
+            const Single own = d.Comp_Spring_Rate;
+            Put(design, place.field, Val(design, entry.text));
+            d.Comp_Spring_Rate = own;
+        }
+        if (field == Dynamics_Field::Fluct)
+            d.Coeff_of_Fluctuation = 0.05;
+        Apply(design, Event::forces_edited);
         return entry;
     }
-    case Dynamics_Field::Damping:
-        if (!(value > 0.0))
-            return Refused(design, must_be_positive, Symbol::exclamation, "1");
-        d.Damping = value;
-        break;
-    case Dynamics_Field::Journal:
-        if (!(value > 0.0))
-            return Refused(design, must_be_positive, Symbol::exclamation, "1");
-        d.Bearing_Radius = Radius_of_Journal(design, text);
-        break;
-    case Dynamics_Field::Zeta:
-        if (!(value > 0.0 && value <= 1.0))
-            return Refused(design, zeta_range, Symbol::exclamation, "0.25");
-        d.Zeta_Initial = value;
-        break;
-    case Dynamics_Field::Folfrict:
-        if (!(value > 0.0))
-            return Refused(design, no_friction, Symbol::exclamation, "0.1");
-        d.Mu_of_Follower = value;
-        break;
-    case Dynamics_Field::Jnlfrict:
-        if (!(value > 0.0))
-            return Refused(design, no_friction, Symbol::exclamation, "0.01");
-        d.Mu_of_Shaft = value;
-        break;
-    case Dynamics_Field::Fluct:
-        // The upper bound is tested on the value before: one entry above 1 passes and the next is refused. Meant.
-        if (!(value > 0.0 && d.Coeff_of_Fluctuation <= 1.0)) {
-            d.Coeff_of_Fluctuation = 0.05;
-            return Refused(design, " Coefficient of fluctuation must be between zero and one - Try .05 ", Symbol::none,
-                           "0.05");
-        }
-        d.Coeff_of_Fluctuation = value;
-        break;
-    }
-    return accepted;
+    return {true, std::string(text)};
 }
 
 }  // namespace
@@ -235,18 +195,18 @@ bool Read_Dynamics_Fields(Design_State& design, const Dynamics_Form& form)
 bool Calc_Dynamics(Design_State& design, const Dynamics_Form& form)
 {
     design.cam.Closure = form.force_closed ? "Force" : "Form";
-    if (!Read_Dynamics_Fields(design, form))
+    if (!Read_Dynamics_Fields(design, form)) {
+        Apply(design, Event::forces_edited);
         return false;
-    Calc_Force_Torque(design);
-    Apply(design, Event::forces_done);
-    Refresh_Screens();
+    }
+    Run_Forces(design);
     return true;
 }
 
 bool Choose_Closure(Design_State& design, const Dynamics_Form& form)
 {
     if (!form.force_closed)
-        design.dynamics.Model_Type = 1;
+        Put(design, "Model_Type", 1);
     return Calc_Dynamics(design, form);
 }
 
@@ -259,7 +219,7 @@ bool Choose_Start_Fresh(Design_State& design, Dynamics_Form& form)
 bool Tick_Add_External_Force(Design_State& design, Dynamics_Form& form, bool ticked)
 {
     form.add_external = ticked;
-    design.dynamics.Ext_Force_Add = ticked;
+    Put(design, "Ext_Force_Add", ticked ? 1 : 0);
     return Calc_Dynamics(design, form);
 }
 
@@ -293,7 +253,7 @@ std::span<const Dynamics_Control> Dynamics_Controls()
 
 void Choose_Accumulate(Design_State& design)
 {
-    design.dynamics.Torque_Start_Fresh = false;
+    Put(design, "Torque_Start_Fresh", 0);
     Show_Message(
         "Selecting Torque Accumulation will cause each succeeding\n"
         " torque calculation to add to the existing torque function.\n"

@@ -12,8 +12,10 @@
 #include "core/startup.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "edit/door.h"
 #include "forms/workflow.h"
 #include "motion/motion_programs.h"
+#include "motion/motion_rules.h"
 #include "motion/segments.h"
 
 namespace lobemax {
@@ -34,33 +36,6 @@ int Decimals_of_Step(const Design_State& design)
     return step == 1.0 ? 0 : step == 0.5 ? 1 : step == 0.25 ? 2 : 3;
 }
 
-bool Dwells(const Design_State& design, int segment)
-{
-    return design.motion.Rise_Fall_Dwell(segment) == "D" || design.motion.Program(segment) == "DW";
-}
-
-/// What an edit of the table leaves behind.
-void Edited(Design_State& design, int segment)
-{
-    design.motion.Seg_Done(segment) = false;
-    Apply(design, Event::edited);
-}
-
-/// A dwell ends where it starts, and the next row starts where it ends.
-void Level_Dwell(Design_State& design, int segment)
-{
-    Motion_Group& m = design.motion;
-    if (m.End_Value(segment) == m.Start_Value(segment))
-        return;
-    m.End_Value(segment) = m.Start_Value(segment);
-    if (segment >= m.No_of_segments)
-        return;
-    m.Start_Value(segment + 1) = m.End_Value(segment);
-    Edited(design, segment + 1);
-    if (Dwells(design, segment + 1))
-        Level_Dwell(design, segment + 1);
-}
-
 /// After a change of speed: every row waits for its calculation again, and no result holds. The data go too, unless
 /// they are an example's.
 void Results_Gone(Design_State& design)
@@ -69,14 +44,6 @@ void Results_Gone(Design_State& design)
     Apply(design, Event::speed_changed);
     if (!Holds(design, Mark::example_loaded))
         Clear_Motion_Data(design, design.motion.Max_Data_Points_used, design.run.Saved_Variables);
-}
-
-/// The start angle, degrees, with the point count that it stands for.
-void Place_Start_Angle(Design_State& design, double angle)
-{
-    Cam_Group& c = design.cam;
-    c.Shift_Points = To_Integer(angle / whole_turn * design.motion.Max_Data_Points_used);
-    c.Shift_Angle = angle;
 }
 
 bool Any_End_Position(const Design_State& design)
@@ -143,22 +110,20 @@ void Pick_Row_Kind(Design_State& design, int row, int place)
     Motion_Group& m = design.motion;
     const int segment = Segment_of(row);
     const char kind = Kind_at(place);
-    Pick_Motion(design, segment, kind);
-    if (kind == 'D')
-        Level_Dwell(design, segment);
+    Put(design, "Rise_Fall_Dwell", At(segment), std::string(1, kind));
+    if (kind == 'R' || kind == 'F') {
+        Pick_Motion(design, segment, kind);  // picked in the list, it waits for its program
+        Rearm_Row(design, row);
+        Apply(design, Event::row_edited);
+    }
     m.Seg = kind == 'S' ? segment : 1;
-    Edited(design, segment);
 }
 
 void Pick_Row_Program(Design_State& design, int row, int place)
 {
-    const int segment = Segment_of(row);
     for (const Motion_Program& program : Motion_Programs())
         if (program.position == place)
-            Pick_Program(design, segment, program.code);
-    if (Dwells(design, segment))
-        Level_Dwell(design, segment);
-    Edited(design, segment);
+            Put(design, "Program", At(Segment_of(row)), std::string(program.code));
 }
 
 void Rearm_Row(Design_State& design, int row)
@@ -174,52 +139,33 @@ void Rearm_All_Rows(Design_State& design)
 
 void Enter_Low(Design_State& design, int row, std::string_view text)
 {
-    Motion_Group& m = design.motion;
-    const int segment = Segment_of(row);
-    m.Start_Value(segment) = text;
-    m.Base_Shift(m.Seg) = 0.0;
-    Edited(design, segment);
-    if (Dwells(design, segment))
-        Enter_High(design, row, text);
+    Put(design, "Start Value", At(Segment_of(row)), std::string(text));
 }
 
 void Enter_High(Design_State& design, int row, std::string_view text)
 {
-    Motion_Group& m = design.motion;
-    const int segment = Segment_of(row);
-    m.End_Value(segment) = text;
-    if (Dwells(design, segment))
-        m.Start_Value(segment) = text;
-    m.Base_Shift(m.Seg) = 0.0;
-    Edited(design, segment);
-    if (segment < m.No_of_segments)
-        Enter_Low(design, row + 1, text);
+    Put(design, "End Value", At(Segment_of(row)), std::string(text));
 }
 
 std::string Enter_Beta(Design_State& design, int row, std::string_view text)
 {
-    Motion_Group& m = design.motion;
+    const Motion_Group& m = design.motion;
     const int segment = Segment_of(row);
-    Edited(design, segment);
-    if (text.empty())
-        return "";
-    const double value = Val(design, text);
-    if (!Check_Range(design, value, 0, whole_turn, "Beta cannot be > 360 or < 0"))
-        return m.Beta_Deg(segment) == 0.0 ? "" : In_Number_Format(design, Shortest(m.Beta_Deg(segment)));
-    const Single before = m.Beta_Deg(segment);
-    m.Beta_Deg(segment) = value;
-    m.Beta_Rad(segment) = value / Deg_per_Rad;
-    Update_Segment_Angles(design);
-    if (!Check_Range(design, m.Gamma(segment), 0, whole_turn, "End angle cannot be > 360 deg")) {
-        m.Beta_Deg(segment) = 0.0;
-        m.Beta_Rad(segment) = 0.0;
-        Update_Segment_Angles(design);
+    if (text.empty()) {
+        Rearm_Row(design, row);
+        Apply(design, Event::row_edited);
         return "";
     }
-    if (value != before)
-        for (int later = segment + 1; later <= m.No_of_segments; ++later)
-            m.Seg_Done(later) = false;  // they start elsewhere now
-    return std::string(text);
+    const Verdict verdict = Put(design, "Beta_Deg", At(segment), Val(design, text));
+    if (verdict)
+        return std::string(text);
+    Check_Range(design, 1.0, 0.0, 0.0, verdict.sentence);
+    Rearm_Row(design, row);
+    Apply(design, Event::row_edited);
+    if (verdict.sentence == Beta_Range)
+        return m.Beta_Deg(segment) == 0.0 ? "" : In_Number_Format(design, Shortest(m.Beta_Deg(segment)));
+    Put(design, "Beta_Deg", At(segment), 0.0);  // its end would lie beyond the cycle
+    return "";
 }
 
 bool Whole_Turn(const Design_State& design)
@@ -250,14 +196,12 @@ std::string End_Label(const Design_State& design, int row)
 
 std::string Enter_Segment_Count(Design_State& design, std::string_view text, bool clear_rows)
 {
-    Motion_Group& m = design.motion;
     const double typed = Val(design, text);
-    m.No_of_segments = static_cast<int>(std::clamp(std::floor(typed), 1.0, double{Max_Segments}));
+    Put(design, "No of segments", std::clamp(std::floor(typed), 1.0, double{Max_Segments}));
     if (clear_rows)
         Clear_Segs(design);
-    Update_Segment_Angles(design);
     Apply(design, Event::edited);
-    return std::to_string(m.No_of_segments);
+    return std::to_string(design.motion.No_of_segments);
 }
 
 std::string Enter_Step(Design_State& design, std::string_view text)
@@ -270,23 +214,17 @@ std::string Enter_Step(Design_State& design, std::string_view text)
     if (!listed)
         Show_Message("Please select one of the drop-down menu items for Delta Theta", Buttons::OK, Symbol::information);
     const bool filled = Any_End_Position(design);
-    Set_Step(design, step);
+    Put(design, "Deltatheta", step);
     if (filled)
         Rearm_All_Rows(design);
-    Place_Start_Angle(design, design.cam.Shift_Angle);  // it is another count of points now
     return listed ? *found : texts[0];
 }
 
 void Enter_Omega(Design_State& design, std::string_view text)
 {
-    Motion_Group& m = design.motion;
-    const Single before = m.Shaft_speed;
-    try {
-        Read_Omega(design, text);
-    } catch (const Fault&) {
-        m.Shaft_speed = before;  // its square and cube are the old ones, or become them here
-        Set_Omega_Powers(design);
-        throw;
+    if (const Verdict verdict = Put(design, "Shaft speed", Val(design, text) * PI / 30.0); !verdict) {
+        Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
+        Put(design, "Shaft speed", 1.0);
     }
     Results_Gone(design);
 }
@@ -298,8 +236,8 @@ std::string Omega_Text(const Design_State& design)
 
 void Enter_Start_Angle(Design_State& design, std::string_view text)
 {
-    Place_Start_Angle(design, Val(design, text));
-    Apply(design, Event::edited);
+    if (const Verdict verdict = Put(design, "Shift_Angle", Val(design, text)); !verdict)
+        Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
 }
 
 void Choose_Follower_Motion_on_Input(Design_State& design, bool translating)

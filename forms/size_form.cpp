@@ -4,28 +4,40 @@
 #include <array>
 #include <cmath>
 
+#include "camgeom/cam_rules.h"
 #include "camgeom/sizing.h"
 #include "core/design_state.h"
 #include "core/ladder.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "edit/door.h"
+#include "edit/rungs.h"
 #include "forms/workflow.h"
 
 namespace lobemax {
 
 namespace {
 
-constexpr double smallest_arm = 0.001;
-
 std::string Shown(const Design_State& design, double value)
 {
     return In_Number_Format(design, Shortest(Single(value)));
 }
 
-void Exclaim(const std::string& text)
+void Tell(const Verdict& verdict)
 {
-    Show_Message(text, Buttons::OK, Symbol::exclamation);
+    Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
+}
+
+/// Puts a value through the door; a refused one is told, and its box shows another text.
+Size_Entry Enter(Design_State& design, std::string_view field, double value, std::string_view text,
+                 const std::string& instead)
+{
+    const Verdict verdict = Put(design, field, value);
+    if (verdict)
+        return {true, std::string(text)};
+    Tell(verdict);
+    return {false, instead};
 }
 
 bool Linear(const Design_State& design)
@@ -63,22 +75,21 @@ void Name_Profile_Rows(Design_State& design)
 /// The option buttons, in their order.
 void Read_Options(Design_State& design, Size_Form& form)
 {
-    Cam_Group& c = design.cam;
-    c.Rotflag = form.ccw ? 1 : -1;
+    Put(design, "Rotflag", form.ccw ? 1 : -1);
     Choose_Track(design, form.inner_track);
-    c.ArmDirect = form.arm_ccw ? 1 : -1;
-    c.Translating = form.translating;
+    Put(design, "ArmDirect", form.arm_ccw ? 1 : -1);
+    Put(design, "Translating", form.translating ? 1 : 0);
     const bool radial_only = form.cam == Cam_Choice::Radial;
     if (!radial_only)
         form.roller = true;  // a flat face rides on a radial cam
-    c.Followtype = form.roller ? 1 : 2;
     if (!form.roller)
-        c.Follow_Rad = 0.0;
+        design.cam.Follow_Rad = 0.0;
+    design.cam.Followtype = form.roller ? 1 : 2;
     constexpr std::array kinds{"Radial", "Barrel", "Linear", "Barrel"};
-    c.Camtype = kinds.at(static_cast<std::size_t>(form.cam));
-    c.Barrel_Type = form.cam == Cam_Choice::Axial_Groove   ? "Grooved"
-                    : form.cam == Cam_Choice::Axial_Ribbed ? "Ribbed"
-                                                           : "";
+    Put_Cam(design, kinds.at(static_cast<std::size_t>(form.cam)),
+            form.cam == Cam_Choice::Axial_Groove   ? "Grooved"
+            : form.cam == Cam_Choice::Axial_Ribbed ? "Ribbed"
+                                                   : "");
 }
 
 /// The checks and readings of the entries, in the order of the button.
@@ -103,14 +114,14 @@ void Read_Entries(Design_State& design, Size_Form& form)
 /// @return false where the arm misses the cam
 bool Read_Arm(Design_State& design, Size_Form& form, bool autocalc)
 {
-    Cam_Group& c = design.cam;
-    const double ArmRad = Val(design, form.txt_ArmRadius);
+    const Single ArmRad = Val(design, form.txt_ArmRadius);
     std::string proposal;
-    if (!autocalc && !Arm_Meets_Cam(design, ArmRad, proposal)) {
+    if (const Verdict verdict = Arm_may_be(design, ArmRad, proposal); !autocalc && !verdict) {
+        Tell(verdict);
         form.txt_ArmRadius = proposal;
         return false;
     }
-    c.ArmRad = ArmRad;
+    design.cam.ArmRad = ArmRad;
     return true;
 }
 
@@ -148,105 +159,57 @@ Size_Form Size_Form_of_Design(const Design_State& design)
 
 Size_Entry Enter_Prime(Design_State& design, std::string_view text)
 {
-    Cam_Group& c = design.cam;
-    const double value = Single(Val(design, text));  // as it is stored
-    if (!(value > 0.0) || (Radial(design) && value <= c.Offset)) {
-        Exclaim("Prime radius cannot be zero or negative or less than the offset");
-        return {false, "1"};
-    }
+    const Single typed = Val(design, text);
     // The length of a linear cam as it was shown gives its radius back unchanged.
-    if (Linear(design)) {
-        if (Single(value) != Single(c.Prime_Rad * PI2))
-            c.Prime_Rad = value / PI2;
-    } else {
-        c.Prime_Rad = value;
-    }
-    return {true, std::string(text)};
+    if (Linear(design) && typed == Single(design.cam.Prime_Rad * PI2))
+        return {true, std::string(text)};
+    return Enter(design, "Prime_Rad", Linear(design) ? typed / PI2 : double{typed}, text, "1");
 }
 
 Size_Entry Enter_Roller(Design_State& design, std::string_view text)
 {
-    Cam_Group& c = design.cam;
-    const double value = Single(Val(design, text));
-    if (!Linear(design) && value >= c.Prime_Rad) {
-        Exclaim(
-            "Something is wrong\n"
-            "\n"
-            "The follower radius is greater than the prime circle radius\n"
-            "\n"
-            "Please check your data.");
-        return {false, ""};
-    }
-    if (value < 0.0) {
-        Exclaim("The follower radius must be zero or positive");
-        return {false, ""};
-    }
-    c.Follow_Rad = value;
-    return {true, std::string(text)};
+    return Enter(design, "Follow_Rad", Val(design, text), text, "");
 }
 
 Size_Entry Enter_Cutter(Design_State& design, std::string_view text)
 {
-    const double value = Val(design, text);
-    if (value < 0.0) {
-        Exclaim("This value must be positive.  Please redo.");
-        return {false, "", true};
-    }
-    design.cam.Cutter_Radius = value;
-    return {true, std::string(text)};
+    Size_Entry entry = Enter(design, "Cutter Radius", Val(design, text), text, "");
+    entry.takes_focus = !entry.accepted;
+    return entry;
 }
 
 Size_Entry Enter_Offset(Design_State& design, std::string_view text)
 {
-    Cam_Group& c = design.cam;
-    const double value = Single(Val(design, text));
-    if (!(std::abs(value) < c.Prime_Rad)) {
-        Show_Message("Cannot compute - Eccentricity is >= Prime Radius.  Try a smaller absolute value of eccentricity",
-                     Buttons::OK, Symbol::none);
-        return {false, "0"};
-    }
-    c.Offset = value;
-    return {true, std::string(text)};
+    return Enter(design, "Offset", Val(design, text), text, "0");
 }
 
 Size_Entry Enter_Follower_Angle(Design_State& design, std::string_view text)
 {
-    design.cam.Follower_Angle = Val(design, text);
-    return {true, std::string(text)};
+    return Enter(design, "Follower_Angle", Val(design, text), text, "0");
 }
 
 Size_Entry Enter_Arm_Radius(Design_State& design, std::string_view text)
 {
-    Cam_Group& c = design.cam;
-    const double value = Val(design, text);
-    if (!(value > smallest_arm)) {
-        Exclaim("Arm radius cannot be zero. Please reenter.");
-        return {false, Shown(design, c.ArmRad)};
-    }
-    std::string proposal;
-    if (!Arm_Meets_Cam(design, value, proposal))
-        return {false, proposal};
-    c.ArmRad = value;
-    return {true, std::string(text)};
+    const Single value = Val(design, text);
+    std::string shown = Shown(design, design.cam.ArmRad);
+    if (value > Single(Smallest_Arm))
+        static_cast<void>(Arm_may_be(design, value, shown));  // an arm that misses becomes the one proposed
+    return Enter(design, "ArmRad", value, text, shown);
 }
 
 Size_Entry Enter_Shift_Angle(Design_State& design, std::string_view text)
 {
-    Cam_Group& c = design.cam;
-    const double value = Val(design, text);
-    c.Shift_Points = To_Integer(value / 360.0 * design.motion.Max_Data_Points_used);
-    c.Shift_Angle = value;
-    return {true, std::string(text)};
+    return Enter(design, "Shift_Angle", Val(design, text), text, Shown(design, design.cam.Shift_Angle));
 }
 
 void Enter_ArmX(Design_State& design, std::string_view text)
 {
-    design.cam.ArmX = Val(design, text);
+    Put(design, "ArmX", Val(design, text));
 }
 
 void Enter_ArmY(Design_State& design, std::string_view text)
 {
-    design.cam.ArmY = Val(design, text);
+    Put(design, "ArmY", Val(design, text));
 }
 
 std::string Step_Number(const Design_State& design, std::string_view text, int steps)
@@ -257,75 +220,42 @@ std::string Step_Number(const Design_State& design, std::string_view text, int s
     return Shown(design, next);
 }
 
-bool Arm_Meets_Cam(const Design_State& design, double ArmRad, std::string& proposal)
-{
-    const Cam_Group& c = design.cam;
-    if (c.Translating || Linear(design))
-        return true;
-    const double D = Arm_Pivot_Distance(design);
-    if (D - c.Prime_Rad < ArmRad && D + c.Prime_Rad > ArmRad)
-        return true;
-    proposal = FNRoundStr(design, D, 2);
-    Exclaim(
-        "The roller follower arm misses the cam entirely\n"
-        "with your current choice of arm center location. \n"
-        "\n"
-        "Please adjust the arm radius to be about\n" +
-        proposal + " " + Words_of_Units(design.identity.WhichUnit).length + " for this arm center location.");
-    return false;
-}
-
 void Choose_Cam(Design_State& design, Cam_Choice choice)
 {
-    Size_Form form = Size_Form_of_Design(design);
-    form.cam = choice;
-    const bool inner = form.inner_track;
-    Read_Options(design, form);
+    constexpr std::array kinds{"Radial", "Barrel", "Linear", "Barrel"};
+    const bool inner = design.cam.Top_Bot == design.cam.Rotflag;
+    Put(design, "Camtype$", kinds.at(static_cast<std::size_t>(choice)));
+    if (choice == Cam_Choice::Axial_Groove || choice == Cam_Choice::Axial_Ribbed)
+        Put(design, "Barrel_Type$", choice == Cam_Choice::Axial_Groove ? "Grooved" : "Ribbed");
     Choose_Track(design, inner);
-    Apply(design, Event::edited);
 }
 
 void Choose_Follower_Motion(Design_State& design, bool translating)
 {
-    design.cam.Translating = translating;
-    Set_Units(design);
-    Apply(design, Event::edited);
+    Put(design, "Translating", translating ? 1 : 0);
 }
 
 void Choose_Follower(Design_State& design, bool roller)
 {
-    Cam_Group& c = design.cam;
-    c.Followtype = roller ? 1 : 2;
-    Apply(design, Event::edited);
-    if (roller)
-        return;
-    c.Offset = 0.0;
-    c.Follow_Rad = 0.0;
-    c.Camtype = "Radial";
-    c.Barrel_Type = "";
-    design.linkage.Drive_End_Effector = false;
-    if (c.Translating)
+    Put(design, "Followtype", roller ? 1 : 2);
+    if (!roller && design.cam.Translating)
         Flat_Min_Base_Radius(design);
 }
 
 void Choose_Rotation(Design_State& design, bool ccw, bool inner_track)
 {
-    Cam_Group& c = design.cam;
-    c.Rotflag = ccw ? 1 : -1;
-    c.Top_Bot = inner_track ? -c.Rotflag : +c.Rotflag;
-    Apply(design, Event::edited);
+    Put(design, "Rotflag", ccw ? 1 : -1);
+    Put(design, "Top_Bot", inner_track ? -design.cam.Rotflag : +design.cam.Rotflag);
 }
 
 void Choose_Arm_Rotation(Design_State& design, bool ccw)
 {
-    design.cam.ArmDirect = ccw ? 1 : -1;
-    Apply(design, Event::edited);
+    Put(design, "ArmDirect", ccw ? 1 : -1);
 }
 
 void Choose_Track(Design_State& design, bool inner)
 {
-    Cam_Group& c = design.cam;
-    c.Top_Bot = inner ? +c.Rotflag : -c.Rotflag;
+    Put(design, "Top_Bot", inner ? +design.cam.Rotflag : -design.cam.Rotflag);
 }
 
 Size_Panels Set_Cam_Type_Panels(Design_State& design)
@@ -352,37 +282,21 @@ Size_Panels Set_Cam_Type_Panels(Design_State& design)
             Radial(design) || c.Translating};
 }
 
+void Choose_Keyway(Design_State& design, const std::string& words)
+{
+    Put(design, "Keyway_Text", words);
+}
+
 bool Calc_Size(Design_State& design, Size_Form& form, bool autocalc)
 {
-    Flags_Group& f = design.flags;
     Apply(design, Event::sizing_began);
-    f.Calc_Error = f.Math_Error = false;
     Read_Options(design, form);
     Set_Cam_Type_Panels(design);
     Read_Entries(design, form);
-    if (!Read_Arm(design, form, autocalc))
-        f.Calc_Error = true;
-    else if (Radial(design))
+    const bool meets = Read_Arm(design, form, autocalc);
+    if (meets && Radial(design))
         form.txt_Offset = Enter_Offset(design, form.txt_Offset).text;
-    const int type = design.cam.Followtype;
-    if (!f.Calc_Error)
-        Calc_Phi(design, type);
-    const bool phi_error = f.Calc_Error || f.Math_Error;
-    if (!phi_error)
-        Calc_Rho(design, type);
-    if (!phi_error && !f.Calc_Error && !f.Math_Error)
-        Reach(design, Mark::size);
-    else
-        Exclaim("Incompatible dimensions - check your data");
-    f.Calc_Error = false;
-    Refresh_Screens();
-    return f.Sized;
-}
-
-bool Size_Design(Design_State& design)
-{
-    Size_Form form = Size_Form_of_Design(design);
-    return Calc_Size(design, form, false);
+    return Run_Size_Curves(design, meets);
 }
 
 std::string Axial_Cam_Message(const Design_State& design)

@@ -59,11 +59,6 @@ void Enter_ArmY(Design_State& design, std::string_view text);
 /// force. @throws Fault{6} beyond what a field holds
 std::string Step_Number(const Design_State& design, std::string_view text, int steps);
 
-/// Whether an arm of this radius meets the cam; if not, a message proposes another. Always true where the test does
-/// not apply: a translating follower, a linear cam.
-/// @param proposal  out: the text of the radius that would do
-bool Arm_Meets_Cam(const Design_State& design, double ArmRad, std::string& proposal);
-
 /// The choices of the option buttons, each stored with what hangs on it.
 void Choose_Cam(Design_State& design, Cam_Choice choice);
 void Choose_Follower_Motion(Design_State& design, bool translating);
@@ -96,13 +91,13 @@ Size_Panels Set_Cam_Type_Panels(Design_State& design);
 
 /// The work of cmd_Calc but its drawing.
 ///
+/// Picks a place of the keyway, by its words.
+void Choose_Keyway(Design_State& design, const std::string& words);
+
 /// Reads all controls in their order, tests the arm (unless Autocalc is on, whose handlers have done it), calculates
 /// Phi, profile and Rho. Any error is told by "Incompatible dimensions - check your data".
 /// @return Sized
 bool Calc_Size(Design_State& design, Size_Form& form, bool autocalc);
-
-/// The same from the design as it stands, without a screen.
-bool Size_Design(Design_State& design);
 
 /// The message of cmd_Done for a cam that is not drawn, with OK and Cancel; empty for a radial cam.
 std::string Axial_Cam_Message(const Design_State& design);

@@ -8,62 +8,16 @@
 #include "core/traps.h"
 #include "core/units.h"
 #include "dynamics/contact_stress.h"
+#include "edit/door.h"
+#include "edit/rungs.h"
 
 namespace lobemax {
 
 namespace {
 
-constexpr const char* must_be_positive = "This value must be positive and nonzero.  Please redo.";
-/// Used for the length too, on purpose.
-constexpr const char* must_have_radius = "You must specify a positive, nonzero crown radius";
-
 std::string Shown(const Design_State& design, double value)
 {
     return In_Number_Format(design, Shortest(Single(value)));
-}
-
-bool Refuse(const char* text)
-{
-    Show_Message(text, Buttons::OK, Symbol::exclamation);
-    return false;
-}
-
-/// Steel's modulus by unit system, as it is typed; centimetres have none.
-std::string_view Modulus_of_Steel(int unit_system)
-{
-    switch (unit_system) {
-    case 1:
-        return "3E7";
-    case 2:
-        return "208.4E3";
-    case 3:
-        return "206.8E9";
-    case 5:
-        return "206.8E3";
-    default:
-        return "";
-    }
-}
-
-constexpr double ratio_of_steel = 0.28;
-
-/// Whether a stored material is steel: nothing is stored, or steel of any unit system, as a design that was converted
-/// still holds it. Where the system in force has no steel, a modulus in its own unit was typed.
-bool Is_Steel(const Design_State& design, Single modulus, Single ratio)
-{
-    if (modulus == 0.0)
-        return true;
-    if (ratio != Single(ratio_of_steel))
-        return false;
-    const int here = design.identity.WhichUnit;
-    const std::string_view unit = Words_of_Units(here).stress;
-    for (int system = First_Unit_System; system <= Last_Unit_System; ++system) {
-        const std::string_view steel = Modulus_of_Steel(system);
-        const bool typed = Modulus_of_Steel(here).empty() && Words_of_Units(system).stress == unit;
-        if (!steel.empty() && !typed && modulus == Single(Val(steel, Decimal_Symbol::point)))
-            return true;
-    }
-    return false;
 }
 
 /// The numbers of all fields.
@@ -103,48 +57,22 @@ void Store(Design_State& design, const Stress_Values& values, bool crowned)
     d.Crown_radius = values.crown;
 }
 
-/// One of the two passes over the fields: each material value must be positive, each is stored, the follower's ratio
-/// where the cam's stands.
-bool Validate(Design_State& design, const Stress_Values& values, bool crowned, Stress_Field& refused)
-{
-    Dynamics_Group& d = design.dynamics;
-    struct Check {
-        Stress_Field field;
-        Single value;
-        Single& store;
-    };
-    const Check checks[]{{Stress_Field::Cam_E, values.cam_E, d.Youngs_modulus(1)},
-                         {Stress_Field::Cam_V, values.cam_v, d.Poissons_ratio(1)},
-                         {Stress_Field::Fol_E, values.fol_E, d.Youngs_modulus(2)},
-                         {Stress_Field::Fol_v, values.fol_v, d.Poissons_ratio(1)}};
-    for (const Check& check : checks) {
-        if (!(check.value > 0.0)) {
-            refused = check.field;
-            return Refuse(must_be_positive);
-        }
-        check.store = check.value;
-    }
-    const bool length_counts = design.cam.Followtype == 2 || !crowned;
-    if (!((length_counts ? values.length : values.crown) > 0.0)) {
-        refused = length_counts ? Stress_Field::Length : Stress_Field::Crownrad;
-        return Refuse(must_be_positive);
-    }
-    d.Follower_Weight = values.weight;
-    return true;
-}
-
 }  // namespace
 
 Stress_Form Opening_Stress_Form(const Design_State& design)
 {
     const Dynamics_Group& d = design.dynamics;
+    const Materials materials = Materials_of(design);
+    const auto modulus = [&](std::size_t k) {
+        return materials.steel[k] ? Steel_Modulus(design) : Shown(design, materials.E[k]);
+    };
     Stress_Form form;
-    form.cam_steel = Is_Steel(design, d.Youngs_modulus(1), d.Poissons_ratio(1));
-    form.follower_steel = Is_Steel(design, d.Youngs_modulus(2), d.Poissons_ratio(2));
-    form.txt_Cam_E = form.cam_steel ? Steel_Modulus(design) : Shown(design, d.Youngs_modulus(1));
-    form.txt_Cam_V = form.cam_steel ? Steel_Ratio(design) : Shown(design, d.Poissons_ratio(1));
-    form.txt_Fol_E = form.follower_steel ? Steel_Modulus(design) : Shown(design, d.Youngs_modulus(2));
-    form.txt_Fol_v = form.follower_steel ? Steel_Ratio(design) : Shown(design, d.Poissons_ratio(2));
+    form.cam_steel = materials.steel[0];
+    form.follower_steel = materials.steel[1];
+    form.txt_Cam_E = modulus(0);
+    form.txt_Cam_V = Shown(design, materials.nu[0]);
+    form.txt_Fol_E = modulus(1);
+    form.txt_Fol_v = Shown(design, materials.nu[1]);
     form.txt_Length = Shown(design, d.Roller_length);
     form.txt_Crownrad = Shown(design, d.Crown_radius);
     form.txt_Weight = Shown(design, d.Follower_Weight);
@@ -173,51 +101,37 @@ Stress_Labels Labels_of_Stress(const Design_State& design, bool chosen, bool cro
 
 std::string Steel_Modulus(const Design_State& design)
 {
-    return In_Number_Format(design, Modulus_of_Steel(design.identity.WhichUnit));
+    return In_Number_Format(design, Modulus_of_Steel(design));
 }
 
 std::string Steel_Ratio(const Design_State& design)
 {
-    return In_Number_Format(design, "0.28");
+    return Shown(design, Ratio_of_Steel);
 }
 
 Stress_Entry Edit_Stress_Field(Design_State& design, Stress_Field field, std::string_view text)
 {
-    Dynamics_Group& d = design.dynamics;
-    const Single value = Val(design, text);
-    const bool size = field == Stress_Field::Length || field == Stress_Field::Crownrad;
-    if (size && !(value > 0.0)) {
-        Refuse(must_have_radius);
+    struct Place {
+        std::string_view field;
+        int index;  // 0: the field is no array
+    };
+    constexpr std::array<Place, 7> places{{{"Young's modulus", 1},
+                                           {"Poissons' ratio", 1},
+                                           {"Young's modulus", 2},
+                                           {"Poissons' ratio", 2},
+                                           {"Roller length", 0},
+                                           {"Crown radius", 0},
+                                           {"Follower_Weight", 0}}};
+    const Place& place = places.at(static_cast<std::size_t>(field));
+    const Field_Index at = place.index == 0 ? Field_Index{} : At(place.index);
+    const Verdict verdict = Put(design, place.field, at, Val(design, text));
+    if (verdict)
+        return {true, std::string(text)};
+    Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
+    const Dynamics_Group& d = design.dynamics;
+    if (field == Stress_Field::Length || field == Stress_Field::Crownrad)
         return {false, Shown(design, field == Stress_Field::Length ? d.Roller_length : d.Crown_radius)};
-    }
-    if (!size && field != Stress_Field::Weight && value < 0.0) {
-        Refuse(must_be_positive);
-        return {false, In_Number_Format(design, field == Stress_Field::Cam_V ? "0.3" : "0.01")};
-    }
-    switch (field) {
-    case Stress_Field::Cam_E:
-        d.Youngs_modulus(1) = value;
-        break;
-    case Stress_Field::Cam_V:
-        d.Poissons_ratio(1) = value;
-        break;
-    case Stress_Field::Fol_E:
-        d.Youngs_modulus(2) = value;
-        break;
-    case Stress_Field::Fol_v:
-        d.Poissons_ratio(2) = value;
-        break;
-    case Stress_Field::Length:
-        d.Roller_length = value;
-        break;
-    case Stress_Field::Crownrad:
-        d.Crown_radius = value;
-        break;
-    case Stress_Field::Weight:
-        d.Follower_Weight = value;
-        break;
-    }
-    return {true, std::string(text)};
+    return {false, In_Number_Format(design, field == Stress_Field::Cam_V ? "0.3" : "0.01")};
 }
 
 bool Apply_Stress_Fields(Design_State& design, const Stress_Form& form, Stress_Field& refused)
@@ -226,8 +140,15 @@ bool Apply_Stress_Fields(Design_State& design, const Stress_Form& form, Stress_F
     const bool no_fault = Trap("Apply_Stress_Fields", [&] {
         const Stress_Values values = Read(design, form, refused);
         Store(design, values, form.crowned);
-        valid = Validate(design, values, form.crowned, refused) && Validate(design, values, form.crowned, refused);
+        Contact_Field contact{};
+        valid = Check_Contact(design, contact);
+        if (valid)
+            design.dynamics.Follower_Weight = values.weight;
+        else
+            refused = static_cast<Stress_Field>(contact);
     });
+    if (!no_fault || !valid)
+        Apply(design, Event::stress_edited);  // the figures in memory are those of other values
     return no_fault && valid;
 }
 
@@ -235,19 +156,11 @@ bool Calc_Stress(Design_State& design, const Stress_Form& form, Stress_Field& re
 {
     if (!Apply_Stress_Fields(design, form, refused))
         return false;
-    const Dynamics_Group& d = design.dynamics;
-    const bool crowned = design.cam.Followtype != 2 && d.Roller_type == crowned_roller;
-    const double size = crowned ? d.Crown_radius : d.Roller_length;
-    if (!(size > 0.0)) {
-        refused = crowned ? Stress_Field::Crownrad : Stress_Field::Length;
-        return Refuse(must_be_positive);
-    }
-    const double youngs[2]{d.Youngs_modulus(1), d.Youngs_modulus(2)};
-    const double poissons[2]{d.Poissons_ratio(1), d.Poissons_ratio(2)};
-    Calc_Contact_Stress(design, d.Roller_type, youngs, poissons, size);
-    Reach(design, Mark::stress);  // also where the routine left early: the points before stand
-    Refresh_Screens();
-    return true;
+    Contact_Field contact{};
+    if (Run_Stress(design, contact))
+        return true;
+    refused = static_cast<Stress_Field>(contact);
+    return false;
 }
 
 std::array<int, 4> Stress_Plot_Rows(const Design_State& design)

@@ -246,8 +246,7 @@ QWidget* frm_SizeCam::Make_Fields()
             Choice(
                 QStringLiteral("cmb_keyway"), keyways,
                 [this](int k) {
-                    design.cam.Keyway_Text = From_Qt(keyways.at(k));
-                    Apply(design, Event::edited);
+                    Choose_Keyway(design, From_Qt(keyways.at(k)));
                     Changed();
                 },
                 QStringLiteral("Where the keyway points")));

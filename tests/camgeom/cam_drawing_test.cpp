@@ -8,7 +8,7 @@
 
 #include "camgeom/sizing.h"
 #include "core/numeric.h"
-#include "forms/size_form.h"
+#include "edit/rungs.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/recording_surface.h"
 #include "tests/support/script.h"
@@ -30,7 +30,7 @@ protected:
         Cam_Maker maker;
         maker.translating = translating;
         maker.Make();
-        ASSERT_TRUE(Size_Design(design));
+        ASSERT_TRUE(Run_Size(design));
     }
     Cam_Group& c_ = design.cam;
     Recording_Surface surface_;
@@ -87,7 +87,7 @@ TEST_F(Cam_Drawing, the_counterclockwise_cam_is_the_mirror)
     const auto cw = surface_.outlines[0].points;
     const double cw_flip = c_.Flip_Y;
     c_.Rotflag = 1;
-    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Run_Size(design));
     ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     const auto& ccw = surface_.outlines[0].points;
     for (std::size_t i = 0; i <= 360; i += 20) {
@@ -139,7 +139,7 @@ TEST_F(Cam_Drawing, a_flat_face_has_no_roller)
 {
     c_.Followtype = 2;
     c_.Follow_Rad = 0.0;
-    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Run_Size(design));
     ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     EXPECT_EQ(c_.Base_Circle, 60.0);
     EXPECT_EQ(surface_.Circles_in(Ink::follower), 0);
@@ -190,7 +190,7 @@ TEST_F(Cam_Drawing, a_flat_face_is_shown_along_its_path_as_a_line_that_touches_t
     c_.Show_Follower_Path = true;
     for (const double axis : {0.0, 30.0}) {
         c_.Follower_Angle = axis;
-        ASSERT_TRUE(Size_Design(design));
+        ASSERT_TRUE(Run_Size(design));
         ASSERT_TRUE(Draw_Cam(design, surface_));
         EXPECT_EQ(surface_.Circles_in(Ink::path), 0);
         ASSERT_EQ(surface_.Lines_in(Ink::path), 720);
@@ -216,7 +216,7 @@ TEST_F(Cam_Drawing, each_path_is_traced_with_the_pen_in_its_ink_and_its_rows)
                        {Trace_Key_Point, 38, Ink::key},
                        {Trace_Cutter_Point, 40, Ink::cutter}};
     c_.Shift_Angle = 25.0;
-    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Run_Size(design));
     ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     for (const auto& [trace, row, ink] : paths) {
         surface_.Clear();
@@ -262,7 +262,7 @@ TEST_F(Cam_Drawing, the_keyway_stands_at_its_clock_time_whatever_the_rotation_an
                     c_.Rotflag = rotation;
                     c_.Follower_Angle = axis;
                     c_.Keyway_Text = text;
-                    ASSERT_TRUE(Size_Design(design));
+                    ASSERT_TRUE(Run_Size(design));
                     ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
                     const double off = std::remainder(Keyway_Direction(surface_) - direction, 360.0);
                     EXPECT_NEAR(off, 0.0, 1e-3) << text << " at " << axis << ", rotation " << rotation;
@@ -277,7 +277,7 @@ TEST_F(Cam_Drawing, the_start_angle_turns_the_keyway_with_the_cam_from_machine_z
     for (const int rotation : {-1, 1}) {
         c_.Rotflag = rotation;
         c_.Show_Cam_Key = false;
-        ASSERT_TRUE(Size_Design(design));
+        ASSERT_TRUE(Run_Size(design));
         ASSERT_TRUE(Draw_Cam(design, surface_));
         EXPECT_NEAR(std::remainder(Keyway_Direction(surface_) - rotation * 20.0, 360.0), 0.0, 1e-3);
         c_.Show_Cam_Key = true;
@@ -310,7 +310,7 @@ TEST_F(Cam_Drawing, the_marker_points_at_the_first_roller_centre_of_the_cam_that
                 c_.Shift_Angle = 25.0;
                 c_.Offset = translating ? 15.0 : 0.0;
                 const double turn = translating ? axis : 0.0;
-                ASSERT_TRUE(Size_Design(design));
+                ASSERT_TRUE(Run_Size(design));
                 c_.Show_Surface = true;
                 c_.Show_Cam_Key = false;
                 c_.Arm_Start_Theta = c_.Cam_Shift_Sign_Angle = 0.0;  // no model file keeps them
@@ -331,7 +331,7 @@ TEST_F(Cam_Drawing, as_the_cam_turns_a_translating_follower_stays_on_its_axis_an
     for (const int rotation : {-1, 1}) {
         c_.Rotflag = rotation;
         c_.Offset = 15.0;
-        ASSERT_TRUE(Size_Design(design));
+        ASSERT_TRUE(Run_Size(design));
         const double rest = std::sqrt(60.0 * 60.0 - 15.0 * 15.0);
         for (const int i : {0, 55, 130, 230, 360}) {
             ASSERT_TRUE(Draw_Cam_at(design, surface_, i));
@@ -351,7 +351,7 @@ TEST_F(Cam_Drawing, as_the_cam_turns_an_arm_turns_about_its_pivot_by_the_displac
     Make(false);
     for (const int rotation : {-1, 1}) {
         c_.Rotflag = rotation;
-        ASSERT_TRUE(Size_Design(design));
+        ASSERT_TRUE(Run_Size(design));
         double first = 0.0;
         for (const int i : {0, 55, 130, 230, 360}) {
             ASSERT_TRUE(Draw_Cam_at(design, surface_, i));
@@ -368,7 +368,7 @@ TEST_F(Cam_Drawing, as_the_cam_turns_an_arm_turns_about_its_pivot_by_the_displac
 TEST_F(Cam_Drawing, a_flat_face_rises_on_its_stem_while_the_contact_wanders_along_it)
 {
     c_.Followtype = 2;
-    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Run_Size(design));
     for (const int i : {0, 55, 130, 230}) {
         ASSERT_TRUE(Draw_Cam_at(design, surface_, i));
         const auto& face = surface_.lines.back();
@@ -419,7 +419,7 @@ TEST_F(Cam_Drawing, the_conjugate_cam_holds_its_roller_opposite_and_falls_while_
 TEST_F(Cam_Drawing, the_conjugate_of_an_offset_follower_is_offset_to_the_other_side)
 {
     c_.Offset = 15.0;
-    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Run_Size(design));
     ASSERT_TRUE(Use_Conjugate(design));
     EXPECT_EQ(c_.Offset, -15.0);
 }
@@ -439,7 +439,7 @@ TEST_F(Cam_Drawing, a_base_circle_of_nothing_is_told_of)
 TEST_F(Cam_Drawing, a_linear_cam_is_a_strip_and_a_barrel_cam_nothing)
 {
     c_.Camtype = "Linear";
-    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Run_Size(design));
     ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     const double L = 60.0 * PI2;
     EXPECT_NEAR(surface_.right, (L + 12.0) * 1.25, 1e-2);

@@ -45,6 +45,17 @@ void Force_Function(Design_State& d)
 
 const std::vector<Falls_of> expected{
     {Event::edited, "edited", "Model_Saved "},
+    {Event::row_edited, "row_edited",
+     "Calculated Sized Dynamicflag Modelflag Stressflag Polydyne_Calc CompCam_Calc Linkage_Calc FFT_Done "
+     "Model_Saved "},
+    {Event::cam_edited, "cam_edited_of_a_polydyne_cam", "Sized Dynamicflag Stressflag Linkage_Calc Model_Saved "},
+    {Event::cam_edited, "cam_edited_with_a_driven_end_effector", "Sized Dynamicflag Modelflag Stressflag Model_Saved ",
+     Plain_Sizing},
+    {Event::forces_edited, "forces_edited", "Dynamicflag Stressflag Model_Saved "},
+    {Event::stress_edited, "stress_edited", "Stressflag Model_Saved "},
+    {Event::vibration_edited, "vibration_edited", "Modelflag Model_Saved "},
+    {Event::compensation_edited, "compensation_edited", "Model_Saved "},
+    {Event::linkage_edited, "linkage_edited", "Linkage_Calc Model_Saved "},
     {Event::segment_calculated, "segment_calculated", "Units_Changed "},
     {Event::segment_calculated, "segment_calculated_of_an_example", "Example_Loaded Units_Changed ", Example},
     {Event::status_reset, "status_reset",

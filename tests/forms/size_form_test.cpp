@@ -7,6 +7,8 @@
 #include <string>
 
 #include "core/text.h"
+#include "edit/door.h"
+#include "edit/rungs.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
@@ -70,7 +72,7 @@ TEST_F(Sizing_Fields, the_form_reads_back_as_it_was_made)
 TEST_F(Sizing_Fields, sizing_sets_its_flag_and_takes_away_what_rested_on_the_old_size)
 {
     f_.Dynamicflag = f_.Stressflag = true;
-    EXPECT_TRUE(Size_Design(design));
+    EXPECT_TRUE(Run_Size(design));
     EXPECT_TRUE(f_.Sized);
     EXPECT_FALSE(f_.Dynamicflag || f_.Stressflag || f_.Model_Saved);
     EXPECT_NE(Data(9, 100), 0.0);
@@ -224,8 +226,7 @@ TEST_F(Sizing_Fields, the_start_angle_has_its_point)
     EXPECT_TRUE(Enter_Shift_Angle(design, "90.4").accepted);
     EXPECT_EQ(c_.Shift_Angle, Single(90.4));
     EXPECT_EQ(c_.Shift_Points, 90);
-    ASSERT_TRUE(Set_Step(design, 0.25));
-    EXPECT_TRUE(Enter_Shift_Angle(design, "90.4").accepted);
+    ASSERT_TRUE(Put(design, "Deltatheta", 0.25));
     EXPECT_EQ(c_.Shift_Points, 362);  // 361.6 of 1440
 }
 
@@ -257,7 +258,7 @@ TEST_F(Sizing_Fields, a_flat_face_takes_offset_and_axial_cam_away_and_tells_its_
     EXPECT_EQ(c_.Camtype, "Radial");
     EXPECT_FALSE(design.linkage.Drive_End_Effector);
     f_.Skip_Profile = false;
-    EXPECT_TRUE(Size_Design(design));
+    EXPECT_TRUE(Run_Size(design));
     EXPECT_EQ(c_.Follow_Rad, 0.0);
     EXPECT_EQ(c_.Phi_Max, 0.0);
 }
@@ -460,7 +461,7 @@ TEST_F(Sizing_Fields, a_number_steps_by_one_in_its_second_figure)
 TEST_F(Sizing_Fields, figures_and_start_are_told_in_the_length_unit)
 {
     c_.Offset = 11.0;
-    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Run_Size(design));
     const Size_Texts texts = Texts_of_Size(design);
     EXPECT_NEAR(std::stod(texts.lbl_Pamax), c_.Phi_Max, 0.005);
     EXPECT_NEAR(std::stod(texts.lbl_Pamin), c_.Phi_Min, 0.005);

@@ -8,7 +8,7 @@
 #include <cmath>
 
 #include "core/text.h"
-#include "forms/size_form.h"
+#include "edit/rungs.h"
 #include "motion/fourier.h"
 #include "present/plot_selection.h"
 #include "tests/support/cam_design.h"
@@ -206,7 +206,7 @@ TEST_F(Plot_Engine, the_panels_tell_basic_data_and_once_sized_the_size)
     EXPECT_EQ(basic[2], (std::pair<std::string, std::string>{"End Theta", "110.00"}));
     EXPECT_EQ(basic[4].second, "Cw");
     EXPECT_TRUE(Size_Data(design).empty());
-    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Run_Size(design));
     const Panel_Lines size = Size_Data(design);
     ASSERT_EQ(size.size(), 7U);
     EXPECT_EQ(size[3], (std::pair<std::string, std::string>{"Prime Radius", "60.00 mm"}));
@@ -216,7 +216,7 @@ TEST_F(Plot_Engine, the_panels_tell_basic_data_and_once_sized_the_size)
 
 TEST_F(Plot_Engine, the_panels_have_their_captions_in_order)
 {
-    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Run_Size(design));
     const auto captions = [](const Panel_Lines& lines) {
         std::vector<std::string> found;
         for (const auto& [caption, value] : lines)
@@ -231,7 +231,7 @@ TEST_F(Plot_Engine, the_panels_have_their_captions_in_order)
 
 TEST_F(Plot_Engine, lengths_in_the_panels_have_the_decimals_of_their_unit)
 {
-    ASSERT_TRUE(Size_Design(design));
+    ASSERT_TRUE(Run_Size(design));
     Change_Units(design, 1);
     const Panel_Lines size = Size_Data(design);
     EXPECT_EQ(size[3].second, "2.362 in");

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The rungs of the ladder from the fields as they are stored: what the buttons of the screens and the levels of the
+/// command line do after the fields have come through the door.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "core/design_state.h"
+
+namespace lobemax {
+
+/// Whether a segment's calculation asks for its conditions first: a polynomial or a spline.
+bool Asks_Conditions(const Design_State& design, int segment);
+
+/// Sizes the cam by its stored fields: each is checked by its rule and a refusal told; then pressure angle, profile and
+/// curvature. @return whether the cam is sized
+bool Run_Size(Design_State& design);
+
+/// The same from the point where the fields have been checked: what the kind of cam asks for, then the curves. Tells
+/// where the dimensions do not fit. @param arm_meets  false where the arm misses the cam: nothing is calculated
+bool Run_Size_Curves(Design_State& design, bool arm_meets);
+
+/// Forces and torques by the stored fields. A flat face is closed by a spring; a form closure has neither spring nor
+/// preload nor damping. Stresses rest on the forces before.
+/// @return whether Dynamicflag was reached
+bool Run_Forces(Design_State& design);
+
+/// Steel's modulus in the unit system in force, as it is typed; empty where the system has none.
+std::string Modulus_of_Steel(const Design_State& design);
+
+/// Young's moduli and Poisson's ratios of cam and follower (1, 2): the stored ones, and steel where a material has none
+/// or has that of steel in any unit system; a modulus of 0 where the unit system has no steel.
+struct Materials {
+    std::array<double, 2> E{};
+    std::array<double, 2> nu{};
+    std::array<bool, 2> steel{};
+};
+Materials Materials_of(const Design_State& design);
+
+/// Poisson's ratio of steel.
+inline constexpr double Ratio_of_Steel = 0.28;
+
+/// The fields of the contact that a stress calculation can be refused for.
+enum class Contact_Field { Cam_E, Cam_V, Fol_E, Fol_v, Length, Crownrad };
+
+/// Checks the stored fields of the contact, twice over, storing each as it is checked, the follower's ratio where the
+/// cam's stands.
+///
+/// The last store puts the follower's Poisson's ratio into the cam's place, and meant: after a calculation both carry
+/// the follower's. Mechanics would keep them apart; for two metals the stress differs by less than 2 %.
+/// @param refused  out: the field that was refused, after a message
+/// @return         false after a message
+bool Check_Contact(Design_State& design, Contact_Field& refused);
+
+/// Stresses by the stored fields, once they are checked.
+/// @return false when a field was refused and nothing was calculated
+bool Run_Stress(Design_State& design, Contact_Field& refused);
+
+/// How far a design has got: the rungs that stand, in the ladder's order.
+struct Standing {
+    bool motion = false;
+    bool size = false;
+    bool forces = false;
+    bool stress = false;
+};
+Standing Standing_of(const Design_State& design);
+
+/// Calculates the rungs anew from the table on, in the ladder's order, up to those that stood.
+/// @return whether each of them was reached again
+bool Recalculate(Design_State& design, const Standing& standing);
+
+}  // namespace lobemax
