@@ -407,6 +407,18 @@ void Rebuild_Keyway_Text(Design_State& design)
     }
 }
 
+/// The start angle as a count of points. The entries of the screens refuse an angle whose count needs more than 16
+/// bits; a file may hold one, and its count is that of the same place within one turn.
+Integer Start_Angle_Points(const Design_State& design)
+{
+    constexpr double whole_turn = 360.0;
+    constexpr double most = 32767.0;
+    const double per_degree = design.motion.Max_Data_Points_used / whole_turn;
+    const double angle = design.cam.Shift_Angle;
+    return To_Integer(std::abs(angle * per_degree) <= most ? angle / whole_turn * design.motion.Max_Data_Points_used
+                                                           : std::fmod(angle, whole_turn) * per_degree);
+}
+
 /// What the loaded fields bring with them: units, labels, arm, keyway, shift, extremes.
 void Refresh_Derived(Design_State& design)
 {
@@ -414,7 +426,7 @@ void Refresh_Derived(Design_State& design)
     Set_Units(design);
     c.Arm_Pivot_Dist = Sqr(c.ArmX * c.ArmX + c.ArmY * c.ArmY);
     Rebuild_Keyway_Text(design);
-    c.Shift_Points = To_Integer(c.Shift_Angle / 360.0 * design.motion.Max_Data_Points_used);
+    c.Shift_Points = Start_Angle_Points(design);
     Phi_Extremes(design);
     Rho_Extremes(design);
 }
