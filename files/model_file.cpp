@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
+#include <limits>
 
 #include "camgeom/sizing.h"
 #include "core/design_state.h"
@@ -412,11 +414,12 @@ void Rebuild_Keyway_Text(Design_State& design)
 Integer Start_Angle_Points(const Design_State& design)
 {
     constexpr double whole_turn = 360.0;
-    constexpr double most = 32767.0;
-    const double per_degree = design.motion.Max_Data_Points_used / whole_turn;
+    const auto points = [&](double angle) { return angle / whole_turn * design.motion.Max_Data_Points_used; };
     const double angle = design.cam.Shift_Angle;
-    return To_Integer(std::abs(angle * per_degree) <= most ? angle / whole_turn * design.motion.Max_Data_Points_used
-                                                           : std::fmod(angle, whole_turn) * per_degree);
+    const double count = std::rint(points(angle));
+    const bool fits =
+        std::numeric_limits<std::int16_t>::min() <= count && count <= std::numeric_limits<std::int16_t>::max();
+    return To_Integer(points(fits ? angle : std::fmod(angle, whole_turn)));
 }
 
 /// What the loaded fields bring with them: units, labels, arm, keyway, shift, extremes.
