@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <memory>
 #include <optional>
 
@@ -36,26 +35,28 @@ struct Options {
 /// A rung of the ladder that this release calculates; work() is true when its flag was reached.
 struct Level {
     std::string_view name;
-    bool (*work)(const Options& options);
+    bool (*work)(Session& session, const Options& options);
 };
 
 /// The table's texts are read by the number format in force: one that is not wholly a number would be cut
 /// short in silence.
-void Warn_of_Cut_Numbers()
+void Warn_of_Cut_Numbers(const Session& session)
 {
+    const Design_State& design = session.design;
     const Motion_Group& m = design.motion;
     for (int i = 1; i <= m.No_of_segments; ++i)
         for (const std::string* text : {&m.Start_Value(i), &m.End_Value(i)}) {
             const Number_Read number = Read_Number(*text, Current_Decimal_Symbol(design));
             if (!text->empty() && !number.whole)
-                std::fprintf(stderr, "lobemax-cli: segment %d: position '%s' is read as %s (number format %s)\n", i,
-                             text->c_str(), Shortest(number.value).c_str(), design.identity.Number_Format.c_str());
+                session.Say("segment " + std::to_string(i) + ": position '" + *text + "' is read as " +
+                            Shortest(number.value) + " (number format " + design.identity.Number_Format + ")");
         }
 }
 
-bool Calculate_Motion(const Options&)
+bool Calculate_Motion(Session& session, const Options&)
 {
-    Warn_of_Cut_Numbers();
+    Warn_of_Cut_Numbers(session);
+    Design_State& design = session.design;
     const bool motion = design.motion.Motion;
     if (!Calc_All(design, motion) || !Motion_Done(design) || !design.flags.Calculated)
         return false;
@@ -64,18 +65,19 @@ bool Calculate_Motion(const Options&)
     return design.motion.Continuous || Continuity_Report(design);
 }
 
-bool Calculate_Size(const Options&)
+bool Calculate_Size(Session& session, const Options&)
 {
-    if (design.flags.Calculated)
-        return Run_Size(design);
-    std::fprintf(stderr, "lobemax-cli: size: the motion is not calculated\n");
+    if (session.design.flags.Calculated)
+        return Run_Size(session.design);
+    session.Say("size: the motion is not calculated");
     return false;
 }
 
-bool Calculate_Dynamics(const Options& options)
+bool Calculate_Dynamics(Session& session, const Options& options)
 {
+    Design_State& design = session.design;
     if (!design.flags.Sized) {
-        std::fprintf(stderr, "lobemax-cli: dynamics: the cam is not sized\n");
+        session.Say("dynamics: the cam is not sized");
         return false;
     }
     Put(design, "Torque_Start_Fresh", options.accumulate ? 0 : 1);
@@ -83,10 +85,11 @@ bool Calculate_Dynamics(const Options& options)
     return Run_Forces(design);
 }
 
-bool Calculate_Stress(const Options& options)
+bool Calculate_Stress(Session& session, const Options& options)
 {
+    Design_State& design = session.design;
     if (!design.flags.Dynamicflag) {
-        std::fprintf(stderr, "lobemax-cli: stress: the forces are not calculated\n");
+        session.Say("stress: the forces are not calculated");
         return false;
     }
     const Materials stored = Materials_of(design);
@@ -124,18 +127,21 @@ std::vector<std::string> Split_at_Commas(const std::string& list)
     return words;
 }
 
-int Run(const Options& options)
+int Run(Session& session, const Options& options)
 {
     const std::vector<std::string> wanted = Split_at_Commas(options.levels);
     for (const std::string& word : wanted)
         if (std::none_of(ladder.begin(), ladder.end(), [&](const Level& level) { return level.name == word; }))
-            return Wrong("--levels: this release has no level '" + word + "'");
-    if (!Load(options.input) || !Apply_Settings(options.settings))
+            return session.Wrong("--levels: this release has no level '" + word + "'");
+    if (const int status = session.Load(options.input); status != done)
+        return status;
+    if (!session.Apply_Settings(options.settings))
         return wrong_input;
     for (const Level& level : ladder)
-        if (std::find(wanted.begin(), wanted.end(), level.name) != wanted.end() && !level.work(options))
+        if (std::find(wanted.begin(), wanted.end(), level.name) != wanted.end() &&
+            (!level.work(session, options) || session.Error_Reported()))
             return failed;
-    return Save(options.output);
+    return session.Save(options.output);
 }
 
 }  // namespace
@@ -158,7 +164,7 @@ void Add_Calc(CLI::App& app, Action& action)
     command->add_option("--follower-nu", options->poisson_follower, "stress: Poisson's ratio of the follower")
         ->type_name("NU");
     Add_Settings(*command, options->settings);
-    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+    command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 
 }  // namespace lobemax::cli

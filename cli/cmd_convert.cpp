@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <cstdio>
 #include <memory>
 
 #include "cli/commands.h"
@@ -19,20 +18,20 @@ struct Options {
     int units = 0;  // 0: as they are
 };
 
-int Run(const Options& options)
+int Run(Session& session, const Options& options)
 {
-    if (!Load(options.input))
-        return wrong_input;
+    Design_State& design = session.design;
+    if (const int status = session.Load(options.input); status != done)
+        return status;
     const int before = design.identity.WhichUnit;
     if (options.units != 0)
         Change_Units(design, options.units);
     if (design.identity.WhichUnit != before && design.flags.Calculated)
-        std::fprintf(stderr,
-                     "lobemax-cli: the calculated results are still in the units before: calculate the motion again\n");
+        session.Say("the calculated results are still in the units before: calculate the motion again");
     if (options.format != "9" && !Confirm_Older_Format())
         return failed;
     design.identity.Version_Str = options.format;
-    return Save(options.output);
+    return session.Save(options.output);
 }
 
 }  // namespace
@@ -48,7 +47,7 @@ void Add_Convert(CLI::App& app, Action& action)
         ->capture_default_str();
     command->add_option("--units", options->units, "unit system: 1 in-lb, 2 ft-lb, 3 m-N, 4 cm-N, 5 mm-N")
         ->check(CLI::Range(First_Unit_System, Last_Unit_System));
-    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+    command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 
 }  // namespace lobemax::cli

@@ -21,48 +21,48 @@ struct Options {
     std::optional<double> at;
     bool conjugate = false;
     std::string path;
-    std::string output;
-    std::string size = "800x800";
+    Picture_Options picture;
 };
 
-int Nearest_Point(double angle)
+int Nearest_Point(const Design_State& design, double angle)
 {
     return static_cast<int>(std::lround(angle / design.motion.Deltatheta));
 }
 
-int Run(const Options& options)
+int Run(Session& session, const Options& options)
 {
-    const auto size = Picture_Size(options.size);
-    if (!size)
-        return Wrong("--size: '" + options.size + "' is no size; write it as 800x800");
-    if (!Is_Picture(options.output))
-        return Wrong("-o: the picture's name must end in .png, .svg or .pdf");
-    if (!Load(options.input))
-        return wrong_input;
+    Design_State& design = session.design;
+    if (const std::string refusal = Refused_Picture(options.picture); !refusal.empty())
+        return session.Wrong(refusal);
+    if (const int status = session.Load(options.input); status != done)
+        return status;
     if (!design.flags.Sized)
-        return Wrong("the cam is not sized: there is nothing to draw");
+        return session.Wrong("the cam is not sized: there is nothing to draw");
     Cam_Group& c = design.cam;
     if (c.Camtype == "Barrel")
-        return Wrong("barrel cams are not drawn");
+        return session.Wrong("barrel cams are not drawn");
     if (options.conjugate && c.Camtype != "Radial")
-        return Wrong("only a radial cam has a conjugate");
+        return session.Wrong("only a radial cam has a conjugate");
     if (options.at && !options.path.empty())
-        return Wrong("a path is drawn about the cam in its first position: either --at or --path");
-    if (options.conjugate && !Use_Conjugate(design))
-        return Wrong("the conjugate cam cannot be calculated with these sizes");
+        return session.Wrong("a path is drawn about the cam in its first position: either --at or --path");
+    if (options.conjugate) {
+        const std::string refusal = session.Refusal_of([&] { return Use_Conjugate(design); });
+        if (!refusal.empty())
+            return session.Wrong("the conjugate cam cannot be calculated with these sizes: " + refusal);
+    }
     c.Show_Surface = options.path != "machine";
     c.Show_Follower_Path = options.path == "follower";
     c.Show_Cutter_Path = options.path == "cutter";
     c.Show_Cam_Key = options.path == "machine";
-    return Draw_to_File(options.output, [&](const std::string& path) {
+    return Draw_to_File(session, options.picture.output, [&](const QString& path) {
         bool drawn = false;
-        const bool saved = paint::Save_Drawing(
-            [&](Surface& surface) {
-                drawn =
-                    options.at ? Draw_Cam_at(design, surface, Nearest_Point(*options.at)) : Draw_Cam(design, surface);
-            },
-            *size, QString::fromStdString(path), QApplication::palette());
-        return saved && drawn;
+        const auto draw = [&](Surface& surface) {
+            return drawn = options.at ? Draw_Cam_at(design, surface, Nearest_Point(design, *options.at))
+                                      : Draw_Cam(design, surface);
+        };
+        const bool written = paint::Save_Drawing(draw, Picture_Size(options.picture), path, QApplication::palette(),
+                                                 options.picture.scale);
+        return drawn ? std::optional(written) : std::nullopt;
     });
 }
 
@@ -79,11 +79,8 @@ void Add_Draw(CLI::App& app, Action& action)
     command->add_flag("--conjugate", options->conjugate, "the conjugate cam, whose follower stands opposite");
     command->add_option("--path", options->path, "a path beside the cam: follower, cutter or machine")
         ->check(CLI::IsMember({"follower", "cutter", "machine"}));
-    command->add_option("--size", options->size, "width and height in points; a PNG has two pixels a point")
-        ->type_name("WxH")
-        ->capture_default_str();
-    Add_Output(*command, options->output, "picture to write: .png, .svg or .pdf");
-    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+    Add_Picture_Options(*command, options->picture, "800x800");
+    command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 
 }  // namespace lobemax::cli

@@ -19,20 +19,21 @@ struct Options {
     int units = 5;
 };
 
-int Run(const Options& options)
+int Run(Session& session, const Options& options)
 {
-    Use_Units_for_New_Design(options.units);
+    Design_State& design = session.design;
+    session.Use_Units_for_New_Design(options.units);
     if (!Load_Example(design, options.name)) {
         std::string names;
         for (const std::string_view name : Example_Names)
             names += (names.empty() ? "" : ", ") + std::string(name);
-        return Wrong("there is no example '" + options.name + "'; there are " + names);
+        return session.Wrong("there is no example '" + options.name + "'; there are " + names);
     }
-    if (!Apply_Settings(options.settings))
+    if (!session.Apply_Settings(options.settings))
         return wrong_input;
     if (!Example_Done(design))
         return failed;
-    return Save(options.output);
+    return session.Save(options.output);
 }
 
 }  // namespace
@@ -47,7 +48,7 @@ void Add_Example(CLI::App& app, Action& action)
         ->check(CLI::Range(First_Unit_System, Last_Unit_System))
         ->capture_default_str();
     Add_Settings(*command, options->settings);
-    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+    command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 
 }  // namespace lobemax::cli

@@ -18,23 +18,30 @@ struct Options {
     int code = 1;
 };
 
-int Run(const Options& options)
+// Entries of the Export list by the code of their profile: the cam's kind does not matter to them.
+constexpr std::array profile_entries{"mnu_profile", "mnu_Surface", "mnu_Cutter", "mnu_Profile_mach",
+                                     "mnu_Surface_mach"};
+
+const char* Entry_of(const std::string& kind)
 {
-    if (!Load(options.input))
-        return wrong_input;
-    if (!design.flags.Calculated)
-        return Wrong("the model is not calculated: there is nothing to export");
-    if (options.kind == "spreadsheet")
-        return Export_All_to_File(design, options.output) ? done : failed;
-    if (options.kind == "profile") {
-        if (!design.flags.Sized)
-            return Wrong("the cam is not sized: it has no profile");
-        return Export_Profile_to_File(design, options.output, options.code) ? done : failed;
-    }
-    if (design.cam.Translating)
-        return Wrong("this feature is intended for oscillating follower systems only");
-    const Motion_Columns columns = options.kind == "sva" ? Motion_Columns::sva : Motion_Columns::xdot;
-    return Export_SVA_to_File(design, options.output, columns) ? done : failed;
+    return kind == "spreadsheet" ? "mnu_Spread" : kind == "sva" ? "mnu_sva" : "mnu_xdot";
+}
+
+int Run(Session& session, const Options& options)
+{
+    Design_State& design = session.design;
+    if (const int status = session.Load(options.input); status != done)
+        return status;
+    const bool profile = options.kind == "profile";
+    if (profile && design.flags.Calculated && !design.flags.Sized)
+        return session.Wrong("the cam is not sized: it has no profile");
+    const bool has_it =
+        design.flags.Calculated && (profile || options.kind == "spreadsheet" || !design.cam.Translating);
+    session.Answer_Save_Dialogs(options.output);
+    if (Run_Export(design,
+                   profile ? profile_entries[static_cast<std::size_t>(options.code - 1)] : Entry_of(options.kind)))
+        return done;
+    return has_it ? failed : wrong_input;
 }
 
 }  // namespace
@@ -50,10 +57,10 @@ void Add_Export(CLI::App& app, Action& action)
     command
         ->add_option("--code", options->code,
                      "profile: 1 roller centre, 2 surface, 3 cutter centre; 4, 5 the first two versus machine zero")
-        ->check(CLI::Range(1, 5))
+        ->check(CLI::Range(1, static_cast<int>(profile_entries.size())))
         ->capture_default_str();
     Add_Output(*command, options->output, "file to write");
-    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+    command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 
 }  // namespace lobemax::cli

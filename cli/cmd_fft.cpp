@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
-#include <cstdio>
 #include <memory>
+#include <optional>
+#include <ostream>
 #include <vector>
 
 #include "cli/commands.h"
@@ -20,43 +21,45 @@ struct Options {
     std::string input;
     std::string output;
     std::string variable;
-    int segment = 0;
+    std::optional<int> segment;  // none: the whole cycle
     int harmonics = 15;
 };
 
 /// Harmonic, real, imaginary, magnitude, phase: the one-sided transform, a line each.
-void Print_Harmonics(int harmonics)
+void Print_Harmonics(const Session& session, int harmonics)
 {
-    const auto& work = design.results.Fft_Work_A;
-    std::printf("Harmonic\tReal\tImag\tMag\tPhs\n");
+    const auto& work = session.design.results.Fft_Work_A;
+    std::string lines = "Harmonic\tReal\tImag\tMag\tPhs\n";
     for (int k = 1; k <= harmonics; ++k) {
-        std::printf("%d", k);
+        lines += std::to_string(k);
         for (int row = 0; row <= 3; ++row)
-            std::printf("\t%s", Shortest(Single(work(row, k))).c_str());
-        std::printf("\n");
+            lines += '\t' + Shortest(Single(work(row, k)));
+        lines += '\n';
     }
+    session.out << lines;
 }
 
-int Run(const Options& options)
+int Run(Session& session, const Options& options)
 {
-    if (!Load(options.input))
-        return wrong_input;
+    Design_State& design = session.design;
+    if (const int status = session.Load(options.input); status != done)
+        return status;
     const auto variable = Variable_Named(design, options.variable);
     if (!variable || *variable == var::Angle)
-        return Wrong("there is no variable '" + options.variable + "'");
-    if (options.segment < 0 || options.segment > design.motion.No_of_segments)
-        return Wrong("there is no segment " + std::to_string(options.segment));
+        return session.Wrong("there is no variable '" + options.variable + "'");
+    if (const std::string refusal = session.Refused_Segment(options.segment); !refusal.empty())
+        return session.Wrong(refusal);
     if (!design.flags.Calculated)
-        return Wrong("the design is not calculated: run calc first");
+        return session.Wrong("the design is not calculated: run calc first");
     const std::vector<int> offered = Load_Names(design);
     if (std::ranges::find(offered, *variable) == offered.end())
-        return Wrong("variable '" + options.variable + "' is not calculated");
-    const Dft_Range range = Range_of_Segment(design, options.segment);
+        return session.Wrong("variable '" + options.variable + "' is not calculated");
+    const Dft_Range range = Range_of_Segment(design, options.segment.value_or(0));
     if (!Do_DFT(design, *variable, range.first, range.last, Set_Harmonics(design, options.harmonics)))
         return failed;
-    Print_Harmonics(Shown_Harmonics(design));
+    Print_Harmonics(session, Shown_Harmonics(design));
     Finish_FFT(design);
-    return Save(options.output);
+    return session.Save(options.output);
 }
 
 }  // namespace
@@ -73,7 +76,7 @@ void Add_Fft(CLI::App& app, Action& action)
         ->type_name("H")
         ->check(CLI::Range(1, 32767))
         ->capture_default_str();
-    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+    command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 
 }  // namespace lobemax::cli

@@ -44,8 +44,9 @@ std::vector<std::string> Words_of(const std::string& text)
 }
 
 /// Puts one segment argument, 'KIND PROGRAM BETA START END', into the table; empty, or what is wrong with it.
-std::string Take_Segment(int i, const std::string& argument)
+std::string Take_Segment(Session& session, int i, const std::string& argument)
 {
+    Design_State& design = session.design;
     const std::vector<std::string> words = Words_of(argument);
     if (words.size() != 5)
         return "'" + argument + "' is not 'KIND PROGRAM BETA START END'";
@@ -66,8 +67,10 @@ std::string Take_Segment(int i, const std::string& argument)
         if (!Whole_Number(words[k]) && !(by_conditions && k > 2 && words[k] == "-"))
             return "'" + words[k] + "' is not a number";
     const double beta = *Whole_Number(words[2]);
-    if (!Check_Range(design, beta, 0.0, 360.0, "Beta cannot be > 360 or < 0"))
-        return "beta " + words[2] + " is refused";
+    if (std::string refusal =
+            session.Refusal_of([&] { return Check_Range(design, beta, 0.0, 360.0, "Beta cannot be > 360 or < 0"); });
+        !refusal.empty())
+        return refusal;
     design.motion.Beta_Deg(i) = beta;
     design.motion.Beta_Rad(i) = beta / Deg_per_Rad;
     if (entry->code == "DW" && *Whole_Number(words[3]) != *Whole_Number(words[4]))
@@ -83,7 +86,7 @@ std::string Take_Segment(int i, const std::string& argument)
 }
 
 /// The segment that an argument's first word names, when it is one of the kinds; 0 otherwise.
-int Segment_Word(const std::vector<std::string>& words, std::string_view kinds)
+int Segment_Word(const Design_State& design, const std::vector<std::string>& words, std::string_view kinds)
 {
     const auto number = words.empty() ? std::nullopt : Whole_Number(words[0]);
     if (!number || *number != std::floor(*number) || *number < 1 || *number > design.motion.No_of_segments)
@@ -94,7 +97,7 @@ int Segment_Word(const std::vector<std::string>& words, std::string_view kinds)
 
 /// The row of the condition table for a local angle: 0 and 9 at the ends, else the row that has the angle, or
 /// the first free one; none when the table is full.
-std::optional<int> Condition_Row(int i, double theta, const std::string& text)
+std::optional<int> Condition_Row(Design_State& design, int i, double theta, const std::string& text)
 {
     if (theta == 0.0)
         return 0;
@@ -113,7 +116,7 @@ std::optional<int> Condition_Row(int i, double theta, const std::string& text)
 }
 
 /// Puts one condition, 'SEG THETA ORDER VALUE', into its segment's table; empty, or what is wrong with it.
-std::string Take_Condition(const std::string& argument)
+std::string Take_Condition(Design_State& design, const std::string& argument)
 {
     const std::vector<std::string> words = Words_of(argument);
     const std::string refused = "--bc '" + argument + "': ";
@@ -122,7 +125,7 @@ std::string Take_Condition(const std::string& argument)
     for (const std::string& word : words)
         if (!Whole_Number(word))
             return refused + "'" + word + "' is not a number";
-    const int i = Segment_Word(words, "PS");
+    const int i = Segment_Word(design, words, "PS");
     if (i == 0)
         return refused + "segment " + words[0] + " is not given by conditions";
     const double theta = *Whole_Number(words[1]);
@@ -131,7 +134,7 @@ std::string Take_Condition(const std::string& argument)
         return refused + "the angle lies outside the segment";
     if (order != std::floor(order) || order < 0 || order > Max_Bound_Order)
         return refused + "the order is 0 to 4, for S, V, A, J, Ping";
-    const auto row = Condition_Row(i, theta, words[1]);
+    const auto row = Condition_Row(design, i, theta, words[1]);
     if (!row)
         return refused + "a segment has eight angles between its ends";
     Single(*Whole_Number(words[3]));
@@ -145,7 +148,7 @@ std::string Take_Condition(const std::string& argument)
 
 /// Moves the interior knots to words 1..n. A knot has to lie between its neighbours at every moment, so those
 /// that go up are moved from the last one down, then those that go down from the first one up.
-bool Set_Knots(int i, const std::vector<std::string>& words)
+bool Set_Knots(Design_State& design, int i, const std::vector<std::string>& words)
 {
     const int interior = static_cast<int>(words.size()) - 1;
     const auto word = [&](int knot) -> const std::string& { return words[static_cast<std::size_t>(knot)]; };
@@ -164,12 +167,21 @@ bool Set_Knots(int i, const std::vector<std::string>& words)
     return true;
 }
 
-/// Puts an order, 'SEG N', or interior knots, 'SEG K1 K2 ...', into a spline segment.
-std::string Take_Spline_Words(const std::string& option, const std::string& argument)
+/// Types the order of a spline. One above the count of conditions becomes the count, which is told and leaves no
+/// interior knot that could be refused, though more knots at the ends than the table may hold.
+bool Take_Order(Design_State& design, int i, const std::string& text)
 {
+    const int conditions = design.motion.No_Conditions(i);
+    return Set_Order(design, i, text) || (*Whole_Number(text) > conditions && 2 * conditions <= Max_Knots);
+}
+
+/// Puts an order, 'SEG N', or interior knots, 'SEG K1 K2 ...', into a spline segment.
+std::string Take_Spline_Words(Session& session, const std::string& option, const std::string& argument)
+{
+    Design_State& design = session.design;
     const std::vector<std::string> words = Words_of(argument);
     const std::string refused = option + " '" + argument + "': ";
-    const int i = Segment_Word(words, "S");
+    const int i = Segment_Word(design, words, "S");
     if (i == 0)
         return refused + "the first word names no spline segment";
     if (words.size() < 2 || (option == "--order" && words.size() != 2))
@@ -180,44 +192,48 @@ std::string Take_Spline_Words(const std::string& option, const std::string& argu
     for (std::size_t k = 1; k < words.size(); ++k)
         if (!Whole_Number(words[k]))
             return refused + "'" + words[k] + "' is not a number";
-    const bool taken = option == "--order" ? Set_Order(design, i, words[1]) : Set_Knots(i, words);
-    return taken ? "" : refused + "refused";
+    const std::string refusal = session.Refusal_of(
+        [&] { return option == "--order" ? Take_Order(design, i, words[1]) : Set_Knots(design, i, words); });
+    return refusal.empty() ? "" : refused + refusal;
 }
 
 /// Conditions, then orders, then knots: each needs what comes before it.
-std::string Take_Conditions(const Options& options)
+std::string Take_Conditions(Session& session, const Options& options)
 {
+    Design_State& design = session.design;
     for (const std::string& argument : options.conditions)
-        if (std::string refusal = Take_Condition(argument); !refusal.empty())
+        if (std::string refusal = Take_Condition(session.design, argument); !refusal.empty())
             return refusal;
     for (int i = 1; i <= design.motion.No_of_segments; ++i) {
         const std::string& kind = design.motion.Rise_Fall_Dwell(i);
         if (kind != "P" && kind != "S")
             continue;
         const int count = Count_Filled_Boxes(design, i);
-        if (!Set_No_of_Conditions(design, i, std::to_string(count)))
-            return "segment " + std::to_string(i) + " has " + std::to_string(count) + " conditions";
-        if (kind == "S" && !New_Spline(design, i))
-            return "segment " + std::to_string(i) + ": its spline is refused";
+        const std::string refusal = session.Refusal_of([&] {
+            return Set_No_of_Conditions(design, i, std::to_string(count)) && (kind != "S" || New_Spline(design, i));
+        });
+        if (!refusal.empty())
+            return "segment " + std::to_string(i) + " has " + std::to_string(count) + " conditions: " + refusal;
     }
     for (const std::string& argument : options.orders)
-        if (std::string refusal = Take_Spline_Words("--order", argument); !refusal.empty())
+        if (std::string refusal = Take_Spline_Words(session, "--order", argument); !refusal.empty())
             return refusal;
     for (const std::string& argument : options.knots)
-        if (std::string refusal = Take_Spline_Words("--knots", argument); !refusal.empty())
+        if (std::string refusal = Take_Spline_Words(session, "--knots", argument); !refusal.empty())
             return refusal;
     return {};
 }
 
-std::string Take_Segments(const std::vector<std::string>& segments)
+std::string Take_Segments(Session& session, const std::vector<std::string>& segments)
 {
     if (segments.size() > static_cast<std::size_t>(Max_Segments))
         return std::to_string(segments.size()) + " segments are more than " + std::to_string(Max_Segments);
+    Design_State& design = session.design;
     Motion_Group& m = design.motion;
     m.No_of_segments = static_cast<int>(segments.size());
     for (int i = 1; i <= m.No_of_segments; ++i)
         try {
-            const std::string refusal = Take_Segment(i, segments[static_cast<std::size_t>(i - 1)]);
+            const std::string refusal = Take_Segment(session, i, segments[static_cast<std::size_t>(i - 1)]);
             if (!refusal.empty())
                 return "segment " + std::to_string(i) + ": " + refusal;
         } catch (const Fault&) {
@@ -225,17 +241,17 @@ std::string Take_Segments(const std::vector<std::string>& segments)
         }
     Update_Segment_Angles(design);
     for (int i = 1; i <= m.No_of_segments; ++i)
-        if (!Check_Range(design, m.Gamma(i), 0.0, 360.0, "End angle cannot be > 360 deg"))
-            return "segment " + std::to_string(i) + " ends at " + Shortest(m.Gamma(i)) + " degrees";
-    if (m.No_of_segments == 1 && m.Gamma(1) != 360.0) {
-        Check_Range(design, 0.0, 1.0, 1.0, "Cam must contain exactly 360 degrees");
-        return "a single segment of " + Shortest(m.Gamma(1)) + " degrees is refused";
-    }
+        if (const std::string refusal = session.Refusal_of(
+                [&] { return Check_Range(design, m.Gamma(i), 0.0, 360.0, "End angle cannot be > 360 deg"); });
+            !refusal.empty())
+            return "segment " + std::to_string(i) + " ends at " + Shortest(m.Gamma(i)) + " degrees: " + refusal;
+    if (m.No_of_segments == 1 && m.Gamma(1) != 360.0)
+        return "a single segment of " + Shortest(m.Gamma(1)) + " degrees: Cam must contain exactly 360 degrees";
     return {};
 }
 
 /// The shaft speed that was asked for, rad/s; the fresh design's own where none was.
-std::string Take_Speed(const Options& options)
+std::string Take_Speed(Design_State& design, const Options& options)
 {
     if (options.omega.empty() && options.rpm.empty())
         return {};
@@ -252,29 +268,28 @@ std::string Take_Speed(const Options& options)
     return {};
 }
 
-int Run(const Options& options)
+int Run(Session& session, const Options& options)
 {
-    Use_Units_for_New_Design(options.units);
+    Design_State& design = session.design;
+    session.Use_Units_for_New_Design(options.units);
     const auto step = Whole_Number(options.delta);
-    if (!step || !Set_Step(design, *step)) {
-        Check_Range(design, 0.0, 1.0, 1.0, "Please select one of the drop-down menu items for Delta Theta");
-        return Wrong("--delta " + options.delta + " is none of 1.0, 0.50, 0.25, 0.125");
-    }
+    if (!step || !Set_Step(design, *step))
+        return session.Wrong("--delta " + options.delta + " is none of 1.0, 0.50, 0.25, 0.125");
     design.cam.Translating = !options.oscillating;
     Set_Units(design);
-    if (const std::string refusal = Take_Speed(options); !refusal.empty())
-        return Wrong(refusal);
-    if (const std::string refusal = Take_Segments(options.segments); !refusal.empty())
-        return Wrong(refusal);
+    if (const std::string refusal = Take_Speed(design, options); !refusal.empty())
+        return session.Wrong(refusal);
+    if (const std::string refusal = Take_Segments(session, options.segments); !refusal.empty())
+        return session.Wrong(refusal);
     try {
-        if (const std::string refusal = Take_Conditions(options); !refusal.empty())
-            return Wrong(refusal);
+        if (const std::string refusal = Take_Conditions(session, options); !refusal.empty())
+            return session.Wrong(refusal);
     } catch (const Fault&) {
-        return Wrong("a condition's number is too large");
+        return session.Wrong("a condition's number is too large");
     }
-    if (!Apply_Settings(options.settings))
+    if (!session.Apply_Settings(options.settings))
         return wrong_input;
-    return Save(options.output);
+    return session.Save(options.output);
 }
 
 }  // namespace
@@ -304,7 +319,7 @@ void Add_New(CLI::App& app, Action& action)
     Add_Repeated(*command, "--knots", options->knots, "interior knots of a spline segment, local degrees")
         ->type_name("'SEG K1 K2 ...'");
     Add_Settings(*command, options->settings);
-    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+    command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 
 }  // namespace lobemax::cli

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <memory>
+#include <optional>
 
 #include "cli/commands.h"
 #include "cli/picture.h"
@@ -19,14 +20,13 @@ struct Options {
     std::string input;
     std::vector<std::string> variables;
     std::string preset;
-    std::string output;
-    std::string size = "900x600";
+    Picture_Options picture;
     int plot_style = 0;
-    int segment = 0;
+    std::optional<int> segment;  // none: the whole cycle
 };
 
 /// A variable, or a closed curve 54 to 59 by its number or name.
-std::optional<int> Plot_Choice(const std::string& word)
+std::optional<int> Plot_Choice(const Design_State& design, const std::string& word)
 {
     for (int choice = design.run.Saved_Variables + 1; choice <= Plot_Group::Last_Variable; ++choice)
         if (word == std::to_string(choice) || Same_Text(design.plot.Var_Name(choice), word))
@@ -35,7 +35,7 @@ std::optional<int> Plot_Choice(const std::string& word)
 }
 
 /// Takes the variables of a preset, by its text, whose words tell its style.
-bool Take_Preset(const std::string& text, int& plot_style)
+bool Take_Preset(Design_State& design, const std::string& text, int& plot_style)
 {
     for (const int s : {style::two_windows, style::four_windows, style::polar}) {
         if (plot_style != 0 && plot_style != s)
@@ -50,50 +50,48 @@ bool Take_Preset(const std::string& text, int& plot_style)
     return false;
 }
 
-int Run(const Options& options)
+int Run(Session& session, const Options& options)
 {
-    const auto size = Picture_Size(options.size);
-    if (!size)
-        return Wrong("--size: '" + options.size + "' is no size; write it as 900x600");
-    if (!Is_Picture(options.output))
-        return Wrong("-o: the picture's name must end in .png, .svg or .pdf");
+    Design_State& design = session.design;
+    if (const std::string refusal = Refused_Picture(options.picture); !refusal.empty())
+        return session.Wrong(refusal);
     if (options.variables.empty() == options.preset.empty())
-        return Wrong("either --vars or --preset tells what to plot");
-    if (!Load(options.input))
-        return wrong_input;
+        return session.Wrong("either --vars or --preset tells what to plot");
+    if (const int status = session.Load(options.input); status != done)
+        return status;
     if (!design.flags.Calculated)
-        return Wrong("the model is not calculated: there is nothing to plot");
-    if (options.segment < 0 || options.segment > design.motion.No_of_segments)
-        return Wrong("there is no segment " + std::to_string(options.segment));
+        return session.Wrong("the model is not calculated: there is nothing to plot");
+    if (const std::string refusal = session.Refused_Segment(options.segment); !refusal.empty())
+        return session.Wrong(refusal);
     int plot_style = options.plot_style;
     if (!options.preset.empty()) {
-        if (!Take_Preset(options.preset, plot_style))
-            return Wrong("this model offers no preset '" + options.preset + "'");
+        if (!Take_Preset(design, options.preset, plot_style))
+            return session.Wrong("this model offers no preset '" + options.preset + "'");
     } else {
         if (plot_style == 0)
             plot_style = style::single_window;
         std::vector<int> picks;
         for (const std::string& word : options.variables) {
-            const auto variable = Plot_Choice(word);
+            const auto variable = Plot_Choice(design, word);
             if (!variable || *variable == var::Angle)
-                return Wrong("there is no variable '" + word + "' to plot");
+                return session.Wrong("there is no variable '" + word + "' to plot");
             if (!Is_Offered(design, *variable))
-                return Wrong("variable '" + word + "' is not calculated");
+                return session.Wrong("variable '" + word + "' is not calculated");
             if (*variable > design.run.Saved_Variables && plot_style != style::polar)
-                return Wrong("the closed curves 54 to 59 are plotted by --style 4");
+                return session.Wrong("the closed curves 54 to 59 are plotted by --style 4");
             picks.push_back(*variable);
         }
         if (static_cast<int>(picks.size()) > Functions_of_Style(plot_style).most ||
             !Select_OK(design, plot_style, picks))
-            return Wrong("this style does not show " + std::to_string(picks.size()) + " functions");
+            return session.Wrong("this style does not show " + std::to_string(picks.size()) + " functions");
         const std::string obstacle = Why_Not_Together(plot_style, picks);
         if (!obstacle.empty())
-            return Wrong(obstacle);
+            return session.Wrong(obstacle);
     }
     Pick_Segment(design,
-                 options.segment == 0 ? "All" : Load_SegmentList(design)[static_cast<std::size_t>(options.segment)]);
-    return Draw_to_File(options.output, [&](const std::string& path) {
-        return paint::Save_Plot(design, plot_style, *size, QString::fromStdString(path));
+                 options.segment ? Load_SegmentList(design)[static_cast<std::size_t>(*options.segment)] : "All");
+    return Draw_to_File(session, options.picture.output, [&](const QString& path) {
+        return paint::Save_Plot(design, plot_style, Picture_Size(options.picture), path, options.picture.scale);
     });
 }
 
@@ -113,11 +111,8 @@ void Add_Plot(CLI::App& app, Action& action)
     command->add_option("--style", options->plot_style, "1 one window, 2 two, 3 four, 4 polar")
         ->check(CLI::Range(1, 4));
     command->add_option("--segment", options->segment, "only one segment")->type_name("S");
-    command->add_option("--size", options->size, "width and height in points; a PNG has two pixels a point")
-        ->type_name("WxH")
-        ->capture_default_str();
-    Add_Output(*command, options->output, "picture to write: .png, .svg or .pdf");
-    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+    Add_Picture_Options(*command, options->picture, "900x600");
+    command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 
 }  // namespace lobemax::cli

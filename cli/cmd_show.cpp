@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <array>
 #include <charconv>
-#include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <ostream>
 
 #include "cli/commands.h"
 #include "cli/session.h"
@@ -22,7 +24,7 @@ struct Options {
 };
 
 /// A field's element as JSON: a number, a flag or a text.
-nlohmann::ordered_json Json_Value(const Field& field, const Field_Index& index)
+nlohmann::ordered_json Json_Value(Design_State& design, const Field& field, const Field_Index& index)
 {
     const std::string text = Field_Value(design, field, index);
     switch (field.type) {
@@ -101,73 +103,88 @@ constexpr std::array summary_fields{"Program_Name",
 constexpr std::array segment_fields{"Rise_Fall_Dwell", "Program",  "Function",    "Shift",
                                     "Gamma",           "Beta_Deg", "Start Value", "End Value"};
 
-bool Shown_in_Summary(std::string_view name)
+bool Shown_in_Summary(Design_State& design, std::string_view name)
 {
     const bool of_sizing = name.starts_with("Phi_") || name.starts_with("Rho_");
     const bool of_arm = name.starts_with("Arm");
     return (!of_sizing || design.flags.Sized) && (!of_arm || !design.cam.Translating);
 }
 
-void Print_Summary()
+/// A text at the left (width below 0) or the right of a column.
+std::string Column(const std::string& text, int width)
+{
+    const std::size_t wide = static_cast<std::size_t>(std::abs(width));
+    const std::string blanks(wide > text.size() ? wide - text.size() : 0, ' ');
+    return width < 0 ? text + blanks : blanks + text;
+}
+
+std::string Segment_Line(const std::array<std::string, 8>& cells)
+{
+    constexpr std::array widths{3, -4, -22, 9, 9, 9, 12, 12};
+    std::string line;
+    for (std::size_t k = 0; k < cells.size(); ++k)
+        line += (k == 0 ? "" : "  ") + Column(cells[k], widths[k]);
+    return line + "\n";
+}
+
+std::string Summary(Design_State& design)
 {
     const Motion_Group& m = design.motion;
-    const Unit_Words& units = Words_of_Units(design.identity.WhichUnit);
-    std::printf("Segments (positions in %s)\n", Unit_Text(design, Field_Unit::position).c_str());
-    std::printf("%3s  %-4s  %-22s  %9s  %9s  %9s  %12s  %12s\n", "no", "kind", "program", "from deg", "to deg",
-                "beta deg", "start", "end");
+    std::string text = "Segments (positions in " + Unit_Text(design, Field_Unit::position) + ")\n";
+    text += Segment_Line({"no", "kind", "program", "from deg", "to deg", "beta deg", "start", "end"});
     for (int i = 1; i <= m.No_of_segments; ++i)
-        std::printf("%3d  %-4s  %-22s  %9s  %9s  %9s  %12s  %12s\n", i, m.Rise_Fall_Dwell(i).c_str(),
-                    m.Program(i).c_str(), Shortest(m.Shift(i)).c_str(), Shortest(m.Gamma(i)).c_str(),
-                    Shortest(m.Beta_Deg(i)).c_str(), m.Start_Value(i).c_str(), m.End_Value(i).c_str());
-    std::printf("\nUnits %s\n", units.status);
+        text += Segment_Line({std::to_string(i), m.Rise_Fall_Dwell(i), m.Program(i), Shortest(m.Shift(i)),
+                              Shortest(m.Gamma(i)), Shortest(m.Beta_Deg(i)), m.Start_Value(i), m.End_Value(i)});
+    text += std::string("\nUnits ") + Words_of_Units(design.identity.WhichUnit).status + "\n";
     for (const char* name : summary_fields) {
-        if (!Shown_in_Summary(name))
+        if (!Shown_in_Summary(design, name))
             continue;
         const Field& field = *Find_Field(name);
         const std::string unit = Unit_Text(design, field.unit);
-        std::printf("%s = %s%s%s\n", name, Field_Value(design, field, {}).c_str(), unit.empty() ? "" : " ",
-                    unit.c_str());
+        text += std::string(name) + " = " + Field_Value(design, field, {}) + (unit.empty() ? "" : " ") + unit + "\n";
     }
+    return text;
 }
 
-nlohmann::ordered_json Json_Summary()
+nlohmann::ordered_json Json_Summary(Design_State& design)
 {
     nlohmann::ordered_json summary;
     nlohmann::ordered_json segments = nlohmann::ordered_json::array();
     for (int i = 1; i <= design.motion.No_of_segments; ++i) {
         nlohmann::ordered_json segment;
         for (const char* name : segment_fields)
-            segment[name] = Json_Value(*Find_Field(name), Field_Index{1, {i}});
+            segment[name] = Json_Value(design, *Find_Field(name), Field_Index{1, {i}});
         segments.push_back(segment);
     }
     summary["Segments"] = segments;
     summary["Units"] = Words_of_Units(design.identity.WhichUnit).status;
     for (const char* name : summary_fields)
-        if (Shown_in_Summary(name))
-            summary[name] = Json_Value(*Find_Field(name), {});
+        if (Shown_in_Summary(design, name))
+            summary[name] = Json_Value(design, *Find_Field(name), {});
     return summary;
 }
 
-int Run(const Options& options)
+int Run(Session& session, const Options& options)
 {
-    if (!Load(options.input))
+    Design_State& design = session.design;
+    if (session.Load(options.input) == wrong_input)
         return wrong_input;
     nlohmann::ordered_json object = nlohmann::ordered_json::object();
+    std::string lines;
     if (options.fields.empty()) {
         if (!options.json)
-            Print_Summary();
+            lines = Summary(design);
         else
-            object = Json_Summary();
+            object = Json_Summary(design);
     }
-    std::string lines;
     for (const std::string& text : options.fields) {
         const Field_Reference reference = Read_Field_Reference(design, text);
         if (reference.field == nullptr)
-            return Wrong(reference.error);
+            return session.Wrong(reference.error);
         const auto take = [&](const Field_Index& index) {
             const std::string name = Field_Name(*reference.field, index);
             if (options.json)
-                object[name] = Json_Value(*reference.field, index);
+                object[name] = Json_Value(design, *reference.field, index);
             else
                 lines += name + " = " + Field_Value(design, *reference.field, index) + "\n";
         };
@@ -178,8 +195,8 @@ int Run(const Options& options)
     }
     if (options.json)
         lines = object.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
-    std::fwrite(lines.data(), 1, lines.size(), stdout);
-    return std::fflush(stdout) == 0 ? done : failed;
+    session.out << lines;
+    return done;
 }
 
 }  // namespace
@@ -191,7 +208,7 @@ void Add_Show(CLI::App& app, Action& action)
     command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
     command->add_option("fields", options->fields, "fields, as 'Prime_Rad' or 'Beta_Deg(2)'")->type_name("FIELD");
     command->add_flag("--json", options->json, "as a JSON object");
-    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+    command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 
 }  // namespace lobemax::cli

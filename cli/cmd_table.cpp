@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <cstdio>
+#include <algorithm>
 #include <memory>
+#include <optional>
+#include <ostream>
 
 #include "cli/commands.h"
 #include "cli/session.h"
 #include "core/design_state.h"
 #include "core/text.h"
-#include "core/traps.h"
-#include "files/byte_stream.h"
 #include "present/data_table.h"
 
 namespace lobemax::cli {
@@ -20,40 +20,35 @@ struct Options {
     std::string input;
     std::vector<std::string> variables;
     std::string output;
-    int segment = 0;
+    std::optional<int> segment;  // none: all points
     int step = 0;
     int decimals = -1;
 };
 
-int Run(const Options& options)
+int Run(Session& session, const Options& options)
 {
-    if (!Load(options.input))
+    const Design_State& design = session.design;
+    if (session.Load(options.input) == wrong_input)
         return wrong_input;
     Table_Choice choice;
     for (const std::string& word : options.variables) {
         const auto variable = Variable_Named(design, word);
         if (!variable)
-            return Wrong("there is no variable '" + word + "'");
+            return session.Wrong("there is no variable '" + word + "'");
         choice.variables.push_back(*variable);
     }
     if (choice.variables.size() > most_columns)
-        return Wrong("a table shows four variables at the most");
-    if (options.segment < 0 || options.segment > design.motion.No_of_segments)
-        return Wrong("there is no segment " + std::to_string(options.segment));
-    choice.segment = options.segment;
+        return session.Wrong("a table shows four variables at the most");
+    if (const std::string refusal = session.Refused_Segment(options.segment); !refusal.empty())
+        return session.Wrong(refusal);
+    choice.segment = options.segment.value_or(0);
     choice.step = options.step > 0 ? options.step : std::max(1, static_cast<int>(design.cam.Printstep));
     const std::string text = Table_Text(Make_Data_Table(design, choice),
                                         options.decimals < 0 ? std::nullopt : std::optional(options.decimals));
-    if (options.output.empty()) {
-        std::fwrite(text.data(), 1, text.size(), stdout);
-        return std::fflush(stdout) == 0 ? done : failed;
-    }
-    const bool written = Trap("Print_to_File", [&] {
-        Whole_File file(options.output);
-        file.Sink().Write(text.data(), text.size());
-        file.Commit();
-    });
-    return written ? done : failed;
+    if (!options.output.empty())
+        return session.Save_Text(options.output, text, "Print_to_File");
+    session.out << text;
+    return done;
 }
 
 }  // namespace
@@ -76,7 +71,7 @@ void Add_Table(CLI::App& app, Action& action)
         ->type_name("D")
         ->check(CLI::Range(0, 9));
     command->add_option("-o,--output", options->output, "file to write instead of standard output")->type_name("FILE");
-    command->callback([options, &action] { action = [options] { return Run(*options); }; });
+    command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 
 }  // namespace lobemax::cli

@@ -9,12 +9,14 @@
 
 namespace lobemax::cli {
 
+class Session;
+
 /// 0 all done; 1 a calculation did not reach its flag, or a run-time error was reported; 2 the command line
 /// or an input file is wrong.
 enum Exit_Status : int { done = 0, failed = 1, wrong_input = 2 };
 
 /// What to do once the command line has been read: set by the command that was named.
-using Action = std::function<int()>;
+using Action = std::function<int(Session& session)>;
 
 void Add_New(CLI::App& app, Action& action);
 void Add_Example(CLI::App& app, Action& action);

@@ -1,20 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/session.h"
 
-#include <cstdio>
+#include <ostream>
+#include <utility>
 
 #include "cli/commands.h"
 #include "core/design_state.h"
 #include "core/messages.h"
 #include "core/startup.h"
 #include "core/text.h"
+#include "core/traps.h"
 #include "edit/door.h"
+#include "files/byte_stream.h"
 #include "files/model_file.h"
 #include "motion/segments.h"
 
 namespace lobemax::cli {
-
-Design_State design;
 
 namespace {
 
@@ -46,6 +47,15 @@ std::string One_Line(std::string_view text)
     return line;
 }
 
+/// A message box as a line: its symbol, its text, and the answer where it asks for one.
+std::string Box_Line(const Message& box, Answer answer)
+{
+    std::string line = std::string("[") + Symbol_Word(box.symbol) + "] " + One_Line(box.text);
+    if (box.buttons != Buttons::OK)
+        line += std::string(" -> ") + Button_Word(answer);
+    return line;
+}
+
 Answer Preferred_Answer(Buttons buttons, const std::vector<std::string>& answers)
 {
     for (const std::string& word : answers)
@@ -55,8 +65,6 @@ Answer Preferred_Answer(Buttons buttons, const std::vector<std::string>& answers
                 return answer;
     return Usual_Answer(buttons);
 }
-
-bool error_reported = false;
 
 }  // namespace
 
@@ -71,30 +79,30 @@ void Add_Common_Options(CLI::App& app, Common_Options& options)
     app.add_option("--time", options.time, "text in place of the time of day")->type_name("TEXT");
 }
 
-void Start_Session(const Common_Options& options)
+Session::Session(const Common_Options& options, std::istream& input, std::ostream& output, std::ostream& errors)
+    : in(input), out(output), err(errors), answers_(options.answers)
 {
     Host host;
-    host.messenger = [answers = options.answers](const Message& box) {
-        const Answer answer = Preferred_Answer(box.buttons, answers);
-        std::string line = std::string("[") + Symbol_Word(box.symbol) + "] " + One_Line(box.text);
-        if (box.buttons != Buttons::OK)
-            line += std::string(" -> ") + Button_Word(answer);
-        std::fprintf(stderr, "%s\n", line.c_str());
+    host.messenger = [this](const Message& box) {
+        const Answer answer = Preferred_Answer(box.buttons, answers_);
+        if (held_ != nullptr)
+            held_->push_back(box);
+        else
+            err << Box_Line(box, answer) << '\n';
         return answer;
     };
-    host.error_reported = [](int) { error_reported = true; };
+    host.error_reported = [this](int) { error_reported_ = true; };
     if (options.date)
         host.date = [text = *options.date] { return text; };
     if (options.time)
         host.time = [text = *options.time] { return text; };
-    Install_Host(std::move(host));
-    error_reported = false;
+    before_ = Install_Host(std::move(host));
     Sub_Main(design, "", {});
 }
 
-bool Error_Reported()
+Session::~Session()
 {
-    return error_reported;
+    Install_Host(std::move(before_));
 }
 
 CLI::Option* Add_Repeated(CLI::App& command, const std::string& name, std::vector<std::string>& values,
@@ -114,18 +122,46 @@ void Add_Output(CLI::App& command, std::string& path, const std::string& help)
     command.add_option("-o,--output", path, help)->type_name("FILE")->required();
 }
 
-int Wrong(const std::string& what)
+void Session::Say(const std::string& what) const
 {
-    std::fprintf(stderr, "lobemax-cli: %s\n", what.c_str());
+    err << "lobemax-cli: " << what << '\n';
+}
+
+int Session::Wrong(const std::string& what) const
+{
+    Say(what);
     return wrong_input;
 }
 
-bool Load(const std::string& path)
+std::string Session::Refusal_of(const std::function<bool()>& check)
 {
-    return Load_Model(design, path);
+    std::vector<Message> boxes;
+    held_ = &boxes;
+    bool accepted = false;
+    try {
+        accepted = check();
+    } catch (...) {
+        held_ = nullptr;
+        throw;
+    }
+    held_ = nullptr;
+    std::string sentence;
+    for (const Message& box : boxes)
+        if (accepted)
+            err << Box_Line(box, Preferred_Answer(box.buttons, answers_)) << '\n';
+        else
+            sentence += (sentence.empty() ? "" : "; ") + One_Line(box.text);
+    return accepted || !sentence.empty() ? sentence : "refused";
 }
 
-bool Apply_Settings(const std::vector<std::string>& settings)
+int Session::Load(const std::string& path)
+{
+    if (!Load_Model(design, path))
+        return wrong_input;
+    return error_reported_ ? failed : done;
+}
+
+bool Session::Apply_Settings(const std::vector<std::string>& settings)
 {
     const std::string refusal = lobemax::Apply_Settings(design, settings);
     if (!refusal.empty())
@@ -133,18 +169,45 @@ bool Apply_Settings(const std::vector<std::string>& settings)
     return refusal.empty();
 }
 
-int Save(const std::string& path)
+int Session::Save(const std::string& path)
 {
+    if (error_reported_)
+        return failed;
     design.identity.File_Name = path;
-    const bool written = Write_Model_File(design, Replace::whole_or_nothing);
-    return written && !error_reported ? done : failed;
+    return Write_Model_File(design, Replace::whole_or_nothing) ? done : failed;
 }
 
-void Use_Units_for_New_Design(int units)
+int Session::Save_Text(const std::string& path, const std::string& text, const char* routine)
+{
+    if (error_reported_)
+        return failed;
+    const bool written = Trap(routine, [&] {
+        Whole_File file(path);
+        file.Sink().Write(text.data(), text.size());
+        file.Commit();
+    });
+    return written ? done : failed;
+}
+
+void Session::Answer_Save_Dialogs(const std::string& path)
+{
+    Host host = Installed_Host();
+    host.save_dialog = [path](const File_Dialog&) { return std::optional(path); };
+    Install_Host(std::move(host));
+}
+
+void Session::Use_Units_for_New_Design(int units)
 {
     design.identity.WhichUnit = units;
     Reset_All(design);
     Clear_Motion_Data(design, design.motion.Max_Data_Points_used, design.run.Saved_Variables);
+}
+
+std::string Session::Refused_Segment(std::optional<int> segment) const
+{
+    if (!segment || (1 <= *segment && *segment <= design.motion.No_of_segments))
+        return {};
+    return "there is no segment " + std::to_string(*segment);
 }
 
 std::optional<double> Whole_Number(const std::string& text)

@@ -3,16 +3,16 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <functional>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "core/design_state.h"
+#include "core/messages.h"
 
 namespace lobemax::cli {
-
-/// The design that the command works on.
-extern Design_State design;
 
 /// Options that every command takes.
 struct Common_Options {
@@ -23,12 +23,65 @@ struct Common_Options {
 
 void Add_Common_Options(CLI::App& app, Common_Options& options);
 
-/// Installs the host that prints each message as one line on standard error and answers it, and starts a
-/// fresh design. Nothing is read from or written to the user's documents.
-void Start_Session(const Common_Options& options);
+/// One run of a command: its design, its streams, and the host that prints each message as one line on standard error
+/// and answers it. Nothing is read from or written to the user's documents.
+class Session {
+public:
+    /// Installs the host and starts a fresh design.
+    Session(const Common_Options& options, std::istream& in, std::ostream& out, std::ostream& err);
+    /// Puts the host before it back.
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
 
-/// Whether a run-time error was reported since the session started.
-bool Error_Reported();
+    Design_State design;
+    std::istream& in;
+    std::ostream& out;
+    std::ostream& err;
+
+    /// Whether a run-time error was reported since the session started.
+    bool Error_Reported() const { return error_reported_; }
+
+    /// Prints a line of the command's own on standard error.
+    void Say(const std::string& what) const;
+
+    /// Prints what is wrong with the command line or an input, and returns the status for it.
+    int Wrong(const std::string& what) const;
+
+    /// Runs a check that shows a box where it refuses. What it shows although it accepts is printed.
+    /// @return empty, or the sentence of its refusal, which is then left to the caller to print
+    std::string Refusal_of(const std::function<bool()>& check);
+
+    /// Reads a model. The user was told of whatever is not well.
+    /// @return done; wrong_input: it was not read in full; failed: it was, and an error was reported on the way, as
+    ///         from figures that follow from its fields. Such a design may be looked at, not written on.
+    int Load(const std::string& path);
+
+    /// Applies the settings in order; false: one was refused, and the user was told.
+    bool Apply_Settings(const std::vector<std::string>& settings);
+
+    /// Writes the design to a file, whole or not at all, and returns the command's status. After a reported error an
+    /// older file stays as it was.
+    int Save(const std::string& path);
+
+    /// Writes a text to a file by the same rules. @param routine  name that an error is reported under
+    int Save_Text(const std::string& path, const std::string& text, const char* routine);
+
+    /// Answers the save dialogs of what runs from here on with a path: they are the command's output.
+    void Answer_Save_Dialogs(const std::string& path);
+
+    /// Sets the unit system of a fresh design, whose defaults then follow it.
+    void Use_Units_for_New_Design(int units);
+
+    /// Why a segment that was asked for cannot be, or empty.
+    std::string Refused_Segment(std::optional<int> segment) const;
+
+private:
+    Host before_;
+    std::vector<std::string> answers_;
+    std::vector<Message>* held_ = nullptr;  // where boxes go in place of standard error
+    bool error_reported_ = false;
+};
 
 /// An option that may be given any number of times, one value each.
 CLI::Option* Add_Repeated(CLI::App& command, const std::string& name, std::vector<std::string>& values,
@@ -36,21 +89,6 @@ CLI::Option* Add_Repeated(CLI::App& command, const std::string& name, std::vecto
 
 void Add_Settings(CLI::App& command, std::vector<std::string>& settings);
 void Add_Output(CLI::App& command, std::string& path, const std::string& help);
-
-/// Prints what is wrong with the command line or an input, and returns the status for it.
-int Wrong(const std::string& what);
-
-/// Reads a model; false: it was not read in full, and the user was told.
-bool Load(const std::string& path);
-
-/// Applies the settings in order; false: one was refused, and the user was told.
-bool Apply_Settings(const std::vector<std::string>& settings);
-
-/// Writes the design to a file, whole or not at all, and returns the command's status.
-int Save(const std::string& path);
-
-/// Sets the unit system of a fresh design, whose defaults then follow it.
-void Use_Units_for_New_Design(int units);
 
 /// A number wholly read from an argument, with a decimal point.
 std::optional<double> Whole_Number(const std::string& text);

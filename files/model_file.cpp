@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
+#include <limits>
 
 #include "camgeom/sizing.h"
 #include "core/design_state.h"
@@ -408,6 +410,19 @@ void Rebuild_Keyway_Text(Design_State& design)
     }
 }
 
+/// The start angle as a count of points. The entries of the screens refuse an angle whose count needs more than 16
+/// bits; a file may hold one, and its count is that of the same place within one turn.
+Integer Start_Angle_Points(const Design_State& design)
+{
+    constexpr double whole_turn = 360.0;
+    const auto points = [&](double angle) { return angle / whole_turn * design.motion.Max_Data_Points_used; };
+    const double angle = design.cam.Shift_Angle;
+    const double count = std::rint(points(angle));
+    const bool fits =
+        std::numeric_limits<std::int16_t>::min() <= count && count <= std::numeric_limits<std::int16_t>::max();
+    return To_Integer(points(fits ? angle : std::fmod(angle, whole_turn)));
+}
+
 /// What the loaded fields bring with them: units, labels, arm, keyway, shift, extremes.
 void Refresh_Derived(Design_State& design)
 {
@@ -415,7 +430,7 @@ void Refresh_Derived(Design_State& design)
     Set_Units(design);
     c.Arm_Pivot_Dist = Sqr(c.ArmX * c.ArmX + c.ArmY * c.ArmY);
     Rebuild_Keyway_Text(design);
-    c.Shift_Points = To_Integer(c.Shift_Angle / 360.0 * design.motion.Max_Data_Points_used);
+    c.Shift_Points = Start_Angle_Points(design);
     Phi_Extremes(design);
     Rho_Extremes(design);
 }

@@ -722,14 +722,14 @@ void Chart::Apply_Palette()
 }
 
 bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const QString& path,
-                 const QString& title)
+                 const QString& title, double scale)
 {
     const int rows = (static_cast<int>(charts.size()) + columns - 1) / columns;
     QFont large = charts.front()->font();
     large.setPixelSize(QFontInfo(large).pixelSize());  // the same on paper as on the screen
     large.setWeight(QFont::DemiBold);
     const double head = title.isEmpty() ? 0.0 : 2.0 * large.pixelSize();
-    return Save_Picture(size, path, [&](QPainter& painter) {
+    return Save_Picture(size, path, scale, [&](QPainter& painter) {
         if (!title.isEmpty()) {
             painter.setFont(large);
             painter.drawText(QRectF(0, 0, size.width(), head), Qt::AlignCenter, title);
@@ -739,6 +739,7 @@ bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& si
         for (int k = 0; k < static_cast<int>(charts.size()); ++k)
             charts[static_cast<std::size_t>(k)]->Paint(
                 painter, QRectF(k % columns * width, head + k / columns * height, width, height));
+        return true;
     });
 }
 

@@ -15,6 +15,7 @@
 
 #include "core/basic_types.h"
 #include "core/design_state.h"
+#include "paint/picture_file.h"
 
 class QCPAxis;
 class QCPGraph;
@@ -166,9 +167,9 @@ private:
     bool extremes_ = false;
 };
 
-/// Writes charts side by side, so many in a row, under a title to a PNG, SVG or PDF file by the ending of its path.
-/// @return whether the file was written
+/// Writes charts side by side, so many in a row, under a title to a PNG, SVG or PDF file by the ending of its path,
+/// with so many pixels a point (Save_Picture). @return whether the file was written
 bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const QString& path,
-                 const QString& title = {});
+                 const QString& title = {}, double scale = Screen_Picture_Scale);
 
 }  // namespace lobemax::paint

@@ -137,12 +137,13 @@ void Painter_Surface::Outline(std::span<const World_Point> points, Ink ink)
     painter_.setBrush(Qt::NoBrush);
 }
 
-bool Save_Drawing(const Drawing& drawing, const QSize& size, const QString& path, const QPalette& palette)
+bool Save_Drawing(const std::function<bool(Surface&)>& drawing, const QSize& size, const QString& path,
+                  const QPalette& palette, double scale)
 {
-    return Save_Picture(size, path, [&](QPainter& painter) {
+    return Save_Picture(size, path, scale, [&](QPainter& painter) {
         Painter_Surface surface(painter, QRectF(QPointF(), QSizeF(size)), palette);
         surface.Clear();
-        drawing(surface);
+        return drawing(surface);
     });
 }
 
@@ -213,7 +214,12 @@ void Drawing_View::contextMenuEvent(QContextMenuEvent* event)
         const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save the drawing"), QString(),
                                                           QStringLiteral("PNG (*.png);;SVG (*.svg);;PDF (*.pdf)"));
         if (!path.isEmpty() && drawing_)
-            Save_Drawing(drawing_, size(), path, palette());
+            Save_Drawing(
+                [this](Surface& surface) {
+                    drawing_(surface);
+                    return true;
+                },
+                size(), path, palette());
     });
     menu.exec(event->globalPos());
 }

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "core/surface.h"
+#include "paint/picture_file.h"
 
 namespace lobemax::paint {
 
@@ -46,8 +47,11 @@ private:
 /// What draws onto a surface.
 using Drawing = std::function<void(Surface&)>;
 
-/// Writes a drawing to a PNG, SVG or PDF file, by the ending of its path. @return whether it was written
-bool Save_Drawing(const Drawing& drawing, const QSize& size, const QString& path, const QPalette& palette);
+/// Writes a drawing to a PNG, SVG or PDF file, by the ending of its path (Save_Picture).
+/// @param drawing  false: it could not be drawn, and an older file stays as it was
+/// @return whether it was written
+bool Save_Drawing(const std::function<bool(Surface&)>& drawing, const QSize& size, const QString& path,
+                  const QPalette& palette, double scale = Screen_Picture_Scale);
 
 /// A widget that shows a drawing, whole at any size, with copy and save in its context menu.
 ///

@@ -1,39 +1,82 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "paint/picture_file.h"
 
+#include <QBuffer>
+#include <QHashSeed>
 #include <QImage>
 #include <QPdfWriter>
+#include <QSaveFile>
 #include <QSvgGenerator>
+#include <algorithm>
 
 namespace lobemax::paint {
 
-bool Save_Picture(const QSize& size, const QString& path, const std::function<void(QPainter&)>& paint)
+namespace {
+
+/// The order of the fonts in a PDF is that of a hash table: while this stands, new tables are the same in every run.
+class Fixed_Hashes {
+public:
+    Fixed_Hashes() { QHashSeed::setDeterministicGlobalSeed(); }
+    ~Fixed_Hashes() { QHashSeed::resetRandomGlobalSeed(); }
+    Fixed_Hashes(const Fixed_Hashes&) = delete;
+    Fixed_Hashes& operator=(const Fixed_Hashes&) = delete;
+};
+
+/// Blanks out the date of making of a PDF, an entry that a file may do without. Places of other objects in the file
+/// are told by their offsets, so its length stays.
+void Take_Out_Date(QByteArray& pdf)
 {
-    const auto paint_on = [&](QPaintDevice& device, double scale) {
+    const qsizetype from = pdf.lastIndexOf("/CreationDate");
+    const qsizetype to = from < 0 ? -1 : pdf.indexOf(')', from);
+    if (to > from)
+        std::fill(pdf.begin() + from, pdf.begin() + to + 1, ' ');
+}
+
+/// The bytes of a picture; empty where it could not be made.
+QByteArray Picture_Bytes(const QSize& size, const QString& path, double scale,
+                         const std::function<bool(QPainter&)>& paint)
+{
+    const auto paint_on = [&](QPaintDevice& device, double per_point) {
         QPainter painter;
         if (!painter.begin(&device))
             return false;
-        painter.scale(scale, scale);
-        paint(painter);
-        return painter.end();
+        painter.scale(per_point, per_point);
+        return paint(painter) && painter.end();
     };
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    bool made = false;
     if (path.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive)) {
         QSvgGenerator svg;
-        svg.setFileName(path);
+        svg.setOutputDevice(&buffer);
         svg.setSize(size);
         svg.setViewBox(QRect(QPoint(), size));
-        return paint_on(svg, 1.0);
+        made = paint_on(svg, 1.0);
+    } else if (path.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive)) {
+        const Fixed_Hashes fixed;
+        {
+            QPdfWriter pdf(&buffer);
+            pdf.setPageSize(QPageSize(QSizeF(size), QPageSize::Point));
+            pdf.setPageMargins(QMarginsF());
+            made = paint_on(pdf, double(pdf.width()) / size.width());
+        }
+        Take_Out_Date(bytes);
+    } else {
+        QImage picture((QSizeF(size) * scale).toSize(), QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        made = paint_on(picture, scale) && picture.save(&buffer, "PNG");
     }
-    if (path.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive)) {
-        QPdfWriter pdf(path);
-        pdf.setPageSize(QPageSize(QSizeF(size), QPageSize::Point));
-        pdf.setPageMargins(QMarginsF());
-        return paint_on(pdf, double(pdf.width()) / size.width());
-    }
-    constexpr int fine = 2;
-    QImage picture(size * fine, QImage::Format_RGB32);
-    picture.fill(Qt::white);
-    return paint_on(picture, fine) && picture.save(path);
+    return made ? bytes : QByteArray();
+}
+
+}  // namespace
+
+bool Save_Picture(const QSize& size, const QString& path, double scale, const std::function<bool(QPainter&)>& paint)
+{
+    const QByteArray bytes = Picture_Bytes(size, path, scale, paint);
+    QSaveFile file(path);
+    return !bytes.isEmpty() && file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
 }
 
 }  // namespace lobemax::paint

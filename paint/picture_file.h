@@ -9,9 +9,17 @@
 
 namespace lobemax::paint {
 
-/// Writes what is painted into an area of some points, from 0 on, to a PNG, SVG or PDF file by the ending of its path.
-/// A PNG has two pixels a point; its ground is white.
+/// Pixels a point of a PNG that is saved from a screen.
+inline constexpr double Screen_Picture_Scale = 2.0;
+
+/// Writes what is painted into an area of some points, from 0 on, to a PNG, SVG or PDF file by the ending of its path;
+/// any other ending is a PNG. The file is written whole or not at all, and the same picture gives the same bytes: no
+/// clock stands in it. The ground of a PNG is white.
+///
+/// @param size   of the area, points
+/// @param scale  pixels a point of a PNG; the others have no pixels
+/// @param paint  false: there is no picture, and an older file stays as it was
 /// @return whether the file was written
-bool Save_Picture(const QSize& size, const QString& path, const std::function<void(QPainter&)>& paint);
+bool Save_Picture(const QSize& size, const QString& path, double scale, const std::function<bool(QPainter&)>& paint);
 
 }  // namespace lobemax::paint

@@ -9,6 +9,7 @@
 
 #include "core/design_state.h"
 #include "paint/chart.h"
+#include "paint/picture_file.h"
 
 namespace lobemax::paint {
 
@@ -37,7 +38,8 @@ Curve_Style Usual_Look(const Design_State& design, int plot_style);
 QString Fill_Plot(const Design_State& design, const std::vector<Chart*>& charts, int plot_style,
                   std::optional<Curve_Style> look = {});
 
-/// Writes the plot of the picked functions to a picture. @return whether it was written
-bool Save_Plot(const Design_State& design, int plot_style, const QSize& size, const QString& path);
+/// Writes the plot of the picked functions to a picture (Save_Picture). @return whether it was written
+bool Save_Plot(const Design_State& design, int plot_style, const QSize& size, const QString& path,
+               double scale = Screen_Picture_Scale);
 
 }  // namespace lobemax::paint

@@ -457,6 +457,21 @@ TEST_F(Model_File, the_keyway_text_is_rebuilt_from_its_angle_and_the_rotation)
     EXPECT_EQ(text_of("45", "1"), "") << "no position of the clock";
 }
 
+TEST_F(Model_File, a_start_angle_beyond_16_bits_of_points_counts_as_its_place_within_the_turn)
+{
+    const auto points_of = [](const char* angle) {
+        EXPECT_TRUE(Read(With(Reference("9"), "Shift_Angle", angle))) << angle;
+        return int{design.cam.Shift_Points};
+    };
+    // A point a degree: the widest counts stay, the next ones are those less 91 whole turns.
+    EXPECT_EQ(points_of("725"), 725);
+    EXPECT_EQ(points_of("32767"), 32767);
+    EXPECT_EQ(points_of("-32768"), -32768);
+    EXPECT_EQ(points_of("32767.5"), 8);  // rounds to 32768, which needs 17 bits; 7.5 rounds to the even 8
+    EXPECT_EQ(points_of("-32769"), -9);
+    EXPECT_EQ(points_of("1000000"), 280);
+}
+
 TEST_F(Model_File, fields_that_no_file_holds_come_back_at_their_defaults)
 {
     design.cam.Face_Width = 12.0;

@@ -63,9 +63,10 @@ TEST_F(Painted, the_pen_goes_on_from_where_it_was)
 
 TEST_F(Painted, drawings_are_saved_as_png_svg_and_pdf_with_true_proportions)
 {
-    const Drawing circle = [](Surface& s) {
+    const auto circle = [](Surface& s) {
         s.Scale(-50, -50, 50, 50);
         s.Circle(0, 0, 40, Ink::cam);
+        return true;
     };
     const QPalette palette;
     EXPECT_TRUE(Save_Drawing(circle, {600, 300}, folder_.filePath("c.png"), palette));
@@ -78,13 +79,31 @@ TEST_F(Painted, drawings_are_saved_as_png_svg_and_pdf_with_true_proportions)
     EXPECT_TRUE(text.contains(QRegularExpression("<circle[^>]*r=\"120\"")) ||
                 text.contains(QRegularExpression("<ellipse[^>]*rx=\"120\"[^>]*ry=\"120\"")));
     EXPECT_FALSE(Save_Drawing(circle, {600, 300}, "/no/such/folder/c.png", palette));
+    ASSERT_TRUE(Save_Drawing(circle, {600, 300}, folder_.filePath("half.png"), palette, 0.5));
+    EXPECT_EQ(QImage(folder_.filePath("half.png")).size(), QSize(300, 150));
+}
+
+TEST_F(Painted, a_picture_that_cannot_be_drawn_leaves_the_older_file)
+{
+    for (const char* name : {"c.png", "c.pdf", "c.svg"}) {
+        const QString path = folder_.filePath(name);
+        QFile older(path);
+        ASSERT_TRUE(older.open(QIODevice::WriteOnly));
+        older.write("as it was");
+        older.close();
+        EXPECT_FALSE(Save_Drawing([](Surface&) { return false; }, {600, 300}, path, QPalette())) << name;
+        ASSERT_TRUE(older.open(QIODevice::ReadOnly));
+        EXPECT_EQ(older.readAll(), "as it was") << name;
+    }
+    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), 3) << "no temporary file is left";
 }
 
 TEST_F(Painted, a_line_has_its_width_in_points_whatever_the_picture_s_fineness)
 {
-    const Drawing line = [](Surface& s) {
+    const auto line = [](Surface& s) {
         s.Scale(-50, -50, 50, 50);
         s.Line(-40, 0, 40, 0, Ink::cam);
+        return true;
     };
     ASSERT_TRUE(Save_Drawing(line, {200, 200}, folder_.filePath("l.png"), QPalette()));
     const QImage picture(folder_.filePath("l.png"));

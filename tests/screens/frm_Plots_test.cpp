@@ -6,7 +6,6 @@
 #include <QComboBox>
 #include <QFile>
 #include <QGroupBox>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <set>
@@ -521,39 +520,6 @@ TEST_F(Plot_Screens, back_returns_to_the_choice_and_done_to_home)
     screens::Run_Plots(nullptr);
     EXPECT_EQ(path, (std::vector<std::string>{"frm_PlotType", "frm_PlotSelect2", "frm_Plot2", "frm_PlotSelect2",
                                               "frm_Plot2"}));
-}
-
-TEST_F(Plot_Screens, the_command_refuses_what_is_not_calculated_or_cannot_share_a_window)
-{
-    const QTemporaryDir folder;
-    struct Outcome {
-        int status;
-        QString told;
-    };
-    const auto run = [&](const QStringList& arguments) {
-        QProcess program;
-        program.setWorkingDirectory(folder.path());
-        program.start(LOBEMAX_CLI, arguments);
-        program.waitForFinished();
-        return Outcome{program.exitCode(), QString::fromUtf8(program.readAllStandardError())};
-    };
-    const auto plot = [&](const char* variables, const char* plot_style) {
-        return run({"plot", "e.cam", "--vars", variables, "--style", plot_style, "-o", "p.svg"});
-    };
-    ASSERT_EQ(run({"example", "Single Dwell", "-o", "e.cam"}).status, 0);
-    for (const auto& [variables, plot_style] :
-         {std::pair{"30", "1"}, std::pair{"42", "1"}, std::pair{"20", "1"}, std::pair{"55", "4"}}) {
-        const Outcome refused = plot(variables, plot_style);
-        EXPECT_EQ(refused.status, 2) << variables;
-        EXPECT_TRUE(refused.told.contains(QString("variable '%1' is not calculated").arg(variables)))
-            << refused.told.toStdString();
-    }
-    EXPECT_FALSE(QFile::exists(folder.filePath("p.svg")));
-    EXPECT_EQ(plot("Cam Profile", "4").status, 0);
-    EXPECT_EQ(plot("S,V", "1").status, 0);
-    QFile picture(folder.filePath("p.svg"));
-    ASSERT_TRUE(picture.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(picture.readAll().contains("Selected Cam-Follower Parameters"));
 }
 
 TEST_F(Plot_Screens, every_offered_variable_of_every_example_can_be_plotted)

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// lobemax-cli: the design ladder without a screen.
+#include <iostream>
+
+#include "cli/run.h"
+
+int main(int argc, char** argv)
+{
+    std::ios::sync_with_stdio(false);
+    return lobemax::cli::Run({argv + 1, argv + argc}, std::cin, std::cout, std::cerr);
+}
