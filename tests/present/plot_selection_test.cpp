@@ -47,6 +47,12 @@ TEST_F(Plot_Selection, a_design_with_its_motion_alone_offers_its_curves_and_four
     EXPECT_TRUE(Composite_Choices(design).empty());
 }
 
+TEST_F(Plot_Selection, the_curves_of_the_motion_are_listed_before_it_is_calculated)
+{
+    f_.Calculated = false;
+    EXPECT_EQ(Load_Names(design), (List{1, 2, 3, 4, 17}));
+}
+
 TEST_F(Plot_Selection, each_rung_adds_its_variables)
 {
     const auto added = [](Flag& flag) {
