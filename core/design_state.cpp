@@ -31,9 +31,9 @@ Single Curve_Store::operator()(int column, int constraint, int p) const
 
 void Set_Max_Variables(Design_State& design)
 {
-    design.run.Saved_Variables = 53;
-    design.run.Max_Variables = 59;
-    design.run.Unit_Table_Size = 59;
+    design.run.Saved_Variables = var::Last_Stored;
+    design.run.Max_Variables = var::Last;
+    design.run.Unit_Table_Size = var::Last;
 }
 
 void Allocate_Arrays(Design_State& design, int saved_variables, int points)

@@ -25,6 +25,7 @@
 #include <string>
 
 #include "core/basic_types.h"
+#include "core/variables.h"
 
 namespace lobemax {
 
@@ -44,21 +45,6 @@ inline constexpr double PI4 = 12.566370616;
 inline constexpr double PIH = 1.570796327;
 inline constexpr double Deg_per_Rad = 57.29577950560105;
 inline constexpr double Rad_per_Deg = 0.017453292522222223;
-
-/// The rows of CalcData: the calculated variables by number.
-namespace var {
-inline constexpr int Angle = 0;
-inline constexpr int S = 1;
-inline constexpr int V = 2;
-inline constexpr int A = 3;
-inline constexpr int J = 4;
-inline constexpr int Phi = 5;
-inline constexpr int Rho = 6;
-inline constexpr int Force = 7;
-inline constexpr int Torque = 8;
-inline constexpr int Ping = 17;
-inline constexpr int Ext_Force = 44;
-}  // namespace var
 
 template <class T>
 using Per_Segment = Bounded<T, 0, Max_Segments>;
@@ -361,7 +347,7 @@ struct Colour {
 
 /// Plot choices, the label tables of the variables and the colours.
 struct Plot_Group {
-    static constexpr int Last_Variable = 59;
+    static constexpr int Last_Variable = var::Last;
     static constexpr int Last_Unit = Last_Variable + 6;
 
     Bounded<std::string, 0, Last_Variable> Var_Name;
@@ -371,7 +357,7 @@ struct Plot_Group {
     Bounded<std::string, 0, Last_Unit> Var_Unit;
     Bounded<std::string, 0, 4> Fft_Dimension;  // "Disp", "Veloc", "Accel", "Jerk", "Ping"
     std::string Axis_Label;                    // first horizontal axis label
-    Integer Idx_X;                             // rows of the model's response, relative to 24
+    Integer Idx_X;                             // rows of the model's response, relative to var::Model_Base
     Integer Idx_Xdot;
     Integer Idx_Xddot;
     Integer Idx_SX;
@@ -440,9 +426,9 @@ struct Run_Group {
     std::string Program_Title;
     Flag Selecting_Print;
 
-    Integer Saved_Variables = 53;
-    Integer Max_Variables = 59;
-    Integer Unit_Table_Size = 59;
+    Integer Saved_Variables = var::Last_Stored;
+    Integer Max_Variables = var::Last;
+    Integer Unit_Table_Size = var::Last;
     Integer Max_Segments_possible = Max_Segments;
     Integer Max_Bounds_possible = Max_Bounds;
 

@@ -648,21 +648,21 @@ std::string Set_Field(Design_State& design, const Field& field, const Field_Inde
 std::string Unit_Text(const Design_State& design, Field_Unit unit)
 {
     const Unit_Words& w = Words_of_Units(design.identity.WhichUnit);
-    const std::string L = w.length;
-    const std::string F = w.force;
+    const auto of_a_variable = [&](Unit_Kind kind) { return Unit_Text(design, design.identity.WhichUnit, kind); };
     const bool metric = design.identity.WhichUnit > 2;  // rates and inertias of all metric systems are in metres
-    const std::string rate_length = metric ? "m" : L;
+    const std::string rate_length = metric ? "m" : w.length;
+    const std::string F = w.force;
     switch (unit) {
     case Field_Unit::none:
         return {};
     case Field_Unit::position:
-        return design.cam.Translating ? L : "deg";
+        return of_a_variable(Unit_Kind::position);
     case Field_Unit::length:
-        return L;
+        return of_a_variable(Unit_Kind::length);
     case Field_Unit::force:
-        return F;
+        return of_a_variable(Unit_Kind::force);
     case Field_Unit::torque:
-        return L + "-" + F;
+        return of_a_variable(Unit_Kind::torque);
     case Field_Unit::mass:
         return w.mass;
     case Field_Unit::inertia:
@@ -672,9 +672,9 @@ std::string Unit_Text(const Design_State& design, Field_Unit unit)
     case Field_Unit::damping:
         return F + "-s/" + rate_length;
     case Field_Unit::stress:
-        return w.stress;
+        return of_a_variable(Unit_Kind::stress);
     case Field_Unit::degrees:
-        return "deg";
+        return of_a_variable(Unit_Kind::degrees);
     case Field_Unit::radians:
         return "rad";
     case Field_Unit::rad_per_s:

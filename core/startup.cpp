@@ -15,76 +15,6 @@ namespace lobemax {
 
 namespace {
 
-struct Variable_Labels {
-    const char* Var_Name;
-    const char* Var_Long;
-    const char* Var_Short;
-    const char* Var_Symbol;
-};
-
-constexpr std::array<Variable_Labels, Plot_Group::Last_Variable + 1> labels{{
-    {"", "Cam Angle", "", ""},
-    {"Displcmnt", "Displacement", "Displ ", "S"},
-    {"Velocity", "Velocity", "Veloc", "V"},
-    {"Accel", "Acceleration", "Acc", "A"},
-    {"Jerk *E3", "Jerk x 10^3", "Jrk", "J"},
-    {"Phi", "Pressure Angle", "Phi   ", "P"},
-    {"Rho", "Radius of Curvature", "Rho   ", "r"},
-    {"Force-kin", "Force", "Force", "F-kin"},
-    {"Torque", "Torque", "Torque", "T"},
-    {"X_coord", "X-Cam Profile", "Xcoord", "X"},
-    {"Y_coord", "Y-Cam Profile", "Ycoord", "Y"},
-    {"Radius", "Cam Profile Radius", "Radius", "R"},
-    {"Theta", "Cam Profile Theta", "Theta ", "Th"},
-    {"X_vs_key", "X-shifted to keyway", "X-shift", "X-kw"},
-    {"Y_vs_key", "Y-shifted to keyway", "Y-shift", "Y-kw"},
-    {"Frict Trq", "Friction Torque", "T-frict ", "Fr"},
-    {"Flywhl Trq", "Flywheel Torque", "T-Flywl", "Fl"},
-    {"Ping *E3", "Ping x 10^3", "Ping", "Pg"},
-    {"Real FFT", "Real FFT", "Real", "Re"},
-    {"Imag FFT", "Imag FFT", "Imag", "Im"},
-    {"Mag FFT", "Mag FFT", "Mag", "Mg"},
-    {"Ang FFT", "Ang FFT", "Phs", "Ph"},
-    {"Polydn S", "Polydn S", "PD-Disp", "Sp"},
-    {"Polydn V", "Polydn V", "PD-Veloc", "Vp"},
-    {"Polydn A", "Polydn A", "PD-Accel", "Ap"},
-    {"X-nonpolydyn", "X-nonpolydyn", "X-nonplydn", "x-kin"},
-    {"Y-nonpolydyn", "Y-nonpolydyn", "Y-nonplydn", "y-kin"},
-    {"R-nonpolydyn", "R-nonpolydyn", "R-nonplydn", "R-kin"},
-    {"Th-nonpolydyn", "Th-nonpolydyn", "T-nonplydn", "Th-kin"},
-    {"S - X", "S - X", "s - x", "S - X"},
-    {"X ", "X ", "x", "X"},
-    {"X dot", "X dot", "x dot", "Xdot"},
-    {"Xdbl dot", "Xdbl dot", "x ddot", "Xddot"},
-    {"Force-Dyn", "Force-Dyn", "F dyn", "F-dyn"},
-    {"Radius_key", "Radius_key", "", "R_key"},
-    {"Theta_key", "Theta_key", "", "Th_key"},
-    {"X_Surface", "X_Surface", "", "X_Srf"},
-    {"Y_Surface", "Y_Surface", "", "Y_Srf"},
-    {"X_Surf_key", "X_Surf_key", "", "X_Srf_key"},
-    {"Y_Surf_key", "Y_Surf_key", "", "Y_Srf_key"},
-    {"X_Cutter", "X_Cutter", "", "X_Ctr"},
-    {"Y_Cutter", "Y_Cutter", "", "Y_Ctr"},
-    {"Sig_max", "Sig_max", "", "Sigmax"},
-    {"Tau_max", "Tau_max", "", "Taumax"},
-    {"Ext Force", "Ext Force", "", "Ext Force"},
-    {"Torque_Integral", "Torque_Integral", "", "Torque_Integral"},
-    {"World_X", "World_X", "", "World_X"},
-    {"World_Y", "", "", "World_Y"},
-    {"Comp Cam Torque", "", "Comp Cam Torque", "Comp Cam Torque"},
-    {"Net Comp Torque", "", "Net Comp Torque", "Net Comp Torque"},
-    {"X", "", "x", ""},
-    {"X dot", "", "x dot", ""},
-    {"X dbl dot", "", "x ddot", ""},
-    {"S - X", "", "s - x", ""},
-    {"Cam Profile", "", "Profile", ""},
-    {"Non-Polydyne Profile", "", "NP profile", ""},
-    {"Cam Profile vs Keyway", "", "", ""},
-    {"Cam Surface Profile", "", "", ""},
-    {"Cam Surface vs Keyway", "", "", ""},
-    {"Cam Cutter Coord", "", "", ""},
-}};
-
 constexpr int stored_vibration_length = 1000;
 
 void Set_Colours(Plot_Group& p)
@@ -112,14 +42,7 @@ std::string Program_Title(const Design_State& design)
 void Fill_Labels(Design_State& design)
 {
     Plot_Group& p = design.plot;
-    for (int v = 0; v <= Plot_Group::Last_Variable; ++v) {
-        const Variable_Labels& row = labels[static_cast<std::size_t>(v)];
-        p.Var_Name(v) = row.Var_Name;
-        p.Var_Long(v) = row.Var_Long;
-        p.Var_Short(v - 1) = row.Var_Short;
-        p.Var_Symbol(v) = row.Var_Symbol;
-    }
-    Name_Jerk_and_Ping(design);
+    Name_Variables(design);
     constexpr std::array dimensions{"Disp", "Veloc", "Accel", "Jerk", "Ping"};
     for (int d = 0; d <= 4; ++d)
         p.Fft_Dimension(d) = dimensions[static_cast<std::size_t>(d)];
@@ -134,10 +57,10 @@ bool Initialize(Design_State& design)
         Flags_Group& f = design.flags;
         Plot_Group& p = design.plot;
 
-        p.Idx_X = 26;
-        p.Idx_Xdot = 27;
-        p.Idx_Xddot = 28;
-        p.Idx_SX = 29;
+        p.Idx_X = var::Time_X - var::Model_Base;
+        p.Idx_Xdot = var::Time_Xdot - var::Model_Base;
+        p.Idx_Xddot = var::Time_Xddot - var::Model_Base;
+        p.Idx_SX = var::Time_Error - var::Model_Base;
         if (!design.run.Keep_Step) {
             m.Deltatheta = 1.0;
             m.Max_Data_Points_used = 360;

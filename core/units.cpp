@@ -209,77 +209,62 @@ void Set_Decimals(Design_State& design)
     Use_Decimals(design, design.identity.WhichUnit);
 }
 
+std::string Unit_Text(const Design_State& design, int code, Unit_Kind kind)
+{
+    const Unit_Words& w = Words_of_Units(code);
+    const std::string length = w.length;
+    const std::string position = design.cam.Translating ? length : "deg";
+    switch (kind) {
+    case Unit_Kind::none:
+        return "";
+    case Unit_Kind::degrees:
+        return "deg";
+    case Unit_Kind::position:
+        return position;
+    case Unit_Kind::position_1:
+        return Derivative(design, position, 1);
+    case Unit_Kind::position_2:
+        return Derivative(design, position, 2);
+    case Unit_Kind::position_3:
+        return Derivative(design, position, 3);
+    case Unit_Kind::position_per_sec:
+        return position + "/sec";
+    case Unit_Kind::position_per_sec2:
+        return position + "/sec^2";
+    case Unit_Kind::length:
+        return length;
+    case Unit_Kind::length_1:
+        return Derivative(design, length, 1);
+    case Unit_Kind::length_2:
+        return Derivative(design, length, 2);
+    case Unit_Kind::length_4:
+        return Derivative(design, length, 4);
+    case Unit_Kind::Lambda:
+        return design.cam.Camtype == "Barrel" ? "deg" : length;
+    case Unit_Kind::force:
+        return w.force;
+    case Unit_Kind::torque:
+        return length + "-" + w.force;
+    case Unit_Kind::stress:
+        return w.stress;
+    }
+    throw Fault{internal_error};
+}
+
 bool CamUnits(const Design_State& design, int code, Bounded<std::string, 0, Plot_Group::Last_Unit>& table,
               int table_size)
 {
     return Trap("CamUnits in mod_Main", [&] {
-        const Unit_Words& w = Words_of_Units(code);
-        const std::string L = w.length;
-        const std::string F = w.force;
-        const std::string torque = L + "-" + F;
-        const std::string position = design.cam.Translating ? L : "deg";
-
         for (int v = 0; v <= table_size + 6; ++v)
-            table(v) = "";
-        table(0) = "deg";
-        table(1) = position;
-        for (int order = 1; order <= 3; ++order)
-            table(1 + order) = Derivative(design, position, order);
-        table(5) = "deg";
-        table(6) = L;
-        table(7) = F;
-        table(8) = torque;
-        for (int v : {9, 10, 11, 13, 14})
-            table(v) = L;
-        table(12) = design.cam.Camtype == "Barrel" ? "deg" : L;
-        table(15) = table(16) = torque;
-        table(17) = Derivative(design, L, 4);
-        table(21) = "deg";
-        table(22) = L;
-        table(23) = Derivative(design, L, 1);
-        table(24) = Derivative(design, L, 2);
-        for (int v : {25, 26, 27})
-            table(v) = L;
-        table(28) = "deg";
-        // The model's response is integrated in time, whatever the base of the motion.
-        table(29) = table(30) = position;
-        table(31) = position + "/sec";
-        table(32) = position + "/sec^2";
-        table(33) = F;
-        table(34) = L;
-        table(35) = "deg";
-        for (int v = 36; v <= 41; ++v)
-            table(v) = L;
-        if (design.cam.Camtype == "Barrel")
-            table(37) = "deg";
-        table(42) = table(43) = w.stress;
-        table(44) = F;
-        table(45) = torque;
-        table(46) = table(47) = L;
-        table(48) = table(49) = torque;
-        table(50) = table(53) = position;
-        table(51) = position + "/sec";
-        table(52) = position + "/sec^2";
-        for (int v = 54; v <= 59; ++v)
-            table(v) = L;
+            table(v) = Unit_Text(design, code, v <= var::Last ? Variable_at(v).unit : Unit_Kind::none);
     });
 }
 
 void Set_Units(Design_State& design)
 {
-    Name_Jerk_and_Ping(design);
+    Name_Variables(design);
     CamUnits(design, design.identity.WhichUnit, design.plot.Var_Unit, design.run.Unit_Table_Size);
     Set_Decimals(design);
-}
-
-void Name_Jerk_and_Ping(Design_State& design)
-{
-    Plot_Group& p = design.plot;
-    const bool time = design.motion.Time_Base == 1;
-    p.Var_Name(4) = time ? "Jerk *E3" : "Jerk";
-    p.Var_Long(4) = time ? "Jerk x 10^3" : "Jerk";
-    p.Var_Name(17) = time ? "Ping *E3" : "Ping";
-    p.Var_Long(17) = time ? "Ping x 10^3" : "Ping";
 }
 
 void Set_Time_Base(Design_State& design, int code)

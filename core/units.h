@@ -44,6 +44,10 @@ Unit_Factors Single_Pass_Factors(int from, int to);
 /// Sets Decimals_1 to Decimals_6 for the system in force.
 void Set_Decimals(Design_State& design);
 
+/// The label of a kind of unit in a system, for the follower, the time base and the kind of cam of a design.
+/// @throws Fault{9} for a code outside 1..5
+std::string Unit_Text(const Design_State& design, int code, Unit_Kind kind);
+
 /// Fills the unit table of the variables, Var_Unit, under its trap.
 ///
 /// @param code   unit system 1..5
@@ -52,11 +56,9 @@ void Set_Decimals(Design_State& design);
 bool CamUnits(const Design_State& design, int code, Bounded<std::string, 0, Plot_Group::Last_Unit>& table,
               int table_size);
 
-/// What follows the unit system and the time base: decimals, unit labels, names of jerk and ping.
+/// What follows the unit system, the time base, the follower and the kind of cam: decimals, unit labels and the words
+/// of the variables. Due after any change of these.
 void Set_Units(Design_State& design);
-
-/// Names and long names of jerk (4) and ping (17): in the time base they are kept in thousands.
-void Name_Jerk_and_Ping(Design_State& design);
 
 /// Sets the time base, 1 per second, 2 per degree, 3 per radian, and renames what follows it.
 /// @throws Fault{5} for any other code

@@ -14,9 +14,6 @@ namespace lobemax {
 
 namespace {
 
-constexpr int dynamic_force_row = 33;
-constexpr int stress_row = 42;
-constexpr int shear_row = 43;
 constexpr double line_shear = -0.304;
 constexpr double ellipse_shear = -0.34;
 
@@ -50,8 +47,8 @@ public:
             return false;
         if (followtype == 1 && !Roller(i))
             return false;
-        data_(stress_row, i) = sigma_;
-        data_(shear_row, i) = tau_;
+        data_(var::Sigma_Max, i) = sigma_;
+        data_(var::Tau_Max, i) = tau_;
         return true;
     }
 
@@ -64,7 +61,7 @@ private:
         const Dynamics_Group& d = design_.dynamics;
         if (f.Dynamicflag) {
             const Single phi = data_(var::Phi, i) * Rad_per_Deg;
-            W_ = data_(f.Modelflag ? dynamic_force_row : var::Force, i) / std::cos(phi);
+            W_ = data_(f.Modelflag ? var::Dynamic_Force : var::Force, i) / std::cos(phi);
         }
         if (design_.cam.Closure == "Form")
             W_ = std::abs(W_);

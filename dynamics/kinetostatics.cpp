@@ -22,10 +22,6 @@ constexpr int abort_answer = 3;
 constexpr int retry_answer = 4;
 constexpr int ignore_answer = 5;
 
-constexpr int friction_row = 15;
-constexpr int flywheel_row = 16;
-constexpr int integral_row = 45;
-
 /// Last point of the cycle.
 /// @throws Fault{9} when a row of the calculated table has no such point
 int Last_Point(const Design_State& design)
@@ -149,7 +145,7 @@ bool Run_Points(Design_State& design, const Train& train, std::span<Single> torq
     const auto Phi = r.CalcData.Points(var::Phi);
     const auto force = r.CalcData.Points(var::Force);
     const auto total = r.CalcData.Points(var::Torque);
-    const auto friction = r.CalcData.Points(friction_row);
+    const auto friction = r.CalcData.Points(var::Friction_Torque);
     const auto external = r.Ext_Force_Table.Points();
     if (train.external && external.size() < torque.size())
         throw Fault{out_of_bounds};
@@ -181,7 +177,7 @@ bool Run_Points(Design_State& design, const Train& train, std::span<Single> torq
 void Integrate(Design_State& design, std::span<const Single> torque)
 {
     const double step = design.motion.Deltatheta;
-    const auto integral = design.results.CalcData.Points(integral_row).first(torque.size());
+    const auto integral = design.results.CalcData.Points(var::Torque_Integral).first(torque.size());
     std::fill(integral.begin(), integral.end(), Single{});
     for (std::size_t i = 2; i < torque.size(); ++i)
         integral[i] = integral[i - 1] + (torque[i - 1] + torque[i]) / 2 * step;
@@ -271,7 +267,7 @@ std::vector<std::string> Pulse_Lines(const Design_State& design, const Torque_Pu
     return lines;
 }
 
-/// Mean and areas of row 8, without their lines, and row 16; allocates nothing.
+/// Mean and areas of the torque, without their lines, and the flywheel torque row; allocates nothing.
 Torque_Pulses Torque_Areas(Design_State& design)
 {
     Table<Single>& data = design.results.CalcData;
@@ -290,7 +286,7 @@ Torque_Pulses Torque_Areas(Design_State& design)
         before = w;
     }
     counter.Finish();
-    const auto flywheel = data.Points(flywheel_row);
+    const auto flywheel = data.Points(var::Flywheel_Torque);
     for (std::size_t i = 1; i <= last; ++i)
         flywheel[i] = design.dynamics.Coeff_of_Fluctuation * torque[i];
     return pulses;
@@ -335,7 +331,7 @@ bool Calc_Force_Torque(Design_State& design)
         if (!Run_Points(design, train, torque))
             return;
         Integrate(design, torque);
-        const Extremes extremes = MaxMin2(data, integral_row, 0, last);
+        const Extremes extremes = MaxMin2(data, var::Torque_Integral, 0, last);
         design.dynamics.Torque_Integral_Max = extremes.largest;
         design.dynamics.Torque_Integral_Min = extremes.smallest;
         Torque_Areas(design);

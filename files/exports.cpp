@@ -21,19 +21,11 @@ namespace {
 
 constexpr const char* line_end = "\r\n";
 
-struct Profile_Rows {
-    int first;
-    int second;
-};
-
 constexpr int cutter_code = 3;
 constexpr int first_moving_link = 2;  // link 1 is the ground
-constexpr std::array radial_rows{Profile_Rows{9, 10}, Profile_Rows{36, 37}, Profile_Rows{40, 41}, Profile_Rows{13, 14},
-                                 Profile_Rows{38, 39}};
-
-/// Rows of an axial cam: Lambda, then Z; versus machine zero they are those versus cam zero, Lambda turned.
-constexpr std::array axial_rows{Profile_Rows{12, 11}, Profile_Rows{37, 36}, Profile_Rows{41, 40}, Profile_Rows{12, 11},
-                                Profile_Rows{37, 36}};
+/// The curve that a profile file of code 1 to 5 holds.
+constexpr std::array profile_curves{var::Profile_Curve, var::Surface_Curve, var::Cutter_Curve, var::Profile_Key_Curve,
+                                    var::Surface_Key_Curve};
 
 struct Profile_Code {
     std::string_view entry;
@@ -92,7 +84,8 @@ std::string Profile_Text(const Design_State& design, int code)
     const Table<Single>& data = design.results.CalcData;
     const bool radial = c.Camtype == "Radial";
     const bool barrel = c.Camtype == "Barrel";
-    const auto [first, second] = (radial ? radial_rows : axial_rows)[Checked_Place(code, 1, 5)];
+    const int curve = profile_curves[Checked_Place(code, 1, static_cast<int>(profile_curves.size()))];
+    const auto [first, second] = radial ? Radial_Coordinates(curve) : Axial_Coordinates(curve);
     const bool turned = !radial && code > cutter_code && c.Prime_Rad > 0.0;
     std::string text = Opening_Lines(design);
     if (barrel)
@@ -116,18 +109,18 @@ std::string All_Text(const Design_State& design)
 {
     const Plot_Group& p = design.plot;
     const Table<Single>& data = design.results.CalcData;
-    const int last = design.run.Saved_Variables;
+    const std::vector<int> columns = Rows_Offered(offer::spreadsheet);
     std::string text = Opening_Lines(design);
-    for (int v = 0; v <= last; ++v)
+    for (const int v : columns)
         text += p.Var_Long(v) + '\t';
     text += line_end;
-    for (int v = 0; v <= last; ++v)
+    for (const int v : columns)
         text += p.Var_Unit(v) + '\t';
     text += line_end;
     text += line_end;
     text += line_end;
     for (int i = 0; i <= design.motion.Max_Data_Points_used; i += Point_Step(design)) {
-        for (int v = 0; v <= last; ++v)
+        for (const int v : columns)
             text += Cell(data(v, i));
         text += line_end;
     }
@@ -197,11 +190,15 @@ std::string Motion_Text(const Design_State& design, Motion_Columns columns)
     text += line_end;
     const bool per_second = columns == Motion_Columns::xdot;
     const bool response = per_second && design.flags.Modelflag;
-    const std::array<int, 3> rows = response ? std::array{30, 31, 32} : std::array<int, 3>{var::S, var::V, var::A};
+    constexpr std::array motion_rows{var::S, var::V, var::A};
+    constexpr std::array response_rows{var::Response_X, var::Response_Xdot, var::Response_Xddot};
+    const auto& rows = response ? response_rows : motion_rows;
     const std::array<double, 3> factors{1.0, per_second && !response ? Per_Second(design, 1) : 1.0,
                                         per_second && !response ? Per_Second(design, 2) : 1.0};
     const std::string unit = design.plot.Var_Unit(var::S);
-    std::string heads = per_second ? "Angle\tX\tXdot\tXddot\t" : "Angle\tS\tV\tA\t";
+    std::string heads = std::string(Angle_Head) + '\t';
+    for (const int row : per_second ? response_rows : motion_rows)
+        heads += design.plot.Var_Symbol(row) + '\t';
     std::string units = "deg\t";
     if (per_second) {
         units += unit + '\t' + unit + "/sec\t" + unit + "/sec^2\t";

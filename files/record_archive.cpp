@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstring>
 
 #include "core/text.h"
@@ -107,10 +108,9 @@ void Record_Writer::Quoted(std::string_view text)
 
 void Record_Writer::Number(Single value)
 {
-    if (value == 0.0)
-        buffer_ += '0';
-    else
-        buffer_ += Shortest(value);
+    if (value == 0.0 && std::signbit(value.Bits()))
+        buffer_ += '-';  // the sign of a zero is kept: a table comes back bit for bit
+    buffer_ += Shortest(value);
 }
 
 void Record_Writer::End_Line()

@@ -50,28 +50,6 @@ bool Radial(const Design_State& design)
     return design.cam.Camtype == "Radial";
 }
 
-/// Profile rows by the kind of cam.
-struct Row_Words {
-    int row;
-    const char* name;
-    const char* symbol;
-};
-
-constexpr std::array radial_words{Row_Words{11, "Radius", "R"},        Row_Words{12, "Theta", "Th"},
-                                  Row_Words{36, "X_Surface", "X_Srf"}, Row_Words{37, "Y_Surface", "Y_Srf"},
-                                  Row_Words{40, "X_Cutter", "X_Ctr"},  Row_Words{41, "Y_Cutter", "Y_Ctr"}};
-constexpr std::array axial_words{Row_Words{11, "Z-coord", "Z"},       Row_Words{12, "Lambda", "Lm"},
-                                 Row_Words{36, "Z_Surface", "Z_Srf"}, Row_Words{37, "Lambda_Surf", "Lm_Srf"},
-                                 Row_Words{40, "Z_Cutter", "Z_Ctr"},  Row_Words{41, "Lambda_Ctr", "Lm_Ctr"}};
-
-void Name_Profile_Rows(Design_State& design)
-{
-    for (const Row_Words& words : Radial(design) ? radial_words : axial_words) {
-        design.plot.Var_Name(words.row) = words.name;
-        design.plot.Var_Symbol(words.row) = words.symbol;
-    }
-}
-
 /// The option buttons, in their order.
 void Read_Options(Design_State& design, Size_Form& form)
 {
@@ -261,7 +239,6 @@ void Choose_Track(Design_State& design, bool inner)
 Size_Panels Set_Cam_Type_Panels(Design_State& design)
 {
     Cam_Group& c = design.cam;
-    Name_Profile_Rows(design);
     const bool linear = Linear(design);
     if (!Radial(design)) {
         c.Offset = 0.0;

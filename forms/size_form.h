@@ -85,8 +85,7 @@ struct Size_Panels {
     bool track_frame;           // fra_topbot
     bool arm_y_enabled;         // txt_CLy
 };
-/// Renames the variables of profile rows 11, 12, 36, 37, 40, 41 by the kind of cam, forces what the kind forces, and
-/// tells what the screen shows.
+/// Forces what the kind of cam forces and tells what the screen shows.
 Size_Panels Set_Cam_Type_Panels(Design_State& design);
 
 /// The work of cmd_Calc but its drawing.

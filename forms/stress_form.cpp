@@ -165,7 +165,7 @@ bool Calc_Stress(Design_State& design, const Stress_Form& form, Stress_Field& re
 
 std::array<int, 4> Stress_Plot_Rows(const Design_State& design)
 {
-    return {design.flags.Modelflag ? 33 : var::Force, var::Rho, 42, 43};
+    return {design.flags.Modelflag ? var::Dynamic_Force : var::Force, var::Rho, var::Sigma_Max, var::Tau_Max};
 }
 
 }  // namespace lobemax

@@ -15,7 +15,6 @@ namespace lobemax::paint {
 
 namespace {
 
-constexpr int first_composite = 54;
 constexpr int most_functions = 4;
 
 QString To_Qt(const std::string& text)
@@ -30,7 +29,7 @@ QString Name_of(const Design_State& design, int variable)
 
 QString Unit_of(const Design_State& design, int variable)
 {
-    return To_Qt(Axis_Unit(design, variable >= first_composite ? Rows_of_Composite(variable).x : variable));
+    return To_Qt(Axis_Unit(design, variable >= var::First_Curve ? Radial_Coordinates(variable).first : variable));
 }
 
 struct Range {
@@ -105,7 +104,8 @@ void Fill_Chart(const Design_State& design, Chart& chart, int plot_style, const 
     if (two_axes)
         curves[1].right_axis = true;
     const auto title = [&](std::size_t k) {
-        const QString name = functions[k] >= first_composite ? curves[k].name : To_Qt(Left_Title(design, functions[k]));
+        const QString name =
+            functions[k] >= var::First_Curve ? curves[k].name : To_Qt(Left_Title(design, functions[k]));
         return name + QStringLiteral("  ") + curves[k].unit;
     };
     chart.Set_Axis_Titles(To_Qt(setup.bottom_title), alone || two_axes ? title(0) : QString(),
@@ -157,11 +157,11 @@ Curve Plotted_Curve(const Design_State& design, int plot_style, int variable)
     curve.name = Name_of(design, variable);
     curve.unit = Unit_of(design, variable);
     const auto [first, last] = Range_of_Plot(design);
-    if (variable >= first_composite) {
-        const Coordinate_Rows rows = Rows_of_Composite(variable);
+    if (variable >= var::First_Curve) {
+        const Coordinate_Rows rows = Radial_Coordinates(variable);
         for (int i = first; i <= last; ++i) {
-            curve.x.push_back(results(rows.x, i));
-            curve.y.push_back(results(rows.y, i));
+            curve.x.push_back(results(rows.first, i));
+            curve.y.push_back(results(rows.second, i));
             curve.angle.push_back(results(var::Angle, i));
         }
         return curve;

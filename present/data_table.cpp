@@ -62,7 +62,7 @@ std::string Column_Head(const Design_State& design, int variable)
     const std::string head = Trim(Short_Heading(design, variable));
     if (!head.empty())
         return head;
-    return variable == var::Angle ? "Angle" : Trim(design.plot.Var_Name(variable));
+    return variable == var::Angle ? Angle_Head : Trim(design.plot.Var_Name(variable));
 }
 
 Point_Range Points_of_Segment(const Design_State& design, int segment)
@@ -82,7 +82,7 @@ Data_Table Make_Data_Table(const Design_State& design, const Table_Choice& choic
     const Table<Single>& data = design.results.CalcData;
     const Point_Range range = Points_of_Segment(design, choice.segment);
     Data_Table table;
-    table.heads.push_back("Angle");
+    table.heads.push_back(Angle_Head);
     for (const int v : choice.variables)
         table.heads.push_back(Column_Head(design, v));
     const int step = std::min(choice.step, Max_Points + 1);

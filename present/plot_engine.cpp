@@ -19,11 +19,6 @@ namespace {
 constexpr double least_ymax = 0.0001;
 constexpr double tick_share = 0.04166667;  // of the range, 1/24
 constexpr double tick_half = 0.07;         // of ymax
-constexpr int cam_profile_angle = 12;
-constexpr int first_fourier = 18;
-constexpr int last_fourier = 21;  // the phase, in degrees
-constexpr int first_response = 29;
-constexpr int last_response = 33;
 constexpr std::array levels{-1.0, -0.5, 0.0, 0.5, 1.0};
 
 double Held(double ymax)
@@ -79,7 +74,7 @@ bool Shows_Harmonics(std::span<const int> variables)
 /// A function of the response beside others makes it a plot of the response.
 bool Shows_Response(std::span<const int> variables)
 {
-    return std::ranges::any_of(variables, [](int v) { return v >= first_response && v <= last_response; });
+    return std::ranges::any_of(variables, [](int v) { return v >= var::Response_Error && v <= var::Dynamic_Force; });
 }
 
 /// What the functions have in common, then whose they are. The transform's own name stands for both.
@@ -198,7 +193,7 @@ Plot_Setup PlotSetup(const Design_State& design, int plot_style, int first, int 
 
 bool Is_Fourier(int variable)
 {
-    return variable >= first_fourier && variable <= last_fourier;
+    return variable >= 0 && variable <= var::Last && Variable_at(variable).rung == Rung::fft;
 }
 
 bool Transform_in_Memory(const Design_State& design)
@@ -223,9 +218,9 @@ std::string Left_Title(const Design_State& design, int variable)
 std::string Axis_Unit(const Design_State& design, int variable)
 {
     const Plot_Group& p = design.plot;
-    if (variable == cam_profile_angle && design.cam.Camtype == "Radial")
+    if (variable == var::Theta && design.cam.Camtype == "Radial")
         return "deg";
-    if (Is_Fourier(variable) && variable != last_fourier && Transform_in_Memory(design))
+    if (Is_Fourier(variable) && variable != var::FFT_Phase && Transform_in_Memory(design))
         return p.Var_Unit(design.motion.Fft_Variable);
     return p.Var_Unit(variable);
 }

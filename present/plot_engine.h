@@ -69,7 +69,7 @@ Plot_Setup PlotSetup(const Design_State& design, int plot_style, int first, int 
 /// Whether a variable is a result of the Fourier transform, which has harmonics for its abscissa.
 bool Is_Fourier(int variable);
 
-/// Whether the transform that the rows 18 to 21 stand for is in memory; a design read from a file has none.
+/// Whether the transform whose rows stand in the table is in memory; a design read from a file has none.
 bool Transform_in_Memory(const Design_State& design);
 
 /// Harmonics that a plot of the transform goes over, at least 1. Without a transform it is those that would be shown.

@@ -35,6 +35,25 @@ void Add(std::vector<int>& list, std::initializer_list<int> more)
         list.push_back(v);
 }
 
+/// Adds what a rung fills and a list wants. The coordinates of an axial cam stand Lambda before Z, as in its machining
+/// files.
+void Add_Rows(std::vector<int>& list, Rung rung, unsigned wanted)
+{
+    const auto add = [&](const Variable& v) {
+        if (v.rung == rung && (v.offered & wanted) != 0)
+            list.push_back(v.row);
+    };
+    if (rung == Rung::profile && wanted == offer::axial_plot) {
+        for (const int curve : {var::Profile_Curve, var::Surface_Curve, var::Cutter_Curve}) {
+            const Coordinate_Rows rows = Axial_Coordinates(curve);
+            add(Variable_at(rows.first));
+            add(Variable_at(rows.second));
+        }
+        return;
+    }
+    std::ranges::for_each(Variables(), add);
+}
+
 std::vector<int> Two_Window_Entries(const Design_State& design)
 {
     const Flags_Group& f = design.flags;
@@ -102,55 +121,28 @@ Function_Count Functions_of_Style(int plot_style)
 
 std::vector<int> Load_Names(const Design_State& design, bool to_screen)
 {
-    const Flags_Group& f = design.flags;
     const bool plotting = !design.run.Selecting_Print;
     const bool radial = design.cam.Camtype == "Radial";
+    const unsigned wanted = plotting    ? radial ? offer::radial_plot : offer::axial_plot
+                            : to_screen ? offer::table | offer::screen_table
+                                        : offer::table;
     std::vector<int> list;
-    if (plotting || to_screen)
-        Add(list, {var::S});
-    Add(list, {2, 3, 4, 17});
-    if (f.Sized)
-        Add(list, {5, 6});
-    if (f.Dynamicflag)
-        Add(list, {7, 8, 15, 16, 45});
-    if (f.Sized && plotting) {
-        if (radial)
-            Add(list, {9, 10, 11, 12, 13, 14, 34, 35, 36, 37, 38, 39, 40, 41, 46, 47});
-        else
-            Add(list, {12, 11, 37, 36});
+    for (int rung = static_cast<int>(Rung::motion); rung <= static_cast<int>(Rung::compensation); ++rung) {
+        const Rung now = static_cast<Rung>(rung);
+        if (now == Rung::motion || Rung_Done(design, now))
+            Add_Rows(list, now, wanted);
     }
-    if (radial && f.Polydyne_Calc && plotting)
-        Add(list, {22, 23, 24, 27});
-    if (f.Modelflag)
-        Add(list, {29, 30, 31, 32, 33});
-    if (f.Stressflag)
-        Add(list, {42, 43});
-    if (f.Ext_Force_Calc)
-        Add(list, {44});
-    if (f.FFT_Done)
-        Add(list, {18, 19, 20, 21});
-    if (f.CompCam_Calc)
-        Add(list, {48, 49});
     return list;
 }
 
 std::vector<int> Composite_Choices(const Design_State& design)
 {
     std::vector<int> list;
-    if (!design.flags.Sized || design.cam.Camtype != "Radial")
-        return list;
-    Add(list, {54});
-    if (design.flags.Polydyne_Calc)
-        Add(list, {55});
-    Add(list, {56, 57, 58, 59});
+    if (design.flags.Sized && design.cam.Camtype == "Radial")
+        for (const int curve : Rows_Offered(offer::polar_curve))
+            if (Rung_Done(design, Variable_at(curve).rung))
+                list.push_back(curve);
     return list;
-}
-
-Coordinate_Rows Rows_of_Composite(int choice)
-{
-    constexpr std::array rows{Coordinate_Rows{9, 10},  Coordinate_Rows{25, 26}, Coordinate_Rows{13, 14},
-                              Coordinate_Rows{36, 37}, Coordinate_Rows{38, 39}, Coordinate_Rows{40, 41}};
-    return rows[Checked_Place(choice, 54, 59)];
 }
 
 std::optional<int> Variable_Picked(const Design_State& design, std::span<const int> list, std::string_view name)
@@ -191,58 +183,70 @@ std::string Why_Not_Together(int plot_style, std::span<const int> variables)
 const std::vector<Plot_Preset>& Presets_of_Style(int plot_style)
 {
     static const std::vector<Plot_Preset> two{
-        {"Displacement and Velocity", {1, 2}},
-        {"Velocity and Acceleration", {2, 3}},
-        {"Acceleration and Displacement", {3, 1}},
-        {"Jerk and Acceleration", {4, 3}},
-        {"Pressure Angle and Radius of Curvature", {5, 6}},
-        {"R-Theta cam coordinates", {11, 12}},
-        {"Cam Profile: X-Y cam follower coordinates versus Cam Zero", {9, 10}},
-        {"Cam Profile: X-Y cam follower coordinates versus Machine Zero", {13, 14}},
-        {"Follower Force and Total Torque", {7, 8}},
-        {"Total Torque and Flywheel Torque", {8, 16}},
-        {"Friction Torque and Total Torque", {15, 8}},
-        {"Magnitude and Phase Components of Current FFT", {20, 21}},
-        {"Real and Imaginary Components of Current FFT", {18, 19}},
-        {"Dynamic Response:  X and X dot", {30, 31}},
-        {"Dynamic Response:  X and X double dot", {30, 32}},
-        {"Dynamic Response:  X dot and X double dot", {31, 32}},
-        {"Dynamic Error:  X and Error Function (S - X)", {30, 29}},
-        {"Polydyne cam:  Displacements of Cam and Follower", {22, 30}},
-        {"Polydyne cam:  Velocities of Cam and Follower", {23, 31}},
-        {"Polydyne cam:  Accelerations of Cam and Follower", {24, 32}},
-        {"Kinetostatic Force and Dynamic Force", {7, 33}},
-        {"Kinematic Acceleration and Dynamic Acceleration", {3, 32}},
-        {"Cam Surface: X-Y cam surface coordinates versus Cam Zero", {36, 37}},
-        {"Cam Surface: X-Y cam surface coordinates versus Machine Zero", {38, 39}},
-        {"Cam Cutter: X-Y cam cutter CL coordinates versus Cam Zero", {40, 41}},
-        {"Stresses: Normal and shear stress in cam and follower", {42, 43}},
-        {"Kinetostatic force and Dynamic force on cam and follower", {7, 33}},
-        {"Kinematic Acceleration and Dynamic Acceleration of follower", {3, 32}},
-        {"Kinematic Velocity and Dynamic Velocity of follower", {2, 31}},
-        {"Primary Torque and Compensating Torque", {8, 48}},
+        {"Displacement and Velocity", {var::S, var::V}},
+        {"Velocity and Acceleration", {var::V, var::A}},
+        {"Acceleration and Displacement", {var::A, var::S}},
+        {"Jerk and Acceleration", {var::J, var::A}},
+        {"Pressure Angle and Radius of Curvature", {var::Phi, var::Rho}},
+        {"R-Theta cam coordinates", {var::Radius, var::Theta}},
+        {"Cam Profile: X-Y cam follower coordinates versus Cam Zero", {var::X, var::Y}},
+        {"Cam Profile: X-Y cam follower coordinates versus Machine Zero", {var::X_Key, var::Y_Key}},
+        {"Follower Force and Total Torque", {var::Force, var::Torque}},
+        {"Total Torque and Flywheel Torque", {var::Torque, var::Flywheel_Torque}},
+        {"Friction Torque and Total Torque", {var::Friction_Torque, var::Torque}},
+        {"Magnitude and Phase Components of Current FFT", {var::FFT_Mag, var::FFT_Phase}},
+        {"Real and Imaginary Components of Current FFT", {var::FFT_Real, var::FFT_Imag}},
+        {"Dynamic Response:  X and X dot", {var::Response_X, var::Response_Xdot}},
+        {"Dynamic Response:  X and X double dot", {var::Response_X, var::Response_Xddot}},
+        {"Dynamic Response:  X dot and X double dot", {var::Response_Xdot, var::Response_Xddot}},
+        {"Dynamic Error:  X and Error Function (S - X)", {var::Response_X, var::Response_Error}},
+        {"Polydyne cam:  Displacements of Cam and Follower", {var::Polydyne_S, var::Response_X}},
+        {"Polydyne cam:  Velocities of Cam and Follower", {var::Polydyne_V, var::Response_Xdot}},
+        {"Polydyne cam:  Accelerations of Cam and Follower", {var::Polydyne_A, var::Response_Xddot}},
+        {"Kinetostatic Force and Dynamic Force", {var::Force, var::Dynamic_Force}},
+        {"Kinematic Acceleration and Dynamic Acceleration", {var::A, var::Response_Xddot}},
+        {"Cam Surface: X-Y cam surface coordinates versus Cam Zero", {var::X_Surface, var::Y_Surface}},
+        {"Cam Surface: X-Y cam surface coordinates versus Machine Zero", {var::X_Surface_Key, var::Y_Surface_Key}},
+        {"Cam Cutter: X-Y cam cutter CL coordinates versus Cam Zero", {var::X_Cutter, var::Y_Cutter}},
+        {"Stresses: Normal and shear stress in cam and follower", {var::Sigma_Max, var::Tau_Max}},
+        {"Kinetostatic force and Dynamic force on cam and follower", {var::Force, var::Dynamic_Force}},
+        {"Kinematic Acceleration and Dynamic Acceleration of follower", {var::A, var::Response_Xddot}},
+        {"Kinematic Velocity and Dynamic Velocity of follower", {var::V, var::Response_Xdot}},
+        {"Primary Torque and Compensating Torque", {var::Torque, var::Comp_Torque}},
     };
     static const std::vector<Plot_Preset> four{
-        {"Displacement, Velocity, Acceleration, Jerk", {1, 2, 3, 4}},
-        {"Press Angle, Velocity, Radius of Curvature, Acceleration", {5, 2, 6, 3}},
-        {"Cam Profile: X-coord, Y-coord, Radius, Theta versus Cam zero", {9, 10, 11, 12}},
-        {"Cam Profile: X-coord, Y-coord, Radius, Theta versus Machine Zero", {13, 14, 34, 35}},
-        {"Displacement, Force, Velocity, Torque", {1, 7, 2, 8}},
-        {"Force, Torque, Friction Torque, Flywheel Torque", {7, 8, 15, 16}},
-        {"Current FFT:  Real, Imag, Magnitude, Phase", {18, 19, 20, 21}},
-        {"Dynamic Response: (S - X), X, X dot, X double dot", {29, 30, 31, 32}},
-        {"Polydyne Cam: Fol Disp X, Cam Disp S, Cam Veloc, Cam Accel", {30, 22, 23, 24}},
-        {"Polydyne Cam: Fol Disp X, Cam Disp S, Fol Veloc, Cam Veloc", {30, 22, 31, 23}},
-        {"Polydyne Cam: Fol Disp X, Cam Disp S, Fol Accel, Cam Accel", {30, 22, 32, 24}},
-        {"Polydyne Cam: Polydyne Cam profile X, Y, Kinematic Cam profile X, Y", {9, 10, 25, 26}},
-        {"Polydyne Cam: Polydyne Cam profile R, T, Kinematic Cam profile R, T", {11, 12, 27, 28}},
-        {"Acceleration, x ddot, Kinetostatic Force and Dynamic Force", {3, 32, 7, 33}},
-        {"Cam Surface: X-surf, Y-surf, X-Cutter, Y-Cutter versus Cam zero", {36, 37, 40, 41}},
-        {"Cam Surface: X-surf, Y-surf, Radius, Theta versus Machine Zero", {38, 39, 34, 35}},
-        {"Torque, Compensating Torque, Net Torque, Force", {8, 48, 49, 7}},
+        {"Displacement, Velocity, Acceleration, Jerk", {var::S, var::V, var::A, var::J}},
+        {"Press Angle, Velocity, Radius of Curvature, Acceleration", {var::Phi, var::V, var::Rho, var::A}},
+        {"Cam Profile: X-coord, Y-coord, Radius, Theta versus Cam zero", {var::X, var::Y, var::Radius, var::Theta}},
+        {"Cam Profile: X-coord, Y-coord, Radius, Theta versus Machine Zero",
+         {var::X_Key, var::Y_Key, var::Radius_Key, var::Theta_Key}},
+        {"Displacement, Force, Velocity, Torque", {var::S, var::Force, var::V, var::Torque}},
+        {"Force, Torque, Friction Torque, Flywheel Torque",
+         {var::Force, var::Torque, var::Friction_Torque, var::Flywheel_Torque}},
+        {"Current FFT:  Real, Imag, Magnitude, Phase", {var::FFT_Real, var::FFT_Imag, var::FFT_Mag, var::FFT_Phase}},
+        {"Dynamic Response: (S - X), X, X dot, X double dot",
+         {var::Response_Error, var::Response_X, var::Response_Xdot, var::Response_Xddot}},
+        {"Polydyne Cam: Fol Disp X, Cam Disp S, Cam Veloc, Cam Accel",
+         {var::Response_X, var::Polydyne_S, var::Polydyne_V, var::Polydyne_A}},
+        {"Polydyne Cam: Fol Disp X, Cam Disp S, Fol Veloc, Cam Veloc",
+         {var::Response_X, var::Polydyne_S, var::Response_Xdot, var::Polydyne_V}},
+        {"Polydyne Cam: Fol Disp X, Cam Disp S, Fol Accel, Cam Accel",
+         {var::Response_X, var::Polydyne_S, var::Response_Xddot, var::Polydyne_A}},
+        {"Polydyne Cam: Polydyne Cam profile X, Y, Kinematic Cam profile X, Y",
+         {var::X, var::Y, var::Nonpolydyne_X, var::Nonpolydyne_Y}},
+        {"Polydyne Cam: Polydyne Cam profile R, T, Kinematic Cam profile R, T",
+         {var::Radius, var::Theta, var::Nonpolydyne_Radius, var::Nonpolydyne_Theta}},
+        {"Acceleration, x ddot, Kinetostatic Force and Dynamic Force",
+         {var::A, var::Response_Xddot, var::Force, var::Dynamic_Force}},
+        {"Cam Surface: X-surf, Y-surf, X-Cutter, Y-Cutter versus Cam zero",
+         {var::X_Surface, var::Y_Surface, var::X_Cutter, var::Y_Cutter}},
+        {"Cam Surface: X-surf, Y-surf, Radius, Theta versus Machine Zero",
+         {var::X_Surface_Key, var::Y_Surface_Key, var::Radius_Key, var::Theta_Key}},
+        {"Torque, Compensating Torque, Net Torque, Force",
+         {var::Torque, var::Comp_Torque, var::Net_Torque, var::Force}},
     };
     static const std::vector<Plot_Preset> polar_only{
-        {"Polydyne Cam profile vs. Kinematic Cam profile", {54, 55}},
+        {"Polydyne Cam profile vs. Kinematic Cam profile", {var::Profile_Curve, var::Nonpolydyne_Curve}},
     };
     static const std::vector<Plot_Preset> none;
     switch (plot_style) {

@@ -37,16 +37,8 @@ Function_Count Functions_of_Style(int plot_style);
 /// @param to_screen  whether a table goes to the screen; counts only while Selecting_Print holds
 std::vector<int> Load_Names(const Design_State& design, bool to_screen = true);
 
-/// The closed curves of two coordinates that a polar plot offers beside the variables: 54 to 59, as far as they are
-/// calculated.
+/// The closed curves of two coordinates that a polar plot offers beside the variables, as far as they are calculated.
 std::vector<int> Composite_Choices(const Design_State& design);
-
-/// The rows of x and y of a composite choice 54..59. @throws Fault{9} for any other
-struct Coordinate_Rows {
-    int x;
-    int y;
-};
-Coordinate_Rows Rows_of_Composite(int choice);
 
 /// The variable behind a list's entry: the first of the list whose Var_Name it is.
 std::optional<int> Variable_Picked(const Design_State& design, std::span<const int> list, std::string_view name);

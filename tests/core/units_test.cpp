@@ -110,8 +110,9 @@ TEST_F(Units, a_code_outside_1_to_5_is_error_9)
 
 // ---- the unit table of the variables
 
-/// What the table says of variables 0 to 17 and 22 to 24, with L and F the labels of the system.
-void Expect_Var_Unit(const std::string& L, const std::string& F, bool translating, bool barrel, int base)
+/// The whole table, with L, F and stress the labels of the system.
+void Expect_Var_Unit(const std::string& L, const std::string& F, const std::string& stress, bool translating,
+                     bool barrel, int base)
 {
     const auto per = [base](const std::string& unit, int order) {
         if (base == 2)
@@ -146,6 +147,26 @@ void Expect_Var_Unit(const std::string& L, const std::string& F, bool translatin
     EXPECT_EQ(unit(22), L);
     EXPECT_EQ(unit(23), per(L, 1));
     EXPECT_EQ(unit(24), per(L, 2));
+    for (const int v : {18, 19, 20, 60, 61, 62, 63, 64, 65})
+        EXPECT_EQ(unit(v), "") << v;
+    for (const int v : {21, 28, 35})
+        EXPECT_EQ(unit(v), "deg") << v;
+    for (const int v : {25, 26, 27, 34, 36, 38, 39, 40, 41, 46, 47, 54, 55, 56, 57, 58, 59})
+        EXPECT_EQ(unit(v), L) << v;
+    EXPECT_EQ(unit(37), barrel ? "deg" : L);
+    // the response of the vibration model, over the cam angle and over time, in time whatever the time base
+    for (const int v : {29, 30, 50, 53})
+        EXPECT_EQ(unit(v), position) << v;
+    for (const int v : {31, 51})
+        EXPECT_EQ(unit(v), position + "/sec") << v;
+    for (const int v : {32, 52})
+        EXPECT_EQ(unit(v), position + "/sec^2") << v;
+    for (const int v : {33, 44})
+        EXPECT_EQ(unit(v), F) << v;
+    for (const int v : {42, 43})
+        EXPECT_EQ(unit(v), stress) << v;
+    for (const int v : {45, 48, 49})
+        EXPECT_EQ(unit(v), torque) << v;
 }
 
 TEST_F(Units, table_of_every_system_time_base_cam_and_follower)
@@ -160,7 +181,8 @@ TEST_F(Units, table_of_every_system_time_base_cam_and_follower)
                     design.cam.Camtype = cam;
                     ASSERT_TRUE(CamUnits(design, system.code, design.plot.Var_Unit, 59));
                     SCOPED_TRACE(std::string(system.status) + ", " + cam + ", base " + std::to_string(base));
-                    Expect_Var_Unit(system.length, system.force, translating, std::string(cam) == "Barrel", base);
+                    Expect_Var_Unit(system.length, system.force, system.stress, translating,
+                                    std::string(cam) == "Barrel", base);
                 }
 }
 
@@ -190,6 +212,32 @@ TEST_F(Units, later_variables_take_the_unit_of_their_kind)
         EXPECT_EQ(unit(v), "MPa") << v;
     for (const int v : {45, 48, 49})
         EXPECT_EQ(unit(v), "mm-N") << v;
+}
+
+TEST_F(Units, literal_labels_of_the_response_rows)
+{
+    const auto& unit = design.plot.Var_Unit;
+    const auto labels = [&unit](int first) {
+        return std::vector<std::string>{unit(first), unit(first + 1), unit(first + 2), unit(first + 3)};
+    };
+    using Texts = std::vector<std::string>;
+    EXPECT_EQ(labels(29), (Texts{"mm", "mm", "mm/sec", "mm/sec^2"}));
+    EXPECT_EQ(labels(50), (Texts{"mm", "mm/sec", "mm/sec^2", "mm"}));
+    design.cam.Translating = false;
+    Set_Time_Base(design, 3);
+    EXPECT_EQ(unit(2), "deg/rad");
+    EXPECT_EQ(labels(29), (Texts{"deg", "deg", "deg/sec", "deg/sec^2"}));
+    EXPECT_EQ(labels(50), (Texts{"deg", "deg/sec", "deg/sec^2", "deg"}));
+}
+
+TEST_F(Units, the_label_of_a_kind_in_another_system_is_asked_without_a_change)
+{
+    EXPECT_EQ(Unit_Text(design, 2, Unit_Kind::position_2), "ft/sec^2");
+    EXPECT_EQ(Unit_Text(design, 1, Unit_Kind::torque), "in-lb");
+    EXPECT_EQ(Unit_Text(design, 3, Unit_Kind::stress), "Pa");
+    EXPECT_EQ(Unit_Text(design, 4, Unit_Kind::none), "");
+    EXPECT_EQ(design.plot.Var_Unit(1), "mm");
+    EXPECT_EQ(Fault_Of([] { Unit_Text(design, 6, Unit_Kind::none); }), 9);
 }
 
 TEST_F(Units, table_has_59_and_six_entries_and_is_left_clean_at_its_end)
@@ -464,7 +512,8 @@ TEST_P(Conversion, follows_with_labels_and_the_units_changed_flag)
     EXPECT_TRUE(design.flags.Units_Changed);
     EXPECT_EQ(design.identity.WhichUnit, to);
     Expect_Decimals(system_cases[to - 1].decimals);
-    Expect_Var_Unit(system_cases[to - 1].length, system_cases[to - 1].force, true, false, 1);
+    Expect_Var_Unit(system_cases[to - 1].length, system_cases[to - 1].force, system_cases[to - 1].stress, true, false,
+                    1);
 }
 
 TEST_P(Conversion, keeps_results_and_their_flags)

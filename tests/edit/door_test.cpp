@@ -429,6 +429,9 @@ TEST_F(Setting, of_units_time_base_and_follower_renames_the_variables)
     EXPECT_EQ(design.plot.Var_Unit(12), "in");
     EXPECT_EQ(Apply_Setting(design, "Camtype$=Barrel"), "");
     EXPECT_EQ(design.plot.Var_Unit(12), "deg");
+    EXPECT_EQ(design.plot.Var_Name(12), "Lambda");
+    EXPECT_EQ(Apply_Setting(design, "Camtype$=Radial"), "");
+    EXPECT_EQ(design.plot.Var_Name(12), "Theta");
 }
 
 TEST_F(Setting, of_the_units_converts_the_design)

@@ -14,7 +14,10 @@
 #include <vector>
 
 #include "camgeom/sizing.h"
+#include "core/startup.h"
 #include "core/traps.h"
+#include "files/byte_stream.h"
+#include "files/model_file.h"
 #include "forms/home_commands.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
@@ -163,6 +166,47 @@ TEST_F(Exports, a_barrel_profile_has_its_radius_first_and_lambda_before_z)
     EXPECT_NEAR(std::stod(lines[7 + 10][1]), Data(37, 10) + 30.0, 1e-3);
     EXPECT_NEAR(std::stod(lines[7 + 345][1]), Data(37, 345) + 30.0 - 360.0, 1e-3);  // within one turn
     EXPECT_EQ(std::stof(lines[7 + 10][2]), static_cast<float>(Data(36, 10)));
+}
+
+TEST_F(Exports, the_heads_of_an_axial_cam_are_its_own_also_after_a_load)
+{
+    using Texts = std::vector<std::string>;
+    for (const char* kind : {"Barrel", "Linear"}) {
+        design.cam.Camtype = kind;
+        const bool barrel = design.cam.Camtype == "Barrel";
+        ASSERT_TRUE(Calc_Phi(design, 1));
+        Text_Sink model;
+        Write_Model(design, model, "9");
+        design.cam.Camtype = "Radial";
+        Reset_All(design);
+        Text_Source source(model.Text());
+        ASSERT_TRUE(ReadFile(design, source));
+        const std::vector<Texts> heads{{"Lambda", "Z-coord"},
+                                       {"Lambda_Surf", "Z_Surface"},
+                                       {},
+                                       {"Lambda", "Z-coord"},
+                                       {"Lambda_Surf", "Z_Surface"}};
+        for (const int code : {1, 2, 4, 5}) {
+            Texts expected = heads[static_cast<std::size_t>(code - 1)];
+            Texts units{barrel ? "deg" : "mm", "mm"};
+            if (barrel) {
+                expected.insert(expected.begin(), "Radius");
+                units.insert(units.begin(), "mm");
+            }
+            ASSERT_TRUE(Export_Profile_to_File(design, path_, code));
+            EXPECT_EQ(Lines()[3], expected) << kind << code;
+            EXPECT_EQ(Lines()[4], units) << kind << code;
+        }
+        ASSERT_TRUE(Export_All_to_File(design, path_));
+        const Texts columns = Lines()[3];
+        EXPECT_EQ(columns.at(11), "Z-coord");
+        EXPECT_EQ(columns.at(12), "Lambda");
+        EXPECT_EQ(columns.at(36), "Z_Surface");
+        EXPECT_EQ(columns.at(37), "Lambda_Surf");
+        EXPECT_EQ(columns.at(40), "Z_Cutter");
+        EXPECT_EQ(columns.at(41), "Lambda_Ctr");
+        EXPECT_EQ(columns.at(9), "X-Cam Profile");
+    }
 }
 
 TEST_F(Exports, a_turned_lambda_never_shows_a_whole_turn)

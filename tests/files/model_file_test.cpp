@@ -5,6 +5,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <bit>
+#include <cstdint>
 #include <cstdio>
 #include <fstream>
 #include <functional>
@@ -88,6 +90,12 @@ bool Read(const std::string& text)
     return ReadFile(design, source);
 }
 
+/// The 32 bits of a Single: the sign of a zero counts.
+std::uint32_t Pattern(Single value)
+{
+    return std::bit_cast<std::uint32_t>(value.Bits());
+}
+
 std::string Written(std::string_view tag)
 {
     Text_Sink sink;
@@ -155,6 +163,9 @@ TEST_P(Written_Format, every_line_ends_in_carriage_return_and_line_feed)
 TEST_P(Written_Format, a_calculated_design_comes_back_bit_for_bit)
 {
     Make_Design();
+    design.results.CalcData(var::Phi, 7) = -0.0;
+    design.results.CalcData(var::X_Cutter, 360) = -0.0;
+    design.cam.Offset = -0.0;
     const Table<Single> before = design.results.CalcData;
     const std::string text = Written(Tag());
     ASSERT_TRUE(Read(text));
@@ -162,7 +173,8 @@ TEST_P(Written_Format, a_calculated_design_comes_back_bit_for_bit)
     ASSERT_EQ(design.results.CalcData.Last_Point(), 360);
     for (int v = 0; v <= 53; ++v)
         for (int p = 0; p <= 360; ++p)
-            ASSERT_EQ(design.results.CalcData(v, p).Bits(), before(v, p).Bits()) << v << " " << p;
+            ASSERT_EQ(Pattern(design.results.CalcData(v, p)), Pattern(before(v, p))) << v << " " << p;
+    EXPECT_EQ(Pattern(design.cam.Offset), Pattern(-0.0));
     EXPECT_TRUE(design.flags.Calculated);
     EXPECT_TRUE(design.flags.From_Disk);
     EXPECT_TRUE(design.flags.File_Loaded);
@@ -488,6 +500,31 @@ TEST_F(Model_File, units_labels_and_pivot_distance_follow_the_loaded_fields)
     EXPECT_EQ(design.plot.Var_Unit(6), "m");
     EXPECT_EQ(design.identity.Decimals_1, 4);
     EXPECT_EQ(design.plot.Var_Name(4), "Jerk") << "the file's time base is degrees";
+}
+
+TEST_F(Model_File, the_names_of_the_profile_follow_the_kind_of_cam_that_was_loaded)
+{
+    const std::map<std::string, std::vector<std::string>> names{
+        {"Radial", {"Radius", "Theta", "X_Surface", "Y_Surface", "X_Cutter", "Y_Cutter"}},
+        {"Barrel", {"Z-coord", "Lambda", "Z_Surface", "Lambda_Surf", "Z_Cutter", "Lambda_Ctr"}},
+        {"Linear", {"Z-coord", "Lambda", "Z_Surface", "Lambda_Surf", "Z_Cutter", "Lambda_Ctr"}}};
+    const auto found = [] {
+        std::vector<std::string> texts;
+        for (const int v : {11, 12, 36, 37, 40, 41})
+            texts.push_back(design.plot.Var_Name(v));
+        return texts;
+    };
+    for (const char* tag : {"9", "8", "7.2"})
+        for (const auto& [kind, expected] : names) {
+            design.cam.Camtype = kind;
+            const std::string text = Written(tag);
+            for (const char* before : {"Radial", "Barrel"}) {  // the kind that the read begins with
+                design.cam.Camtype = before;
+                ASSERT_TRUE(Read(text));
+                EXPECT_EQ(design.cam.Camtype, kind);
+                EXPECT_EQ(found(), expected) << tag << " " << kind << " after " << before;
+            }
+        }
 }
 
 // ---- versions

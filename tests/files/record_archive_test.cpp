@@ -5,7 +5,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <bit>
 #include <cerrno>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -79,18 +81,37 @@ TEST_F(Record_Archive, every_single_survives_a_write_and_a_read_bit_for_bit)
         const std::uint32_t pattern = static_cast<std::uint32_t>(bits());
         float value = 0.0F;
         std::memcpy(&value, &pattern, sizeof value);
-        if (!std::isfinite(value) || value == 0.0F)
+        if (!std::isfinite(value))
             continue;
         const Single single(static_cast<double>(value));
-        const double back = Read(Written(single));
-        ASSERT_EQ(back, static_cast<double>(value)) << Written(single);
+        const float back = static_cast<float>(Read(Written(single)));
+        ASSERT_EQ(std::bit_cast<std::uint32_t>(back), pattern) << Written(single);
     }
+}
+
+TEST_F(Record_Archive, a_zero_keeps_its_sign)
+{
+    EXPECT_EQ(Written(-0.0), "-0\r\n");
+    EXPECT_TRUE(std::signbit(Read("-0\r\n")));
+    EXPECT_TRUE(std::signbit(Read(Written(-0.0))));
+    EXPECT_FALSE(std::signbit(Read(Written(0.0))));
+    EXPECT_FALSE(std::signbit(Read("+0\r\n")));
+}
+
+TEST_F(Record_Archive, a_signed_zero_is_read_where_a_whole_number_stands)
+{
+    Text_Source source("\"Design No.\",-0\r\n");
+    Record_Reader reader(design, source);
+    Integer value = 7;
+    reader.Count("Design No.", value);
+    EXPECT_EQ(value, 0);
 }
 
 TEST_F(Record_Archive, extremes_of_a_single_survive)
 {
     for (const float value : {std::numeric_limits<float>::max(), std::numeric_limits<float>::min(),
-                              std::numeric_limits<float>::denorm_min(), -std::numeric_limits<float>::max()})
+                              std::numeric_limits<float>::denorm_min(), -std::numeric_limits<float>::denorm_min(),
+                              -std::numeric_limits<float>::max()})
         EXPECT_EQ(Read(Written(static_cast<double>(value))), static_cast<double>(value));
 }
 

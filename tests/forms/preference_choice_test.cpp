@@ -48,9 +48,11 @@ TEST_F(Preferences_Chosen, another_cam_or_follower_throws_the_sizing_away)
     EXPECT_TRUE(f.Calculated);
     EXPECT_FALSE(f.Sized || f.Dynamicflag || f.Stressflag);
     EXPECT_EQ(design.cam.Barrel_Type, "Grooved");
+    EXPECT_EQ(design.plot.Var_Name(var::Z), "Z-coord");
     choice.Followtype = 2;
     Apply_Preferences(design, choice);
     EXPECT_EQ(design.cam.Camtype, "Radial");  // a flat face rides on a radial cam only
+    EXPECT_EQ(design.plot.Var_Name(var::Radius), "Radius");
     EXPECT_EQ(design.cam.Barrel_Type, "");
 }
 

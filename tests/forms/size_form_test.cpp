@@ -392,15 +392,25 @@ TEST_F(Sizing_Fields, all_profile_rows_are_renamed_by_the_kind_of_cam)
                                  {"Lambda_Surf", "Lm_Srf"}, {"Z_Cutter", "Z_Ctr"}, {"Lambda_Ctr", "Lm_Ctr"}};
     const char* const radial[][2]{{"Radius", "R"},        {"Theta", "Th"},       {"X_Surface", "X_Srf"},
                                   {"Y_Surface", "Y_Srf"}, {"X_Cutter", "X_Ctr"}, {"Y_Cutter", "Y_Ctr"}};
-    for (const char* kind : {"Linear", "Barrel", "Radial"}) {
-        c_.Camtype = kind;
-        Set_Cam_Type_Panels(design);
+    for (const Cam_Choice kind : {Cam_Choice::Linear, Cam_Choice::Axial_Groove, Cam_Choice::Radial}) {
+        Choose_Cam(design, kind);
         const auto& words = c_.Camtype == "Radial" ? radial : axial;
         for (int k = 0; k < 6; ++k) {
             EXPECT_EQ(design.plot.Var_Name(rows[k]), words[k][0]);
             EXPECT_EQ(design.plot.Var_Symbol(rows[k]), words[k][1]);
         }
     }
+}
+
+TEST_F(Sizing_Fields, a_flat_face_brings_the_names_of_a_radial_cam)
+{
+    Choose_Cam(design, Cam_Choice::Axial_Groove);
+    ASSERT_EQ(design.plot.Var_Name(var::Lambda), "Lambda");
+    c_.Translating = false;  // no smallest base radius to tell
+    Choose_Follower(design, false);
+    EXPECT_EQ(c_.Camtype, "Radial");
+    EXPECT_EQ(design.plot.Var_Name(var::Theta), "Theta");
+    EXPECT_EQ(design.plot.Var_Unit(var::Theta), "mm");
 }
 
 TEST_F(Sizing_Fields, switching_to_a_flat_face_tells_its_smallest_base_radius)

@@ -193,6 +193,7 @@ TEST_P(Example_in_Units, is_a_radial_cam_at_a_step_of_1_degree_in_the_system_in_
     EXPECT_EQ(design.identity.WhichUnit, units());
     constexpr std::array length{"in", "ft", "m", "cm", "mm"};
     EXPECT_EQ(design.plot.Var_Unit(1), example().translating ? length[place()] : "deg");
+    EXPECT_EQ(design.plot.Var_Name(var::Theta), "Theta");
 }
 
 TEST_P(Example_in_Units, is_calculated_with_its_flags)

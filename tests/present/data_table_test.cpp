@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/startup.h"
+#include "core/units.h"
 #include "motion/segments.h"
 #include "tests/support/test_design.h"
 
@@ -191,6 +192,22 @@ TEST_F(Data_Tables, a_segment_that_ends_before_it_starts_is_error_9)
 }
 
 // ---- heads
+
+TEST_F(Data_Tables, heads_of_the_profile_follow_the_kind_of_cam)
+{
+    const auto heads = [](const char* kind) {
+        design.cam.Camtype = kind;
+        Set_Units(design);
+        return Make_Data_Table(design, {{11, 12, 36, 37}, 0, 1}).heads;
+    };
+    using Texts = std::vector<std::string>;
+    for (const char* kind : {"Barrel", "Linear"})
+        EXPECT_EQ(heads(kind), (Texts{"Angle", "Z-coord", "Lambda", "Z_Surface", "Lambda_Surf"}));
+    EXPECT_EQ(Variable_Named(design, "Lambda"), 12);
+    EXPECT_EQ(Variable_Named(design, "Z"), 11);
+    EXPECT_EQ(heads("Radial"), (Texts{"Angle", "Radius", "Theta", "X_Surface", "Y_Surface"}));
+    EXPECT_FALSE(Variable_Named(design, "Lambda"));
+}
 
 TEST_F(Data_Tables, heads_are_the_angle_and_the_short_headings)
 {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/startup.h"
+#include "core/units.h"
 #include "motion/examples.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
@@ -46,6 +47,12 @@ TEST_F(Plot_Selection, a_design_with_its_motion_alone_offers_its_curves_and_four
     EXPECT_TRUE(Composite_Choices(design).empty());
 }
 
+TEST_F(Plot_Selection, the_curves_of_the_motion_are_listed_before_it_is_calculated)
+{
+    f_.Calculated = false;
+    EXPECT_EQ(Load_Names(design), (List{1, 2, 3, 4, 17}));
+}
+
 TEST_F(Plot_Selection, each_rung_adds_its_variables)
 {
     const auto added = [](Flag& flag) {
@@ -70,6 +77,27 @@ TEST_F(Plot_Selection, each_rung_adds_its_variables)
     design.cam.Camtype = "Barrel";
     EXPECT_EQ(added(f_.Sized), (List{5, 6, 12, 11, 37, 36}));
     EXPECT_EQ(added(f_.Polydyne_Calc), List{});
+}
+
+TEST_F(Plot_Selection, the_names_of_a_list_follow_the_kind_of_cam)
+{
+    f_.Sized = true;
+    const auto names = [](const char* kind) {
+        design.cam.Camtype = kind;
+        Set_Units(design);
+        std::vector<std::string> texts;
+        for (const int v : Load_Names(design))
+            if (v > 8 && v != 17)
+                texts.push_back(design.plot.Var_Name(v));
+        return texts;
+    };
+    using Texts = std::vector<std::string>;
+    EXPECT_EQ(names("Barrel"), (Texts{"Lambda", "Z-coord", "Lambda_Surf", "Z_Surface"}));
+    EXPECT_EQ(names("Linear"), (Texts{"Lambda", "Z-coord", "Lambda_Surf", "Z_Surface"}));
+    EXPECT_EQ(Variable_Picked(design, Load_Names(design), "Lambda"), 12);
+    EXPECT_EQ(names("Radial"), (Texts{"X_coord", "Y_coord", "Radius", "Theta", "X_vs_key", "Y_vs_key", "Radius_key",
+                                      "Theta_key", "X_Surface", "Y_Surface", "X_Surf_key", "Y_Surf_key", "X_Cutter",
+                                      "Y_Cutter", "World_X", "World_Y"}));
 }
 
 TEST_F(Plot_Selection, a_table_offers_no_coordinates_and_displacement_on_the_screen_only)
@@ -278,13 +306,17 @@ TEST_F(Plot_Selection, a_name_is_looked_up_in_its_list)
     EXPECT_FALSE(Variable_Picked(design, Load_Names(design), "Torque"));
 }
 
-TEST_F(Plot_Selection, closed_curves_stand_for_pairs_of_coordinates)
+TEST_F(Plot_Selection, closed_curves_are_offered_for_a_sized_radial_cam)
 {
     f_.Sized = true;
     EXPECT_EQ(Composite_Choices(design), (List{54, 56, 57, 58, 59}));
-    EXPECT_EQ(Rows_of_Composite(54).x, 9);
-    EXPECT_EQ(Rows_of_Composite(59).y, 41);
-    EXPECT_THROW(Rows_of_Composite(53), Fault);
+    f_.Polydyne_Calc = true;
+    EXPECT_EQ(Composite_Choices(design), (List{54, 55, 56, 57, 58, 59}));
+    f_.Sized = false;
+    EXPECT_EQ(Composite_Choices(design), List{});
+    f_.Sized = true;
+    design.cam.Camtype = "Barrel";
+    EXPECT_EQ(Composite_Choices(design), List{});
 }
 
 }  // namespace
