@@ -6,6 +6,7 @@
 #include <tuple>
 #include <vector>
 
+#include "camgeom/arm.h"
 #include "camgeom/profile.h"
 #include "camgeom/sizing.h"
 #include "core/design_state.h"

@@ -39,17 +39,6 @@ void Drop_External_Force(Design_State& design);
 /// row waits for its calculation again. Any other step is refused: false, nothing changed.
 bool Set_Step(Design_State& design, double Deltatheta);
 
-/// Stores the working point Seg_S .. Seg_P of the segment Seg at local angle theta, degrees.
-/// @throws Fault{9} when the point lies outside the cycle, Fault{6} when a value is no Single
-void Store_Point(Design_State& design, Single theta);
-
-/// Fills Firstlast of the segment Seg from the stored points: a dwell's are taken one step inside it,
-/// because its end points are shared with its neighbours.
-void Store_Segment_Ends(Design_State& design);
-
-/// Liftmax: range of S over points 1..Max_Data_Points_used.
-void Update_Liftmax(Design_State& design);
-
 /// What every calculation of a segment throws away: all later results, and the choice of a force function.
 void Reset_Status(Design_State& design);
 

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "camgeom/arm.h"
 #include "camgeom/sizing.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"

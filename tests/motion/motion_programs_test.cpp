@@ -17,6 +17,7 @@
 
 #include "core/messages.h"
 #include "core/traps.h"
+#include "motion/segment_store.h"
 #include "motion/segments.h"
 #include "tests/support/test_design.h"
 
