@@ -355,7 +355,7 @@ void Autopress(Design_State& design)
     const double arm = c.ArmRad;
     for (std::size_t i = 0; i < m.count; ++i) {
         const Ratios ratio = Link_Ratios(design, static_cast<int>(i));
-        // The conjugate adds its displacement here and nowhere else; the plus sign is meant.
+        // The conjugate adds its displacement here and nowhere else; the plus sign is meant, mechanics has a minus.
         const double sv = c.Conjugate ? design.motion.Liftmax + m.s[i] : double{m.s[i]};
         const double gamma = sv / ratio.S + c.Arm_Start_Angle;
         const double delta = c.Arm_Pivot_Angle - c.Rotflag * m.theta[i] / ratio.S;
@@ -491,7 +491,7 @@ void Flat_Min_Base_Radius(const Design_State& design)
         return;
     const Table<Single>& data = design.results.CalcData;
     const Extremes a = MaxMin2(data, var::A, 0, design.motion.Max_Data_Points_used);
-    // By the square of the shaft speed in every time base, which is meant.
+    // By the square of the shaft speed in every time base, which is meant; docs/theory.md, (71).
     const double Rb = -(a.smallest / design.motion.Shaft_Speed_Sq) - data(var::S, a.smallest_point);
     Show_Message("The minimum base circle radius for no negative Radius of Curvature is " + FNRoundStr(design, Rb, 2) +
                      "  " + Words_of_Units(design.identity.WhichUnit).length,

@@ -472,6 +472,7 @@ Segment_Law Segment_Law::Laid(int Seg_Program, int Full_Half, int Which_half, co
     const auto harmonics = [&](const Harmonic_Series& weights) {
         return mirrored([&weights](const Terms& t) { return Harmonic_Series::Curve(t, weights); });
     };
+    const auto thoren = [&](const std::array<double, 4>& n) { return Thoren(segment, n[0], n[1], n[2], n[3]); };
     switch (Seg_Program) {
     case selector::shm:
         return full_or_half(std::type_identity<SHM_Full>{}, std::type_identity<SHM_First>{},
@@ -500,11 +501,11 @@ Segment_Law Segment_Law::Laid(int Seg_Program, int Full_Half, int Which_half, co
     case selector::berzak_e:
         return polynomial(c_berzak_e);
     case selector::dudley:
-        return Dudley(segment, 10);
+        return Dudley(segment, dudley_power);
     case selector::stoddard:
-        return Thoren(segment, 10, 20, 30, 40);
+        return thoren(stoddard_powers);
     case selector::thoren:
-        return Thoren(segment, 14, 26, 38, 50);
+        return thoren(thoren_powers);
     case selector::freudenstein:
         return harmonics(freudenstein_1_3);
     case selector::gutman:
@@ -519,21 +520,24 @@ Segment_Law::Segment_Law(int Seg_Program, int Full_Half, int Which_half, const L
 {
 }
 
-Svajp Segment_Law::Before_Mirror(double x, double theta) const
+void Segment_Law::Before_Mirror(std::span<const Place> places, std::span<Svajp> points) const
 {
-    return std::visit(
-        [x, theta]<class Form>(const Form& form) -> Svajp {
+    std::visit(
+        [&]<class Form>(const Form& form) {
             if constexpr (std::is_same_v<Form, std::monostate>)
                 throw Fault{invalid_argument};
             else
-                return form(x, theta);
+                std::ranges::transform(places, points.begin(),
+                                       [&form](const Place& at) { return form(at.x, at.theta); });
         },
         form_);
 }
 
 Svajp Segment_Law::At(double x, double theta) const
 {
-    const Svajp point = Before_Mirror(x, theta);
+    const Place place{x, theta};
+    Svajp point;
+    Before_Mirror({&place, 1}, {&point, 1});
     if (!mirrored_)
         return point;
     return {.S = L_ - point.S, .V = -point.V, .A = -point.A, .J = -point.J, .P = point.P};

@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
 #include <string_view>
 #include <variant>
 
@@ -215,6 +216,11 @@ struct Polydyne {
     std::array<Term, 4> term;
 };
 
+/// The first power of DU, and the four high powers of ST and TH.
+inline constexpr double dudley_power = 10;
+inline constexpr std::array<double, 4> stoddard_powers{10, 20, 30, 40};
+inline constexpr std::array<double, 4> thoren_powers{14, 26, 38, 50};
+
 /// Dudley's series 2-p-q-r with q = p + 2, r = p + 4 over a rise or fall; p is at least 4.
 Polydyne Dudley_Series(const Terms& t, bool rises, Single p);
 
@@ -246,8 +252,15 @@ public:
     /// @throws Fault{5} of a selector without a law
     Svajp At(double x, double theta) const;
 
-    /// The same before the mirror of a fall, for whoever rounds in between.
-    Svajp Before_Mirror(double x, double theta) const;
+    /// A place in the segment: x = theta / beta as its asker holds it, and theta, degrees.
+    struct Place {
+        double x;
+        double theta;
+    };
+
+    /// A run of places before the mirror of a fall, for whoever rounds in between: points as many as places.
+    /// @throws Fault{5} of a selector without a law
+    void Before_Mirror(std::span<const Place> places, std::span<Svajp> points) const;
 
     /// Whether the law is given for the rise, and this is its fall: the curve upside down, docs/theory.md, (14).
     ///

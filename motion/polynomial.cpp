@@ -68,7 +68,7 @@ void Store_Bound(Design_State& design, int k, Single x, int order)
         return;
     }
     // Per radian to per x. The degrees base takes no factor from degrees to radians, and the seconds base no
-    // thousands in J and Ping: both meant.
+    // thousands in J and Ping: both meant. Mechanics has 57.2958 per order in degrees; docs/theory.md, 3.1.
     const double b = Power(m.Beta_Rad(segment), order);
     value = m.Time_Base == 1 ? b * value / Power(m.Shaft_speed, order) : b * value;
 }

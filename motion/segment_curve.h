@@ -52,7 +52,8 @@ Law_Segment Segment_of_Law(const Design_State& design, int Seg, double lift);
 Segment_Law Law_of_Segment(const Design_State& design, int Seg, double lift);
 
 /// The curve of segment Seg 1..20 as it was calculated last: the law that its selector names, over Total_Displacement,
-/// or the polynomial or spline through the conditions that were read for it, solved anew in double.
+/// or the polynomial or spline through the conditions that were read for it, solved anew in double. After a change of
+/// units the segments have to be calculated again, as for the table.
 ///
 /// @throws Fault{9} when there is no such segment, Fault{5} for a polynomial or spline that is not solved
 Segment_Curve Curve_of_Segment(const Design_State& design, int Seg);

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -108,7 +108,7 @@ std::size_t Order(int d)
     return static_cast<std::size_t>(d);
 }
 
-/// What a derivative per degree is multiplied by for storing it: variables 1, 2, 3, 4 and 17.
+/// What a derivative per degree is multiplied by for storing it: variables 1, 2, 3, 4 and 17. docs/theory.md, 3.2.
 std::array<double, Max_Spline_Derivative + 1> Store_Scales(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
@@ -119,7 +119,7 @@ std::array<double, Max_Spline_Derivative + 1> Store_Scales(const Design_State& d
         case 1:  // per second; jerk and ping are kept in thousands
             scale[Order(d)] = Power(m.Shaft_speed * Deg_per_Rad, d) / (d >= 3 ? 1000.0 : 1.0);
             break;
-        case 2:  // per degree: the one factor that all derivatives share, meant
+        case 2:  // per degree: the one factor that all derivatives share, meant; see Store_Point
             scale[Order(d)] = per_radian * PI / 180.0;
             break;
         default:
@@ -175,7 +175,7 @@ void Store_Law(Design_State& design, const Segment_Law& law)
     Store_Segment(design, segment, {law, design.motion.Beta_Deg(segment)});
 }
 
-/// What a law that the selector names alone knows of the segment at work.
+/// What a law of powers of the caller's knows of the segment at work.
 Law_Segment Segment_at_Work(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
@@ -210,16 +210,17 @@ constexpr std::array run_rules{
 bool Run_Law(Design_State& design, int Seg)
 {
     const int Seg_Program = design.motion.Seg_Program(Seg);
+    const auto thoren = [&](const std::array<double, 4>& n) { return Thoren(design, n[0], n[1], n[2], n[3]); };
     switch (Seg_Program) {
     case selector::dwell:
         Dwell(design, design.motion.Lift);
         return true;
     case selector::dudley:
-        return Dudley(design, 10);
+        return Dudley(design, law_forms::dudley_power);
     case selector::stoddard:
-        return Thoren(design, 10, 20, 30, 40);
+        return thoren(law_forms::stoddard_powers);
     case selector::thoren:
-        return Thoren(design, 14, 26, 38, 50);
+        return thoren(law_forms::thoren_powers);
     default:
         break;
     }
@@ -263,7 +264,7 @@ void Store_Point(Design_State& design, Single theta)
         data(var::J, i) = m.Shaft_Speed_Cu * m.Seg_J / 1000.0;
         data(var::Ping, i) = m.Seg_P * m.Shaft_Speed_Cu * m.Shaft_speed / 1000.0;
         break;
-    case 2:  // per degree: one factor whatever the order. This is the stored definition, and meant.
+    case 2:  // per degree: one factor whatever the order, meant
         data(var::V, i) = m.Seg_V * PI / 180.0;
         data(var::A, i) = m.Seg_A * PI / 180.0;
         data(var::J, i) = m.Seg_J * PI / 180.0;
@@ -295,23 +296,37 @@ void Store_Segment(Design_State& design, int Seg, const Segment_Curve& curve)
     Load_Beta(design);
     const Single beta = m.Beta_Deg(Seg);
     const Segment_Law* const law = curve.Law();
-    const Polynomial_Curve* const polynomial = curve.Polynomial();
-    const Spline_Curve* const spline = curve.Spline();
-    std::optional<Spline_Store> spline_store;
-    if (spline != nullptr)
-        spline_store.emplace(design);
     const int last = law != nullptr ? 0 : int{To_Integer(beta / m.Deltatheta)};
-    Single theta;
-    for (int p = 0; law != nullptr ? theta <= beta : p <= last; ++p, theta += m.Deltatheta) {
-        if (spline != nullptr) {
-            spline_store->Point(*spline, p);
-            continue;
+    if (const Spline_Curve* const spline = curve.Spline()) {
+        Spline_Store store(design);
+        for (int p = 0; p <= last; ++p)
+            store.Point(*spline, p);
+        return;
+    }
+    const bool mirrored = law != nullptr && law->Mirrored();
+    // A run at a time, so that the kind of curve is looked at once for many points.
+    constexpr std::size_t run = 64;
+    std::array<Segment_Law::Place, run> places;
+    std::array<Svajp, run> points;
+    int p = 0;
+    std::size_t count = run;
+    for (Single theta; count == run;) {
+        for (count = 0; count < run && (law != nullptr ? theta <= beta : p <= last); ++count, ++p) {
+            const Single x = theta / beta;  // a beta of zero ends here: 0 / 0 is no Single
+            places[count] = {x, theta};
+            theta += m.Deltatheta;
         }
-        const Single x = theta / beta;  // a beta of zero ends here: 0 / 0 is no Single
-        Set_Working_Point(design, law != nullptr ? law->Before_Mirror(x, theta) : polynomial->At(x));
-        if (law != nullptr && law->Mirrored())
-            Fall_Mirror(design);
-        Store_Point(design, theta);
+        const auto asked = std::span(places).first(count);
+        if (law != nullptr)
+            law->Before_Mirror(asked, points);
+        else
+            std::ranges::transform(asked, points.begin(), [&](const auto& at) { return curve.Polynomial()->At(at.x); });
+        for (std::size_t k = 0; k < count; ++k) {
+            Set_Working_Point(design, points[k]);
+            if (mirrored)
+                Fall_Mirror(design);
+            Store_Point(design, places[k].theta);
+        }
     }
 }
 
@@ -397,6 +412,7 @@ bool CalPoly(Design_State& design, int Seg)
         m.Thetanorm(j, Seg) = m.Theta_Normalized(j, Seg);
         m.Equation(j, Seg) = m.Eq(j, Seg);
     }
+    Load_Beta(design);  // before a beta of zero faults
     Store_Segment(design, Seg, {Polynomial_Curve(solution, m.Beta_Rad(Seg)), m.Beta_Deg(Seg)});
     Store_Segment_Ends(design);
     keeper.Accept();

@@ -19,7 +19,7 @@ void Update_Segment_Angles(Design_State& design);
 /// Stores the shaft speed, rad/s, with its square and cube. Exactly 0 is refused with a message and becomes 1.
 void Set_Shaft_Speed(Design_State& design, Single rad_per_s);
 
-/// Set_Shaft_Speed from the text of txt_Omega, revolutions per minute.
+/// Set_Shaft_Speed from the text of txt_Omega, revolutions per minute. docs/theory.md, (43).
 void Read_Omega(Design_State& design, std::string_view txt_Omega);
 
 /// Whether low <= value <= high; if not, the message appears, unless Quiet_Checks suppresses it.
