@@ -313,13 +313,13 @@ Svajp Harmonic_Series::Curve::operator()(double x, double) const
 {
     const double c1 = std::cos(PI2 * x), c3 = std::cos(PI6 * x);
     const double s1 = std::sin(PI2 * x), s3 = std::sin(PI6 * x);
-    const double first = weight.first;
-    const Svajp& third = weight.third;
-    return {.S = k.S * (x - (1 / PI2) * (third.S * s3 + first * s1)),
-            .V = k.V * (1 - first * c1 - third.V * c3),
-            .A = k.A * (third.A * s3 + first * s1),
-            .J = k.J * (third.J * c3 + first * c1),
-            .P = k.P * (-first * s1 - third.P * s3)};
+    const double k1 = weight.first;
+    const Svajp& k3 = weight.third;
+    return {.S = k.S * (x - (1 / PI2) * (k3.S * s3 + k1 * s1)),
+            .V = k.V * (1 - k1 * c1 - k3.V * c3),
+            .A = k.A * (k3.A * s3 + k1 * s1),
+            .J = k.J * (k3.J * c3 + k1 * c1),
+            .P = k.P * (-k1 * s1 - k3.P * s3)};
 }
 
 // ---- Polydyne families: a square term and a few high powers of the place y, counted from full lift
