@@ -6,6 +6,7 @@
 #include <tuple>
 #include <vector>
 
+#include "camgeom/arm.h"
 #include "camgeom/profile.h"
 #include "camgeom/sizing.h"
 #include "core/design_state.h"
@@ -174,8 +175,8 @@ void Draw_Follower(Design_State& design, Surface& s, int i)
         Draw_Follower_Arm(design, s, i);
 }
 
-/// Direction of the first roller centre in the drawing, in degrees. A translating follower's polar angle is told for a
-/// clockwise cam; a counterclockwise one is its mirror.
+/// Direction of the first roller centre in the drawing, in degrees. A translating follower's polar angle is counted for
+/// a clockwise cam; a counterclockwise one is its mirror.
 double Start_Direction(Design_State& design)
 {
     const Cam_Group& c = C(design);

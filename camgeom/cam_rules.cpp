@@ -4,6 +4,7 @@
 #include <cmath>
 #include <vector>
 
+#include "camgeom/arm.h"
 #include "camgeom/profile.h"
 #include "camgeom/sizing.h"
 #include "core/text.h"

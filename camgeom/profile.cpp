@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "camgeom/sizing.h"
+#include "camgeom/arm.h"
 #include "core/design_state.h"
 #include "core/messages.h"
 #include "core/numeric.h"
@@ -29,11 +29,7 @@ struct Radial_Point {
     Point cutter;       // 40, 41
 };
 
-double Sgn(double x)
-{
-    return x > 0.0 ? 1.0 : x < 0.0 ? -1.0 : 0.0;
-}
-
+/// Versus machine zero: turned back by the start angle, degrees. docs/theory.md, (99).
 Point Turned(const Point& p, double angle)
 {
     Single x;
@@ -42,7 +38,7 @@ Point Turned(const Point& p, double angle)
     return {x, y};
 }
 
-/// Velocity per radian of cam, under the sign of the side of a conjugate.
+/// Velocity per radian of cam, under the sign of the side of a conjugate. docs/theory.md, (60).
 double Velocity_per_Radian(const Design_State& design, double v)
 {
     const Motion_Group& m = design.motion;
@@ -73,13 +69,15 @@ void Store(Design_State& design, const Radial_Point& p, int i)
 }
 
 /// Displacement at a point as a radial profile takes it: by the ratio of a driven end effector, from the top for a
-/// conjugate.
+/// conjugate. docs/theory.md, (63).
 double Displacement(const Design_State& design, int i)
 {
     const double s = design.results.CalcData(design.flags.Polydyne_Calc ? 22 : var::S, i) / Link_Ratios(design, i).S;
     return design.cam.Conjugate ? design.motion.Liftmax - s : s;
 }
 
+/// A point of a translating follower: roller (92), (93), (95), (96), flat face (69), (97) of docs/theory.md.
+/// @throws Fault{5} for an offset above the prime radius
 Radial_Point Translating_Point(const Design_State& design, int i)
 {
     const Cam_Group& c = design.cam;
@@ -87,7 +85,8 @@ Radial_Point Translating_Point(const Design_State& design, int i)
     const double theta = data(var::Angle, i);
     const double shift = c.Rotflag * c.Shift_Angle;
     const double w = Velocity_per_Radian(design, data(design.flags.Polydyne_Calc ? 23 : var::V, i));
-    // For a conjugate the root holds the sum of the squares. The sign is meant.
+    // For a conjugate the root holds the sum of the squares: meant. Mechanics has the difference on both sides; the
+    // whole cam is larger by e^2 / r_p, 0.81 mm for a prime radius of 61 and an offset of 7.04.
     const double Rs = Sqr(c.Prime_Rad * c.Prime_Rad - c.Offset * c.Offset * c.Side_Sign) + Displacement(design, i);
     const bool roller = c.Followtype == 1;
     Radial_Point p;
@@ -117,6 +116,10 @@ Radial_Point Translating_Point(const Design_State& design, int i)
     return p;
 }
 
+/// A point of a follower on an arm: roller (77), (94) to (96), flat face (86), (98) of docs/theory.md.
+///
+/// The flat face's cutter is turned by the swing s, nu = rot s + A + 90 deg: meant. Mechanics has nu = A + 90 deg; of a
+/// cutter of 6 mm the centre is 2.1 mm off at a swing of 20 deg, right in the dwell at s = 0.
 /// @return false where the triangle of the arm does not close
 bool Oscillating_Point(Design_State& design, int i, Radial_Point& p)
 {
@@ -164,6 +167,7 @@ bool Oscillating_Point(Design_State& design, int i, Radial_Point& p)
     return true;
 }
 
+/// All points of a radial cam; stops with Calc_Error where the arm closes no triangle.
 void Radial_Profile(Design_State& design)
 {
     const Cam_Group& c = design.cam;
@@ -186,6 +190,7 @@ void Radial_Profile(Design_State& design)
     }
 }
 
+/// All points of a barrel or linear cam: docs/theory.md, (102) to (105); stops with Calc_Error where a point has none.
 void Axial_Profile(Design_State& design)
 {
     const Cam_Group& c = design.cam;
@@ -258,32 +263,6 @@ void Set_Machine_Zero(Design_State& design)
     c.Cam_Draw_Angle = Integer(c.Keyway_Clockangle - c.Rotflag * 90) + c.Cam_Shift_Angle;
 }
 
-bool Axial_Osc_Coords(Design_State& design, int i, double Prime_Rad, double ArmX, double ArmY, double ArmRad,
-                      Axial_Coords& point)
-{
-    const Cam_Group& c = design.cam;
-    design.flags.Calc_Error = false;
-    if (ArmRad == 0.0) {
-        design.flags.Calc_Error = true;
-        return false;
-    }
-    double g0 = FNArcSin(design, ArmY / ArmRad) * Deg_per_Rad;
-    if (ArmX > 0.0)
-        g0 = 180.0 - g0;
-    point.arm = c.ArmDirect * design.results.CalcData(var::S, i) + g0;
-    const double ar = point.arm * Rad_per_Deg;
-    const double xa = ArmRad * std::cos(ar) + ArmX;
-    const double Ra = Sqr(xa * xa + Prime_Rad * Prime_Rad);
-    const double dL = ArmRad / Ra * std::cos(ar) * Deg_per_Rad;  // the angle by which the arc lags
-    point.Z = c.ArmDirect * ArmRad * std::sin(ar);
-    const double theta = design.results.CalcData(var::Angle, i);
-    const double Lambda0 = c.Camtype == "Linear" ? theta : c.Rotflag * dL + theta;
-    Single Lambda;
-    Modulo(Lambda0, 360.0, Lambda);
-    point.Lambda = Lambda;
-    return true;
-}
-
 bool Axial_Surface_Point(Design_State& design, double sign, int i, double Z, double Lambda, double normal_angle,
                          double Follow_Rad, Axial_Surface& point)
 {
@@ -318,46 +297,6 @@ Surface_Cutter Surface_Cutter_Point(const Design_State& design, double sign, dou
     const double s = std::sin(nr);
     return {X + sign * radius * c, Y + sign * radius * s, X + sign * (radius - Cutter) * c,
             Y + sign * (radius - Cutter) * s};
-}
-
-bool Flat_Osc_Contact(Design_State& design, int i, double ArmX, double ArmY, Flat_Contact& contact)
-{
-    const Cam_Group& c = design.cam;
-    const Motion_Group& m = design.motion;
-    const Table<Single>& data = design.results.CalcData;
-    const bool polydyne = design.flags.Polydyne_Calc;
-    const double theta = data(var::Angle, i);
-    design.flags.Calc_Error = false;
-    double w = data(polydyne ? 23 : var::V, i);
-    if (m.Time_Base == 1)
-        w = w * PI / (m.Shaft_speed * 180.0);
-    else if (m.Time_Base == 3)
-        w = w * PI / 180.0;
-    const double D = Sqr(ArmX * ArmX + ArmY * ArmY);
-    contact.pivot_angle = Atan2D(ArmX, ArmY);
-    if (D == 0.0) {
-        design.flags.Calc_Error = true;
-        return false;
-    }
-    contact.start_angle = FNArcSin(design, (c.Offset + c.Prime_Rad) / D) * Deg_per_Rad;
-    if (c.Conjugate)
-        contact.start_angle += m.Lift;
-    contact.arm = c.Side_Sign * data(polydyne ? 22 : var::S, i) + contact.start_angle;
-    const double u = 1.0 / (1.0 - w) * D * std::cos(contact.arm * Rad_per_Deg);  // along the face, from the arm's foot
-    const double d = Sqr(c.Offset * c.Offset + u * u);
-    const double b = std::atan(c.Offset / d) * Deg_per_Rad;
-    contact.direction = (b + contact.arm) * (c.ArmDirect * c.Side_Sign) + (contact.pivot_angle + 180.0);
-    const double dr = contact.direction * Rad_per_Deg;
-    const double turn = c.Rotflag * theta;
-    Single x;
-    Single y;
-    Rotate(u * std::cos(dr) + ArmX, u * std::sin(dr) + ArmY, turn, -1, x, y);
-    contact.Xf = x;
-    contact.Yf = y;
-    Rotate(d * std::cos(dr) + ArmX, d * std::sin(dr) + ArmY, turn, -1, x, y);
-    contact.Xc = x;
-    contact.Yc = y;
-    return true;
 }
 
 }  // namespace lobemax

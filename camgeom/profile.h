@@ -16,25 +16,21 @@ struct Design_State;
 
 /// Fills the rows above and Arm_Pivot_X, Arm_Pivot_Y, the arm's pivot in the turning cam's frame. Reads Phi. Calc_Error
 /// tells that a formula could not be evaluated; a prime radius of zero is told by a message. Nothing while Starting.
-/// Source: Norton, Cam Design and Manufacturing Handbook, chapter 13 (cam contours).
+/// Source: docs/theory.md, (92) to (105).
 void Cam_Profile(Design_State& design);
 
-/// Keyway_Clockangle, degrees, from Keyway_Text and the sense of rotation; any other text gives 0.
+/// Keyway_Clockangle, degrees, from Keyway_Text and the sense of rotation; any other text gives 0. docs/theory.md,
+/// (101).
 void Set_Keyway_Angle(Design_State& design);
 
 /// Cam_Shift_Angle, from the follower's frame to the start of the cam, and Cam_Draw_Angle with the keyway, degrees.
+/// docs/theory.md, (100), (101).
 void Set_Machine_Zero(Design_State& design);
 
-/// Roller centre of a barrel or linear cam with an arm, at point i.
-struct Axial_Coords {
-    double arm = 0.0;     // degrees, arm angle
-    double Z = 0.0;       // length
-    double Lambda = 0.0;  // degrees
-};
-bool Axial_Osc_Coords(Design_State& design, int i, double Prime_Rad, double ArmX, double ArmY, double ArmRad,
-                      Axial_Coords& point);
-
-/// Contact point on the surface of a barrel or linear cam: Z, and Lambda in degrees.
+/// Contact point on the surface of a barrel or linear cam: Z, and Lambda in degrees. docs/theory.md, (102), (103).
+///
+/// With an arm the surface stands square to the stored track for Rotflag = ArmDirect = sgn(ArmX) only: meant, up to a
+/// roller radius out of place otherwise, where mechanics takes the normal of the track; a translating cam is exact.
 ///
 /// @param sign          side of the roller, +1 or -1
 /// @param normal_angle  degrees, of the contact normal; an arm finds its own
@@ -48,7 +44,7 @@ bool Axial_Surface_Point(Design_State& design, double sign, int i, double Z, dou
 
 /// Surface point and cutter centre of a radial cam: both on the contact normal through the roller centre (X, Y), the
 /// surface a roller radius from it, the cutter the roller radius less its own. A cutter of the roller's size therefore
-/// runs on the roller centre's path, one of radius 0 on the surface.
+/// runs on the roller centre's path, one of radius 0 on the surface. docs/theory.md, (95), (96). Zeros while Starting.
 ///
 /// @param nu  degrees, direction of the normal; sign tells on which side the cam lies
 struct Surface_Cutter {
@@ -59,19 +55,5 @@ struct Surface_Cutter {
 };
 Surface_Cutter Surface_Cutter_Point(const Design_State& design, double sign, double X, double Y, double nu,
                                     double radius, double Cutter);
-
-/// Contact of a flat face on an arm, in the cam's frame, at point i: foot point, contact point and the angles of the
-/// triangle, degrees. @return false, with Calc_Error, where the pivot stands on the cam centre
-struct Flat_Contact {
-    double Xf = 0.0;
-    double Yf = 0.0;
-    double Xc = 0.0;
-    double Yc = 0.0;
-    double pivot_angle = 0.0;
-    double start_angle = 0.0;
-    double arm = 0.0;
-    double direction = 0.0;
-};
-bool Flat_Osc_Contact(Design_State& design, int i, double ArmX, double ArmY, Flat_Contact& contact);
 
 }  // namespace lobemax

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 
+#include "camgeom/arm.h"
 #include "camgeom/profile.h"
 #include "core/design_state.h"
 #include "core/messages.h"
@@ -20,13 +21,7 @@ namespace {
 
 constexpr double practically_infinite = 99999.0;
 constexpr double flat_curve = 100000.0;     // Rho where a translating axial cam does not curve
-constexpr double no_bound = 1000000.0;      // Phi or Rho of an axial arm where its divisor vanishes
-constexpr double quarter_turn = 1.5707964;  // pi / 2 as a 32-bit number, which the arm's formula is built on
-
-double Sgn(double x)
-{
-    return x > 0.0 ? 1.0 : x < 0.0 ? -1.0 : 0.0;
-}
+constexpr double quarter_turn = 1.5707964;  // pi / 2 as a 32-bit number, which the arm's formula is built on: 7e-8 more
 
 /// The motion rows in force, each taken once.
 struct Motion_Rows {
@@ -38,8 +33,8 @@ struct Motion_Rows {
     std::size_t count = static_cast<std::size_t>(design.motion.Max_Data_Points_used + 1);
 };
 
-/// Velocity and acceleration per radian of cam, as the translating follower takes them. In the degrees base the
-/// acceleration is scaled once only, which is meant.
+/// Velocity and acceleration per radian of cam, as the translating follower takes them: docs/theory.md, (60). In the
+/// degrees base the acceleration is scaled once only, which is meant: it undoes the single factor of the stored rows.
 struct Per_Radian {
     const Design_State& design;
     int base = design.motion.Time_Base;
@@ -51,7 +46,8 @@ struct Per_Radian {
 };
 
 /// The same for the curvature of a translating axial cam, over the prime radius. In the degrees base the factor stands
-/// the other way round than for the pressure angle, which is meant.
+/// the other way round than for the pressure angle: meant. Mechanics has 180 / pi as there; Rho comes out up to 3283
+/// times too large, and shows little but its limit. docs/theory.md, 6.3.
 struct Per_Axial_Radian {
     const Design_State& design;
     int base = design.motion.Time_Base;
@@ -72,6 +68,7 @@ struct Per_Axial_Radian {
 };
 
 /// Motion of an arm in degrees, brought to radians per radian of cam, for the curvature of a radial cam.
+/// docs/theory.md, (61).
 struct Arm_Per_Radian {
     const Design_State& design;
     int base = design.motion.Time_Base;
@@ -82,66 +79,9 @@ struct Arm_Per_Radian {
     double A(double a) const { return base == 1 ? a * Rad_per_Deg / omega_sq : base == 3 ? a * Rad_per_Deg : a; }
 };
 
-/// Velocity of an arm in degrees as its pressure angle takes it.
-double Arm_Velocity(const Design_State& design, double v)
-{
-    switch (design.motion.Time_Base) {
-    case 1:
-        return v * PI / (design.motion.Shaft_speed * 180.0);
-    case 3:
-        return v * PI / 180.0;
-    default:
-        return v;
-    }
-}
-
-/// Motion of an arm in degrees on an axial cam, brought to radians per second.
-double Axial_Velocity(const Design_State& design, double v)
-{
-    switch (design.motion.Time_Base) {
-    case 1:
-        return v * Rad_per_Deg;
-    case 2:
-        return v * design.motion.Shaft_speed;
-    default:
-        return v * Rad_per_Deg * design.motion.Shaft_speed;
-    }
-}
-
-double Axial_Acceleration(const Design_State& design, double a)
-{
-    switch (design.motion.Time_Base) {
-    case 1:
-        return a * Rad_per_Deg;
-    case 2:
-        return a * design.motion.Shaft_Speed_Sq;
-    default:
-        return a * Rad_per_Deg * design.motion.Shaft_Speed_Sq;
-    }
-}
-
-/// Angle of the arm of an axial cam at a point, and what hangs on it. The displacement is row 1 also of a polydyne cam.
-struct Axial_Arm {
-    double g0;   // degrees
-    double arm;  // degrees
-    double ar;   // radians
-    double Ra;   // radius at which the roller runs
-};
-
-Axial_Arm Axial_Arm_at(Design_State& design, int i, double ArmX, double ArmY, double ArmRad)
-{
-    double g0 = FNArcSin(design, ArmY / ArmRad) * Deg_per_Rad;
-    if (ArmX > 0.0)
-        g0 = 180.0 - g0;
-    const double arm = design.cam.ArmDirect * design.results.CalcData(var::S, i) + g0;
-    const double ar = arm * Rad_per_Deg;
-    const double xa = ArmRad * std::cos(ar) + ArmX;
-    const double prime = design.cam.Prime_Rad;
-    return {g0, arm, ar, Sqr(xa * xa + prime * prime)};
-}
-
 // ---- Phi by configuration
 
+/// Slope of the unrolled track, degrees. docs/theory.md, (72). A prime radius of zero gives +-90, or error 6 or 11.
 void Phi_Translating_Axial(const Design_State& design, const Motion_Rows& m, std::span<Single> Phi)
 {
     const Per_Radian per{design};
@@ -150,6 +90,8 @@ void Phi_Translating_Axial(const Design_State& design, const Motion_Rows& m, std
         Phi[i] = std::atan(per.V(m.v[i]) / prime) * Deg_per_Rad;
 }
 
+/// Angle between the stem and the contact normal, degrees; positive where a rise pushes the stem aside.
+/// docs/theory.md, (66). @throws Fault{5} for an offset above the prime radius
 void Phi_Translating_Roller(const Design_State& design, const Motion_Rows& m, std::span<Single> Phi)
 {
     const Cam_Group& c = design.cam;
@@ -164,6 +106,7 @@ void Phi_Translating_Roller(const Design_State& design, const Motion_Rows& m, st
     }
 }
 
+/// All points by Axial_Osc_Phi; one without an answer keeps what it had. docs/theory.md, (90).
 void Phi_Oscillating_Axial(Design_State& design, std::span<Single> Phi)
 {
     const Cam_Group& c = design.cam;
@@ -198,6 +141,7 @@ void Fill_Phi(Design_State& design, int type)
 
 // ---- Rho by configuration
 
+/// Curvature of the unrolled track, length; 100000 where it is straight. docs/theory.md, (73).
 void Rho_Translating_Axial(const Motion_Rows& m, std::span<Single> Rho)
 {
     constexpr double no_acceleration = 1E-7;
@@ -209,6 +153,7 @@ void Rho_Translating_Axial(const Motion_Rows& m, std::span<Single> Rho)
     }
 }
 
+/// Curvature under a flat face, length. docs/theory.md, (70).
 void Rho_Translating_Flat(const Design_State& design, const Motion_Rows& m, std::span<Single> Rho)
 {
     const Cam_Group& c = design.cam;
@@ -221,7 +166,10 @@ void Rho_Translating_Flat(const Design_State& design, const Motion_Rows& m, std:
     }
 }
 
-/// The offset enters by the radius alone, and not as in the pressure angle; this is the system's formula.
+/// Curvature of the roller centre's path, length. docs/theory.md, (68).
+///
+/// The offset enters by the radius alone, and not as in the pressure angle: meant. Mechanics has docs/theory.md, (67);
+/// the difference is of the order of offset over prime radius.
 void Rho_Translating_Roller(const Design_State& design, const Motion_Rows& m, std::span<Single> Rho)
 {
     const Cam_Group& c = design.cam;
@@ -240,6 +188,7 @@ void Rho_Translating_Roller(const Design_State& design, const Motion_Rows& m, st
     }
 }
 
+/// All points by Axial_Osc_Rho; the user is asked at one without an answer. docs/theory.md, (91).
 /// @return false when the user cancelled
 bool Rho_Oscillating_Axial(Design_State& design, std::span<Single> Rho)
 {
@@ -257,7 +206,10 @@ bool Rho_Oscillating_Axial(Design_State& design, std::span<Single> Rho)
     return true;
 }
 
-/// Rho of a radial cam with an arm that stands still at a point.
+/// Rho of a radial cam with an arm that stands still at a point, length: docs/theory.md, (82), (87) at rest.
+///
+/// A roller has the distance of its centre from the cam's, meant: right in a dwell, while at an instant of rest with an
+/// acceleration mechanics has (80), 55.7 for 77.8 in section 7.3's design.
 double Rho_Standing(Design_State& design, int i, int type, double gd, double aa, double previous)
 {
     const Cam_Group& c = design.cam;
@@ -273,6 +225,11 @@ double Rho_Standing(Design_State& design, int i, int type, double gd, double aa,
     return (aa * std::cos(ad) + std::sin(ad)) * c.Arm_Pivot_Dist + c.Offset;
 }
 
+/// Rho of a radial cam with an arm, length: roller docs/theory.md, (81), flat face (87).
+///
+/// Meant, and not as mechanics has it: 1 - w in place of 1 - K w in (81), right for K = Rotflag ArmDirect = 1, else 10
+/// % beside on the unsafe side; (1 + w)^2 in place of (1 - w)^2 and a plus sign of the offset in (87), 12.05 for 48.21
+/// mm in section 7.4's design. Check a flat arm's cam by its surface.
 void Rho_Oscillating_Radial(Design_State& design, int type, const Motion_Rows& m, std::span<Single> Rho)
 {
     const Cam_Group& c = design.cam;
@@ -398,7 +355,7 @@ void Autopress(Design_State& design)
     const double arm = c.ArmRad;
     for (std::size_t i = 0; i < m.count; ++i) {
         const Ratios ratio = Link_Ratios(design, static_cast<int>(i));
-        // The conjugate adds its displacement here and nowhere else; the plus sign is meant.
+        // The conjugate adds its displacement here and nowhere else; the plus sign is meant, mechanics has a minus.
         const double sv = c.Conjugate ? design.motion.Liftmax + m.s[i] : double{m.s[i]};
         const double gamma = sv / ratio.S + c.Arm_Start_Angle;
         const double delta = c.Arm_Pivot_Angle - c.Rotflag * m.theta[i] / ratio.S;
@@ -442,121 +399,6 @@ void Autopress_Message(const Design_State& design, std::string_view label, Singl
             "Will continue to attempt calculation at other points" +
             std::string(label),
         Buttons::OK, Symbol::exclamation);
-}
-
-double Arm_Pivot_Distance(const Design_State& design)
-{
-    const Cam_Group& c = design.cam;
-    return Sqr(c.ArmX * c.ArmX + c.ArmY * c.ArmY);
-}
-
-void Arm_Geometry(Design_State& design)
-{
-    Cam_Group& c = design.cam;
-    c.Arm_Pivot_Dist = Arm_Pivot_Distance(design);
-    c.Arm_Pivot_Angle = Atan2D(c.ArmX, c.ArmY);
-    const double D = c.Arm_Pivot_Dist;
-    const double p = c.Arm_Pivot_Angle * Rad_per_Deg;
-    if (c.ArmRad * D == 0.0) {
-        design.flags.Calc_Error = true;
-        return;
-    }
-    Single start;
-    CosineLaw_Angle(design, c.Prime_Rad, D, c.ArmRad, start);
-    c.Arm_Start_Angle = start * Deg_per_Rad;
-    double angle = 0.0;
-    const double twice = 2.0 * D * c.Prime_Rad;
-    if (twice != 0.0) {
-        angle = FNArcCos(design, (c.Prime_Rad * c.Prime_Rad + D * D - c.ArmRad * c.ArmRad) / twice);
-        c.Arm_Cam_Angle = angle * Deg_per_Rad;
-    }
-    c.Arm_Work_Angle = p - c.ArmDirect * c.Side_Sign * angle;
-    c.Arm_Start_Theta = c.Arm_Work_Angle * Deg_per_Rad;
-    c.Arm_Start_X = c.Prime_Rad * std::cos(c.Arm_Work_Angle);
-    c.Arm_Start_Y = c.Prime_Rad * std::sin(c.Arm_Work_Angle);
-    c.Arm_Start_Radius = Sqr(c.Arm_Start_X * c.Arm_Start_X + c.Arm_Start_Y * c.Arm_Start_Y);
-}
-
-bool Arm_Position(Design_State& design, double gamma, double delta, Arm_Place& place)
-{
-    Cam_Group& c = design.cam;
-    const double D = c.Arm_Pivot_Dist;
-    const double dr = delta * Rad_per_Deg;
-    place.Px = D * std::cos(dr);
-    place.Py = D * std::sin(dr);
-    Single side;
-    if (!CosineLaw_Side(D, c.ArmRad, gamma * Rad_per_Deg, side))
-        return false;
-    place.R = side;
-    double t = 0.0;
-    const double twice = 2.0 * D * place.R;
-    if (twice != 0.0)
-        t = FNArcCos(design, (place.R * place.R + D * D - c.ArmRad * c.ArmRad) / twice);
-    place.tau = t * Deg_per_Rad;
-    c.Arm_Work_Angle = dr - c.ArmDirect * c.Side_Sign * t;
-    place.theta_c = FN_Modulo(c.Arm_Work_Angle * Deg_per_Rad, 360.0);
-    place.X = place.R * std::cos(c.Arm_Work_Angle);
-    place.Y = place.R * std::sin(c.Arm_Work_Angle);
-    return true;
-}
-
-Ratios Link_Ratios(const Design_State& design, int i)
-{
-    if (!design.linkage.Drive_End_Effector)
-        return {};
-    const Results_Group& r = design.results;
-    const auto divisor = [i](const Row<Single>& row) { return row(i) == 0.0 ? 1.0 : double{row(i)}; };
-    return {divisor(r.Link_Ratio_S), divisor(r.Link_Ratio_V), divisor(r.Link_Ratio_A)};
-}
-
-bool Axial_Osc_Phi(Design_State& design, int i, double ArmX, double ArmY, double ArmRad, Axial_Phi& point)
-{
-    if (design.flags.Starting)
-        return false;
-    design.flags.Calc_Error = false;
-    const double v = design.results.CalcData(design.flags.Polydyne_Calc ? 23 : var::V, i);
-    const double w = Axial_Velocity(design, v);
-    if (ArmRad == 0.0) {
-        design.flags.Calc_Error = true;
-        return false;
-    }
-    constexpr double no_divisor = 1E-9;
-    const Axial_Arm at = Axial_Arm_at(design, i, ArmX, ArmY, ArmRad);
-    const double num =
-        Sgn(ArmX) * design.cam.Rotflag * ArmRad * w / design.motion.Shaft_speed - at.Ra * std::sin(at.ar);
-    const double den = at.Ra * std::cos(at.ar);
-    point.g0 = at.g0;
-    point.arm = at.arm;
-    point.Phi = std::abs(den) > no_divisor ? -design.cam.Rotflag * std::atan(num / den) * Deg_per_Rad : no_bound;
-    return true;
-}
-
-bool Axial_Osc_Rho(Design_State& design, int i, double ArmX, double ArmY, double ArmRad, double& Rho)
-{
-    if (design.flags.Starting)
-        return false;
-    design.flags.Calc_Error = false;
-    const Table<Single>& data = design.results.CalcData;
-    const bool polydyne = design.flags.Polydyne_Calc;
-    const double w1 = Axial_Velocity(design, data(polydyne ? 23 : var::V, i));
-    const double w2 = Axial_Acceleration(design, data(polydyne ? 24 : var::A, i));
-    if (ArmRad == 0.0) {
-        design.flags.Calc_Error = true;
-        return false;
-    }
-    constexpr double no_divisor = 1E-9;
-    const Axial_Arm at = Axial_Arm_at(design, i, ArmX, ArmY, ArmRad);
-    const double omega = design.motion.Shaft_speed;
-    const int direct = design.cam.ArmDirect;
-    const double B = at.Ra * at.Ra * omega * omega + (direct * 2) * at.Ra * ArmRad * omega * w1 * std::sin(at.ar) +
-                     ArmRad * ArmRad * w1 * w1;
-    const double N = Power(B, 1.5);
-    const double E1 = w1 * w1 * omega * at.Ra * std::sin(at.ar);
-    const double E2 = w1 * w1 * w1 * direct * ArmRad;
-    const double E3 = direct * at.Ra * omega * std::cos(at.ar) * w2;
-    const double M = (-E1 + E2 + E3) * ArmRad;
-    Rho = std::abs(M) > no_divisor ? Sgn(ArmX) * direct * N / M : no_bound;
-    return true;
 }
 
 void Phi_Extremes(Design_State& design)
@@ -649,7 +491,7 @@ void Flat_Min_Base_Radius(const Design_State& design)
         return;
     const Table<Single>& data = design.results.CalcData;
     const Extremes a = MaxMin2(data, var::A, 0, design.motion.Max_Data_Points_used);
-    // By the square of the shaft speed in every time base, which is meant.
+    // By the square of the shaft speed in every time base, which is meant; docs/theory.md, (71).
     const double Rb = -(a.smallest / design.motion.Shaft_Speed_Sq) - data(var::S, a.smallest_point);
     Show_Message("The minimum base circle radius for no negative Radius of Curvature is " + FNRoundStr(design, Rb, 2) +
                      "  " + Words_of_Units(design.identity.WhichUnit).length,

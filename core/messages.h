@@ -40,7 +40,7 @@ struct File_Dialog {
 };
 
 /// What the program around the logic provides. Every function may be left empty: a message is then
-/// answered with its usual answer, a dialog is cancelled, a refresh does nothing.
+/// answered with its usual answer, a dialog is cancelled, a refresh does nothing. All threads share one host.
 struct Host {
     std::function<Answer(const Message&)> messenger;
     std::function<std::optional<std::string>(const File_Dialog&)> open_dialog;

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "camgeom/arm.h"
 #include "camgeom/cam_rules.h"
 #include "camgeom/sizing.h"
 #include "core/design_state.h"

@@ -43,8 +43,8 @@ Lanes Load(const double* x)
     return v;
 }
 
-/// How far the told angle of a term, which is rounded after each of its three operations, lies above
-/// (k - 1) x 6.283185308 x m / N, for one harmonic k and the terms m = n - 1.
+/// How far the angle of a term as the plain sum forms it, which is rounded after each of its three operations, lies
+/// above (k - 1) x 6.283185308 x m / N, for one harmonic k and the terms m = n - 1.
 ///
 /// At 2880 points the angle reaches 18000 radians, where its roundings come to 6e-12: left out, they would be the
 /// whole difference between a fast sum and the plain one. The slip is the difference of two products, found without
@@ -60,7 +60,7 @@ public:
         low_ = (turn_ - high_) - lost;
     }
 
-    /// The told angle of term m.
+    /// The angle of term m, with its roundings.
     double Angle(double m) const { return turn_ * m / n_; }
 
     /// The slip times N of terms m.
@@ -144,7 +144,8 @@ private:
     double n_ = 1.0;
 };
 
-/// Sum of x(m) e^(i a(m)) over the samples, m from 0, for one harmonic after the other, a the told angle.
+/// Sum of x(m) e^(i a(m)) over the samples, m from 0, for one harmonic after the other, a the angle with its
+/// roundings. docs/theory.md, (59).
 ///
 /// With m = p B + q the sum is that of e^(i p B theta) times an inner sum over q, whose phasors are the same for all
 /// p: about 2 sqrt(N) phasors a harmonic in place of N. The slip d of a term's angle turns its sample a little,

@@ -2,8 +2,8 @@
 /// The discrete Fourier transform of one calculated variable, over the cycle or one segment.
 ///
 /// Harmonic k = 1 is the mean, harmonic k + 1 goes k times over the range. The angle of term n of harmonic k is
-/// ((k - 1) x 6.283185308) x (n - 1) / N: the circle constant is the program's own, so the transform is the sum as it
-/// is told and not quite the ideal transform.
+/// ((k - 1) x 6.283185308) x (n - 1) / N: the circle constant is the program's own, so the transform is this plain sum
+/// and not quite the ideal transform.
 #pragma once
 
 #include <optional>
@@ -18,14 +18,14 @@ namespace lobemax {
 /// both work tables first. Fft_Points becomes N.
 ///
 /// Equal to the plain double sum to 1e-12 of its largest harmonic for any samples, a single spike among them, by two
-/// short tables of sines a harmonic in place of one pair of calls a term; the roundings of the told angle, which grow
+/// short tables of sines a harmonic in place of one pair of calls a term; the roundings of that angle, which grow
 /// to 6e-12 at the finest step, are followed.
 /// @throws Fault{9} for a row or points outside the table, or N below 1
-/// Source: Oppenheim and Schafer, Discrete-Time Signal Processing, chapter 8 (definition).
+/// Source: docs/theory.md, (53), (54).
 void Calc_DFT(Design_State& design, int variable, int first, int last);
 
 /// One-sided result in Fft_Work_A(row, 1..Fft_Half): real and imaginary parts doubled, the mean's too, and squared
-/// magnitude, magnitude and phase of those. @throws Fault{9} when Fft_Half does not fit
+/// magnitude, magnitude and phase of those. docs/theory.md, (55). @throws Fault{9} when Fft_Half does not fit
 void Fold_DFT(Design_State& design);
 
 /// Copies real part, imaginary part, magnitude and phase to rows 18 to 21 of CalcData, points 1..Fft_Half; all other
@@ -41,7 +41,9 @@ void Store_Current_FFT(Design_State& design);
 bool Do_DFT(Design_State& design, int variable, Single first, Single last, int harmonics);
 
 /// Phase of a harmonic in degrees: Atn(imag / real), which does not look at the quadrant. With no real part it is
-/// +90, whatever the sign of the imaginary part, or 0 for no harmonic at all. Both are meant.
+/// +90, whatever the sign of the imaginary part, or 0 for no harmonic at all. Both are meant: a phase
+/// in the left half plane reads 180 degrees beside that of mechanics, which takes both signs; magnitudes are not
+/// touched.
 double Dft_Phase(double real, double imag);
 
 /// The range of a segment in points, Shift to Gamma over the step; the whole cycle for segment 0.
@@ -69,11 +71,11 @@ int Shown_Harmonics(const Design_State& design);
 ///
 /// A harmonic of amplitude M (row 2 of Fft_Work_A) brings M^2 / 2; the mean, which the fold has doubled, (M / 2)^2.
 /// Over all harmonics this is the mean square of the N samples (Parseval), less the square of the harmonic N / 2 + 1
-/// where N is even, which a one-sided list leaves out.
+/// where N is even, which a one-sided list leaves out. docs/theory.md, (57).
 double Harmonic_Power(const Design_State& design);
 
 /// Sum of the amplitudes of the shown harmonics, the mean once, in the variable's unit: the signal made of them stays
-/// within it.
+/// within it. docs/theory.md, (58).
 double Harmonic_Sum(const Design_State& design);
 
 /// Texts of the Fourier screen for a variable.

@@ -3,10 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "core/design_state.h"
 #include "motion/motion_programs.h"
+#include "motion/segment_curve.h"
 
 namespace lobemax {
 
@@ -27,28 +27,19 @@ Law_Curves Curves_of_Law(std::string_view code)
     const Motion_Program* const program = Find_Program(code);
     if (program == nullptr || program->kinds != "RF")
         return {};
-    Design_State design;
     constexpr int steps = 180;  // degrees of the segment, a point each
-    Allocate_Arrays(design, design.run.Saved_Variables, design.motion.Max_Data_Points_used);
-    Motion_Group& m = design.motion;
-    m.Time_Base = 3;
-    m.Rise_Fall_Dwell(1) = "R";
-    Pick_Program(design, 1, code);
-    m.Beta_Deg(1) = steps;
-    m.Beta_Rad(1) = steps / Deg_per_Rad;
-    m.Gamma(1) = steps;
-    m.Total_Displacement(1) = m.Lift = 1.0;
+    constexpr double b = steps / Deg_per_Rad;
+    const Segment_Law law(program->Seg_Program, program->Full_Half, program->Which_half,
+                          {.L = 1.0, .beta = steps, .b = b, .kind = "R", .working_point = {}});
+    const Segment_Curve curve(law, steps);
     Law_Curves curves;
-    if (!Run_Motion_Program(design, 1))
-        return curves;
-    const double beta = m.Beta_Rad(1);
     for (int p = 0; p <= steps; ++p) {
-        const auto value = [&design, p](int variable) -> double { return design.results.CalcData(variable, p); };
+        const Svajp point = curve.At(p);
         curves.x.push_back(static_cast<double>(p) / steps);
-        curves.S.push_back(value(var::S));
-        curves.V.push_back(value(var::V) * beta);
-        curves.A.push_back(value(var::A) * beta * beta);
-        curves.J.push_back(value(var::J) * beta * beta * beta);
+        curves.S.push_back(point.S);
+        curves.V.push_back(point.V * b);
+        curves.A.push_back(point.A * b * b);
+        curves.J.push_back(point.J * b * b * b);
     }
     curves.peak_V = Largest(curves.V);
     curves.peak_A = Largest(curves.A);

@@ -9,7 +9,7 @@ namespace lobemax {
 
 /// Curves over x = theta / beta in 0..1 with unit lift, and their largest absolute values: the peak factors of
 /// velocity, acceleration and jerk, by which laws are compared.
-/// Source: Norton, Cam Design and Manufacturing Handbook, chapter 3 (peak factors).
+/// Source: docs/theory.md, (13); its table of peak factors.
 struct Law_Curves {
     std::vector<double> x;
     std::vector<double> S;
@@ -21,8 +21,8 @@ struct Law_Curves {
     double peak_J = 0.0;
 };
 
-/// Runs the law of a two-letter code on a rise of its own; the design in memory is untouched. Empty for a code that is
-/// no closed-form law.
+/// Lays the law of a two-letter code over a rise of its own; no design is needed. Empty for a code that is no
+/// closed-form law.
 Law_Curves Curves_of_Law(std::string_view code);
 
 }  // namespace lobemax

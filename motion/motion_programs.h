@@ -1,8 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-/// The motion programs: closed-form laws that give S, V, A, J and Ping over one segment of the cam cycle.
-///
-/// A law works in local terms: local angle 0..beta, derivatives per radian. It knows neither the time base
-/// nor the shaft speed nor where its segment stands in the cycle; storing the point takes care of those.
+/// The motion programs: the list that the user picks a segment's law from, and what a pick changes.
 #pragma once
 
 #include <span>
@@ -11,6 +8,29 @@
 #include "core/design_state.h"
 
 namespace lobemax {
+
+/// The values of Seg_Program.
+namespace selector {
+inline constexpr int shm = 1;
+inline constexpr int cycloid = 2;
+inline constexpr int mod_sine = 3;
+inline constexpr int mod_trap = 4;
+inline constexpr int double_harmonic = 5;
+inline constexpr int polynomial = 6;
+inline constexpr int dwell = 7;
+inline constexpr int poly_345 = 8;
+inline constexpr int poly_3456 = 9;
+inline constexpr int poly_4567 = 10;
+inline constexpr int spline = 11;
+inline constexpr int poly_11 = 12;
+inline constexpr int berzak_d = 13;
+inline constexpr int berzak_e = 14;
+inline constexpr int dudley = 15;
+inline constexpr int stoddard = 16;
+inline constexpr int thoren = 17;
+inline constexpr int freudenstein = 18;
+inline constexpr int gutman = 19;
+}  // namespace selector
 
 /// One entry of the list that the user picks a segment's program from.
 struct Motion_Program {
@@ -30,6 +50,9 @@ std::span<const Motion_Program> Motion_Programs();
 /// The program of a two-letter code in upper or lower case; none for any other text.
 const Motion_Program* Find_Program(std::string_view code);
 
+/// A segment of the table, 1..20. @throws Fault{9} otherwise, before anything is changed
+void Check_Segment(int Seg);
+
 /// Gives segment 1..20 a program by its two-letter code. PO, DW and BS bring their motion kind with them.
 ///
 /// @return false for an unknown code, with nothing changed
@@ -42,29 +65,5 @@ bool Pick_Program(Design_State& design, int Seg, std::string_view code);
 /// @return false for an unknown letter, with nothing changed
 /// @throws Fault{9} when there is no such segment
 bool Pick_Motion(Design_State& design, int Seg, char kind);
-
-/// Beta_Sq and Beta_Cu of the segment at work, from its Beta_Rad, radians squared and cubed.
-void Load_Beta(Design_State& design);
-
-/// Runs the law of a segment over all its points, then fills Firstlast of the segment and Liftmax.
-///
-/// The segment becomes the one at work. L is Lift, the duration stands in Beta_Deg and Beta_Rad. Polynomial
-/// and spline segments, and selectors without a law, store no point here.
-///
-/// @return false when the law reported a fault under its own name: the segment is not calculated
-/// @throws Fault{9} when there is no such segment 1..20
-/// @throws Fault of the laws that leave the report to the caller, and of the store; 6 for a beta of zero
-bool Run_Motion_Program(Design_State& design, int Seg);
-
-/// Polydyne polynomial 2-p-q-r over the segment at work, q = p + 2, r = p + 4; p is at least 4.
-/// Function becomes the text of r. Returns false after a fault that it reported.
-bool Dudley(Design_State& design, Single p);
-
-/// Polynomial 2-p-q-r-s over the segment at work. Function becomes the text of r. Returns false after a
-/// fault that it reported.
-bool Thoren(Design_State& design, Single p, Single q, Single r, Single s);
-
-/// Holds the segment at work at one position, which becomes its Total_Displacement.
-void Dwell(Design_State& design, Single value);
 
 }  // namespace lobemax

@@ -8,31 +8,16 @@
 #include <memory>
 #include <string>
 
-#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/traps.h"
 #include "motion/motion_programs.h"
-#include "motion/segments.h"
-#include "motion/spline.h"
 
 namespace lobemax {
 
 namespace {
 
 constexpr int Last_Row = 9;  // of the table: local angle beta
-
-// The values of Seg_Program that conditions belong to.
-constexpr int polynomial_program = 6;
-constexpr int spline_program = 11;
-
-/// The rows of CalcData that the evaluation of a segment writes.
-constexpr std::array written_rows{var::Angle, var::S, var::V, var::A, var::J, var::Ping, var::Ext_Force};
-
-void Check_Segment(int Seg)
-{
-    Checked_Place(Seg, 1, Max_Segments);
-}
 
 void Warn(const std::string& text)
 {
@@ -83,7 +68,7 @@ void Store_Bound(Design_State& design, int k, Single x, int order)
         return;
     }
     // Per radian to per x. The degrees base takes no factor from degrees to radians, and the seconds base no
-    // thousands in J and Ping: both meant.
+    // thousands in J and Ping: both meant. Mechanics has 57.2958 per order in degrees; docs/theory.md, 3.1.
     const double b = Power(m.Beta_Rad(segment), order);
     value = m.Time_Base == 1 ? b * value / Power(m.Shaft_speed, order) : b * value;
 }
@@ -93,29 +78,7 @@ struct Work {
     std::array<double, Max_Bounds * Max_Bounds> matrix;
     std::array<double, Max_Bounds * Max_Bounds> eliminated;
     std::array<double, Max_Bounds> right_side;
-    std::array<double, Max_Bounds> solution;
     std::array<int, Max_Bounds> orders;
-};
-
-/// A polynomial's coefficients after 0 to 4 derivations by the power rule; factor(d)[p] belongs to x^(p - d).
-struct Derived_Coefficients {
-    int count;
-    std::array<std::array<double, Max_Bounds>, Max_Bound_Order + 1> factor;
-
-    explicit Derived_Coefficients(std::span<const double> solution) : count(static_cast<int>(solution.size()))
-    {
-        for (int d = 0; d <= Max_Bound_Order; ++d)
-            for (int p = 0; p < count; ++p)
-                At(d, p) = d == 0 ? solution[static_cast<std::size_t>(p)] : At(d - 1, p) * (p - d + 1);
-    }
-    double& At(int d, int p) { return factor[static_cast<std::size_t>(d)][static_cast<std::size_t>(p)]; }
-    double Sum(int d, double x)
-    {
-        double sum = 0.0;
-        for (int p = count - 1; p >= d; --p)
-            sum = sum * x + At(d, p);
-        return sum;
-    }
 };
 
 }  // namespace
@@ -284,18 +247,11 @@ bool Digits_Lost(int n, Matrix_View A, std::span<const double> solution, std::sp
     return largest_terms * std::numeric_limits<double>::epsilon() > allowed * scale;
 }
 
-bool CalPoly(Design_State& design, int Seg)
+bool Solve_Polynomial(const Design_State& design, int Seg, Polynomial_Solution& solution)
 {
     Check_Segment(Seg);
-    Motion_Group& m = design.motion;
-    m.Seg = Seg;
+    const Motion_Group& m = design.motion;
     const int n = m.Total_No_of_BCs(Seg);
-    if (n != Requested_Conditions(design, Seg)) {
-        Warn("Something is wrong - no. of boundary conditions doesn't match no. of equations ");
-        m.Poly_OK = false;
-        return false;
-    }
-
     const auto work = std::make_unique<Work>();
     const Matrix_View A(work->matrix, n, n, Max_Bounds);
     for (int i = 1; i <= n; ++i) {
@@ -307,120 +263,40 @@ bool CalPoly(Design_State& design, int Seg)
             A(i, j) = Bound_Element(order, To_Integer(m.Power(j, Seg)), m.Theta_Normalized(i, Seg));
     }
     work->eliminated = work->matrix;
-    work->solution = work->right_side;
+    solution.C = work->right_side;
+    solution.count = n;
     int status = 0;
-    SimQ(n, Matrix_View(work->eliminated, n, n, Max_Bounds), work->solution, status);
-    if (status != 0 || Digits_Lost(n, A, work->solution, work->right_side, work->orders, 1.0)) {
-        Warn(
-            " There has been an error in the calculation of your polynomial coefficients"
-            " - Check your boundary condition data");
-        m.Poly_OK = false;
-        return false;
-    }
-    Points_Keeper keeper(design);
-    Eval_Poly(design, Seg, std::span<const double>(work->solution).first(static_cast<std::size_t>(n)));
-    keeper.Accept();
-    return true;
+    SimQ(n, Matrix_View(work->eliminated, n, n, Max_Bounds), solution.C, status);
+    return status == 0 && !Digits_Lost(n, A, solution.C, work->right_side, work->orders, 1.0);
 }
 
-void Eval_Poly(Design_State& design, int Seg, std::span<const double> solution)
+Polynomial_Curve::Polynomial_Curve(const Polynomial_Solution& solution, double b)
+    : count_(solution.count),
+      per_b_{1.0, Single(1.0 / b), Single(1.0 / (b * b)), Single(1.0 / (b * b * b)), Single(1.0 / (b * b * b * b))}
 {
-    Check_Segment(Seg);
-    Motion_Group& m = design.motion;
-    m.Seg = Seg;
-    Derived_Coefficients c(solution);
-    for (int j = 1; j <= c.count; ++j) {
-        m.Coefficient(j, Seg) = solution[static_cast<std::size_t>(j - 1)];
-        m.Thetanorm(j, Seg) = m.Theta_Normalized(j, Seg);
-        m.Equation(j, Seg) = m.Eq(j, Seg);
-    }
-    Load_Beta(design);
-    const double b = m.Beta_Rad(Seg);
-    const Single per_b = 1.0 / b;
-    const Single per_b2 = 1.0 / (b * b);
-    const Single per_b3 = 1.0 / (b * b * b);
-    const Single per_b4 = 1.0 / (b * b * b * b);
-
-    const int last = To_Integer(m.Beta_Deg(Seg) / m.Deltatheta);
-    Single theta = 0.0;
-    for (int n = 0; n <= last; ++n) {
-        const Single x = theta / m.Beta_Deg(Seg);
-        m.Seg_S = c.Sum(0, x);
-        m.Seg_V = c.Sum(1, x) * per_b;
-        m.Seg_A = c.Sum(2, x) * per_b2;
-        m.Seg_J = c.Sum(3, x) * per_b3;
-        m.Seg_P = c.Sum(4, x) * per_b4;
-        Store_Point(design, theta);
-        theta += m.Deltatheta;
-    }
-    Store_Segment_Ends(design);
+    for (int d = 0; d <= Max_Bound_Order; ++d)
+        for (int p = 0; p < count_; ++p) {
+            const auto place = static_cast<std::size_t>(p);
+            const auto order = static_cast<std::size_t>(d);
+            factor_[order][place] = d == 0 ? solution.C[place] : factor_[order - 1][place] * (p - d + 1);
+        }
 }
 
-bool Calc_Polynomial(Design_State& design, int Seg)
+double Polynomial_Curve::Sum(std::size_t d, double x) const
 {
-    bool solved = false;
-    Trap("CalPoly", [&] {
-        Check_Segment(Seg);
-        design.motion.Polydone(Seg) = false;
-        design.motion.Base_Shift(Seg) = 0.0;  // the S values are positions, as typed
-        Ask_Boundaries(design, Seg);
-        solved = Read_Bounds(design, Seg) && CalPoly(design, Seg);
-        if (solved)
-            Update_Liftmax(design);
-        design.motion.Polydone(Seg) = solved;
-    });
-    design.motion.Poly_OK = solved;
-    return solved;
+    double sum = 0.0;
+    for (std::size_t p = static_cast<std::size_t>(count_); p-- > d;)
+        sum = sum * x + factor_[d][p];
+    return sum;
 }
 
-bool Calc_Bounds_Segment(Design_State& design, int Seg)
+Svajp Polynomial_Curve::At(double x) const
 {
-    Check_Segment(Seg);
-    switch (design.motion.Seg_Program(Seg)) {
-    case polynomial_program:
-        return Calc_Polynomial(design, Seg);
-    case spline_program:
-        return Calc_Spline(design, Seg);
-    default:
-        Warn("Something is wrong - Data are corrupted");
-        design.motion.Poly_OK = false;
-        return false;
-    }
-}
-
-Points_Keeper::Points_Keeper(Design_State& design)
-    : design_(design),
-      ends_(design.motion.Firstlast),
-      lift_(design.motion.Lift),
-      force_calculated_(design.flags.Ext_Force_Calc)
-{
-    Results_Group& r = design.results;
-    const std::size_t points = static_cast<std::size_t>(r.CalcData.Last_Point() + 1);
-    rows_.reserve(points * written_rows.size());
-    for (const int row : written_rows) {
-        const auto values = r.CalcData.Points(row);
-        rows_.insert(rows_.end(), values.begin(), values.end());
-    }
-    const auto force = r.Ext_Force_Table.Points();
-    force_.assign(force.begin(), force.end());
-}
-
-Points_Keeper::~Points_Keeper()
-{
-    if (accepted_)
-        return;
-    Results_Group& r = design_.results;
-    const std::size_t points = static_cast<std::size_t>(r.CalcData.Last_Point() + 1);
-    auto kept = rows_.cbegin();
-    for (const int row : written_rows) {
-        std::copy_n(kept, points, r.CalcData.Points(row).begin());
-        kept += static_cast<std::ptrdiff_t>(points);
-    }
-    std::ranges::copy(force_, r.Ext_Force_Table.Points().begin());
-    design_.motion.Firstlast = ends_;
-    design_.motion.Lift = lift_;
-    if (!force_calculated_)
-        Apply(design_, Event::external_force_dropped);
+    return {.S = Sum(0, x),
+            .V = Sum(1, x) * per_b_[1],
+            .A = Sum(2, x) * per_b_[2],
+            .J = Sum(3, x) * per_b_[3],
+            .P = Sum(4, x) * per_b_[4]};
 }
 
 }  // namespace lobemax

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-/// Segments given by a table of boundary conditions: the table and its rules, and the polynomial through it.
+/// Segments given by a table of boundary conditions: the table and its rules, and the polynomial that meets it.
 ///
 /// The table has ten rows: row 0 at local angle 0, row 9 at local angle beta, rows 1 to 8 at angles of their
 /// own, each with a box for S, V, A, J and Ping. The texts of the boxes rest in the design; a box that is not
@@ -8,12 +8,14 @@
 /// Segments are 1..20 (error 9 otherwise), conditions 1..40. Texts are read in the number format in force.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <span>
 #include <string_view>
-#include <vector>
 
 #include "core/design_state.h"
 #include "core/numeric.h"
+#include "motion/laws.h"
 
 namespace lobemax {
 
@@ -56,7 +58,7 @@ bool Read_Bounds(Design_State& design, int Seg);
 /// order 0..4. A beta of zero is refused with a message.
 void Add_Bound(Design_State& design, int k, Single theta, int order);
 
-/// Element (condition, coefficient) of the system: the derivative of order d of x^p at x in 0..1.
+/// Element (condition, coefficient) of the system: the derivative of order d of x^p at x in 0..1. docs/theory.md, (45).
 double Bound_Element(int d, int p, double x);
 
 /// Whether a solved system has too few digits left to meet its own conditions to a thousandth of their size.
@@ -67,49 +69,38 @@ double Bound_Element(int d, int p, double x);
 /// @param A       matrix A(1..n, 1..n) before elimination
 /// @param orders  derivative order of each condition
 /// @param length  length of the segment in the variable of A
-/// Source: Higham, Accuracy and Stability of Numerical Algorithms, 7.1 (normwise backward error).
+/// Source: docs/theory.md, (11).
 bool Digits_Lost(int n, Matrix_View A, std::span<const double> solution, std::span<const double> right_side,
                  std::span<const int> orders, double length);
 
-/// Builds and solves the system of a segment's conditions and evaluates its polynomial.
+/// The coefficients C(0..count - 1) of the powers of x = theta / beta, in the unit of S.
+struct Polynomial_Solution {
+    int count = 0;
+    std::array<double, Max_Bounds> C{};
+};
+
+/// Builds and solves the system of the conditions that Read_Bounds stored for a segment. docs/theory.md, (45).
 ///
-/// After a refusal, told by a message, Poly_OK is false and the stored points are as they were.
-/// @throws Fault{6}, Fault{9}, Fault{11} of a point that cannot be stored; the stored points are as they were
-bool CalPoly(Design_State& design, int Seg);
+/// Reads Total_No_of_BCs, Theta_Normalized, Eq, BC and Power. The coefficients are doubles: the table Coefficient holds
+/// them in 32 bits, too few for the terms that cancel in a polynomial of many conditions.
+/// @return false where the system is singular, which SimQ tells, or too few digits are left
+bool Solve_Polynomial(const Design_State& design, int Seg, Polynomial_Solution& solution);
 
-/// Stores the coefficients 1..n of x = theta / beta (element j - 1 of the solution), evaluates the polynomial at
-/// every point of the segment and fills Firstlast.
-void Eval_Poly(Design_State& design, int Seg, std::span<const double> solution);
-
-/// The whole work on a polynomial segment from its stored texts, under its trap: table, system, points, Liftmax.
-///
-/// S of rows 0 and 9 follow Start_Value and End_Value.
-/// @return false after any refusal or fault: Poly_OK and Polydone are false, the stored points as they were
-bool Calc_Polynomial(Design_State& design, int Seg);
-
-/// The work on a segment given by conditions: a polynomial (selector 6) or a spline (11); any other selector is
-/// refused with a message.
-bool Calc_Bounds_Segment(Design_State& design, int Seg);
-
-/// Keeps what the evaluation of a segment writes, and puts it back unless the evaluation went through.
-class Points_Keeper {
+/// A solved polynomial over a segment of b radians: S is a position, not a lift.
+class Polynomial_Curve {
 public:
-    explicit Points_Keeper(Design_State& design);
-    ~Points_Keeper();
-    Points_Keeper(const Points_Keeper&) = delete;
-    Points_Keeper& operator=(const Points_Keeper&) = delete;
+    /// @throws Fault{11} for a b of zero, Fault{6} where a power of 1 / b is no Single: they are held in 32 bits, meant
+    Polynomial_Curve(const Polynomial_Solution& solution, double b);
 
-    /// The new points stay.
-    void Accept() noexcept { accepted_ = true; }
+    /// The point at x = theta / beta, derivatives per radian. Outside 0..1 the polynomial goes on.
+    Svajp At(double x) const;
 
 private:
-    Design_State& design_;
-    std::vector<Single> rows_;
-    std::vector<Single> force_;
-    decltype(Motion_Group::Firstlast) ends_;
-    Single lift_;
-    Flag force_calculated_;
-    bool accepted_ = false;
+    double Sum(std::size_t derivations, double x) const;
+
+    int count_;
+    std::array<double, Max_Bound_Order + 1> per_b_;
+    std::array<std::array<double, Max_Bounds>, Max_Bound_Order + 1> factor_{};  // (derivations, power before them)
 };
 
 }  // namespace lobemax

@@ -9,8 +9,7 @@
 #include "core/numeric.h"
 #include "core/text.h"
 #include "core/traps.h"
-#include "motion/motion_programs.h"
-#include "motion/polynomial.h"
+#include "motion/segment_store.h"
 
 namespace lobemax {
 
@@ -161,70 +160,6 @@ bool Set_Step(Design_State& design, double Deltatheta)
     Apply(design, Event::step_changed);
     Clear_Motion_Data(design, points, design.run.Saved_Variables);
     return true;
-}
-
-void Store_Point(Design_State& design, Single theta)
-{
-    Motion_Group& m = design.motion;
-    Results_Group& r = design.results;
-    const Single angle = theta + m.Shift(m.Seg);
-    const int i = Point_At(design, angle);
-    Table<Single>& data = r.CalcData;
-
-    data(var::Angle, i) = angle;
-    data(var::S, i) = m.Seg_S + m.Base_Shift(m.Seg);
-    switch (m.Time_Base) {
-    case 1:  // per second; jerk and ping are kept in thousands
-        data(var::V, i) = m.Shaft_speed * m.Seg_V;
-        data(var::A, i) = m.Shaft_Speed_Sq * m.Seg_A;
-        data(var::J, i) = m.Shaft_Speed_Cu * m.Seg_J / 1000.0;
-        data(var::Ping, i) = m.Seg_P * m.Shaft_Speed_Cu * m.Shaft_speed / 1000.0;
-        break;
-    case 2:  // per degree: one factor whatever the order. This is the stored definition, and meant.
-        data(var::V, i) = m.Seg_V * PI / 180.0;
-        data(var::A, i) = m.Seg_A * PI / 180.0;
-        data(var::J, i) = m.Seg_J * PI / 180.0;
-        data(var::Ping, i) = m.Seg_P * PI / 180.0;
-        break;
-    case 3:  // per radian
-        data(var::V, i) = m.Seg_V;
-        data(var::A, i) = m.Seg_A;
-        data(var::J, i) = m.Seg_J;
-        data(var::Ping, i) = m.Seg_P;
-        break;
-    default:
-        break;
-    }
-    if (!m.Motion) {
-        r.Ext_Force_Table(i) = m.Seg_S + m.Base_Shift(m.Seg);
-        data(var::Ext_Force, i) = r.Ext_Force_Table(i);
-        Reach(design, Mark::external_force);
-    }
-}
-
-void Store_Segment_Ends(Design_State& design)
-{
-    Motion_Group& m = design.motion;
-    const Table<Single>& data = design.results.CalcData;
-    const int segment = m.Seg;
-    const bool dwell = m.Rise_Fall_Dwell(segment) == "D";
-    const double inside = dwell ? 1.0 : 0.0;
-    const int i0 = To_Integer(m.Shift(segment) / m.Deltatheta + inside);
-    const int i1 = To_Integer((m.Beta_Deg(segment) + m.Shift(segment)) / m.Deltatheta - inside);
-    for (int d = 0; d <= 3; ++d) {
-        m.Firstlast(segment, 1, d) = data(d + 1, i0);
-        m.Firstlast(segment, 2, d) = data(d + 1, i1);
-    }
-    if (!dwell && m.Poly_Lift_Fix)
-        m.Lift = m.Firstlast(segment, 2, 0);
-}
-
-void Update_Liftmax(Design_State& design)
-{
-    Single largest;
-    Single smallest;
-    MaxMin1(design.results.CalcData.Points(var::S), 1, design.motion.Max_Data_Points_used, largest, smallest);
-    design.motion.Liftmax = largest - smallest;
 }
 
 void Reset_Status(Design_State& design)

@@ -19,7 +19,7 @@ void Update_Segment_Angles(Design_State& design);
 /// Stores the shaft speed, rad/s, with its square and cube. Exactly 0 is refused with a message and becomes 1.
 void Set_Shaft_Speed(Design_State& design, Single rad_per_s);
 
-/// Set_Shaft_Speed from the text of txt_Omega, revolutions per minute.
+/// Set_Shaft_Speed from the text of txt_Omega, revolutions per minute. docs/theory.md, (43).
 void Read_Omega(Design_State& design, std::string_view txt_Omega);
 
 /// Whether low <= value <= high; if not, the message appears, unless Quiet_Checks suppresses it.
@@ -38,17 +38,6 @@ void Drop_External_Force(Design_State& design);
 /// Sets the step: 1, 0.5, 0.25 or 0.125 degrees. The arrays are reallocated and all results lost; every
 /// row waits for its calculation again. Any other step is refused: false, nothing changed.
 bool Set_Step(Design_State& design, double Deltatheta);
-
-/// Stores the working point Seg_S .. Seg_P of the segment Seg at local angle theta, degrees.
-/// @throws Fault{9} when the point lies outside the cycle, Fault{6} when a value is no Single
-void Store_Point(Design_State& design, Single theta);
-
-/// Fills Firstlast of the segment Seg from the stored points: a dwell's are taken one step inside it,
-/// because its end points are shared with its neighbours.
-void Store_Segment_Ends(Design_State& design);
-
-/// Liftmax: range of S over points 1..Max_Data_Points_used.
-void Update_Liftmax(Design_State& design);
 
 /// What every calculation of a segment throws away: all later results, and the choice of a force function.
 void Reset_Status(Design_State& design);

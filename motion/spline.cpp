@@ -5,23 +5,16 @@
 #include <cmath>
 #include <memory>
 
-#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/text.h"
 #include "core/traps.h"
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"
-#include "motion/segments.h"
 
 namespace lobemax {
 
 namespace {
-
-void Check_Segment(int Seg)
-{
-    Checked_Place(Seg, 1, Max_Segments);
-}
 
 void Warn(const std::string& text)
 {
@@ -121,68 +114,11 @@ int Interval_of(std::span<const double> knots, double x, int order, int last)
     return interval;
 }
 
-/// What a derivative per degree is multiplied by for storing it: variables 1, 2, 3, 4 and 17.
-std::array<double, Max_Spline_Derivative + 1> Store_Scales(const Design_State& design)
-{
-    const Motion_Group& m = design.motion;
-    std::array<double, Max_Spline_Derivative + 1> scale{1.0};
-    for (int d = 1; d <= Max_Spline_Derivative; ++d) {
-        const double per_radian = Power(Deg_per_Rad, d);
-        switch (m.Time_Base) {
-        case 1:  // per second; jerk and ping are kept in thousands
-            scale[Place(d)] = Power(m.Shaft_speed * Deg_per_Rad, d) / (d >= 3 ? 1000.0 : 1.0);
-            break;
-        case 2:  // per degree: the one factor that all derivatives share, meant
-            scale[Place(d)] = per_radian * PI / 180.0;
-            break;
-        default:
-            scale[Place(d)] = per_radian;
-            break;
-        }
-    }
-    return scale;
-}
-
-/// Evaluates the solved spline at every point of the segment at work.
-void Store_Spline(Design_State& design, std::span<const double> knots, std::span<const double> coefficients)
-{
-    constexpr std::array<int, Max_Spline_Derivative + 1> variables{var::S, var::V, var::A, var::J, var::Ping};
-    Motion_Group& m = design.motion;
-    Results_Group& r = design.results;
-    const int segment = m.Seg;
-    const int order = m.Orders(segment);
-    const int start = To_Integer(m.Shift(segment) / m.Deltatheta);
-    const int points = To_Integer(m.Beta_Deg(segment) / m.Deltatheta);
-    const int derivatives = m.Time_Base >= 1 && m.Time_Base <= 3 ? Max_Spline_Derivative : 0;
-    const auto scale = Store_Scales(design);
-    Basis_Values basis;
-    for (int p = 0; p <= points; ++p) {
-        const double x = p * m.Deltatheta;
-        const int i = start + p;
-        New_B_Spline(knots, x, order, static_cast<int>(coefficients.size()), basis);
-        r.CalcData(var::Angle, i) = m.Shift(segment) + x;
-        for (int d = 0; d <= derivatives; ++d) {
-            double sum = 0.0;
-            for (int j = 0; j < order; ++j) {
-                const Single tabulated = basis.value[Place(d)][Place(j)];  // the basis is held in 32 bits
-                sum += coefficients[Place(basis.first + j - 1)] * tabulated;
-            }
-            r.CalcData(variables[Place(d)], i) = sum * scale[Place(d)];
-        }
-        if (!m.Motion) {  // the spline is a force function
-            r.Ext_Force_Table(i) = r.CalcData(var::S, i);
-            r.CalcData(var::Ext_Force, i) = r.Ext_Force_Table(i);
-            Reach(design, Mark::external_force);
-        }
-    }
-}
-
 /// The collocation system: allocated once a calculation.
 struct Work {
     std::array<double, Max_Bounds * Max_Bounds> matrix;
     std::array<double, Max_Bounds * Max_Bounds> eliminated;
     std::array<double, Max_Bounds> right_side;
-    std::array<double, Max_Bounds> solution;
     std::array<int, Max_Bounds> orders;
     Basis_Values basis;
 };
@@ -298,75 +234,82 @@ bool New_Spline(Design_State& design, int Seg)
     return Knot_Count_Allowed(design, Seg);
 }
 
-void CalcSplines(Design_State& design, int& error)
+bool Solve_Spline(const Design_State& design, int Seg, Spline_Curve& curve)
 {
-    Motion_Group& m = design.motion;
-    const int segment = m.Seg;
-    Check_Segment(segment);
-    const int n = m.Total_No_of_BCs(segment);
-    const int order = m.Orders(segment);
-    Load_Beta(design);
-    const Knot_Row knots = Knots_of(design, segment);
+    Check_Segment(Seg);
+    const Motion_Group& m = design.motion;
+    const int n = m.Total_No_of_BCs(Seg);
+    const int order = m.Orders(Seg);
+    curve.order_ = order;
+    curve.count_ = n;
+    curve.knots_ = Knots_of(design, Seg);
 
     const auto work = std::make_unique<Work>();
     const Matrix_View A(work->matrix, n, n, Max_Bounds);
     for (int i = 1; i <= n; ++i) {
-        const int d = To_Integer(m.Constraints(i, 2));
+        const int d = To_Integer(m.Eq(i, Seg));
         Checked_Place(d, 0, Max_Spline_Derivative);
-        New_B_Spline(knots, m.Constraints(i, 1), order, n, work->basis);
+        const Single theta = m.Theta_Normalized(i, Seg) * m.Beta_Deg(Seg);
+        New_B_Spline(curve.knots_, theta, order, n, work->basis);
         const std::span<double> row = A.Elements(i);
         std::ranges::fill(row, 0.0);
         for (int j = 0; j < order; ++j)
             row[Place(work->basis.first + j - 1)] = work->basis.value[Place(d)][Place(j)];
         // The user's unit to a derivative per degree. The degrees base is divided as the radians one is: meant.
-        double value = m.Constraints(i, 3);
+        // Mechanics would take its conditions as they are; docs/theory.md, 3.2.
+        double value = m.Boundary(i, Seg);
         if (m.Time_Base == 1)
             value /= Power(m.Shaft_speed, d);
         work->right_side[Place(i - 1)] = value / Power(Deg_per_Rad, d);
         work->orders[Place(i - 1)] = d;
     }
     work->eliminated = work->matrix;
-    work->solution = work->right_side;
-    SimQ(n, Matrix_View(work->eliminated, n, n, Max_Bounds), work->solution, error);
-    if (error == 0 && Digits_Lost(n, A, work->solution, work->right_side, work->orders, Length(design, segment)))
-        error = n;
-    if (error != 0)
-        return;
-    Points_Keeper keeper(design);
-    Store_Spline(design, knots, std::span<const double>(work->solution).first(Place(n)));
-    Store_Segment_Ends(design);
-    keeper.Accept();
+    curve.C_ = work->right_side;
+    int status = 0;
+    SimQ(n, Matrix_View(work->eliminated, n, n, Max_Bounds), curve.C_, status);
+    return status == 0 && !Digits_Lost(n, A, curve.C_, work->right_side, work->orders, Length(design, Seg));
 }
 
-bool Calc_Spline(Design_State& design, int Seg)
+void Spline_Curve::Basis(double theta, Basis_Values& basis) const
 {
-    bool solved = false;
-    Trap("CalcSplines", [&] {
-        Check_Segment(Seg);
-        Motion_Group& m = design.motion;
-        m.Splines_Calculated(Seg) = false;
-        m.Poly_OK = false;
-        m.Base_Shift(Seg) = 0.0;  // the S values are positions, as typed
-        Ask_Boundaries(design, Seg);
-        if (!Read_Bounds(design, Seg))
-            return;
-        m.No_Conditions(Seg) = m.Total_No_of_BCs(Seg);
-        m.No_of_conditions(Seg) = std::to_string(int{m.No_Conditions(Seg)});
-        if (!New_Spline(design, Seg))
-            return;
-        int error = 0;
-        CalcSplines(design, error);
-        if (error > 0) {
-            Warn(
-                "There has been an error in the calculation of the \n"
-                "spline data with your choice of knot locations.\n"
-                "Please review your data and try again.");
-            return;
-        }
-        Update_Liftmax(design);
-        m.Splines_Calculated(Seg) = solved = true;
-    });
-    return solved;
+    New_B_Spline(knots_, theta, order_, count_, basis);
+}
+
+double Spline_Curve::Sum(const Basis_Values& basis, int d) const
+{
+    double sum = 0.0;
+    for (int j = 0; j < order_; ++j)
+        sum += C_[Place(basis.first + j - 1)] * basis.value[Place(d)][Place(j)];
+    return sum;
+}
+
+double Spline_Curve::Sum_of_Tabulated(const Basis_Values& basis, int d) const
+{
+    double sum = 0.0;
+    for (int j = 0; j < order_; ++j) {
+        const Single tabulated = basis.value[Place(d)][Place(j)];
+        sum += C_[Place(basis.first + j - 1)] * tabulated;
+    }
+    return sum;
+}
+
+Svajp Spline_Curve::At(double theta) const
+{
+    Basis_Values basis;
+    Basis(theta, basis);
+    double per_radian = 1.0;
+    const auto next = [&](int d) {
+        const double value = Sum(basis, d) * per_radian;
+        per_radian *= Deg_per_Rad;
+        return value;
+    };
+    Svajp point;
+    point.S = next(0);
+    point.V = next(1);
+    point.A = next(2);
+    point.J = next(3);
+    point.P = next(4);
+    return point;
 }
 
 bool Set_Order(Design_State& design, int Seg, std::string_view text)

@@ -3,7 +3,7 @@
 ///
 /// N conditions and order k make N basis functions over N + k knots 1..N + k, local degrees: the first k at 0, the
 /// last k at the segment's end, N - k inside. Segments are 1..20 (error 9 otherwise).
-/// Source: de Boor, A Practical Guide to Splines, IX to XIII.
+/// Source: docs/theory.md, (46) to (50).
 #pragma once
 
 #include <array>
@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "core/design_state.h"
+#include "motion/laws.h"
 
 namespace lobemax {
 
@@ -33,11 +34,12 @@ struct Basis_Values {
 /// @param last   index of the last basis function: its interval is closed at the right, and the function
 ///               after it is 0. A term with a denominator of 0 is 0.
 /// @throws Fault{9} where the function reaches beyond the knots
-/// Source: de Boor, A Practical Guide to Splines, IX.
+/// Source: docs/theory.md, (46), (47).
 double B_Spline(std::span<const double> knots, double x, int order, int i, int last);
 
 /// One step of derivation: from the values of the functions span - order + 2..span of order - 1 (or from a
 /// derivative of them) to the next derivative of the functions span - order + 1..span of the order, in place.
+/// Source: docs/theory.md, (48).
 void MakeDerivs(std::span<const double> knots, int span, int order, std::span<double> values);
 
 /// All basis functions at x with their derivatives to order 4. Outside the segment the end pieces go on; a derivative
@@ -47,7 +49,7 @@ void New_B_Spline(std::span<const double> knots, double x, int order, int last, 
 /// Writes the knots at both ends of a segment's spline.
 void Boundary_Knots(Design_State& design, int Seg);
 
-/// Writes the interior knots evenly and sets EvenKnots.
+/// Writes the interior knots evenly and sets EvenKnots. docs/theory.md, (49).
 void Even_Knots(Design_State& design, int Seg);
 
 /// Sets up order and knots for the conditions asked for: an order below 4 becomes 6, one above the count becomes the
@@ -55,18 +57,37 @@ void Even_Knots(Design_State& design, int Seg);
 /// @return false, after a message, for more than 17 interior knots or more knots than the table holds
 bool New_Spline(Design_State& design, int Seg);
 
-/// Builds and solves the system of the segment at work and, when solved, evaluates the spline at its points.
-///
-/// Reads Constraints and Knots; the stored points change only on success.
-/// @param error  0, or above 0 where the system is singular or has too few digits left
-/// @throws Fault{6}, Fault{9}, Fault{11} of a point that cannot be stored; the stored points are as they were
-void CalcSplines(Design_State& design, int& error);
+/// A solved spline over a segment: S is a position, not a lift.
+class Spline_Curve {
+public:
+    /// The point at local angle theta, degrees; derivatives per radian. Outside the segment the end pieces go on; at a
+    /// knot it belongs to the piece that starts there, at the segment's end to the last. docs/theory.md, (50).
+    Svajp At(double theta) const;
 
-/// The whole work on a spline segment from its stored texts, under its trap.
+    /// The basis functions at theta, and the derivative of order d 0..4 per degree that they sum up to.
+    void Basis(double theta, Basis_Values& basis) const;
+    double Sum(const Basis_Values& basis, int d) const;
+
+    /// The same with the basis held in 32 bits, as the table of the points has it: meant, some 1E-7 of the largest
+    /// coefficient. @throws Fault{6} when a basis value is no Single
+    double Sum_of_Tabulated(const Basis_Values& basis, int d) const;
+
+private:
+    friend bool Solve_Spline(const Design_State& design, int Seg, Spline_Curve& curve);
+
+    int order_ = 0;
+    int count_ = 0;
+    std::array<double, Max_Knots + 1> knots_{};  // knot 1 in element 1
+    std::array<double, Max_Bounds> C_{};
+};
+
+/// Builds and solves the collocation system of the conditions that Read_Bounds stored for a segment, over its knots.
+/// docs/theory.md, (50).
 ///
-/// S of rows 0 and 9 follow Start_Value and End_Value; the count goes to No_Conditions.
-/// @return Splines_Calculated; false after any refusal or fault, the stored points as they were
-bool Calc_Spline(Design_State& design, int Seg);
+/// Reads Total_No_of_BCs, Theta_Normalized, Eq, Boundary, Orders, Knots.
+/// @return false where the system is singular, which SimQ tells, or too few digits are left
+/// @throws Fault{9} for a derivative or an order beyond the limits
+bool Solve_Spline(const Design_State& design, int Seg, Spline_Curve& curve);
 
 /// Types the order of a segment's spline, under its trap; the knots become even.
 ///

@@ -11,6 +11,7 @@
 #include "core/text.h"
 #include "core/traps.h"
 #include "motion/polynomial.h"
+#include "motion/segment_store.h"
 #include "motion/spline.h"
 #include "paint/print.h"
 #include "screens/desk.h"

@@ -15,6 +15,7 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "motion/polynomial.h"
+#include "motion/segment_store.h"
 #include "motion/spline.h"
 #include "paint/chart.h"
 #include "screens/desk.h"

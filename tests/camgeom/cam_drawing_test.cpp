@@ -54,7 +54,7 @@ TEST_F(Cam_Drawing, the_window_is_square_and_holds_the_whole_mechanism)
     }
 }
 
-TEST_F(Cam_Drawing, the_margin_is_told_and_the_zoom_widens_the_window)
+TEST_F(Cam_Drawing, the_margin_comes_from_prime_and_roller_radius_and_the_zoom_widens_the_window)
 {
     ASSERT_TRUE(Draw_Cam_Preview(design, surface_));
     double high = -1e9;

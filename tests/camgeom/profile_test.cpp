@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "camgeom/arm.h"
 #include "camgeom/sizing.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
@@ -247,7 +248,8 @@ TEST_F(Profile, a_flat_face_on_an_arm_lies_on_the_cam_where_cam_and_arm_turn_the
 
 TEST_F(Profile, a_flat_face_on_an_arm_has_its_distance_by_one_minus_the_velocity_in_either_sense)
 {
-    // For opposite senses of cam and arm mechanics would have one plus the velocity; the system's formula is meant.
+    // For opposite senses of cam and arm mechanics would have one plus the velocity,
+    // docs/theory.md, (84); one minus it is meant.
     for (const int ArmDirect : {1, -1}) {
         Cam_Maker maker;
         maker.translating = false;

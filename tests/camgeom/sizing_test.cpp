@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "camgeom/arm.h"
 #include "core/text.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"

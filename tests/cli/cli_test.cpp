@@ -612,7 +612,7 @@ TEST_F(Cli, a_plot_or_drawing_that_cannot_be_is_status_2_and_leaves_no_file)
 TEST_F(Cli, a_cam_that_cannot_be_drawn_tells_why_once)
 {
     ASSERT_EQ(Run("new -o n.cam --rpm 900 'R C1 90 0 20' 'D DW 90 20 20' 'F SF 90 20 0' 'D DW 90 0 0'").status, 0);
-    ASSERT_EQ(Run("calc n.cam -o n.cam --set Prime_Rad=8 --set Follow_Rad=12").status, 0);
+    ASSERT_EQ(Run("calc n.cam -o n.cam --set Follow_Rad=12 --set Prime_Rad=8").status, 0);
     const Result refused = Run("draw n.cam -o n.svg");
     EXPECT_EQ(refused.status, 1);
     EXPECT_EQ(refused.err,

@@ -64,7 +64,7 @@ struct Expected {
     double omega;
     double prime;   // inches
     double offset;  // inches
-    double roller;  // times the system's
+    double roller;  // times the default of the units
     int followtype;
     bool translating;
 
@@ -330,7 +330,7 @@ TEST_F(Examples, take_the_place_of_the_whole_design)
     EXPECT_EQ(m().Beta_Deg(4), 0.0);
     EXPECT_EQ(design.identity.Model_Name, "Model1");
     EXPECT_FALSE(design.cam.Conjugate);
-    EXPECT_EQ(design.dynamics.Preload, 100.0);  // the default of the system
+    EXPECT_EQ(design.dynamics.Preload, 100.0);  // the default of its field
     EXPECT_EQ(design.results.CalcData(var::S, 45), 0.0);
 }
 

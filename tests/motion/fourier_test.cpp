@@ -91,7 +91,7 @@ TEST_F(Fourier, it_is_the_plain_double_sum_at_the_finest_step)
     Expect_Plain_Sum(var::A, 0, 2879);
 }
 
-TEST_F(Fourier, a_spike_and_noise_follow_the_roundings_of_the_told_angle)
+TEST_F(Fourier, a_spike_and_noise_follow_the_roundings_of_the_plain_sum)
 {
     // All harmonics of a spike are of one size, so nothing hides what its angle loses by rounding: up to 6e-12 here.
     ASSERT_TRUE(Set_Step(design, 0.125));

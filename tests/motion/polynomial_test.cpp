@@ -13,6 +13,7 @@
 
 #include "core/text.h"
 #include "motion/motion_programs.h"
+#include "motion/segment_store.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"

@@ -14,6 +14,7 @@
 #include "core/text.h"
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"
+#include "motion/segment_store.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
