@@ -7,8 +7,11 @@
 #include <QWidget>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "core/surface.h"
+
+class QMenu;
 
 namespace lobemax::paint {
 
@@ -28,6 +31,10 @@ public:
     void Outline(std::span<const World_Point> points, Ink ink) override;
 
     QColor Colour_of(Ink ink) const;
+    /// Draws these inks in gray: what they stand for is out of date.
+    void Gray(std::vector<Ink> inks) { gray_ = std::move(inks); }
+    /// Widens what is drawn, for a screen whose points are not square: a circle is then round to the eye.
+    void Widen(double across) { across_ = across; }
 
 private:
     QPointF To_Page(double x, double y) const;
@@ -36,6 +43,8 @@ private:
     QPainter& painter_;
     QRectF area_;
     QPalette palette_;
+    std::vector<Ink> gray_;
+    double across_ = 1.0;
     double per_x_ = 1.0;  // page units of a world unit
     double per_y_ = 1.0;
     QPointF origin_;  // of the world, on the page
@@ -46,8 +55,11 @@ private:
 /// What draws onto a surface.
 using Drawing = std::function<void(Surface&)>;
 
-/// Writes a drawing to a PNG, SVG or PDF file, by the ending of its path. @return whether it was written
-bool Save_Drawing(const Drawing& drawing, const QSize& size, const QString& path, const QPalette& palette);
+/// Writes a drawing to a PNG, SVG or PDF file, by the ending of its path.
+/// @param why  out: what went wrong
+/// @return     whether it was written
+bool Save_Drawing(const Drawing& drawing, const QSize& size, const QString& path, const QPalette& palette,
+                  QString* why = nullptr);
 
 /// A widget that shows a drawing, whole at any size, with copy and save in its context menu.
 ///
@@ -55,7 +67,12 @@ bool Save_Drawing(const Drawing& drawing, const QSize& size, const QString& path
 class Drawing_View : public QWidget {
 public:
     explicit Drawing_View(const QString& name, QWidget* parent = nullptr);
-    void Show(Drawing drawing);
+    /// @param gray  inks of what is out of date
+    void Show(Drawing drawing, std::vector<Ink> gray = {});
+    /// How much wider than high a circle is drawn on the screen, so that it looks round; pictures are not widened.
+    void Widen(double across);
+    /// What the context menu holds.
+    void Fill_Menu(QMenu& menu);
     /// Where the whole drawing stands on the widget: the widget itself until the user zooms or pans.
     QRectF Area() const;
 
@@ -69,6 +86,8 @@ protected:
 
 private:
     Drawing drawing_;
+    std::vector<Ink> gray_;
+    double across_ = 1.0;
     double zoom_ = 1.0;
     QPointF pan_;
     QPointF grip_;  // where the drag was last
