@@ -9,7 +9,10 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -280,7 +283,9 @@ frm_Plot::frm_Plot(int plot_style, QWidget* parent)
         charts->addWidget(charts_.back(), 1 + k / columns, k % columns);
     }
     charts->addWidget(above, 0, 0, 1, columns);
-    auto* const side = new QVBoxLayout;
+    auto* const beside = new QWidget;
+    auto* const side = new QVBoxLayout(beside);
+    side->setContentsMargins({});
     const auto panel = [side](const char* name, const QString& title, const char* label, const Panel_Lines& lines) {
         if (lines.empty())
             return;
@@ -353,11 +358,16 @@ frm_Plot::frm_Plot(int plot_style, QWidget* parent)
     add(Button(QStringLiteral("cmd_PlotDone"), QStringLiteral("&Done"), [this] { accept(); }));
     auto* const row = new QHBoxLayout;
     row->addLayout(charts, 1);
-    row->addLayout(side);
+    // The panels scroll by themselves, so that a small desktop shows the charts whole.
+    QScrollArea* const panels = Scrolled(beside);
+    panels->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    panels->setFixedWidth(beside->minimumSizeHint().width() + panels->verticalScrollBar()->sizeHint().width());
+    row->addWidget(panels);
     Body().addWidget(header);
     Body().addLayout(row, 1);
     Foot().addLayout(buttons);
-    Open_at({1020, 660});
+    constexpr int above_and_below = 120;  // of the panels: header and buttons
+    Open_at({1020, std::max(660, beside->minimumSizeHint().height() + above_and_below)});
     Replot();
 }
 

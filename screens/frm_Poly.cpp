@@ -98,7 +98,7 @@ frm_Poly::frm_Poly(int segment, QWidget* parent)
     Body().addWidget(tables, 1);
     Foot().addLayout(buttons);
     done->setFocus();
-    Open_at({760, 420});
+    Open_at({880, 420});
 }
 
 }  // namespace lobemax::screens

@@ -418,6 +418,15 @@ QVBoxLayout& Screen::Foot()
     return *foot_;
 }
 
+/// The least size that shows the content whole, without scrolling.
+QSize Screen::Whole() const
+{
+    const QSize content = body_->parentWidget()->minimumSizeHint();
+    const QSize foot = foot_->minimumSize();
+    const int menu = layout()->menuBar() == nullptr ? 0 : layout()->menuBar()->sizeHint().height();
+    return {std::max(content.width(), foot.width()), content.height() + foot.height() + layout()->spacing() + menu};
+}
+
 /// Gives the focus to the first control that takes it.
 void Screen::Focus_First()
 {
@@ -438,8 +447,11 @@ void Screen::setVisible(bool visible)
         }
         const bool full = design.run.Full_Screen && !stays_small_;
         setWindowState(full ? windowState() | Qt::WindowMaximized : windowState() & ~Qt::WindowMaximized);
-        if (!full)
+        if (!full) {
+            if (!placed_ && body_ != nullptr && testAttribute(Qt::WA_Resized))
+                resize(size().expandedTo(Whole()));
             Fit_to_Desktop(*this);
+        }
     }
     QDialog::setVisible(visible);
     if (auto* const entry = dynamic_cast<Entry*>(focusWidget()); visible && entry != nullptr)

@@ -56,9 +56,8 @@ public:
     /// Where set, the arrow keys and the wheel step the number of the field: +1 or -1, ten times that with Shift. The
     /// function returns the new text; it is accepted at once. An empty answer changes nothing.
     std::function<std::string(const std::string& text, int steps)> stepped;
-    /// Where set, an arrow key goes from field to field of a table: it is told by how many columns and rows, and
-    /// answers whether the focus went. Right and Left do so from the end and the beginning of the text, and of one
-    /// selected whole.
+    /// Where set, an arrow key goes from field to field of a table: it is told by how many columns and rows.
+    /// Right and Left do so from the end and the beginning of the text, and of one selected whole.
     std::function<void(int columns, int rows)> moved;
 
     /// Shows a text that the program sets: the field counts as unchanged.
@@ -148,7 +147,8 @@ protected:
     };
     bool Is_Filling() const { return filling_ > 0; }
 
-    /// Size of the screen where the user has not given it another.
+    /// Size of the screen where the user has not given it another: larger where the content needs it, smaller where the
+    /// desktop is.
     void Open_at(const QSize& size);
     /// Where the content of the screen goes: it scrolls where the desktop is too small for it.
     QVBoxLayout& Body();
@@ -172,6 +172,7 @@ private:
     [[noreturn]] void No_Control(const QString& name) const;
     void Make_Parts();
     void Focus_First();
+    QSize Whole() const;
     int filling_ = 0;
     bool placed_ = false;  // where the user left it
     bool stays_small_ = false;

@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTableWidget>
 #include <map>
 
@@ -122,6 +123,19 @@ TEST_F(Screens_at_Large, what_moves_on_and_back_stands_outside_of_what_scrolls)
                 for (const QWidget* w = button; w != nullptr; w = w->parentWidget())
                     EXPECT_EQ(qobject_cast<const QScrollArea*>(w), nullptr) << entry.name << "." << name;
             }
+    }
+}
+
+TEST_F(Screens_at_Large, nothing_scrolls_where_the_desktop_has_room)
+{
+    const Desktop_of here(QSize(1920, 1200));
+    for (const A_Screen& entry : Every_Screen()) {
+        QSettings().clear();
+        const auto screen = entry.make();
+        const Driver user(*screen);
+        for (const QScrollArea* const area : screen->findChildren<QScrollArea*>())
+            EXPECT_FALSE(area->verticalScrollBar()->isVisible() || area->horizontalScrollBar()->isVisible())
+                << entry.name;
     }
 }
 

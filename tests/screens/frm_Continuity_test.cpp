@@ -99,6 +99,28 @@ TEST_F(Continuity_Screen, escape_ends_whether_the_segments_meet_or_not)
     }
 }
 
+TEST_F(Continuity_Screen, a_row_of_the_table_is_plotted_on_the_plot_screen)
+{
+    Build("Double Dwell");
+    std::vector<std::string> path;
+    const testing::Modals modals([&](QDialog& open) {
+        path.push_back((open.objectName() + " " + open.windowTitle()).toStdString());
+        const Driver user(open);
+        if (path.size() == 1) {
+            user.Press("cmd_PlotSeg(2)");
+            user.Press("cmd_Cancel");
+            return;
+        }
+        const auto& chart = user.Find<paint::Chart>("grf_Plot(1)");
+        EXPECT_EQ(chart.Curves()[0].x.front(), 180.0);
+        EXPECT_EQ(chart.Curves()[0].x.back(), 270.0);
+        user.Press("cmd_PlotDone");
+    });
+    screens::Run_Input_Session(nullptr);
+    ASSERT_EQ(path.size(), 2U);
+    EXPECT_EQ(path[1], "frm_Plot3 Segment 3");
+}
+
 TEST_F(Continuity_Screen, back_returns_without_a_box)
 {
     Build("Double Dwell");
