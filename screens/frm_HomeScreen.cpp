@@ -83,14 +83,11 @@ QString Help_of(Home_Button button)
 }
 
 /// Circles and squares to judge the screen's proportions by.
-class Circles : public QDialog {
+class Circles : public Screen {
 public:
-    explicit Circles(QWidget* parent) : QDialog(parent)
+    explicit Circles(QWidget* parent) : Screen(QStringLiteral("frm_Circles"), QStringLiteral("Circles"), parent)
     {
-        setObjectName(QStringLiteral("frm_Circles"));
-        setWindowTitle(QStringLiteral("Circles"));
-        resize(420, 420);
-        Fit_to_Desktop(*this);
+        Open_at({420, 420});
     }
 
 protected:

@@ -326,6 +326,26 @@ TEST_F(Screens_at_Large, f1_opens_the_page_of_the_screen)
     }
 }
 
+TEST_F(Screens_at_Large, the_circles_are_a_screen_as_others_are)
+{
+    design.run.Full_Screen = true;
+    frm_HomeScreen home("");
+    const Driver user(home);
+    bool played = false;
+    const testing::Modals modals([&](QDialog& open) {
+        played = true;
+        EXPECT_EQ(open.objectName(), "frm_Circles");
+        EXPECT_TRUE(open.isMaximized());
+        QTest::keyClick(&open, Qt::Key_F1);
+        ASSERT_NE(Help(), nullptr);
+        EXPECT_EQ(Help()->Page(), "preferences");
+        QTest::keyClick(&open, Qt::Key_Escape);
+        EXPECT_FALSE(open.isVisible());
+    });
+    home.findChild<QAction*>("mnu_Circles")->trigger();
+    EXPECT_TRUE(played);
+}
+
 TEST_F(Screens_at_Large, the_help_stays_usable_over_a_modal_screen)
 {
     Build("Double Dwell");
