@@ -66,7 +66,7 @@ constexpr std::array controls{
     Dynamics_Control{"cmd_Calc", "&Calculate", ""},
     Dynamics_Control{"cmd_Done", "&Next >", ""},
     Dynamics_Control{"cmd_Print", "&Print Form", ""},
-    Dynamics_Control{"cmd_Copy", "&Copy", ""},
+    Dynamics_Control{"cmd_Copy", "Cop&y", ""},
 };
 
 }  // namespace

@@ -29,7 +29,7 @@ bool Calculated(const Design_State& design)
 constexpr std::string_view file_menu = "&File";
 constexpr std::string_view units_menu = "&Units";
 constexpr std::string_view examples_menu = "E&xamples";
-constexpr std::string_view fft_menu = "FF&T";
+constexpr std::string_view fft_menu = "FFT";  // its letters are the keys of File and Stress
 constexpr std::string_view screen_menu = "S&creen";
 
 constexpr std::array menus{

@@ -37,4 +37,20 @@ void Apply_Preferences(Design_State& design, const Preference_Choice& choice)
     Refresh_Screens();
 }
 
+void Set_Screen_Scale(Design_State& design, int width, int height, double points_per_inch_across,
+                      double points_per_inch_up)
+{
+    constexpr double widest = 2.0;  // of a point against its height, on screens that were ever built
+    design.run.Screen_Width = width;
+    design.run.Screen_Height = height;
+    const bool known = points_per_inch_across > 0.0 && points_per_inch_up > 0.0;
+    const double ratio = known ? points_per_inch_across / points_per_inch_up : 1.0;
+    design.run.Aspect_Correction = ratio <= widest && ratio >= 1.0 / widest ? ratio : 1.0;
+}
+
+double Circle_Width(const Design_State& design)
+{
+    return design.run.Aspect_Flag ? double{design.run.Aspect_Correction} : 1.0;
+}
+
 }  // namespace lobemax

@@ -37,4 +37,14 @@ Preference_Choice Present_Preferences(const Design_State& design);
 ///         then applied
 void Apply_Preferences(Design_State& design, const Preference_Choice& choice);
 
+/// The size of the screen, and how wide a circle must be drawn there to look round.
+///
+/// @param points_per_inch  across and up. A screen that does not know its own size tells nonsense: what no screen has,
+///                         or none at all, counts as square points
+void Set_Screen_Scale(Design_State& design, int width, int height, double points_per_inch_across,
+                      double points_per_inch_up);
+
+/// Width of a circle on the screen for a height of 1: with the correction chosen, that of the screen.
+double Circle_Width(const Design_State& design);
+
 }  // namespace lobemax

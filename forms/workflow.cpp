@@ -11,7 +11,7 @@ namespace lobemax {
 namespace {
 
 constexpr std::array<Home_Button_Entry, Home_Button_Count> home_buttons{{
-    {"cmd_Input", "&Input", "Create a cam"},
+    {"cmd_Input", "I&nput", "Create a cam"},
     {"cmd_Size", "Si&ze Cam", "Choose cam and follower, pressure angle and curvature"},
     {"cmd_Draw", "&Draw Cam", "Draw and animate the cam"},
     {"cmd_Force", "D&ynamics", "Follower force and camshaft torque"},

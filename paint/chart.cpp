@@ -5,11 +5,11 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QFile>
-#include <QFileDialog>
+#include <QFontMetricsF>
 #include <QImage>
 #include <QLabel>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPicture>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -19,7 +19,9 @@
 
 #include "core/design_state.h"
 #include "core/text.h"
+#include "forms/preference_choice.h"
 #include "paint/picture_file.h"
+#include "paint/save_picture.h"
 
 namespace lobemax::paint {
 
@@ -37,6 +39,15 @@ QColor Own_Colour(int place)
 QString Number(const Design_State& design, double value)
 {
     return QString::fromStdString(In_Number_Format(design, Shortest(Single(value))));
+}
+
+/// A number to be read at a glance.
+QString Rounded(const Design_State& design, double value)
+{
+    constexpr int figures = 5;
+    const QString text = QString::number(value, 'g', figures);
+    return QString::fromStdString(In_Number_Format(
+        design, text.contains(QLatin1Char('e')) ? text.toStdString() : Shortest(Single(text.toDouble()))));
 }
 
 QString Named_Unit(const Curve& curve)
@@ -115,6 +126,13 @@ private:
 
 }  // namespace
 
+Curve_Style Look_of_Boxes(bool lines, bool sticks)
+{
+    if (sticks)
+        return lines ? Curve_Style::sticks_and_line : Curve_Style::sticks;
+    return lines ? Curve_Style::line : Curve_Style::points;
+}
+
 Curve Row_Curve(const QString& name, const QString& unit, std::span<const Single> angle, std::span<const Single> row,
                 int first, int last)
 {
@@ -159,7 +177,12 @@ Chart::Chart(const Design_State& design, const QString& name, QWidget* parent)
     plot_->setPlottingHints(QCP::phCacheLabels | QCP::phFastPolylines);
     plot_->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(plot_, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) { Open_Menu(at); });
-    connect(plot_, &QCustomPlot::mouseMove, this, [this](QMouseEvent* event) { Point_at(event->pos()); });
+    connect(plot_, &QCustomPlot::mouseMove, this, [this](QMouseEvent* event) {
+        pointer_ = event->pos();
+        Read_Out();
+    });
+    connect(plot_, &QCustomPlot::afterReplot, this, [this] { Read_Out(); });  // what is under the pointer has changed
+    plot_->installEventFilter(this);
     connect(plot_, &QCustomPlot::mouseDoubleClick, this, [this] { Reset_View(); });
     connect(plot_, &QCustomPlot::mousePress, this, [this](QMouseEvent* event) {
         if (clicked && event->button() == Qt::LeftButton)
@@ -169,6 +192,7 @@ Chart::Chart(const Design_State& design, const QString& name, QWidget* parent)
         if (equal_)
             Fit_Equal_Scales();
         Place_Legend();
+        Arrange_Extremes();
     });
     Apply_Palette();
 }
@@ -178,6 +202,7 @@ void Chart::Show(std::vector<Curve> curves)
     curves_ = std::move(curves);
     Make_Graphs();
     Reset_View();
+    Read_Out();
 }
 
 void Chart::Update(std::vector<Curve> curves)
@@ -199,6 +224,16 @@ void Chart::Update(std::vector<Curve> curves)
         plot_->replot(QCustomPlot::rpQueuedReplot);
     else
         Reset_View();
+    Read_Out();
+}
+
+void Chart::Set_Stale(bool stale)
+{
+    if (stale_ == stale)
+        return;
+    stale_ = stale;
+    Make_Graphs();
+    plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
 void Chart::Clear()
@@ -311,8 +346,9 @@ void Chart::Reset_View()
 {
     const Own_View own(*this);
     zoomed_ = false;
-    plot_->rescaleAxes();
     if (plot_->plottableCount() > 0) {
+        for (QCPAxis* const axis : {plot_->xAxis, plot_->yAxis, plot_->yAxis2})
+            Set_to_Curves(*axis);
         Show_Range(*plot_->yAxis);
         Show_Range(*plot_->yAxis2);
         if (ticks_ && ticks_->points > 1)
@@ -324,6 +360,31 @@ void Chart::Reset_View()
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
+/// Sets an axis to the least and the greatest of what its curves have on it, and to nothing else: a curve of one value
+/// leaves no range of the curves before behind.
+void Chart::Set_to_Curves(QCPAxis& axis) const
+{
+    double least = std::numeric_limits<double>::max();
+    double most = std::numeric_limits<double>::lowest();
+    for (const Curve& curve : curves_) {
+        const bool abscissa = &axis == plot_->xAxis;
+        if (!abscissa && curve.right_axis != (&axis == plot_->yAxis2))
+            continue;
+        for (const double value : abscissa ? curve.x : curve.y) {
+            least = std::min(least, value);
+            most = std::max(most, value);
+        }
+        if (equal_ && Has_Sticks(curve)) {  // rays go to the origin
+            least = std::min(least, 0.0);
+            most = std::max(most, 0.0);
+        }
+    }
+    if (least < most)
+        axis.setRange(least, most);
+    else if (least == most)
+        axis.setRange(least, 2.0, Qt::AlignCenter);  // a flat line shows as one
+}
+
 /// Widens an axis of values to a view that is fit to look at.
 void Chart::Show_Range(QCPAxis& axis)
 {
@@ -332,14 +393,14 @@ void Chart::Show_Range(QCPAxis& axis)
         if (curve.right_axis == right && Has_Sticks(curve) && !equal_)
             axis.setRange(std::min(axis.range().lower, 0.0), std::max(axis.range().upper, 0.0));
     if (axis.range().size() < 1e-9 * std::max(1.0, std::abs(axis.range().center())))
-        axis.setRange(axis.range().center(), 2.0, Qt::AlignCenter);  // a flat line shows as one
+        axis.setRange(axis.range().center(), 2.0, Qt::AlignCenter);
     constexpr double margin = 1.08;
     axis.scaleRange(margin, axis.range().center());
 }
 
 QColor Chart::Colour_of(const Curve& curve, int place) const
 {
-    if (curve.faint)
+    if (curve.faint || stale_)
         return palette().color(QPalette::Mid);
     return curve.colour.isValid() ? curve.colour : Own_Colour(place);
 }
@@ -462,12 +523,13 @@ void Chart::Fit_Equal_Scales()
     const Own_View own(*this);
     QCPAxis& x = *plot_->xAxis;
     QCPAxis& y = *plot_->yAxis;
+    const double across = on_paper_ ? 1.0 : Circle_Width(design_);
     for (int pass = 0; pass < 2; ++pass) {
         const QRect area = plot_->axisRect()->rect();
         if (area.width() < 1 || area.height() < 1)
             return;
-        const double per_pixel = std::max(x.range().size() / area.width(), y.range().size() / area.height());
-        x.setRange(x.range().center(), per_pixel * area.width(), Qt::AlignCenter);
+        const double per_pixel = std::max(x.range().size() * across / area.width(), y.range().size() / area.height());
+        x.setRange(x.range().center(), per_pixel * area.width() / across, Qt::AlignCenter);
         y.setRange(y.range().center(), per_pixel * area.height(), Qt::AlignCenter);
         for (const auto phase :
              {QCPLayoutElement::upPreparation, QCPLayoutElement::upMargins, QCPLayoutElement::upLayout})
@@ -509,12 +571,22 @@ void Chart::Place_Legend()
     inset.update(QCPLayoutElement::upLayout);
 }
 
-void Chart::Point_at(const QPoint& position)
+/// Reads what stands under the pointer now; nothing where it is away.
+void Chart::Read_Out()
 {
-    if (plot_->axisRect()->rect().contains(position))
-        read_out_->setText(equal_ ? Nearest_Point(position) : Values_at(plot_->xAxis->pixelToCoord(position.x())));
+    if (pointer_ && plot_->axisRect()->rect().contains(*pointer_))
+        read_out_->setText(equal_ ? Nearest_Point(*pointer_) : Values_at(plot_->xAxis->pixelToCoord(pointer_->x())));
     else
         read_out_->clear();
+}
+
+bool Chart::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == plot_ && (event->type() == QEvent::Leave || event->type() == QEvent::Hide)) {
+        pointer_.reset();
+        Read_Out();
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 /// The values of all curves at their points nearest to an abscissa.
@@ -562,39 +634,89 @@ QString Chart::Nearest_Point(const QPoint& position) const
 
 void Chart::Place_Extremes()
 {
-    for (int k = plot_->itemCount() - 1; k >= 0; --k)
-        if (qobject_cast<QCPItemTracer*>(plot_->item(k)) != nullptr ||
-            qobject_cast<QCPItemText*>(plot_->item(k)) != nullptr)
-            plot_->removeItem(k);
+    for (const Extreme& extreme : marked_) {
+        plot_->removeItem(extreme.ring);
+        plot_->removeItem(extreme.label);
+    }
+    marked_.clear();
     if (!extremes_)
         return;
+    QFont small = font();
+    small.setPointSizeF(small.pointSizeF() * 0.85);
     for (const Curve& curve : curves_) {
         if (curve.faint || curve.y.empty())
             continue;
         QCPAxis* const values = curve.right_axis ? plot_->yAxis2 : plot_->yAxis;
         const auto [least, most] = std::minmax_element(curve.y.begin(), curve.y.end());
-        for (const auto& at : {least, most}) {
+        std::vector<std::vector<double>::const_iterator> found{most};
+        if (*least < *most)
+            found.push_back(least);
+        for (const auto& at : found) {
             const double x = curve.x[static_cast<std::size_t>(at - curve.y.begin())];
-            auto* const tracer = new QCPItemTracer(plot_);
-            tracer->setStyle(QCPItemTracer::tsCircle);
-            tracer->setSize(7);
-            tracer->position->setAxes(plot_->xAxis, values);
-            tracer->position->setCoords(x, *at);
-            tracer->setPen(QPen(Ink()));
-            auto* const text = new QCPItemText(plot_);
-            text->setText(Number(design_, *at) + QStringLiteral(" @ ") + Number(design_, x));
-            text->setColor(Ink());
-            text->setPositionAlignment((at == most ? Qt::AlignTop : Qt::AlignBottom) | Qt::AlignHCenter);
-            text->position->setAxes(plot_->xAxis, values);
-            text->position->setCoords(x, *at);
+            auto* const ring = new QCPItemTracer(plot_);
+            ring->setStyle(QCPItemTracer::tsCircle);
+            ring->setSize(7);
+            ring->position->setAxes(plot_->xAxis, values);
+            ring->position->setCoords(x, *at);
+            ring->setPen(QPen(Ink()));
+            auto* const label = new QCPItemText(plot_);
+            label->setText(Rounded(design_, *at) + QStringLiteral(" @ ") + Rounded(design_, x));
+            label->setFont(small);
+            label->setColor(Ink());
+            label->setPositionAlignment(Qt::AlignTop | Qt::AlignLeft);
+            label->position->setType(QCPItemPosition::ptAbsolute);
+            marked_.push_back({ring, label, values, x, *at});
         }
+    }
+}
+
+/// Puts every label beside its ring: inside the chart, and off the labels that stand already where there is room.
+void Chart::Arrange_Extremes()
+{
+    constexpr double gap = 6.0;
+    const QRectF room = plot_->axisRect()->rect();
+    QList<QRectF> taken;
+    for (const Extreme& extreme : marked_) {
+        const QPointF at(plot_->xAxis->coordToPixel(extreme.x), extreme.values->coordToPixel(extreme.y));
+        const bool in_view = room.adjusted(-1, -1, 1, 1).contains(at);
+        extreme.ring->setVisible(in_view);
+        extreme.label->setVisible(in_view);
+        if (!in_view)
+            continue;
+        const QSizeF size =
+            QFontMetricsF(extreme.label->font()).boundingRect(extreme.label->text()).size() + QSizeF(2, 2);
+        const auto inside = [&](double left, double top) {
+            return QRectF(QPointF(std::clamp(left, room.left(), std::max(room.left(), room.right() - size.width())),
+                                  std::clamp(top, room.top(), std::max(room.top(), room.bottom() - size.height()))),
+                          size);
+        };
+        // Above, below, and beside the ring; then line by line away from it.
+        QList<QRectF> places{inside(at.x() - size.width() / 2, at.y() - gap - size.height()),
+                             inside(at.x() - size.width() / 2, at.y() + gap),
+                             inside(at.x() + gap, at.y() - size.height() / 2),
+                             inside(at.x() - gap - size.width(), at.y() - size.height() / 2)};
+        for (int line = 1; line * size.height() < room.height(); ++line)
+            for (const int side : {1, -1})
+                places.append(inside(at.x() - size.width() / 2, at.y() + side * line * (size.height() + 1) + gap));
+        const QRectF ring(at - QPointF(gap, gap) / 2, QSizeF(gap, gap));
+        const auto is_free = [&](const QRectF& place) {
+            return !place.intersects(ring) &&
+                   std::ranges::none_of(taken, [&](const QRectF& other) { return other.intersects(place); });
+        };
+        const auto best = std::ranges::find_if(places, is_free);
+        const QRectF place = best == places.end() ? places.front() : *best;
+        taken.append(place);
+        extreme.label->position->setCoords(place.topLeft());
     }
 }
 
 QPixmap Chart::Picture(const QSize& size, double scale)
 {
     const QSize wanted = size.isEmpty() ? plot_->size() : size;
-    return plot_->toPixmap(wanted.width(), wanted.height(), scale);
+    on_paper_ = true;
+    QPixmap picture = plot_->toPixmap(wanted.width(), wanted.height(), scale);
+    on_paper_ = false;
+    return picture;
 }
 
 std::string Chart::Data_Text() const
@@ -637,9 +759,9 @@ void Chart::Copy_Data()
     QApplication::clipboard()->setText(QString::fromStdString(Data_Text()));
 }
 
-bool Chart::Save(const QString& path)
+bool Chart::Save(const QString& path, QString* why)
 {
-    return Save_Charts({this}, 1, plot_->size(), path);
+    return Save_Charts({this}, 1, plot_->size(), path, {}, Screen_Picture_Scale, why);
 }
 
 void Chart::Paint(QPainter& painter, const QRectF& area)
@@ -648,21 +770,19 @@ void Chart::Paint(QPainter& painter, const QRectF& area)
     QCPPainter recorder(&picture);
     recorder.setMode(QCPPainter::pmVectorized);
     recorder.setMode(QCPPainter::pmNoCaching);
+    on_paper_ = true;
     plot_->toPainter(&recorder, static_cast<int>(area.width()), static_cast<int>(area.height()));
+    on_paper_ = false;
     recorder.end();
     painter.drawPicture(area.topLeft(), picture);
 }
 
-void Chart::Open_Menu(const QPoint& position)
+void Chart::Fill_Menu(QMenu& menu)
 {
-    QMenu menu;
     menu.addAction(QStringLiteral("&Copy as picture"), this, [this] { Copy_Picture(); });
     menu.addAction(QStringLiteral("Copy &data"), this, [this] { Copy_Data(); });
     menu.addAction(QStringLiteral("&Save as..."), this, [this] {
-        const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save the chart"), QString(),
-                                                          QStringLiteral("PNG (*.png);;SVG (*.svg);;PDF (*.pdf)"));
-        if (!path.isEmpty())
-            Save(path);
+        Save_Picture_As("Save the chart", [this](const QString& path, QString& why) { return Save(path, &why); });
     });
     menu.addSeparator();
     QAction* const extremes =
@@ -672,6 +792,12 @@ void Chart::Open_Menu(const QPoint& position)
     menu.addAction(QStringLiteral("Show &all"), this, [this] { Reset_View(); });
     if (add_entries)
         add_entries(menu);
+}
+
+void Chart::Open_Menu(const QPoint& position)
+{
+    QMenu menu;
+    Fill_Menu(menu);
     menu.exec(plot_->mapToGlobal(position));
 }
 
@@ -722,14 +848,14 @@ void Chart::Apply_Palette()
 }
 
 bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const QString& path,
-                 const QString& title, double scale)
+                 const QString& title, double scale, QString* why)
 {
     const int rows = (static_cast<int>(charts.size()) + columns - 1) / columns;
     QFont large = charts.front()->font();
     large.setPixelSize(QFontInfo(large).pixelSize());  // the same on paper as on the screen
     large.setWeight(QFont::DemiBold);
     const double head = title.isEmpty() ? 0.0 : 2.0 * large.pixelSize();
-    return Save_Picture(size, path, scale, [&](QPainter& painter) {
+    const auto paint = [&](QPainter& painter) {
         if (!title.isEmpty()) {
             painter.setFont(large);
             painter.drawText(QRectF(0, 0, size.width(), head), Qt::AlignCenter, title);
@@ -740,7 +866,8 @@ bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& si
             charts[static_cast<std::size_t>(k)]->Paint(
                 painter, QRectF(k % columns * width, head + k / columns * height, width, height));
         return true;
-    });
+    };
+    return Save_Picture(size, path, scale, paint, why);
 }
 
 }  // namespace lobemax::paint

@@ -19,6 +19,8 @@
 
 class QCPAxis;
 class QCPGraph;
+class QCPItemText;
+class QCPItemTracer;
 class QCPTextElement;
 class QCustomPlot;
 class QLabel;
@@ -29,6 +31,9 @@ namespace lobemax::paint {
 
 /// How a curve is drawn. Sticks stand on the axis of a chart, and are rays from the origin to a closed curve.
 enum class Curve_Style { line, points, line_and_points, sticks, sticks_and_line };
+
+/// The style of a box for lines and one for sticks; without either the points themselves are seen.
+Curve_Style Look_of_Boxes(bool lines, bool sticks);
 
 /// One curve: values over an abscissa, both of the same count.
 struct Curve {
@@ -90,7 +95,10 @@ public:
     void Clear_Ticks();
     /// Vertical lines, at segment boundaries or knots.
     void Set_Marks(const std::vector<double>& x, const QColor& colour = {});
+    /// A ring and a label at the extremes of every curve; labels stand inside the chart and clear of one another.
     void Mark_Extremes(bool marked);
+    /// The curves are of a calculation that what the screen now holds has left behind: they are shown in gray.
+    void Set_Stale(bool stale);
     /// Told of a click at an abscissa, with whether Shift was held.
     std::function<void(double x, bool shift)> clicked;
 
@@ -101,8 +109,10 @@ public:
     std::string Data_Text() const;
     void Copy_Picture();
     void Copy_Data();
-    /// Saves as PNG, SVG or PDF by the ending of the path. @return whether the file was written
-    bool Save(const QString& path);
+    /// Saves as PNG, SVG or PDF by the ending of the path.
+    /// @param why  out: what went wrong
+    /// @return     whether the file was written
+    bool Save(const QString& path, QString* why = nullptr);
 
     /// Paints the chart into a rectangle of a painter that draws on paper, SVG or a picture.
     void Paint(QPainter& painter, const QRectF& area);
@@ -110,17 +120,29 @@ public:
     /// Entries that a screen adds to the context menu.
     std::function<void(QMenu&)> add_entries;
 
+    /// What the context menu holds.
+    void Fill_Menu(QMenu& menu);
+
     QCustomPlot& Plot() { return *plot_; }
     const QCustomPlot& Plot() const { return *plot_; }
 
 protected:
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     /// What a curve is drawn with: its line or dots, and the sticks below them.
     struct Drawn {
         QCPGraph* graph = nullptr;
         QCPGraph* sticks = nullptr;
+    };
+    /// An extreme of a curve: the ring at it and its label.
+    struct Extreme {
+        QCPItemTracer* ring;
+        QCPItemText* label;
+        QCPAxis* values;
+        double x;
+        double y;
     };
     /// While it lives, changes of the axes are the chart's own and no zoom of the user's.
     class Own_View {
@@ -144,12 +166,14 @@ private:
     void Show_Range(QCPAxis& axis);
     void Fit_Equal_Scales();
     void Place_Legend();
-    void Point_at(const QPoint& position);
+    void Set_to_Curves(QCPAxis& axis) const;
+    void Read_Out();
     QString Values_at(double x) const;
     QString Nearest_Point(const QPoint& position) const;
     void Open_Menu(const QPoint& position);
     void Place_Marks();
     void Place_Extremes();
+    void Arrange_Extremes();
 
     const Design_State& design_;
     QCustomPlot* plot_;
@@ -158,18 +182,22 @@ private:
     std::vector<Curve> curves_;
     std::vector<Drawn> drawn_;
     std::vector<double> marks_;
+    std::vector<Extreme> marked_;
     std::optional<Point_Ticks> ticks_;
+    std::optional<QPoint> pointer_;  // while it is over the chart
     QColor mark_colour_;
     QColor ground_;
     int own_view_ = 0;
     bool zoomed_ = false;  // by the user
     bool equal_ = false;
     bool extremes_ = false;
+    bool stale_ = false;
+    bool on_paper_ = false;  // pictures have square points, whatever the screen's are
 };
 
 /// Writes charts side by side, so many in a row, under a title to a PNG, SVG or PDF file by the ending of its path,
 /// with so many pixels a point (Save_Picture). @return whether the file was written
 bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const QString& path,
-                 const QString& title = {}, double scale = Screen_Picture_Scale);
+                 const QString& title = {}, double scale = Screen_Picture_Scale, QString* why = nullptr);
 
 }  // namespace lobemax::paint

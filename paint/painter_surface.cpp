@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QFileDialog>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPolygonF>
@@ -13,6 +12,7 @@
 #include <cmath>
 
 #include "paint/picture_file.h"
+#include "paint/save_picture.h"
 
 namespace lobemax::paint {
 
@@ -26,8 +26,9 @@ void Painter_Surface::Scale(double left, double top, double right, double bottom
 {
     const double width = std::max(right - left, 1e-12);
     const double height = std::max(bottom - top, 1e-12);
-    per_x_ = per_y_ = std::min(area_.width() / width, area_.height() / height);
-    origin_ = area_.center() - QPointF((left + right) / 2, (top + bottom) / 2) * per_x_;
+    per_y_ = std::min(area_.width() / (width * across_), area_.height() / height);
+    per_x_ = per_y_ * across_;
+    origin_ = area_.center() - QPointF((left + right) / 2 * per_x_, (top + bottom) / 2 * per_y_);
 }
 
 void Painter_Surface::Window(double left, double top, double right, double bottom)
@@ -51,6 +52,8 @@ QPointF Painter_Surface::To_Page(double x, double y) const
 
 QColor Painter_Surface::Colour_of(Ink ink) const
 {
+    if (std::ranges::find(gray_, ink) != gray_.end())
+        return palette_.color(QPalette::Mid);
     switch (ink) {
     case Ink::cam:
         return {0xD5, 0x8A, 0x1C};
@@ -138,13 +141,14 @@ void Painter_Surface::Outline(std::span<const World_Point> points, Ink ink)
 }
 
 bool Save_Drawing(const std::function<bool(Surface&)>& drawing, const QSize& size, const QString& path,
-                  const QPalette& palette, double scale)
+                  const QPalette& palette, double scale, QString* why)
 {
-    return Save_Picture(size, path, scale, [&](QPainter& painter) {
+    const auto paint = [&](QPainter& painter) {
         Painter_Surface surface(painter, QRectF(QPointF(), QSizeF(size)), palette);
         surface.Clear();
         return drawing(surface);
-    });
+    };
+    return Save_Picture(size, path, scale, paint, why);
 }
 
 Drawing_View::Drawing_View(const QString& name, QWidget* parent) : QWidget(parent)
@@ -154,9 +158,16 @@ Drawing_View::Drawing_View(const QString& name, QWidget* parent) : QWidget(paren
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
-void Drawing_View::Show(Drawing drawing)
+void Drawing_View::Show(Drawing drawing, std::vector<Ink> gray)
 {
     drawing_ = std::move(drawing);
+    gray_ = std::move(gray);
+    update();
+}
+
+void Drawing_View::Widen(double across)
+{
+    across_ = across;
     update();
 }
 
@@ -165,6 +176,8 @@ void Drawing_View::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::Base));
     Painter_Surface surface(painter, Area(), palette());
+    surface.Gray(gray_);
+    surface.Widen(across_);
     if (drawing_)
         drawing_(surface);
 }
@@ -206,21 +219,25 @@ void Drawing_View::mouseDoubleClickEvent(QMouseEvent*)
     update();
 }
 
+void Drawing_View::Fill_Menu(QMenu& menu)
+{
+    menu.addAction(QStringLiteral("&Copy as picture"), this, [this] { QApplication::clipboard()->setPixmap(grab()); });
+    QAction* const save = menu.addAction(QStringLiteral("&Save as..."), this, [this] {
+        Save_Picture_As("Save the drawing", [this](const QString& path, QString& why) {
+            const auto draw = [this](Surface& surface) {
+                drawing_(surface);
+                return true;
+            };
+            return Save_Drawing(draw, size(), path, palette(), Screen_Picture_Scale, &why);
+        });
+    });
+    save->setEnabled(static_cast<bool>(drawing_));
+}
+
 void Drawing_View::contextMenuEvent(QContextMenuEvent* event)
 {
     QMenu menu;
-    menu.addAction(QStringLiteral("&Copy as picture"), this, [this] { QApplication::clipboard()->setPixmap(grab()); });
-    menu.addAction(QStringLiteral("&Save as..."), this, [this] {
-        const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save the drawing"), QString(),
-                                                          QStringLiteral("PNG (*.png);;SVG (*.svg);;PDF (*.pdf)"));
-        if (!path.isEmpty() && drawing_)
-            Save_Drawing(
-                [this](Surface& surface) {
-                    drawing_(surface);
-                    return true;
-                },
-                size(), path, palette());
-    });
+    Fill_Menu(menu);
     menu.exec(event->globalPos());
 }
 

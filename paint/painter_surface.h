@@ -7,9 +7,12 @@
 #include <QWidget>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "core/surface.h"
 #include "paint/picture_file.h"
+
+class QMenu;
 
 namespace lobemax::paint {
 
@@ -29,6 +32,10 @@ public:
     void Outline(std::span<const World_Point> points, Ink ink) override;
 
     QColor Colour_of(Ink ink) const;
+    /// Draws these inks in gray: what they stand for is out of date.
+    void Gray(std::vector<Ink> inks) { gray_ = std::move(inks); }
+    /// Widens what is drawn, for a screen whose points are not square: a circle is then round to the eye.
+    void Widen(double across) { across_ = across; }
 
 private:
     QPointF To_Page(double x, double y) const;
@@ -37,6 +44,8 @@ private:
     QPainter& painter_;
     QRectF area_;
     QPalette palette_;
+    std::vector<Ink> gray_;
+    double across_ = 1.0;
     double per_x_ = 1.0;  // page units of a world unit
     double per_y_ = 1.0;
     QPointF origin_;  // of the world, on the page
@@ -49,9 +58,10 @@ using Drawing = std::function<void(Surface&)>;
 
 /// Writes a drawing to a PNG, SVG or PDF file, by the ending of its path (Save_Picture).
 /// @param drawing  false: it could not be drawn, and an older file stays as it was
-/// @return whether it was written
+/// @param why      out: what went wrong
+/// @return         whether it was written
 bool Save_Drawing(const std::function<bool(Surface&)>& drawing, const QSize& size, const QString& path,
-                  const QPalette& palette, double scale = Screen_Picture_Scale);
+                  const QPalette& palette, double scale = Screen_Picture_Scale, QString* why = nullptr);
 
 /// A widget that shows a drawing, whole at any size, with copy and save in its context menu.
 ///
@@ -59,7 +69,12 @@ bool Save_Drawing(const std::function<bool(Surface&)>& drawing, const QSize& siz
 class Drawing_View : public QWidget {
 public:
     explicit Drawing_View(const QString& name, QWidget* parent = nullptr);
-    void Show(Drawing drawing);
+    /// @param gray  inks of what is out of date
+    void Show(Drawing drawing, std::vector<Ink> gray = {});
+    /// How much wider than high a circle is drawn on the screen, so that it looks round; pictures are not widened.
+    void Widen(double across);
+    /// What the context menu holds.
+    void Fill_Menu(QMenu& menu);
     /// Where the whole drawing stands on the widget: the widget itself until the user zooms or pans.
     QRectF Area() const;
 
@@ -73,6 +88,8 @@ protected:
 
 private:
     Drawing drawing_;
+    std::vector<Ink> gray_;
+    double across_ = 1.0;
     double zoom_ = 1.0;
     QPointF pan_;
     QPointF grip_;  // where the drag was last

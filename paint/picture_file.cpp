@@ -2,8 +2,10 @@
 #include "paint/picture_file.h"
 
 #include <QBuffer>
+#include <QFileInfo>
 #include <QHashSeed>
 #include <QImage>
+#include <QImageWriter>
 #include <QPdfWriter>
 #include <QSaveFile>
 #include <QSvgGenerator>
@@ -32,9 +34,9 @@ void Take_Out_Date(QByteArray& pdf)
         std::fill(pdf.begin() + from, pdf.begin() + to + 1, ' ');
 }
 
-/// The bytes of a picture; empty where it could not be made.
+/// The bytes of a picture; empty where it could not be made. @param why  out: what went wrong, where it is known
 QByteArray Picture_Bytes(const QSize& size, const QString& path, double scale,
-                         const std::function<bool(QPainter&)>& paint)
+                         const std::function<bool(QPainter&)>& paint, QString& why)
 {
     const auto paint_on = [&](QPaintDevice& device, double per_point) {
         QPainter painter;
@@ -65,18 +67,27 @@ QByteArray Picture_Bytes(const QSize& size, const QString& path, double scale,
     } else {
         QImage picture((QSizeF(size) * scale).toSize(), QImage::Format_RGB32);
         picture.fill(Qt::white);
-        made = paint_on(picture, scale) && picture.save(&buffer, "PNG");
+        QImageWriter writer(&buffer, QFileInfo(path).suffix().toLatin1());
+        made = paint_on(picture, scale) && writer.write(picture);
+        if (!made && writer.error() != QImageWriter::UnknownError)
+            why = writer.errorString();
     }
     return made ? bytes : QByteArray();
 }
 
 }  // namespace
 
-bool Save_Picture(const QSize& size, const QString& path, double scale, const std::function<bool(QPainter&)>& paint)
+bool Save_Picture(const QSize& size, const QString& path, double scale, const std::function<bool(QPainter&)>& paint,
+                  QString* why)
 {
-    const QByteArray bytes = Picture_Bytes(size, path, scale, paint);
+    QString reason;
+    const QByteArray bytes = Picture_Bytes(size, path, scale, paint, reason);
     QSaveFile file(path);
-    return !bytes.isEmpty() && file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    const bool written =
+        !bytes.isEmpty() && file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    if (!written && why != nullptr)
+        *why = reason.isEmpty() ? file.errorString() : reason;
+    return written;
 }
 
 }  // namespace lobemax::paint

@@ -13,13 +13,15 @@ namespace lobemax::paint {
 inline constexpr double Screen_Picture_Scale = 2.0;
 
 /// Writes what is painted into an area of some points, from 0 on, to a PNG, SVG or PDF file by the ending of its path;
-/// any other ending is a PNG. The file is written whole or not at all, and the same picture gives the same bytes: no
-/// clock stands in it. The ground of a PNG is white.
+/// any other ending names its format. The file is written whole or not at all, and the same picture gives the same
+/// bytes: no clock stands in it. The ground of a PNG is white.
 ///
 /// @param size   of the area, points
 /// @param scale  pixels a point of a PNG; the others have no pixels
 /// @param paint  false: there is no picture, and an older file stays as it was
-/// @return whether the file was written
-bool Save_Picture(const QSize& size, const QString& path, double scale, const std::function<bool(QPainter&)>& paint);
+/// @param why    out: what went wrong
+/// @return       whether the file was written
+bool Save_Picture(const QSize& size, const QString& path, double scale, const std::function<bool(QPainter&)>& paint,
+                  QString* why = nullptr);
 
 }  // namespace lobemax::paint

@@ -31,6 +31,7 @@ void Print_Form(QWidget& form)
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageOrientation(form.width() > form.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
     QPrintDialog dialog(&printer, &form);
+    dialog.setWindowModality(Qt::WindowModal);  // the help stays usable
     if (dialog.exec() == QDialog::Accepted)
         Paint_Form(form, printer);
 }

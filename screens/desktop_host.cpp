@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QDate>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QTime>
 #include <algorithm>
@@ -11,6 +13,7 @@
 #include <vector>
 
 #include "screens/desk.h"
+#include "screens/help_viewer.h"
 #include "screens/screen.h"
 
 namespace lobemax::screens {
@@ -53,10 +56,24 @@ Answer Escape_Answer(Buttons buttons)
     return Usual_Answer(buttons);
 }
 
+/// The window that a box or a dialog stands over: the screen at work, not the help beside it.
+QWidget* Screen_at_Work()
+{
+    if (QWidget* const modal = QApplication::activeModalWidget())
+        return modal;
+    QWidget* const active = QApplication::activeWindow();
+    if (active != nullptr && dynamic_cast<Help_Viewer*>(active) == nullptr)
+        return active;
+    for (QWidget* const window : QApplication::topLevelWidgets())
+        if (qobject_cast<QMainWindow*>(window) != nullptr && window->isVisible())
+            return window;
+    return nullptr;
+}
+
 Answer Ask(const Message& message)
 {
     QMessageBox box(Icon_Of(message.symbol), To_Qt(std::string(design.identity.Program_Name)), To_Qt(message.text),
-                    QMessageBox::NoButton, QApplication::activeWindow());
+                    QMessageBox::NoButton, Screen_at_Work());
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     for (const auto& [answer, button] : button_pairs) {
@@ -88,8 +105,8 @@ QString Filter_at(const QString& filters, int index)
     return list.value(std::clamp<int>(index - 1, 0, static_cast<int>(list.size()) - 1));
 }
 
-/// The extension of a dialog's first pattern, for a name typed without one: "*.cam" gives "cam".
-QString Default_Suffix(const QString& filter)
+/// The extension of a filter's first pattern: "*.cam" gives "cam"; "*.*" gives none.
+QString Extension_of(const QString& filter)
 {
     const qsizetype star = filter.indexOf(QStringLiteral("*."));
     if (star < 0)
@@ -102,20 +119,28 @@ QString Default_Suffix(const QString& filter)
 
 std::optional<std::string> Open_File(const File_Dialog& dialog)
 {
+    QFileDialog box(Screen_at_Work(), To_Qt(dialog.title));
+    box.setFileMode(QFileDialog::ExistingFile);
     const QString filters = To_Qt(Qt_Filter(dialog.filter));
-    QString selected = Filter_at(filters, dialog.filter_index);
-    return Chosen(
-        QFileDialog::getOpenFileName(QApplication::activeWindow(), To_Qt(dialog.title), QString(), filters, &selected));
+    box.setNameFilter(filters);
+    box.selectNameFilter(Filter_at(filters, dialog.filter_index));
+    if (Run_Modal(box) != QDialog::Accepted || box.selectedFiles().isEmpty())
+        return std::nullopt;
+    return Chosen(box.selectedFiles().constFirst());
 }
 
 std::optional<std::string> Save_File(const File_Dialog& dialog)
 {
-    QFileDialog box(QApplication::activeWindow(), To_Qt(dialog.title));
+    QFileDialog box(Screen_at_Work(), To_Qt(dialog.title));
     box.setAcceptMode(QFileDialog::AcceptSave);
     const QString filters = To_Qt(Qt_Filter(dialog.filter));
     box.setNameFilter(filters);
-    box.selectNameFilter(Filter_at(filters, dialog.filter_index));
-    box.setDefaultSuffix(Default_Suffix(filters));
+    const QString first = Filter_at(filters, dialog.filter_index);
+    // A name typed without an extension gets that of the filter in force, before the dialog asks about an older file.
+    QObject::connect(&box, &QFileDialog::filterSelected, &box,
+                     [&box](const QString& filter) { box.setDefaultSuffix(Extension_of(filter)); });
+    box.selectNameFilter(first);
+    box.setDefaultSuffix(Extension_of(first));
     box.selectFile(To_Qt(dialog.suggestion));
     if (Run_Modal(box) != QDialog::Accepted || box.selectedFiles().isEmpty())
         return std::nullopt;

@@ -61,7 +61,7 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
         Show_Count();
     };
     auto* const counts = new QHBoxLayout;
-    auto* const requested = new QLabel(QStringLiteral("&Number of Conditions Requested"));
+    auto* const requested = new QLabel(QStringLiteral("N&umber of Conditions Requested"));
     requested->setBuddy(count);
     counts->addWidget(requested);
     counts->addWidget(count);
@@ -84,6 +84,7 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
                 line + 1, 0, Qt::AlignHCenter);
         } else {
             auto* const theta = new Entry(Element("txt_Theta", k), QStringLiteral("Local angle of these conditions"));
+            theta->moved = [this, line](int columns, int rows) { Move_to(line + rows, columns); };
             theta->typed = [this, k](const std::string& text) {
                 design.motion.T_boundary_cond(segment_, k) = text;
                 Show_Count();
@@ -93,6 +94,7 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
         for (int order = 0; order < static_cast<int>(value_boxes.size()); ++order) {
             auto* const box = new Entry(Element(value_boxes[static_cast<std::size_t>(order)], k),
                                         QStringLiteral("Leave empty for no condition"));
+            box->moved = [this, line, order](int columns, int rows) { Move_to(line + rows, order + 1 + columns); };
             box->typed = [this, k, order](const std::string& text) {
                 Bound_Text(design, segment_, k, order) = text;
                 Show_Count();
@@ -110,20 +112,29 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
     }));
     add(Copy_Button());
     add(Button(QStringLiteral("cmd_PlotPrint"), QStringLiteral("&Print Form"), [this] { paint::Print_Form(*this); }));
-    add(Button(QStringLiteral("cmd_Help"), QStringLiteral("&Help"),
-               [this] { Open_Help(QStringLiteral("conditions"), this); }));
+    add(Button(QStringLiteral("cmd_Help"), QStringLiteral("&Help"), [] { Open_Help(QStringLiteral("conditions")); }));
     buttons->addStretch();
     add(Button(
         QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] { Done(); },
         QStringLiteral("Accept the conditions and calculate")));
 
-    auto* const column = new QVBoxLayout(this);
-    column->addLayout(head);
-    column->addLayout(counts);
-    column->addLayout(grid);
-    column->addStretch();
-    column->addLayout(buttons);
+    Body().addLayout(head);
+    Body().addLayout(counts);
+    Body().addLayout(grid);
+    Body().addStretch();
+    Foot().addLayout(buttons);
     Fill();
+}
+
+void frm_Bounds::Move_to(int row, int column)
+{
+    if (row < 0 || row > last_row || column < 0 || column > static_cast<int>(value_boxes.size()))
+        return;
+    const QString name =
+        column == 0 ? Element("txt_Theta", row) : Element(value_boxes[static_cast<std::size_t>(column - 1)], row);
+    // The angles of both ends are fixed: there is nothing to type.
+    if (auto* const entry = findChild<QWidget*>(name))
+        entry->setFocus(Qt::TabFocusReason);
 }
 
 void frm_Bounds::Fill()

@@ -15,9 +15,12 @@ public:
 
 protected:
     void Close_Box() override;
+    void Escape() override { reject(); }
 
 private:
     void Fill();
+    /// Gives the focus to a field of the table, where there is one: column 0 is the angle.
+    void Move_to(int row, int column);
     void Show_Count();
     void Done();
 

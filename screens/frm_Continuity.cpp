@@ -76,13 +76,12 @@ frm_Continuity::frm_Continuity(QWidget* parent)
     buttons->addStretch();
     QPushButton* const done = Button(QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] { Done(); });
     add(done);
-    done->setFocus();
 
-    auto* const column = new QVBoxLayout(this);
-    column->addWidget(header);
-    column->addWidget(explanation);
-    column->addWidget(plots, 1);
-    column->addLayout(buttons);
+    Body().addWidget(header);
+    Body().addWidget(explanation);
+    Body().addWidget(plots, 1);
+    Foot().addLayout(buttons);
+    done->setFocus();
     Open_at({820, 600});
     Draw();
 }

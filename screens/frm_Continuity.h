@@ -16,6 +16,10 @@ class frm_Continuity : public Screen {
 public:
     explicit frm_Continuity(QWidget* parent = nullptr);
 
+protected:
+    /// Accepts the motion as it is, as the segment table does on closing.
+    void Close_Box() override { Done(); }
+
 private:
     void Draw();
     void Done();

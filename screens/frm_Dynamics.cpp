@@ -99,12 +99,11 @@ frm_Dynamics::frm_Dynamics(QWidget* parent)
     row->addLayout(Inputs());
     row->addLayout(Charts(), 1);
     row->addWidget(Pulses());
-    auto* const column = new QVBoxLayout(this);
-    column->addLayout(row, 1);
-    column->addLayout(Buttons_Row());
+    Body().addLayout(row);
+    Foot().addLayout(Buttons_Row());
     status_ = new Status_Panel;
-    column->addWidget(status_);
-    Open_at({1180, 640});
+    Foot().addWidget(status_);
+    Open_at({1180, 680});
     Fill();
     Refresh();
     Hide_Charts();
@@ -231,8 +230,8 @@ QLayout* frm_Dynamics::Buttons_Row()
     row->addStretch();
     row->addWidget(Copy_Button(Caption(QStringLiteral("cmd_Copy"))));
     add("cmd_Print", [this] { paint::Print_Form(*this); });
-    row->addWidget(Button(QStringLiteral("cmd_Help"), QStringLiteral("&Help"),
-                          [this] { Open_Help(QStringLiteral("dynamics"), this); }));
+    row->addWidget(
+        Button(QStringLiteral("cmd_Help"), QStringLiteral("&Help"), [] { Open_Help(QStringLiteral("dynamics")); }));
     row->addStretch();
     add("cmd_Calc", [this] { Calculate(); });
     add("cmd_Done", [this] { accept(); });

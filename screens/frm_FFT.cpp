@@ -62,17 +62,21 @@ frm_FFT::frm_FFT(QWidget* parent)
         segments.append(To_Qt(entry));
     QComboBox* const segment = Choice(QStringLiteral("cmb_Segment"), segments, [this](int) { Transform(); });
 
-    auto* const choices = new QGridLayout;
-    const auto captioned = [choices](int place, const QString& text, QWidget* field) {
+    auto* const choices = new QHBoxLayout;
+    const auto captioned = [choices](int stretch, const QString& text, QWidget* field) {
         auto* const label = new QLabel(text);
         label->setBuddy(field);
-        choices->addWidget(label, 0, place);
-        choices->addWidget(field, 1, place);
+        auto* const column = new QVBoxLayout;
+        column->addWidget(label);
+        column->addWidget(field);
+        column->addStretch();
+        choices->addLayout(column, stretch);
     };
-    captioned(0, QStringLiteral("&Variable"), variable);
-    captioned(1, QStringLiteral("No of &Harmonics"), harmonics);
-    captioned(2, QStringLiteral("&Segment for FFT"), segment);
-    choices->addWidget(Button(QStringLiteral("cmd_Clear1"), QStringLiteral("C&lear"), [this] { Clear(); }), 1, 3);
+    captioned(1, QStringLiteral("&Variable"), variable);
+    captioned(0, QStringLiteral("No of &Harmonics"), harmonics);
+    captioned(0, QStringLiteral("&Segment for FFT"), segment);
+    choices->addWidget(Button(QStringLiteral("cmd_Clear1"), QStringLiteral("C&lear"), [this] { Clear(); }), 0,
+                       Qt::AlignVCenter);
     const auto looks = [this](bool) { Draw(); };
     auto* const grids = new QGroupBox(QStringLiteral("Grid"));
     auto* const grid_row = new QHBoxLayout(grids);
@@ -88,9 +92,8 @@ frm_FFT::frm_FFT(QWidget* parent)
     style_row->addWidget(sticks);
     for (QCheckBox* const box : {horizontal, sticks})
         box->setChecked(true);
-    choices->addWidget(grids, 0, 4, 2, 1);
-    choices->addWidget(styles, 0, 5, 2, 1);
-    choices->setColumnStretch(0, 1);
+    choices->addWidget(grids);
+    choices->addWidget(styles);
 
     QLabel* const function = Label(QStringLiteral("lbl_Function"));
     QFont bold = function->font();
@@ -130,12 +133,11 @@ frm_FFT::frm_FFT(QWidget* parent)
     done->setEnabled(false);
     buttons->addWidget(done);
 
-    auto* const column = new QVBoxLayout(this);
-    column->addLayout(choices);
-    column->addWidget(function);
-    column->addWidget(plots, 1);
-    column->addLayout(totals);
-    column->addLayout(buttons);
+    Body().addLayout(choices);
+    Body().addWidget(function);
+    Body().addWidget(plots, 1);
+    Body().addLayout(totals);
+    Foot().addLayout(buttons);
     Open_at({880, 620});
 }
 
@@ -155,18 +157,19 @@ void frm_FFT::Transform()
     const double typed = std::min(Val(design, From_Qt(harmonics.currentText())), 32767.0);
     const int count = Set_Harmonics(design, static_cast<int>(std::max(typed, 0.0)));
     harmonics.setCurrentText(QString::number(count));
-    if (!May_Transform(variable != 0, variable, count))
-        return;
     const int segment =
         Segment_of_Entry(design, From_Qt(Control<QComboBox>(QStringLiteral("cmb_Segment")).currentText()));
     bool done = false;
-    Trap("frm_FFT.Transform", [&] {
-        const Dft_Range range = Range_of_Segment(design, segment);
-        done = Do_DFT(design, variable, range.first, range.last, count);
-    });
+    if (May_Transform(variable != 0, variable, count))
+        Trap("frm_FFT.Transform", [&] {
+            const Dft_Range range = Range_of_Segment(design, segment);
+            done = Do_DFT(design, variable, range.first, range.last, count);
+        });
     Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(done);
     if (done)
         Draw();
+    else
+        Blank();  // the figures of the transform before are not those of the choices that stand
 }
 
 void frm_FFT::Clear()
@@ -175,6 +178,11 @@ void frm_FFT::Clear()
     Clear_FFT(design);
     Control<QComboBox>(QStringLiteral("cmb_Var1")).setCurrentIndex(-1);
     Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(false);
+    Blank();
+}
+
+void frm_FFT::Blank()
+{
     for (const char* const name : {"lbl_Function", "lbl_Power", "lbl_powerunits", "lbl_Sum", "lbl_sumunits"})
         Control<QLabel>(QString::fromUtf8(name)).clear();
     for (paint::Chart* const chart : charts_)
@@ -192,9 +200,7 @@ void frm_FFT::Draw()
     Control<QLabel>(QStringLiteral("lbl_Sum")).setText(To_Qt(Trim(FNRoundStr(design, Harmonic_Sum(design), 4))));
     Control<QLabel>(QStringLiteral("lbl_sumunits")).setText(To_Qt(Fft_Sum_Unit(design, variable)));
     const auto on = [this](const char* name) { return Control<QCheckBox>(QString::fromUtf8(name)).isChecked(); };
-    const paint::Curve_Style style =
-        on("chk_Sticks") ? (on("chk_Line") ? paint::Curve_Style::sticks_and_line : paint::Curve_Style::sticks)
-                         : paint::Curve_Style::line;
+    const paint::Curve_Style style = paint::Look_of_Boxes(on("chk_Line"), on("chk_Sticks"));
     paint::Point_Ticks ticks;  // on whole harmonics, the last one clear of the border
     ticks.points = Shown_Harmonics(design) + 1;
     ticks.tick_every = std::max(Shown_Harmonics(design) / 15, 1);

@@ -24,6 +24,7 @@ protected:
 private:
     void Transform();
     void Clear();
+    void Blank();
     void Draw();
     int Variable() const;  // 0 for none
 

@@ -13,6 +13,7 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSettings>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -28,6 +29,7 @@
 #include "files/recovery.h"
 #include "files/run_record.h"
 #include "forms/home_commands.h"
+#include "forms/preference_choice.h"
 #include "motion/examples.h"
 #include "paint/chart.h"
 #include "paint/plot_charts.h"
@@ -81,13 +83,11 @@ QString Help_of(Home_Button button)
 }
 
 /// Circles and squares to judge the screen's proportions by.
-class Circles : public QDialog {
+class Circles : public Screen {
 public:
-    explicit Circles(QWidget* parent) : QDialog(parent)
+    explicit Circles(QWidget* parent) : Screen(QStringLiteral("frm_Circles"), QStringLiteral("Circles"), parent)
     {
-        setObjectName(QStringLiteral("frm_Circles"));
-        setWindowTitle(QStringLiteral("Circles"));
-        resize(420, 420);
+        Open_at({420, 420});
     }
 
 protected:
@@ -97,7 +97,7 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QPen(palette().color(QPalette::Text), 1.4));
         const double side = std::min(width(), height());
-        const double across = design.run.Aspect_Flag ? double{design.run.Aspect_Correction} : 1.0;
+        const double across = Circle_Width(design);
         for (const double share : {0.9, 0.6, 0.3}) {
             const double r = side * share / 2;
             painter.drawEllipse(QPointF(width() / 2.0, height() / 2.0), r * across, r);
@@ -141,7 +141,9 @@ frm_HomeScreen::frm_HomeScreen(std::string folder) : folder_(std::move(folder))
     setWindowIcon(QIcon(QStringLiteral(":/lobemax.svg")));
     setAcceptDrops(true);
     Make_Menus();
-    setCentralWidget(Make_Center());
+    QWidget* const center = Make_Center();
+    setCentralWidget(Scrolled(center));
+    Order_Tabs(*center);
     Host host = Installed_Host();
     host.refresh = [this] { Refresh(); };
     host.show_home = [this] {
@@ -155,8 +157,7 @@ frm_HomeScreen::frm_HomeScreen(std::string folder) : folder_(std::move(folder))
     const QByteArray place = QSettings().value(QStringLiteral("places/frm_HomeScreen")).toByteArray();
     if (place.isEmpty() || !restoreGeometry(place))
         resize(860, 560);
-    if (design.run.Full_Screen)
-        setWindowState(Qt::WindowMaximized);
+    Set_Full_Screen(design.run.Full_Screen);
     Refresh();
 }
 
@@ -212,7 +213,7 @@ void frm_HomeScreen::Make_Menus()
         Add_Action(*menu, To_Qt(entry.name), To_Qt(entry.caption), [this, name] { Run_Action(name); });
     }
     QMenu* const file = menu_named("&File");
-    QMenu* const exports = file->addMenu(QStringLiteral("&Export"));
+    QMenu* const exports = file->addMenu(QStringLiteral("E&xport"));
     exports->setObjectName(QStringLiteral("mnu_Export"));
     for (const Export_Entry& entry : Export_Menu())
         Add_Action(*exports, To_Qt(entry.name), To_Qt(entry.caption), [this, entry] {
@@ -234,11 +235,11 @@ void frm_HomeScreen::Make_Menus()
     for (const Help_Page& page : Help_Pages()) {
         const QString name = QString::fromUtf8(page.name);
         Add_Action(*help, QStringLiteral("mnu_Help_") + name, QString::fromUtf8(page.title),
-                   [this, name] { Open_Help(name, this); });
+                   [name] { Open_Help(name); });
     }
     for (const auto& [name, key] : shortcuts)
         actions_.at(name)->setShortcut(key);
-    actions_.at("mnu_Help_start")->setShortcut(QKeySequence::HelpContents);
+    actions_.at("mnu_Help_home")->setShortcut(QKeySequence::HelpContents);
 }
 
 QWidget* frm_HomeScreen::Make_Center()
@@ -500,6 +501,8 @@ void frm_HomeScreen::Set_Full_Screen(bool full)
 {
     design.run.Full_Screen = full;
     setWindowState(full ? Qt::WindowMaximized : Qt::WindowNoState);
+    if (!full)
+        Fit_to_Desktop(*this);
 }
 
 void frm_HomeScreen::closeEvent(QCloseEvent* event)

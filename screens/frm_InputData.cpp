@@ -152,17 +152,15 @@ frm_InputData::frm_InputData(Input_Services services, QWidget* parent)
       services_(std::move(services))
 {
     Open_Input(design);
-    auto* const column = new QVBoxLayout(this);
     Make_Menu();
-    column->addWidget(Make_Head());
-    column->addWidget(Make_Table(), 1);
-    column->addWidget(Make_Foot());
+    Body().addWidget(Make_Head());
+    Body().addWidget(Make_Table(), 1);
+    Foot().addWidget(Make_Foot());
     status_ = new Status_Panel;
-    column->addWidget(status_);
+    Foot().addWidget(status_);
     Fill();
     Refresh();
     Open_at({980, 560});
-    setMinimumHeight(400);
 }
 
 void frm_InputData::Make_Menu()
@@ -186,10 +184,11 @@ void frm_InputData::Make_Menu()
     QMenu* const help = bar->addMenu(QStringLiteral("&Help"));
     for (const auto& [page, title] : {std::pair{"input", "The segment table"}, std::pair{"laws", "The laws of motion"}})
         connect(help->addAction(QString::fromUtf8(title)), &QAction::triggered, this,
-                [this, name = QString::fromUtf8(page)] { Open_Help(name, this); });
+                [this, name = QString::fromUtf8(page)] { Open_Help(name); });
     QAction* const start = help->addAction(QStringLiteral("Starting angle"));
     start->setObjectName(QStringLiteral("mnu_startangle"));
     On_Pick(start, this, [] { Show_Message(Start_Angle_Help(), Buttons::OK, Symbol::information); });
+    Body();
     layout()->setMenuBar(bar);
 }
 
@@ -226,7 +225,7 @@ QWidget* frm_InputData::Make_Head()
         label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         numbers->addWidget(label, line, place);
         numbers->addWidget(field, line, place + 1);
-        field->setMinimumWidth(76);
+        field->setMinimumWidth(64);
         field->setMaximumWidth(110);
     };
     captioned(0, 0, QStringLiteral("Number of se&gments"), segments);
@@ -341,11 +340,7 @@ QWidget* frm_InputData::Make_Table()
     for (const int k : {3, 6, 7})
         grid->setColumnStretch(k, 2);
     grid->setRowStretch(Max_Segments + 2, 1);
-    auto* const scroll = new QScrollArea;
-    scroll->setWidget(table);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    return scroll;
+    return Scrolled(table);
 }
 
 void frm_InputData::Make_Row(QGridLayout& grid, int row)
@@ -496,8 +491,16 @@ void frm_InputData::Fill_Row(int row)
         r.high->Show_Text(m.End_Value(segment));
 }
 
+void frm_InputData::Return_to(const QString& focus)
+{
+    if (auto* const control = focus.isEmpty() ? nullptr : findChild<QWidget*>(focus))
+        control->setFocus();
+    returned_ = true;
+}
+
 void frm_InputData::Refresh()
 {
+    returned_ = false;
     const Motion_Group& m = design.motion;
     for (int row = 0; row < Max_Segments; ++row)
         Refresh_Row(row);
@@ -602,7 +605,7 @@ void frm_InputData::Close_Box()
 {
     if (auto* const entry = dynamic_cast<Entry*>(focusWidget()))
         entry->Leave();  // what stands typed counts
-    if (design.flags.Calculated && Control<QPushButton>(QStringLiteral("cmd_Done")).isEnabled())
+    if (!returned_ && design.flags.Calculated && Control<QPushButton>(QStringLiteral("cmd_Done")).isEnabled())
         Done();
     else
         Cancel();

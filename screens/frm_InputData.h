@@ -30,6 +30,10 @@ class frm_InputData : public Screen {
 public:
     explicit frm_InputData(Input_Services services, QWidget* parent = nullptr);
 
+    /// The screen comes back from the continuity report, with the focus where it was. Until something changes Escape is
+    /// Back and not a way to the same report again.
+    void Return_to(const QString& focus);
+
 protected:
     void Close_Box() override;
 
@@ -70,6 +74,7 @@ private:
     Input_Services services_;
     QList<Row> rows_;
     Status_Panel* status_ = nullptr;
+    bool returned_ = false;  // from the report, and nothing has changed since
 };
 
 }  // namespace lobemax::screens

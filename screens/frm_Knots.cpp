@@ -19,6 +19,7 @@
 #include "motion/spline.h"
 #include "paint/chart.h"
 #include "screens/desk.h"
+#include "screens/frm_Plots.h"
 
 namespace lobemax::screens {
 
@@ -85,9 +86,7 @@ frm_Knots::frm_Knots(int segment, QWidget* parent)
         knot_grid->addWidget(Label(Element("lbl_deg", i), QStringLiteral("deg")), i, 2);
     }
     knot_grid->setRowStretch(Max_Interior_Knots + 1, 1);
-    auto* const scroll = new QScrollArea;
-    scroll->setWidget(knots);
-    scroll->setWidgetResizable(true);
+    QScrollArea* const scroll = Scrolled(knots);
     scroll->setMinimumWidth(170);
     auto* const knot_frame = new QGroupBox(QStringLiteral("Interior knots"));
     auto* const knot_column = new QVBoxLayout(knot_frame);
@@ -119,8 +118,17 @@ frm_Knots::frm_Knots(int segment, QWidget* parent)
     const auto add = [buttons](QPushButton* button) { buttons->addWidget(button); };
     add(Button(QStringLiteral("cmd_Back"), QStringLiteral("< &Back "), [this] { reject(); }));
     buttons->addStretch();
-    add(Button(QStringLiteral("cmd_Show"), QStringLiteral("&Show"), [this] { Draw(); }));
-    add(Button(QStringLiteral("cmd_Plot"), QStringLiteral("&Plot"), [this] { Draw(); }));
+    add(Button(
+        QStringLiteral("cmd_Show"), QStringLiteral("&Show"),
+        [this] {
+            Draw();
+            for (paint::Chart* const chart : charts_)
+                chart->Reset_View();
+        },
+        QStringLiteral("Show the curves and the knots whole again")));
+    add(Button(
+        QStringLiteral("cmd_Plot"), QStringLiteral("&Plot"), [this] { Run_Segment_Plot(segment_, this); },
+        QStringLiteral("Plot this segment on a screen of its own")));
     add(Button(QStringLiteral("cmd_Calc"), QStringLiteral("&Calculate"), [this] { Calculate(); }));
     buttons->addStretch();
     add(Button(QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] { accept(); }));
@@ -128,10 +136,9 @@ frm_Knots::frm_Knots(int segment, QWidget* parent)
     auto* const row = new QHBoxLayout;
     row->addLayout(left);
     row->addLayout(plots, 1);
-    auto* const column = new QVBoxLayout(this);
-    column->setMenuBar(bar);
-    column->addLayout(row, 1);
-    column->addLayout(buttons);
+    Body().addLayout(row);
+    layout()->setMenuBar(bar);
+    Foot().addLayout(buttons);
     Open_at({940, 620});
     Fill();
     Calculate();
@@ -161,7 +168,8 @@ void frm_Knots::Fill()
         if (used)
             knot.Show_Text(Shown(m.Knots(m.Orders(segment_) + i, segment_)));
     }
-    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(m.Splines_Calculated(segment_));
+    for (const char* const name : {"cmd_Done", "cmd_Plot"})
+        Control<QPushButton>(QString::fromUtf8(name)).setEnabled(m.Splines_Calculated(segment_));
 }
 
 void frm_Knots::Changed()
@@ -170,12 +178,14 @@ void frm_Knots::Changed()
     Fill();
     if (Control<QCheckBox>(QStringLiteral("chk_Autocalc")).isChecked())
         Calculate();
+    else
+        Draw();
 }
 
 void frm_Knots::Calculate()
 {
-    if (Calc_Spline(design, segment_))
-        Draw();
+    Calc_Spline(design, segment_);
+    Draw();
     Fill();
 }
 
@@ -192,8 +202,9 @@ void frm_Knots::Draw()
         const int v = var::S + k;
         charts_[k]->Set_Axis_Titles(
             {}, To_Qt(Trim(design.plot.Var_Name(v))) + QStringLiteral("  ") + To_Qt(design.plot.Var_Unit(v)));
-        charts_[k]->Show({paint::Row_Curve(To_Qt(design.plot.Var_Name(v)), To_Qt(design.plot.Var_Unit(v)),
-                                           results.Points(var::Angle), results.Points(v), first, last)});
+        charts_[k]->Update({paint::Row_Curve(To_Qt(design.plot.Var_Name(v)), To_Qt(design.plot.Var_Unit(v)),
+                                             results.Points(var::Angle), results.Points(v), first, last)});
+        charts_[k]->Set_Stale(!m.Splines_Calculated(segment_));
         charts_[k]->Set_Marks(lines, QColor(200, 0, 200));
     }
 }

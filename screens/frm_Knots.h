@@ -20,6 +20,7 @@ private:
     void Fill();
     void Calculate();
     void Changed();
+    /// Curves and knots; gray where they are not of the knots that stand on the screen.
     void Draw();
     void Plot_Clicked(double angle, bool shift);
     int Selected_Knot() const;  // 0 for none

@@ -9,7 +9,10 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -101,11 +104,10 @@ frm_PlotType::frm_PlotType(QWidget* parent)
         Button(QStringLiteral("cmd_PickPlotDone"), QStringLiteral("&Next >"), [this] { accept(); });
     next->setDefault(true);
     buttons->addWidget(next);
-    auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(20, 16, 20, 14);
-    column->addLayout(grid);
-    column->addStretch();
-    column->addLayout(buttons);
+    Body().addLayout(grid);
+    Body().addStretch();
+    Foot().addLayout(buttons);
+    Stay_Small();
 }
 
 frm_PlotSelect::frm_PlotSelect(int plot_style, QWidget* parent)
@@ -157,8 +159,12 @@ frm_PlotSelect::frm_PlotSelect(int plot_style, QWidget* parent)
         list->setPlaceholderText(QStringLiteral("Function %1").arg(k));
         list->setCurrentIndex(-1);
         row->addWidget(list, 1);
-        row->addWidget(Button(k == 1 ? QStringLiteral("cmd_Clear1") : QStringLiteral("cmd_Clear%1").arg(k),
-                              k == 1 ? QStringLiteral("C&lear") : QStringLiteral("O&ff"), [this, k] {
+        // One access key is one button's: that of the first that can be closed.
+        row->addWidget(Button(QStringLiteral("cmd_Clear%1").arg(k),
+                              k == 1   ? QStringLiteral("C&lear")
+                              : k == 2 ? QStringLiteral("O&ff")
+                                       : QStringLiteral("Off"),
+                              [this, k] {
                                   Close_Function(k);
                                   Picked();
                               }));
@@ -184,20 +190,19 @@ frm_PlotSelect::frm_PlotSelect(int plot_style, QWidget* parent)
     auto* const buttons = new QHBoxLayout;
     buttons->addWidget(Button(QStringLiteral("cmd_Cancel"), QStringLiteral("< &Back"), [this] { reject(); }));
     buttons->addStretch();
-    buttons->addWidget(Button(QStringLiteral("cmd_Help"), QStringLiteral("&Help"),
-                              [this] { Open_Help(QStringLiteral("plots"), this); }));
+    buttons->addWidget(
+        Button(QStringLiteral("cmd_Help"), QStringLiteral("&Help"), [] { Open_Help(QStringLiteral("plots")); }));
     buttons->addStretch();
     buttons->addWidget(Button(QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] { accept(); }));
-    auto* const column = new QVBoxLayout(this);
-    column->addLayout(methods);
-    column->addWidget(preset_frame);
-    column->addWidget(mix_frame);
-    column->addLayout(range);
+    Body().addLayout(methods);
+    Body().addWidget(preset_frame);
+    Body().addWidget(mix_frame);
+    Body().addLayout(range);
     QLabel* const reason = Label(QStringLiteral("lbl_Reason"));
     reason->setWordWrap(true);
-    column->addWidget(reason);
-    column->addStretch();
-    column->addLayout(buttons);
+    Body().addWidget(reason);
+    Body().addStretch();
+    Foot().addLayout(buttons);
     Open_at({620, 400});
     for (int k = 2; k <= most; ++k)
         Open_Function(k, false);
@@ -278,7 +283,9 @@ frm_Plot::frm_Plot(int plot_style, QWidget* parent)
         charts->addWidget(charts_.back(), 1 + k / columns, k % columns);
     }
     charts->addWidget(above, 0, 0, 1, columns);
-    auto* const side = new QVBoxLayout;
+    auto* const beside = new QWidget;
+    auto* const side = new QVBoxLayout(beside);
+    side->setContentsMargins({});
     const auto panel = [side](const char* name, const QString& title, const char* label, const Panel_Lines& lines) {
         if (lines.empty())
             return;
@@ -351,22 +358,23 @@ frm_Plot::frm_Plot(int plot_style, QWidget* parent)
     add(Button(QStringLiteral("cmd_PlotDone"), QStringLiteral("&Done"), [this] { accept(); }));
     auto* const row = new QHBoxLayout;
     row->addLayout(charts, 1);
-    row->addLayout(side);
-    auto* const column = new QVBoxLayout(this);
-    column->addWidget(header);
-    column->addLayout(row, 1);
-    column->addLayout(buttons);
-    Open_at({1020, 660});
+    // The panels scroll by themselves, so that a small desktop shows the charts whole.
+    QScrollArea* const panels = Scrolled(beside);
+    panels->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    panels->setFixedWidth(beside->minimumSizeHint().width() + panels->verticalScrollBar()->sizeHint().width());
+    row->addWidget(panels);
+    Body().addWidget(header);
+    Body().addLayout(row, 1);
+    Foot().addLayout(buttons);
+    constexpr int above_and_below = 120;  // of the panels: header and buttons
+    Open_at({1020, std::max(660, beside->minimumSizeHint().height() + above_and_below)});
     Replot();
 }
 
 paint::Curve_Style frm_Plot::Look() const
 {
-    const bool lines = Control<QCheckBox>(QStringLiteral("chk_Line")).isChecked();
-    const bool fills = Control<QCheckBox>(QStringLiteral("chk_Sticks")).isChecked();
-    if (fills)
-        return lines ? paint::Curve_Style::sticks_and_line : paint::Curve_Style::sticks;
-    return lines ? paint::Curve_Style::line : paint::Curve_Style::points;
+    return paint::Look_of_Boxes(Control<QCheckBox>(QStringLiteral("chk_Line")).isChecked(),
+                                Control<QCheckBox>(QStringLiteral("chk_Sticks")).isChecked());
 }
 
 /// Grid and graph style by their boxes; the part in view stays.
@@ -387,6 +395,20 @@ void frm_Plot::Replot()
         title.setVisible(!title.text().isEmpty());
     });
     Show_Looks();
+}
+
+void Run_Segment_Plot(int segment, QWidget* parent)
+{
+    const Plot_Group picks = design.plot;
+    Pick_Segment(design, Load_SegmentList(design).at(static_cast<std::size_t>(segment)));  // the first entry is "All"
+    constexpr std::array variables{var::S, var::V, var::A, var::J};
+    Select_OK(design, style::four_windows, variables);
+    {
+        frm_Plot plot(style::four_windows, parent);
+        plot.setWindowTitle(QStringLiteral("Segment %1").arg(segment));
+        Run_Modal(plot);
+    }
+    design.plot = picks;
 }
 
 void Run_Plots(QWidget* parent)

@@ -49,6 +49,9 @@ private:
     std::vector<paint::Chart*> charts_;
 };
 
+/// S, V, A and J of one segment on the plot screen, under its number; what is picked for other plots stays.
+void Run_Segment_Plot(int segment, QWidget* parent);
+
 /// The way through the three screens until the user is done.
 void Run_Plots(QWidget* parent);
 

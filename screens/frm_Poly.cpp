@@ -31,6 +31,7 @@ QTableWidget* Table_of(const QString& name, const QStringList& heads, const QLis
     table->verticalHeader()->hide();
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setTabKeyNavigation(false);  // the arrow keys go through it, the tabulator past it
     for (int r = 0; r < rows.size(); ++r)
         for (int k = 0; k < rows[r].size(); ++k) {
             auto* const item = new QTableWidgetItem(rows[r][k]);
@@ -91,14 +92,13 @@ frm_Poly::frm_Poly(int segment, QWidget* parent)
     buttons->addStretch();
     QPushButton* const done = Button(QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] { accept(); });
     buttons->addWidget(done);
-    auto* const column = new QVBoxLayout(this);
-    column->addWidget(heading);
-    column->addWidget(place);
-    column->addWidget(title);
-    column->addWidget(tables, 1);
-    column->addLayout(buttons);
+    Body().addWidget(heading);
+    Body().addWidget(place);
+    Body().addWidget(title);
+    Body().addWidget(tables, 1);
+    Foot().addLayout(buttons);
     done->setFocus();
-    Open_at({760, 420});
+    Open_at({880, 420});
 }
 
 }  // namespace lobemax::screens

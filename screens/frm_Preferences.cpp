@@ -122,9 +122,9 @@ frm_Preferences::frm_Preferences(Preference_Services services, QWidget* parent)
     buttons->addWidget(
         Button(QStringLiteral("cmd_Exit"), QStringLiteral("E&xit with no changes"), [this] { reject(); }));
 
-    auto* const column = new QVBoxLayout(this);
-    column->addLayout(grid);
-    column->addLayout(buttons);
+    Body().addLayout(grid);
+    Foot().addLayout(buttons);
+    Stay_Small();
 }
 
 Preference_Choice frm_Preferences::Chosen() const

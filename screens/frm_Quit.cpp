@@ -33,6 +33,7 @@ frm_Quit::frm_Quit(QWidget* parent)
     column->addWidget(question);
     column->addWidget(buttons);
     no->setFocus();
+    Stay_Small();
 }
 
 }  // namespace lobemax::screens

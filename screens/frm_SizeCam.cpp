@@ -17,6 +17,7 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "forms/preference_choice.h"
 #include "forms/workflow.h"
 #include "paint/chart.h"
 #include "paint/painter_surface.h"
@@ -49,7 +50,6 @@ void Explain_Linear_Cam()
 frm_SizeCam::frm_SizeCam(QWidget* parent)
     : Screen(QStringLiteral("frm_SizeCam"), QStringLiteral("Size the cam"), parent)
 {
-    auto* const column = new QVBoxLayout(this);
     Make_Menu();
     auto* const left = new QVBoxLayout;
     left->addWidget(Make_Choices());
@@ -58,10 +58,10 @@ frm_SizeCam::frm_SizeCam(QWidget* parent)
     auto* const row = new QHBoxLayout;
     row->addLayout(left);
     row->addWidget(Make_Views(), 1);
-    column->addLayout(row, 1);
-    column->addWidget(Make_Foot());
+    Body().addLayout(row);
+    Foot().addWidget(Make_Foot());
     status_ = new Status_Panel;
-    column->addWidget(status_);
+    Foot().addWidget(status_);
     Open_at({1180, 720});
     Fill();
     has_results_ = design.flags.Sized;
@@ -87,7 +87,8 @@ void frm_SizeCam::Make_Menu()
     add("mnu_linear", "Linear cams", Linear_Help);
     add("mnu_barrel", "Barrel cams", Barrel_Help);
     connect(help->addAction(QStringLiteral("&Sizing the cam")), &QAction::triggered, this,
-            [this] { Open_Help(QStringLiteral("sizing"), this); });
+            [] { Open_Help(QStringLiteral("sizing")); });
+    Body();
     layout()->setMenuBar(bar);
 }
 
@@ -189,6 +190,8 @@ void frm_SizeCam::Add_Entry(QWidget* panel, const char* name, const QString& cap
                 QMetaObject::invokeMethod(
                     entry, [entry] { entry->setFocus(); }, Qt::QueuedConnection);
             Set_Pending(true);
+            if (has_results_)
+                Draw_Cam_View();
             return;
         }
         Apply(design, Event::edited);
@@ -474,6 +477,11 @@ void frm_SizeCam::Set_Pending(bool pending)
     for (const char* const name :
          {"cmd_Done", "cmd_ShowCam", "cmd_ShowData", "cmd_Copy", "cmd_PrintForm", "cmd_ShowBoth"})
         Control<QPushButton>(QString::fromUtf8(name)).setEnabled(!pending);
+    // What the last calculation left is gray while it is not that of the values on the screen.
+    for (const char* const name : {"lbl_Pamin", "lbl_Pamax", "lbl_Rhomin", "lbl_Rhomax", "pnl_info"})
+        Control<QLabel>(QString::fromUtf8(name)).setEnabled(!pending);
+    phi_->Set_Stale(pending);
+    rho_->Set_Stale(pending);
     status_->Refresh();
 }
 
@@ -515,7 +523,10 @@ void frm_SizeCam::Draw_Cam_View()
         info.clear();
         return;
     }
-    cam_->Show([](Surface& surface) { Repaint_Cam_Preview(design, surface); });
+    cam_->Widen(Circle_Width(design));
+    // A changed follower is drawn at once; the outline waits for its calculation.
+    const std::vector<Ink> old = calculated_ ? std::vector<Ink>{} : std::vector<Ink>{Ink::cam, Ink::surface, Ink::path};
+    cam_->Show([](Surface& surface) { Repaint_Cam_Preview(design, surface); }, old);
     info.setText(To_Qt(Texts_of_Size(design).pnl_info));
 }
 

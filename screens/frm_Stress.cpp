@@ -93,11 +93,10 @@ frm_Stress::frm_Stress(QWidget* parent) : Screen(QStringLiteral("frm_Stress"), Q
     auto* const row = new QHBoxLayout;
     row->addLayout(Inputs());
     row->addLayout(Plots(), 1);
-    auto* const column = new QVBoxLayout(this);
-    column->addLayout(row, 1);
-    column->addLayout(Buttons_Row());
+    Body().addLayout(row);
+    Foot().addLayout(Buttons_Row());
     status_ = new Status_Panel;
-    column->addWidget(status_);
+    Foot().addWidget(status_);
     Open_at({1000, 640});
     if (!design.flags.Ext_Force_Calc)
         design.dynamics.Ext_Force_Add = false;
@@ -213,7 +212,7 @@ QLayout* frm_Stress::Buttons_Row()
     add("cmd_Cancel", "< &Back", [this] { reject(); });
     row->addStretch();
     add("cmd_Print", "&Print Form", [this] { paint::Print_Form(*this); });
-    add("cmd_Help", "&Help", [this] { Open_Help(QStringLiteral("stress"), this); });
+    add("cmd_Help", "&Help", [] { Open_Help(QStringLiteral("stress")); });
     row->addStretch();
     add("cmd_Calc", "&Calculate", [this] { Calculate(); });
     add("cmd_Done", "&Next >", [this] { accept(); });

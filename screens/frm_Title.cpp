@@ -50,6 +50,7 @@ frm_Title::frm_Title(QWidget* parent) : Screen(QStringLiteral("frm_Title"), To_Q
     row->addWidget(picture);
     row->addLayout(words, 1);
     start->setFocus();
+    Stay_Small();
 }
 
 }  // namespace lobemax::screens

@@ -9,6 +9,10 @@ namespace lobemax::screens {
 class frm_Title : public Screen {
 public:
     explicit frm_Title(QWidget* parent = nullptr);
+
+protected:
+    /// Goes on: the question of the quit screen, answered by Escape, would come back here.
+    void Escape() override { accept(); }
 };
 
 }  // namespace lobemax::screens

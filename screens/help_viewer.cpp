@@ -45,6 +45,22 @@ constexpr std::array pages{
     Help_Page{"messages", "Messages"},
 };
 
+/// The page of a screen: the first entry that its name begins with.
+struct Screen_Page {
+    const char* screen;
+    const char* page;
+};
+
+constexpr std::array screen_pages{
+    Screen_Page{"frm_HomeScreen", "home"},         Screen_Page{"frm_Quit", "home"},
+    Screen_Page{"frm_InputData", "input"},         Screen_Page{"frm_Bounds", "conditions"},
+    Screen_Page{"frm_Poly", "conditions"},         Screen_Page{"frm_Knots", "splines"},
+    Screen_Page{"frm_Continuity", "continuity"},   Screen_Page{"frm_FFT", "fourier"},
+    Screen_Page{"frm_SizeCam", "sizing"},          Screen_Page{"frm_Dynamics", "dynamics"},
+    Screen_Page{"frm_Stress", "stress"},           Screen_Page{"frm_Plot", "plots"},
+    Screen_Page{"frm_Preferences", "preferences"}, Screen_Page{"frm_Circles", "preferences"},
+};
+
 constexpr QSize picture_size(520, 150);
 
 /// One curve over the length of the segment in a box, scaled to its own extremes, with its axis.
@@ -118,11 +134,19 @@ QString Help_Text(const QString& name)
     return QString::fromUtf8(file.readAll());
 }
 
+QString Help_Page_of(const QString& screen)
+{
+    for (const Screen_Page& entry : screen_pages)
+        if (screen.startsWith(QLatin1String(entry.screen)))
+            return QString::fromUtf8(entry.page);
+    return QStringLiteral("start");
+}
+
 Help_Viewer::Help_Viewer(QWidget* parent) : QDialog(parent), list_(new QListWidget), text_(new Page_Browser)
 {
     setObjectName(QStringLiteral("frm_Help"));
     setWindowTitle(QStringLiteral("Help"));
-    setWindowFlags(windowFlags() | Qt::WindowMinMaxButtonsHint);
+    setWindowFlags(Qt::Window);  // a window of its own: no screen's wait holds it
     list_->setObjectName(QStringLiteral("lst_Pages"));
     text_->setObjectName(QStringLiteral("txt_Page"));
     for (const Help_Page& page : pages) {
@@ -161,12 +185,20 @@ QString Help_Viewer::Page() const
     return item == nullptr ? QString() : item->data(Qt::UserRole).toString();
 }
 
-void Open_Help(const QString& page, QWidget* parent)
+void Help_Viewer::setVisible(bool visible)
+{
+    if (visible && !isVisible())
+        Fit_to_Desktop(*this);
+    QDialog::setVisible(visible);
+}
+
+void Open_Help(const QString& page)
 {
     static QPointer<Help_Viewer> viewer;
     if (viewer.isNull()) {
-        viewer = new Help_Viewer(parent);
+        viewer = new Help_Viewer;
         viewer->setAttribute(Qt::WA_DeleteOnClose);
+        viewer->setAttribute(Qt::WA_QuitOnClose, false);
     }
     viewer->Show_Page(page);
     viewer->show();

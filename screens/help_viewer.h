@@ -25,19 +25,24 @@ std::span<const Help_Page> Help_Pages();
 /// filled in, as the laws give them.
 QString Help_Text(const QString& name);
 
-/// A window that stays open beside the screens: list of pages at the left, the page at the right.
+/// The page that a screen opens on F1, by the screen's name.
+QString Help_Page_of(const QString& screen);
+
+/// A window that stays open and at hand beside the screens, modal ones too: list of pages at the left, the page at the
+/// right.
 class Help_Viewer : public QDialog {
 public:
     explicit Help_Viewer(QWidget* parent = nullptr);
     void Show_Page(const QString& name);
     QString Page() const;
+    void setVisible(bool visible) override;
 
 private:
     QListWidget* list_;
     QTextBrowser* text_;
 };
 
-/// Opens the help at a page, in one window for the whole program.
-void Open_Help(const QString& page, QWidget* parent);
+/// Opens the help at a page, in one window for the whole program. The program ends without waiting for that window.
+void Open_Help(const QString& page);
 
 }  // namespace lobemax::screens

@@ -3,15 +3,21 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QSettings>
-#include <QTimer>
+#include <QStyle>
+#include <QVBoxLayout>
 #include <QWheelEvent>
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
 #include <utility>
@@ -19,6 +25,8 @@
 #include "core/messages.h"
 #include "core/traps.h"
 #include "forms/workflow.h"
+#include "screens/desk.h"
+#include "screens/help_viewer.h"
 
 namespace lobemax::screens {
 
@@ -31,6 +39,93 @@ Modal_Player& Player()
 {
     static Modal_Player player;
     return player;
+}
+
+Available_Geometry& Available()
+{
+    static Available_Geometry available;
+    return available;
+}
+
+bool Is_Enter(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+/// A button that Enter presses while it has the focus; no other control's Enter does.
+class Push_Button : public QPushButton {
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (Is_Enter(*event))
+            click();
+        else
+            QPushButton::keyPressEvent(event);
+    }
+};
+
+class Scroll_Area : public QScrollArea {
+public:
+    explicit Scroll_Area(QWidget* content)
+    {
+        setWidget(content);
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+            if (now != nullptr && widget() != nullptr && widget()->isAncestorOf(now))
+                ensureWidgetVisible(now, margin, margin);
+        });
+    }
+    QSize sizeHint() const override { return widget()->sizeHint(); }
+    QSize minimumSizeHint() const override { return {160, 80}; }
+
+private:
+    static constexpr int margin = 8;
+};
+
+void Collect_Stops(const QLayout& layout, QList<QWidget*>& stops);
+
+void Collect_Stops(QWidget& widget, QList<QWidget*>& stops)
+{
+    const Qt::FocusPolicy focus = widget.focusPolicy();
+    // Of options only the chosen one takes the focus by Tab; which one that is changes.
+    const bool option = qobject_cast<QAbstractButton*>(&widget) != nullptr && focus != Qt::NoFocus;
+    if (option || (focus & Qt::TabFocus) != 0)
+        stops.append(&widget);
+    else if (const auto* const area = qobject_cast<QScrollArea*>(&widget))
+        Collect_Stops(*area->widget(), stops);
+    else if (widget.layout() != nullptr)
+        Collect_Stops(*widget.layout(), stops);
+}
+
+void Collect_Stops(const QLayout& layout, QList<QWidget*>& stops)
+{
+    struct Place {
+        int row;
+        int column;
+        QLayoutItem* item;
+    };
+    std::vector<Place> places;
+    const auto* const grid = qobject_cast<const QGridLayout*>(&layout);
+    for (int k = 0; k < layout.count(); ++k) {
+        Place place{0, k, layout.itemAt(k)};
+        int rows = 0;
+        int columns = 0;
+        if (grid != nullptr)
+            grid->getItemPosition(k, &place.row, &place.column, &rows, &columns);
+        places.push_back(place);
+    }
+    std::ranges::stable_sort(places, {}, [](const Place& place) { return std::pair(place.row, place.column); });
+    for (const Place& place : places) {
+        if (place.item->widget() != nullptr)
+            Collect_Stops(*place.item->widget(), stops);
+        else if (place.item->layout() != nullptr)
+            Collect_Stops(*place.item->layout(), stops);
+    }
 }
 
 template <class Control>
@@ -107,6 +202,9 @@ void Entry::Leave()
 void Entry::focusInEvent(QFocusEvent* event)
 {
     QLineEdit::focusInEvent(event);
+    const Qt::FocusReason reason = event->reason();
+    if (reason != Qt::MouseFocusReason && reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
+        selectAll();
     if (focused)
         focused(true);
 }
@@ -121,7 +219,9 @@ void Entry::focusOutEvent(QFocusEvent* event)
 
 void Entry::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (moved && Moves(*event))
+        return;
+    if (Is_Enter(*event)) {
         Leave();
         selectAll();
         return;  // Enter belongs to the field, not to the screen's default button
@@ -132,6 +232,30 @@ void Entry::keyPressEvent(QKeyEvent* event)
         return;
     }
     QLineEdit::keyPressEvent(event);
+}
+
+bool Entry::Moves(const QKeyEvent& event) const
+{
+    if ((event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+        return false;
+    const bool whole = selectedText() == text();
+    // At the edge of the table the key does nothing, and the text stays selected.
+    const auto move = [this](int columns, int rows) {
+        moved(columns, rows);
+        return true;
+    };
+    switch (event.key()) {
+    case Qt::Key_Up:
+        return move(0, -1);
+    case Qt::Key_Down:
+        return move(0, 1);
+    case Qt::Key_Left:
+        return (whole || (cursorPosition() == 0 && !hasSelectedText())) && move(-1, 0);
+    case Qt::Key_Right:
+        return (whole || (cursorPosition() == text().size() && !hasSelectedText())) && move(1, 0);
+    default:
+        return false;
+    }
 }
 
 void Entry::wheelEvent(QWheelEvent* event)
@@ -161,7 +285,7 @@ void Entry::Step(int steps)
 
 QPushButton* Button(const QString& name, const QString& text, std::function<void()> pressed, const QString& tip)
 {
-    auto* const button = Named(new QPushButton(text), name, tip);
+    QPushButton* const button = Named(new Push_Button(text), name, tip);
     button->setAutoDefault(false);
     if (pressed)
         QObject::connect(button, &QPushButton::clicked, button, [button, pressed = std::move(pressed)] {
@@ -217,6 +341,40 @@ QComboBox* Choice(const QString& name, const QStringList& entries, std::function
     return list;
 }
 
+Available_Geometry Use_Available_Geometry(Available_Geometry available)
+{
+    return std::exchange(Available(), std::move(available));
+}
+
+void Fit_to_Desktop(QWidget& window)
+{
+    constexpr int border = 2;
+    const QRect room = Available() ? Available()(window) : window.screen()->availableGeometry();
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    const QRect inside = room.adjusted(border, title, -border, -border);  // what the frame of the window leaves
+    const QSize wanted = window.testAttribute(Qt::WA_Resized) ? window.size() : window.sizeHint();
+    const QSize size = wanted.boundedTo(inside.size());
+    if (size != window.size())
+        window.resize(size);
+    if (window.testAttribute(Qt::WA_Moved))
+        window.move(std::clamp(window.x(), room.left(), room.left() + room.width() - size.width() - 2 * border),
+                    std::clamp(window.y(), room.top(), room.top() + room.height() - size.height() - title - border));
+}
+
+QScrollArea* Scrolled(QWidget* content)
+{
+    return new Scroll_Area(content);
+}
+
+void Order_Tabs(QWidget& window)
+{
+    QList<QWidget*> stops;
+    if (window.layout() != nullptr)
+        Collect_Stops(*window.layout(), stops);
+    for (int k = 1; k < stops.size(); ++k)
+        QWidget::setTabOrder(stops[k - 1], stops[k]);
+}
+
 Screen::Screen(const QString& name, const QString& title, QWidget* parent) : QDialog(parent)
 {
     setObjectName(name);
@@ -231,6 +389,73 @@ void Screen::Open_at(const QSize& size)
 {
     if (!placed_)
         resize(size);
+}
+
+void Screen::Make_Parts()
+{
+    if (body_ != nullptr)
+        return;
+    auto* const content = new QWidget;
+    body_ = new QVBoxLayout(content);
+    const QMargins margins = body_->contentsMargins();
+    foot_ = new QVBoxLayout;
+    foot_->setContentsMargins(margins.left(), 0, margins.right(), margins.bottom());
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->addWidget(Scrolled(content), 1);
+    column->addLayout(foot_);
+}
+
+QVBoxLayout& Screen::Body()
+{
+    Make_Parts();
+    return *body_;
+}
+
+QVBoxLayout& Screen::Foot()
+{
+    Make_Parts();
+    return *foot_;
+}
+
+/// The least size that shows the content whole, without scrolling.
+QSize Screen::Whole() const
+{
+    const QSize content = body_->parentWidget()->minimumSizeHint();
+    const QSize foot = foot_->minimumSize();
+    const int menu = layout()->menuBar() == nullptr ? 0 : layout()->menuBar()->sizeHint().height();
+    return {std::max(content.width(), foot.width()), content.height() + foot.height() + layout()->spacing() + menu};
+}
+
+/// Gives the focus to the first control that takes it.
+void Screen::Focus_First()
+{
+    for (QWidget* stop = nextInFocusChain(); stop != this; stop = stop->nextInFocusChain())
+        if ((stop->focusPolicy() & Qt::TabFocus) != 0 && stop->isEnabled() && stop->isVisibleTo(this)) {
+            stop->setFocus(Qt::TabFocusReason);
+            return;
+        }
+}
+
+void Screen::setVisible(bool visible)
+{
+    if (visible && !isVisible()) {
+        if (!std::exchange(tabs_ordered_, true)) {
+            Order_Tabs(*this);
+            if (focusWidget() == nullptr)
+                Focus_First();
+        }
+        const bool full = design.run.Full_Screen && !stays_small_;
+        setWindowState(full ? windowState() | Qt::WindowMaximized : windowState() & ~Qt::WindowMaximized);
+        if (!full) {
+            if (!placed_ && body_ != nullptr && testAttribute(Qt::WA_Resized))
+                resize(size().expandedTo(Whole()));
+            Fit_to_Desktop(*this);
+        }
+    }
+    QDialog::setVisible(visible);
+    if (auto* const entry = dynamic_cast<Entry*>(focusWidget()); visible && entry != nullptr)
+        entry->selectAll();
 }
 
 Screen::~Screen()
@@ -261,7 +486,11 @@ void Screen::closeEvent(QCloseEvent* event)
 void Screen::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Escape) {
-        Run_Guarded(*this, [this] { Close_Box(); });
+        Run_Guarded(*this, [this] { Escape(); });
+        return;
+    }
+    if (event->matches(QKeySequence::HelpContents)) {
+        Open_Help(Help_Page_of(objectName()));
         return;
     }
     QDialog::keyPressEvent(event);
@@ -274,7 +503,8 @@ void Screen::No_Control(const QString& name) const
 
 int Run_Modal(QDialog& screen)
 {
-    screen.setModal(true);
+    // Over its own windows alone, where it has any: a box without a parent waits for all.
+    screen.setWindowModality(screen.parentWidget() != nullptr ? Qt::WindowModal : Qt::ApplicationModal);
     if (!Player())
         return screen.exec();
     int result = QDialog::Rejected;

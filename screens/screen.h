@@ -19,6 +19,8 @@ class QAction;
 class QCheckBox;
 class QPushButton;
 class QRadioButton;
+class QScrollArea;
+class QVBoxLayout;
 
 namespace lobemax::screens {
 
@@ -54,6 +56,9 @@ public:
     /// Where set, the arrow keys and the wheel step the number of the field: +1 or -1, ten times that with Shift. The
     /// function returns the new text; it is accepted at once. An empty answer changes nothing.
     std::function<std::string(const std::string& text, int steps)> stepped;
+    /// Where set, an arrow key goes from field to field of a table: it is told by how many columns and rows.
+    /// Right and Left do so from the end and the beginning of the text, and of one selected whole.
+    std::function<void(int columns, int rows)> moved;
 
     /// Shows a text that the program sets: the field counts as unchanged.
     void Show_Text(std::string_view text);
@@ -71,12 +76,15 @@ protected:
 
 private:
     void Step(int steps);
+    bool Moves(const QKeyEvent& event) const;
     bool dirty_ = false;
     QString before_;           // the user's changes: what the program showed, or the user's last accepted text
     int wheel_remainder_ = 0;  // fine wheels turn by parts of a notch
 };
 
 /// Makers of named controls, whose functions run guarded. The text carries its access key as "&X".
+///
+/// Enter presses the button that has the focus, as the space bar does.
 ///
 /// A button first leaves the entry that has the focus, as a click does of itself and an access key does not; it does
 /// nothing when that disabled it.
@@ -91,11 +99,28 @@ QLabel* Label(const QString& name, const QString& text = {}, const QString& tip 
 QComboBox* Choice(const QString& name, const QStringList& entries, std::function<void(int)> picked,
                   const QString& tip = {});
 
-/// A screen: a resizable dialog that remembers its size and place under its name.
+/// The part of the desktop that a window may cover.
+using Available_Geometry = std::function<QRect(const QWidget& window)>;
+/// What tells that part in place of the desktop's own screen; returns the one before. Empty: the screen does.
+Available_Geometry Use_Available_Geometry(Available_Geometry available);
+
+/// Makes a window that is about to be shown no larger than the desktop, and brings it wholly onto it.
+void Fit_to_Desktop(QWidget& window);
+
+/// Scrolls its content where the window has no room for it. It asks for the size of its content, does with less, is no
+/// tab stop, and shows the control that takes the focus.
+QScrollArea* Scrolled(QWidget* content);
+
+/// The Tab key goes through the controls of a window as they stand in its layouts: row by row in a grid.
+void Order_Tabs(QWidget& window);
+
+/// A screen: a resizable dialog that remembers its size and place under its name, fits the desktop, and opens its page
+/// of the help on F1.
 class Screen : public QDialog {
 public:
     Screen(const QString& name, const QString& title, QWidget* parent);
     ~Screen() override;
+    void setVisible(bool visible) override;
 
     /// A control by its name. @throws std::out_of_range where there is none of that kind
     template <class Widget>
@@ -122,25 +147,42 @@ protected:
     };
     bool Is_Filling() const { return filling_ > 0; }
 
-    /// Size of the screen where the user has not given it another.
+    /// Size of the screen where the user has not given it another: larger where the content needs it, smaller where the
+    /// desktop is.
     void Open_at(const QSize& size);
+    /// Where the content of the screen goes: it scrolls where the desktop is too small for it.
+    QVBoxLayout& Body();
+    /// What stands under the content and stays in view: buttons, lamps.
+    QVBoxLayout& Foot();
+    /// A question or a short choice has nothing to show that "Full Screen" would show more of.
+    void Stay_Small() { stays_small_ = true; }
 
     /// Validates the entry that has the focus, as leaving it does: for screens whose closing stores something.
     void Leave_Entry();
 
     /// Closing the window (close box or Escape) asks the screen first: most act as one of their buttons.
     virtual void Close_Box() { reject(); }
+    /// The Escape key; where closing asks a question that Escape would answer with No it must not ask again and again.
+    virtual void Escape() { Close_Box(); }
 
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     [[noreturn]] void No_Control(const QString& name) const;
+    void Make_Parts();
+    void Focus_First();
+    QSize Whole() const;
     int filling_ = 0;
     bool placed_ = false;  // where the user left it
+    bool stays_small_ = false;
+    bool tabs_ordered_ = false;
+    QVBoxLayout* body_ = nullptr;
+    QVBoxLayout* foot_ = nullptr;
 };
 
-/// Shows a screen and waits until it closes; returns its result. A test that has installed a player gets the open
+/// Shows a screen and waits until it closes; returns its result. Only the windows that it stands over wait for it: the
+/// help stays at hand. A test that has installed a player gets the open
 /// screen instead of a user, and must close it.
 int Run_Modal(QDialog& screen);
 

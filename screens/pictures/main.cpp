@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-/// lobemax-pictures FOLDER: every screen on an example, at the scale and in the palette of the run, for looking at.
+/// lobemax-pictures FOLDER [light|dark [WIDTHxHEIGHT]]: every screen on an example, at the scale and in the palette of
+/// the run, on a desktop of that size, for looking at.
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
@@ -80,6 +81,9 @@ int main(int argc, char** argv)
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     if (argc > 2 && QByteArray(argv[2]) == "dark")
         Use_Dark_Palette();
+    const QList<QByteArray> sides = QByteArray(argc > 3 ? argv[3] : "1920x1080").split('x');
+    const QSize desktop(sides.first().toInt(), sides.last().toInt());
+    Use_Available_Geometry([desktop](const QWidget&) { return QRect(QPoint(), desktop); });
     Load_Resources();
     Install_Host({});
     Sub_Main(design, "", {});

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QStyleFactory>
 
@@ -13,6 +14,7 @@
 #include "files/preferences.h"
 #include "files/recovery.h"
 #include "files/run_record.h"
+#include "forms/preference_choice.h"
 #include "screens/dark_palette.h"
 #include "screens/desk.h"
 #include "screens/desktop_host.h"
@@ -101,6 +103,9 @@ int Run(const Options& options)
         }
     };
     Sub_Main(design, options.file, services);
+    const QScreen& screen = *QGuiApplication::primaryScreen();
+    Set_Screen_Scale(design, screen.size().width(), screen.size().height(), screen.physicalDotsPerInchX(),
+                     screen.physicalDotsPerInchY());
     if (!started) {
         Terminate(folder);
         return 0;

@@ -91,7 +91,7 @@ TEST_F(Home_Commands, each_menu_has_its_entries_in_their_order)
               "pick(1) pick(2) pick(3) pick(4) pick(5) USA Europe Sec_Deg(1) Sec_Deg(2) Sec_Deg(3) ");
     EXPECT_EQ(names_of("E&xamples"),
               "SingleDwell DoubleDwell Flat FourDwell Oscillate Fourbar Sixbar Fourslide Sixslide ");
-    EXPECT_EQ(names_of("FF&T"), "CalcFFT ");
+    EXPECT_EQ(names_of("FFT"), "CalcFFT ");
     EXPECT_EQ(names_of("S&creen"), "FullScreen StandardSize Aspect Circles Preferences ");
 }
 

@@ -85,5 +85,20 @@ TEST_F(Preferences_Chosen, an_unknown_unit_system_changes_nothing)
     EXPECT_EQ(design.cam.Camtype, "Radial");
 }
 
+TEST_F(Preferences_Chosen, a_circle_is_as_wide_as_the_points_of_the_screen_ask_for)
+{
+    Set_Screen_Scale(design, 1280, 1024, 125.0, 100.0);  // points narrower than high
+    EXPECT_EQ(design.run.Screen_Width, 1280.0);
+    EXPECT_EQ(design.run.Screen_Height, 1024.0);
+    EXPECT_EQ(Circle_Width(design), 1.0);  // the correction was not chosen
+    design.run.Aspect_Flag = true;
+    EXPECT_EQ(Circle_Width(design), 1.25);
+    for (const auto& [across, up] : {std::pair{0.0, 96.0}, std::pair{96.0, 0.0}, std::pair{500.0, 96.0},
+                                     std::pair{96.0, 500.0}, std::pair{96.0, 96.0}}) {
+        Set_Screen_Scale(design, 1280, 1024, across, up);
+        EXPECT_EQ(Circle_Width(design), 1.0) << across << " " << up;
+    }
+}
+
 }  // namespace
 }  // namespace lobemax

@@ -4,16 +4,20 @@
 #include <gtest/gtest.h>
 #include <qcustomplot.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QMenu>
 #include <QPdfWriter>
 #include <QTemporaryDir>
 #include <QTest>
 #include <algorithm>
 #include <cmath>
 
+#include "core/messages.h"
 #include "paint/print.h"
 #include "tests/support/test_design.h"
 
@@ -347,6 +351,28 @@ TEST_F(Charts_at_Hand, the_pointer_reads_all_curves_at_its_abscissa)
     EXPECT_EQ(Read_Out(), "");
 }
 
+TEST_F(Charts_at_Hand, what_is_read_is_of_the_curves_that_are_shown)
+{
+    Open({Sine()});
+    Point_at(90, 3);
+    EXPECT_EQ(Read_Out(), "90    S 10");
+    Curve twice = Sine();
+    for (double& y : twice.y)
+        y *= 2;
+    chart_.Update({twice});  // the pointer stays where it is
+    chart_.Plot().replot();
+    EXPECT_EQ(Read_Out(), "90    S 20");
+    chart_.Clear();
+    EXPECT_EQ(Read_Out(), "");
+    Open({Sine()});
+    Point_at(90, 3);
+    QEvent away(QEvent::Leave);
+    QApplication::sendEvent(&chart_.Plot(), &away);
+    EXPECT_EQ(Read_Out(), "");
+    Open({twice});
+    EXPECT_EQ(Read_Out(), "");
+}
+
 TEST_F(Charts_at_Hand, the_pointer_reads_the_nearest_point_of_closed_curves)
 {
     Curve outline;
@@ -440,12 +466,190 @@ TEST_F(Charts, extremes_stand_on_the_axis_of_their_curve_in_the_ink_of_the_groun
         if (const auto* const text = qobject_cast<const QCPItemText*>(chart_.Plot().item(k))) {
             ++texts;
             EXPECT_EQ(text->color(), QColor(Qt::black));
-            EXPECT_EQ(text->position->valueAxis(), chart_.Plot().yAxis2);
         }
     }
     EXPECT_EQ(rings, 2);
     EXPECT_EQ(texts, 2);
     EXPECT_EQ(chart_.Plot().itemCount(), 5);
+}
+
+/// The labels of the extremes that are seen, with the pixels that they cover.
+std::vector<std::pair<QString, QRectF>> Labels_of(Chart& chart)
+{
+    chart.Plot().replot();
+    std::vector<std::pair<QString, QRectF>> labels;
+    for (int k = 0; k < chart.Plot().itemCount(); ++k)
+        if (const auto* const text = qobject_cast<const QCPItemText*>(chart.Plot().item(k)); text && text->visible())
+            labels.emplace_back(text->text(),
+                                QRectF(text->topLeft->pixelPosition(), text->bottomRight->pixelPosition()));
+    return labels;
+}
+
+TEST_F(Charts, labels_of_extremes_have_few_figures_stand_inside_and_apart)
+{
+    Curve rise = Sine("S");
+    for (std::size_t i = 0; i < rise.y.size(); ++i)
+        rise.y[i] = 12345.678 * static_cast<double>(i) / 360.0 / 3.0;  // least and greatest in the corners
+    Curve close = rise;
+    for (double& y : close.y)
+        y *= 1.001;
+    Curve other = Sine("A");
+    for (double& y : other.y)
+        y *= 411.0;
+    for (const QSize& size : {QSize(500, 400), QSize(220, 160)}) {
+        chart_.resize(size);
+        chart_.show();
+        chart_.Show({rise, close, other});
+        chart_.Mark_Extremes(true);
+        const auto labels = Labels_of(chart_);
+        ASSERT_EQ(labels.size(), 6U);
+        EXPECT_EQ(labels[0].first, "4115.2 @ 360");
+        EXPECT_EQ(labels[1].first, "0 @ 0");
+        const QRectF room = QRectF(chart_.Plot().axisRect()->rect()).adjusted(-1, -1, 1, 1);
+        for (std::size_t k = 0; k < labels.size(); ++k) {
+            EXPECT_TRUE(room.contains(labels[k].second)) << labels[k].first.toStdString();
+            for (std::size_t j = 0; j < k && size.width() > 300; ++j)
+                EXPECT_FALSE(labels[j].second.adjusted(1, 1, -1, -1).intersects(labels[k].second))
+                    << labels[j].first.toStdString() << " / " << labels[k].first.toStdString();
+        }
+    }
+}
+
+TEST_F(Charts, an_extreme_out_of_view_has_no_label)
+{
+    chart_.Show({Sine()});
+    chart_.Mark_Extremes(true);
+    chart_.Plot().xAxis->setRange(60, 120);
+    const auto labels = Labels_of(chart_);
+    ASSERT_EQ(labels.size(), 1U);
+    EXPECT_EQ(labels[0].first, "10 @ 90");
+    Curve flat = Sine();
+    std::fill(flat.y.begin(), flat.y.end(), 7.0);
+    chart_.Show({flat});
+    EXPECT_EQ(Labels_of(chart_).size(), 1U);  // its least is its greatest
+}
+
+TEST_F(Charts, a_curve_of_zeros_leaves_the_scale_of_the_one_before)
+{
+    Curve high = Sine();
+    for (double& y : high.y)
+        y = 1e6;
+    Curve zeros = high;
+    std::fill(zeros.y.begin(), zeros.y.end(), 0.0);
+    chart_.Show({Sine()});
+    chart_.Show({zeros});
+    EXPECT_LT(chart_.Plot().yAxis->range().size(), 3.0);
+    EXPECT_TRUE(chart_.Plot().yAxis->range().contains(0.0));
+    chart_.Show({high});
+    chart_.Update({zeros});
+    EXPECT_LT(chart_.Plot().yAxis->range().size(), 3.0);
+}
+
+TEST_F(Charts, curves_of_a_calculation_left_behind_are_gray)
+{
+    chart_.Show({Sine()});
+    const QColor colour = chart_.Plot().graph(0)->pen().color();
+    chart_.Set_Stale(true);
+    EXPECT_EQ(chart_.Plot().graph(0)->pen().color(), chart_.palette().color(QPalette::Mid));
+    chart_.Update({Sine()});
+    EXPECT_EQ(chart_.Plot().graph(0)->pen().color(), chart_.palette().color(QPalette::Mid));
+    chart_.Set_Stale(false);
+    EXPECT_EQ(chart_.Plot().graph(0)->pen().color(), colour);
+}
+
+TEST_F(Charts, circles_are_widened_for_the_screen_and_not_in_pictures)
+{
+    design.run.Aspect_Flag = true;
+    design.run.Aspect_Correction = 1.25;
+    chart_.resize(500, 500);
+    chart_.Set_Equal_Scales(true);
+    chart_.show();
+    chart_.Show({Circle()});
+    const auto across = [&] {
+        const auto pixels = [&](QCPAxis* axis) { return std::abs(axis->coordToPixel(30) - axis->coordToPixel(-30)); };
+        return pixels(chart_.Plot().xAxis) / pixels(chart_.Plot().yAxis);
+    };
+    chart_.Plot().replot();
+    EXPECT_NEAR(across(), 1.25, 0.01);
+    const QImage picture = chart_.Picture({500, 500}).toImage();
+    QRect ink;  // of the curve, the one thing that has a colour
+    for (int py = 0; py < picture.height(); ++py)
+        for (int px = 0; px < picture.width(); ++px)
+            if (picture.pixelColor(px, py).saturation() > 100)
+                ink = ink.united(QRect(px, py, 1, 1));
+    EXPECT_GT(ink.width(), 100);
+    EXPECT_NEAR(ink.width(), ink.height(), 2);
+    chart_.Plot().replot();
+    EXPECT_NEAR(across(), 1.25, 0.01);
+    design.run.Aspect_Flag = false;
+    chart_.Plot().replot();
+    EXPECT_NEAR(across(), 1.0, 0.01);
+    design = {};
+}
+
+/// A user who saves by the context menu, with a name for the dialog.
+class Saved_Charts : public Charts {
+protected:
+    void SetUp() override
+    {
+        Host host;
+        host.save_dialog = [this](const File_Dialog& dialog) -> std::optional<std::string> {
+            asked_ = dialog;
+            return path_;
+        };
+        host.messenger = [this](const Message& box) {
+            told_ += box.text;
+            return Answer::OK;
+        };
+        before_ = Install_Host(std::move(host));
+        chart_.Show({Sine()});
+    }
+    void TearDown() override { Install_Host(std::move(before_)); }
+    void Save_as(const QString& path)
+    {
+        path_ = path.toStdString();
+        told_.clear();
+        QMenu menu;
+        chart_.Fill_Menu(menu);
+        for (QAction* const entry : menu.actions())
+            if (entry->text() == "&Save as...")
+                entry->trigger();
+    }
+    File_Dialog asked_;
+    std::optional<std::string> path_;
+    std::string told_;
+    Host before_;
+};
+
+TEST_F(Saved_Charts, a_picture_is_written_and_an_older_one_stays_until_it_is_whole)
+{
+    const QString path = folder_.filePath("a.png");
+    Save_as(path);
+    EXPECT_EQ(told_, "");
+    EXPECT_TRUE(asked_.overwrite_prompt);
+    EXPECT_FALSE(QImage(path).isNull());
+    const QString text = folder_.filePath("b.xyz");
+    QFile older(text);
+    ASSERT_TRUE(older.open(QIODevice::WriteOnly));
+    older.write("older");
+    older.close();
+    Save_as(text);
+    EXPECT_EQ(told_, "The picture could not be saved as\n" + text.toStdString() + "\nUnsupported image format");
+    ASSERT_TRUE(older.open(QIODevice::ReadOnly));
+    EXPECT_EQ(older.readAll(), "older");
+    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), 2);  // nothing half written is left
+}
+
+TEST_F(Saved_Charts, a_missing_folder_is_told)
+{
+    for (const char* const name : {"a.png", "a.svg", "a.pdf"}) {
+        const QString path = folder_.filePath("nowhere/") + name;
+        Save_as(path);
+        EXPECT_EQ(told_, "The picture could not be saved as\n" + path.toStdString() + "\nNo such file or directory");
+    }
+    path_.reset();
+    told_.clear();
+    EXPECT_EQ(told_, "");
 }
 
 TEST_F(Charts, curves_over_different_abscissas_are_copied_with_a_column_each)

@@ -98,6 +98,25 @@ TEST_F(Painted, a_picture_that_cannot_be_drawn_leaves_the_older_file)
     EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), 3) << "no temporary file is left";
 }
 
+TEST_F(Painted, what_is_out_of_date_is_gray_and_a_widened_circle_wider)
+{
+    QImage picture(200, 200, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    const QPalette palette;
+    Painter_Surface surface(painter, picture.rect(), palette);
+    surface.Gray({Ink::cam});
+    EXPECT_EQ(surface.Colour_of(Ink::cam), palette.color(QPalette::Mid));
+    EXPECT_NE(surface.Colour_of(Ink::follower), palette.color(QPalette::Mid));
+    surface.Widen(1.25);
+    surface.Scale(-50, -50, 50, 50);
+    surface.Circle(0, 0, 40, Ink::follower);
+    painter.end();
+    const QRect ink = Inked(picture);
+    EXPECT_NEAR(double(ink.width()) / ink.height(), 1.25, 0.03);
+    EXPECT_NEAR(ink.width(), 160, 3);
+}
+
 TEST_F(Painted, a_line_has_its_width_in_points_whatever_the_picture_s_fineness)
 {
     const auto line = [](Surface& s) {

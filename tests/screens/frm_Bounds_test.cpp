@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "screens/frm_Bounds.h"
 
+#include <qcustomplot.h>
+
 #include <QTableWidget>
 
 #include "core/text.h"
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"
 #include "motion/segments.h"
+#include "paint/chart.h"
 #include "screens/frm_Knots.h"
 #include "screens/frm_Poly.h"
 #include "tests/support/desktop_design.h"
@@ -155,6 +158,46 @@ TEST_F(Conditions_Screen, back_and_the_close_box_leave_the_polynomial_unsolved)
     EXPECT_EQ(screen.result(), QDialog::Rejected);
 }
 
+TEST_F(Conditions_Screen, escape_goes_back_at_once)
+{
+    Make('P');
+    frm_Bounds screen(1);
+    const Driver user(screen);
+    QTest::keyClick(&user.Find<QWidget>(Element("txt_Sbound", 0)), Qt::Key_Escape);  // no box, whose Escape would stay
+    EXPECT_FALSE(screen.isVisible());
+    EXPECT_EQ(screen.result(), QDialog::Rejected);
+}
+
+TEST_F(Conditions_Screen, arrow_keys_go_through_the_table)
+{
+    Make('P');
+    frm_Bounds screen(1);
+    const Driver user(screen);
+    const auto press = [&](Qt::Key key) {
+        QTest::keyClick(screen.focusWidget(), key);
+        return screen.focusWidget()->objectName().toStdString();
+    };
+    user.Find<QWidget>(Element("txt_Sbound", 0)).setFocus();
+    EXPECT_EQ(press(Qt::Key_Left), "txt_Sbound(0)");  // the angle of the start is not typed
+    EXPECT_EQ(press(Qt::Key_Up), "txt_Sbound(0)");
+    EXPECT_EQ(press(Qt::Key_Right), "txt_Vbound(0)");
+    EXPECT_EQ(press(Qt::Key_Down), "txt_Vbound(1)");
+    EXPECT_EQ(press(Qt::Key_Left), "txt_Sbound(1)");
+    EXPECT_EQ(press(Qt::Key_Left), "txt_Theta(1)");
+    EXPECT_EQ(press(Qt::Key_Up), "txt_Theta(1)");
+    for (int row = 2; row <= 8; ++row)
+        EXPECT_EQ(press(Qt::Key_Down), Element("txt_Theta", row).toStdString());
+    EXPECT_EQ(press(Qt::Key_Right), "txt_Sbound(8)");
+    EXPECT_EQ(press(Qt::Key_Down), "txt_Sbound(9)");
+    auto& end = user.Find<QLineEdit>(Element("txt_Sbound", 9));
+    EXPECT_EQ(end.selectedText(), "25");
+    end.setCursorPosition(1);  // inside of the text the arrows go through it
+    EXPECT_EQ(press(Qt::Key_Right), "txt_Sbound(9)");
+    EXPECT_EQ(end.cursorPosition(), 2);
+    EXPECT_EQ(press(Qt::Key_Right), "txt_Vbound(9)");
+    EXPECT_EQ(m_.End_Value(1), "25");
+}
+
 TEST_F(Conditions_Screen, another_program_is_corrupted_data)
 {
     frm_Bounds screen(1);
@@ -249,6 +292,52 @@ TEST_F(Knot_Screen, without_autocalc_the_button_calculates)
     EXPECT_TRUE(user.Enabled("cmd_Done"));
     user.Press("cmd_Done");
     EXPECT_EQ(screen.result(), QDialog::Accepted);
+}
+
+TEST_F(Knot_Screen, what_is_not_of_the_knots_on_the_screen_is_gray)
+{
+    frm_Knots screen(1);
+    const Driver user(screen);
+    const auto& chart = user.Find<paint::Chart>(Element("pct_Plot", 0));
+    const auto colour = [&] { return chart.Plot().graph(0)->pen().color(); };
+    const auto knot = [&] {
+        for (int k = 0; k < chart.Plot().itemCount(); ++k)
+            if (const auto* line = qobject_cast<const QCPItemStraightLine*>(chart.Plot().item(k)))
+                return line->point1->coords().x();
+        return -1.0;
+    };
+    const QColor gray = chart.palette().color(QPalette::Mid);
+    EXPECT_NE(colour(), gray);
+    EXPECT_TRUE(user.Enabled("cmd_Plot"));
+    user.Press("chk_Autocalc");
+    user.Fill(Element("txt_Knot", 1), "30");
+    EXPECT_EQ(colour(), gray);
+    EXPECT_EQ(knot(), 30.0);
+    EXPECT_FALSE(user.Enabled("cmd_Plot"));
+    user.Press("cmd_Calc");
+    EXPECT_NE(colour(), gray);
+}
+
+TEST_F(Knot_Screen, show_brings_the_whole_back_and_plot_opens_the_plot_screen)
+{
+    frm_Knots screen(1);
+    const Driver user(screen);
+    auto& chart = user.Find<paint::Chart>(Element("pct_Plot", 1));
+    chart.Plot().xAxis->setRange(20, 40);
+    user.Fill(Element("txt_Knot", 1), "30");
+    EXPECT_EQ(chart.Plot().xAxis->range().upper, 40.0);  // a recalculation keeps what is zoomed into view
+    user.Press("cmd_Show");
+    EXPECT_EQ(chart.Plot().xAxis->range().upper, 90.0);
+    EXPECT_EQ(chart.Plot().xAxis->range().lower, 0.0);
+    std::string opened;
+    const testing::Modals modals([&](QDialog& open) {
+        opened = (open.objectName() + " " + open.windowTitle()).toStdString();
+        const auto& curve = Driver(open).Find<paint::Chart>(Element("grf_Plot", 0)).Curves()[0];
+        EXPECT_EQ(curve.y[20], S(20));
+        Driver(open).Press("cmd_PlotDone");
+    });
+    user.Press("cmd_Plot");
+    EXPECT_EQ(opened, "frm_Plot3 Segment 1");
 }
 
 TEST_F(Knot_Screen, orders_and_knots_out_of_range_have_their_messages)

@@ -135,7 +135,7 @@ TEST_F(Dynamics_Screen, has_its_titles_captions_and_tips)
              Row{"cmd_Calc", "&Calculate", "cmd_Calc", ""},
              Row{"cmd_Done", "&Next >", "cmd_Done", ""},
              Row{"cmd_Print", "&Print Form", "cmd_Print", ""},
-             Row{"cmd_Copy", "&Copy", "cmd_Copy", ""},
+             Row{"cmd_Copy", "Cop&y", "cmd_Copy", ""},
          }) {
         EXPECT_EQ(user.Text(words), caption);
         EXPECT_EQ(user.Tip(named), tip) << named;

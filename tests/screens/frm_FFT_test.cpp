@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "screens/frm_FFT.h"
 
+#include <qcustomplot.h>
+
 #include <QComboBox>
 
 #include "motion/fourier.h"
@@ -81,6 +83,9 @@ TEST_F(Fourier_Screen, harmonics_typed_as_2000_are_capped)
     EXPECT_EQ(user.Text("cmb_Harmonics"), "180");
     script_.Expect({" Must set the number of harmonics to a value > 0", Buttons::OK, Symbol::exclamation});
     Type_Harmonics(user, "0");
+    EXPECT_TRUE(Magnitudes(user).Curves().empty());  // nothing of the transform before is left
+    EXPECT_EQ(user.Text("lbl_Power"), "");
+    EXPECT_FALSE(user.Enabled("cmd_Done"));
 }
 
 TEST_F(Fourier_Screen, without_a_variable_it_says_so)
@@ -114,6 +119,10 @@ TEST_F(Fourier_Screen, styles_and_grids_change_the_chart)
     EXPECT_EQ(Magnitudes(user).Curves()[0].style, paint::Curve_Style::sticks_and_line);
     user.Press("chk_Sticks");
     EXPECT_EQ(Magnitudes(user).Curves()[0].style, paint::Curve_Style::line);
+    user.Press("chk_Line");  // neither: the harmonics themselves
+    EXPECT_EQ(Magnitudes(user).Curves()[0].style, paint::Curve_Style::points);
+    EXPECT_EQ(Magnitudes(user).Plot().graph(0)->lineStyle(), QCPGraph::lsNone);
+    EXPECT_EQ(Magnitudes(user).Plot().graph(0)->scatterStyle().shape(), QCPScatterStyle::ssDisc);
     user.Press("cmd_Cancel");
     EXPECT_FALSE(design.flags.FFT_Done);
 }

@@ -418,8 +418,9 @@ TEST_F(Plot_Screens, controls_have_their_captions)
     EXPECT_EQ(choices.Text(Element("opt_PrintSet", 1)), "Mix and Match");
     EXPECT_EQ(choices.Text("cmd_Done"), "&Next >");
     EXPECT_EQ(choices.Text("cmd_Cancel"), "< &Back");
-    for (const char* const off : {"cmd_Clear2", "cmd_Clear3", "cmd_Clear4"})
-        EXPECT_EQ(choices.Text(off), "O&ff");
+    EXPECT_EQ(choices.Text("cmd_Clear2"), "O&ff");
+    for (const char* const off : {"cmd_Clear3", "cmd_Clear4"})  // the key is that of the first
+        EXPECT_EQ(choices.Text(off), "Off");
     Pick({2}, 1);
     frm_Plot screen(1);
     const Driver user(screen);
@@ -499,6 +500,34 @@ TEST_F(Plot_Screens, grids_styles_and_grounds_can_be_changed)
     user.Press("cmd_Copy");
     user.Press("cmd_PlotDone");
     EXPECT_EQ(screen.result(), QDialog::Accepted);
+}
+
+TEST_F(Plot_Screens, a_segment_has_its_four_functions_on_the_plot_screen_and_leaves_the_picks_alone)
+{
+    Pick({5, 6}, 2);
+    p_.Plot_Style = 2;
+    bool shown = false;
+    const testing::Modals modals([&](QDialog& open) {
+        shown = true;
+        const Driver user(open);
+        EXPECT_EQ(open.objectName(), "frm_Plot3");
+        EXPECT_EQ(open.windowTitle(), "Segment 3");
+        EXPECT_EQ(user.Text(Element("lbl_Left", 0)), "3  F");
+        for (int k = 0; k < 4; ++k) {
+            const auto& curves = user.Find<paint::Chart>(Element("grf_Plot", k)).Curves();
+            ASSERT_EQ(curves.size(), 1U);
+            EXPECT_EQ(curves[0].x.front(), 180.0);
+            EXPECT_EQ(curves[0].x.back(), 270.0);
+            EXPECT_EQ(curves[0].y[10], Data(var::S + k, 190));
+        }
+        user.Press("cmd_PlotDone");
+    });
+    screens::Run_Segment_Plot(3, nullptr);
+    EXPECT_TRUE(shown);
+    EXPECT_EQ(p_.Plot_Vars(1), 5);
+    EXPECT_EQ(p_.Num_Sets, 2);
+    EXPECT_EQ(p_.Segment_Pick, "All");
+    EXPECT_EQ(p_.Plot_Last, 360.0);
 }
 
 TEST_F(Plot_Screens, back_returns_to_the_choice_and_done_to_home)

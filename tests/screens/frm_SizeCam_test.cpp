@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "screens/frm_SizeCam.h"
 
+#include <qcustomplot.h>
+
 #include <QAction>
 #include <QGroupBox>
 #include <QMouseEvent>
@@ -560,6 +562,43 @@ TEST_F(Size_Screen, help_carries_the_advice)
     screen.findChild<QAction*>("mnu_linear")->trigger();
     script_.Expect({Barrel_Help()});
     screen.findChild<QAction*>("mnu_barrel")->trigger();
+}
+
+TEST_F(Size_Screen, what_waits_for_its_calculation_is_gray)
+{
+    Build("Double Dwell");
+    screens::frm_SizeCam screen;
+    const Driver user(screen);
+    const auto& phi = user.Find<paint::Chart>("pct_Pang");
+    const auto newest = [&] { return phi.Plot().graph(0)->pen().color(); };
+    const QColor gray = phi.palette().color(QPalette::Mid);
+    EXPECT_NE(newest(), gray);
+    EXPECT_TRUE(user.Enabled("lbl_Pamin"));
+    const std::string before = user.Text("lbl_Pamin");
+    user.Fill("txt_Prime", "120");
+    EXPECT_EQ(newest(), gray);
+    for (const char* const name : {"lbl_Pamin", "lbl_Pamax", "lbl_Rhomin", "lbl_Rhomax", "pnl_info"})
+        EXPECT_FALSE(user.Enabled(name)) << name;
+    EXPECT_EQ(user.Text("lbl_Pamin"), before);
+    user.Press("cmd_Calc");
+    EXPECT_NE(newest(), gray);
+    EXPECT_TRUE(user.Enabled("lbl_Pamin"));
+    EXPECT_NE(user.Text("lbl_Pamin"), before);
+}
+
+TEST_F(Size_Screen, the_pressure_angle_of_a_flat_face_has_a_scale_of_its_own)
+{
+    Build("Double Dwell");
+    screens::frm_SizeCam screen;
+    const Driver user(screen);
+    auto& phi = user.Find<paint::Chart>("pct_Pang");
+    EXPECT_GT(phi.Plot().yAxis->range().size(), 20.0);
+    Build("Flat Follower");
+    screens::frm_SizeCam flat;
+    const Driver other(flat);
+    auto& zeros = other.Find<paint::Chart>("pct_Pang");
+    EXPECT_EQ(zeros.Curves()[0].y, std::vector<double>(361, 0.0));
+    EXPECT_LT(zeros.Plot().yAxis->range().size(), 3.0);
 }
 
 }  // namespace

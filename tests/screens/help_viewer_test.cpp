@@ -61,12 +61,15 @@ TEST_F(Help, a_link_turns_the_page_and_pictures_are_drawn)
 
 TEST_F(Help, opens_one_window_for_the_program)
 {
-    QWidget parent;
-    Open_Help("units", &parent);
-    Open_Help("laws", &parent);
-    const auto viewers = parent.findChildren<Help_Viewer*>();
-    ASSERT_EQ(viewers.size(), 1);
+    Open_Help("units");
+    Open_Help("laws");
+    std::vector<Help_Viewer*> viewers;
+    for (QWidget* const window : QApplication::topLevelWidgets())
+        if (auto* const viewer = dynamic_cast<Help_Viewer*>(window))
+            viewers.push_back(viewer);
+    ASSERT_EQ(viewers.size(), 1U);
     EXPECT_EQ(viewers.front()->Page(), "laws");
+    viewers.front()->close();
 }
 
 }  // namespace

@@ -2,9 +2,12 @@
 #include "screens/screen.h"
 
 #include <QCheckBox>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTemporaryDir>
 #include <QVBoxLayout>
 
 #include "core/text.h"
@@ -98,6 +101,55 @@ TEST_F(Foundation, a_button_leaves_the_field_before_it_acts)
     user.Type("txt_First", "6");
     button->click();
     EXPECT_EQ(pressed, 1);
+}
+
+TEST_F(Foundation, enter_presses_the_button_that_has_the_focus)
+{
+    Two_Fields screen;
+    int pressed = 0;
+    for (const char* const name : {"cmd_One", "cmd_Two"})
+        screen.layout()->addWidget(Button(name, name, [&pressed, name] { pressed = name == std::string("cmd_Two"); }));
+    QPushButton& second = screen.Control<QPushButton>("cmd_Two");
+    const Driver user(screen);
+    QTest::keyClick(screen.first, Qt::Key_Return);
+    EXPECT_EQ(pressed, 0);
+    second.setFocus();
+    QTest::keyClick(&second, Qt::Key_Enter);
+    EXPECT_EQ(pressed, 1);
+    frm_Quit quit;  // whose usual answer is No
+    const Driver asked(quit);
+    asked.Find<QPushButton>("cmd_YesQuit").setFocus();
+    QTest::keyClick(&asked.Find<QPushButton>("cmd_YesQuit"), Qt::Key_Return);
+    EXPECT_EQ(quit.result(), QDialog::Accepted);
+}
+
+TEST_F(Foundation, a_saved_name_gets_the_extension_of_the_chosen_filter)
+{
+    const QTemporaryDir folder;
+    const Host host = Desktop_Host();
+    File_Dialog dialog;
+    dialog.filter = "PNG (*.png)|*.png|SVG (*.svg)|*.svg|All (*.*)|*.*";
+    const auto save = [&](const QString& name, const QString& filter) {
+        const testing::Modals modals([&](QDialog& open) {
+            auto& box = dynamic_cast<QFileDialog&>(open);
+            box.setDirectory(folder.path());
+            auto* const filters = box.findChild<QComboBox*>("fileTypeCombo");
+            ASSERT_NE(filters, nullptr);
+            if (!filter.isEmpty()) {
+                filters->setCurrentText(filter);
+                emit filters->activated(filters->currentIndex());
+                emit filters->textActivated(filter);
+            }
+            box.findChild<QLineEdit*>("fileNameEdit")->setText(name);
+            QMetaObject::invokeMethod(&box, "accept");
+        });
+        const auto path = host.save_dialog(dialog);
+        return path ? QFileInfo(To_Qt(*path)).fileName().toStdString() : std::string("none");
+    };
+    EXPECT_EQ(save("chart", ""), "chart.png");
+    EXPECT_EQ(save("chart", "SVG (*.svg)"), "chart.svg");
+    EXPECT_EQ(save("chart.pdf", "SVG (*.svg)"), "chart.pdf");
+    EXPECT_EQ(save("chart", "All (*.*)"), "chart");
 }
 
 TEST_F(Foundation, an_option_acts_when_the_choice_changes)
@@ -196,6 +248,15 @@ TEST_F(Foundation, the_title_leads_to_home_or_to_the_quit_screen)
     const Driver other(again);
     other.Press("cmd_Abort");
     EXPECT_EQ(again.result(), QDialog::Rejected);
+}
+
+TEST_F(Foundation, escape_on_the_title_goes_on)
+{
+    Load_Resources();
+    frm_Title title;
+    const Driver user(title);
+    QTest::keyClick(&title, Qt::Key_Escape);
+    EXPECT_EQ(title.result(), QDialog::Accepted);
 }
 
 TEST_F(Foundation, the_quit_screen_stays_by_default)

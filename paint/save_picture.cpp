@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "paint/save_picture.h"
+
+#include "core/messages.h"
+
+namespace lobemax::paint {
+
+void Save_Picture_As(const std::string& title, const Picture_Writer& write)
+{
+    File_Dialog dialog;
+    dialog.title = title;
+    dialog.filter = "PNG (*.png)|*.png|SVG (*.svg)|*.svg|PDF (*.pdf)|*.pdf";
+    dialog.overwrite_prompt = true;
+    const Host& host = Installed_Host();
+    const std::optional<std::string> path = host.save_dialog ? host.save_dialog(dialog) : std::nullopt;
+    if (!path)
+        return;
+    QString why;
+    if (!write(QString::fromStdString(*path), why))
+        Show_Message("The picture could not be saved as\n" + *path + "\n" + why.toStdString(), Buttons::OK,
+                     Symbol::exclamation);
+}
+
+}  // namespace lobemax::paint
