@@ -425,6 +425,8 @@ struct Run_Group {
     Single Screen_Height;
     std::string Program_Title;
     Flag Selecting_Print;
+    std::uint64_t Saved_Key = 0;  // of the design that was last opened or saved (edit/unsaved)
+    std::string Last_Edit;        // the first value that came through the door since it was last asked for, in words
 
     Integer Saved_Variables = var::Last_Stored;
     Integer Max_Variables = var::Last;

@@ -112,6 +112,7 @@ constexpr std::array falls{
     Fall{Event::load_partial, Of(motion, vibration, polydyne), nullptr, "the calculated data are not whole"},
     Fall{Event::load_succeeded, Of(compensating_cam), nullptr, "no file keeps a compensating cam's data"},
     Fall{Event::save_failed, Of(saved), nullptr, "no file holds the design"},
+    Fall{Event::results_let_go, all_results | Of(external_force), nullptr, "their rows are not kept any more"},
     Fall{Event::started, Of(linkage), nullptr, "no file keeps a linkage's results"},
 };
 

@@ -92,9 +92,10 @@ enum class Event : std::uint8_t {
     load_partial,
     load_succeeded,
     save_failed,
-    started,  // the program has come up
+    results_let_go,  // Undo has gone back further than calculated rows are kept
+    started,         // the program has come up
 };
-inline constexpr int Event_Count = 32;
+inline constexpr int Event_Count = 33;
 
 /// One row of the table of falls.
 struct Fall {

@@ -141,6 +141,8 @@ Verdict Put(Design_State& design, std::string_view name, const Field_Index& at, 
     }
     if (rule.event)
         Apply(design, *rule.event);
+    if (design.run.Last_Edit.empty())
+        design.run.Last_Edit = Words_of(rule, at);
     return {};
 }
 

@@ -7,6 +7,7 @@
 #include "core/ladder.h"
 #include "core/messages.h"
 #include "dynamics/kinetostatics.h"
+#include "edit/unsaved.h"
 #include "motion/examples.h"
 
 namespace lobemax {
@@ -39,6 +40,7 @@ bool Example_Done(Design_State& design)
     Size_Example(design);
     if (f.Sized)
         Calc_Force_Torque(design);
+    Mark_Saved(design);
     Reach(design, Mark::saved);  // nothing of the user's is in it
     Refresh_Screens();
     return f.Calculated && f.Sized && f.Dynamicflag;

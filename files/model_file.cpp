@@ -16,6 +16,7 @@
 #include "core/text.h"
 #include "core/traps.h"
 #include "core/units.h"
+#include "edit/unsaved.h"
 #include "files/record_archive.h"
 
 namespace lobemax {
@@ -859,6 +860,7 @@ bool Write_Model_File(Design_State& design, Replace replace)
     const bool written = replace == Replace::with_backup ? Write_With_Backup(design, path) : Write_Whole(design, path);
     if (written) {
         Reach(design, Mark::saved);
+        Mark_Saved(design);
         design.identity.Model_Name = StripFilename(path);
     }
     Restore_Pointer();
@@ -929,7 +931,7 @@ bool Save_As_V7(Design_State& design)
 
 bool Save_Model(Design_State& design)
 {
-    if (!design.flags.Model_Saved)
+    if (!design.flags.Model_Saved || design.identity.File_Name.empty())  // an example has no name yet
         return SaveAs(design, design.identity.Version_Str);
     return Write_Model_File(design, Replace::with_backup);
 }
@@ -960,6 +962,8 @@ bool Read_Chosen(Design_State& design, const std::string& path)
     const Run_Group& run = design.run;
     design.identity.File_Name = path;
     Load_Model(design, path);
+    design.identity.File_Name = path;  // where it lies now, whatever it was called when it was written
+    Mark_Saved(design);
     if (run.Read_Abort)
         return false;
     design.identity.Model_Name = StripFilename(path);
@@ -969,12 +973,14 @@ bool Read_Chosen(Design_State& design, const std::string& path)
                          "of LOBEMAX and its setup info may be incomplete.  Please check carefully.",
                      Buttons::OK, Symbol::exclamation);
         Apply(design, Event::load_partial);
+        Mark_Saved(design);
         Refresh_Screens();
         return false;
     }
     Apply(design, Event::load_succeeded);
     const int segment = design.motion.Seg;
     design.motion.No_Conditions(segment) = Conditions_of(design, segment);
+    Mark_Saved(design);
     Refresh_Screens();
     Show_Message(Read_Report(path, !run.Read_Partial), Buttons::OK, Symbol::information);
     return !run.Read_Partial;
@@ -984,11 +990,11 @@ bool Read_Chosen(Design_State& design, const std::string& path)
 
 bool May_Reset(Design_State& design)
 {
-    if (!design.flags.Calculated || design.flags.Model_Saved)
+    if (!Unsaved(design))
         return true;
-    const Answer answer =
-        Show_Message("The current data has not been saved.  Do you want to save it before resetting?", Buttons::Yes_No);
-    return answer == Answer::No || Save_As_Plus(design);
+    const Answer answer = Show_Message("The current data has not been saved.  Do you want to save it before resetting?",
+                                       Buttons::Yes_No_Cancel);
+    return answer == Answer::No || (answer == Answer::Yes && Save_As_Plus(design));
 }
 
 bool Open_Model(Design_State& design)

@@ -9,7 +9,9 @@
 #include "core/ladder.h"
 #include "core/messages.h"
 #include "core/startup.h"
+#include "core/text.h"
 #include "core/units.h"
+#include "edit/unsaved.h"
 #include "files/byte_stream.h"
 #include "files/model_file.h"
 
@@ -53,15 +55,7 @@ std::string Model_Text(Design_State& design)
 
 bool Worth_Recovering(const Design_State& design)
 {
-    const Motion_Group& m = design.motion;
-    if (design.flags.Model_Saved)
-        return false;
-    if (design.flags.Calculated || design.flags.Sized)
-        return true;
-    for (int i = 1; i <= m.No_of_segments; ++i)
-        if (!m.Start_Value(i).empty() || !m.End_Value(i).empty())
-            return true;
-    return false;
+    return Unsaved(design);
 }
 
 bool Write_Recovery(Design_State& design, const std::string& folder)
@@ -124,7 +118,9 @@ bool Offer_Recovery(Design_State& design, const std::string& folder)
     if (line != std::string::npos)
         path = note.substr(line + 1, note.find('\n', line + 1) - line - 1);
     design.identity.File_Name = path;
+    design.identity.Model_Name = path.empty() ? "Recovered" : StripFilename(path);
     Apply(design, Event::edited);
+    Mark_Unsaved(design);
     if (!read)
         Apply(design, Event::load_partial);
     Set_Units(design);

@@ -10,6 +10,7 @@
 #include "core/startup.h"
 #include "core/traps.h"
 #include "core/units.h"
+#include "edit/unsaved.h"
 #include "files/model_file.h"
 
 namespace lobemax {
@@ -145,15 +146,20 @@ bool File_New(Design_State& design)
         return false;
     return Trap("frm_Homescreen.New", [&] {
         Reset_All(design);
+        Mark_Saved(design);
         Refresh_Screens();
     });
 }
 
 bool Quit_Requested(Design_State& design, const std::function<bool()>& quit_screen)
 {
-    const Flags_Group& f = design.flags;
-    if ((f.Calculated || f.Sized) && !f.Model_Saved)
-        SaveAs(design, design.identity.Version_Str);
+    if (Unsaved(design)) {
+        const Answer answer =
+            Show_Message("The current data has not been saved.  Do you want to save it before quitting?",
+                         Buttons::Yes_No_Cancel, Symbol::none);
+        if (answer == Answer::Cancel || (answer == Answer::Yes && !SaveAs(design, design.identity.Version_Str)))
+            return false;
+    }
     return quit_screen();
 }
 
@@ -187,6 +193,7 @@ bool Change_Number_Format(Design_State& design, std::string_view format)
     if (!May_Reset(design))
         return false;
     Choose_European_Format(design);
+    Mark_Saved(design);
     return true;
 }
 

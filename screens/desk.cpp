@@ -5,4 +5,10 @@ namespace lobemax::screens {
 
 Design_State design;
 
+History& Desk_History()
+{
+    static History history(design);
+    return history;
+}
+
 }  // namespace lobemax::screens

@@ -3,10 +3,14 @@
 #pragma once
 
 #include "core/design_state.h"
+#include "edit/history.h"
 
 namespace lobemax::screens {
 
 /// The design on the desk.
 extern Design_State design;
+
+/// Its history: what the user can take back.
+History& Desk_History();
 
 }  // namespace lobemax::screens

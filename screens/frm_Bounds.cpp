@@ -123,6 +123,7 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
     Body().addLayout(grid);
     Body().addStretch();
     Foot().addLayout(buttons);
+    Offer_Undo();
     Fill();
 }
 
@@ -176,13 +177,22 @@ void frm_Bounds::Done()
             return;
         m.No_Conditions(segment_) = m.Total_No_of_BCs(segment_);
         New_Spline(design, segment_);
+        History::Transaction work(Desk_History());
         frm_Knots knots(segment_, this);
-        if (Run_Modal(knots) == QDialog::Accepted)
+        accepted = Run_Modal(knots) == QDialog::Accepted;
+        if (accepted)
+            work.Commit("knots of segment " + std::to_string(segment_));
+        if (accepted)
             accept();
     } else {
         Show_Message("Something is wrong - Data are corrupted", Buttons::OK, Symbol::exclamation);
         m.Poly_OK = false;
     }
+}
+
+void frm_Bounds::Follow_Design()
+{
+    Fill();
 }
 
 void frm_Bounds::Close_Box()

@@ -15,6 +15,7 @@ public:
 
 protected:
     void Close_Box() override;
+    void Follow_Design() override;
     void Escape() override { reject(); }
 
 private:

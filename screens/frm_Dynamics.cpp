@@ -103,6 +103,7 @@ frm_Dynamics::frm_Dynamics(QWidget* parent)
     Foot().addLayout(Buttons_Row());
     status_ = new Status_Panel;
     Foot().addWidget(status_);
+    Offer_Undo();
     Open_at({1180, 680});
     Fill();
     Refresh();
@@ -295,6 +296,16 @@ Dynamics_Form frm_Dynamics::Form() const
     form.start_fresh = Control<QRadioButton>(Element("opt_Torque", 0)).isChecked();
     form.add_external = Control<QCheckBox>(QStringLiteral("chk_Extforce")).isChecked();
     return form;
+}
+
+void frm_Dynamics::Follow_Design()
+{
+    Fill();
+    if (design.flags.Dynamicflag)
+        Show_Run(true);
+    else
+        Hide_Charts();
+    Refresh();
 }
 
 void frm_Dynamics::Calculate()

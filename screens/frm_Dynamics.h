@@ -21,6 +21,7 @@ public:
 
 protected:
     void Close_Box() override;
+    void Follow_Design() override;
 
 private:
     QLayout* Inputs();

@@ -22,6 +22,7 @@
 
 #include "core/text.h"
 #include "core/units.h"
+#include "edit/unsaved.h"
 #include "files/example_designs.h"
 #include "files/exports.h"
 #include "files/model_file.h"
@@ -212,6 +213,17 @@ void frm_HomeScreen::Make_Menus()
         const std::string name(entry.name);
         Add_Action(*menu, To_Qt(entry.name), To_Qt(entry.caption), [this, name] { Run_Action(name); });
     }
+    auto* const edit = new QMenu(QStringLiteral("&Edit"), this);
+    edit->setObjectName(QStringLiteral("mnu_Edit"));
+    menuBar()->insertMenu(menuBar()->actions().value(1), edit);
+    Add_Action(*edit, QStringLiteral("mnu_Undo"), QStringLiteral("&Undo"), [this] {
+        if (Desk_History().Undo())
+            Refresh();
+    })->setShortcut(QKeySequence::Undo);
+    Add_Action(*edit, QStringLiteral("mnu_Redo"), QStringLiteral("&Redo"), [this] {
+        if (Desk_History().Redo())
+            Refresh();
+    })->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+Z")));
     QMenu* const file = menu_named("&File");
     QMenu* const exports = file->addMenu(QStringLiteral("E&xport"));
     exports->setObjectName(QStringLiteral("mnu_Export"));
@@ -308,10 +320,13 @@ void frm_HomeScreen::Refresh()
     compcam_->setVisible(view.compcam_panel);
     status_->Refresh();
     Show_Design();
-    const Flags_Group& f = design.flags;
+    History& history = Desk_History();
+    Show_Undo(*actions_.at("mnu_Undo"), *actions_.at("mnu_Redo"));
+    actions_.at("mnu_Undo")->setEnabled(history.May_Undo());
+    actions_.at("mnu_Redo")->setEnabled(history.May_Redo());
     setWindowTitle(To_Qt(design.run.Program_Title) + QStringLiteral("   ") + To_Qt(design.identity.Model_Name) +
                    QStringLiteral("[*]"));
-    setWindowModified((f.Calculated || f.Sized) && !f.Model_Saved);
+    setWindowModified(Unsaved(design));
 }
 
 void frm_HomeScreen::Show_Design()
@@ -326,10 +341,12 @@ void frm_HomeScreen::Show_Design()
 void frm_HomeScreen::Run_Action(const std::string& name)
 {
     if (name == "mnu_New") {
-        File_New(design);
+        if (File_New(design))
+            Desk_History().Start_Anew();
     } else if (name == "mnu_Open") {
         if (Open_Model(design))
             Remember(design.identity.File_Name);
+        Desk_History().Start_Anew();
     } else if (name == "mnu_Save") {
         if (Save_Model(design))
             Remember(design.identity.File_Name);
@@ -372,8 +389,10 @@ void frm_HomeScreen::Run_Action(const std::string& name)
 
 void frm_HomeScreen::Build_Example(const std::string& caption)
 {
-    if (May_Build_Example(design) && May_Reset(design))
+    if (May_Build_Example(design) && May_Reset(design)) {
         Open_Example(design, caption);
+        Desk_History().Start_Anew();
+    }
     Refresh();
 }
 
@@ -423,6 +442,7 @@ void frm_HomeScreen::Open_Path(const QString& path)
 {
     if (Open_Model(design, From_Qt(path)))
         Remember(From_Qt(path));
+    Desk_History().Start_Anew();
     Refresh();
 }
 

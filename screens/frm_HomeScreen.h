@@ -56,11 +56,11 @@ private:
     template <class Form>
     void Open_Screen()
     {
-        // Leaving by Back drops all that was entered and calculated on the screen.
-        const auto before = std::make_unique<Design_State>(design);
+        // Leaving by Back gives back what was before: fields, results, marks.
+        History::Transaction work(Desk_History());
         Form screen(this);
-        if (Run_Modal(screen) != QDialog::Accepted)
-            design = *before;
+        if (Run_Modal(screen) == QDialog::Accepted)
+            work.Commit(From_Qt(screen.windowTitle()));
     }
     void Build_Example(const std::string& caption);
     void Show_Recent();

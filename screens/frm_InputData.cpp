@@ -190,6 +190,7 @@ void frm_InputData::Make_Menu()
     On_Pick(start, this, [] { Show_Message(Start_Angle_Help(), Buttons::OK, Symbol::information); });
     Body();
     layout()->setMenuBar(bar);
+    Offer_Undo(bar);
 }
 
 QWidget* frm_InputData::Make_Head()
@@ -599,6 +600,12 @@ void frm_InputData::Done()
 void frm_InputData::Cancel()
 {
     reject();
+}
+
+void frm_InputData::Follow_Design()
+{
+    Fill();
+    Refresh();
 }
 
 void frm_InputData::Close_Box()

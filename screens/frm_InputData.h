@@ -36,6 +36,7 @@ public:
 
 protected:
     void Close_Box() override;
+    void Follow_Design() override;
 
 private:
     struct Row {

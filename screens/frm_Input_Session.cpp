@@ -23,9 +23,11 @@ bool Ask_Conditions(int row, QWidget* parent)
     const int segment = row + 1;
     Update_Segment_Angles(design);
     design.motion.Seg = segment;
+    History::Transaction work(Desk_History());
     frm_Bounds screen(segment, parent);
     if (Run_Modal(screen) != QDialog::Accepted)
         return false;
+    work.Commit("conditions of segment " + std::to_string(segment));
     return Calc_Segment(design, row);
 }
 
@@ -52,7 +54,8 @@ Input_Services Services(QWidget* parent)
 
 void Run_Input_Session(QWidget* parent)
 {
-    QString focus;  // where the user was before the report
+    History::Transaction work(Desk_History());  // Back gives back what was before
+    QString focus;                              // where the user was before the report
     for (bool returned = false;; returned = true) {
         frm_InputData table(Services(parent), parent);
         if (returned)
@@ -62,8 +65,10 @@ void Run_Input_Session(QWidget* parent)
         const QWidget* const last = table.focusWidget();
         focus = last == nullptr ? QString() : last->objectName();
         frm_Continuity report(parent);
-        if (Run_Modal(report) == QDialog::Accepted)
+        if (Run_Modal(report) == QDialog::Accepted) {
+            work.Commit("motion");
             return;
+        }
     }
 }
 

@@ -138,10 +138,17 @@ frm_Knots::frm_Knots(int segment, QWidget* parent)
     row->addLayout(plots, 1);
     Body().addLayout(row);
     layout()->setMenuBar(bar);
+    Offer_Undo(bar);
     Foot().addLayout(buttons);
     Open_at({940, 620});
     Fill();
     Calculate();
+}
+
+void frm_Knots::Follow_Design()
+{
+    Fill();
+    Draw();
 }
 
 void frm_Knots::Fill()

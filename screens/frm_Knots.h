@@ -16,6 +16,9 @@ class frm_Knots : public Screen {
 public:
     frm_Knots(int segment, QWidget* parent = nullptr);
 
+protected:
+    void Follow_Design() override;
+
 private:
     void Fill();
     void Calculate();

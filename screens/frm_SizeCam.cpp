@@ -90,6 +90,7 @@ void frm_SizeCam::Make_Menu()
             [] { Open_Help(QStringLiteral("sizing")); });
     Body();
     layout()->setMenuBar(bar);
+    Offer_Undo(bar);
 }
 
 QWidget* frm_SizeCam::Make_Choices()
@@ -545,6 +546,16 @@ void frm_SizeCam::Done()
         axial_message_wanted = Show_Message(message, Buttons::OK_Cancel, Symbol::information) != Answer::Cancel;
     Refresh_Screens();
     accept();
+}
+
+void frm_SizeCam::Follow_Design()
+{
+    Fill();
+    Refresh();
+    has_results_ = design.flags.Sized;
+    Set_Pending(!has_results_);
+    Draw_Views();
+    Draw_Cam_View();
 }
 
 void frm_SizeCam::Close_Box()

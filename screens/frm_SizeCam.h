@@ -25,6 +25,7 @@ public:
 
 protected:
     void Close_Box() override;
+    void Follow_Design() override;
 
 private:
     QWidget* Make_Choices();

@@ -97,6 +97,7 @@ frm_Stress::frm_Stress(QWidget* parent) : Screen(QStringLiteral("frm_Stress"), Q
     Foot().addLayout(Buttons_Row());
     status_ = new Status_Panel;
     Foot().addWidget(status_);
+    Offer_Undo();
     Open_at({1000, 640});
     if (!design.flags.Ext_Force_Calc)
         design.dynamics.Ext_Force_Add = false;
@@ -227,6 +228,12 @@ void frm_Stress::showEvent(QShowEvent* event)
     // Queued, so that what the first calculation has to tell appears over this screen.
     const auto first = [this] { Run_Guarded(*this, [this] { Calculate(); }); };
     QMetaObject::invokeMethod(this, first, Qt::QueuedConnection);
+}
+
+void frm_Stress::Follow_Design()
+{
+    Fill(Opening_Stress_Form(design));
+    Refresh();
 }
 
 void frm_Stress::Fill(const Stress_Form& form)

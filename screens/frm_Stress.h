@@ -21,6 +21,7 @@ public:
 
 protected:
     void Close_Box() override;
+    void Follow_Design() override;
     void showEvent(QShowEvent* event) override;
 
 private:

@@ -8,6 +8,8 @@
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
@@ -136,6 +138,49 @@ Control* Named(Control* control, const QString& name, const QString& tip)
     return control;
 }
 
+/// A caption with an access key that no other caption of the screen has; where all its letters are taken, without one.
+QString With_Free_Key(const QString& caption, const QWidget& screen, const QMenuBar& bar)
+{
+    QString taken;
+    const auto take = [&taken](const QString& text) {
+        if (const qsizetype at = text.indexOf(QLatin1Char('&')); at >= 0 && at + 1 < text.size())
+            taken += text[at + 1].toUpper();
+    };
+    for (const auto* const button : screen.findChildren<QAbstractButton*>())
+        take(button->text());
+    for (const auto* const label : screen.findChildren<QLabel*>())
+        take(label->text());
+    for (const QAction* const action : bar.actions())
+        take(action->text());
+    for (qsizetype k = 0; k < caption.size(); ++k)
+        if (!taken.contains(caption[k].toUpper()))
+            return caption.left(k) + QLatin1Char('&') + caption.mid(k);
+    return caption;
+}
+
+/// What a control is called in "Undo ...": its caption without the access key, else its tip's first sentence.
+std::string Caption_of(const QObject& control)
+{
+    QString caption;
+    if (const auto* const button = qobject_cast<const QAbstractButton*>(&control))
+        caption = button->text();
+    else if (const auto* const action = qobject_cast<const QAction*>(&control))
+        caption = action->text();
+    else if (const auto* const widget = qobject_cast<const QWidget*>(&control))
+        caption = widget->toolTip().section(QLatin1Char('.'), 0, 0).section(QLatin1Char('\n'), 0, 0);
+    caption.remove(QLatin1Char('&')).remove(QLatin1Char('<')).remove(QLatin1Char('>')).remove(QStringLiteral("..."));
+    caption = caption.trimmed();
+    return caption.isEmpty() ? "change" : From_Qt(caption);
+}
+
+/// Whatever a control has changed becomes a step: of a button under its own name, of an entry or a choice under that of
+/// the value that came through the door.
+void Remember_Step(const std::string& caption, bool command)
+{
+    const std::string edit = std::exchange(design.run.Last_Edit, {});
+    Desk_History().Remember(command || edit.empty() ? caption : edit);
+}
+
 }  // namespace
 
 QString To_Qt(std::string_view text)
@@ -153,13 +198,23 @@ QString Element(const char* name, int index)
     return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
 }
 
-bool Run_Guarded(const QObject& control, const std::function<void()>& work)
+bool Run_Guarded_Key(const QObject& control, const std::function<void()>& work)
 {
     const auto* const widget = qobject_cast<const QWidget*>(&control);
     QString name = control.objectName();
     if (widget != nullptr && widget->window() != widget)
         name = widget->window()->objectName() + QLatin1Char('.') + name;
     return Trap(From_Qt(name), work);
+}
+
+bool Run_Guarded(const QObject& control, const std::function<void()>& work)
+{
+    const std::string caption = Caption_of(control);
+    const bool command = qobject_cast<const QPushButton*>(&control) != nullptr;
+    design.run.Last_Edit.clear();
+    const bool went_well = Run_Guarded_Key(control, work);  // the control may be gone after it
+    Remember_Step(caption, command);
+    return went_well;
 }
 
 void On_Pick(QAction* entry, QObject* owner, std::function<void()> work)
@@ -171,9 +226,10 @@ Entry::Entry(const QString& name, const QString& tip, QWidget* parent) : QLineEd
 {
     Named(this, name, tip);
     connect(this, &QLineEdit::textEdited, this, [this] {
-        dirty_ = true;
+        if (!std::exchange(dirty_, true))
+            design.run.Last_Edit.clear();
         if (typed)
-            Run_Guarded(*this, [this] { typed(Text()); });
+            Run_Guarded_Key(*this, [this] { typed(Text()); });
     });
 }
 
@@ -187,8 +243,12 @@ void Entry::Show_Text(std::string_view text)
 
 void Entry::Leave()
 {
-    if (!std::exchange(dirty_, false) || !accepted)
+    if (!std::exchange(dirty_, false))
         return;
+    if (!accepted) {  // each key has changed the design; the whole entry is one step
+        Remember_Step(Caption_of(*this), false);
+        return;
+    }
     const QPointer<Entry> alive(this);
     const bool went_well = Run_Guarded(*this, [this] { accepted(Text()); });
     if (!alive)
@@ -375,6 +435,13 @@ void Order_Tabs(QWidget& window)
         QWidget::setTabOrder(stops[k - 1], stops[k]);
 }
 
+void Show_Undo(QAction& undo, QAction& redo)
+{
+    // The keys work whatever the menu showed last; with nothing to take back they do nothing.
+    undo.setText(QStringLiteral("&") + To_Qt(Desk_History().Undo_Text()));
+    redo.setText(QStringLiteral("&") + To_Qt(Desk_History().Redo_Text()));
+}
+
 Screen::Screen(const QString& name, const QString& title, QWidget* parent) : QDialog(parent)
 {
     setObjectName(name);
@@ -383,6 +450,32 @@ Screen::Screen(const QString& name, const QString& title, QWidget* parent) : QDi
     setSizeGripEnabled(true);
     const QByteArray place = QSettings().value(QStringLiteral("places/") + name).toByteArray();
     placed_ = !place.isEmpty() && restoreGeometry(place);
+}
+
+void Screen::Offer_Undo(QMenuBar* bar)
+{
+    if (bar == nullptr) {
+        bar = new QMenuBar;
+        layout()->setMenuBar(bar);
+    }
+    auto* const menu = bar->addMenu(With_Free_Key(QStringLiteral("Edit"), *this, *bar));
+    menu->setObjectName(QStringLiteral("mnu_Edit"));
+    const auto add = [this, menu](const QString& name, const QKeySequence& key, bool (History::*step)()) {
+        QAction* const action = menu->addAction(QString());
+        action->setObjectName(name);
+        action->setShortcut(key);
+        On_Pick(action, this, [this, step] {
+            Leave_Entry();
+            if ((Desk_History().*step)())
+                Follow_Design();
+        });
+        return action;
+    };
+    QAction* const undo = add(QStringLiteral("mnu_Undo"), QKeySequence::Undo, &History::Undo);
+    QAction* const redo = add(QStringLiteral("mnu_Redo"), QKeySequence(QStringLiteral("Ctrl+Shift+Z")), &History::Redo);
+    const auto refresh = [undo, redo] { Show_Undo(*undo, *redo); };
+    connect(menu, &QMenu::aboutToShow, this, refresh);
+    refresh();
 }
 
 void Screen::Open_at(const QSize& size)

@@ -17,6 +17,7 @@
 class QAbstractButton;
 class QAction;
 class QCheckBox;
+class QMenuBar;
 class QPushButton;
 class QRadioButton;
 class QScrollArea;
@@ -35,6 +36,9 @@ QString Element(const char* name, int index);
 /// screen stays open.
 /// @return true when all went well
 bool Run_Guarded(const QObject& control, const std::function<void()>& work);
+
+/// The same without a step of the history: for what comes with each key.
+bool Run_Guarded_Key(const QObject& control, const std::function<void()>& work);
 
 /// Runs work, guarded, each time a menu entry is picked, as long as its owner lives.
 void On_Pick(QAction* entry, QObject* owner, std::function<void()> work);
@@ -114,6 +118,9 @@ QScrollArea* Scrolled(QWidget* content);
 /// The Tab key goes through the controls of a window as they stand in its layouts: row by row in a grid.
 void Order_Tabs(QWidget& window);
 
+/// Names what Undo and Redo would take back.
+void Show_Undo(QAction& undo, QAction& redo);
+
 /// A screen: a resizable dialog that remembers its size and place under its name, fits the desktop, and opens its page
 /// of the help on F1.
 class Screen : public QDialog {
@@ -146,6 +153,11 @@ protected:
         Screen& screen_;
     };
     bool Is_Filling() const { return filling_ > 0; }
+
+    /// Gives the screen the menu Edit: Undo and Redo of what was accepted on it. @param bar  a menu bar that it has
+    void Offer_Undo(QMenuBar* bar = nullptr);
+    /// The design was taken back or forth: all controls follow it.
+    virtual void Follow_Design() {}
 
     /// Size of the screen where the user has not given it another: larger where the content needs it, smaller where the
     /// desktop is.

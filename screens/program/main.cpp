@@ -10,6 +10,7 @@
 
 #include "core/startup.h"
 #include "core/traps.h"
+#include "edit/unsaved.h"
 #include "files/model_file.h"
 #include "files/preferences.h"
 #include "files/recovery.h"
@@ -103,6 +104,9 @@ int Run(const Options& options)
         }
     };
     Sub_Main(design, options.file, services);
+    if (design.identity.File_Name.empty())
+        Mark_Saved(design);
+    Desk_History().Start_Anew();
     const QScreen& screen = *QGuiApplication::primaryScreen();
     Set_Screen_Scale(design, screen.size().width(), screen.size().height(), screen.physicalDotsPerInchX(),
                      screen.physicalDotsPerInchY());
@@ -112,8 +116,8 @@ int Run(const Options& options)
     }
     frm_HomeScreen home(folder);
     home.show();
-    if (start == Run_Start::after_a_crash)
-        Offer_Recovery(design, folder);
+    if (Offer_Recovery(design, folder))
+        Desk_History().Start_Anew();
     home.Refresh();
     return QApplication::exec();
 }

@@ -94,6 +94,9 @@ const std::vector<Falls_of> expected{
     {Event::load_partial, "load_partial", "Calculated Modelflag Polydyne_Calc "},
     {Event::load_succeeded, "load_succeeded", "CompCam_Calc "},
     {Event::save_failed, "save_failed", "Model_Saved "},
+    {Event::results_let_go, "results_let_go",
+     "Calculated Sized Dynamicflag Modelflag Stressflag Polydyne_Calc Ext_Force_Calc CompCam_Calc Linkage_Calc "
+     "FFT_Done "},
     {Event::started, "started", "Linkage_Calc "},
 };
 

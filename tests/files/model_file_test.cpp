@@ -17,6 +17,7 @@
 
 #include "core/field_directory.h"
 #include "core/startup.h"
+#include "edit/unsaved.h"
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
@@ -926,7 +927,11 @@ TEST_F(Saving, a_full_disk_is_reported)
 
 class Opening : public Saving {
 protected:
-    Opening() { std::ofstream(path_, std::ios::binary) << Reference("9"); }
+    Opening()
+    {
+        std::ofstream(path_, std::ios::binary) << Reference("9");
+        Mark_Saved(design);
+    }
 
     std::string Report(bool whole) const
     {
@@ -944,12 +949,33 @@ protected:
                "especially if you have updated LOBEMAX since the file was last saved.  ";
     }
     const Expected_Box question_{"The current data has not been saved.  Do you want to save it before resetting?",
-                                 Buttons::Yes_No, Symbol::none, Answer::No};
+                                 Buttons::Yes_No_Cancel, Symbol::none, Answer::No};
 };
+
+TEST_F(Opening, what_was_typed_is_asked_about_calculated_or_not_and_cancel_keeps_it)
+{
+    design.motion.End_Value(1) = "12";
+    Expected_Box cancel = question_;
+    cancel.answer = Answer::Cancel;
+    user_.Expect(cancel);
+    EXPECT_FALSE(Open_Model(design, path_));
+    EXPECT_EQ(design.motion.End_Value(1), "12");
+}
+
+TEST_F(Opening, a_file_just_opened_is_saved_and_bears_the_path_it_was_opened_by)
+{
+    user_.Expect({Report(true)});
+    ASSERT_TRUE(Open_Model(design, path_));
+    EXPECT_FALSE(Unsaved(design));
+    EXPECT_EQ(design.identity.File_Name, path_);  // the file itself tells another
+    design.cam.Prime_Rad = 99.0;
+    EXPECT_TRUE(Unsaved(design));
+}
 
 TEST_F(Opening, a_design_never_calculated_is_opened_over_without_a_question)
 {
     design.flags.CompCam_Calc = true;
+    Mark_Saved(design);
     user_.Expect({Report(true)});
     EXPECT_TRUE(Open_Model(design));
     ASSERT_EQ(user_.dialogs.size(), 1U);
@@ -987,6 +1013,7 @@ TEST_F(Opening, a_yes_saves_first_and_a_cancelled_save_loses_nothing)
 TEST_F(Opening, a_cancelled_dialog_leaves_the_design_reset)
 {
     design.cam.Prime_Rad = 99.0;
+    Mark_Saved(design);
     user_.path.reset();
     EXPECT_FALSE(Open_Model(design));
     EXPECT_EQ(design.cam.Prime_Rad, Single(76.2));

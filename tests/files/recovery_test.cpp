@@ -9,6 +9,7 @@
 #include <string>
 
 #include "core/startup.h"
+#include "edit/unsaved.h"
 #include "motion/examples.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
@@ -81,6 +82,7 @@ TEST_F(Recovery, a_no_drops_it)
 
 TEST_F(Recovery, what_is_saved_or_empty_is_not_kept_and_drops_an_older_one)
 {
+    Mark_Saved(design);
     EXPECT_FALSE(Worth_Recovering(design));
     ASSERT_TRUE(Write_Recovery(design, folder_));
     EXPECT_FALSE(Kept());
@@ -88,7 +90,7 @@ TEST_F(Recovery, what_is_saved_or_empty_is_not_kept_and_drops_an_older_one)
     design.flags.Model_Saved = false;
     ASSERT_TRUE(Write_Recovery(design, folder_));
     EXPECT_TRUE(Kept());
-    design.flags.Model_Saved = true;
+    Mark_Saved(design);
     ASSERT_TRUE(Write_Recovery(design, folder_));
     EXPECT_FALSE(Kept());
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/startup.h"
+#include "edit/unsaved.h"
 #include "motion/examples.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
@@ -22,8 +23,10 @@ using testing::Error_Box;
 using testing::Expected_Box;
 using testing::Script;
 
+const Expected_Box save_before_quitting{"The current data has not been saved.  Do you want to save it before quitting?",
+                                        Buttons::Yes_No_Cancel, Symbol::none, Answer::No};
 const Expected_Box save_first{"The current data has not been saved.  Do you want to save it before resetting?",
-                              Buttons::Yes_No, Symbol::none, Answer::No};
+                              Buttons::Yes_No_Cancel, Symbol::none, Answer::No};
 const Expected_Box confirm{"Please confirm your order to reset all variables to initial values", Buttons::OK_Cancel,
                            Symbol::exclamation, Answer::OK};
 
@@ -198,10 +201,11 @@ TEST_F(Home_Commands, new_confirms_and_resets)
 
 TEST_F(Home_Commands, new_of_a_saved_or_uncalculated_design_asks_only_for_confirmation)
 {
+    Mark_Saved(design);
     script_.Expect(confirm);
     EXPECT_TRUE(File_New(design));
     Make_Unsaved();
-    design.flags.Model_Saved = true;
+    Mark_Saved(design);
     script_.Expect(With(confirm, Answer::Cancel));
     EXPECT_FALSE(File_New(design));
     EXPECT_TRUE(design.flags.Calculated);
@@ -216,7 +220,7 @@ TEST_F(Home_Commands, new_saves_when_the_user_wants_so)
     std::vector<std::string> boxes;
     host.messenger = [&](const Message& box) {
         boxes.push_back(box.text);
-        return box.buttons == Buttons::Yes_No ? Answer::Yes : Answer::OK;
+        return box.buttons == Buttons::Yes_No_Cancel ? Answer::Yes : Answer::OK;
     };
     const Host before = Install_Host(host);
     EXPECT_TRUE(File_New(design));
@@ -237,6 +241,9 @@ TEST_F(Home_Commands, new_keeps_a_design_whose_save_was_cancelled)
 TEST_F(Home_Commands, quit_of_unsaved_work_shows_the_save_dialog_before_the_quit_screen)
 {
     Make_Unsaved();
+    script_.path = Temporary("before_quit.cam");
+    script_.Expect(With(save_before_quitting, Answer::Yes));
+    script_.Expect({"The file was successfully written to \n" + *script_.path});
     bool dialog_came_first = false;
     EXPECT_TRUE(Quit_Requested(design, [&] {
         dialog_came_first = script_.dialogs.size() == 1;
@@ -245,19 +252,27 @@ TEST_F(Home_Commands, quit_of_unsaved_work_shows_the_save_dialog_before_the_quit
     EXPECT_TRUE(dialog_came_first);
 }
 
-TEST_F(Home_Commands, quit_saves_a_cam_that_is_sized_but_no_longer_calculated)
+TEST_F(Home_Commands, quit_stays_when_its_question_or_its_save_is_cancelled)
 {
-    design.flags.Sized = true;
-    EXPECT_FALSE(Quit_Requested(design, [] { return false; }));  // cmd_NoQuit: back to the Home screen
+    Make_Unsaved();
+    bool asked = false;
+    const auto quit_screen = [&] { return asked = true; };
+    for (const Answer answer : {Answer::Cancel, Answer::Yes}) {  // without a path the save dialog is cancelled
+        script_.Expect(With(save_before_quitting, answer));
+        EXPECT_FALSE(Quit_Requested(design, quit_screen));
+    }
+    EXPECT_FALSE(asked);
     ASSERT_EQ(script_.dialogs.size(), 1U);
     EXPECT_EQ(script_.dialogs.front().title, "Save the Model");
-    EXPECT_TRUE(design.flags.Sized);
+    script_.Expect(With(save_before_quitting, Answer::No));
+    EXPECT_TRUE(Quit_Requested(design, quit_screen));
 }
 
 TEST_F(Home_Commands, quit_writes_the_model_where_the_dialog_says)
 {
     Make_Unsaved();
     script_.path = Temporary("quit.cam");
+    script_.Expect(With(save_before_quitting, Answer::Yes));
     script_.Expect({"The file was successfully written to \n" + *script_.path});
     EXPECT_TRUE(Quit_Requested(design, [] { return design.flags.Model_Saved; }));
     EXPECT_TRUE(std::filesystem::exists(*script_.path));
@@ -265,9 +280,10 @@ TEST_F(Home_Commands, quit_writes_the_model_where_the_dialog_says)
 
 TEST_F(Home_Commands, quit_of_saved_or_empty_work_goes_straight_to_the_quit_screen)
 {
+    Mark_Saved(design);
     EXPECT_FALSE(Quit_Requested(design, [] { return false; }));
     Make_Unsaved();
-    design.flags.Model_Saved = true;
+    Mark_Saved(design);
     EXPECT_TRUE(Quit_Requested(design, [] { return true; }));
     EXPECT_TRUE(script_.dialogs.empty());
 }

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "edit/unsaved.h"
 #include "files/model_file.h"
 #include "files/recovery.h"
 #include "files/run_record.h"
@@ -105,7 +106,7 @@ TEST_F(Home_Screen, an_example_opens_the_ladder_and_lights_its_lamps)
     EXPECT_TRUE(Open(home, "mnu_profile"));
     EXPECT_FALSE(Open(home, "mnu_Barrel"));
     EXPECT_FALSE(home.isWindowModified());
-    design.flags.Model_Saved = false;
+    design.cam.Prime_Rad = 99.0;
     home.Refresh();
     EXPECT_TRUE(home.isWindowModified());
 }
@@ -135,6 +136,7 @@ TEST_F(Home_Screen, a_model_is_opened_by_the_menu_a_drop_and_the_recent_list)
 {
     const std::string path = Saved_Model("Four Dwell");
     ASSERT_TRUE(Sub_Main(design, "", {}));
+    Mark_Saved(design);
     Drop_Home home("");
     const Driver user(home);
     const auto expect_read = [&] {
@@ -150,6 +152,7 @@ TEST_F(Home_Screen, a_model_is_opened_by_the_menu_a_drop_and_the_recent_list)
     EXPECT_TRUE(user.Enabled("cmd_Draw"));
 
     ASSERT_TRUE(Sub_Main(design, "", {}));
+    Mark_Saved(design);
     QMimeData mime;
     mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(path))});
     QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
@@ -157,6 +160,7 @@ TEST_F(Home_Screen, a_model_is_opened_by_the_menu_a_drop_and_the_recent_list)
     EXPECT_EQ(design.motion.No_of_segments, 8);
 
     ASSERT_TRUE(Sub_Main(design, "", {}));
+    Mark_Saved(design);
     auto* const recent = home.findChild<QMenu*>("mnu_Recent");
     ASSERT_NE(recent, nullptr);
     emit recent->aboutToShow();
@@ -178,13 +182,73 @@ TEST_F(Home_Screen, a_file_that_is_no_model_is_refused_and_the_design_reset)
 TEST_F(Home_Screen, save_writes_the_file_of_the_design)
 {
     Build("Double Dwell");
-    design.flags.Model_Saved = false;
     frm_HomeScreen home("");
-    script_.path = folder_ + "mine.cam";
+    script_.path = folder_ + "mine.cam";  // an example has no name yet: one is asked for
     script_.Expect({"The file was successfully written to \n" + *script_.path});
     Trigger(home, "mnu_Save");
     EXPECT_TRUE(std::filesystem::exists(*script_.path));
     EXPECT_FALSE(home.isWindowModified());
+}
+
+TEST_F(Home_Screen, undo_and_redo_go_over_accepted_changes_by_their_names)
+{
+    Build("Double Dwell");
+    screens::Desk_History().Start_Anew();
+    const double prime = design.cam.Prime_Rad;
+    frm_HomeScreen home("");
+    const Driver user(home);
+    EXPECT_FALSE(home.findChild<QAction*>("mnu_Undo")->isEnabled());
+    const testing::Modals modals([&](QDialog& open) {
+        const Driver size(open);
+        size.Type("txt_Prime", "120");
+        size.Find<screens::Entry>("txt_Prime").Leave();
+        size.Press("cmd_Calc");
+        size.Press("cmd_Done");
+    });
+    user.Press("cmd_Size");
+    EXPECT_EQ(design.cam.Prime_Rad, 120.0);
+    EXPECT_TRUE(home.isWindowModified());
+    QAction* const undo = home.findChild<QAction*>("mnu_Undo");
+    std::vector<std::string> names;
+    while (undo->isEnabled()) {
+        names.push_back(undo->text().remove('&').toStdString());
+        undo->trigger();
+    }
+    EXPECT_EQ(names.back(), "Undo Prime radius");
+    EXPECT_EQ(design.cam.Prime_Rad, prime);
+    EXPECT_TRUE(design.flags.Sized && design.flags.Dynamicflag);
+    EXPECT_FALSE(home.isWindowModified());
+    QAction* const redo = home.findChild<QAction*>("mnu_Redo");
+    EXPECT_EQ(redo->text().remove('&').toStdString(), "Redo Prime radius");
+    while (redo->isEnabled())
+        redo->trigger();
+    EXPECT_EQ(design.cam.Prime_Rad, 120.0);
+    EXPECT_TRUE(home.isWindowModified());
+}
+
+TEST_F(Home_Screen, back_on_a_screen_gives_back_exactly_what_was_before)
+{
+    Build("Double Dwell");
+    screens::Desk_History().Start_Anew();
+    const std::uint64_t before = Key_of(design);
+    frm_HomeScreen home("");
+    const Driver user(home);
+    for (const char* button : {"cmd_Input", "cmd_Size", "cmd_Force"}) {
+        const testing::Modals modals([&](QDialog& open) {
+            const Driver screen(open);
+            if (open.objectName() == "frm_InputData")
+                screen.Type("txt_Beta(0)", "80");
+            else if (open.objectName() == "frm_SizeCam")
+                screen.Type("txt_Prime", "120");
+            else
+                screen.Type("txt_Mass", "3");
+            EXPECT_EQ(open.findChild<QAction*>("mnu_Undo")->text().remove('&').toStdString(), "Undo");
+            screen.Press("cmd_Cancel");
+        });
+        user.Press(button);
+        EXPECT_EQ(Key_of(design), before) << button;
+        EXPECT_FALSE(home.isWindowModified()) << button;
+    }
 }
 
 TEST_F(Home_Screen, units_time_base_and_format_are_marked)
@@ -197,6 +261,7 @@ TEST_F(Home_Screen, units_time_base_and_format_are_marked)
     EXPECT_FALSE(home.findChild<QAction*>("mnu_pick(5)")->isChecked());
     Trigger(home, "mnu_Sec_Deg(3)");
     EXPECT_EQ(design.motion.Time_Base, 3);
+    Mark_Saved(design);
     EXPECT_TRUE(home.findChild<QAction*>("mnu_Sec_Deg(3)")->isChecked());
     script_.Expect(
         {"This will set your number system to have a comma as the decimal point\n"
@@ -206,22 +271,40 @@ TEST_F(Home_Screen, units_time_base_and_format_are_marked)
     EXPECT_TRUE(home.findChild<QAction*>("mnu_Europe")->isChecked());
 }
 
+TEST_F(Home_Screen, quit_of_unsaved_work_asks_to_save_and_cancel_stays)
+{
+    Build("Double Dwell");
+    design.cam.Prime_Rad = 99.0;
+    frm_HomeScreen home(folder_);
+    const Driver user(home);
+    for (const Answer answer : {Answer::Cancel, Answer::Yes}) {  // the save dialog of the Yes is cancelled
+        script_.Expect({"The current data has not been saved.  Do you want to save it before quitting?",
+                        Buttons::Yes_No_Cancel, Symbol::none, answer});
+        user.Press("cmd_Quit");
+        EXPECT_TRUE(home.isVisible());
+    }
+    EXPECT_EQ(script_.dialogs.size(), 1U);
+    EXPECT_EQ(design.cam.Prime_Rad, 99.0);
+}
+
 TEST_F(Home_Screen, quit_of_unsaved_work_offers_the_save_before_the_question)
 {
     Build("Double Dwell");
-    design.flags.Model_Saved = false;
+    design.cam.Prime_Rad = 99.0;
+    const Expected_Box question{"The current data has not been saved.  Do you want to save it before quitting?",
+                                Buttons::Yes_No_Cancel, Symbol::none, Answer::No};
+    script_.Expect(question);
+    script_.Expect(question);
     Check_Run_Record(design, folder_, "");
     frm_HomeScreen home(folder_);
     const Driver user(home);
     bool asked = false;
     const testing::Modals modals([&](QDialog& open) {
         EXPECT_EQ(open.objectName(), "frm_Quit");
-        EXPECT_EQ(script_.dialogs.size(), 1U);
         const Driver reader(open);
         EXPECT_TRUE(reader.Find<QPushButton>("cmd_NoQuit").isDefault());
         reader.Press(asked ? "cmd_YesQuit" : "cmd_NoQuit");
         asked = true;
-        script_.dialogs.clear();
     });
     user.Press("cmd_Quit");
     EXPECT_TRUE(asked);
@@ -237,10 +320,10 @@ TEST_F(Home_Screen, unsaved_work_is_kept_beside_the_run_record_and_dropped_when_
 {
     frm_HomeScreen home(folder_);
     Build("Double Dwell");
-    design.flags.Model_Saved = false;
+    design.cam.Prime_Rad = 99.0;
     home.Keep_Recovery();
     EXPECT_TRUE(std::filesystem::exists(folder_ + Recovery_Model_Name));
-    design.flags.Model_Saved = true;
+    Mark_Saved(design);
     home.Keep_Recovery();
     EXPECT_FALSE(std::filesystem::exists(folder_ + Recovery_Model_Name));
 }

@@ -712,13 +712,34 @@ TEST_F(Input_Screen, changed_units_refill_the_rows_and_ask_for_a_calculation)
     EXPECT_FALSE(design.flags.Calculated || design.flags.Sized);
 }
 
-TEST_F(Input_Screen, back_keeps_the_claim_of_a_loaded_file)
+TEST_F(Input_Screen, undo_takes_back_a_whole_entry_by_its_name_and_the_rows_follow)
 {
-    design.flags.File_Loaded = true;
+    Build("Double Dwell");
+    screens::Desk_History().Start_Anew();
+    frm_InputData screen({});
+    const Driver user(screen);
+    const std::string beta = user.Text("txt_Beta(1)");
+    const std::string high = user.Text("txt_High(0)");
+    user.Fill("txt_Beta(1)", "80");
+    user.Fill("txt_High(0)", "12.5");
+    EXPECT_EQ(screens::Desk_History().Undo_Text(), "Undo End of segment 1");
+    QAction* const undo = screen.findChild<QAction*>("mnu_Undo");
+    undo->trigger();
+    EXPECT_EQ(user.Text("txt_High(0)"), high);
+    EXPECT_EQ(screens::Desk_History().Undo_Text(), "Undo Beta of segment 2");
+    undo->trigger();
+    EXPECT_EQ(user.Text("txt_Beta(1)"), beta);
+    screen.findChild<QAction*>("mnu_Redo")->trigger();
+    EXPECT_EQ(user.Text("txt_Beta(1)"), "80");
+}
+
+TEST_F(Input_Screen, back_makes_no_claim_of_its_own_for_a_loaded_file)
+{
+    design.flags.File_Loaded = true;  // of a model that was never calculated
     frm_InputData screen({});
     const Driver user(screen);
     user.Press("cmd_Cancel");
-    EXPECT_TRUE(design.flags.Calculated);
+    EXPECT_FALSE(design.flags.Calculated);
     EXPECT_EQ(screen.result(), QDialog::Rejected);
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/startup.h"
+#include "edit/unsaved.h"
 #include "files/example_designs.h"
 #include "tests/support/driver.h"
 #include "tests/support/script.h"
@@ -22,6 +23,8 @@ protected:
     {
         QSettings().clear();
         ASSERT_TRUE(Sub_Main(design, "", {}));
+        Mark_Saved(design);
+        screens::Desk_History().Start_Anew();
     }
     void TearDown() override { design = {}; }
 
