@@ -2,6 +2,8 @@
 /// The desktop's one design: the screens own it and hand it down to the routines below.
 #pragma once
 
+#include <functional>
+
 #include "core/design_state.h"
 #include "edit/history.h"
 
@@ -12,5 +14,10 @@ extern Design_State design;
 
 /// Its history: what the user can take back.
 History& Desk_History();
+
+/// What shall happen after each step of the history; returns what did before.
+std::function<void()> On_Step(std::function<void()> work);
+/// Calls it.
+void Step_Taken();
 
 }  // namespace lobemax::screens

@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QSettings>
+#include <QStandardPaths>
 #include <QTime>
 #include <algorithm>
 #include <array>
@@ -91,10 +93,18 @@ Answer Ask(const Message& message)
     return found == button_pairs.end() ? Escape_Answer(message.buttons) : found->answer;
 }
 
+/// The folder where the user last opened or saved something, else that of the documents.
+QString Last_Folder()
+{
+    const QString kept = QSettings().value(QStringLiteral("folder")).toString();
+    return QFileInfo(kept).isDir() ? kept : QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+}
+
 std::optional<std::string> Chosen(const QString& path)
 {
     if (path.isEmpty())
         return std::nullopt;
+    QSettings().setValue(QStringLiteral("folder"), QFileInfo(path).absolutePath());
     return From_Qt(path);
 }
 
@@ -121,6 +131,7 @@ std::optional<std::string> Open_File(const File_Dialog& dialog)
 {
     QFileDialog box(Screen_at_Work(), To_Qt(dialog.title));
     box.setFileMode(QFileDialog::ExistingFile);
+    box.setDirectory(Last_Folder());
     const QString filters = To_Qt(Qt_Filter(dialog.filter));
     box.setNameFilter(filters);
     box.selectNameFilter(Filter_at(filters, dialog.filter_index));
@@ -133,6 +144,7 @@ std::optional<std::string> Save_File(const File_Dialog& dialog)
 {
     QFileDialog box(Screen_at_Work(), To_Qt(dialog.title));
     box.setAcceptMode(QFileDialog::AcceptSave);
+    box.setDirectory(Last_Folder());
     const QString filters = To_Qt(Qt_Filter(dialog.filter));
     box.setNameFilter(filters);
     const QString first = Filter_at(filters, dialog.filter_index);

@@ -53,6 +53,7 @@ namespace lobemax::screens {
 namespace {
 
 constexpr int most_recent = 8;
+constexpr qint64 least_interval = 5000;  // of recoveries, milliseconds
 constexpr std::chrono::minutes autosave_interval{2};
 
 struct Shortcut {
@@ -155,6 +156,15 @@ frm_HomeScreen::frm_HomeScreen(std::string folder) : folder_(std::move(folder))
     autosave_ = new QTimer(this);
     connect(autosave_, &QTimer::timeout, this, [this] { Keep_Recovery(); });
     autosave_->start(autosave_interval);
+    soon_ = new QTimer(this);
+    soon_->setSingleShot(true);
+    connect(soon_, &QTimer::timeout, this, [this] { Keep_Recovery(); });
+    On_Step([this] {  // at once, but not more often than every five seconds
+        if (!kept_.isValid() || kept_.elapsed() >= least_interval)
+            Keep_Recovery();
+        else if (!soon_->isActive())
+            soon_->start(static_cast<int>(least_interval - kept_.elapsed()));
+    });
     const QByteArray place = QSettings().value(QStringLiteral("places/frm_HomeScreen")).toByteArray();
     if (place.isEmpty() || !restoreGeometry(place))
         resize(860, 560);
@@ -165,6 +175,7 @@ frm_HomeScreen::frm_HomeScreen(std::string folder) : folder_(std::move(folder))
 frm_HomeScreen::~frm_HomeScreen()
 {
     QSettings().setValue(QStringLiteral("places/frm_HomeScreen"), saveGeometry());
+    On_Step({});
     Host host = Installed_Host();
     host.refresh = before_.refresh;
     host.show_home = before_.show_home;
@@ -448,8 +459,10 @@ void frm_HomeScreen::Open_Path(const QString& path)
 
 void frm_HomeScreen::Keep_Recovery()
 {
-    if (!folder_.empty())
-        Write_Recovery(design, folder_);
+    if (folder_.empty())
+        return;
+    Write_Recovery(design, folder_);
+    kept_.start();
 }
 
 void frm_HomeScreen::Show_Recent()
@@ -490,6 +503,13 @@ bool frm_HomeScreen::May_Quit()
         Drop_Recovery(folder_);
     Terminate(folder_);
     return true;
+}
+
+void frm_HomeScreen::End_by_System()
+{
+    Keep_Recovery();
+    Terminate(folder_);
+    quitting_ = true;
 }
 
 void frm_HomeScreen::Quit()

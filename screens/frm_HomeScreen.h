@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 #include <functional>
 #include <map>
@@ -40,6 +41,8 @@ public:
     void Open_Path(const QString& path);
     /// Keeps unsaved work beside the run record; called by a timer and after each screen.
     void Keep_Recovery();
+    /// The system ends the program: unsaved work is kept for the next start, and the run counts as ended properly.
+    void End_by_System();
     const std::string& Folder() const { return folder_; }
 
 protected:
@@ -83,6 +86,8 @@ private:
     paint::Chart* preview_ = nullptr;
     Status_Panel* status_ = nullptr;
     QTimer* autosave_ = nullptr;
+    QTimer* soon_ = nullptr;  // a recovery that waits for its time
+    QElapsedTimer kept_;      // since the last one
 };
 
 }  // namespace lobemax::screens

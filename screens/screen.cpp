@@ -178,7 +178,8 @@ std::string Caption_of(const QObject& control)
 void Remember_Step(const std::string& caption, bool command)
 {
     const std::string edit = std::exchange(design.run.Last_Edit, {});
-    Desk_History().Remember(command || edit.empty() ? caption : edit);
+    if (Desk_History().Remember(command || edit.empty() ? caption : edit))
+        Step_Taken();
 }
 
 }  // namespace

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 /// lobemax: the desktop program.
+
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QScreen>
+#include <QSocketNotifier>
 #include <QStandardPaths>
 #include <QStyleFactory>
+#include <csignal>
+#include <functional>
 
 #include "core/startup.h"
 #include "core/traps.h"
@@ -76,6 +82,26 @@ std::string Documents()
     return From_Qt(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
 }
 
+/// Calls back, in the event loop, when the process is asked to end.
+class Termination {
+public:
+    explicit Termination(std::function<void()> asked)
+    {
+        if (::pipe(ends) != 0)
+            return;
+        auto* const notifier = new QSocketNotifier(ends[0], QSocketNotifier::Read, qApp);
+        QObject::connect(notifier, &QSocketNotifier::activated, notifier, [asked = std::move(asked)] { asked(); });
+        for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+            std::signal(signal, [](int) {
+                const char byte = 0;
+                static_cast<void>(!::write(ends[1], &byte, 1));  // all that a handler of signals may do
+            });
+    }
+
+private:
+    static inline int ends[2]{-1, -1};
+};
+
 int Run(const Options& options)
 {
     Install_Host(Desktop_Host());
@@ -119,6 +145,12 @@ int Run(const Options& options)
     if (Offer_Recovery(design, folder))
         Desk_History().Start_Anew();
     home.Refresh();
+    // The end of the session and SIGTERM are proper ends, whose unsaved work waits for the next start.
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &home, [&home] { home.End_by_System(); });
+    const Termination termination([&home] {
+        home.End_by_System();
+        QApplication::exit(0);
+    });
     return QApplication::exec();
 }
 

@@ -2,6 +2,8 @@
 #include "files/recovery.h"
 
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -38,7 +40,7 @@ protected:
         fs::remove_all(folder_);
         design = {};
     }
-    bool Kept() const { return fs::exists(folder_ + Recovery_Model_Name); }
+    bool Kept() const { return fs::exists(Recovery_Model_Path(folder_)); }
 
     std::string folder_;
     testing::Script script_;
@@ -66,6 +68,40 @@ TEST_F(Recovery, an_unsaved_design_comes_back_as_it_was)
     EXPECT_EQ(design.identity.File_Name, "/home/me/work.cam");
     EXPECT_FALSE(Kept());
     EXPECT_FALSE(Offer_Recovery(design, folder_));  // once: no second question
+}
+
+TEST_F(Recovery, of_a_program_that_still_runs_is_neither_offered_nor_dropped)
+{
+    const pid_t other = ::fork();
+    if (other == 0) {
+        ::pause();
+        ::_exit(0);
+    }
+    const std::string theirs = folder_ + "Recovery-" + std::to_string(other) + ".cam";
+    std::ofstream(theirs) << "another program's work\n";
+    EXPECT_FALSE(Offer_Recovery(design, folder_));  // no question
+    Drop_Recovery(folder_);
+    EXPECT_TRUE(fs::exists(theirs));
+    ::kill(other, SIGKILL);
+    ::waitpid(other, nullptr, 0);
+    script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::No});
+    EXPECT_FALSE(Offer_Recovery(design, folder_));  // now it is left behind
+    EXPECT_FALSE(fs::exists(theirs));
+}
+
+TEST_F(Recovery, of_an_earlier_release_is_offered_and_a_recovered_design_has_a_name)
+{
+    ASSERT_TRUE(Build_Example(design, "Four Dwell"));
+    design.cam.Prime_Rad = 123.5;
+    ASSERT_TRUE(Write_Recovery(design, folder_));
+    fs::rename(Recovery_Model_Path(folder_), folder_ + "Recovery.cam");
+    fs::rename(Recovery_Note_Path(folder_), folder_ + "Recovery.txt");
+    ASSERT_TRUE(Sub_Main(design, "", {}));
+    script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::Yes});
+    EXPECT_TRUE(Offer_Recovery(design, folder_));
+    EXPECT_EQ(design.cam.Prime_Rad, 123.5);
+    EXPECT_EQ(design.identity.Model_Name, "Recovered");
+    EXPECT_TRUE(Unsaved(design));
 }
 
 TEST_F(Recovery, a_no_drops_it)
@@ -118,7 +154,7 @@ TEST_F(Recovery, the_number_format_of_the_typed_texts_comes_back)
 
 TEST_F(Recovery, a_damaged_file_is_kept_aside_and_told_of)
 {
-    std::ofstream(folder_ + Recovery_Model_Name) << "nothing of ours\n";
+    std::ofstream(Recovery_Model_Path(folder_)) << "nothing of ours\n";
     Host host = Installed_Host();
     int boxes = 0;
     host.messenger = [&](const Message& box) {
@@ -130,7 +166,7 @@ TEST_F(Recovery, a_damaged_file_is_kept_aside_and_told_of)
     Install_Host(before);
     EXPECT_GE(boxes, 2);
     EXPECT_FALSE(Kept());
-    EXPECT_TRUE(fs::exists(folder_ + Recovery_Model_Name + ".bad"));
+    EXPECT_TRUE(fs::exists(Recovery_Model_Path(folder_) + ".bad"));
     EXPECT_FALSE(design.flags.Calculated);
 }
 

@@ -322,10 +322,10 @@ TEST_F(Home_Screen, unsaved_work_is_kept_beside_the_run_record_and_dropped_when_
     Build("Double Dwell");
     design.cam.Prime_Rad = 99.0;
     home.Keep_Recovery();
-    EXPECT_TRUE(std::filesystem::exists(folder_ + Recovery_Model_Name));
+    EXPECT_TRUE(std::filesystem::exists(Recovery_Model_Path(folder_)));
     Mark_Saved(design);
     home.Keep_Recovery();
-    EXPECT_FALSE(std::filesystem::exists(folder_ + Recovery_Model_Name));
+    EXPECT_FALSE(std::filesystem::exists(Recovery_Model_Path(folder_)));
 }
 
 TEST_F(Home_Screen, leaving_a_working_screen_by_back_drops_what_was_done_on_it)
