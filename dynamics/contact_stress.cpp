@@ -198,6 +198,8 @@ bool Calc_Contact_Stress(Design_State& design, int roller_type, const double (&y
         for (int i = 0; i <= design.motion.Max_Data_Points_used && whole; ++i)
             whole = run.Point(i);
     });
+    if (!no_fault)
+        design.flags.Calc_Error = true;
     return no_fault && whole;
 }
 

@@ -196,8 +196,11 @@ bool Run_Stress(Design_State& design, Contact_Field& refused)
     const double size = crowned ? d.Crown_radius : d.Roller_length;
     const double youngs[2]{d.Youngs_modulus(1), d.Youngs_modulus(2)};
     const double poissons[2]{d.Poissons_ratio(1), d.Poissons_ratio(2)};
+    design.flags.Calc_Error = false;
     Calc_Contact_Stress(design, d.Roller_type, youngs, poissons, size);
-    Reach(design, Mark::stress);  // also where the routine left early: the points before stand
+    if (!design.flags.Calc_Error)
+        Reach(design, Mark::stress);  // also where the routine left early with a message: the points before stand
+    design.flags.Calc_Error = false;
     Refresh_Screens();
     return true;
 }

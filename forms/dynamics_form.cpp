@@ -127,7 +127,7 @@ Dynamics_Entry Edit_Dynamics_Field(Design_State& design, Dynamics_Field field, s
 {
     Dynamics_Entry entry = Store_Entry(design, field, text);
     entry.recalculate = design.dynamics.Torque_Start_Fresh && entry.accepted;
-    entry.disable_done = entry.accepted;
+    entry.disable_done = true;  // the results are not those of what stands typed
     return entry;
 }
 
@@ -200,7 +200,7 @@ bool Calc_Dynamics(Design_State& design, const Dynamics_Form& form)
         return false;
     }
     Run_Forces(design);
-    return true;
+    return design.flags.Dynamicflag || design.flags.Calc_Abort;
 }
 
 bool Choose_Closure(Design_State& design, const Dynamics_Form& form)

@@ -168,6 +168,8 @@ QLayout* frm_Dynamics::Entries()
             Refresh();
             if (result.recalculate)
                 Calculate();
+            else if (!result.accepted)
+                Show_Stale(true);
         };
         QLabel* const label = Label(QStringLiteral("lbl_") + name, Caption(name), Tip(name));
         label->setBuddy(entry);
@@ -317,9 +319,21 @@ void frm_Dynamics::Show_Run(bool run)
 {
     if (run) {  // an aborted run, too, shows what it has filled
         Show_Results();
-        Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(true);
+    } else {
+        Hide_Charts();
+        Show_Stale(true);
     }
+    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(run);
     Refresh();
+}
+
+void frm_Dynamics::Show_Stale(bool stale)
+{
+    torque_->Set_Stale(stale);
+    force_->Set_Stale(stale);
+    for (const Figure& f : figures)
+        Control<QLabel>(QString::fromUtf8(f.name)).setEnabled(!stale);
+    pulses_->setEnabled(!stale);
 }
 
 void frm_Dynamics::Hide_Charts()
@@ -343,6 +357,7 @@ void frm_Dynamics::Show_Results()
     pulses_->setPlainText(lines.join(QLatin1Char('\n')));
     paint::Show_Cycle(design, *torque_, var::Torque);
     paint::Show_Cycle(design, *force_, var::Force);
+    Show_Stale(false);
     torque_->show();
     force_->show();
 }

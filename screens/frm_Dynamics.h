@@ -39,6 +39,8 @@ private:
     void Show_Results();
     static void Show_Row(paint::Chart& chart, int row);
     void Hide_Charts();
+    /// Figures and charts of an earlier run, or of values that do not stand any more, are gray.
+    void Show_Stale(bool stale);
 
     paint::Chart* torque_ = nullptr;
     paint::Chart* force_ = nullptr;

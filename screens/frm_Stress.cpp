@@ -323,6 +323,11 @@ void frm_Stress::Calculate()
     Stress_Field refused{};
     if (!Calc_Stress(design, Form(), refused)) {
         Control<Entry>(Name_of(refused)).setFocus();
+        Show_Stale(true);
+        return;
+    }
+    if (!design.flags.Stressflag) {  // a fault: what it left in the rows is no result
+        Show_Stale(true);
         return;
     }
     const auto rows = Stress_Plot_Rows(design);
@@ -334,7 +339,17 @@ void frm_Stress::Calculate()
         Control<QLabel>(Element("lbl_Max", k)).setText(To_Qt(Trim(figures.lbl_Max)));
         Control<QLabel>(Element("lbl_Peak", k)).setText(To_Qt(Trim(figures.lbl_Peak)));
     }
-    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(true);
+    Show_Stale(false);
+}
+
+void frm_Stress::Show_Stale(bool stale)
+{
+    for (int k = 0; k < charts_.size(); ++k) {
+        charts_[k]->Set_Stale(stale);
+        for (const char* const name : {"lbl_Min", "lbl_Max", "lbl_Peak"})
+            Control<QLabel>(Element(name, k)).setEnabled(!stale);
+    }
+    Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(!stale);
     status_->Refresh();
 }
 

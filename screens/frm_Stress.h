@@ -36,6 +36,8 @@ private:
     Stress_Form Form() const;
     void Clear_Plots();
     void Calculate();
+    /// Figures and plots of an earlier run, or of values that do not stand any more, are gray, and Next is closed.
+    void Show_Stale(bool stale);
     void Choose_Material(int member, bool steel);
     void Choose_Roller(bool crowned);
 

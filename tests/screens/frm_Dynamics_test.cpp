@@ -387,7 +387,27 @@ TEST_F(Dynamics_Screen, while_torques_accumulate_the_charts_go_before_a_refusal_
     const Watched_Boxes boxes(Answer::OK, [&] { EXPECT_FALSE(Charts_Visible(user)); });
     user.Fill("txt_Mass", "0");
     EXPECT_EQ(boxes.texts, (std::vector<std::string>{positive.text}));
-    EXPECT_TRUE(user.Enabled("cmd_Done"));  // a refused value changes nothing
+    EXPECT_FALSE(user.Enabled("cmd_Done"));
+    EXPECT_FALSE(user.Find<QLabel>("lbl_Fmax").isEnabled());  // gray: of the values before
+}
+
+TEST_F(Dynamics_Screen, a_faulted_run_shows_no_figures_as_its_own_and_keeps_next_closed)
+{
+    frm_Dynamics screen;
+    const Driver user(screen);
+    user.Press("cmd_Calc");
+    EXPECT_TRUE(Charts_Visible(user));
+    EXPECT_TRUE(user.Find<QLabel>("lbl_Fmax").isEnabled());
+    script_.Expect(testing::Error_Box(6, "Overflow", "Calc_Force_Torque"));
+    user.Fill("txt_Mass", "3e38");
+    EXPECT_FALSE(design.flags.Dynamicflag);
+    EXPECT_FALSE(Charts_Visible(user));
+    EXPECT_FALSE(user.Find<QLabel>("lbl_Fmax").isEnabled());
+    EXPECT_FALSE(user.Enabled("cmd_Done"));
+    user.Fill("txt_Mass", "3");
+    EXPECT_TRUE(Charts_Visible(user));
+    EXPECT_TRUE(user.Find<QLabel>("lbl_Fmax").isEnabled());
+    EXPECT_TRUE(user.Enabled("cmd_Done"));
 }
 
 TEST_F(Dynamics_Screen, starting_fresh_overwrites_the_accumulated_torque)

@@ -522,6 +522,21 @@ TEST_F(Program, tells_its_version_and_its_options)
     EXPECT_TRUE(program.readAllStandardOutput().contains("FILE.cam"));
 }
 
+TEST_F(Program, asked_to_terminate_it_ends_properly)
+{
+    QProcess program;
+    Start(program, {"--no-title"});
+    ASSERT_TRUE(program.waitForStarted(20000));
+    for (int tries = 0; tries < 200 && Record() != "Running\r"; ++tries)
+        QTest::qWait(50);
+    QTest::qWait(500);  // its event loop runs
+    program.terminate();
+    ASSERT_TRUE(program.waitForFinished(20000));
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_EQ(Record(), "Normal Exit\r");
+}
+
 TEST_F(Program, a_killed_run_leaves_its_mark_for_the_next_start)
 {
     QProcess program;
