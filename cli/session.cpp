@@ -165,7 +165,7 @@ bool Session::Apply_Settings(const std::vector<std::string>& settings)
 {
     const std::string refusal = lobemax::Apply_Settings(design, settings);
     if (!refusal.empty())
-        Wrong("--set: " + refusal);
+        Wrong("--set: " + One_Line(refusal));
     return refusal.empty();
 }
 

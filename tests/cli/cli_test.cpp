@@ -231,6 +231,9 @@ TEST_F(Cli, a_setting_that_cannot_be_is_refused_and_nothing_is_written)
              Case{"Deltatheta=0.3", "'0.3' is no step: 1.0, 0.50, 0.25, 0.125"},
              Case{"Printstep=70000", "'70000' is not a whole number from 1 to 32767"},
              Case{"Prime_Rad=1E39", "'1E39' is too large for 'Prime_Rad'"},
+             Case{"Follow_Rad=5000",
+                  "Something is wrong /  / The follower radius is greater than the prime circle radius /  / Please "
+                  "check your data."},
              Case{"Max Data Points used=9", "'Max Data Points used' follows from Deltatheta and cannot be set"},
          }) {
         const Result refused = Run(std::string("calc c.cam -o c.cam --levels svaj --set '") + c.setting + "'");
