@@ -377,7 +377,7 @@ TEST_F(Kinetostatics, pulses_are_summed_by_their_trapezoids_in_order)
     EXPECT_EQ(Show_Torque_Areas(design).first_sign, -1);
 }
 
-TEST_F(Kinetostatics, the_pulse_table_is_printed_as_told)
+TEST_F(Kinetostatics, the_pulse_table_prints_areas_in_order_and_the_average)
 {
     Square_Torque(1, 3.0);
     design.plot.Var_Unit(var::Torque) = "m-N";

@@ -195,7 +195,7 @@ TEST_F(Model_File, the_header_is_five_quoted_lines)
     EXPECT_EQ(lines[4], "\"/cams/press \"\"2\"\".cam\"");
 }
 
-TEST_F(Model_File, fillers_last_record_table_and_tail_stand_as_told)
+TEST_F(Model_File, fillers_last_record_table_and_tail_stand_in_their_places)
 {
     for (const auto& [tag, fillers, tail] :
          {std::tuple("9", 143, 50), std::tuple("8", 143, 50), std::tuple("7.2", 21, 0)}) {
