@@ -55,8 +55,9 @@ Answer Escape_Answer(Buttons buttons)
 
 Answer Ask(const Message& message)
 {
-    QMessageBox box(Icon_Of(message.symbol), To_Qt(std::string(design.identity.Program_Name)), To_Qt(message.text),
-                    QMessageBox::NoButton, QApplication::activeWindow());
+    QMessageBox box(Icon_Of(message.symbol),
+                    To_Qt(message.title.empty() ? std::string(design.identity.Program_Name) : message.title),
+                    To_Qt(message.text), QMessageBox::NoButton, QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     for (const auto& [answer, button] : button_pairs) {

@@ -119,6 +119,23 @@ TEST_F(Contact_Stress, the_ellipse_factors_are_near_those_of_equal_curvatures)
     EXPECT_NEAR(Ellipse_Kb(0.0), 0.0012181, 1e-12);
 }
 
+TEST_F(Contact_Stress, the_ellipse_factors_give_the_exact_pressure_within_five_percent)
+{
+    // The exact factors by the complete elliptic integrals, docs/theory.md, (130) and (131): from the ratio of the axes
+    // to that of the curvatures, which gives the angle.
+    for (const double ratio : {0.05, 0.1, 0.2, 0.3, 0.5, 0.7, 0.9, 0.999}) {
+        const double e = std::sqrt(1 - ratio * ratio);
+        const double K = std::comp_ellint_1(e);
+        const double Ec = std::comp_ellint_2(e);
+        const double B_of_A = (Ec / (ratio * ratio) - K) / (K - Ec);
+        const double angle = std::acos((B_of_A - 1) / (B_of_A + 1)) * 180 / pi;
+        const double ka = std::cbrt(2 * Ec / (pi * ratio * ratio));
+        const double pressure = ka * ka * ratio / (Ellipse_Ka(angle) * Ellipse_Kb(angle));
+        EXPECT_GT(angle, 10.0);
+        EXPECT_NEAR(pressure, 1.0, 0.05) << angle << " deg";
+    }
+}
+
 TEST_F(Contact_Stress, a_nearly_straight_crown_stays_an_ellipse)
 {
     ASSERT_TRUE(Calc_Contact_Stress(design, crowned_roller, youngs, poissons, 30000.0));

@@ -238,6 +238,12 @@ TEST_F(Kinetostatics, friction_is_reported_alone_for_roller_and_flat_face)
     ASSERT_TRUE(Calc_Force_Torque(design));
     const double Fs = Force(90) * std::tan(10 * pi / 180);
     EXPECT_NEAR(Data(15, 90), 0.02 * Fs * (h / 2 + 0.06) + 0.03 * Fc * 0.02, 1e-6);
+    // A face has no pressure angle, so the side load and its friction are 0; mechanics has that of the force itself,
+    // docs/theory.md, (115). Meant.
+    design.results.CalcData(var::Phi, 90) = 0.0;
+    ASSERT_TRUE(Calc_Force_Torque(design));
+    EXPECT_NEAR(Data(15, 90), 0.03 * Force(90) * 0.02, 1e-6);
+    design.results.CalcData(var::Phi, 90) = 10.0;
     design.cam.Camtype = "Barrel";
     design.cam.Followtype = 1;
     ASSERT_TRUE(Calc_Force_Torque(design));

@@ -904,11 +904,14 @@ TEST_F(Saving, a_replaced_file_stands_as_a_backup_until_the_new_one_is_whole)
 TEST_F(Saving, a_place_that_cannot_be_written_is_reported_and_the_older_file_stays)
 {
     user_.path = "/no/such/folder/m.cam";
-    Expected_Box missing = Error_Box(53, "File not found", "WriteFile_8");
+    Expected_Box missing = Error_Box(53, "File not found", "frm_Homescreen.Save");
     missing.text += "There are no files with your chosen name in the selected directory";
     user_.Expect(missing);
     EXPECT_FALSE(Save_As_Plus(design));
     EXPECT_FALSE(design.flags.Model_Saved);
+    design.flags.Model_Saved = true;
+    user_.Expect(missing);
+    EXPECT_FALSE(Save_Model(design)) << "the file's folder is gone";
 }
 
 TEST_F(Saving, a_full_disk_is_reported)
