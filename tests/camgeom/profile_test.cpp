@@ -300,6 +300,10 @@ TEST_F(Profile, the_conjugate_of_a_flat_face_on_an_arm_starts_a_lift_of_the_last
     ASSERT_TRUE(Flat_Osc_Contact(design, 55, 90.0, 30.0, contact));
     EXPECT_NEAR(contact.start_angle, std::asin(60.0 / std::hypot(90.0, 30.0)) * 180 / pi + 7.0, 1e-4);
     EXPECT_NEAR(contact.arm, contact.start_angle - Data(var::S, 55), 1e-4);
+    const double w = Data(var::V, 55) * pi / 180 / 12.0;  // of the main cam; mechanics has its negative
+    const double u = std::hypot(90.0, 30.0) * std::cos(contact.arm * pi / 180) / (1 - w);
+    const Point pivot = Point(90, 30) * std::polar(1.0, -c().Rotflag * 55 * pi / 180);
+    EXPECT_NEAR(std::abs(Point(contact.Xf, contact.Yf) - pivot), std::abs(u), 1e-3);
 }
 
 TEST_F(Profile, a_pivot_on_the_cam_centre_is_an_error_of_the_calculation)

@@ -452,6 +452,14 @@ TEST_F(Sizing, a_flat_follower_is_told_its_smallest_base_radius)
     f().Skip_Profile = false;
     design.run.Reading_File = true;
     Flat_Min_Base_Radius(design);
+    // Per radian the acceleration is divided by the speed's square all the same: docs/theory.md, (71). Meant.
+    Cam_Maker per_radian;
+    per_radian.time_base = 3;
+    per_radian.Make();
+    const double radians = -Data(var::A, where) / 144.0 - Data(var::S, where);
+    script_.Expect({"The minimum base circle radius for no negative Radius of Curvature is " +
+                    Trim(FNRoundStr(design, radians, 2)) + "  mm"});
+    Flat_Min_Base_Radius(design);
 }
 
 TEST_F(Sizing, an_offset_beyond_the_prime_radius_is_reported)
