@@ -57,7 +57,7 @@ Verdict Offset_may_be(const Design_State& design, const Field_Index&, const Type
     if (std::abs(value.number) < design.cam.Prime_Rad)
         return {};
     return {"Cannot compute - Eccentricity is >= Prime Radius.  Try a smaller absolute value of eccentricity",
-            Symbol::none};
+            Symbol::none, "LOBEMAX"};
 }
 
 Verdict Arm_Radius_may_be(const Design_State& design, const Field_Index&, const Typed_Value& value)
@@ -248,7 +248,7 @@ Verdict Arm_may_be(const Design_State& design, double ArmRad, std::string& propo
     const double D = Arm_Pivot_Distance(design);
     if (D - c.Prime_Rad < ArmRad && D + c.Prime_Rad > ArmRad)
         return {};
-    proposal = FNRoundStr(design, D, 2);
+    proposal = Trim(FNRoundStr(design, D, 2));
     return {
         "The roller follower arm misses the cam entirely\n"
         "with your current choice of arm center location. \n"

@@ -493,8 +493,8 @@ void Flat_Min_Base_Radius(const Design_State& design)
     const Extremes a = MaxMin2(data, var::A, 0, design.motion.Max_Data_Points_used);
     // By the square of the shaft speed in every time base, which is meant; docs/theory.md, (71).
     const double Rb = -(a.smallest / design.motion.Shaft_Speed_Sq) - data(var::S, a.smallest_point);
-    Show_Message("The minimum base circle radius for no negative Radius of Curvature is " + FNRoundStr(design, Rb, 2) +
-                     "  " + Words_of_Units(design.identity.WhichUnit).length,
+    Show_Message("The minimum base circle radius for no negative Radius of Curvature is " +
+                     Trim(FNRoundStr(design, Rb, 2)) + "  " + Words_of_Units(design.identity.WhichUnit).length,
                  Buttons::OK, Symbol::information);
 }
 

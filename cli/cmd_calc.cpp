@@ -104,7 +104,7 @@ bool Calculate_Stress(Session& session, const Options& options)
                                           std::tuple{&options.poisson_follower, "Poissons' ratio", 2}})
         if (*given)
             if (const Verdict verdict = Put(design, field, At(k), Val(**given, Decimal_Symbol::point)); !verdict) {
-                Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
+                Show_Refusal(verdict);
                 return false;
             }
     Contact_Field refused{};

@@ -2,7 +2,7 @@
 /// The one design in memory: every field of the cam, its follower train and its results.
 ///
 /// One record of named groups, whole by value: a reset is an assignment, a test starts from a fresh one.
-/// Fields keep the system's names and widths, arrays its bounds. Names settled once, here:
+/// Fields keep the names, widths and bounds of model files and the command line. Names settled once, here:
 ///
 ///   one field                     also called
 ///   ----------------------------  ---------------------------------------------------

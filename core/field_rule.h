@@ -18,9 +18,13 @@ namespace lobemax {
 struct Verdict {
     std::string sentence;  // empty: it may
     Symbol symbol = Symbol::exclamation;
+    std::string title{};  // of its box; empty: the program's name
 
     explicit operator bool() const { return sentence.empty(); }
 };
+
+/// The box that tells a refusal, with OK.
+void Show_Refusal(const Verdict& refusal);
 
 /// A value on its way into a field: numbers as the field stores them, flags 1 or 0.
 struct Typed_Value {

@@ -194,6 +194,11 @@ std::optional<std::string> Listed_Word(std::string_view words, std::string_view 
     }
 }
 
+void Show_Refusal(const Verdict& refusal)
+{
+    Show_Message({refusal.sentence, Buttons::OK, refusal.symbol, Answer::OK, refusal.title});
+}
+
 Verdict One_of(std::string_view words, std::string_view text)
 {
     return Listed_Word(words, text) ? Verdict{} : Verdict{Quoted(text) + " is none of " + std::string(words)};

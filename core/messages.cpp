@@ -96,10 +96,15 @@ Answer Show_Message(const std::string& text, Buttons buttons, Symbol symbol)
 
 Answer Show_Message(const std::string& text, Buttons buttons, Symbol symbol, Answer default_answer)
 {
+    return Show_Message(Message{text, buttons, symbol, default_answer});
+}
+
+Answer Show_Message(const Message& box)
+{
     if (!installed.messenger)
-        return Usual_Answer(buttons);
-    const Answer answer = installed.messenger({text, buttons, symbol, default_answer});
-    return Offers(buttons, answer) ? answer : Usual_Answer(buttons);
+        return Usual_Answer(box.buttons);
+    const Answer answer = installed.messenger(box);
+    return Offers(box.buttons, answer) ? answer : Usual_Answer(box.buttons);
 }
 
 void Show_Wait_Pointer()

@@ -19,6 +19,7 @@ struct Message {
     Buttons buttons = Buttons::OK;
     Symbol symbol = Symbol::none;
     Answer default_answer = Answer::OK;
+    std::string title{};  // empty: the program's name
 };
 
 /// Whether a box with these buttons offers this answer.
@@ -58,6 +59,7 @@ Host Install_Host(Host host);
 const Host& Installed_Host();
 
 /// Shows a message box and returns the answer; an answer that the box does not offer counts as the usual one.
+Answer Show_Message(const Message& box);
 Answer Show_Message(const std::string& text, Buttons buttons = Buttons::OK, Symbol symbol = Symbol::none);
 Answer Show_Message(const std::string& text, Buttons buttons, Symbol symbol, Answer default_answer);
 

@@ -20,7 +20,7 @@ struct Design_State;
 /// At both ends of the range, x = 1 and x = -1, the answer is the number 1, on purpose not 0 or pi: callers
 /// are built on it. Outside the range Math_Error is set, with no message, and the answer is an empty value,
 /// carried as 0. Math_Error is never cleared here. A not-a-number shows a message and answers 0.
-/// Source: Abramowitz and Stegun, Handbook of Mathematical Functions, 4.4 (arccos by arctan).
+/// Source: docs/theory.md, (1).
 double FNArcCos(Design_State& design, double x);
 
 /// The same routine under the name that formulas use.
@@ -32,14 +32,14 @@ inline double Arc_Cos(Design_State& design, double x)
 /// Arc sine from the arc tangent, radians in (-pi/2, pi/2).
 ///
 /// At x = 1 and x = -1 the answer is 0, on purpose not plus or minus pi/2. Otherwise as FNArcCos.
-/// Source: Abramowitz and Stegun, Handbook of Mathematical Functions, 4.4 (arcsin by arctan).
+/// Source: docs/theory.md, (1).
 double FNArcSin(Design_State& design, double x);
 
 /// Third side c of a triangle from the sides a and b, one length unit, and their included angle C, radians.
 ///
 /// @return  false when c squared, held as a Single, came out negative: a message was shown, c is as it was
 /// @throws Fault{6} when c squared is no finite Single
-/// Source: law of cosines.
+/// Source: law of cosines; docs/theory.md, (2).
 bool CosineLaw_Side(double a, double b, double C, Single& c);
 
 /// Angle A, radians, opposite the side a of a triangle of sides a, b, c, one length unit.
@@ -48,7 +48,7 @@ bool CosineLaw_Side(double a, double b, double C, Single& c);
 /// 1 of FNArcCos.
 /// @return  false when 2 b c, held as a Single, is exactly zero: a message was shown, A is as it was
 /// @throws Fault{6} when numerator or denominator is no finite Single
-/// Source: law of cosines, solved for the angle.
+/// Source: law of cosines, solved for the angle; docs/theory.md, (3).
 bool CosineLaw_Angle(Design_State& design, double a, double b, double c, Single& A);
 
 /// Angle of the point (x, y) in radians, from -pi/2 to 3 pi/2: callers rely on this range, which is not the
@@ -65,7 +65,7 @@ void Cart_to_Polar(double x, double y, Single& radius, Single& angle);
 /// Floored remainder (a / b - Int(a / b)) b: it has the sign of b. A quotient a hair below a whole number
 /// may round up to b itself.
 /// @throws Fault{11} when b is zero, Fault{6} when both are
-/// Source: Knuth, The Art of Computer Programming, vol. 1, 1.2.4 (mod by floor).
+/// Source: docs/theory.md, (6).
 Single FN_Modulo(double a, double b);
 
 /// One step of wrapping, not a loop: a value above base gives value + base when it is zero or negative and
@@ -105,7 +105,7 @@ private:
 /// @param status  0: solved; otherwise the first column with no pivot, after a message that names it, and
 ///                B holds no solution
 /// @throws Fault{9} when A or B holds fewer than n
-/// Source: Golub and Van Loan, Matrix Computations, 3.4 (partial pivoting).
+/// Source: docs/theory.md, (9), (10).
 void SimQ(int n, Matrix_View A, std::span<double> B, int& status);
 
 /// Rounds to a number of decimals: the integer part (Int, the next whole number at or below) of

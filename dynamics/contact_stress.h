@@ -24,12 +24,12 @@ inline constexpr int crowned_roller = 2;
 /// @param poissons     their Poisson's ratios
 /// @param size         crown radius of a crowned roller, contact length of the others, length unit
 /// @return             whether all points were calculated
-/// Source: Norton, Cam Design and Manufacturing Handbook, chapter 12; Timoshenko and Goodier, Theory of Elasticity,
-/// 139 to 141.
+/// Source: docs/theory.md, (121) to (132).
 bool Calc_Contact_Stress(Design_State& design, int roller_type, const double (&youngs)[2], const double (&poissons)[2],
                          double size);
 
 /// Semi-axis factors of the contact ellipse against its angle, degrees.
+/// Source: docs/theory.md, (133), (134), with the exact factors beside them.
 double Ellipse_Ka(double theta);
 double Ellipse_Kb(double theta);
 

@@ -45,10 +45,10 @@ Dynamics_Figures Present_Figures(Design_State& design);
 /// Force, torque, friction, integral and pulses of the whole cycle, under its trap; sets Dynamicflag.
 ///
 /// A spring rate other than zero replaces Damping by Zeta_Initial times the critical damping. In the degrees base
-/// inertia carries 180 / pi once, not squared: meant. Friction is reported alone and never enters the torque. The run
-/// allocates nothing but for its messages.
+/// inertia carries 180 / pi once, not squared: meant, it undoes the single factor of the rows, docs/theory.md, (41).
+/// Friction is reported alone and never enters the torque. The run allocates nothing but for its messages.
 /// @return Dynamicflag: false after a fault, and when the user aborted at a separation (Calc_Abort)
-/// Source: Norton, Cam Design and Manufacturing Handbook, chapter 9 (kinetostatic camshaft torque).
+/// Source: docs/theory.md, (108) to (119).
 bool Calc_Force_Torque(Design_State& design);
 
 /// Average torque and the pulse table of row 8, under its trap; fills row 16 from point 1. A run is decided by the sign

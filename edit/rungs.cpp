@@ -22,7 +22,7 @@ constexpr std::string_view positive_and_nonzero = "This value must be positive a
 bool Tell(const Verdict& verdict)
 {
     if (!verdict)
-        Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
+        Show_Refusal(verdict);
     return static_cast<bool>(verdict);
 }
 

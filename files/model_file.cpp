@@ -838,7 +838,7 @@ bool Write_With_Backup(Design_State& design, const std::string& path)
     const std::string backup = path + ".bak";
     const bool replaces = std::rename(path.c_str(), backup.c_str()) == 0;
     std::unique_ptr<File_Sink> file;
-    if (!Trap(Writer_Name(design), [&] { file = std::make_unique<File_Sink>(path); })) {
+    if (!Trap("frm_Homescreen.Save", [&] { file = std::make_unique<File_Sink>(path); })) {
         if (replaces)
             std::rename(backup.c_str(), path.c_str());
         return false;

@@ -40,6 +40,7 @@ enum class Replace {
 
 /// Writes the design to File_Name in the format of Version_Str, reports a failure under the name of that
 /// format's writer, WriteFile_8 or WriteFile_72, and sets Model_Saved and tells the user when it went well.
+/// A file that cannot be opened is frm_Homescreen.Save's where it is to have a backup: the Home screen opens it.
 /// A design of 20 segments cannot be held by the format: its cut file is left, by either way.
 bool Write_Model_File(Design_State& design, Replace replace);
 

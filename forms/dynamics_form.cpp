@@ -153,7 +153,7 @@ Dynamics_Entry Store_Entry(Design_State& design, Dynamics_Field field, std::stri
     Dynamics_Group& d = design.dynamics;
     const double value = field == Dynamics_Field::Journal ? double{Radius_of_Journal(design, text)} : Val(design, text);
     if (const Verdict verdict = Put(design, place.field, value); !verdict) {
-        Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
+        Show_Refusal(verdict);
         Dynamics_Entry entry{false, In_Number_Format(design, place.instead)};
         if (field == Dynamics_Field::Spring) {  // a refused entry's new text is the value, too
             const Single own = d.Comp_Spring_Rate;

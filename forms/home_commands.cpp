@@ -28,6 +28,7 @@ bool Calculated(const Design_State& design)
 }
 
 constexpr std::string_view file_menu = "&File";
+constexpr std::string_view save_as_menu = "Save &as";
 constexpr std::string_view units_menu = "&Units";
 constexpr std::string_view examples_menu = "E&xamples";
 constexpr std::string_view fft_menu = "FFT";  // its letters are the keys of File and Stress
@@ -38,9 +39,9 @@ constexpr std::array menus{
     Menu_Entry{file_menu, "", "mnu_Open", "&Open...", Always},
     Menu_Entry{file_menu, "", "mnu_OpenExample", "Open &Example", Always},
     Menu_Entry{file_menu, "", "mnu_Save", "&Save", Always},
-    Menu_Entry{file_menu, "Save &as", "mnu_Plus", "Lobemax 9.x", Always},
-    Menu_Entry{file_menu, "Save &as", "mnu_V8", "Lobemax 8.x", Always},
-    Menu_Entry{file_menu, "Save &as", "mnu_V7", "Lobemax 7.2 - 7.5", Always},
+    Menu_Entry{file_menu, save_as_menu, "mnu_Plus", "Lobemax 9.x", Always},
+    Menu_Entry{file_menu, save_as_menu, "mnu_V8", "Lobemax 8.x", Always},
+    Menu_Entry{file_menu, save_as_menu, "mnu_V7", "Lobemax 7.2 - 7.5", Always},
     Menu_Entry{units_menu, "", "mnu_pick(1)", "&in-lb", Always},
     Menu_Entry{units_menu, "", "mnu_pick(2)", "&ft-lb", Always},
     Menu_Entry{units_menu, "", "mnu_pick(3)", "&m-N", Always},
@@ -119,6 +120,11 @@ bool Needs_Size(Export_Need need)
 std::span<const Menu_Entry> Home_Menus()
 {
     return menus;
+}
+
+std::string_view Submenu_Name(std::string_view caption)
+{
+    return caption == save_as_menu ? "mnu_Saveas" : "";
 }
 
 std::span<const Export_Entry> Export_Menu()

@@ -23,6 +23,9 @@ struct Menu_Entry {
     bool (*enabled)(const Design_State& design);  // by the state; an entry that is always open answers true
 };
 
+/// The control name of the submenu of a caption; empty where it needs none.
+std::string_view Submenu_Name(std::string_view caption);
+
 /// All entries but those of the Help menu and of the Export list, in their order.
 std::span<const Menu_Entry> Home_Menus();
 

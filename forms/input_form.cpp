@@ -223,7 +223,7 @@ std::string Enter_Step(Design_State& design, std::string_view text)
 void Enter_Omega(Design_State& design, std::string_view text)
 {
     if (const Verdict verdict = Put(design, "Shaft speed", Val(design, text) * PI / 30.0); !verdict) {
-        Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
+        Show_Refusal(verdict);
         Put(design, "Shaft speed", 1.0);
     }
     Results_Gone(design);
@@ -237,7 +237,7 @@ std::string Omega_Text(const Design_State& design)
 void Enter_Start_Angle(Design_State& design, std::string_view text)
 {
     if (const Verdict verdict = Put(design, "Shift_Angle", Val(design, text)); !verdict)
-        Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
+        Show_Refusal(verdict);
 }
 
 void Choose_Follower_Motion_on_Input(Design_State& design, bool translating)

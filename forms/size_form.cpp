@@ -27,7 +27,7 @@ std::string Shown(const Design_State& design, double value)
 
 void Tell(const Verdict& verdict)
 {
-    Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
+    Show_Refusal(verdict);
 }
 
 /// Puts a value through the door; a refused one is told, and its box shows another text.

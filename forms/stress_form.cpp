@@ -127,7 +127,7 @@ Stress_Entry Edit_Stress_Field(Design_State& design, Stress_Field field, std::st
     const Verdict verdict = Put(design, place.field, at, Val(design, text));
     if (verdict)
         return {true, std::string(text)};
-    Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
+    Show_Refusal(verdict);
     const Dynamics_Group& d = design.dynamics;
     if (field == Stress_Field::Length || field == Stress_Field::Crownrad)
         return {false, Shown(design, field == Stress_Field::Length ? d.Roller_length : d.Crown_radius)};

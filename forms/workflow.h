@@ -41,7 +41,7 @@ const Home_Button_Entry& Home_Button_at(Home_Button button);
 /// Which of the buttons are enabled, by button.
 using Home_Buttons = std::array<bool, Home_Button_Count>;
 
-/// Enabling of the Home screen's buttons from the flags, in the order told: motion, size, force, imported model.
+/// Enabling of the Home screen's buttons from the flags, in this order: motion, size, force, imported model.
 Home_Buttons Set_Homeform_Buttons(const Design_State& design);
 
 // ---- what a click meets first. Each shows its message, if any, and tells whether the way is open.

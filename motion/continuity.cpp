@@ -80,8 +80,8 @@ std::string Continuity_Text(const Design_State& design)
     for (int d = 0; d <= 2; ++d)
         if (m.Max_Jump(d) > m.Jump_Limit)
             text += std::string("\nThe largest discontinuity between adjacent ") + derivative_names.at(d) +
-                    " values is: " + FNRoundStr(design, m.Max_Jump(d), 6) + ",   or  " +
-                    FNRoundStr(design, Jump_Percent(design, d), 4) + " % of maximum value.";
+                    " values is: " + Trim(FNRoundStr(design, m.Max_Jump(d), 6)) + ",   or  " +
+                    Trim(FNRoundStr(design, Jump_Percent(design, d), 4)) + " % of maximum value.";
     return text +
            "\nIf the percent errors are very small it is due to computational roundoff error."
            "\nClick OK to ignore these discontinuities."

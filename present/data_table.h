@@ -23,7 +23,7 @@ struct Table_Choice {
 struct Data_Table {
     std::vector<std::string> heads;
     std::vector<std::vector<double>> rows;
-    std::vector<double> smallest;  // by column, of the rows shown; the angle's is not told
+    std::vector<double> smallest;  // by column, of the rows shown; the angle's is left out
     std::vector<double> largest;
 };
 

@@ -74,8 +74,9 @@ QWidget* Screen_at_Work()
 
 Answer Ask(const Message& message)
 {
-    QMessageBox box(Icon_Of(message.symbol), To_Qt(std::string(design.identity.Program_Name)), To_Qt(message.text),
-                    QMessageBox::NoButton, Screen_at_Work());
+    QMessageBox box(Icon_Of(message.symbol),
+                    To_Qt(message.title.empty() ? std::string(design.identity.Program_Name) : message.title),
+                    To_Qt(message.text), QMessageBox::NoButton, Screen_at_Work());
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     for (const auto& [answer, button] : button_pairs) {

@@ -217,8 +217,10 @@ void frm_HomeScreen::Make_Menus()
         }
         if (!entry.submenu.empty()) {
             QMenu*& submenu = menus[std::string(entry.menu) + "/" + std::string(entry.submenu)];
-            if (submenu == nullptr)
+            if (submenu == nullptr) {
                 submenu = menu->addMenu(To_Qt(entry.submenu));
+                submenu->setObjectName(To_Qt(Submenu_Name(entry.submenu)));
+            }
             menu = submenu;
         }
         const std::string name(entry.name);

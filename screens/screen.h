@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-/// What every screen is made of: a dialog whose controls bear the system's names, entries that are validated on
+/// What every screen is made of: a dialog whose controls bear fixed names, entries that are validated on
 /// leaving the field or Enter and only after a change, and modal screens that a test can play.
 ///
 /// Every control's objectName is its name; an element of a control array carries its index: "txt_Beta(3)".

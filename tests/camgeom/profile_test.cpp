@@ -241,6 +241,8 @@ TEST_F(Profile, a_flat_face_on_an_arm_lies_on_the_cam_where_cam_and_arm_turn_the
             const double D = std::hypot(90.0, 30.0);
             ASSERT_NEAR(std::abs(Dot(At(36, i), normal)), D * std::sin(contact.arm * pi / 180), 1e-3) << i;
             ASSERT_NEAR(std::abs(At(40, i) - At(36, i)), 8.0, 1e-3);
+            // The cutter is turned off the face's normal by the swing, where mechanics has none: docs/theory.md, (98).
+            ASSERT_NEAR(std::abs(Dot(At(40, i) - At(36, i), normal)), 8.0 * std::cos(Data(var::S, i) * pi / 180), 1e-3);
         }
         EXPECT_NEAR(std::abs(Dot(At(36, 4 * 330), At(36, 4 * 330))), 3600.0, 1.0);  // in the dwell: the prime circle
     }
@@ -264,6 +266,44 @@ TEST_F(Profile, a_flat_face_on_an_arm_has_its_distance_by_one_minus_the_velocity
         const double u = std::hypot(90.0, 30.0) * std::cos(contact.arm * pi / 180) / (1 - w);
         EXPECT_NEAR(std::abs(Point(contact.Xf, contact.Yf) - std::polar(1.0, -55 * pi / 180) * Point(90, 30)), u, 1e-3);
     }
+}
+
+TEST_F(Profile, a_flat_face_beside_its_arm_has_its_contact_by_the_tangent_of_its_distance)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    c().Followtype = 2;
+    c().Offset = 15.0;
+    Flat_Contact contact;
+    ASSERT_TRUE(Flat_Osc_Contact(design, 320, 90.0, 30.0, contact));
+    EXPECT_NEAR(contact.start_angle, std::asin(75.0 / std::hypot(90.0, 30.0)) * 180 / pi, 1e-4);
+    const double u = std::hypot(90.0, 30.0) * std::cos(contact.arm * pi / 180);
+    const double d = std::hypot(15.0, u);
+    const Point pivot = Point(90, 30) * std::polar(1.0, -c().Rotflag * 320 * pi / 180);
+    EXPECT_NEAR(std::abs(Point(contact.Xf, contact.Yf) - pivot), u, 1e-3);
+    EXPECT_NEAR(std::abs(Point(contact.Xc, contact.Yc) - pivot), d, 1e-3);
+    // Mechanics has atan(15 / u) for the angle between arm and contact; with the hypotenuse it is smaller. Meant.
+    EXPECT_NEAR(contact.direction - contact.pivot_angle - 180.0 - contact.arm, std::atan(15.0 / d) * 180 / pi, 1e-3);
+}
+
+TEST_F(Profile, the_conjugate_of_a_flat_face_on_an_arm_starts_a_lift_of_the_last_segment_calculated_higher)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    c().Followtype = 2;
+    c().Conjugate = true;
+    c().Side_Sign = -1;
+    design.motion.Lift = 7.0;  // mechanics has the whole lift, 20: docs/theory.md, (83). Meant.
+    Flat_Contact contact;
+    ASSERT_TRUE(Flat_Osc_Contact(design, 55, 90.0, 30.0, contact));
+    EXPECT_NEAR(contact.start_angle, std::asin(60.0 / std::hypot(90.0, 30.0)) * 180 / pi + 7.0, 1e-4);
+    EXPECT_NEAR(contact.arm, contact.start_angle - Data(var::S, 55), 1e-4);
+    const double w = Data(var::V, 55) * pi / 180 / 12.0;  // of the main cam; mechanics has its negative
+    const double u = std::hypot(90.0, 30.0) * std::cos(contact.arm * pi / 180) / (1 - w);
+    const Point pivot = Point(90, 30) * std::polar(1.0, -c().Rotflag * 55 * pi / 180);
+    EXPECT_NEAR(std::abs(Point(contact.Xf, contact.Yf) - pivot), std::abs(u), 1e-3);
 }
 
 TEST_F(Profile, a_pivot_on_the_cam_centre_is_an_error_of_the_calculation)
@@ -335,6 +375,66 @@ TEST_F(Profile, an_axial_cam_with_an_arm_keeps_the_roller_at_its_radius_and_the_
     Axial_Coords center;
     EXPECT_FALSE(Axial_Osc_Coords(design, 0, 60.0, -80.0, 10.0, 0.0, center));
     EXPECT_TRUE(design.flags.Calc_Error);
+}
+
+/// Largest deviation from a right angle between surface and track of a barrel cam with an arm, degrees.
+double Off_Square(int Rotflag, int ArmDirect, int side)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.step = 0.25;
+    maker.Make();
+    c().Camtype = "Barrel";
+    c().Rotflag = Rotflag;
+    c().ArmDirect = ArmDirect;
+    c().ArmX = side * 80.0;
+    c().ArmY = 0.0;
+    EXPECT_TRUE(Calc_Phi(design, 1));
+    double largest = 0.0;
+    for (int i = 60; i < 4 * 100; i += 7) {  // in the rise
+        const Point to_surface = Unwrapped(37, 36, i) - Unwrapped(12, 11, i);
+        Point along = Unwrapped(12, 11, i + 2) - Unwrapped(12, 11, i - 2);
+        const double sine = std::abs(Dot(to_surface, along)) / std::abs(to_surface) / std::abs(along);
+        if (std::abs(along) < 5.0)  // not where Lambda passes a full turn
+            largest = std::max(largest, std::asin(std::min(sine, 1.0)) * 180 / pi);
+    }
+    return largest;
+}
+
+TEST_F(Profile, an_axial_arms_surface_is_square_to_its_track_where_rotation_arm_and_pivot_agree)
+{
+    // Mechanics has it square in all eight; docs/theory.md, section 8.2. Meant.
+    for (const int side : {1, -1}) {
+        EXPECT_LT(Off_Square(side, side, side), 0.5);
+        EXPECT_GT(Off_Square(side, -side, side), 1.0);
+        EXPECT_GT(Off_Square(-side, side, side), 20.0);
+        EXPECT_GT(Off_Square(-side, -side, side), 20.0);
+    }
+}
+
+TEST_F(Profile, an_axial_arm_turns_its_height_with_its_direction_and_a_linear_cam_has_no_arc)
+{
+    for (const int ArmDirect : {1, -1}) {
+        Cam_Maker maker;
+        maker.translating = false;
+        maker.Make();
+        c().ArmDirect = ArmDirect;
+        for (const char* kind : {"Barrel", "Linear"}) {
+            c().Camtype = kind;
+            for (const int side : {1, -1}) {
+                // Mechanics has the height of the arm's end, ArmDirect or not: docs/theory.md, (89). Meant.
+                const double start = side > 0 ? pi - std::asin(0.25) : std::asin(0.25);
+                const double end = 80.0 * std::sin(start + ArmDirect * Data(var::S, 140) * pi / 180);
+                Axial_Coords point;
+                ASSERT_TRUE(Axial_Osc_Coords(design, 140, 60.0, side * 80.0, 20.0, 80.0, point));
+                EXPECT_NEAR(point.Z, ArmDirect * end, 1e-3);
+                if (c().Camtype == "Linear")
+                    EXPECT_EQ(point.Lambda, 140.0);
+                else
+                    EXPECT_GT(std::abs(point.Lambda - 140.0), 30.0);  // a ratio for an angle, the pivot left out
+            }
+        }
+    }
 }
 
 TEST_F(Profile, a_linear_cam_has_lengths_for_angles)

@@ -179,6 +179,52 @@ TEST_F(Sizing, a_standing_arm_has_the_triangles_angle_and_the_roller_centres_dis
     EXPECT_NEAR(c().Arm_Pivot_Angle, std::atan2(30, 90) * 180 / pi, 1e-4);
 }
 
+TEST_F(Sizing, a_roller_arm_at_an_instant_of_rest_has_its_distance_whatever_its_acceleration)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    // Mechanics has 1 / rho = c (1 - c 80 w' cos(phi)), c = cos(phi) / (D sin(gamma)); the distance is right in a dwell
+    // alone. docs/theory.md, (82). Meant.
+    design.results.CalcData(var::A, 320) = 900.0;
+    Size();
+    const double ph = Data(var::Phi, 320) * pi / 180;
+    const double k = std::cos(ph) / (std::hypot(90.0, 30.0) * std::sin(c().Arm_Start_Angle * pi / 180));
+    const double mechanics = 1 / (k * (1 - k * 80.0 * 900.0 * pi / 180 / 144.0 * std::cos(ph)));
+    EXPECT_GT(std::abs(mechanics - 60.0), 3.0);
+    EXPECT_NEAR(Data(var::Rho, 320), 60.0, 1e-3);
+}
+
+TEST_F(Sizing, a_roller_arm_has_its_paths_curvature_where_cam_and_arm_turn_alike_and_else_one_term_less)
+{
+    for (const int ArmDirect : {1, -1}) {
+        Cam_Maker maker;
+        maker.translating = false;
+        maker.step = 0.25;
+        maker.Make();
+        c().Rotflag = -1;
+        c().ArmDirect = ArmDirect;
+        Size();
+        const double D = std::hypot(90.0, 30.0);
+        int checked = 0;
+        for (int i = 30; i < 1100; i += 37) {
+            const double w = Data(var::V, i) * pi / 180 / 12.0;
+            if (w == 0.0)
+                continue;
+            const double ph = Data(var::Phi, i) * pi / 180;
+            const double Q = D * std::sin((c().Arm_Start_Angle + Data(var::S, i)) * pi / 180);
+            // The path's own curvature by differences; the cam turns clockwise, so its points run counterclockwise.
+            const double path = 1 / Numeric_Rho(i);
+            // 1 - w stands for 1 - K w, K = Rotflag ArmDirect: 2 w^2 sin(phi) is missing at K = -1. Meant.
+            const double missing =
+                ArmDirect == -1 ? 0.0 : 2 * w * w * std::sin(ph) * 80.0 * std::pow(std::cos(ph) / Q, 2);
+            EXPECT_NEAR(1 / Data(var::Rho, i), path - missing, 2e-4) << ArmDirect << ", " << i;
+            ++checked;
+        }
+        EXPECT_GT(checked, 15);
+    }
+}
+
 TEST_F(Sizing, an_arm_of_no_length_or_a_pivot_on_the_centre_is_an_error)
 {
     Cam_Maker maker;
@@ -399,12 +445,20 @@ TEST_F(Sizing, a_flat_follower_is_told_its_smallest_base_radius)
         }
     const double Rb = -least / 144.0 - Data(var::S, where);
     script_.Expect({"The minimum base circle radius for no negative Radius of Curvature is " +
-                    FNRoundStr(design, Rb, 2) + "  mm"});
+                    Trim(FNRoundStr(design, Rb, 2)) + "  mm"});
     Flat_Min_Base_Radius(design);
     f().Skip_Profile = true;
     Flat_Min_Base_Radius(design);  // silent
     f().Skip_Profile = false;
     design.run.Reading_File = true;
+    Flat_Min_Base_Radius(design);
+    // Per radian the acceleration is divided by the speed's square all the same: docs/theory.md, (71). Meant.
+    Cam_Maker per_radian;
+    per_radian.time_base = 3;
+    per_radian.Make();
+    const double radians = -Data(var::A, where) / 144.0 - Data(var::S, where);
+    script_.Expect({"The minimum base circle radius for no negative Radius of Curvature is " +
+                    Trim(FNRoundStr(design, radians, 2)) + "  mm"});
     Flat_Min_Base_Radius(design);
 }
 
@@ -793,6 +847,51 @@ TEST_F(Sizing, an_axial_arm_has_the_curvature_of_its_unrolled_path_but_for_one_t
             EXPECT_NEAR(1 / Rho, sign * M / speed_cubed, std::abs(M / speed_cubed) * 1e-3 + 1e-8) << i;
         }
     }
+}
+
+TEST_F(Sizing, an_axial_arms_curvature_does_not_look_at_the_sense_of_rotation)
+{
+    // The speed's square belongs to a clockwise cam, the divisor to a counterclockwise one: docs/theory.md, (91).
+    // Meant.
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    c().Camtype = "Barrel";
+    double Rho[2]{};
+    for (const int sense : {0, 1}) {
+        c().Rotflag = sense == 0 ? 1 : -1;
+        ASSERT_TRUE(Axial_Osc_Rho(design, 40, -70.0, 0.0, 80.0, Rho[sense]));
+    }
+    EXPECT_EQ(Rho[0], Rho[1]);
+}
+
+TEST_F(Sizing, an_axial_arms_pressure_angle_is_that_of_its_speeds_or_of_the_cam_turned_the_other_way)
+{
+    for (const int Rotflag : {1, -1})
+        for (const int ArmDirect : {1, -1})
+            for (const int side : {1, -1}) {
+                Cam_Maker maker;
+                maker.translating = false;
+                maker.Make();
+                c().Camtype = "Barrel";
+                c().Rotflag = Rotflag;
+                c().ArmDirect = ArmDirect;
+                for (const int i : {40, 55, 200}) {
+                    Axial_Phi point;
+                    ASSERT_TRUE(Axial_Osc_Phi(design, i, side * 80.0, 20.0, 80.0, point));
+                    const double arm = point.arm * pi / 180;
+                    const double Ra = std::hypot(80.0 * std::cos(arm) + side * 80.0, 60.0);
+                    const Point along = std::polar(1.0, arm);
+                    // Speed of the arm's end less that of the drum under it, over the shaft speed. Where the arm's
+                    // direction is not its pivot's side it is the drum of the other sense: meant, section 7.5.
+                    const int sense = ArmDirect == side ? -Rotflag : Rotflag;
+                    const double w = Data(var::V, i) * pi / 180 / 12.0;
+                    const Point speed = 80.0 * ArmDirect * w * along * Point(0, 1) - Point(sense * Ra, 0.0);
+                    const Point seen = speed * std::conj(along);  // along the arm, across it
+                    EXPECT_NEAR(std::abs(point.Phi), std::abs(std::atan(seen.imag() / seen.real())) * 180 / pi, 1e-3)
+                        << Rotflag << ArmDirect << side << ", " << i;
+                }
+            }
 }
 
 TEST_F(Sizing, an_axial_arm_at_rest_curves_by_its_acceleration_alone)

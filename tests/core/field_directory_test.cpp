@@ -117,7 +117,7 @@ TEST_F(Directory, one_index_further_is_refused_and_faults)
             }
 }
 
-TEST_F(Directory, the_type_told_is_that_of_the_element)
+TEST_F(Directory, the_type_is_that_of_the_element)
 {
     for (const Field& field : Field_Directory()) {
         const Field_Ref ref = field.at(design, Corner(field, false));

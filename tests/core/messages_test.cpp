@@ -97,8 +97,11 @@ TEST_F(Messages, the_messenger_gets_text_buttons_symbol_and_default)
     EXPECT_EQ(Show_Message("first line\nsecond line", Buttons::Yes_No, Symbol::exclamation, Answer::No), Answer::No);
     EXPECT_EQ(Show_Message("lost", Buttons::Retry_Cancel, Symbol::stop), Answer::Cancel);
     EXPECT_EQ(Show_Message("plain"), Answer::OK);
+    EXPECT_EQ(Show_Message(Message{"titled", Buttons::Yes_No, Symbol::none, Answer::No, "Title"}), Answer::No);
 
-    ASSERT_EQ(seen.size(), 3U);
+    ASSERT_EQ(seen.size(), 4U);
+    EXPECT_EQ(seen[0].title, "");  // the program's name
+    EXPECT_EQ(seen[3].title, "Title");
     EXPECT_EQ(seen[0].text, "first line\nsecond line");
     EXPECT_EQ(seen[0].buttons, Buttons::Yes_No);
     EXPECT_EQ(seen[0].symbol, Symbol::exclamation);

@@ -49,7 +49,7 @@ protected:
     static void Set(int row, int i, double value) { design.results.CalcData(row, i) = value; }
     static constexpr double W() { return 800.0 / 0.93969262078590838; }  // the contact force, over cos 20 degrees
 
-    /// Peak pressure of line contact of two cylinders. Johnson, Contact Mechanics, 4.2: p0 = sqrt(P E* / (pi R)).
+    /// Peak pressure of line contact of two cylinders: docs/theory.md, (125), is p0 = sqrt(P E* / (pi R)) per length.
     static double Line(double force, double length, double R)
     {
         const double E_star = 1 / (2 * (1 - nu * nu) / E);
@@ -119,6 +119,23 @@ TEST_F(Contact_Stress, the_ellipse_factors_are_near_those_of_equal_curvatures)
     EXPECT_NEAR(Ellipse_Kb(0.0), 0.0012181, 1e-12);
 }
 
+TEST_F(Contact_Stress, the_ellipse_factors_give_the_exact_pressure_within_five_percent)
+{
+    // The exact factors by the complete elliptic integrals, docs/theory.md, (130) and (131): from the ratio of the axes
+    // to that of the curvatures, which gives the angle.
+    for (const double ratio : {0.05, 0.1, 0.2, 0.3, 0.5, 0.7, 0.9, 0.999}) {
+        const double e = std::sqrt(1 - ratio * ratio);
+        const double K = std::comp_ellint_1(e);
+        const double Ec = std::comp_ellint_2(e);
+        const double B_of_A = (Ec / (ratio * ratio) - K) / (K - Ec);
+        const double angle = std::acos((B_of_A - 1) / (B_of_A + 1)) * 180 / pi;
+        const double ka = std::cbrt(2 * Ec / (pi * ratio * ratio));
+        const double pressure = ka * ka * ratio / (Ellipse_Ka(angle) * Ellipse_Kb(angle));
+        EXPECT_GT(angle, 10.0);
+        EXPECT_NEAR(pressure, 1.0, 0.05) << angle << " deg";
+    }
+}
+
 TEST_F(Contact_Stress, a_nearly_straight_crown_stays_an_ellipse)
 {
     ASSERT_TRUE(Calc_Contact_Stress(design, crowned_roller, youngs, poissons, 30000.0));
@@ -142,7 +159,7 @@ TEST_F(Contact_Stress, a_crown_without_end_keeps_the_ellipse_and_its_arc_cosine_
 
 TEST_F(Contact_Stress, a_ball_on_a_plane_has_the_pressure_of_point_contact)
 {
-    // Johnson, Contact Mechanics, 4.2: p0 = (6 P E*^2 / (pi^3 R^2))^(1/3); the fitted factors stand in for 1 each.
+    // docs/theory.md, (131) and (132) of a circle: p0 = (6 P E*^2 / (pi^3 R^2))^(1/3); the fitted factors stand for 1.
     for (int i = 0; i <= 360; ++i)
         Set(var::Rho, i, 1e12);
     ASSERT_TRUE(Calc_Contact_Stress(design, crowned_roller, youngs, poissons, 12.0));
@@ -285,7 +302,7 @@ TEST_F(Contact_Stress, without_forces_each_point_takes_the_force_left_by_the_one
     ASSERT_TRUE(Calc_Contact_Stress(design, cylindrical_roller, youngs, poissons, 20.0));
     const double R = 1 / (1 / 12.0 + 1 / 38.0);
     EXPECT_NEAR(Data(42, 0), -Line(800.0, 20.0, R), 1e-2);
-    EXPECT_NEAR(Data(42, 1), -Line(1600.0, 20.0, R), 1e-2);  // with the weight once more: as told, and meant
+    EXPECT_NEAR(Data(42, 1), -Line(1600.0, 20.0, R), 1e-2);  // with the weight once more: meant, docs/theory.md, (121)
 }
 
 TEST_F(Contact_Stress, each_impossible_geometry_has_its_words)

@@ -196,7 +196,7 @@ TEST_F(Model_File, the_header_is_five_quoted_lines)
     EXPECT_EQ(lines[4], "\"/cams/press \"\"2\"\".cam\"");
 }
 
-TEST_F(Model_File, fillers_last_record_table_and_tail_stand_as_told)
+TEST_F(Model_File, fillers_last_record_table_and_tail_stand_in_their_places)
 {
     for (const auto& [tag, fillers, tail] :
          {std::tuple("9", 143, 50), std::tuple("8", 143, 50), std::tuple("7.2", 21, 0)}) {
@@ -905,11 +905,14 @@ TEST_F(Saving, a_replaced_file_stands_as_a_backup_until_the_new_one_is_whole)
 TEST_F(Saving, a_place_that_cannot_be_written_is_reported_and_the_older_file_stays)
 {
     user_.path = "/no/such/folder/m.cam";
-    Expected_Box missing = Error_Box(53, "File not found", "WriteFile_8");
+    Expected_Box missing = Error_Box(53, "File not found", "frm_Homescreen.Save");
     missing.text += "There are no files with your chosen name in the selected directory";
     user_.Expect(missing);
     EXPECT_FALSE(Save_As_Plus(design));
     EXPECT_FALSE(design.flags.Model_Saved);
+    design.flags.Model_Saved = true;
+    user_.Expect(missing);
+    EXPECT_FALSE(Save_Model(design)) << "the file's folder is gone";
 }
 
 TEST_F(Saving, a_full_disk_is_reported)

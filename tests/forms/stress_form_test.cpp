@@ -116,7 +116,7 @@ TEST_F(Stress_Fields, the_stresses_are_those_of_two_members_with_the_followers_r
     form_.txt_Length = "20";
     design.cam.Followtype = 2;
     ASSERT_TRUE(Calc_Stress(design, form_, refused_));
-    // Johnson, Contact Mechanics, 4.2: p0 = sqrt(P E* / (pi R)), with 0.4 for both ratios: meant.
+    // docs/theory.md, (125): p0 = sqrt(W / (pi l m R)), with 0.4 for both ratios: meant.
     const double compliance = (1 - 0.4 * 0.4) / 200000.5 + (1 - 0.4 * 0.4) / 100000.0;
     const double p0 = std::sqrt(500.0 / 20.0 / compliance / (3.14159265358979 * 40.0));
     EXPECT_NEAR(Data(42, 10), -p0, p0 * 1e-6);

@@ -175,24 +175,24 @@ TEST_F(Plot_Selection, a_style_asks_for_its_count_of_functions)
 }
 
 /// Text and variables of every preset, as the user reads them.
-struct Told_Preset {
+struct Expected_Preset {
     const char* text;
     List variables;
 };
 
-void Expect_Presets(int plot_style, const std::vector<Told_Preset>& told)
+void Expect_Presets(int plot_style, const std::vector<Expected_Preset>& expected)
 {
     const std::vector<Plot_Preset>& presets = Presets_of_Style(plot_style);
-    ASSERT_EQ(presets.size(), told.size());
-    for (std::size_t n = 0; n < told.size(); ++n) {
-        EXPECT_EQ(presets[n].text, told[n].text) << "entry " << n + 1;
-        EXPECT_EQ(presets[n].variables, told[n].variables) << told[n].text;
+    ASSERT_EQ(presets.size(), expected.size());
+    for (std::size_t n = 0; n < expected.size(); ++n) {
+        EXPECT_EQ(presets[n].text, expected[n].text) << "entry " << n + 1;
+        EXPECT_EQ(presets[n].variables, expected[n].variables) << expected[n].text;
     }
 }
 
 TEST_F(Plot_Selection, the_two_window_presets_are_thirty_and_stand_for_their_words)
 {
-    const std::vector<Told_Preset> told{
+    const std::vector<Expected_Preset> expected{
         {"Displacement and Velocity", {1, 2}},
         {"Velocity and Acceleration", {2, 3}},
         {"Acceleration and Displacement", {3, 1}},
@@ -224,12 +224,12 @@ TEST_F(Plot_Selection, the_two_window_presets_are_thirty_and_stand_for_their_wor
         {"Kinematic Velocity and Dynamic Velocity of follower", {2, 31}},
         {"Primary Torque and Compensating Torque", {8, 48}},
     };
-    Expect_Presets(style::two_windows, told);
+    Expect_Presets(style::two_windows, expected);
 }
 
 TEST_F(Plot_Selection, the_four_window_presets_are_seventeen_and_stand_for_their_words)
 {
-    const std::vector<Told_Preset> told{
+    const std::vector<Expected_Preset> expected{
         {"Displacement, Velocity, Acceleration, Jerk", {1, 2, 3, 4}},
         {"Press Angle, Velocity, Radius of Curvature, Acceleration", {5, 2, 6, 3}},
         {"Cam Profile: X-coord, Y-coord, Radius, Theta versus Cam zero", {9, 10, 11, 12}},
@@ -248,7 +248,7 @@ TEST_F(Plot_Selection, the_four_window_presets_are_seventeen_and_stand_for_their
         {"Cam Surface: X-surf, Y-surf, Radius, Theta versus Machine Zero", {38, 39, 34, 35}},
         {"Torque, Compensating Torque, Net Torque, Force", {8, 48, 49, 7}},
     };
-    Expect_Presets(style::four_windows, told);
+    Expect_Presets(style::four_windows, expected);
 }
 
 TEST_F(Plot_Selection, the_polar_preset_compares_two_profiles)

@@ -169,6 +169,37 @@ TEST_F(Home_Screen, a_model_is_opened_by_the_menu_a_drop_and_the_recent_list)
     EXPECT_EQ(design.motion.No_of_segments, 8);
 }
 
+TEST_F(Home_Screen, a_motion_typed_after_clear_all_is_no_longer_that_of_the_file)
+{
+    const std::string path = Saved_Model("Four Dwell");
+    ASSERT_TRUE(Sub_Main(design, "", {}));
+    frm_HomeScreen home("");
+    const Driver user(home);
+    Host host = Installed_Host();
+    host.messenger = [](const Message& box) { return Usual_Answer(box.buttons); };
+    Install_Host(host);  // the long text of a read belongs to the file's own tests
+    home.Open_Path(QString::fromStdString(path));
+    ASSERT_EQ(user.Text(Element("lbl_Status", 0)), "DiskFile");
+    const testing::Modals modals([&](QDialog& open) {
+        const Driver screen(open);
+        if (open.objectName() == "frm_Continuity") {
+            screen.Press("cmd_Done");
+            return;
+        }
+        screen.Press("cmd_Clear_SVAJ");
+        home.Refresh();
+        EXPECT_FALSE(user.Visible(Element("lbl_Status", 0)));
+        screen.Pick(Element("cmb_Motion", 0), "Dwell");
+        screen.Fill(Element("txt_Beta", 0), "360");
+        screen.Fill(Element("txt_Low", 0), "5");
+        screen.Press("cmd_CalcAll");
+        screen.Press("cmd_Done");
+    });
+    user.Press("cmd_Input");
+    EXPECT_EQ(user.Text(Element("lbl_Status", 0)), "S-V-A-J");
+    EXPECT_FALSE(design.flags.From_Disk);
+}
+
 TEST_F(Home_Screen, a_file_that_is_no_model_is_refused_and_the_design_reset)
 {
     std::ofstream(folder_ + "text.cam") << "hello\n";
@@ -249,6 +280,17 @@ TEST_F(Home_Screen, back_on_a_screen_gives_back_exactly_what_was_before)
         EXPECT_EQ(Key_of(design), before) << button;
         EXPECT_FALSE(home.isWindowModified()) << button;
     }
+}
+
+TEST_F(Home_Screen, save_as_holds_the_three_formats)
+{
+    const frm_HomeScreen home("");
+    const auto* const menu = home.findChild<QMenu*>("mnu_Saveas");
+    ASSERT_NE(menu, nullptr);
+    std::vector<std::string> names;
+    for (const QAction* const action : menu->actions())
+        names.push_back(action->objectName().toStdString());
+    EXPECT_EQ(names, (std::vector<std::string>{"mnu_Plus", "mnu_V8", "mnu_V7"}));
 }
 
 TEST_F(Home_Screen, units_time_base_and_format_are_marked)

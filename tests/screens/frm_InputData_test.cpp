@@ -396,8 +396,8 @@ TEST_F(Input_Screen, no_two_controls_share_an_access_key)
     for (const auto* const menu : screen.findChildren<QMenuBar*>())
         for (const auto* action : menu->actions())
             add(action->text());
-    for (const char* told : {"Alt+L", "Alt+S", "Alt+A", "Alt+B", "Alt+N", "Alt+C", "Alt+P"})
-        EXPECT_TRUE(keys.contains(told)) << told;
+    for (const char* key : {"Alt+L", "Alt+S", "Alt+A", "Alt+B", "Alt+N", "Alt+C", "Alt+P"})
+        EXPECT_TRUE(keys.contains(key)) << key;
 }
 
 TEST_F(Input_Screen, the_help_menu_explains_the_starting_angle)
@@ -410,7 +410,7 @@ TEST_F(Input_Screen, the_help_menu_explains_the_starting_angle)
     Action(screen, "mnu_startangle").trigger();
 }
 
-TEST_F(Input_Screen, each_control_has_its_told_words)
+TEST_F(Input_Screen, each_control_has_its_words)
 {
     frm_InputData screen({});
     const Driver user(screen);

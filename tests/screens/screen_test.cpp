@@ -229,6 +229,21 @@ TEST_F(Foundation, boxes_offer_their_buttons_and_escape_is_the_careful_answer)
     EXPECT_EQ(ask(Buttons::Retry_Cancel, QMessageBox::Cancel), Answer::Cancel);
 }
 
+TEST_F(Foundation, a_box_bears_its_own_title_or_else_the_programs)
+{
+    const Host host = Desktop_Host();
+    std::vector<std::string> titles;
+    const testing::Modals modals([&titles](QDialog& open) {
+        titles.push_back(open.windowTitle().toStdString());
+        open.accept();
+    });
+    Message message{"text"};
+    host.messenger(message);
+    message.title = "LOBEMAX";
+    host.messenger(message);
+    EXPECT_EQ(titles, (std::vector<std::string>{"LOBEMAX Plus", "LOBEMAX"}));
+}
+
 TEST_F(Foundation, dialog_filters_are_turned_into_those_of_the_desktop)
 {
     EXPECT_EQ(Qt_Filter("LOBEMAX (*.cam)|*.cam|All (*.*)|*.*|"), "LOBEMAX (*.cam);;All (*.*)");

@@ -18,6 +18,7 @@ struct Expected_Box {
     Buttons buttons = Buttons::OK;
     Symbol symbol = Symbol::information;
     Answer answer = Answer::OK;
+    std::string title{};  // empty: the program's name
 };
 
 class Script {
@@ -63,6 +64,7 @@ private:
         EXPECT_EQ(box.text, expected.text);
         EXPECT_EQ(box.buttons, expected.buttons) << expected.text;
         EXPECT_EQ(box.symbol, expected.symbol) << expected.text;
+        EXPECT_EQ(box.title, expected.title) << expected.text;
         return expected.answer;
     }
 
