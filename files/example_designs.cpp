@@ -7,7 +7,7 @@
 #include "core/ladder.h"
 #include "core/messages.h"
 #include "dynamics/kinetostatics.h"
-#include "motion/examples.h"
+#include "edit/examples.h"
 
 namespace lobemax {
 

@@ -41,10 +41,13 @@ const Home_Button_Entry& Home_Button_at(Home_Button button);
 /// Which of the buttons are enabled, by button.
 using Home_Buttons = std::array<bool, Home_Button_Count>;
 
-/// Enabling of the Home screen's buttons from the flags, in the order told: motion, size, force, imported model.
+/// Enabling of the Home screen's buttons from the flags, in their order: motion, size, force, imported model.
 Home_Buttons Set_Homeform_Buttons(const Design_State& design);
 
 // ---- what a click meets first. Each shows its message, if any, and tells whether the way is open.
+
+/// Every button that rests on results: none opens over results of other units but cmd_Plot, which names them.
+bool May_Open_Rung(const Design_State& design, Home_Button button);
 
 /// cmd_Linkage: a linkage hangs on an oscillating follower.
 bool May_Open_Linkage(const Design_State& design);

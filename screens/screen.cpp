@@ -23,6 +23,7 @@
 #include <utility>
 
 #include "core/messages.h"
+#include "core/text.h"
 #include "core/traps.h"
 #include "forms/workflow.h"
 #include "screens/desk.h"
@@ -172,13 +173,34 @@ Entry::Entry(const QString& name, const QString& tip, QWidget* parent) : QLineEd
     Named(this, name, tip);
     connect(this, &QLineEdit::textEdited, this, [this] {
         dirty_ = true;
+        Mark_Cut({});
         if (typed)
             Run_Guarded(*this, [this] { typed(Text()); });
     });
 }
 
+std::string Entry::Cut() const
+{
+    return cut_ != nullptr && cut_->isVisible() ? From_Qt(cut_->toolTip()) : std::string();
+}
+
+void Entry::Mark_Cut(const std::string& sentence)
+{
+    if (cut_ == nullptr && sentence.empty())
+        return;
+    if (cut_ == nullptr) {
+        cut_ = addAction(style()->standardIcon(QStyle::SP_MessageBoxWarning), QLineEdit::TrailingPosition);
+        cut_->setObjectName(objectName() + QStringLiteral("_cut"));
+    }
+    cut_->setToolTip(To_Qt(sentence));
+    cut_->setVisible(!sentence.empty());
+    setAccessibleDescription(To_Qt(sentence));
+}
+
 void Entry::Show_Text(std::string_view text)
 {
+    if (this->text() != To_Qt(text))
+        Mark_Cut({});
     setText(To_Qt(text));
     setCursorPosition(0);
     dirty_ = false;
@@ -190,9 +212,17 @@ void Entry::Leave()
     if (!std::exchange(dirty_, false) || !accepted)
         return;
     const QPointer<Entry> alive(this);
-    const bool went_well = Run_Guarded(*this, [this] { accepted(Text()); });
+    std::string cut;
+    const bool went_well = Run_Guarded(*this, [&] {
+        if (numeric_) {
+            cut = Cut_Sentence(design, Text());
+            setText(To_Qt(Text_as_Read(design, Text())));
+        }
+        accepted(Text());
+    });
     if (!alive)
         return;
+    Mark_Cut(cut);
     if (went_well)
         before_ = text();
     else
