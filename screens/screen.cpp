@@ -216,7 +216,8 @@ void Entry::Leave()
     const bool went_well = Run_Guarded(*this, [&] {
         if (numeric_) {
             cut = Cut_Sentence(design, Text());
-            setText(To_Qt(Text_as_Read(design, Text())));
+            if (!cut.empty())
+                setText(To_Qt(Text_as_Read(design, Text())));
         }
         accepted(Text());
     });
