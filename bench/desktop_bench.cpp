@@ -12,10 +12,10 @@
 
 #include "camgeom/cam_drawing.h"
 #include "core/startup.h"
+#include "edit/examples.h"
 #include "edit/rungs.h"
 #include "files/example_designs.h"
 #include "forms/input_form.h"
-#include "motion/examples.h"
 #include "motion/segments.h"
 #include "paint/chart.h"
 #include "paint/painter_surface.h"

@@ -7,7 +7,7 @@
 
 #include "core/design_state.h"
 #include "core/startup.h"
-#include "motion/examples.h"
+#include "edit/examples.h"
 #include "motion/fourier.h"
 #include "motion/segments.h"
 

@@ -6,8 +6,8 @@
 #include "core/startup.h"
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
+#include "edit/examples.h"
 #include "edit/rungs.h"
-#include "motion/examples.h"
 #include "motion/segments.h"
 
 namespace lobemax {

@@ -5,8 +5,8 @@
 #include "cli/session.h"
 #include "core/design_state.h"
 #include "core/units.h"
+#include "edit/examples.h"
 #include "files/example_designs.h"
-#include "motion/examples.h"
 
 namespace lobemax::cli {
 

@@ -8,8 +8,10 @@
 #include "cli/commands.h"
 #include "cli/session.h"
 #include "core/design_state.h"
+#include "core/messages.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "edit/door.h"
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"
 #include "motion/segments.h"
@@ -43,43 +45,40 @@ std::vector<std::string> Words_of(const std::string& text)
     return words;
 }
 
-/// Puts one segment argument, 'KIND PROGRAM BETA START END', into the table; empty, or what is wrong with it.
-std::string Take_Segment(Session& session, int i, const std::string& argument)
+/// A value as an argument writes it, through the door; empty, or why it may not be.
+std::string Take(Design_State& design, std::string_view field, const Field_Index& at, const std::string& text)
 {
-    Design_State& design = session.design;
+    Typed_Value value;
+    if (const Verdict verdict = Read_Value(design, *Find_Field(field), text, value); !verdict)
+        return verdict.sentence;
+    return Put(design, field, at, value).sentence;
+}
+
+/// Puts one segment argument, 'KIND PROGRAM BETA START END', into the table; empty, or what is wrong with it.
+std::string Take_Segment(Design_State& design, int i, const std::string& argument)
+{
     const std::vector<std::string> words = Words_of(argument);
     if (words.size() != 5)
         return "'" + argument + "' is not 'KIND PROGRAM BETA START END'";
-    const std::string& kind = words[0];
-    const std::string& program = words[1];
-    const Motion_Program* entry = Find_Program(program);
-    if (kind.size() != 1 || !Pick_Motion(design, i, kind[0]))
-        return "'" + kind + "' is no motion kind: R rise, F fall, D dwell, P polynomial, S spline";
-    if (entry == nullptr)
-        return "there is no motion program '" + program + "'";
-    if (entry->kinds.find(design.motion.Rise_Fall_Dwell(i)) == std::string_view::npos)
-        return "program " + std::string(entry->code) + " does not serve motion kind " +
-               design.motion.Rise_Fall_Dwell(i);
-    Pick_Program(design, i, program);
+    if (std::string refusal = Take(design, "Rise_Fall_Dwell", At(i), words[0]); !refusal.empty())
+        return refusal;
+    const std::string kind = design.motion.Rise_Fall_Dwell(i);
+    const Motion_Program* const entry = Find_Program(words[1]);
+    if (entry != nullptr && entry->kinds.find(kind) == std::string_view::npos)
+        return "program " + std::string(entry->code) + " does not serve motion kind " + kind;
+    if (std::string refusal = Take(design, "Program", At(i), words[1]); !refusal.empty())
+        return refusal;
     // A segment given by conditions may leave an end position open: '-'.
     const bool by_conditions = entry->code == "PO" || entry->code == "BS";
-    for (std::size_t k = 2; k < 5; ++k)
-        if (!Whole_Number(words[k]) && !(by_conditions && k > 2 && words[k] == "-"))
-            return "'" + words[k] + "' is not a number";
-    const double beta = *Whole_Number(words[2]);
-    if (std::string refusal =
-            session.Refusal_of([&] { return Check_Range(design, beta, 0.0, 360.0, "Beta cannot be > 360 or < 0"); });
-        !refusal.empty())
+    const auto position = [&](std::size_t k) { return by_conditions && words[k] == "-" ? std::string() : words[k]; };
+    if (std::string refusal = Take(design, "Beta_Deg", At(i), words[2]); !refusal.empty())
         return refusal;
-    design.motion.Beta_Deg(i) = beta;
-    design.motion.Beta_Rad(i) = beta / Deg_per_Rad;
-    if (entry->code == "DW" && *Whole_Number(words[3]) != *Whole_Number(words[4]))
+    if (std::string refusal = Take(design, "Start Value", At(i), position(3)); !refusal.empty())
+        return refusal;
+    if (entry->code == "DW" && Whole_Number(words[4]) && *Whole_Number(words[3]) != *Whole_Number(words[4]))
         return "a dwell ends at the position where it starts";
-    for (std::size_t k = 3; k < 5; ++k) {
-        std::string& position = k == 3 ? design.motion.Start_Value(i) : design.motion.End_Value(i);
-        position = words[k] == "-" ? "" : words[k];
-        Single(Whole_Number(words[k]).value_or(0.0));  // what no Single holds is a fault, told as such
-    }
+    if (std::string refusal = Take(design, "End Value", At(i), position(4)); !refusal.empty())
+        return refusal;
     if (by_conditions)
         Ask_Boundaries(design, i);  // the positions are the S conditions of both ends
     return {};
@@ -104,11 +103,11 @@ std::optional<int> Condition_Row(Design_State& design, int i, double theta, cons
     if (theta == design.motion.Beta_Deg(i))
         return 9;
     for (int k = 1; k <= 8; ++k) {
-        std::string& angle = design.motion.T_boundary_cond(i, k);
+        const std::string& angle = design.motion.T_boundary_cond(i, k);
         if (!angle.empty() && Val(design, angle) == theta)
             return k;
         if (angle.empty()) {
-            angle = text;
+            Put_Condition(design, i, k, Angle_Box, text);
             return k;
         }
     }
@@ -138,7 +137,8 @@ std::string Take_Condition(Design_State& design, const std::string& argument)
     if (!row)
         return refused + "a segment has eight angles between its ends";
     Single(*Whole_Number(words[3]));
-    Bound_Text(design, i, *row, static_cast<int>(order)) = words[3];
+    Put_Condition(design, i, *row, static_cast<int>(order), words[3]);
+    // A position of an end is the row's too; its neighbours keep theirs.
     if (order == 0 && *row == 0)
         design.motion.Start_Value(i) = words[3];
     if (order == 0 && *row == 9)
@@ -229,22 +229,16 @@ std::string Take_Segments(Session& session, const std::vector<std::string>& segm
     if (segments.size() > static_cast<std::size_t>(Max_Segments))
         return std::to_string(segments.size()) + " segments are more than " + std::to_string(Max_Segments);
     Design_State& design = session.design;
-    Motion_Group& m = design.motion;
-    m.No_of_segments = static_cast<int>(segments.size());
+    const Motion_Group& m = design.motion;
+    Put(design, "No of segments", static_cast<double>(segments.size()));
     for (int i = 1; i <= m.No_of_segments; ++i)
         try {
-            const std::string refusal = Take_Segment(session, i, segments[static_cast<std::size_t>(i - 1)]);
+            const std::string refusal = Take_Segment(design, i, segments[static_cast<std::size_t>(i - 1)]);
             if (!refusal.empty())
                 return "segment " + std::to_string(i) + ": " + refusal;
         } catch (const Fault&) {
             return "segment " + std::to_string(i) + ": a number is too large";
         }
-    Update_Segment_Angles(design);
-    for (int i = 1; i <= m.No_of_segments; ++i)
-        if (const std::string refusal = session.Refusal_of(
-                [&] { return Check_Range(design, m.Gamma(i), 0.0, 360.0, "End angle cannot be > 360 deg"); });
-            !refusal.empty())
-            return "segment " + std::to_string(i) + " ends at " + Shortest(m.Gamma(i)) + " degrees: " + refusal;
     if (m.No_of_segments == 1 && m.Gamma(1) != 360.0)
         return "a single segment of " + Shortest(m.Gamma(1)) + " degrees: Cam must contain exactly 360 degrees";
     return {};
@@ -261,22 +255,23 @@ std::string Take_Speed(Design_State& design, const Options& options)
     if (!number)
         return "'" + text + "' is not a shaft speed";
     try {
-        Set_Shaft_Speed(design, per_minute ? *number * PI / 30.0 : *number);
+        if (const Verdict verdict = Put(design, "Shaft speed", per_minute ? *number * PI / 30.0 : *number); !verdict) {
+            Show_Message(verdict.sentence, Buttons::OK, verdict.symbol);
+            Put(design, "Shaft speed", 1.0);
+        }
+        return {};
     } catch (const Fault&) {
         return "the shaft speed " + text + " is too large";
     }
-    return {};
 }
 
 int Run(Session& session, const Options& options)
 {
     Design_State& design = session.design;
     session.Use_Units_for_New_Design(options.units);
-    const auto step = Whole_Number(options.delta);
-    if (!step || !Set_Step(design, *step))
-        return session.Wrong("--delta " + options.delta + " is none of 1.0, 0.50, 0.25, 0.125");
-    design.cam.Translating = !options.oscillating;
-    Set_Units(design);
+    if (const std::string refusal = Take(design, "Deltatheta", {}, options.delta); !refusal.empty())
+        return session.Wrong("--delta: " + refusal);
+    Put(design, "Translating", options.oscillating ? 0 : 1);
     if (const std::string refusal = Take_Speed(design, options); !refusal.empty())
         return session.Wrong(refusal);
     if (const std::string refusal = Take_Segments(session, options.segments); !refusal.empty())

@@ -463,6 +463,7 @@ private:
 
 /// The large arrays, all of the same point count; Dimension_Arrays allocates them.
 struct Results_Group {
+    Integer WhichUnit;       // unit system of the calculated rows; 0: the design's own
     Table<Single> CalcData;  // (variable 0..Saved Variables, point 0..Max Data Points used)
     Curve_Store Constraint_Curve;
     Row<Single> Profile_X;

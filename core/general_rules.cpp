@@ -5,6 +5,7 @@
 #include "core/linkage_setup.h"
 #include "core/number_format.h"
 #include "core/text.h"
+#include "core/unit_change.h"
 #include "core/units.h"
 
 namespace lobemax {

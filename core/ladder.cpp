@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/ladder.h"
 
+#include <algorithm>
 #include <array>
 
 #include "core/design_state.h"
+#include "core/units.h"
 
 namespace lobemax {
 
@@ -142,12 +144,23 @@ Marks Falling(const Design_State& design, Event event)
     return found;
 }
 
+bool Any_Result(const Design_State& design)
+{
+    return std::ranges::any_of(marks, [&](const Mark_Entry& entry) {
+        return (all_results & Only(entry.mark)) != 0 && design.flags.*entry.flag;
+    });
+}
+
 void Apply(Design_State& design, Event event)
 {
     const Marks falling = Falling(design, event);
     for (const Mark_Entry& entry : marks)
         if ((falling & Only(entry.mark)) != 0)
             design.flags.*entry.flag = false;
+    if (Results_in_Other_Units(design) && (!Any_Result(design) || !Holds(design, Mark::units_changed))) {
+        design.results.WhichUnit = 0;
+        Set_Units(design);
+    }
 }
 
 void Reach(Design_State& design, Mark mark)

@@ -106,7 +106,10 @@ struct Fall {
 };
 std::span<const Fall> Falls();
 
-/// Clears what the event takes away.
+/// Whether any calculated result holds.
+bool Any_Result(const Design_State& design);
+
+/// Clears what the event takes away. Where no result of other units is left, the rows carry the design's units again.
 void Apply(Design_State& design, Event event);
 
 /// A calculation has reached its end.

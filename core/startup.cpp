@@ -8,6 +8,7 @@
 #include "core/ladder.h"
 #include "core/linkage_setup.h"
 #include "core/messages.h"
+#include "core/number_format.h"
 #include "core/traps.h"
 #include "core/units.h"
 
@@ -187,7 +188,7 @@ void Choose_USA_Format(Design_State& design)
         "and a comma as the thousands grouping symbol.\n"
         "This can only be used if your Windows operating system is set for US units.",
         Buttons::OK, Symbol::information);
-    design.identity.Number_Format = "USA";
+    Use_Number_Format(design, "USA");
     Refresh_Screens();
 }
 

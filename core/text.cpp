@@ -532,6 +532,25 @@ Number_Read Read_Number(std::string_view text, Decimal_Symbol symbol)
     return {value, at.place, true, at.place == text.size()};
 }
 
+std::string Text_as_Read(const Design_State& design, std::string_view text)
+{
+    try {
+        const Number_Read number = Read_Number(text, Current_Decimal_Symbol(design));
+        if (!number.whole && !Trim(text).empty())
+            return In_Number_Format(design, Shortest(number.value));
+    } catch (const Fault&) {  // too large: left to the routine that takes it, which tells so under its name
+    }
+    return std::string(text);
+}
+
+std::string Cut_Sentence(const Design_State& design, std::string_view text)
+{
+    const std::string read = Text_as_Read(design, text);
+    if (read == text)
+        return {};
+    return "'" + std::string(text) + "' was read as " + read;
+}
+
 std::string In_Number_Format(const Design_State& design, std::string_view text)
 {
     std::string shown(text);

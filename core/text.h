@@ -41,6 +41,14 @@ struct Number_Read {
 /// @throws Fault{6} when the number is too large for a double
 Number_Read Read_Number(std::string_view text, Decimal_Symbol symbol);
 
+/// What was left out where a typed text was no whole number: "'25,7' was read as 25". Empty for a whole number and for
+/// an empty text. @throws Fault{6} when the number is too large for a double
+std::string Cut_Sentence(const Design_State& design, std::string_view text);
+
+/// The text as it is read by the number format in force: the number that it begins with; the text itself where it is a
+/// whole number, empty, or too large to be read.
+std::string Text_as_Read(const Design_State& design, std::string_view text);
+
 /// A number text with a decimal point as the number format in force shows it: "0.05" or "0,05".
 std::string In_Number_Format(const Design_State& design, std::string_view text);
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-/// The five unit systems, their labels, decimals and defaults, and the conversion of a design between them.
+/// The five unit systems, their labels, decimals and defaults.
 ///
 /// A design is held in one system: 1 in-lb-bl, 2 ft-lb-sl, 3 m-kg-N, 4 cm-kg-N, 5 mm-kg-N.
 #pragma once
@@ -26,21 +26,6 @@ struct Unit_Words {
 /// @throws Fault{9} for a code outside 1..5
 const Unit_Words& Words_of_Units(int code);
 
-/// What a value is multiplied by when the design goes from one system to another, by kind.
-struct Unit_Factors {
-    double length = 1.0;
-    double force = 1.0;
-    double torque = 1.0;
-    double mass = 1.0;
-    double inertia = 1.0;
-    double spring_rate = 1.0;
-};
-
-/// Factors of a single pass: between inches and any other system, or among m, cm and mm. Feet reach
-/// the metric systems in two passes, through inches.
-/// @throws Fault{9} for a code outside 1..5, Fault{5} for a pair that needs two passes
-Unit_Factors Single_Pass_Factors(int from, int to);
-
 /// Sets Decimals_1 to Decimals_6 for the system in force.
 void Set_Decimals(Design_State& design);
 
@@ -60,15 +45,19 @@ bool CamUnits(const Design_State& design, int code, Bounded<std::string, 0, Plot
 /// of the variables. Due after any change of these.
 void Set_Units(Design_State& design);
 
+/// The unit system of the calculated rows: the design's own, or after a change of units the one they were calculated
+/// in, whose names they then carry.
+int Units_of_Results(const Design_State& design);
+/// Whether the results were calculated before a change of units.
+bool Results_in_Other_Units(const Design_State& design);
+/// The sentence that tells so.
+std::string Other_Units_Sentence(const Design_State& design);
+/// Tells that results of other units are not to be used; false, and silence, where they are the design's own.
+bool Refuse_Other_Units(const Design_State& design);
+
 /// Sets the time base, 1 per second, 2 per degree, 3 per radian, and renames what follows it.
 /// @throws Fault{5} for any other code
 void Set_Time_Base(Design_State& design, int code);
-
-/// Converts the design from its system to another, field by field in a fixed order, each number rounded to
-/// the decimals of the system arrived at; calculated rows stay as they are. Does nothing for its own system.
-/// @throws Fault{9} for a code outside 1..5, Fault{6} when a number is too large for the new system; the
-///         design is then as it was
-void Change_Units(Design_State& design, int code);
 
 /// An inch value as a default of the system in force: x1, /12, /40, x2.5, x25. These are round numbers of
 /// the shop, not conversions, and meant.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "edit/door.h"
 
+#include <array>
 #include <cmath>
 #include <stdexcept>
 #include <unordered_map>
@@ -10,6 +11,7 @@
 #include "core/text.h"
 #include "dynamics/train_rules.h"
 #include "motion/motion_rules.h"
+#include "motion/polynomial.h"
 
 namespace lobemax {
 
@@ -164,6 +166,22 @@ Verdict Put(Design_State& design, std::string_view field, const Field_Index& at,
 Verdict Put(Design_State& design, std::string_view field, const std::string& text)
 {
     return Put(design, field, Field_Index{}, text);
+}
+
+Verdict Put_Condition(Design_State& design, int segment, int row, int order, const std::string& text)
+{
+    constexpr std::array fields{"T boundary cond", "S boundary cond", "V boundary cond",
+                                "A boundary cond", "J boundary cond", "Pbound"};
+    const std::size_t place = Checked_Place(order, Angle_Box, Max_Bound_Order);
+    return Put(design, fields[place], At(segment, row), text);
+}
+
+void Clear_Conditions(Design_State& design, int segment)
+{
+    constexpr int last_row = 9;
+    for (int row = 0; row <= last_row; ++row)
+        for (int order = row == 0 ? 0 : Angle_Box; order <= Max_Bound_Order; ++order)
+            Put_Condition(design, segment, row, order, "");
 }
 
 Verdict Read_Value(const Design_State& design, const Field& field, std::string_view text, Typed_Value& value)

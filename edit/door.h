@@ -36,6 +36,13 @@ Verdict Put(Design_State& design, std::string_view field, double number);
 Verdict Put(Design_State& design, std::string_view field, const Field_Index& at, const std::string& text);
 Verdict Put(Design_State& design, std::string_view field, const std::string& text);
 
+/// A box of the condition table, row 0..9, order 0..4 for S to Ping, or the angle of its row.
+inline constexpr int Angle_Box = -1;
+Verdict Put_Condition(Design_State& design, int segment, int row, int order, const std::string& text);
+
+/// Empties the boxes and angles of a segment's condition table.
+void Clear_Conditions(Design_State& design, int segment);
+
 /// The value as a person writes it, with a decimal point, by the field's type.
 /// @return  empty, or why the text is no such value
 Verdict Read_Value(const Design_State& design, const Field& field, std::string_view text, Typed_Value& value);

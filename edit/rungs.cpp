@@ -10,6 +10,7 @@
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
 #include "edit/door.h"
+#include "motion/continuity.h"
 #include "motion/segments.h"
 
 namespace lobemax {
@@ -100,6 +101,8 @@ bool Asks_Conditions(const Design_State& design, int segment)
 
 bool Run_Size_Curves(Design_State& design, bool arm_meets)
 {
+    if (Refuse_Other_Units(design))
+        return false;
     Flags_Group& f = design.flags;
     const int type = design.cam.Followtype;
     f.Calc_Error = !arm_meets;
@@ -121,6 +124,8 @@ bool Run_Size_Curves(Design_State& design, bool arm_meets)
 
 bool Run_Size(Design_State& design)
 {
+    if (Refuse_Other_Units(design))
+        return false;
     Cam_Group& c = design.cam;
     Apply(design, Event::sizing_began);
     const bool radial = c.Camtype == "Radial";
@@ -145,6 +150,8 @@ bool Run_Size(Design_State& design)
 
 bool Run_Forces(Design_State& design)
 {
+    if (Refuse_Other_Units(design))
+        return false;
     Cam_Group& c = design.cam;
     Dynamics_Group& d = design.dynamics;
     if (c.Followtype == flat_faced)
@@ -188,6 +195,8 @@ bool Check_Contact(Design_State& design, Contact_Field& refused)
 
 bool Run_Stress(Design_State& design, Contact_Field& refused)
 {
+    if (Refuse_Other_Units(design))
+        return false;
     Apply(design, Event::stress_began);
     if (!Check_Contact(design, refused))
         return false;
@@ -211,24 +220,99 @@ Standing Standing_of(const Design_State& design)
     return {f.Calculated, f.Sized, f.Dynamicflag, f.Stressflag};
 }
 
-bool Recalculate(Design_State& design, const Standing& standing)
+namespace {
+
+/// The motion from its table, as a motion whatever the next calculation was to be; that choice stays.
+bool Recalculate_Motion(Design_State& design)
 {
-    if (standing.motion || standing.size || standing.forces || standing.stress)
-        if (!Calc_All(design, true) || !Motion_Done(design) || !design.flags.Calculated)
+    const Flag motion = design.motion.Motion;
+    const bool reached = Calc_All(design, true) && Motion_Done(design) && design.flags.Calculated;
+    if (reached)
+        ContinuityCheck(design, design.motion.Firstlast, design.motion.Continuous, design.motion.Max_Jump);
+    design.motion.Motion = motion;
+    return reached;
+}
+
+/// Forces of this cam alone: what other cams on the shaft had added to the torque cannot be calculated again.
+bool Recalculate_Forces(Design_State& design)
+{
+    Flag& fresh = design.dynamics.Torque_Start_Fresh;
+    if (fresh)
+        return Run_Forces(design);
+    Show_Message(
+        "The torque had been added up over several cams.  It is now that of this cam alone: \n"
+        "load the others and add their torques again.",
+        Buttons::OK, Symbol::exclamation);
+    fresh = true;
+    const bool reached = Run_Forces(design);
+    fresh = false;
+    return reached;
+}
+
+/// Steel follows the units; any other modulus stays the number that was typed, and so holds only while the unit of
+/// stress is the same.
+bool Materials_Known(const Materials& materials, bool same_unit)
+{
+    for (const std::size_t k : {0U, 1U})
+        if (materials.steel[k] ? !(materials.E[k] > 0.0) : !same_unit)
             return false;
-    if ((standing.size || standing.forces || standing.stress) && !Run_Size(design))
-        return false;
-    if ((standing.forces || standing.stress) && !Run_Forces(design))
-        return false;
-    if (!standing.stress)
-        return true;
+    return true;
+}
+
+bool Recalculate_Stress(Design_State& design, bool same_unit)
+{
     const Materials materials = Materials_of(design);
+    if (!Materials_Known(materials, same_unit)) {
+        Show_Message(
+            "The stresses are not recalculated: Young's modulus is not converted with the units.\n"
+            "Please type it in " +
+                std::string(Words_of_Units(design.identity.WhichUnit).stress) + " on the stress screen.",
+            Buttons::OK, Symbol::exclamation);
+        return true;
+    }
     for (const int k : {1, 2}) {
         design.dynamics.Youngs_modulus(k) = materials.E[static_cast<std::size_t>(k - 1)];
         design.dynamics.Poissons_ratio(k) = materials.nu[static_cast<std::size_t>(k - 1)];
     }
     Contact_Field refused{};
     return Run_Stress(design, refused);
+}
+
+bool Climb(Design_State& design, const Standing& standing)
+{
+    const bool forces = standing.forces || standing.stress;
+    const bool size = standing.size || forces;
+    const std::string_view unit_before = Words_of_Units(Units_of_Results(design)).stress;
+    const bool same_unit = unit_before == Words_of_Units(design.identity.WhichUnit).stress;
+    if ((standing.motion || size) && !Recalculate_Motion(design))
+        return false;
+    if (size && !Run_Size(design))
+        return false;
+    if (forces && !Recalculate_Forces(design))
+        return false;
+    return !standing.stress || Recalculate_Stress(design, same_unit);
+}
+
+}  // namespace
+
+bool Recalculate(Design_State& design, const Standing& standing)
+{
+    if (design.flags.Imported_Model) {
+        Show_Message("An imported motion has no segments to be recalculated from.", Buttons::OK, Symbol::exclamation);
+        return false;
+    }
+    const Design_State before = design;
+    bool reached = false;
+    try {
+        reached = Climb(design, standing);
+    } catch (...) {
+        design = before;
+        throw;
+    }
+    if (!reached)
+        design = before;
+    Refresh_Screens();
+    return reached;
 }
 
 }  // namespace lobemax

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 /// The rungs of the ladder from the fields as they are stored: what the buttons of the screens and the levels of the
-/// command line do after the fields have come through the door.
+/// command line do after the fields have come through the door. None rests on results of other units: size, forces and
+/// stresses refuse that with a message.
 #pragma once
 
 #include <array>
@@ -63,11 +64,15 @@ struct Standing {
     bool size = false;
     bool forces = false;
     bool stress = false;
+    friend bool operator==(const Standing&, const Standing&) = default;
 };
 Standing Standing_of(const Design_State& design);
 
-/// Calculates the rungs anew from the table on, in the ladder's order, up to those that stood.
-/// @return whether each of them was reached again
+/// Calculates the rungs anew from the table on, in the ladder's order, up to those that stood. A stored external force
+/// and the choice between motion and force stay. Stresses of a material that is not steel's are told of and left out
+/// where the unit of stress has changed: no modulus is converted.
+/// @return false, after a message, when a rung was not reached or the motion was imported; the design is then as it was
+/// @throws Fault outside of the rungs' own traps; the design is then as it was
 bool Recalculate(Design_State& design, const Standing& standing);
 
 }  // namespace lobemax

@@ -7,8 +7,8 @@
 #include "core/ladder.h"
 #include "core/messages.h"
 #include "dynamics/kinetostatics.h"
+#include "edit/examples.h"
 #include "edit/unsaved.h"
-#include "motion/examples.h"
 
 namespace lobemax {
 

@@ -336,7 +336,7 @@ bool Run_Export(Design_State& design, std::string_view entry)
                      Buttons::OK, Symbol::information);
         return false;
     }
-    if (Refused_Blank(design))
+    if (Refused_Blank(design) || Refuse_Other_Units(design))
         return false;
     const auto code = std::ranges::find(profile_codes, entry, &Profile_Code::entry);
     bool written = false;

@@ -12,10 +12,12 @@
 #include "core/ladder.h"
 #include "core/linkage_setup.h"
 #include "core/messages.h"
+#include "core/number_format.h"
 #include "core/startup.h"
 #include "core/text.h"
 #include "core/traps.h"
 #include "core/units.h"
+#include "edit/rungs.h"
 #include "edit/unsaved.h"
 #include "files/record_archive.h"
 
@@ -748,6 +750,8 @@ bool ReadFile(Design_State& design, Byte_Source& source)
         if (run.Read_Partial)  // labels and decimals follow whatever was read
             Trap("ReadFile", [&] { Refresh_Derived(design); });
     }
+    if (!run.Read_Abort)
+        Adopt_Texts(design);
     Restore_Pointer();
     const bool whole = !run.Read_Abort && !run.Read_Partial;
     if (whole)
@@ -870,8 +874,27 @@ bool Write_Model_File(Design_State& design, Replace replace)
     return written;
 }
 
+namespace {
+
+/// A file holds one unit system: results of other units are recalculated first, if the user wants so.
+/// @return false: nothing is to be saved
+bool Units_Are_Settled(Design_State& design)
+{
+    if (!Results_in_Other_Units(design))
+        return true;
+    const Answer answer = Show_Message(Other_Units_Sentence(design) +
+                                           "\nThe file would give them the names of the new units.\n"
+                                           "Do you want to recalculate them before saving?",
+                                       Buttons::Yes_No_Cancel, Symbol::exclamation);
+    return answer == Answer::No || (answer == Answer::Yes && Recalculate(design, Standing_of(design)));
+}
+
+}  // namespace
+
 bool SaveAs(Design_State& design, std::string_view format)
 {
+    if (!Units_Are_Settled(design))
+        return false;
     const Host& host = Installed_Host();
     File_Dialog dialog;
     dialog.title = "Save the Model";
@@ -933,6 +956,8 @@ bool Save_Model(Design_State& design)
 {
     if (!design.flags.Model_Saved || design.identity.File_Name.empty())  // an example has no name yet
         return SaveAs(design, design.identity.Version_Str);
+    if (!Units_Are_Settled(design))
+        return false;
     return Write_Model_File(design, Replace::with_backup);
 }
 

@@ -9,7 +9,10 @@
 #include "core/messages.h"
 #include "core/startup.h"
 #include "core/traps.h"
+#include "core/unit_change.h"
 #include "core/units.h"
+#include "edit/door.h"
+#include "edit/rungs.h"
 #include "edit/unsaved.h"
 #include "files/model_file.h"
 
@@ -27,6 +30,11 @@ bool Calculated(const Design_State& design)
     return design.flags.Calculated;
 }
 
+bool May_Be_Recalculated(const Design_State& design)
+{
+    return design.flags.Calculated && !design.flags.Imported_Model;
+}
+
 constexpr std::string_view file_menu = "&File";
 constexpr std::string_view save_as_menu = "Save &as";
 constexpr std::string_view units_menu = "&Units";
@@ -42,6 +50,7 @@ constexpr std::array menus{
     Menu_Entry{file_menu, save_as_menu, "mnu_Plus", "Lobemax 9.x", Always},
     Menu_Entry{file_menu, save_as_menu, "mnu_V8", "Lobemax 8.x", Always},
     Menu_Entry{file_menu, save_as_menu, "mnu_V7", "Lobemax 7.2 - 7.5", Always},
+    Menu_Entry{file_menu, "", "mnu_Recalculate", "Re&calculate", May_Be_Recalculated},
     Menu_Entry{units_menu, "", "mnu_pick(1)", "&in-lb", Always},
     Menu_Entry{units_menu, "", "mnu_pick(2)", "&ft-lb", Always},
     Menu_Entry{units_menu, "", "mnu_pick(3)", "&m-N", Always},
@@ -169,7 +178,7 @@ bool Quit_Requested(Design_State& design, const std::function<bool()>& quit_scre
     return quit_screen();
 }
 
-bool Change_Units_from_Home(Design_State& design, int code)
+bool Convert_Units(Design_State& design, int code)
 {
     return Trap("frm_Homescreen.Units", [&] {
         Change_Units(design, code);
@@ -177,15 +186,50 @@ bool Change_Units_from_Home(Design_State& design, int code)
     });
 }
 
+void Tell_Other_Units(const Design_State& design)
+{
+    if (Results_in_Other_Units(design))
+        Show_Message(
+            Other_Units_Sentence(design) +
+                "\nUntil they are recalculated (File menu, Recalculate) plots and figures carry the names of \n"
+                "those units, and the results can neither be exported nor printed.",
+            Buttons::OK, Symbol::information);
+}
+
+bool Change_Units_from_Home(Design_State& design, int code)
+{
+    const int before = design.identity.WhichUnit;
+    const bool converted = Convert_Units(design, code);
+    if (design.identity.WhichUnit != before)
+        Tell_Other_Units(design);
+    return converted;
+}
+
+bool Recalculate_from_Home(Design_State& design)
+{
+    bool reached = false;
+    Trap("frm_Homescreen.Recalculate", [&] {
+        reached = Recalculate(design, Standing_of(design));
+        if (reached)
+            Apply(design, Event::edited);
+        Refresh_Screens();
+    });
+    return reached;
+}
+
 bool Change_Time_Base_from_Home(Design_State& design, int code)
 {
     if (code == design.motion.Time_Base)
         return true;
+    if (Any_Result(design) &&
+        Show_Message("The calculated results keep the time base that they were calculated in.\n"
+                     "Another time base throws them away, and the motion must be calculated again.\n"
+                     "Do you want to change the time base?",
+                     Buttons::Yes_No, Symbol::exclamation) != Answer::Yes)
+        return false;
     return Trap("frm_Homescreen.Time_Base", [&] {
-        Set_Time_Base(design, code);
-        Set_Units(design);
-        Apply(design, Event::time_base_changed);
-        design.motion.Seg_Done.Fill(false);
+        if (!Put(design, "Time Base", code))
+            throw Fault{invalid_argument};
         Refresh_Screens();
     });
 }

@@ -58,11 +58,23 @@ bool File_New(Design_State& design);
 /// @return             true when the program shall end
 bool Quit_Requested(Design_State& design, const std::function<bool()>& quit_screen);
 
-/// Units menu: another unit system, under the trap of the Home screen; the flags are kept.
+/// Another unit system, under the trap of the Home screen; the flags are kept. The input screen's way, whose table
+/// waits for its calculation anyway.
+bool Convert_Units(Design_State& design, int code);
+
+/// Tells of results that are not in the design's units, if so.
+void Tell_Other_Units(const Design_State& design);
+
+/// Units menu: another unit system; the flags are kept, and results that now are of other units are told of.
 bool Change_Units_from_Home(Design_State& design, int code);
 
-/// Units menu: the time base, 1 to 3. Stored results keep the base they were calculated in, so a change asks for a new
-/// calculation: the results no longer hold.
+/// File/Recalculate: the whole ladder as far as it had got, under its trap.
+/// @return false when a rung was not reached: the design is as it was
+bool Recalculate_from_Home(Design_State& design);
+
+/// Units menu: the time base, 1 to 3. Stored results keep the base they were calculated in, so a change throws them
+/// away, which is asked first.
+/// @return false when the user kept the old one
 bool Change_Time_Base_from_Home(Design_State& design, int code);
 
 /// Units menu: a number format, "USA" or "Europe". The European one resets the design, so unsaved work is asked about

@@ -271,7 +271,8 @@ void Choose_Follower_Motion_on_Input(Design_State& design, bool translating)
 Table_Headings Headings(const Design_State& design)
 {
     const bool motion = design.motion.Motion;
-    const std::string unit = "(" + design.plot.Var_Unit(motion ? var::S : var::Ext_Force) + ")";
+    const std::string unit =
+        "(" + Unit_Text(design, design.identity.WhichUnit, Variable_at(motion ? var::S : var::Ext_Force).unit) + ")";
     if (motion)
         return {"Position", "Cam Contour", "Motion", "Program", unit};
     return {"Force", "Force Contour", "Force", "Shape", unit};

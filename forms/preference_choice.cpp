@@ -4,7 +4,8 @@
 #include "core/design_state.h"
 #include "core/ladder.h"
 #include "core/messages.h"
-#include "core/units.h"
+#include "edit/door.h"
+#include "forms/home_commands.h"
 
 namespace lobemax {
 
@@ -17,24 +18,23 @@ Preference_Choice Present_Preferences(const Design_State& design)
 
 void Apply_Preferences(Design_State& design, const Preference_Choice& choice)
 {
-    if (choice.WhichUnit != design.identity.WhichUnit) {
-        Change_Units(design, choice.WhichUnit);
-        Set_Units(design);
-    }
-    Cam_Group& c = design.cam;
-    const std::string Camtype = choice.Followtype == 2 ? "Radial" : choice.Camtype;
-    if (c.Camtype != Camtype || c.Followtype != choice.Followtype || c.Translating != choice.Translating) {
-        c.Camtype = Camtype;
-        c.Barrel_Type = Camtype == "Barrel" ? "Grooved" : "";
-        c.Followtype = choice.Followtype;
-        c.Translating = choice.Translating;
+    const int units_before = design.identity.WhichUnit;
+    if (!Put(design, "WhichUnit", choice.WhichUnit))
+        throw Fault{out_of_bounds};
+    const Cam_Group before = design.cam;
+    Put(design, "Followtype", choice.Followtype);
+    if (choice.Followtype == 1)  // a flat face has made the cam radial
+        Put(design, "Camtype$", choice.Camtype);
+    Put(design, "Translating", choice.Translating ? 1 : 0);
+    const Cam_Group& c = design.cam;
+    if (c.Camtype != before.Camtype || c.Followtype != before.Followtype || c.Translating != before.Translating)
         Apply(design, Event::cam_changed);
-        Set_Units(design);  // a follower on an arm has its positions in degrees
-    }
     design.run.Full_Screen = choice.Full_Screen;
     design.run.Open_Clicked_File = choice.Open_Clicked_File;
     design.run.Aspect_Flag = choice.Aspect_Flag;
     Refresh_Screens();
+    if (design.identity.WhichUnit != units_before)
+        Tell_Other_Units(design);
 }
 
 void Set_Screen_Scale(Design_State& design, int width, int height, double points_per_inch_across,

@@ -23,6 +23,11 @@ constexpr std::array<Home_Button_Entry, Home_Button_Count> home_buttons{{
     {"cmd_Quit", "&Quit", "End the program"},
 }};
 
+/// The lamps of results, as the panel shows them.
+constexpr std::array lamp_order{
+    Mark::motion, Mark::size,     Mark::forces,    Mark::linkage,        Mark::vibration,
+    Mark::stress, Mark::polydyne, Mark::transform, Mark::external_force, Mark::compensating_cam};
+
 /// What stands in memory, the last true one counting.
 std::string Origin_Text(const Design_State& design)
 {
@@ -58,17 +63,14 @@ void Give_Up_Compensating_Cam(Design_State& design)
 std::array<Lamp, 11> Status_Lamps(const Design_State& design)
 {
     const Flags_Group& f = design.flags;
-    return {Lamp{"Calculated", f.Calculated || f.From_Disk || f.Imported_Model, Origin_Text(design)},
-            Plain_Lamp("Sized", f.Sized),
-            Plain_Lamp("Dynamics", f.Dynamicflag),
-            Plain_Lamp("Linkage", f.Linkage_Calc),
-            Plain_Lamp("Vibration", f.Modelflag),
-            Plain_Lamp("Stress", f.Stressflag),
-            Plain_Lamp("Polydyne", f.Polydyne_Calc),
-            Plain_Lamp("FFT Done", f.FFT_Done),
-            Plain_Lamp("Ext Force", f.Ext_Force_Calc),
-            Plain_Lamp("Torq Comp", f.CompCam_Calc),
-            Lamp{"Units", true, Words_of_Units(design.identity.WhichUnit).status}};
+    std::array<Lamp, 11> lamps;
+    std::size_t place = 0;
+    for (const Mark mark : lamp_order)
+        lamps[place++] = Plain_Lamp(Mark_Table()[static_cast<std::size_t>(mark)].lamp, Holds(design, mark));
+    lamps[0].lit = f.Calculated || f.From_Disk || f.Imported_Model;
+    lamps[0].text = Origin_Text(design);
+    lamps[place] = {"Units", true, Words_of_Units(design.identity.WhichUnit).status};
+    return lamps;
 }
 
 const Home_Button_Entry& Home_Button_at(Home_Button button)
@@ -100,6 +102,12 @@ Home_Buttons Set_Homeform_Buttons(const Design_State& design)
         set({Model, Stress}, true);
     set({Input}, !f.Imported_Model);
     return enabled;
+}
+
+bool May_Open_Rung(const Design_State& design, Home_Button button)
+{
+    using enum Home_Button;
+    return button == Input || button == Plot || button == Quit || !Refuse_Other_Units(design);
 }
 
 bool May_Open_Linkage(const Design_State& design)

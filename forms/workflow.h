@@ -46,6 +46,9 @@ Home_Buttons Set_Homeform_Buttons(const Design_State& design);
 
 // ---- what a click meets first. Each shows its message, if any, and tells whether the way is open.
 
+/// Every button that rests on results: none opens over results of other units but cmd_Plot, which names them.
+bool May_Open_Rung(const Design_State& design, Home_Button button);
+
 /// cmd_Linkage: a linkage hangs on an oscillating follower.
 bool May_Open_Linkage(const Design_State& design);
 

@@ -163,12 +163,12 @@ void Row_Follows(Design_State& design, const Field_Index& at)
     Wait_for_Calculation(design, Segment_of(at));
 }
 
-Verdict Conditions_may_be(const Design_State&, const Field_Index&, const Typed_Value& value)
+Verdict Conditions_Rule(const Design_State&, const Field_Index&, const Typed_Value& value)
 {
     const Number_Read number = Read_Number(value.text, Decimal_Symbol::point);
-    if (Trim(value.text).empty() || (number.whole && number.value >= Min_Bounds && number.value <= Max_Bounds))
+    if (Trim(value.text).empty())
         return {};
-    return {"Number of boundary conditions must be between 2 and " + std::to_string(Max_Bounds) + " - please re-enter"};
+    return No_of_Conditions_may_be(number.whole ? number.value : 0.0);
 }
 
 void Conditions_Follow(Design_State& design, const Field_Index& at)
@@ -178,22 +178,14 @@ void Conditions_Follow(Design_State& design, const Field_Index& at)
     Wait_for_Calculation(design, Segment_of(at));
 }
 
-Verdict Order_may_be(const Design_State& design, const Field_Index& at, const Typed_Value& value)
+Verdict Order_Rule(const Design_State& design, const Field_Index& at, const Typed_Value& value)
 {
-    return Whole_from(Min_Order(design, Segment_of(at)), Max_Order(design, Segment_of(at)), value);
+    return Order_may_be(design, Segment_of(at), value.number);
 }
 
-Verdict Knot_may_be(const Design_State& design, const Field_Index& at, const Typed_Value& value)
+Verdict Knot_Rule(const Design_State& design, const Field_Index& at, const Typed_Value& value)
 {
-    const int knot = at.at[0];
-    const int segment = at.at[1];
-    const Motion_Group& m = design.motion;
-    if (value.number < 0.0)
-        return {"This value must be positive.  Please redo."};
-    const bool ascending =
-        (knot == 0 || value.number >= m.Knots(knot - 1, segment)) &&
-        (knot == Max_Knots || knot >= m.Number_of_Knots(segment) || value.number <= m.Knots(knot + 1, segment));
-    return ascending ? Verdict{} : Verdict{" Knot values must be in ascending order, left to right.  Please redo."};
+    return Knot_may_be(design, at.at[1], at.at[0], value.number);
 }
 
 void Knots_Follow(Design_State& design, const Field_Index& at)
@@ -241,11 +233,11 @@ std::vector<Field_Rule> Make_Rules()
         Input("Beta_Deg", "Beta of segment %1", Event::row_edited, Beta_Rule, nullptr, Beta_Follows),
         Input("Start Value", "Start of segment %1", Event::row_edited, nullptr, Store_Start_Value),
         Input("End Value", "End of segment %1", Event::row_edited, nullptr, Store_End_Value),
-        Input("No of conditions", "Conditions of segment %1", Event::row_edited, Conditions_may_be, nullptr,
+        Input("No of conditions", "Conditions of segment %1", Event::row_edited, Conditions_Rule, nullptr,
               Conditions_Follow),
         Input("EvenKnots", "Even knots of segment %1", Event::row_edited, nullptr, nullptr, Row_Follows),
-        Input("Orders", "Spline order of segment %1", Event::row_edited, Order_may_be, nullptr, Order_Follows),
-        Input("Knots", "Knot %1", Event::row_edited, Knot_may_be, nullptr, Knots_Follow),
+        Input("Orders", "Spline order of segment %1", Event::row_edited, Order_Rule, nullptr, Order_Follows),
+        Input("Knots", "Knot %1", Event::row_edited, Knot_Rule, nullptr, Knots_Follow),
         // A force function waits for its calculation; nothing that is calculated rests on its switches.
         Input("Ext_Force_On", "External force", Event::edited, External_may_be, nullptr, External_Follows),
         Input("Motion", "Motion or force", Event::edited),

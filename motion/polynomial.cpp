@@ -49,10 +49,10 @@ void For_Each_Filled_Box(Design_State& design, int Seg, Visit&& visit)
 
 bool Count_Allowed(double count)
 {
-    if (count >= Min_Bounds && count <= Max_Bounds)
-        return true;
-    Warn("Number of boundary conditions must be between 2 and " + std::to_string(Max_Bounds) + " - please re-enter");
-    return false;
+    const Verdict verdict = No_of_Conditions_may_be(count);
+    if (!verdict)
+        Warn(verdict.sentence);
+    return static_cast<bool>(verdict);
 }
 
 /// Condition k at x = theta / beta, its typed value standing in BC(k); the scaled one takes its place.
@@ -127,6 +127,13 @@ int Count_Filled_Boxes(Design_State& design, int Seg)
     int count = 0;
     For_Each_Filled_Box(design, Seg, [&count](int, int, const std::string&) { ++count; });
     return count;
+}
+
+Verdict No_of_Conditions_may_be(double count)
+{
+    if (count >= Min_Bounds && count <= Max_Bounds)
+        return {};
+    return {"Number of boundary conditions must be between 2 and " + std::to_string(Max_Bounds) + " - please re-enter"};
 }
 
 bool Set_No_of_Conditions(Design_State& design, int Seg, std::string_view text)

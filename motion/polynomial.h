@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "core/design_state.h"
+#include "core/field_rule.h"
 #include "core/numeric.h"
 #include "motion/laws.h"
 
@@ -37,6 +38,9 @@ int Requested_Conditions(const Design_State& design, int Seg);
 
 /// The conditions that the boxes hold. A row 1 to 8 without an angle counts nothing.
 int Count_Filled_Boxes(Design_State& design, int Seg);
+
+/// Why a segment may not have so many conditions: they are 2 to 40.
+Verdict No_of_Conditions_may_be(double count);
 
 /// Types the number of conditions, under its trap. An empty text does nothing. More filled boxes than asked
 /// for are told of, with the count accepted.

@@ -177,6 +177,20 @@ bool All_Rows_Filled(const Design_State& design)
     return true;
 }
 
+namespace {
+
+/// Without a duration a segment has no points: told by its number before a law divides by it.
+bool Beta_Missing(const Design_State& design, int segment)
+{
+    if (design.motion.Beta_Deg(segment) != 0.0)
+        return false;
+    Show_Message("Segment " + std::to_string(segment) + " has no beta: please enter its duration in degrees.",
+                 Buttons::OK, Symbol::exclamation);
+    return true;
+}
+
+}  // namespace
+
 bool Calc_Segment(Design_State& design, int row, std::optional<double> rpm)
 {
     Motion_Group& m = design.motion;
@@ -195,7 +209,7 @@ bool Calc_Segment(Design_State& design, int row, std::optional<double> rpm)
         m.Running_Min = std::min<double>(m.Running_Min, Low);
         m.Running_Max = std::max<double>(m.Running_Max, High);
         Place_Segment(design, segment, Low, High);
-        stored = Run_Segment(design, segment);
+        stored = !Beta_Missing(design, segment) && Run_Segment(design, segment);
         m.Seg_Done(segment) = stored;
     });
     stored = stored && no_fault;

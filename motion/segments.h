@@ -45,7 +45,8 @@ void Reset_Status(Design_State& design);
 /// Whether every row in use has an end position: then cmd_Done is open.
 bool All_Rows_Filled(const Design_State& design);
 
-/// The work of cmd_CalcSeg on row 0..19, from the segment's stored texts, under its trap.
+/// The work of cmd_CalcSeg on row 0..19, from the segment's stored texts, under its trap. A segment without a beta is
+/// told of by its number and not calculated.
 ///
 /// @param rpm  shaft speed as the screen shows it; none: the stored speed counts
 /// @return     true when the segment's points were stored

@@ -16,6 +16,8 @@ namespace lobemax {
 
 namespace {
 
+const std::string Order_Too_Low = "Spline order must be four or greater";
+
 void Warn(const std::string& text)
 {
     Show_Message(text, Buttons::OK, Symbol::exclamation);
@@ -312,6 +314,25 @@ Svajp Spline_Curve::At(double theta) const
     return point;
 }
 
+Verdict Order_may_be(const Design_State& design, int Seg, double order)
+{
+    if (order < Min_Order(design, Seg))
+        return {Order_Too_Low};
+    if (order > Max_Order(design, Seg))
+        return {"Spline Order must be less than " + std::to_string(Max_Order(design, Seg) + 1)};
+    return {};
+}
+
+Verdict Knot_may_be(const Design_State& design, int Seg, int knot, double value)
+{
+    const Motion_Group& m = design.motion;
+    if (value < 0.0)
+        return {"This value must be positive.  Please redo."};
+    const bool ascending = (knot == 0 || value >= m.Knots(knot - 1, Seg)) &&
+                           (knot >= m.Number_of_Knots(Seg) || value <= m.Knots(knot + 1, Seg));
+    return ascending ? Verdict{} : Verdict{" Knot values must be in ascending order, left to right.  Please redo."};
+}
+
 bool Set_Order(Design_State& design, int Seg, std::string_view text)
 {
     bool taken = false;
@@ -320,13 +341,14 @@ bool Set_Order(Design_State& design, int Seg, std::string_view text)
         Motion_Group& m = design.motion;
         const int conditions = Requested_Conditions(design, Seg);
         int order = To_Integer(std::clamp(Val(design, text), -32768.0, 32767.0));
-        if (order < Min_Spline_Order) {
-            Warn("Spline order must be four or greater");
+        if (order < Min_Spline_Order) {  // typed, also where the conditions are too few for an order of four
+            Warn(Order_Too_Low);
             return;
         }
-        const bool too_high = order > conditions;
+        const Verdict verdict = Order_may_be(design, Seg, order);
+        const bool too_high = !verdict;
         if (too_high) {
-            Warn("Spline Order must be less than " + std::to_string(conditions + 1));
+            Warn(verdict.sentence);
             order = conditions;
         }
         m.Orders(Seg) = order;
@@ -356,12 +378,8 @@ bool Set_Knot(Design_State& design, int Seg, int interior, std::string_view text
         Checked_Place(interior, 1, m.Interior_Knots(Seg));
         const int i = m.Orders(Seg) + interior;
         const Single value = Val(design, text);
-        if (value < 0.0) {
-            Warn("This value must be positive.  Please redo.");
-            return;
-        }
-        if (value < m.Knots(i - 1, Seg) || value > m.Knots(i + 1, Seg)) {
-            Warn(" Knot values must be in ascending order, left to right.  Please redo.");
+        if (const Verdict verdict = Knot_may_be(design, Seg, i, value); !verdict) {
+            Warn(verdict.sentence);
             return;
         }
         m.Knots(i, Seg) = value;

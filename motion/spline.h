@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "core/design_state.h"
+#include "core/field_rule.h"
 #include "motion/laws.h"
 
 namespace lobemax {
@@ -88,6 +89,12 @@ private:
 /// @return false where the system is singular, which SimQ tells, or too few digits are left
 /// @throws Fault{9} for a derivative or an order beyond the limits
 bool Solve_Spline(const Design_State& design, int Seg, Spline_Curve& curve);
+
+/// Why a spline may not have this order: it lies outside Min_Order to Max_Order.
+Verdict Order_may_be(const Design_State& design, int Seg, double order);
+
+/// Why knot 1..Number_of_Knots of a spline may not lie there, local degrees: below 0 or beyond a neighbour.
+Verdict Knot_may_be(const Design_State& design, int Seg, int knot, double value);
 
 /// Types the order of a segment's spline, under its trap; the knots become even.
 ///

@@ -244,12 +244,13 @@ Panel_Lines Size_Data(const Design_State& design)
     const Cam_Group& c = design.cam;
     const int decimals = design.identity.Decimals_1;
     const std::string length = std::string(" ") + Words_of_Units(design.identity.WhichUnit).length;
+    const std::string length_of_results = std::string(" ") + Words_of_Units(Units_of_Results(design)).length;
     return {{"Min Phi", Shown(design, c.Phi_Min, 2) + " deg"},
             {"Max Phi", Shown(design, c.Phi_Max, 2) + " deg"},
             {"Offset", Shown(design, c.Offset, decimals) + length},
             {"Prime Radius", Shown(design, c.Prime_Rad, decimals) + length},
-            {"Min Rho +", With_Length(design, c.Rho_Min_Pos_Text, length)},
-            {"Min Rho -", With_Length(design, c.Rho_Min_Neg_Text, length)},
+            {"Min Rho +", With_Length(design, c.Rho_Min_Pos_Text, length_of_results)},
+            {"Min Rho -", With_Length(design, c.Rho_Min_Neg_Text, length_of_results)},
             {"Folwr Rad", Shown(design, c.Follow_Rad, decimals) + length}};
 }
 

@@ -10,6 +10,7 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/traps.h"
+#include "edit/door.h"
 #include "motion/polynomial.h"
 #include "motion/segment_store.h"
 #include "motion/spline.h"
@@ -85,20 +86,14 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
         } else {
             auto* const theta = new Entry(Element("txt_Theta", k), QStringLiteral("Local angle of these conditions"));
             theta->moved = [this, line](int columns, int rows) { Move_to(line + rows, columns); };
-            theta->typed = [this, k](const std::string& text) {
-                design.motion.T_boundary_cond(segment_, k) = text;
-                Show_Count();
-            };
+            Stores(*theta, k, Angle_Box);
             grid->addWidget(theta, line + 1, 0);
         }
         for (int order = 0; order < static_cast<int>(value_boxes.size()); ++order) {
             auto* const box = new Entry(Element(value_boxes[static_cast<std::size_t>(order)], k),
                                         QStringLiteral("Leave empty for no condition"));
             box->moved = [this, line, order](int columns, int rows) { Move_to(line + rows, order + 1 + columns); };
-            box->typed = [this, k, order](const std::string& text) {
-                Bound_Text(design, segment_, k, order) = text;
-                Show_Count();
-            };
+            Stores(*box, k, order);
             grid->addWidget(box, line + 1, order + 1);
         }
     }
@@ -107,7 +102,7 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
     add(Button(QStringLiteral("cmd_Cancel"), QStringLiteral("< &Back"), [this] { reject(); }));
     buttons->addStretch();
     add(Button(QStringLiteral("cmd_ClearBounds"), QStringLiteral("Clea&r"), [this] {
-        Clear_Bounds(design, segment_);
+        Clear_Conditions(design, segment_);
         Fill();
     }));
     add(Copy_Button());
@@ -136,6 +131,15 @@ void frm_Bounds::Move_to(int row, int column)
     // The angles of both ends are fixed: there is nothing to type.
     if (auto* const entry = findChild<QWidget*>(name))
         entry->setFocus(Qt::TabFocusReason);
+}
+
+void frm_Bounds::Stores(Entry& entry, int row, int order)
+{
+    entry.typed = [this, row, order](const std::string& text) {
+        Put_Condition(design, segment_, row, order, text);
+        Show_Count();
+    };
+    entry.accepted = entry.typed;
 }
 
 void frm_Bounds::Fill()

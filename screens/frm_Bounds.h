@@ -20,6 +20,8 @@ protected:
 
 private:
     void Fill();
+    /// A box of the table stores what is typed at once, and on leaving it the number that was read.
+    void Stores(Entry& entry, int row, int order);
     /// Gives the focus to a field of the table, where there is one: column 0 is the angle.
     void Move_to(int row, int column);
     void Show_Count();

@@ -22,6 +22,7 @@
 
 #include "core/text.h"
 #include "core/units.h"
+#include "edit/examples.h"
 #include "edit/unsaved.h"
 #include "files/example_designs.h"
 #include "files/exports.h"
@@ -31,7 +32,6 @@
 #include "files/run_record.h"
 #include "forms/home_commands.h"
 #include "forms/preference_choice.h"
-#include "motion/examples.h"
 #include "paint/chart.h"
 #include "paint/plot_charts.h"
 #include "present/plot_selection.h"
@@ -129,9 +129,9 @@ QString Design_Text()
                 .arg(To_Qt(c.Camtype), c.Translating ? QStringLiteral("translating") : QStringLiteral("oscillating"),
                      c.Followtype == 2 ? QStringLiteral("flat") : QStringLiteral("roller"));
     if (design.flags.Sized)
-        text += QStringLiteral("<br>Prime radius %1 %2, pressure angle %3 to %4 deg, smallest curvature %5 %2")
+        text += QStringLiteral("<br>Prime radius %1 %2, pressure angle %3 to %4 deg, smallest curvature %5 %6")
                     .arg(number(c.Prime_Rad, 2), To_Qt(length), number(c.Phi_Min, 1), number(c.Phi_Max, 1),
-                         number(c.Rho_Smallest, 2));
+                         number(c.Rho_Smallest, 2), To_Qt(design.plot.Var_Unit(var::Rho)));
     return text;
 }
 
@@ -378,6 +378,8 @@ void frm_HomeScreen::Run_Action(const std::string& name)
         Change_Number_Format(design, "USA");
     } else if (name == "mnu_Europe") {
         Change_Number_Format(design, "Europe");
+    } else if (name == "mnu_Recalculate") {
+        Recalculate_from_Home(design);
     } else if (name == "mnu_CalcFFT") {
         Fourier();
     } else if (name == "mnu_FullScreen") {
@@ -412,6 +414,8 @@ void frm_HomeScreen::Build_Example(const std::string& caption)
 void frm_HomeScreen::Press(Home_Button button)
 {
     using enum Home_Button;
+    if (!May_Open_Rung(design, button))
+        return;
     switch (button) {
     case Quit:
         this->Quit();

@@ -46,7 +46,7 @@ Input_Services Services(QWidget* parent)
     services.build_example = [](const std::string& name) {
         return May_Build_Example(design) && May_Reset(design) && Open_Example(design, name);
     };
-    services.change_units = [](int code) { Change_Units_from_Home(design, code); };
+    services.change_units = [](int code) { Convert_Units(design, code); };
     return services;
 }
 

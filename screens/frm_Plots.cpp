@@ -19,6 +19,7 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/traps.h"
+#include "core/units.h"
 #include "paint/plot_charts.h"
 #include "paint/print.h"
 #include "present/plot_engine.h"
@@ -353,7 +354,10 @@ frm_Plot::frm_Plot(int plot_style, QWidget* parent)
     buttons->addStretch();
     add(Button(QStringLiteral("cmd_Replot"), QStringLiteral("&Replot"), [this] { Replot(); }));
     add(Copy_Button());
-    add(Button(QStringLiteral("cmd_PlotPrint"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
+    add(Button(QStringLiteral("cmd_PlotPrint"), QStringLiteral("&Print"), [this] {
+        if (!Refuse_Other_Units(design))
+            paint::Print_Form(*this);
+    }));
     buttons->addStretch();
     add(Button(QStringLiteral("cmd_PlotDone"), QStringLiteral("&Done"), [this] { accept(); }));
     auto* const row = new QHBoxLayout;

@@ -11,6 +11,7 @@
 
 #include "core/messages.h"
 #include "core/text.h"
+#include "core/units.h"
 #include "paint/print.h"
 #include "screens/desk.h"
 
@@ -70,6 +71,7 @@ frm_Poly::frm_Poly(int segment, QWidget* parent)
             .arg(segment)
             .arg(To_Qt(Shown(m.Beta_Deg(segment))), To_Qt(Shown(m.Shift(segment))), To_Qt(Shown(m.Gamma(segment)))));
     auto* const title = new Entry(QStringLiteral("txt_Title"), QStringLiteral("A title for the print"));
+    title->Takes_Words();
     title->setPlaceholderText(QStringLiteral("Title"));
     auto* const tables = new QWidget;
     tables->setObjectName(QStringLiteral("pct_Poly"));
@@ -87,8 +89,10 @@ frm_Poly::frm_Poly(int segment, QWidget* parent)
                     1, 1);
     auto* const buttons = new QHBoxLayout;
     buttons->addWidget(Copy_Button());
-    buttons->addWidget(
-        Button(QStringLiteral("cmd_Print"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
+    buttons->addWidget(Button(QStringLiteral("cmd_Print"), QStringLiteral("&Print"), [this] {
+        if (!Refuse_Other_Units(design))
+            paint::Print_Form(*this);
+    }));
     buttons->addStretch();
     QPushButton* const done = Button(QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] { accept(); });
     buttons->addWidget(done);

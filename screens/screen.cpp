@@ -25,6 +25,7 @@
 #include <utility>
 
 #include "core/messages.h"
+#include "core/text.h"
 #include "core/traps.h"
 #include "forms/workflow.h"
 #include "screens/desk.h"
@@ -229,13 +230,34 @@ Entry::Entry(const QString& name, const QString& tip, QWidget* parent) : QLineEd
     connect(this, &QLineEdit::textEdited, this, [this] {
         if (!std::exchange(dirty_, true))
             design.run.Last_Edit.clear();
+        Mark_Cut({});
         if (typed)
             Run_Guarded_Key(*this, [this] { typed(Text()); });
     });
 }
 
+std::string Entry::Cut() const
+{
+    return cut_ != nullptr && cut_->isVisible() ? From_Qt(cut_->toolTip()) : std::string();
+}
+
+void Entry::Mark_Cut(const std::string& sentence)
+{
+    if (cut_ == nullptr && sentence.empty())
+        return;
+    if (cut_ == nullptr) {
+        cut_ = addAction(style()->standardIcon(QStyle::SP_MessageBoxWarning), QLineEdit::TrailingPosition);
+        cut_->setObjectName(objectName() + QStringLiteral("_cut"));
+    }
+    cut_->setToolTip(To_Qt(sentence));
+    cut_->setVisible(!sentence.empty());
+    setAccessibleDescription(To_Qt(sentence));
+}
+
 void Entry::Show_Text(std::string_view text)
 {
+    if (this->text() != To_Qt(text))
+        Mark_Cut({});
     setText(To_Qt(text));
     setCursorPosition(0);
     dirty_ = false;
@@ -247,13 +269,29 @@ void Entry::Leave()
     if (!std::exchange(dirty_, false))
         return;
     if (!accepted) {  // each key has changed the design; the whole entry is one step
+        const std::string cut_short = numeric_ ? Cut_Sentence(design, Text()) : std::string();
+        if (!cut_short.empty()) {
+            setText(To_Qt(Text_as_Read(design, Text())));
+            if (typed)
+                Run_Guarded_Key(*this, [this] { typed(Text()); });
+        }
+        Mark_Cut(cut_short);
         Remember_Step(Caption_of(*this), false);
         return;
     }
     const QPointer<Entry> alive(this);
-    const bool went_well = Run_Guarded(*this, [this] { accepted(Text()); });
+    std::string cut;
+    const bool went_well = Run_Guarded(*this, [&] {
+        if (numeric_) {
+            cut = Cut_Sentence(design, Text());
+            if (!cut.empty())
+                setText(To_Qt(Text_as_Read(design, Text())));
+        }
+        accepted(Text());
+    });
     if (!alive)
         return;
+    Mark_Cut(cut);
     if (went_well)
         before_ = text();
     else

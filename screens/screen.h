@@ -45,6 +45,10 @@ void On_Pick(QAction* entry, QObject* owner, std::function<void()> work);
 
 /// A text field that is validated when it loses the focus or Enter is pressed, and only after the user changed it.
 ///
+/// A text that is no whole number is read as the number that it begins with: that is what `accepted` gets and the field
+/// shows, and a mark in the field tells what was cut, until its text changes again. A field of words says so by
+/// `Takes_Words`.
+///
 /// Its functions run guarded; after a fault in `accepted` the field shows the text it had before the user changed it.
 class Entry : public QLineEdit {
 public:
@@ -67,6 +71,9 @@ public:
     /// Shows a text that the program sets: the field counts as unchanged.
     void Show_Text(std::string_view text);
     std::string Text() const { return From_Qt(text()); }
+    void Takes_Words() { numeric_ = false; }
+    /// What was cut from the text that was last accepted; empty: nothing.
+    std::string Cut() const;
     bool Dirty() const { return dirty_; }
     void Mark_Dirty() { dirty_ = true; }
     /// Validates a changed field now, as leaving it does.
@@ -81,6 +88,9 @@ protected:
 private:
     void Step(int steps);
     bool Moves(const QKeyEvent& event) const;
+    void Mark_Cut(const std::string& sentence);
+    QAction* cut_ = nullptr;  // the mark
+    bool numeric_ = true;
     bool dirty_ = false;
     QString before_;           // the user's changes: what the program showed, or the user's last accepted text
     int wheel_remainder_ = 0;  // fine wheels turn by parts of a notch

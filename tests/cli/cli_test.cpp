@@ -73,8 +73,7 @@ TEST_F(Cli, a_segment_that_cannot_be_is_refused_with_its_reason)
     };
     for (const Case& c : {
              Case{"'R MS 90 0'", "lobemax-cli: segment 1: 'R MS 90 0' is not 'KIND PROGRAM BETA START END'\n"},
-             Case{"'X MS 90 0 1'",
-                  "lobemax-cli: segment 1: 'X' is no motion kind: R rise, F fall, D dwell, P polynomial, S spline\n"},
+             Case{"'X MS 90 0 1'", "lobemax-cli: segment 1: 'X' is none of R|F|P|D|S\n"},
              Case{"'D DW 90 0 0' 'R XX 90 0 1'", "lobemax-cli: segment 2: there is no motion program 'XX'\n"},
              Case{"'R DW 90 0 1'", "lobemax-cli: segment 1: program DW does not serve motion kind R\n"},
              Case{"'D MS 90 0 0'", "lobemax-cli: segment 1: program MS does not serve motion kind D\n"},
@@ -83,12 +82,11 @@ TEST_F(Cli, a_segment_that_cannot_be_is_refused_with_its_reason)
              Case{"'D DW 90 5 6'", "lobemax-cli: segment 1: a dwell ends at the position where it starts\n"},
              Case{"'R MS 361 0 1'", "lobemax-cli: segment 1: Beta cannot be > 360 or < 0\n"},
              Case{"'R MS -1 0 1'", "lobemax-cli: segment 1: Beta cannot be > 360 or < 0\n"},
-             Case{"'R MS 300 0 1' 'F MS 90 1 0'",
-                  "lobemax-cli: segment 2 ends at 390 degrees: End angle cannot be > 360 deg\n"},
+             Case{"'R MS 300 0 1' 'F MS 90 1 0'", "lobemax-cli: segment 2: End angle cannot be > 360 deg\n"},
              Case{"'D DW 180 0 0'",
                   "lobemax-cli: a single segment of 180 degrees: Cam must contain exactly 360 degrees\n"},
              Case{"'R MS 90 0 1E40' 'D DW 90 0 0'", "lobemax-cli: segment 1: a number is too large\n"},
-             Case{"--delta 0.3 'D DW 360 0 0'", "lobemax-cli: --delta 0.3 is none of 1.0, 0.50, 0.25, 0.125\n"},
+             Case{"--delta 0.3 'D DW 360 0 0'", "lobemax-cli: --delta: '0.3' is no step: 1.0, 0.50, 0.25, 0.125\n"},
              Case{"--rpm fast 'D DW 360 0 0'", "lobemax-cli: 'fast' is not a shaft speed\n"},
          }) {
         const Result refused = Run(std::string("new -o m.cam ") + c.arguments);
@@ -249,8 +247,47 @@ TEST_F(Cli, a_failed_calculation_is_status_1_and_leaves_the_older_file)
     const std::string before = Content("c.cam");
     const Result failed = Run("calc c.cam -o c.cam --levels svaj --set 'Beta_Deg(2)=0'");
     EXPECT_EQ(failed.status, 1);
-    EXPECT_EQ(failed.err, "[information] Error 6   (Overflow)  has occurred in cmd_CalcSeg_Click\n");
+    EXPECT_EQ(failed.err, "[exclamation] Segment 2 has no beta: please enter its duration in degrees.\n");
     EXPECT_TRUE(Content("c.cam") == before);
+}
+
+TEST_F(Cli, convert_recalculates_what_the_model_holds_where_it_is_asked_to)
+{
+    ASSERT_EQ(Run("example 'Double Dwell' --units 1 -o i.cam").status, 0);
+    const Result plain = Run("convert i.cam -o p.cam --units 5");
+    EXPECT_EQ(plain.status, 0);
+    EXPECT_NE(plain.err.find("still in the units before"), std::string::npos);
+    EXPECT_EQ(Show("p.cam", "'CalcData(1, 120)'"), "CalcData(1, 120) = 1\n");
+    const Result anew = Run("convert i.cam -o n.cam --units 5 --recalculate");
+    EXPECT_EQ(anew.status, 0);
+    EXPECT_EQ(anew.err.find("still in the units before"), std::string::npos);
+    EXPECT_EQ(Show("n.cam", "'CalcData(1, 120)' Calculated Sized Dynamicflag"),
+              "CalcData(1, 120) = 25.4\nCalculated = true\nSized = true\nDynamicflag = true\n");
+
+    ASSERT_EQ(Run("new -o bare.cam 'R MS 180 0 25' 'F MS 180 25 0'").status, 0);
+    EXPECT_EQ(Run("convert bare.cam -o b.cam --units 1 --recalculate").status, 0);
+    EXPECT_EQ(Show("b.cam", "Calculated WhichUnit"), "Calculated = false\nWhichUnit = 1\n");
+}
+
+TEST_F(Cli, convert_writes_nothing_where_a_rung_is_not_reached_again)
+{
+    ASSERT_EQ(Run("example 'Double Dwell' --units 1 -o c.cam").status, 0);
+    // Centimetres have no steel: its modulus, psi in this model, must be typed.
+    ASSERT_EQ(Run("calc c.cam -o s.cam --levels stress").status, 0);
+    const Result failed = Run("convert s.cam -o d.cam --units 4 --recalculate");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_NE(failed.err.find("Young's modulus is not converted with the units"), std::string::npos) << failed.err;
+    EXPECT_FALSE(std::filesystem::exists("d.cam"));
+}
+
+TEST_F(Cli, levels_refuse_results_of_other_units)
+{
+    Make_Calculated("c.cam");
+    const Result refused = Run("calc c.cam -o d.cam --levels size --set WhichUnit=1");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(refused.err.starts_with("[exclamation] The results in memory are those of the units before"))
+        << refused.err;
+    EXPECT_EQ(Run("calc c.cam -o d.cam --levels svaj,size --set WhichUnit=1").status, 0);
 }
 
 TEST_F(Cli, a_position_that_the_number_format_would_cut_short_is_told)

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/startup.h"
+#include "core/units.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
 
@@ -125,6 +126,34 @@ void Everything_Stands(Design_State& d)
 }
 
 class Every_Event : public ::testing::TestWithParam<Falls_of> {};
+
+/// Rows keep the units that they were calculated in until the motion is calculated anew or nothing of them holds.
+TEST(Units_of_Rows, follow_the_design_again_when_its_motion_is_calculated_or_no_result_is_left)
+{
+    Design_State d;
+    const auto stand = [&d] {
+        Everything_Stands(d);
+        d.identity.WhichUnit = 5;
+        d.results.WhichUnit = 1;
+        Set_Units(d);
+        ASSERT_EQ(d.plot.Var_Unit(var::S), "in");
+    };
+    for (const Event event : {Event::segment_calculated, Event::load_without_table}) {
+        stand();
+        if (event == Event::load_without_table)
+            Apply(d, Event::status_reset);  // vibration, linkage and the rest
+        Apply(d, Event::transform_began);
+        Apply(d, event);
+        EXPECT_FALSE(Results_in_Other_Units(d));
+        EXPECT_EQ(d.plot.Var_Unit(var::S), "mm");
+    }
+    for (const Event event : {Event::edited, Event::cam_edited, Event::units_changed_open, Event::forces_began}) {
+        stand();
+        Apply(d, event);
+        EXPECT_TRUE(Results_in_Other_Units(d));
+        EXPECT_EQ(d.plot.Var_Unit(var::S), "in");
+    }
+}
 
 TEST_P(Every_Event, takes_away_what_rests_on_what_it_changes)
 {

@@ -664,5 +664,23 @@ TEST(To_Utf8, malformed_sequences_make_the_whole_text_windows_1252)
     }
 }
 
+TEST(Cut_Numbers, are_told_with_what_was_read_of_them)
+{
+    Design_State of;
+    for (const auto& [typed, read] : {std::pair{"25,7", "25"}, {"90abc", "90"}, {"1.5.2", "1.5"}, {"-3e", "-3"}}) {
+        EXPECT_EQ(Text_as_Read(of, typed), read);
+        EXPECT_EQ(Cut_Sentence(of, typed), "'" + std::string(typed) + "' was read as " + read);
+    }
+    EXPECT_EQ(Cut_Sentence(of, "abc"), "'abc' was read as 0");
+    for (const char* whole : {"", "  ", "25.7", " 25 ", "1,234.5", "+.5", "1E3", "1E999", "1E999mm"}) {
+        EXPECT_EQ(Cut_Sentence(of, whole), "") << whole;
+        EXPECT_EQ(Text_as_Read(of, whole), whole);
+    }
+    of.identity.Number_Format = "Europe";
+    EXPECT_EQ(Cut_Sentence(of, "25,7"), "");
+    EXPECT_EQ(Cut_Sentence(of, "25.7"), "'25.7' was read as 25");
+    EXPECT_EQ(Cut_Sentence(of, "25,7mm"), "'25,7mm' was read as 25,7");
+}
+
 }  // namespace
 }  // namespace lobemax

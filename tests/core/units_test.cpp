@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/units.h"
+#include "core/unit_change.h"
 
 #include <gtest/gtest.h>
 

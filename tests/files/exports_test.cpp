@@ -16,6 +16,7 @@
 #include "camgeom/sizing.h"
 #include "core/startup.h"
 #include "core/traps.h"
+#include "core/unit_change.h"
 #include "files/byte_stream.h"
 #include "files/model_file.h"
 #include "forms/home_commands.h"
@@ -422,6 +423,21 @@ TEST_F(Exports, a_blank_model_has_nothing_to_export)
         Buttons::OK, Symbol::exclamation};
     for (const char* entry : {"mnu_Spread", "mnu_profile", "mnu_sva"}) {
         script_.Expect(blank);
+        EXPECT_FALSE(Run_Export(design, entry));
+    }
+    EXPECT_FALSE(Written());
+}
+
+TEST_F(Exports, results_of_other_units_are_refused)
+{
+    Change_Units(design, 1);
+    const Expected_Box other{
+        "The results in memory are those of the units before (mm-kg-N-s): \n"
+        "a change of units converts the data of the design, and no calculated results. \n"
+        "Please recalculate first: File menu, Recalculate.",
+        Buttons::OK, Symbol::exclamation};
+    for (const char* entry : {"mnu_Spread", "mnu_profile", "mnu_sva"}) {
+        script_.Expect(other);
         EXPECT_FALSE(Run_Export(design, entry));
     }
     EXPECT_FALSE(Written());

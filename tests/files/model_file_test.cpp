@@ -17,7 +17,11 @@
 
 #include "core/field_directory.h"
 #include "core/startup.h"
+#include "core/text.h"
+#include "core/unit_change.h"
+#include "core/units.h"
 #include "edit/unsaved.h"
+#include "files/example_designs.h"
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
@@ -885,6 +889,60 @@ TEST_F(Saving, save_overwrites_a_saved_model_and_asks_for_a_name_otherwise)
     EXPECT_TRUE(Save_Model(design));
     EXPECT_EQ(user_.dialogs.size(), 1U) << "no name is asked for";
     EXPECT_NE(Content(path_).find("\"User\",\"later\""), std::string::npos);
+}
+
+TEST_F(Saving, results_of_other_units_are_offered_a_recalculation)
+{
+    ASSERT_TRUE(Open_Example(design, "Double Dwell"));
+    Change_Units(design, 1);
+    Expected_Box ask{
+        "The results in memory are those of the units before (mm-kg-N-s): \n"
+        "a change of units converts the data of the design, and no calculated results. \n"
+        "The file would give them the names of the new units.\n"
+        "Do you want to recalculate them before saving?",
+        Buttons::Yes_No_Cancel, Symbol::exclamation, Answer::Cancel};
+    const std::size_t shown = user_.dialogs.size();
+    user_.Expect(ask);
+    EXPECT_FALSE(Save_As_Plus(design));
+    EXPECT_EQ(user_.dialogs.size(), shown);
+    EXPECT_TRUE(Results_in_Other_Units(design));
+
+    ask.answer = Answer::No;
+    user_.Expect(ask);
+    user_.Expect(Success());
+    EXPECT_TRUE(Save_As_Plus(design));
+    EXPECT_TRUE(Results_in_Other_Units(design));
+
+    ask.answer = Answer::Yes;
+    user_.Expect(ask);
+    user_.Expect(Success());
+    EXPECT_TRUE(Save_Model(design));  // over the file just written
+    EXPECT_FALSE(Results_in_Other_Units(design));
+    EXPECT_NEAR(design.results.CalcData(var::S, 120), 0.984, 1e-6);
+
+    Change_Units(design, 5);
+    design.motion.Beta_Deg(1) = 0.0;
+    ask.text.replace(ask.text.find("mm-kg-N-s"), 9, "in-lb-bl-s");
+    user_.Expect(ask);
+    user_.Expect(testing::No_Beta_Box(1));
+    EXPECT_FALSE(Save_Model(design)) << "what was to be recalculated and was not is not written";
+}
+
+TEST_F(Saving, texts_of_the_other_number_format_come_over_with_the_file)
+{
+    design.motion.No_of_segments = 2;
+    design.motion.Start_Value(1) = "0";
+    design.motion.End_Value(1) = "25.7";
+    design.motion.Start_Value(2) = "25.7";
+    design.motion.End_Value(2) = "0.5";
+    user_.Expect(Success());
+    ASSERT_TRUE(Save_As_Plus(design));
+    Reset_All(design);
+    design.identity.Number_Format = "Europe";
+    ASSERT_TRUE(Load_Model(design, path_));
+    EXPECT_EQ(design.identity.Number_Format, "Europe");
+    EXPECT_EQ(design.motion.End_Value(1), "25,7");
+    EXPECT_EQ(Val(design, design.motion.End_Value(2)), 0.5);
 }
 
 TEST_F(Saving, a_replaced_file_stands_as_a_backup_until_the_new_one_is_whole)

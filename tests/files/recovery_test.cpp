@@ -11,8 +11,8 @@
 #include <string>
 
 #include "core/startup.h"
+#include "edit/examples.h"
 #include "edit/unsaved.h"
-#include "motion/examples.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"

@@ -11,8 +11,10 @@
 #include <vector>
 
 #include "core/startup.h"
+#include "core/units.h"
+#include "edit/examples.h"
 #include "edit/unsaved.h"
-#include "motion/examples.h"
+#include "files/example_designs.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
 
@@ -89,7 +91,7 @@ TEST_F(Home_Commands, each_menu_has_its_entries_in_their_order)
                 names += std::string(entry.name.substr(4)) + " ";
         return names;
     };
-    EXPECT_EQ(names_of("&File"), "New Open OpenExample Save Plus V8 V7 ");
+    EXPECT_EQ(names_of("&File"), "New Open OpenExample Save Plus V8 V7 Recalculate ");
     EXPECT_EQ(names_of("&Units"),
               "pick(1) pick(2) pick(3) pick(4) pick(5) USA Europe Sec_Deg(1) Sec_Deg(2) Sec_Deg(3) ");
     EXPECT_EQ(names_of("E&xamples"),
@@ -98,10 +100,10 @@ TEST_F(Home_Commands, each_menu_has_its_entries_in_their_order)
     EXPECT_EQ(names_of("S&creen"), "FullScreen StandardSize Aspect Circles Preferences ");
 }
 
-TEST_F(Home_Commands, every_entry_but_the_transform_is_open_on_a_fresh_design)
+TEST_F(Home_Commands, every_entry_that_needs_no_motion_is_open_on_a_fresh_design)
 {
     for (const Menu_Entry& entry : Home_Menus())
-        EXPECT_EQ(entry.enabled(design), entry.name != "mnu_CalcFFT") << entry.name;
+        EXPECT_EQ(entry.enabled(design), entry.name != "mnu_CalcFFT" && entry.name != "mnu_Recalculate") << entry.name;
 }
 
 TEST_F(Home_Commands, export_entries_have_their_captions)
@@ -288,29 +290,75 @@ TEST_F(Home_Commands, quit_of_saved_or_empty_work_goes_straight_to_the_quit_scre
     EXPECT_TRUE(script_.dialogs.empty());
 }
 
+const Expected_Box other_units{
+    "The results in memory are those of the units before (mm-kg-N-s): \n"
+    "a change of units converts the data of the design, and no calculated results. \n"
+    "Until they are recalculated (File menu, Recalculate) plots and figures carry the names of \n"
+    "those units, and the results can neither be exported nor printed."};
+
 TEST_F(Home_Commands, units_from_home_convert_and_keep_the_flags)
 {
     ASSERT_TRUE(Build_Example(design, "Double Dwell"));
     design.flags.Sized = true;
     const double before = design.cam.Prime_Rad;
+    script_.Expect(other_units);
     EXPECT_TRUE(Change_Units_from_Home(design, 1));
     EXPECT_EQ(design.identity.WhichUnit, 1);
     EXPECT_NEAR(design.cam.Prime_Rad, before / 25.4, 5e-4);
     EXPECT_TRUE(design.flags.Calculated && design.flags.Sized);
     EXPECT_TRUE(design.flags.Units_Changed);
+    EXPECT_TRUE(Results_in_Other_Units(design));
+    EXPECT_EQ(design.plot.Var_Unit(var::S), "mm");
     script_.Expect(Error_Box(9, "Index out of bounds", "frm_Homescreen.Units"));
     EXPECT_FALSE(Change_Units_from_Home(design, 6));
 }
 
-TEST_F(Home_Commands, another_time_base_renames_and_asks_for_a_new_calculation)
+TEST_F(Home_Commands, units_of_a_design_without_results_change_in_silence)
 {
+    EXPECT_TRUE(Change_Units_from_Home(design, 1));
+    EXPECT_FALSE(Results_in_Other_Units(design));
+    EXPECT_EQ(design.plot.Var_Unit(var::S), "in");
+}
+
+TEST_F(Home_Commands, recalculate_brings_the_whole_ladder_into_the_new_units)
+{
+    const auto entry = std::ranges::find(Home_Menus(), "mnu_Recalculate", &Menu_Entry::name);
+    ASSERT_NE(entry, Home_Menus().end());
+    EXPECT_FALSE(entry->enabled(design));
+    ASSERT_TRUE(Open_Example(design, "Double Dwell"));
+    EXPECT_TRUE(entry->enabled(design));
+    script_.Expect(other_units);
+    ASSERT_TRUE(Change_Units_from_Home(design, 1));
+    EXPECT_NEAR(design.results.CalcData(var::S, 120), 25.0, 1e-5);
+    EXPECT_TRUE(Recalculate_from_Home(design));
+    EXPECT_FALSE(Results_in_Other_Units(design));
+    EXPECT_NEAR(design.results.CalcData(var::S, 120), 0.984, 1e-6);  // 25 mm, to three decimals of an inch
+    EXPECT_EQ(design.plot.Var_Unit(var::S), "in");
+    EXPECT_TRUE(design.flags.Calculated && design.flags.Sized && design.flags.Dynamicflag);
+    EXPECT_FALSE(design.flags.Model_Saved);
+    design.flags.Imported_Model = true;
+    EXPECT_FALSE(entry->enabled(design));
+}
+
+TEST_F(Home_Commands, another_time_base_asks_before_it_throws_results_away)
+{
+    const Expected_Box ask{
+        "The calculated results keep the time base that they were calculated in.\n"
+        "Another time base throws them away, and the motion must be calculated again.\n"
+        "Do you want to change the time base?",
+        Buttons::Yes_No, Symbol::exclamation, Answer::No};
     ASSERT_TRUE(Build_Example(design, "Double Dwell"));
-    EXPECT_TRUE(Change_Time_Base_from_Home(design, 1));
-    EXPECT_TRUE(design.flags.Calculated);  // it was the base already
+    EXPECT_TRUE(Change_Time_Base_from_Home(design, 1));  // it was the base already
+    script_.Expect(ask);
+    EXPECT_FALSE(Change_Time_Base_from_Home(design, 2));
+    EXPECT_TRUE(design.flags.Calculated && design.motion.Seg_Done(1));
+    EXPECT_EQ(design.motion.Time_Base, 1);
+    script_.Expect(With(ask, Answer::Yes));
     EXPECT_TRUE(Change_Time_Base_from_Home(design, 2));
     EXPECT_EQ(design.plot.Var_Name(var::J), "Jerk");
     EXPECT_FALSE(design.flags.Calculated);
     EXPECT_FALSE(design.motion.Seg_Done(1));
+    EXPECT_TRUE(Change_Time_Base_from_Home(design, 3));  // nothing is lost: no question
     script_.Expect(Error_Box(5, "Invalid argument", "frm_Homescreen.Time_Base"));
     EXPECT_FALSE(Change_Time_Base_from_Home(design, 4));
 }

@@ -201,5 +201,28 @@ TEST(Copy_Button, advises_the_key_combination)
     EXPECT_EQ(Copy_Advice, "Use the Alt-PrintScrn key combo to copy the screen to the clipboard");
 }
 
+TEST(Rungs_of_Home, do_not_open_over_results_of_other_units)
+{
+    Design_State d;
+    std::vector<std::string> boxes;
+    Host host;
+    host.messenger = [&](const Message& box) {
+        boxes.push_back(box.text);
+        return Answer::OK;
+    };
+    const Host before = Install_Host(std::move(host));
+    using enum Home_Button;
+    for (const Home_Button button : {Input, Size, Draw, Force, Model, Stress, Linkage, Plot, Print, Quit})
+        EXPECT_TRUE(May_Open_Rung(d, button));
+    EXPECT_TRUE(boxes.empty());
+    d.results.WhichUnit = 1;
+    for (const Home_Button button : {Input, Plot, Quit})
+        EXPECT_TRUE(May_Open_Rung(d, button));
+    for (const Home_Button button : {Size, Draw, Force, Model, Stress, Linkage, Print})
+        EXPECT_FALSE(May_Open_Rung(d, button));
+    EXPECT_EQ(boxes.size(), 7U);
+    Install_Host(before);
+}
+
 }  // namespace
 }  // namespace lobemax

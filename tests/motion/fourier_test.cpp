@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "core/startup.h"
-#include "motion/examples.h"
+#include "edit/examples.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"

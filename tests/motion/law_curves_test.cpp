@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "core/startup.h"
-#include "motion/examples.h"
+#include "edit/examples.h"
 #include "motion/motion_programs.h"
 #include "tests/support/test_design.h"
 

@@ -23,6 +23,7 @@ namespace {
 
 using testing::Error_Box;
 using testing::Expected_Box;
+using testing::No_Beta_Box;
 using testing::Script;
 
 constexpr double true_pi = 3.14159265358979323846;
@@ -755,19 +756,40 @@ TEST_F(Segments, the_speed_stays_as_stored_when_none_is_given)
     EXPECT_NEAR(Data(var::V, 45), true_pi * 1.875 * 3.0 / b, 1e-5);
 }
 
-TEST_F(Segments, a_fault_is_reported_under_the_callers_name_and_leaves_the_row_uncalculated)
+TEST_F(Segments, a_row_without_a_beta_is_told_by_its_number_and_stays_uncalculated)
 {
     Row_Is(1, 'R', "MS", 0, "0", "3");
     Row_Is(2, 'D', "DW", 0, "3", "3");
     m().Seg_Done(1) = m().Seg_Done(2) = true;
     for (const int row : {0, 1}) {
         Set_Every_Result_Flag();
-        user.Expect(Error_Box(6, "Overflow", "cmd_CalcSeg_Click"));
+        user.Expect(No_Beta_Box(row + 1));
         EXPECT_FALSE(Calc_Segment(design, row));
         EXPECT_FALSE(m().Seg_Done(row + 1));
         EXPECT_FALSE(design.flags.Calculated || design.flags.Sized || design.flags.Ext_Force_Calc);
         EXPECT_TRUE(m().Motion);
     }
+    Row_Is(1, 'P', "PO", 0, "0", "3");
+    user.Expect(No_Beta_Box(1));
+    EXPECT_FALSE(Calc_Segment(design, 0));
+}
+
+/// A duration without its radians: the laws divide by them.
+void Beta_without_Radians(int segment)
+{
+    m().Beta_Rad(segment) = 0.0;
+}
+
+TEST_F(Segments, a_fault_is_reported_under_the_callers_name_and_leaves_the_row_uncalculated)
+{
+    Row_Is(1, 'R', "MS", 180, "0", "3");
+    Beta_without_Radians(1);
+    Set_Every_Result_Flag();
+    user.Expect(Error_Box(11, "Division by zero", "cmd_CalcSeg_Click"));
+    EXPECT_FALSE(Calc_Segment(design, 0));
+    EXPECT_FALSE(m().Seg_Done(1));
+    EXPECT_FALSE(design.flags.Calculated || design.flags.Sized || design.flags.Ext_Force_Calc);
+    EXPECT_TRUE(m().Motion);
 }
 
 TEST_F(Segments, a_fault_of_a_law_with_a_name_is_reported_under_it)
@@ -775,8 +797,9 @@ TEST_F(Segments, a_fault_of_a_law_with_a_name_is_reported_under_it)
     const std::pair<const char*, const char*> names[] = {
         {"45", "Poly_345"}, {"67", "Poly_4567"}, {"DU", "Dudley"}, {"TH", "Thoren"}, {"FR", "Freudenstein 1-3"}};
     for (const auto& [code, name] : names) {
-        Row_Is(1, 'R', code, 0, "0", "3");
-        user.Expect(Error_Box(6, "Overflow", name));
+        Row_Is(1, 'R', code, 180, "0", "3");
+        Beta_without_Radians(1);
+        user.Expect(Error_Box(11, "Division by zero", name));
         EXPECT_FALSE(Calc_Segment(design, 0));
         EXPECT_FALSE(m().Seg_Done(1));
         EXPECT_FALSE(design.flags.Calculated);
@@ -810,7 +833,7 @@ TEST_F(Segments, a_row_outside_the_table_is_error_9)
 TEST_F(Segments, a_row_that_faults_and_is_mended_is_calculated)
 {
     Row_Is(1, 'R', "MS", 0, "0", "3");
-    user.Expect(Error_Box(6, "Overflow", "cmd_CalcSeg_Click"));
+    user.Expect(No_Beta_Box(1));
     EXPECT_FALSE(Calc_Segment(design, 0));
     Row_Is(1, 'R', "MS", 360, "0", "3");
     EXPECT_TRUE(Calc_Segment(design, 0));
@@ -924,7 +947,7 @@ TEST_F(Segments, Calc_All_with_a_row_that_faults_calculates_the_others_but_not_t
     Row_Is(1, 'R', "MS", 180, "0", "3");
     Row_Is(2, 'D', "DW", 0, "3", "3");
     Row_Is(3, 'F', "MS", 180, "3", "0");
-    user.Expect(Error_Box(6, "Overflow", "cmd_CalcSeg_Click"));
+    user.Expect(No_Beta_Box(2));
     EXPECT_FALSE(Calc_All(design, true));
     EXPECT_TRUE(m().Seg_Done(1));
     EXPECT_FALSE(m().Seg_Done(2));
@@ -936,7 +959,7 @@ TEST_F(Segments, Calc_All_with_the_last_row_faulting_does_not_count_as_calculate
 {
     Row_Is(1, 'R', "MS", 180, "0", "3");
     Row_Is(2, 'F', "45", 0, "3", "0");
-    user.Expect(Error_Box(6, "Overflow", "Poly_345"));
+    user.Expect(No_Beta_Box(2));
     EXPECT_FALSE(Calc_All(design, true));
     EXPECT_FALSE(design.flags.Calculated);
 }

@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "core/text.h"
+#include "core/unit_change.h"
 #include "edit/rungs.h"
 #include "motion/fourier.h"
 #include "present/plot_selection.h"

@@ -8,7 +8,7 @@
 
 #include "core/startup.h"
 #include "core/units.h"
-#include "motion/examples.h"
+#include "edit/examples.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
 

@@ -173,6 +173,7 @@ TEST_F(Home_Screen, a_motion_typed_after_clear_all_is_no_longer_that_of_the_file
 {
     const std::string path = Saved_Model("Four Dwell");
     ASSERT_TRUE(Sub_Main(design, "", {}));
+    Mark_Saved(design);
     frm_HomeScreen home("");
     const Driver user(home);
     Host host = Installed_Host();

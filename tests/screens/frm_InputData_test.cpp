@@ -11,9 +11,10 @@
 
 #include "core/text.h"
 #include "core/traps.h"
+#include "core/unit_change.h"
 #include "core/units.h"
+#include "edit/examples.h"
 #include "forms/input_form.h"
-#include "motion/examples.h"
 #include "motion/segments.h"
 #include "screens/frm_Continuity.h"
 #include "screens/frm_Input_Session.h"

@@ -8,8 +8,10 @@
 #include <vector>
 
 #include "core/text.h"
+#include "core/unit_change.h"
 #include "core/units.h"
 #include "dynamics/kinetostatics.h"
+#include "edit/rungs.h"
 #include "paint/chart.h"
 #include "present/plot_engine.h"
 #include "tests/support/desktop_design.h"
@@ -218,6 +220,7 @@ TEST_F(Stress_Screen, steel_stays_steel_when_the_screen_opens_again)
         EXPECT_EQ(user.Text("txt_Cam_E"), "206.8E3");
     }
     Change_Units(design, 1);
+    ASSERT_TRUE(Recalculate(design, Standing_of(design)));
     frm_Stress screen;
     const Driver user(screen);
     EXPECT_TRUE(user.Checked(Element("opt_Cam", 0)) && user.Checked(Element("opt_Follower", 0)));

@@ -57,6 +57,34 @@ TEST_F(Foundation, an_entry_is_taken_on_leaving_or_enter_and_only_after_a_change
     EXPECT_EQ(screen.taken.size(), 2U);
 }
 
+TEST_F(Foundation, a_number_cut_short_is_shown_as_it_was_read_and_marked)
+{
+    Two_Fields screen;
+    const Driver user(screen);
+    user.Fill("txt_First", "25,7");
+    EXPECT_EQ(screen.taken, (std::vector<std::string>{"25"}));
+    EXPECT_EQ(screen.first->Text(), "25");
+    EXPECT_EQ(screen.first->Cut(), "'25,7' was read as 25");
+    EXPECT_EQ(screen.first->accessibleDescription(), "'25,7' was read as 25");
+    user.Type("txt_First", "3");  // typing on takes the mark away
+    EXPECT_EQ(screen.first->Cut(), "");
+    EXPECT_EQ(screen.first->accessibleDescription(), "");
+    user.Fill("txt_First", "abc");
+    EXPECT_EQ(screen.taken.back(), "0");
+    EXPECT_EQ(screen.first->Cut(), "'abc' was read as 0");
+    user.Fill("txt_First", "26.5");
+    EXPECT_EQ(screen.taken.back(), "26.5");
+    EXPECT_EQ(screen.first->Cut(), "");
+    user.Fill("txt_First", "90abc");
+    screen.first->Show_Text("90");  // the same again
+    EXPECT_EQ(screen.first->Cut(), "'90abc' was read as 90");
+    screen.first->Show_Text("91");
+    EXPECT_EQ(screen.first->Cut(), "");
+    screen.first->Takes_Words();
+    user.Fill("txt_First", "A title");
+    EXPECT_EQ(screen.taken.back(), "A title");
+}
+
 TEST_F(Foundation, arrow_keys_step_a_number_where_the_screen_allows_it)
 {
     Two_Fields screen;

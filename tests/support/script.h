@@ -78,4 +78,11 @@ inline Expected_Box Error_Box(int number, const std::string& description, const 
     return {"Error " + std::to_string(number) + "   (" + description + ")  has occurred in " + routine + "\n"};
 }
 
+/// What a calculation says of a segment without a duration.
+inline Expected_Box No_Beta_Box(int segment)
+{
+    return {"Segment " + std::to_string(segment) + " has no beta: please enter its duration in degrees.", Buttons::OK,
+            Symbol::exclamation};
+}
+
 }  // namespace lobemax::testing

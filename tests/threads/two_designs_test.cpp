@@ -17,7 +17,7 @@
 #include "core/startup.h"
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
-#include "motion/examples.h"
+#include "edit/examples.h"
 #include "motion/motion_programs.h"
 #include "motion/segment_curve.h"
 #include "motion/segments.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "motion/examples.h"
+#include "edit/examples.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -12,7 +12,7 @@
 #include "core/startup.h"
 #include "core/text.h"
 #include "core/units.h"
-#include "motion/motion_programs.h"
+#include "edit/door.h"
 #include "motion/segments.h"
 
 namespace lobemax {
@@ -98,20 +98,19 @@ std::string Typed(const Design_State& design, double value)
 
 void Fill_Table(Design_State& design, const Example& example)
 {
-    Motion_Group& m = design.motion;
-    m.No_of_segments = static_cast<int>(example.segments.size());
+    Put(design, "No of segments", static_cast<double>(example.segments.size()));
     int i = 0;
     for (const Example_Segment& segment : example.segments) {
         ++i;
-        Pick_Motion(design, i, segment.kind);
-        Pick_Program(design, i, segment.program);
-        m.Beta_Deg(i) = segment.beta;
-        m.Beta_Rad(i) = segment.beta / Deg_per_Rad;
-        const bool shop = example.positions == Positions::shop_length;
-        m.Start_Value(i) = Typed(design, shop ? Shop_Length(design, segment.start) : segment.start);
-        m.End_Value(i) = Typed(design, shop ? Shop_Length(design, segment.end) : segment.end);
+        const auto position = [&](double value) {
+            return Typed(design, example.positions == Positions::shop_length ? Shop_Length(design, value) : value);
+        };
+        Put(design, "Rise_Fall_Dwell", At(i), std::string(1, segment.kind));
+        Put(design, "Program", At(i), std::string(segment.program));
+        Put(design, "Beta_Deg", At(i), segment.beta);
+        Put(design, "Start Value", At(i), position(segment.start));
+        Put(design, "End Value", At(i), position(segment.end));
     }
-    Update_Segment_Angles(design);
 }
 
 }  // namespace
@@ -124,25 +123,22 @@ bool Load_Example(Design_State& design, std::string_view name)
         return false;
     const Example example = Make_Example(*found);
     Reset_All(design);
-    Cam_Group& c = design.cam;
-    c.Camtype = "Radial";
-    c.Barrel_Type = "";
-    c.Rotflag = -1;
-    Set_Step(design, 1.0);
-    c.Translating = !example.oscillating;
-    c.Followtype = example.name == "Flat Follower" ? 2 : 1;
-    Set_Shaft_Speed(design, example.omega);
-    c.Prime_Rad = Shop_Prime_Radius(design, example.prime_radius);
-    c.Offset = Shop_Length(design, example.offset);
+    Put(design, "Deltatheta", 1.0);
+    Put(design, "Shaft speed", example.omega);
+    Put(design, "Camtype$", "Radial");
+    Put(design, "Rotflag", -1);
+    Put(design, "Translating", example.oscillating ? 0 : 1);
+    Put(design, "Prime_Rad", Shop_Prime_Radius(design, example.prime_radius));
+    Put(design, "Followtype", example.name == "Flat Follower" ? 2 : 1);
+    Put(design, "Offset", Shop_Length(design, example.offset));
     Roller_Defaults(design, example.roller_factor);
     if (example.oscillating) {
-        c.ArmX = Shop_Length(design, 4.0);
-        c.ArmY = Shop_Length(design, 2.5);
-        c.ArmRad = Shop_Length(design, 4.0);
-        c.ArmDirect = -1;
+        Put(design, "ArmX", Shop_Length(design, 4.0));
+        Put(design, "ArmY", Shop_Length(design, 2.5));
+        Put(design, "ArmRad", Shop_Length(design, 4.0));
+        Put(design, "ArmDirect", -1);
     }
     Fill_Table(design, example);
-    Set_Units(design);
     Reach(design, Mark::example_loaded);
     return true;
 }
