@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <sstream>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -118,8 +119,14 @@ bool Recover(Design_State& design, const std::string& model)
     } catch (const Fault&) {
         // a model without its note is read in the number format in force
     }
-    const std::size_t line = note.find('\n');
-    if (const std::string format = note.substr(0, line); format == "USA" || format == "Europe")
+    std::istringstream lines(note);
+    std::string format;
+    std::string path;
+    std::string units_of_results;
+    std::getline(lines, format);
+    std::getline(lines, path);
+    std::getline(lines, units_of_results);
+    if (format == "USA" || format == "Europe")
         design.identity.Number_Format = format;
     Reset_All(design);
     const bool read = Load_Model(design, model);
@@ -131,10 +138,12 @@ bool Recover(Design_State& design, const std::string& model)
                      Symbol::exclamation);
         return false;
     }
-    std::string path;
-    if (line != std::string::npos)
-        path = note.substr(line + 1, note.find('\n', line + 1) - line - 1);
     design.identity.File_Name = path;
+    if (const Number_Read units = Read_Number(units_of_results, Decimal_Symbol::point);
+        units.whole && units.value >= First_Unit_System && units.value <= Last_Unit_System) {
+        design.results.WhichUnit = static_cast<int>(units.value);  // a model file does not tell
+        Reach(design, Mark::units_changed);
+    }
     design.identity.Model_Name = path.empty() ? "Recovered" : StripFilename(path);
     Apply(design, Event::edited);
     Mark_Unsaved(design);
@@ -170,8 +179,8 @@ bool Write_Recovery(Design_State& design, const std::string& folder)
         return true;
     }
     try {
-        Write_Whole(Recovery_Note_Path(folder),
-                    design.identity.Number_Format + "\n" + design.identity.File_Name + "\n");
+        Write_Whole(Recovery_Note_Path(folder), design.identity.Number_Format + "\n" + design.identity.File_Name +
+                                                    "\n" + std::to_string(int{design.results.WhichUnit}) + "\n");
         Write_Whole(Recovery_Model_Path(folder), Model_Text(design));
         return true;
     } catch (const Fault&) {

@@ -11,8 +11,11 @@
 #include <string>
 
 #include "core/startup.h"
+#include "core/unit_change.h"
+#include "core/units.h"
 #include "edit/examples.h"
 #include "edit/unsaved.h"
+#include "files/example_designs.h"
 #include "motion/segments.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
@@ -102,6 +105,20 @@ TEST_F(Recovery, of_an_earlier_release_is_offered_and_a_recovered_design_has_a_n
     EXPECT_EQ(design.cam.Prime_Rad, 123.5);
     EXPECT_EQ(design.identity.Model_Name, "Recovered");
     EXPECT_TRUE(Unsaved(design));
+}
+
+TEST_F(Recovery, results_of_the_units_before_stay_those)
+{
+    ASSERT_TRUE(Open_Example(design, "Four Dwell"));
+    Change_Units(design, 1);
+    ASSERT_TRUE(Results_in_Other_Units(design));
+    ASSERT_TRUE(Write_Recovery(design, folder_));
+    ASSERT_TRUE(Sub_Main(design, "", {}));
+    script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::Yes});
+    EXPECT_TRUE(Offer_Recovery(design, folder_));
+    EXPECT_EQ(design.identity.WhichUnit, 1);
+    EXPECT_TRUE(Results_in_Other_Units(design));
+    EXPECT_EQ(design.plot.Var_Unit(var::S), "mm");
 }
 
 TEST_F(Recovery, a_no_drops_it)
