@@ -215,7 +215,7 @@ def geometry(rng, n, scale, oscillating):
         if n % 4 == 2:
             s["Follower_Angle"] = rng.choice([30, -45, 90, 137.5])
     if n % 3 == 0:
-        s["Closure$"] = "Form"
+        s["Closure$"] = "Force" if s.get("Followtype") == 2 else "Form"  # a flat face is closed by a spring
         s["In_Out"] = rng.choice([-1, 1])
         s["Top_Bot"] = rng.choice([-1, 1])
     else:
@@ -328,8 +328,8 @@ def answers_and_flags():
              ["convert", "n.cam", "-o", "declined.cam", "--format", "8", "--answer", "no"],
              ["calc", "n.cam", "-o", "heavy.cam", "--set", "Mass=40", "--set", "Preload=1"],
              ["calc", "n.cam", "-o", "heavyno.cam", "--set", "Mass=40", "--set", "Preload=1", "--answer", "no"],
-             ["calc", "n.cam", "-o", "small.cam", "--set", "Prime_Rad=8", "--set", "Follow_Rad=12"],
-             ["calc", "n.cam", "-o", "hollow.cam", "--set", "Prime_Rad=20", "--set", "Follow_Rad=60"],
+             ["calc", "n.cam", "-o", "small.cam", "--set", "Follow_Rad=12", "--set", "Prime_Rad=8"],
+             ["calc", "n.cam", "-o", "hollow.cam", "--set", "Follow_Rad=60", "--set", "Prime_Rad=20"],
              ["calc", "n.cam", "-o", "flat.cam", "--set", "Followtype=2", "--set", "Prime_Rad=15"],
              ["calc", "n.cam", "-o", "linear.cam", "--set", "Camtype$=Linear", "--set", "Followtype=2"],
              ["calc", "n.cam", "-o", "cutter.cam", "--set", "Cutter Radius=500"]]
