@@ -497,7 +497,8 @@ void Screen::Offer_Undo(QMenuBar* bar)
         bar = new QMenuBar;
         layout()->setMenuBar(bar);
     }
-    auto* const menu = bar->addMenu(With_Free_Key(QStringLiteral("Edit"), *this, *bar));
+    auto* const menu = new QMenu(With_Free_Key(QStringLiteral("Edit"), *this, *bar), bar);
+    bar->insertMenu(bar->actions().value(0), menu);
     menu->setObjectName(QStringLiteral("mnu_Edit"));
     const auto add = [this, menu](const QString& name, const QKeySequence& key, bool (History::*step)()) {
         QAction* const action = menu->addAction(QString());
