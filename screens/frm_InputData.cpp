@@ -184,7 +184,7 @@ void frm_InputData::Make_Menu()
     QMenu* const help = bar->addMenu(QStringLiteral("&Help"));
     for (const auto& [page, title] : {std::pair{"input", "The segment table"}, std::pair{"laws", "The laws of motion"}})
         connect(help->addAction(QString::fromUtf8(title)), &QAction::triggered, this,
-                [this, name = QString::fromUtf8(page)] { Open_Help(name); });
+                [name = QString::fromUtf8(page)] { Open_Help(name); });
     QAction* const start = help->addAction(QStringLiteral("Starting angle"));
     start->setObjectName(QStringLiteral("mnu_startangle"));
     On_Pick(start, this, [] { Show_Message(Start_Angle_Help(), Buttons::OK, Symbol::information); });

@@ -368,7 +368,7 @@ TEST_F(Whole_File_Test, a_link_stays_a_link)
 
 TEST(Whole_File_Refusals, a_directory_and_a_missing_folder_are_faults)
 {
-    EXPECT_THROW(Whole_File(::testing::TempDir()), Fault);
+    EXPECT_THROW(Whole_File{::testing::TempDir()}, Fault);
     EXPECT_THROW(Whole_File("/no/such/folder/file"), Fault);
 }
 
