@@ -68,7 +68,6 @@ public:
     void Show_Text(std::string_view text);
     std::string Text() const { return From_Qt(text()); }
     bool Dirty() const { return dirty_; }
-    void Mark_Dirty() { dirty_ = true; }
     /// Validates a changed field now, as leaving it does.
     void Leave();
 
