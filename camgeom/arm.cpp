@@ -61,6 +61,12 @@ Axial_Arm Axial_Arm_at(Design_State& design, int i, double prime, double ArmX, d
     return {g0, arm, ar, Sqr(xa * xa + prime * prime)};
 }
 
+/// Of a pivot from the cam's centre.
+double Distance(double x, double y)
+{
+    return Sqr(x * x + y * y);
+}
+
 }  // namespace
 
 double Sgn(double x)
@@ -83,7 +89,7 @@ double Arm_Velocity(const Design_State& design, double v)
 double Arm_Pivot_Distance(const Design_State& design)
 {
     const Cam_Group& c = design.cam;
-    return Sqr(c.ArmX * c.ArmX + c.ArmY * c.ArmY);
+    return Distance(c.ArmX, c.ArmY);
 }
 
 void Arm_Geometry(Design_State& design)
@@ -158,7 +164,7 @@ bool Flat_Osc_Contact(Design_State& design, int i, double ArmX, double ArmY, Fla
         w = w * PI / (m.Shaft_speed * 180.0);
     else if (m.Time_Base == 3)
         w = w * PI / 180.0;
-    const double D = Sqr(ArmX * ArmX + ArmY * ArmY);
+    const double D = Distance(ArmX, ArmY);
     contact.pivot_angle = Atan2D(ArmX, ArmY);
     if (D == 0.0) {
         design.flags.Calc_Error = true;

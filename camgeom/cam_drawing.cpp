@@ -12,6 +12,7 @@
 #include "core/design_state.h"
 #include "core/messages.h"
 #include "core/numeric.h"
+#include "core/points.h"
 
 namespace lobemax {
 
@@ -194,8 +195,7 @@ double Machine_Zero_Direction(Design_State& design)
 /// How many positions of follower or cutter a path shows, from the second point on.
 int Path_Positions(Design_State& design)
 {
-    return std::min<int>(To_Integer(path_span * C(design).Path_Step / design.motion.Deltatheta),
-                         design.motion.Max_Data_Points_used);
+    return std::min<int>(Point_at(design, path_span * C(design).Path_Step), design.motion.Max_Data_Points_used);
 }
 
 void Trace_Path(Design_State& design, Surface& s, void (*trace_point)(Design_State&, Surface&, int))
@@ -236,7 +236,7 @@ bool Find_Base_Circle(Design_State& design)
 /// A window that holds the cam in all its positions, so that it stands still while the cam turns.
 void Set_Turning_Scale(Design_State& design, Surface& surface)
 {
-    double reach = C(design).Translating ? 0.0 : std::hypot(C(design).ArmX, C(design).ArmY);
+    double reach = C(design).Translating ? 0.0 : Arm_Pivot_Distance(design);
     for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i)
         for (const int row : {9, 36})
             reach = std::max(reach, std::hypot(Data(design, row, i), Data(design, row + 1, i)));

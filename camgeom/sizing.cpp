@@ -394,7 +394,7 @@ void Autopress_Message(const Design_State& design, std::string_view label, Singl
     Show_Message(
         "An attempt to divide by zero was detected in Autopress when calculating\n"
         "the pressure angle at theta = " +
-            In_Number_Format(design, Shortest(theta)) +
+            Shown(design, theta) +
             "\n"
             "Will continue to attempt calculation at other points" +
             std::string(label),

@@ -5,9 +5,10 @@ set(ROOMS_DIR ${CMAKE_BINARY_DIR}/rooms)
 
 add_library(lobemax_options INTERFACE)
 # No contraction of a * b + c and no fast-math: a result is what its formula says, on every machine.
-# GCC 12 reports std::string assignments as overlapping copies at -O3; -Wrestrict is off for that.
+# GCC 12 reports std::string assignments as overlapping copies at -O3; -Wrestrict, which Clang lacks, is off for that.
 target_compile_options(lobemax_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Wno-restrict -Werror
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
   -ffp-contract=off)
 if(LOBEMAX_SANITIZE)
   target_compile_options(lobemax_options INTERFACE

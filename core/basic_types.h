@@ -123,7 +123,6 @@ double Power(double x, double y);
 struct Bounds {
     int lo;
     int hi;
-    constexpr int Extent() const noexcept { return hi - lo + 1; }
     constexpr bool Holds(int i) const noexcept { return lo <= i && i <= hi; }
 };
 

@@ -492,28 +492,6 @@ bool Read_Index(std::string_view text, Field_Index& index)
     }
 }
 
-/// A whole number in the text, or an explanation.
-std::string Read_Whole(std::string_view value, double& number)
-{
-    const Number_Read reading = Read_Number(value, Decimal_Symbol::point);
-    if (!reading.any || !reading.whole)
-        return "'" + std::string(value) + "' is not a number";
-    number = reading.value;
-    return {};
-}
-
-std::string Read_Flag(std::string_view value, Flag& flag)
-{
-    const std::string word = Trim(value);
-    if (Same_Text(word, "true") || word == "-1")
-        flag = true;
-    else if (Same_Text(word, "false") || word == "0")
-        flag = false;
-    else
-        return "'" + word + "' is not true, false, -1 or 0";
-    return {};
-}
-
 }  // namespace
 
 std::span<const Field> Field_Directory()
@@ -600,49 +578,6 @@ std::string Field_Value(Design_State& design, const Field& field, const Field_In
                 return Shortest(*at);
         },
         field.at(design, index));
-}
-
-std::string Set_Field(Design_State& design, const Field& field, const Field_Index& index, std::string_view value)
-{
-    if (field.computed)
-        return "'" + std::string(field.name) + "' follows from other fields and cannot be set";
-    if (index.count != field.dimensions)
-        return "'" + std::string(field.name) + "' needs an index";
-    try {
-        return std::visit(
-            [&](auto* at) -> std::string {
-                using T = std::remove_pointer_t<decltype(at)>;
-                if constexpr (std::is_same_v<T, std::string>) {
-                    *at = std::string(value);
-                    return {};
-                } else if constexpr (std::is_same_v<T, Flag>) {
-                    return Read_Flag(value, *at);
-                } else {
-                    double number = 0;
-                    const std::string refusal = Read_Whole(value, number);
-                    if (!refusal.empty())
-                        return refusal;
-                    if constexpr (std::is_same_v<T, Integer> || std::is_same_v<T, Long>) {
-                        if (number != std::floor(number))
-                            return "'" + std::string(value) + "' is not a whole number";
-                        if constexpr (std::is_same_v<T, Integer>)
-                            *at = To_Integer(number);
-                        else if (number < -2147483648.0 || number > 2147483647.0)
-                            throw Fault{overflow};
-                        else
-                            *at = static_cast<Long>(number);
-                    } else {
-                        *at = number;
-                    }
-                    return {};
-                }
-            },
-            field.at(design, index));
-    } catch (const Fault& fault) {
-        if (fault.Number() == out_of_bounds)
-            return "'" + Field_Name(field, index) + "' does not exist";
-        return "'" + std::string(value) + "' is too large for '" + std::string(field.name) + "'";
-    }
 }
 
 std::string Unit_Text(const Design_State& design, Field_Unit unit)

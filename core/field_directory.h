@@ -78,10 +78,6 @@ std::string Field_Label(const Field& field, const Field_Index& index);
 /// @throws Fault{9} when the index is out of bounds
 std::string Field_Value(Design_State& design, const Field& field, const Field_Index& index);
 
-/// Puts a value, given as text, into one element: numbers with a decimal point, flags true/false or -1/0.
-/// @return  empty, or why the text was refused; the design is then as it was
-std::string Set_Field(Design_State& design, const Field& field, const Field_Index& index, std::string_view value);
-
 /// The unit of a field in the system in force, empty when it has none.
 std::string Unit_Text(const Design_State& design, Field_Unit unit);
 

@@ -9,6 +9,7 @@
 #include "core/linkage_setup.h"
 #include "core/messages.h"
 #include "core/number_format.h"
+#include "core/points.h"
 #include "core/traps.h"
 #include "core/units.h"
 
@@ -147,7 +148,7 @@ void Clear_Segs(Design_State& design)
         m.Orders(i) = 6;
         m.Splines_Calculated(i) = false;
     }
-    m.Max_Data_Points_used = To_Integer(360.0 / m.Deltatheta);
+    m.Max_Data_Points_used = Points_of_Cycle(m.Deltatheta);
     Apply(design, Event::rows_cleared);
     design.flags.Clearing = false;
 }

@@ -559,6 +559,11 @@ std::string In_Number_Format(const Design_State& design, std::string_view text)
     return shown;
 }
 
+std::string Shown(const Design_State& design, Single value)
+{
+    return In_Number_Format(design, Shortest(value));
+}
+
 std::array<std::string, 4> Step_Texts(const Design_State& design)
 {
     return {In_Number_Format(design, "1.0"), In_Number_Format(design, "0.50"), In_Number_Format(design, "0.25"),

@@ -90,6 +90,9 @@ std::string FNRoundStr(const Design_State& design, double value, int decimals);
 std::string Shortest(Single value);
 std::string Shortest(double value);
 
+/// A value as a field or a message shows it: the shortest text of its 32 bits in the number format in force.
+std::string Shown(const Design_State& design, Single value);
+
 /// Text without the blanks, tabs and line ends at both ends.
 std::string Trim(std::string_view text);
 

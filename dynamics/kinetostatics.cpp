@@ -355,7 +355,7 @@ void Check_Separation(const Design_State& design, double theta, Integer& answer)
     if (answer == ignore_answer)
         return;
     const Answer pressed = Show_Message(
-        "The cam and follower have separated at Theta =  " + In_Number_Format(design, Shortest(Single(theta))) +
+        "The cam and follower have separated at Theta =  " + Shown(design, theta) +
             " deg\n"
             "\n"
             "Choose ABORT to terminate further calculations beyond the current position\n"

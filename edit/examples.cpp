@@ -93,7 +93,7 @@ Example Make_Example(std::string_view name)
 /// A number as the user would type it in the number format in force.
 std::string Typed(const Design_State& design, double value)
 {
-    return In_Number_Format(design, Shortest(Single(value)));
+    return Shown(design, value);
 }
 
 void Fill_Table(Design_State& design, const Example& example)

@@ -25,7 +25,6 @@ public:
     std::size_t Bytes(std::unordered_set<const void*>& seen) const;
     /// Lets the calculated rows go; Restore then leaves a design whose results do not hold.
     void Drop_Results();
-    bool Has_Results() const { return rest_ != nullptr; }
 
 private:
     using Points = std::vector<Single>;

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <limits>
 
+#include "camgeom/arm.h"
 #include "camgeom/sizing.h"
 #include "core/design_state.h"
 #include "core/ladder.h"
@@ -431,7 +432,7 @@ void Refresh_Derived(Design_State& design)
 {
     Cam_Group& c = design.cam;
     Set_Units(design);
-    c.Arm_Pivot_Dist = Sqr(c.ArmX * c.ArmX + c.ArmY * c.ArmY);
+    c.Arm_Pivot_Dist = Arm_Pivot_Distance(design);
     Rebuild_Keyway_Text(design);
     c.Shift_Points = Start_Angle_Points(design);
     Phi_Extremes(design);

@@ -19,11 +19,6 @@ namespace lobemax {
 
 namespace {
 
-std::string Shown(const Design_State& design, double value, int decimals)
-{
-    return In_Number_Format(design, Shortest(Single(FNRound(value, decimals))));
-}
-
 /// The journal's radius from its diameter as typed, which must be a number of the design itself.
 Single Radius_of_Journal(const Design_State& design, std::string_view diameter)
 {
@@ -83,15 +78,15 @@ Dynamics_Form Opening_Dynamics_Form(const Design_State& design)
     if (design.flags.Modelflag && d.Model_Type != 1)  // of the model's spring that returns the follower
         zeta = d.Model_Type == 2 || d.Model_Type == 5 ? d.Zeta(2) : d.Zeta(1);
     Dynamics_Form form;
-    form.txt_Mass = Shown(design, mass, id.Decimals_4);
-    form.txt_Spring = Shown(design, spring, id.Decimals_6);
-    form.txt_Preload = Shown(design, preload, id.Decimals_2);
-    form.txt_Zeta = Shown(design, zeta, 2);
-    form.txt_Damping = Shown(design, d.Damping, 2);
-    form.txt_Journal = Shown(design, 2.0 * d.Bearing_Radius, id.Decimals_1);
-    form.txt_Folfrict = Shown(design, d.Mu_of_Follower, 3);
-    form.txt_Jnlfrict = Shown(design, d.Mu_of_Shaft, 3);
-    form.txt_Fluct = Shown(design, d.Coeff_of_Fluctuation, 2);
+    form.txt_Mass = Shown(design, FNRound(mass, id.Decimals_4));
+    form.txt_Spring = Shown(design, FNRound(spring, id.Decimals_6));
+    form.txt_Preload = Shown(design, FNRound(preload, id.Decimals_2));
+    form.txt_Zeta = Shown(design, FNRound(zeta, 2));
+    form.txt_Damping = Shown(design, FNRound(d.Damping, 2));
+    form.txt_Journal = Shown(design, FNRound(2.0 * d.Bearing_Radius, id.Decimals_1));
+    form.txt_Folfrict = Shown(design, FNRound(d.Mu_of_Follower, 3));
+    form.txt_Jnlfrict = Shown(design, FNRound(d.Mu_of_Shaft, 3));
+    form.txt_Fluct = Shown(design, FNRound(d.Coeff_of_Fluctuation, 2));
     form.force_closed = design.cam.Followtype == 2 || design.cam.Closure == "Force";
     form.start_fresh = d.Torque_Start_Fresh;
     form.add_external = design.flags.Ext_Force_Calc && d.Ext_Force_Add;

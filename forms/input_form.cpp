@@ -9,6 +9,7 @@
 #include "core/ladder.h"
 #include "core/messages.h"
 #include "core/numeric.h"
+#include "core/points.h"
 #include "core/startup.h"
 #include "core/text.h"
 #include "core/units.h"
@@ -163,7 +164,7 @@ std::string Enter_Beta(Design_State& design, int row, std::string_view text)
     Rearm_Row(design, row);
     Apply(design, Event::row_edited);
     if (verdict.sentence == Beta_Range)
-        return m.Beta_Deg(segment) == 0.0 ? "" : In_Number_Format(design, Shortest(m.Beta_Deg(segment)));
+        return m.Beta_Deg(segment) == 0.0 ? "" : Shown(design, m.Beta_Deg(segment));
     Put(design, "Beta_Deg", At(segment), 0.0);  // its end would lie beyond the cycle
     return "";
 }
@@ -206,11 +207,10 @@ std::string Enter_Segment_Count(Design_State& design, std::string_view text, boo
 
 std::string Enter_Step(Design_State& design, std::string_view text)
 {
-    constexpr std::array steps{1.0, 0.5, 0.25, 0.125};
     const std::array<std::string, 4> texts = Step_Texts(design);
     const auto found = std::find(texts.begin(), texts.end(), text);
     const bool listed = found != texts.end();
-    const double step = listed ? steps.at(static_cast<std::size_t>(found - texts.begin())) : 1.0;
+    const double step = listed ? Steps.at(static_cast<std::size_t>(found - texts.begin())) : 1.0;
     if (!listed)
         Show_Message("Please select one of the drop-down menu items for Delta Theta", Buttons::OK, Symbol::information);
     const bool filled = Any_End_Position(design);
@@ -231,7 +231,7 @@ void Enter_Omega(Design_State& design, std::string_view text)
 
 std::string Omega_Text(const Design_State& design)
 {
-    return In_Number_Format(design, Shortest(Single(FNRound(design.motion.Shaft_speed * 30.0 / PI, 4))));
+    return Shown(design, FNRound(design.motion.Shaft_speed * 30.0 / PI, 4));
 }
 
 void Enter_Start_Angle(Design_State& design, std::string_view text)

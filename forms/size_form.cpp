@@ -20,11 +20,6 @@ namespace lobemax {
 
 namespace {
 
-std::string Shown(const Design_State& design, double value)
-{
-    return In_Number_Format(design, Shortest(Single(value)));
-}
-
 void Tell(const Verdict& verdict)
 {
     Show_Refusal(verdict);

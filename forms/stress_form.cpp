@@ -15,11 +15,6 @@ namespace lobemax {
 
 namespace {
 
-std::string Shown(const Design_State& design, double value)
-{
-    return In_Number_Format(design, Shortest(Single(value)));
-}
-
 /// The numbers of all fields.
 struct Stress_Values {
     Single cam_E;

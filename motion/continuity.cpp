@@ -79,7 +79,8 @@ std::string Continuity_Text(const Design_State& design)
         "One or more of your segment boundaries is discontinuous.";
     for (int d = 0; d <= 2; ++d)
         if (m.Max_Jump(d) > m.Jump_Limit)
-            text += std::string("\nThe largest discontinuity between adjacent ") + derivative_names.at(d) +
+            text += std::string("\nThe largest discontinuity between adjacent ") +
+                    derivative_names.at(static_cast<std::size_t>(d)) +
                     " values is: " + Trim(FNRoundStr(design, m.Max_Jump(d), 6)) + ",   or  " +
                     Trim(FNRoundStr(design, Jump_Percent(design, d), 4)) + " % of maximum value.";
     return text +

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "motion/motion_rules.h"
 
+#include <algorithm>
 #include <vector>
 
+#include "core/points.h"
 #include "core/text.h"
 #include "core/units.h"
 #include "motion/motion_programs.h"
@@ -114,9 +116,8 @@ void Count_Follows(Design_State& design, const Field_Index&)
 
 Verdict Step_may_be(const Design_State&, const Field_Index&, const Typed_Value& value)
 {
-    for (const double step : {1.0, 0.5, 0.25, 0.125})
-        if (value.number == step)
-            return {};
+    if (std::ranges::find(Steps, value.number) != Steps.end())
+        return {};
     return {Quoted(value.text) + " is no step: 1.0, 0.50, 0.25, 0.125"};
 }
 

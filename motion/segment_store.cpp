@@ -11,6 +11,7 @@
 #include "core/ladder.h"
 #include "core/messages.h"
 #include "core/numeric.h"
+#include "core/points.h"
 #include "core/text.h"
 #include "core/traps.h"
 #include "motion/motion_programs.h"
@@ -137,7 +138,7 @@ class Spline_Store {
 public:
     explicit Spline_Store(Design_State& design)
         : design_(design),
-          start_(To_Integer(design.motion.Shift(design.motion.Seg) / design.motion.Deltatheta)),
+          start_(Point_at(design, design.motion.Shift(design.motion.Seg))),
           derivatives_(design.motion.Time_Base >= 1 && design.motion.Time_Base <= 3 ? Max_Spline_Derivative : 0),
           scale_(Store_Scales(design))
     {
@@ -254,7 +255,7 @@ void Store_Point(Design_State& design, Single theta)
     Motion_Group& m = design.motion;
     Results_Group& r = design.results;
     const Single angle = theta + m.Shift(m.Seg);
-    const int i = To_Integer(angle / m.Deltatheta);  // the nearest point, ties to even
+    const int i = Point_at(design, angle);
     Table<Single>& data = r.CalcData;
 
     data(var::Angle, i) = angle;
@@ -298,7 +299,7 @@ void Store_Segment(Design_State& design, int Seg, const Segment_Curve& curve)
     Load_Beta(design);
     const Single beta = m.Beta_Deg(Seg);
     const Segment_Law* const law = curve.Law();
-    const int last = law != nullptr ? 0 : int{To_Integer(beta / m.Deltatheta)};
+    const int last = law != nullptr ? 0 : int{Point_at(design, beta)};
     if (const Spline_Curve* const spline = curve.Spline()) {
         Spline_Store store(design);
         for (int p = 0; p <= last; ++p)

@@ -7,6 +7,7 @@
 #include "core/ladder.h"
 #include "core/messages.h"
 #include "core/numeric.h"
+#include "core/points.h"
 #include "core/text.h"
 #include "core/traps.h"
 #include "motion/segment_store.h"
@@ -14,12 +15,6 @@
 namespace lobemax {
 
 namespace {
-
-/// Point index of a cam angle in degrees, nearest, ties to even.
-int Point_At(const Design_State& design, double angle)
-{
-    return To_Integer(angle / design.motion.Deltatheta);
-}
 
 void Zero_Row(Design_State& design, int variable, int max_point)
 {
@@ -146,11 +141,10 @@ void Drop_External_Force(Design_State& design)
 
 bool Set_Step(Design_State& design, double Deltatheta)
 {
-    constexpr std::array steps{1.0, 0.5, 0.25, 0.125};
-    if (std::find(steps.begin(), steps.end(), Deltatheta) == steps.end())
+    if (std::ranges::find(Steps, Deltatheta) == Steps.end())
         return false;
     Motion_Group& m = design.motion;
-    const int points = To_Integer(360.0 / Deltatheta);
+    const int points = Points_of_Cycle(Deltatheta);
     if (!Dimension_Arrays(design, design.run.Saved_Variables, points))
         return false;
     Dimension_Link_Arrays(design, points);
@@ -263,7 +257,7 @@ bool Motion_Done(Design_State& design, std::optional<double> rpm)
                 design.results.CalcData(var::Ext_Force, p) = design.results.Ext_Force_Table(p);
         }
         design.linkage.Drive_End_Effector = false;
-        MaxMin1(design.results.CalcData.Points(var::S), 0, Point_At(design, 360.0), m.Max_Pos_Disp, m.Max_Neg_Disp);
+        MaxMin1(design.results.CalcData.Points(var::S), 0, Point_at(design, 360.0), m.Max_Pos_Disp, m.Max_Neg_Disp);
         m.MaxLift = m.Max_Pos_Disp - m.Max_Neg_Disp;
         Refresh_Screens();
     });

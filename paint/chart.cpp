@@ -38,7 +38,7 @@ QColor Own_Colour(int place)
 
 QString Number(const Design_State& design, double value)
 {
-    return QString::fromStdString(In_Number_Format(design, Shortest(Single(value))));
+    return QString::fromStdString(Shown(design, value));
 }
 
 /// A number to be read at a glance.
@@ -304,13 +304,6 @@ void Chart::Set_Ground(const QColor& ground)
 {
     ground_ = ground;
     Apply_Palette();
-}
-
-void Chart::Set_Range(double first, double last)
-{
-    const Own_View own(*this);
-    plot_->xAxis->setRange(first, last);
-    plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
 void Chart::Set_Ticks(const Point_Ticks& ticks)

@@ -89,7 +89,6 @@ public:
     void Set_Legend(bool visible);
     /// A ground of its own with dark ink; an invalid colour gives the palette's back.
     void Set_Ground(const QColor& ground);
-    void Set_Range(double first, double last);  // of the abscissa
     /// The whole view then goes over all the points and has these ticks; a zoomed one finds its own.
     void Set_Ticks(const Point_Ticks& ticks);
     void Clear_Ticks();

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "core/design_state.h"
+#include "core/points.h"
 #include "core/text.h"
 #include "present/plot_engine.h"
 #include "present/plot_selection.h"
@@ -40,10 +41,9 @@ struct Range {
 /// A segment may begin before the cycle or end behind it: there are no points there.
 Range Range_of_Plot(const Design_State& design)
 {
-    const double step = design.motion.Deltatheta;
     const int most = std::min<int>(design.motion.Max_Data_Points_used, design.results.CalcData.Last_Point());
-    const int last = std::clamp<int>(To_Integer(design.plot.Plot_Last / step), 0, most);
-    return {std::clamp<int>(To_Integer(design.plot.Plot_First / step), 0, last), last};
+    const int last = std::clamp<int>(Point_at(design, design.plot.Plot_Last), 0, most);
+    return {std::clamp<int>(Point_at(design, design.plot.Plot_First), 0, last), last};
 }
 
 /// The picked functions of chart k of so many.

@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "core/design_state.h"
+#include "core/points.h"
 #include "core/text.h"
 
 namespace lobemax {
@@ -72,7 +73,7 @@ Point_Range Points_of_Segment(const Design_State& design, int segment)
         return {0, m.Max_Data_Points_used};
     if (segment < 1 || segment > m.No_of_segments)
         throw Fault{out_of_bounds};
-    return {To_Integer(m.Shift(segment) / m.Deltatheta), To_Integer(m.Gamma(segment) / m.Deltatheta)};
+    return {Point_at(design, m.Shift(segment)), Point_at(design, m.Gamma(segment))};
 }
 
 Data_Table Make_Data_Table(const Design_State& design, const Table_Choice& choice)

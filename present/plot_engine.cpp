@@ -95,7 +95,7 @@ std::string With_Length(const Design_State& design, const std::string& text, con
     return Read_Number(word, Current_Decimal_Symbol(design)).whole ? word + length : word;
 }
 
-std::string Shown(const Design_State& design, double value, int decimals)
+std::string Rounded(const Design_State& design, double value, int decimals)
 {
     return Trim(FNRoundStr(design, value, decimals));
 }
@@ -230,11 +230,11 @@ Panel_Lines Basic_Data(const Design_State& design)
     const Motion_Group& m = design.motion;
     const Plot_Group& p = design.plot;
     return {{"Segment", p.Segment_Pick},
-            {"Start Theta", Shown(design, p.Plot_First, 2)},
-            {"End Theta", Shown(design, p.Plot_Last, 2)},
-            {"Delta Theta", Shown(design, m.Deltatheta, 3)},
+            {"Start Theta", Rounded(design, p.Plot_First, 2)},
+            {"End Theta", Rounded(design, p.Plot_Last, 2)},
+            {"Delta Theta", Rounded(design, m.Deltatheta, 3)},
             {"Cam Rotates", Rotation_Text(design)},
-            {"Cam Omega", Shown(design, m.Shaft_speed, 2) + " rad/sec"}};
+            {"Cam Omega", Rounded(design, m.Shaft_speed, 2) + " rad/sec"}};
 }
 
 Panel_Lines Size_Data(const Design_State& design)
@@ -245,13 +245,13 @@ Panel_Lines Size_Data(const Design_State& design)
     const int decimals = design.identity.Decimals_1;
     const std::string length = std::string(" ") + Words_of_Units(design.identity.WhichUnit).length;
     const std::string length_of_results = std::string(" ") + Words_of_Units(Units_of_Results(design)).length;
-    return {{"Min Phi", Shown(design, c.Phi_Min, 2) + " deg"},
-            {"Max Phi", Shown(design, c.Phi_Max, 2) + " deg"},
-            {"Offset", Shown(design, c.Offset, decimals) + length},
-            {"Prime Radius", Shown(design, c.Prime_Rad, decimals) + length},
+    return {{"Min Phi", Rounded(design, c.Phi_Min, 2) + " deg"},
+            {"Max Phi", Rounded(design, c.Phi_Max, 2) + " deg"},
+            {"Offset", Rounded(design, c.Offset, decimals) + length},
+            {"Prime Radius", Rounded(design, c.Prime_Rad, decimals) + length},
             {"Min Rho +", With_Length(design, c.Rho_Min_Pos_Text, length_of_results)},
             {"Min Rho -", With_Length(design, c.Rho_Min_Neg_Text, length_of_results)},
-            {"Folwr Rad", Shown(design, c.Follow_Rad, decimals) + length}};
+            {"Folwr Rad", Rounded(design, c.Follow_Rad, decimals) + length}};
 }
 
 std::string Plot_Header(const Design_State& design)

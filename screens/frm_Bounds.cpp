@@ -30,11 +30,6 @@ constexpr std::array value_heads{"S", "V", "A", "J", "Ping"};
 constexpr int polynomial_selector = 6;
 constexpr int spline_selector = 11;
 
-std::string Shown(double value)
-{
-    return In_Number_Format(design, Shortest(Single(value)));
-}
-
 }  // namespace
 
 frm_Bounds::frm_Bounds(int segment, QWidget* parent)
@@ -49,10 +44,11 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
         head->addWidget(value, 0, 2 * place + 1);
     };
     pair(0, QStringLiteral("Segment"), Label(QStringLiteral("lbl_segment"), QString::number(segment)));
-    pair(1, QStringLiteral("Global Theta (deg)"), Label(QStringLiteral("lbl_start"), To_Qt(Shown(m.Shift(segment)))));
-    pair(2, QStringLiteral("to"), Label(QStringLiteral("lbl_end"), To_Qt(Shown(m.Gamma(segment)))));
+    pair(1, QStringLiteral("Global Theta (deg)"),
+         Label(QStringLiteral("lbl_start"), To_Qt(Shown(design, m.Shift(segment)))));
+    pair(2, QStringLiteral("to"), Label(QStringLiteral("lbl_end"), To_Qt(Shown(design, m.Gamma(segment)))));
     pair(3, QStringLiteral("Local Theta (deg)  0 to"),
-         Label(QStringLiteral("lbl_Segangle"), To_Qt(Shown(m.Beta_Deg(segment)))));
+         Label(QStringLiteral("lbl_Segangle"), To_Qt(Shown(design, m.Beta_Deg(segment)))));
     head->setColumnStretch(8, 1);
     auto* const count = new Entry(QStringLiteral("txt_NoConds"), QStringLiteral("2 to 40 conditions"));
     count->setMaximumWidth(70);
@@ -80,9 +76,9 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
     for (int line = 0; line <= last_row; ++line) {
         const int k = line;
         if (k == 0 || k == last_row) {
-            grid->addWidget(
-                Label(Element("lbl_Theta", k), k == 0 ? QStringLiteral("0") : To_Qt(Shown(m.Beta_Deg(segment)))),
-                line + 1, 0, Qt::AlignHCenter);
+            grid->addWidget(Label(Element("lbl_Theta", k),
+                                  k == 0 ? QStringLiteral("0") : To_Qt(Shown(design, m.Beta_Deg(segment)))),
+                            line + 1, 0, Qt::AlignHCenter);
         } else {
             auto* const theta = new Entry(Element("txt_Theta", k), QStringLiteral("Local angle of these conditions"));
             theta->moved = [this, line](int columns, int rows) { Move_to(line + rows, columns); };

@@ -37,7 +37,6 @@ private:
     /// Shows what a run has filled, if there was one.
     void Show_Run(bool run);
     void Show_Results();
-    static void Show_Row(paint::Chart& chart, int row);
     void Hide_Charts();
     /// Figures and charts of an earlier run, or of values that do not stand any more, are gray.
     void Show_Stale(bool stale);

@@ -18,6 +18,7 @@
 
 #include "core/ladder.h"
 #include "core/messages.h"
+#include "core/points.h"
 #include "core/startup.h"
 #include "core/text.h"
 #include "core/traps.h"
@@ -124,13 +125,11 @@ QColor Row_Colour(bool done, const QPalette& palette)
     return dark ? QColor(130, 165, 255) : QColor(0, 0, 255);
 }
 
-constexpr std::array steps{1.0, 0.5, 0.25, 0.125};
-
 /// Text of the step in force.
 std::string Step_in_Force()
 {
-    for (std::size_t k = 0; k < steps.size(); ++k)
-        if (design.motion.Deltatheta == steps[k])
+    for (std::size_t k = 0; k < Steps.size(); ++k)
+        if (design.motion.Deltatheta == Steps[k])
             return Step_Texts(design)[k];
     return "";
 }
@@ -184,7 +183,7 @@ void frm_InputData::Make_Menu()
     QMenu* const help = bar->addMenu(QStringLiteral("&Help"));
     for (const auto& [page, title] : {std::pair{"input", "The segment table"}, std::pair{"laws", "The laws of motion"}})
         connect(help->addAction(QString::fromUtf8(title)), &QAction::triggered, this,
-                [this, name = QString::fromUtf8(page)] { Open_Help(name); });
+                [name = QString::fromUtf8(page)] { Open_Help(name); });
     QAction* const start = help->addAction(QStringLiteral("Starting angle"));
     start->setObjectName(QStringLiteral("mnu_startangle"));
     On_Pick(start, this, [] { Show_Message(Start_Angle_Help(), Buttons::OK, Symbol::information); });
@@ -460,8 +459,7 @@ void frm_InputData::Fill()
     const Motion_Group& m = design.motion;
     Control<Entry>(QStringLiteral("txt_Segmts")).Show_Text(std::to_string(m.No_of_segments));
     Control<Entry>(QStringLiteral("txt_Omega")).Show_Text(Omega_Text(design));
-    Control<Entry>(QStringLiteral("txt_ShiftAng"))
-        .Show_Text(In_Number_Format(design, Shortest(design.cam.Shift_Angle)));
+    Control<Entry>(QStringLiteral("txt_ShiftAng")).Show_Text(Shown(design, design.cam.Shift_Angle));
     auto& delta = Control<QComboBox>(QStringLiteral("cmb_Delta"));
     delta.clear();
     delta.addItems(Step_Names());
@@ -485,7 +483,7 @@ void frm_InputData::Fill_Row(int row)
     r.kind->setCurrentIndex(Kind_Place(design, row));
     r.program->setCurrentIndex(Program_Place(design, row));
     if (!r.beta->Dirty())
-        r.beta->Show_Text(m.Beta_Deg(segment) == 0.0 ? "" : In_Number_Format(design, Shortest(m.Beta_Deg(segment))));
+        r.beta->Show_Text(m.Beta_Deg(segment) == 0.0 ? "" : Shown(design, m.Beta_Deg(segment)));
     if (!r.low->hasFocus() || r.low->Text() != m.Start_Value(segment))
         r.low->Show_Text(m.Start_Value(segment));
     if (!r.high->hasFocus() || r.high->Text() != m.End_Value(segment))

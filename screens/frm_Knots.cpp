@@ -13,6 +13,7 @@
 #include <cmath>
 
 #include "core/messages.h"
+#include "core/points.h"
 #include "core/text.h"
 #include "motion/polynomial.h"
 #include "motion/segment_store.h"
@@ -24,11 +25,6 @@
 namespace lobemax::screens {
 
 namespace {
-
-std::string Shown(double value)
-{
-    return In_Number_Format(design, Shortest(Single(value)));
-}
 
 /// The yellow of a knot's box and the magenta of its line, in tones for the ground in force.
 QColor Knot_Yellow(const QPalette& palette)
@@ -164,7 +160,7 @@ void frm_Knots::Fill()
     text("lbl_Total_Knots", std::to_string(m.Number_of_Knots(segment_)));
     text("lbl_IntKnots", std::to_string(m.Interior_Knots(segment_)));
     text("lbl_Segment", std::to_string(segment_));
-    text("lbl_deltatheta", Shown(m.Deltatheta) + " deg");
+    text("lbl_deltatheta", Shown(design, m.Deltatheta) + " deg");
     Control<QCheckBox>(QStringLiteral("chk_Even")).setChecked(m.EvenKnots(segment_));
     for (int i = 1; i <= Max_Interior_Knots; ++i) {
         const bool used = i <= m.Interior_Knots(segment_);
@@ -173,7 +169,7 @@ void frm_Knots::Fill()
         Control<QRadioButton>(Element("opt_knot", i)).setVisible(used);
         Control<QLabel>(Element("lbl_deg", i)).setVisible(used);
         if (used)
-            knot.Show_Text(Shown(m.Knots(m.Orders(segment_) + i, segment_)));
+            knot.Show_Text(Shown(design, m.Knots(m.Orders(segment_) + i, segment_)));
     }
     for (const char* const name : {"cmd_Done", "cmd_Plot"})
         Control<QPushButton>(QString::fromUtf8(name)).setEnabled(m.Splines_Calculated(segment_));
@@ -203,8 +199,8 @@ void frm_Knots::Draw()
     std::vector<double> lines;
     for (int i = 1; i <= m.Interior_Knots(segment_); ++i)
         lines.push_back(m.Shift(segment_) + m.Knots(m.Orders(segment_) + i, segment_));
-    const int first = To_Integer(m.Shift(segment_) / m.Deltatheta);
-    const int last = To_Integer(m.Gamma(segment_) / m.Deltatheta);
+    const int first = Point_at(design, m.Shift(segment_));
+    const int last = Point_at(design, m.Gamma(segment_));
     for (int k = 0; k < charts_.size(); ++k) {
         const int v = var::S + k;
         charts_[k]->Set_Axis_Titles(

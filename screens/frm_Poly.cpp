@@ -19,11 +19,6 @@ namespace lobemax::screens {
 
 namespace {
 
-std::string Shown(double value)
-{
-    return In_Number_Format(design, Shortest(Single(value)));
-}
-
 QTableWidget* Table_of(const QString& name, const QStringList& heads, const QList<QStringList>& rows)
 {
     auto* const table = new QTableWidget(static_cast<int>(rows.size()), static_cast<int>(heads.size()));
@@ -55,9 +50,9 @@ frm_Poly::frm_Poly(int segment, QWidget* parent)
     for (int j = 1; j <= n; ++j) {
         const double x = m.Thetanorm(j, segment);
         const auto order = static_cast<std::size_t>(std::clamp<double>(m.Equation(j, segment), 0, 4));
-        conditions.append({QString::fromUtf8(functions[order]), To_Qt(Shown(x * m.Beta_Deg(segment))),
-                           To_Qt(Shown(x * 100.0)), To_Qt(Shown(m.Boundary(j, segment)))});
-        coefficients.append({QString::number(j - 1), To_Qt(Shown(m.Coefficient(j, segment)))});
+        conditions.append({QString::fromUtf8(functions[order]), To_Qt(Shown(design, x * m.Beta_Deg(segment))),
+                           To_Qt(Shown(design, x * 100.0)), To_Qt(Shown(design, m.Boundary(j, segment)))});
+        coefficients.append({QString::number(j - 1), To_Qt(Shown(design, m.Coefficient(j, segment)))});
     }
     QLabel* const heading =
         Label(QStringLiteral("lbl_Heading"),
@@ -65,11 +60,12 @@ frm_Poly::frm_Poly(int segment, QWidget* parent)
     QFont bold = heading->font();
     bold.setWeight(QFont::DemiBold);
     heading->setFont(bold);
-    QLabel* const place = Label(
-        QStringLiteral("lbl_segment"),
-        QStringLiteral("Segment %1    beta %2 deg    from %3 to %4 deg")
-            .arg(segment)
-            .arg(To_Qt(Shown(m.Beta_Deg(segment))), To_Qt(Shown(m.Shift(segment))), To_Qt(Shown(m.Gamma(segment)))));
+    QLabel* const place =
+        Label(QStringLiteral("lbl_segment"),
+              QStringLiteral("Segment %1    beta %2 deg    from %3 to %4 deg")
+                  .arg(segment)
+                  .arg(To_Qt(Shown(design, m.Beta_Deg(segment))), To_Qt(Shown(design, m.Shift(segment))),
+                       To_Qt(Shown(design, m.Gamma(segment)))));
     auto* const title = new Entry(QStringLiteral("txt_Title"), QStringLiteral("A title for the print"));
     title->Takes_Words();
     title->setPlaceholderText(QStringLiteral("Title"));

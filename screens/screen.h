@@ -75,7 +75,6 @@ public:
     /// What was cut from the text that was last accepted; empty: nothing.
     std::string Cut() const;
     bool Dirty() const { return dirty_; }
-    void Mark_Dirty() { dirty_ = true; }
     /// Validates a changed field now, as leaving it does.
     void Leave();
 

@@ -68,6 +68,52 @@ TEST_F(Cam_Drawing, the_margin_comes_from_prime_and_roller_radius_and_the_zoom_w
     EXPECT_NEAR(surface_.right, 2 * before, 1e-3);
 }
 
+TEST_F(Cam_Drawing, the_window_of_an_arm_lies_evenly_about_the_cams_centre_and_holds_cam_pivot_and_a_quarter_more)
+{
+    Make(false);
+    const double margin = 60.0 * 0.1 + 12.0 * 1.35;
+    const auto reach = [&](double pivot_x, double pivot_y, int row, double coordinate) {
+        for (const int cleared : {9, 10, 36, 37})
+            for (int i = 0; i <= 360; ++i)
+                design.results.CalcData(cleared, i) = 0.0;
+        c_.ArmX = pivot_x;
+        c_.ArmY = pivot_y;
+        design.results.CalcData(row, 200) = coordinate;
+        Set_Scale(design, surface_);
+        EXPECT_EQ(surface_.left, -surface_.right);
+        EXPECT_EQ(surface_.top, surface_.left);
+        EXPECT_EQ(surface_.bottom, surface_.right);
+        EXPECT_EQ(c_.Flip_Y, 0.0);
+        return surface_.right;
+    };
+    // Never less than a quarter beyond the roller on the prime circle.
+    EXPECT_NEAR(reach(0, 0, 9, 0), (60.0 + 12.0) * 1.25, 1e-4);
+    EXPECT_NEAR(reach(67, 67, 37, 67), (60.0 + 12.0) * 1.25, 1e-4);
+    for (const double sign : {-1.0, 1.0}) {
+        EXPECT_NEAR(reach(sign * 200, 10, 9, 0), 200.0 + margin, 1e-4);
+        EXPECT_NEAR(reach(10, sign * 210, 9, 0), 210.0 + margin, 1e-4);
+        for (const int row : {9, 10, 36, 37})
+            EXPECT_NEAR(reach(80, -80, row, sign * 150), 150.0 + margin, 1e-4) << row;
+    }
+}
+
+TEST_F(Cam_Drawing, the_window_in_which_a_cam_turns_holds_the_pivot_of_an_arm)
+{
+    const double margin = 60.0 * 0.1 + 12.0 * 1.35;
+    Make(false);
+    c_.ArmX = 300.0;
+    c_.ArmY = -400.0;
+    ASSERT_TRUE(Draw_Cam_at(design, surface_, 55));
+    EXPECT_NEAR(surface_.right, 500.0 + margin, 1e-4);
+    EXPECT_EQ(surface_.left, -surface_.right);
+    // With a translating follower the pivot is nowhere.
+    Make(true);
+    c_.ArmX = 300.0;
+    c_.ArmY = -400.0;
+    ASSERT_TRUE(Draw_Cam_at(design, surface_, 55));
+    EXPECT_LT(surface_.right, 200.0);
+}
+
 TEST_F(Cam_Drawing, the_outline_is_the_surface_and_closes)
 {
     ASSERT_TRUE(Draw_Cam_Preview(design, surface_));

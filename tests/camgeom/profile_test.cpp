@@ -323,6 +323,24 @@ Point Unwrapped(int lambda_row, int z_row, int i)
     return {c().Prime_Rad * Data(lambda_row, i) * pi / 180, Data(z_row, i)};
 }
 
+TEST_F(Profile, a_flat_face_is_touched_at_one_point_whatever_the_time_base)
+{
+    std::vector<Point> per_second;
+    for (const int time_base : {1, 2, 3}) {
+        Cam_Maker maker;
+        maker.time_base = time_base;
+        maker.Make();
+        c().Followtype = 2;
+        ASSERT_TRUE(Calc_Phi(design, 2));
+        for (int i = 0; i <= 360; i += 15)
+            if (time_base == 1)
+                per_second.push_back(At(36, i));
+            else
+                EXPECT_NEAR(std::abs(At(36, i) - per_second.at(static_cast<std::size_t>(i / 15))), 0.0, 1e-3)
+                    << time_base << " " << i;
+    }
+}
+
 TEST_F(Profile, the_surface_of_an_axial_cam_is_a_roller_radius_along_the_normal_on_the_unwrapped_drum)
 {
     for (const int Rotflag : {1, -1})
@@ -442,6 +460,8 @@ TEST_F(Profile, a_linear_cam_has_lengths_for_angles)
     Cam_Maker().Make();
     c().Camtype = "Linear";
     c().Prime_Rad = 400.0 / PI2;
+    for (const int row : {9, 10, 13, 14, 34, 35, 38, 39, 40, 41})
+        design.results.CalcData(row, 55) = 7.0;  // of a radial cam before
     ASSERT_TRUE(Calc_Phi(design, 1));
     EXPECT_EQ(Data(12, 0), 0.0);
     EXPECT_NEAR(Data(12, 90), 100.0, 1e-4);

@@ -78,6 +78,13 @@ TEST_F(Sizing, a_translating_roller_has_the_pressure_angle_of_its_closed_form_in
     }
 }
 
+TEST_F(Sizing, the_sign_of_zero_is_zero)
+{
+    EXPECT_EQ(Sgn(0.0), 0.0);
+    EXPECT_EQ(Sgn(-2.5), -1.0);
+    EXPECT_EQ(Sgn(2.5), 1.0);
+}
+
 TEST_F(Sizing, without_offset_a_dwell_has_no_pressure_angle_and_a_fall_a_negative_one)
 {
     Cam_Maker().Make();

@@ -268,6 +268,7 @@ TEST_F(Startup, Dimension_Arrays_refuses_impossible_bounds_and_leaves_the_arrays
     EXPECT_FALSE(Dimension_Arrays(design, -1, 360));
     EXPECT_EQ(design.results.CalcData.Last_Point(), 360);
     EXPECT_EQ(static_cast<double>(design.results.CalcData(1, 1)), 7.0);
+    EXPECT_TRUE(Dimension_Arrays(design, 0, 360));  // the angles alone
 }
 
 TEST_F(Startup, a_step_of_an_eighth_makes_CalcData_54_by_2881_and_loses_all_results)

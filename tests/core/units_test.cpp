@@ -218,7 +218,7 @@ TEST_F(Units, later_variables_take_the_unit_of_their_kind)
 TEST_F(Units, literal_labels_of_the_response_rows)
 {
     const auto& unit = design.plot.Var_Unit;
-    const auto labels = [&unit](int first) {
+    const auto labels = [&](int first) {
         return std::vector<std::string>{unit(first), unit(first + 1), unit(first + 2), unit(first + 3)};
     };
     using Texts = std::vector<std::string>;

@@ -60,7 +60,6 @@ long Allocations_of(Work&& work)
 
 struct Counts {
     long motion, phi, rho, forces, stresses;
-    friend bool operator==(const Counts&, const Counts&) = default;
 };
 
 Counts Count(bool translating, int followtype, const char* camtype, double step)

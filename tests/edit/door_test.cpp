@@ -405,6 +405,8 @@ TEST_F(Setting, of_the_starting_angle_counts_its_points)
     EXPECT_EQ(Apply_Setting(design, "Shift_Angle=90"), "");
     EXPECT_EQ(design.cam.Shift_Points, 90);
     ASSERT_EQ(Apply_Setting(design, "Deltatheta=0.125"), "");
+    EXPECT_EQ(Apply_Setting(design, "Shift_Angle=4095.875"), "");  // the last angle with a point of 16 bits
+    Expect_Refused("Shift_Angle=4096", "'4096' is too large for 'Shift_Angle'");
     EXPECT_EQ(Apply_Setting(design, "Shift_Angle=-45"), "");
     EXPECT_EQ(design.cam.Shift_Points, -360);
 }
@@ -551,6 +553,28 @@ TEST_F(Setting, takes_away_the_results_that_rest_on_the_field)
     EXPECT_EQ(fallen("Zoom Factor=3"), "");
     // An equal value changes nothing.
     EXPECT_EQ(fallen("Mass=33"), "");
+}
+
+TEST_F(Setting, of_a_knot_may_equal_its_neighbours_and_not_pass_them)
+{
+    ASSERT_EQ(Apply_Settings(design, {"Knots(3, 2)=40", "Knots(2, 2)=30", "Knots(1, 2)=20"}), "");
+    const char* const order = " Knot values must be in ascending order, left to right.  Please redo.";
+    m().Number_of_Knots(2) = 3;
+    EXPECT_EQ(Apply_Setting(design, "Knots(2, 2)=20"), "");
+    EXPECT_EQ(Apply_Setting(design, "Knots(2, 2)=40"), "");
+    Expect_Refused("Knots(2, 2)=40.5", order);
+    Expect_Refused("Knots(2, 2)=19.5", order);
+    EXPECT_EQ(m().Knots(2, 2), 40.0);
+    // Behind the last knot the table's rests are no neighbours.
+    EXPECT_EQ(Apply_Setting(design, "Knots(3, 2)=55"), "");
+    EXPECT_EQ(Apply_Setting(design, "Knots(1, 2)=0"), "");
+    Expect_Refused("Knots(1, 2)=-0.5", "This value must be positive.  Please redo.");
+}
+
+TEST_F(Setting, of_a_count_of_32_bits_takes_its_end)
+{
+    EXPECT_EQ(Apply_Setting(design, "Ode_Max_Steps=2147483647"), "");
+    Expect_Refused("Ode_Max_Steps=2147483648", "'2147483648' is too large for 'Ode_Max_Steps'");
 }
 
 TEST_F(Setting, of_a_flat_face_does_what_its_choice_does)

@@ -140,7 +140,8 @@ private:
     void Text_or_Number_Cutter()
     {
         // Read_Old_file's releases kept a text here, the later ones the radius itself.
-        const bool text = f_.tag[0] == '6' || std::string(f_.release) <= "1.3";
+        const std::string tag = f_.tag;
+        const bool text = tag[0] == '6' || (tag == "7" && std::string(f_.release) <= "1.3");
         if (text)
             Text("0.5");
         else
@@ -375,6 +376,19 @@ TEST_F(Old_Formats, tag_7_0_counts_its_rows_by_its_release)
         Expect_Rows(file);
         Expect_Settings();
         EXPECT_EQ(design.run.File_Saved_Variables, last) << release;
+        EXPECT_EQ(design.results.Ext_Force_Table(3), Single(44.003)) << release;
+    }
+}
+
+TEST_F(Old_Formats, tag_7_1_counts_its_rows_alike_in_every_release)
+{
+    for (const char* release : {"1.0", "1.2", "1.3", "1.5", "1.6", "1.7"}) {
+        const Old_File file{.tag = "7.1", .release = release};
+        ASSERT_TRUE(Read(file)) << release;
+        Expect_Start(file);
+        Expect_Rows(file);
+        Expect_Settings();
+        EXPECT_EQ(design.run.File_Saved_Variables, 53) << release;
         EXPECT_EQ(design.results.Ext_Force_Table(3), Single(44.003)) << release;
     }
 }

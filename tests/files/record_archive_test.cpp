@@ -126,6 +126,9 @@ TEST_F(Record_Archive, numbers_are_read_without_a_leading_zero_and_with_either_e
     EXPECT_EQ(Read("5.\r\n"), 5.0);
     EXPECT_EQ(Read(" 7 \r\n"), 7.0);
     EXPECT_EQ(Read("1E-60\r\n"), 0.0) << "below the smallest Single";
+    EXPECT_EQ(Read("1E-400\r\n"), 0.0) << "below the smallest double";
+    EXPECT_EQ(Fault_of_Reading("1E400\r\n"), overflow);
+    EXPECT_EQ(Read("0." + std::string(58, '0') + "5D59\r\n"), 5.0) << "64 characters, the most with a D";
 }
 
 TEST_F(Record_Archive, what_is_no_number_is_a_type_mismatch)
@@ -368,7 +371,7 @@ TEST_F(Whole_File_Test, a_link_stays_a_link)
 
 TEST(Whole_File_Refusals, a_directory_and_a_missing_folder_are_faults)
 {
-    EXPECT_THROW(Whole_File(::testing::TempDir()), Fault);
+    EXPECT_THROW(Whole_File{::testing::TempDir()}, Fault);
     EXPECT_THROW(Whole_File("/no/such/folder/file"), Fault);
 }
 

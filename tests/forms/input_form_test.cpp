@@ -505,6 +505,16 @@ TEST_F(Input_Rules, the_start_angle_has_its_point_at_every_step)
     EXPECT_EQ(design.cam.Shift_Angle, 45.0);
 }
 
+TEST_F(Input_Rules, a_new_start_angle_or_segment_count_is_not_saved_yet)
+{
+    f_.Model_Saved = true;
+    Enter_Start_Angle(design, "45");
+    EXPECT_FALSE(f_.Model_Saved);
+    f_.Model_Saved = true;
+    Enter_Segment_Count(design, "3", false);
+    EXPECT_FALSE(f_.Model_Saved);
+}
+
 // ---- follower, function, external force
 
 TEST_F(Input_Rules, the_advice_is_quiet_for_an_example_or_a_file)

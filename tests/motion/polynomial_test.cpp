@@ -578,6 +578,26 @@ TEST(ForceFunction, OfAPolynomialIsStored)
     EXPECT_TRUE(design.flags.Ext_Force_Calc);
 }
 
+/// A force function that cannot be stored to its end: its table and whether one counts as calculated are as before.
+TEST(ForceFunction, OfAPolynomialThatIsRefusedLeavesTheOneBefore)
+{
+    for (const bool calculated : {false, true}) {
+        Fresh_Cycle(1.0);  // the segment goes on beyond the cycle
+        Polynomial_Segment(400.0, "0", "1", 2);
+        for (int p = 0; p <= m().Max_Data_Points_used; ++p)
+            design.results.Ext_Force_Table(p) = design.results.CalcData(var::Ext_Force, p) = 7000.0 + p;
+        design.flags.Ext_Force_Calc = calculated;
+        m().Motion = false;
+        Script script({Error_Box(9, "Index out of bounds", "CalPoly")});
+        EXPECT_FALSE(Calc_Polynomial(design, 1));
+        EXPECT_EQ(design.flags.Ext_Force_Calc, calculated);
+        for (int p = 0; p <= m().Max_Data_Points_used; ++p) {
+            ASSERT_EQ(design.results.Ext_Force_Table(p), 7000.0 + p) << p;
+            ASSERT_EQ(Data(var::Ext_Force, p), 7000.0 + p) << p;
+        }
+    }
+}
+
 TEST(ClearBounds, EmptiesEveryBox)
 {
     Fresh_Cycle(1.0);

@@ -969,6 +969,8 @@ TEST_F(Segments, Calc_All_takes_a_speed_in_revolutions_per_minute)
     Double_Dwell();
     ASSERT_TRUE(Calc_All(design, true, 60.0));
     EXPECT_EQ(m().Shaft_speed, Single(2.0 * 3.141592654));
+    ASSERT_TRUE(Motion_Done(design, 120.0));
+    EXPECT_EQ(m().Shaft_speed, Single(4.0 * 3.141592654));
 }
 
 // ---- A force function

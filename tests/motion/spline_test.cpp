@@ -440,6 +440,42 @@ TEST(SplineKnots, TwoEqualInteriorKnotsStillSolve)
     EXPECT_NEAR(Data(var::S, 60), 0.75, 1e-6);
 }
 
+TEST(SplineKnots, MayBeEqualToBothNeighboursAndStandAtBothEnds)
+{
+    Fresh_Cycle(1.0);
+    Ten_Conditions('S');
+    Script none;
+    ASSERT_TRUE(Set_Knot(design, 1, 2, "20"));  // with the first
+    ASSERT_TRUE(Calc_Spline(design, 1));
+    EXPECT_FALSE(m().EvenKnots(1));
+    EXPECT_EQ(m().Knots(8, 1), 20.0);
+    EXPECT_NEAR(Data(var::S, 20), 0.1, 1e-6);
+    EXPECT_NEAR(Data(var::S, 60), 0.75, 1e-6);
+    ASSERT_TRUE(Set_Knot(design, 1, 1, "0"));
+    ASSERT_TRUE(Set_Knot(design, 1, 4, "100"));
+    ASSERT_TRUE(New_Spline(design, 1));  // what was typed still fits
+    EXPECT_FALSE(m().EvenKnots(1));
+    EXPECT_EQ(m().Knots(7, 1), 0.0);
+    EXPECT_EQ(m().Knots(10, 1), 100.0);
+}
+
+TEST(SplineKnots, AndOrderOfASegmentThatIsNotThereAreError9)
+{
+    Fresh_Cycle(1.0);
+    Ten_Conditions('S');
+    Script boxes;
+    for (const int segment : {0, -1, 21}) {
+        boxes.Expect(Error_Box(9, "Index out of bounds", "txt_Order"));
+        EXPECT_FALSE(Set_Order(design, segment, "3"));  // before the order is judged
+        boxes.Expect(Error_Box(9, "Index out of bounds", "txt_Order"));
+        EXPECT_FALSE(Set_Order(design, segment, "5"));
+        boxes.Expect(Error_Box(9, "Index out of bounds", "txt_Knot"));
+        EXPECT_FALSE(Set_Knot(design, segment, 1, "10"));
+    }
+    EXPECT_EQ(m().Orders(0), 6);
+    EXPECT_TRUE(m().EvenKnots(0));
+}
+
 void Expect_Refusal(std::deque<Expected_Box> boxes)
 {
     for (int v = 0; v <= 53; ++v)
@@ -575,6 +611,27 @@ TEST(SplineSegment, OfAForceFunctionIsStoredAsTheForce)
     EXPECT_EQ(Data(var::Ext_Force, 90), 2.0);
     EXPECT_EQ(design.results.Ext_Force_Table(0), 1.0);
     EXPECT_TRUE(design.flags.Ext_Force_Calc);
+}
+
+/// A force function that cannot be stored to its end: its table and whether one counts as calculated are as before.
+TEST(ForceFunction, OfASplineThatIsRefusedLeavesTheOneBefore)
+{
+    for (const bool calculated : {false, true}) {
+        Fresh_Cycle(1.0);  // the segment goes on beyond the cycle
+        Segment('S', 400.0, "0", "1", 6);
+        Rest_at_Both_Ends(2);
+        for (int p = 0; p <= m().Max_Data_Points_used; ++p)
+            design.results.Ext_Force_Table(p) = design.results.CalcData(var::Ext_Force, p) = 7000.0 + p;
+        design.flags.Ext_Force_Calc = calculated;
+        m().Motion = false;
+        Script script({Error_Box(9, "Index out of bounds", "CalcSplines")});
+        EXPECT_FALSE(Calc_Spline(design, 1));
+        EXPECT_EQ(design.flags.Ext_Force_Calc, calculated);
+        for (int p = 0; p <= m().Max_Data_Points_used; ++p) {
+            ASSERT_EQ(design.results.Ext_Force_Table(p), 7000.0 + p) << p;
+            ASSERT_EQ(Data(var::Ext_Force, p), 7000.0 + p) << p;
+        }
+    }
 }
 
 TEST(SplineHelp, TellsTheNumberOfConditions)
