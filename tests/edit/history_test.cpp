@@ -148,6 +148,16 @@ TEST_F(Design_History, transactions_stand_within_one_another)
     EXPECT_EQ(design.cam.Prime_Rad, 130.0);
 }
 
+TEST_F(Design_History, counts_the_bytes_of_the_calculated_rows)
+{
+    ASSERT_TRUE(Put(design, "Deltatheta", 0.125));
+    ASSERT_TRUE(Calc_All(design, true) && Motion_Done(design));
+    const History history(design);
+    const auto& table = design.results.CalcData;
+    const int values = (table.Last_Row() + 1) * (table.Last_Point() + 1);
+    EXPECT_GE(history.Bytes(), static_cast<std::size_t>(values) * sizeof(Single));
+}
+
 TEST_F(Design_History, keeps_two_hundred_calculations_of_the_finest_step_within_its_memory)
 {
     ASSERT_TRUE(Put(design, "Deltatheta", 0.125));
