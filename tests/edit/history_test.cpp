@@ -148,6 +148,19 @@ TEST_F(Design_History, transactions_stand_within_one_another)
     EXPECT_EQ(design.cam.Prime_Rad, 130.0);
 }
 
+TEST_F(Design_History, counts_the_bytes_of_the_calculated_rows)
+{
+    ASSERT_TRUE(Put(design, "Deltatheta", 0.125));
+    ASSERT_TRUE(Calc_All(design, true) && Motion_Done(design));
+    const History history(design);
+    const Results_Group& r = design.results;
+    const auto bytes_of = [](const auto& table, std::size_t value) {
+        return static_cast<std::size_t>((table.Last_Row() + 1) * (table.Last_Point() + 1)) * value;
+    };
+    EXPECT_GE(history.Bytes(), sizeof(Design_State) + bytes_of(r.CalcData, sizeof(Single)) +
+                                   bytes_of(r.Fft_Work_A, sizeof(double)) + bytes_of(r.Fft_Work_B, sizeof(double)));
+}
+
 TEST_F(Design_History, keeps_two_hundred_calculations_of_the_finest_step_within_its_memory)
 {
     ASSERT_TRUE(Put(design, "Deltatheta", 0.125));

@@ -391,8 +391,8 @@ TEST_F(Curve_of_the_Cycle, tells_an_angle_that_no_segment_covers)
     EXPECT_NO_THROW(gap.At(349.9));
     EXPECT_THROW(gap.At(350.0), Fault);
     EXPECT_THROW(gap.At(std::nan("")), Fault);
-    design_.motion.Beta_Deg(4) = 79.0;  // a step short
-    EXPECT_THROW(Motion_Curve(design_).At(359.5), Fault);
+    design_.motion.Beta_Deg(4) = 79.8;  // most of a step short
+    EXPECT_THROW(Motion_Curve(design_).At(359.9), Fault);
     design_.motion.Beta_Deg(4) = 79.9;  // less than half a step short
     EXPECT_EQ(Motion_Curve(design_).At(359.95).S, 0.0);
 }
