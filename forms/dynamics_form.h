@@ -69,8 +69,8 @@ Dynamics_Entry Edit_Dynamics_Field(Design_State& design, Dynamics_Field field, s
 bool Read_Dynamics_Fields(Design_State& design, const Dynamics_Form& form);
 
 /// The work of cmd_Calc up to its charts: choices, fields, forces and torques; the stresses rest on the old ones.
-/// @return whether the fields were read and the calculation ran, to its end (Dynamicflag) or to the user's abort: after a
-/// fault its figures are none
+/// @return whether the fields were read and the calculation ran, to its end (Dynamicflag) or to the user's abort: after
+/// a fault its figures are none
 bool Calc_Dynamics(Design_State& design, const Dynamics_Form& form);
 
 /// Choosing opt_Closure, by form.force_closed: a tracked follower has the first vibration model; then fields and
