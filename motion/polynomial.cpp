@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/traps.h"
@@ -136,6 +137,12 @@ Verdict No_of_Conditions_may_be(double count)
     return {"Number of boundary conditions must be between 2 and " + std::to_string(Max_Bounds) + " - please re-enter"};
 }
 
+void Conditions_Changed(Design_State& design, int Seg)
+{
+    design.motion.Seg_Done(Seg) = false;
+    Apply(design, Event::row_edited);
+}
+
 bool Set_No_of_Conditions(Design_State& design, int Seg, std::string_view text)
 {
     bool accepted = false;
@@ -149,8 +156,11 @@ bool Set_No_of_Conditions(Design_State& design, int Seg, std::string_view text)
         if (!Count_Allowed(count))
             return;
         Motion_Group& m = design.motion;
+        const Integer before = m.No_Conditions(Seg);
         m.No_Conditions(Seg) = To_Integer(count);
         m.No_of_conditions(Seg) = std::to_string(int{m.No_Conditions(Seg)});
+        if (m.No_Conditions(Seg) != before)
+            Conditions_Changed(design, Seg);
         accepted = true;
         if (Count_Filled_Boxes(design, Seg) > m.No_Conditions(Seg))
             Warn("You have input more boundary conditions than specified");

@@ -42,6 +42,9 @@ int Count_Filled_Boxes(Design_State& design, int Seg);
 /// Why a segment may not have so many conditions: they are 2 to 40.
 Verdict No_of_Conditions_may_be(double count);
 
+/// What a segment is given by has changed: it waits for its calculation, and no result that rests on it holds.
+void Conditions_Changed(Design_State& design, int Seg);
+
 /// Types the number of conditions, under its trap. An empty text does nothing. More filled boxes than asked
 /// for are told of, with the count accepted.
 /// @return false for a count outside 2..40: a message was shown, the former count stands

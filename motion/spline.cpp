@@ -351,6 +351,8 @@ bool Set_Order(Design_State& design, int Seg, std::string_view text)
             Warn(verdict.sentence);
             order = conditions;
         }
+        if (m.Orders(Seg) != order || !m.EvenKnots(Seg))
+            Conditions_Changed(design, Seg);
         m.Orders(Seg) = order;
         m.Splines_Calculated(Seg) = false;
         m.EvenKnots(Seg) = true;
@@ -382,6 +384,8 @@ bool Set_Knot(Design_State& design, int Seg, int interior, std::string_view text
             Warn(verdict.sentence);
             return;
         }
+        if (m.Knots(i, Seg) != value)
+            Conditions_Changed(design, Seg);
         m.Knots(i, Seg) = value;
         m.EvenKnots(Seg) = false;
         m.Splines_Calculated(Seg) = false;

@@ -43,7 +43,6 @@ public:
     void Keep_Recovery();
     /// The system ends the program: unsaved work is kept for the next start, and the run counts as ended properly.
     void End_by_System();
-    const std::string& Folder() const { return folder_; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;

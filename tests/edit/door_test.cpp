@@ -526,6 +526,17 @@ TEST_F(Setting, of_a_value_that_a_screen_refuses_is_refused_with_the_screens_sen
     Expect_Refused("Beta_Deg(2)=100", "End angle cannot be > 360 deg\nThis is the end of segment 3.");
 }
 
+TEST_F(Setting, of_a_prime_radius_of_0_or_of_an_arm_that_just_touches_is_refused)
+{
+    Expect_Refused("Prime_Rad=0", "Prime radius cannot be zero or negative or less than the offset");
+    ASSERT_EQ(Apply_Settings(design, {"Prime_Rad=40", "ArmX=100", "ArmY=0", "ArmRad=100", "Translating=false"}), "");
+    for (const char* setting : {"ArmRad=60", "ArmRad=140"}) {
+        const std::string refusal = Apply_Setting(design, setting);
+        EXPECT_EQ(refusal.find("The roller follower arm misses the cam entirely"), 0U) << setting << ": " << refusal;
+    }
+    EXPECT_EQ(Apply_Setting(design, "ArmRad=60.01"), "");
+}
+
 TEST_F(Setting, that_waits_for_another_is_applied_after_it)
 {
     // The roller is above the prime radius until the next setting.

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/ladder.h"
 #include "core/text.h"
 #include "motion/motion_programs.h"
 #include "motion/segment_store.h"
@@ -596,6 +597,22 @@ TEST(ForceFunction, OfAPolynomialThatIsRefusedLeavesTheOneBefore)
             ASSERT_EQ(Data(var::Ext_Force, p), 7000.0 + p) << p;
         }
     }
+}
+
+TEST(NumberOfConditions, AnotherOneTakesTheMotionAwayAndTheSameOneDoesNot)
+{
+    Fresh_Cycle(1.0);
+    Polynomial_Segment(90.0, "0", "1", 6);
+    const auto all_stand = [] {
+        m().Seg_Done(1) = true;
+        Reach(design, Mark::motion);
+        Reach(design, Mark::size);
+    };
+    all_stand();
+    EXPECT_TRUE(Set_No_of_Conditions(design, 1, "6"));
+    EXPECT_TRUE(m().Seg_Done(1) && design.flags.Calculated && design.flags.Sized);
+    EXPECT_TRUE(Set_No_of_Conditions(design, 1, "7"));
+    EXPECT_FALSE(m().Seg_Done(1) || design.flags.Calculated || design.flags.Sized);
 }
 
 TEST(ClearBounds, EmptiesEveryBox)
