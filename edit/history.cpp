@@ -216,8 +216,11 @@ History::Transaction::~Transaction()
     if (!open_)
         return;
     history_.floor_ = floor_;
-    history_.steps_.erase(history_.steps_.begin() + static_cast<std::ptrdiff_t>(at_) + 1, history_.steps_.end());
-    history_.at_ = at_;
+    // A long work may have moved the first steps out; the step to stand on is the design as it was in any case.
+    history_.at_ = std::min(at_, history_.steps_.size() - 1);
+    history_.steps_.erase(history_.steps_.begin() + static_cast<std::ptrdiff_t>(history_.at_) + 1,
+                          history_.steps_.end());
+    history_.steps_[history_.at_].snapshot = before_;
     before_.Restore(history_.design_);
 }
 

@@ -134,6 +134,22 @@ TEST_F(Design_History, undo_within_a_transaction_stops_at_its_beginning)
     EXPECT_TRUE(history.Undo());  // now the one before
 }
 
+TEST_F(Design_History, a_transaction_longer_than_the_history_is_given_back_all_the_same)
+{
+    History history(design);
+    const double prime = design.cam.Prime_Rad;
+    {
+        const History::Transaction work(history);
+        for (std::size_t k = 0; k < History::Most_Steps + 20; ++k) {
+            Put(design, "Prime_Rad", 110.0 + static_cast<double>(k));
+            ASSERT_TRUE(history.Remember("prime"));
+        }
+    }
+    EXPECT_EQ(design.cam.Prime_Rad, prime);
+    EXPECT_FALSE(history.Remember("nothing has changed since"));
+    EXPECT_FALSE(history.May_Undo());
+}
+
 TEST_F(Design_History, transactions_stand_within_one_another)
 {
     History history(design);
