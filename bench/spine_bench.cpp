@@ -17,6 +17,7 @@
 #include "core/design_state.h"
 #include "core/startup.h"
 #include "files/byte_stream.h"
+#include "files/whole_file.h"
 #include "files/model_file.h"
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
@@ -70,9 +71,9 @@ std::string Model_Text()
 
 void Write_File(const std::string& path)
 {
-    File_Sink sink(path);
-    Write_Model(design, sink, "9");
-    sink.Close();
+    Whole_File file(path);
+    Write_Model(design, file.Sink(), "9");
+    file.Commit();
 }
 
 void Read_File(const std::string& path)

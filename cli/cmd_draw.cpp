@@ -54,14 +54,14 @@ int Run(Session& session, const Options& options)
     c.Show_Follower_Path = options.path == "follower";
     c.Show_Cutter_Path = options.path == "cutter";
     c.Show_Cam_Key = options.path == "machine";
-    return Draw_to_File(session, options.picture.output, [&](const QString& path) {
+    return Draw_to_File(session, options.picture.output, [&](const std::string& path, std::string& why) {
         bool drawn = false;
         const auto draw = [&](Surface& surface) {
             return drawn = options.at ? Draw_Cam_at(design, surface, Nearest_Point(design, *options.at))
                                       : Draw_Cam(design, surface);
         };
         const bool written = paint::Save_Drawing(draw, Picture_Size(options.picture), path, QApplication::palette(),
-                                                 options.picture.scale);
+                                                 options.picture.scale, &why);
         return drawn ? std::optional(written) : std::nullopt;
     });
 }

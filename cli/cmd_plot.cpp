@@ -90,8 +90,8 @@ int Run(Session& session, const Options& options)
     }
     Pick_Segment(design,
                  options.segment ? Load_SegmentList(design)[static_cast<std::size_t>(*options.segment)] : "All");
-    return Draw_to_File(session, options.picture.output, [&](const QString& path) {
-        return paint::Save_Plot(design, plot_style, Picture_Size(options.picture), path, options.picture.scale);
+    return Draw_to_File(session, options.picture.output, [&](const std::string& path, std::string& why) {
+        return paint::Save_Plot(design, plot_style, Picture_Size(options.picture), path, options.picture.scale, &why);
     });
 }
 

@@ -112,7 +112,7 @@ private:
 }  // namespace
 
 int Draw_to_File(const Session& session, const std::string& path,
-                 const std::function<std::optional<bool>(const QString& path)>& work)
+                 const std::function<std::optional<bool>(const std::string& path, std::string& why)>& work)
 {
     const Quiet_Qt quiet;
     std::unique_ptr<QApplication> own;
@@ -124,9 +124,10 @@ int Draw_to_File(const Session& session, const std::string& path,
     if (QCoreApplication::instance() == nullptr)
         own = std::make_unique<QApplication>(count, arguments);
     const Paper_Palette paper;
-    const std::optional<bool> written = work(QString::fromStdString(path));
+    std::string why;
+    const std::optional<bool> written = work(path, why);
     if (written == false)
-        session.Say("'" + path + "' cannot be written");
+        session.Say("'" + path + "' cannot be written" + (why.empty() ? "" : ": " + why));
     return written == true ? done : failed;
 }
 

@@ -34,9 +34,10 @@ QSize Picture_Size(const Picture_Options& options);
 /// there is, else with one that needs no display. Pictures have black letters on white paper, and what Qt says
 /// meanwhile is left out.
 ///
-/// @param work  whether the file was written; none: there is no picture, and the user was told why
+/// @param work  whether the file was written; none: there is no picture, and the user was told why. why: out, what went
+///              wrong where it was not written
 /// @return      the command's status
 int Draw_to_File(const Session& session, const std::string& path,
-                 const std::function<std::optional<bool>(const QString& path)>& work);
+                 const std::function<std::optional<bool>(const std::string& path, std::string& why)>& work);
 
 }  // namespace lobemax::cli

@@ -57,7 +57,11 @@ int Run(const std::vector<std::string>& words, std::istream& in, std::ostream& o
         status = app.exit(error, out, err) == 0 ? done : wrong_input;
     }
     out.flush();
-    return status == done && !out ? failed : status;  // what was to be printed did not arrive
+    if (!out) {
+        err << "lobemax-cli: standard output could not be written\n";
+        return status == done ? failed : status;
+    }
+    return status;
 }
 
 }  // namespace lobemax::cli

@@ -11,8 +11,8 @@
 #include "core/text.h"
 #include "core/traps.h"
 #include "edit/door.h"
-#include "files/byte_stream.h"
 #include "files/model_file.h"
+#include "files/whole_file.h"
 #include "motion/segments.h"
 
 namespace lobemax::cli {
@@ -83,6 +83,7 @@ Session::Session(const Common_Options& options, std::istream& input, std::ostrea
     : in(input), out(output), err(errors), answers_(options.answers)
 {
     Host host;
+    host.file_system = Installed_Host().file_system;
     host.messenger = [this](const Message& box) {
         const Answer answer = Preferred_Answer(box.buttons, answers_);
         if (held_ != nullptr)
@@ -173,20 +174,14 @@ int Session::Save(const std::string& path)
 {
     if (error_reported_)
         return failed;
-    design.identity.File_Name = path;
-    return Write_Model_File(design, Replace::whole_or_nothing) ? done : failed;
+    return Write_Model_File(design, path, Save_From::command_line) ? done : failed;
 }
 
 int Session::Save_Text(const std::string& path, const std::string& text, const char* routine)
 {
     if (error_reported_)
         return failed;
-    const bool written = Trap(routine, [&] {
-        Whole_File file(path);
-        file.Sink().Write(text.data(), text.size());
-        file.Commit();
-    });
-    return written ? done : failed;
+    return Trap(routine, [&] { Write_Whole_File(path, text); }) ? done : failed;
 }
 
 void Session::Answer_Save_Dialogs(const std::string& path)

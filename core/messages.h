@@ -9,6 +9,8 @@
 
 namespace lobemax {
 
+class File_System;
+
 enum class Buttons { OK, OK_Cancel, Yes_No, Yes_No_Cancel, Abort_Retry_Ignore, Retry_Cancel };
 enum class Symbol { none, information, exclamation, stop };
 enum class Answer { OK = 1, Cancel = 2, Abort = 3, Retry = 4, Ignore = 5, Yes = 6, No = 7 };
@@ -52,6 +54,7 @@ struct Host {
     std::function<void(int)> error_reported;  // told of each run-time error before its message
     std::function<void()> show_home;          // bring the Home screen up
     std::function<void()> refresh;            // lamps, buttons and menus follow the state again
+    File_System* file_system = nullptr;       // in place of the operating system's (files/whole_file.h)
 };
 
 /// Installs the host, by main() or by a test, and returns the one before.

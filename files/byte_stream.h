@@ -70,34 +70,4 @@ private:
     std::string text_;
 };
 
-class File_Sink final : public Byte_Sink {
-public:
-    /// Opens for writing; an older file of that name is emptied. @throws Fault as File_Source
-    explicit File_Sink(const std::string& path);
-    void Write(const char* bytes, std::size_t size) override;
-    /// Flushes and closes, so that a full disk is noticed. @throws Fault{61} and others
-    void Close();
-
-private:
-    File_Handle file_;
-};
-
-/// An output file that is written whole or not at all: bytes go to a temporary file beside it, Commit puts
-/// that in its place, and without Commit it disappears and an older file stays as it was.
-class Whole_File {
-public:
-    explicit Whole_File(std::string path);
-    ~Whole_File();
-    Whole_File(const Whole_File&) = delete;
-    Whole_File& operator=(const Whole_File&) = delete;
-    Byte_Sink& Sink() { return *sink_; }
-    /// @throws Fault when the bytes could not be stored or the file not be put in its place
-    void Commit();
-
-private:
-    std::string path_;
-    std::string temporary_;
-    std::unique_ptr<File_Sink> sink_;
-};
-
 }  // namespace lobemax

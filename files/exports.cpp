@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -13,7 +14,7 @@
 #include "core/text.h"
 #include "core/traps.h"
 #include "core/units.h"
-#include "files/byte_stream.h"
+#include "files/whole_file.h"
 
 namespace lobemax {
 
@@ -51,13 +52,6 @@ std::string Opening_Lines(const Design_State& design)
            Today_Text() + '\t' + Now_Text() + line_end + line_end;
 }
 
-void Write_Whole(const std::string& path, const std::string& text)
-{
-    Whole_File file(path);
-    file.Sink().Write(text.data(), text.size());
-    file.Commit();
-}
-
 int Point_Step(const Design_State& design)
 {
     return std::max<int>(design.cam.Printstep, 1);
@@ -70,9 +64,8 @@ double Turned_Lambda(const Design_State& design, double Lambda)
     const bool linear = c.Camtype == "Linear";
     const double turn = linear ? c.Prime_Rad * PI2 : 360.0;
     double turned = Lambda + (linear ? c.Shift_Angle / 360.0 * turn : double{c.Shift_Angle});
-    while (turned >= turn)
-        turned -= turn;
-    while (turned < 0.0)
+    turned = std::fmod(turned, turn);
+    if (turned < 0.0)
         turned += turn;
     return Single(turned) < Single(turn) ? turned : 0.0;  // a hair below the turn is written as the turn itself
 }
@@ -306,19 +299,19 @@ bool Export_Motion(const Design_State& design, Motion_Columns columns)
 
 bool Export_All_to_File(const Design_State& design, const std::string& path)
 {
-    return Trap("Export_All_to_File", [&] { Write_Whole(path, All_Text(design)); });
+    return Trap("Export_All_to_File", [&] { Write_Whole_File(path, All_Text(design)); });
 }
 
 bool Export_Profile_to_File(const Design_State& design, const std::string& path, int code)
 {
     if (Refused_Axial_Cutter(design, code))
         return false;
-    return Trap("Export_Profile_to_File", [&] { Write_Whole(path, Profile_Text(design, code)); });
+    return Trap("Export_Profile_to_File", [&] { Write_Whole_File(path, Profile_Text(design, code)); });
 }
 
 bool Export_SVA_to_File(const Design_State& design, const std::string& path, Motion_Columns columns)
 {
-    return Trap("Export_SVA_to_File", [&] { Write_Whole(path, Motion_Text(design, columns)); });
+    return Trap("Export_SVA_to_File", [&] { Write_Whole_File(path, Motion_Text(design, columns)); });
 }
 
 bool Run_Export(Design_State& design, std::string_view entry)

@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
+#include <cstring>
+#include <filesystem>
 #include <limits>
+#include <memory>
 
 #include "camgeom/arm.h"
 #include "camgeom/sizing.h"
@@ -21,6 +23,7 @@
 #include "edit/rungs.h"
 #include "edit/unsaved.h"
 #include "files/record_archive.h"
+#include "files/whole_file.h"
 
 namespace lobemax {
 
@@ -816,63 +819,121 @@ std::string_view Writer_Name(const Design_State& design)
     return design.identity.Version_Str == "7.2" ? "WriteFile_72" : "WriteFile_8";
 }
 
-bool Write_Under_Trap(Design_State& design, Byte_Sink& sink)
-{
-    return Trap(Writer_Name(design), [&] { Write_Model(design, sink, design.identity.Version_Str); });
-}
-
 /// Whether the format cannot hold the design, so that a cut file is all there can be.
 bool Cut_By_Format(const Design_State& design)
 {
     return design.motion.No_of_segments == Max_Segments;
 }
 
-bool Write_Whole(Design_State& design, const std::string& path)
+/// Whether a file is a model without the end of its labelled items, as the format leaves it for 20 segments. A file
+/// that cannot be read, or is no model with labels, counts as whole: nothing takes its place unkept.
+bool Is_Cut(const Design_State& design, const std::string& path)
 {
-    std::unique_ptr<Whole_File> file;
-    if (!Trap(Writer_Name(design), [&] { file = std::make_unique<Whole_File>(path); }))
-        return false;
-    const bool written = Write_Under_Trap(design, file->Sink());
-    if (!written && !Cut_By_Format(design))
-        return false;
-    return Trap(Writer_Name(design), [&] { file->Commit(); }) && written;
-}
-
-bool Write_With_Backup(Design_State& design, const std::string& path)
-{
-    const std::string backup = path + ".bak";
-    const bool replaces = std::rename(path.c_str(), backup.c_str()) == 0;
-    std::unique_ptr<File_Sink> file;
-    if (!Trap("frm_Homescreen.Save", [&] { file = std::make_unique<File_Sink>(path); })) {
-        if (replaces)
-            std::rename(backup.c_str(), path.c_str());
+    constexpr std::size_t compared = 6;
+    const std::string begins = '"' + design.identity.Program_Name.substr(0, compared);
+    const std::string end_of_items = "\"Last Labeled Item\"";
+    try {
+        File_Source source(path);
+        std::string text(std::size_t{64} * 1024, '\0');
+        std::size_t held = 0;
+        for (bool first = true;; first = false) {
+            const std::size_t count = source.Read(text.data() + held, text.size() - held);
+            const std::string_view seen(text.data(), held + count);
+            if (first) {
+                const std::size_t line = seen.find('\n');
+                if (!seen.starts_with(begins) || line == std::string_view::npos)
+                    return false;
+                const std::string_view tag = seen.substr(line + 1, 5);
+                if (!tag.starts_with("\"9\"") && !tag.starts_with("\"8\"") && tag != "\"7.2\"")
+                    return false;
+            }
+            if (seen.find(end_of_items) != std::string_view::npos)
+                return false;
+            if (count == 0)
+                return true;
+            held = std::min(seen.size(), end_of_items.size());
+            std::memmove(text.data(), seen.data() + seen.size() - held, held);
+        }
+    } catch (const Fault&) {
         return false;
     }
-    bool written = Write_Under_Trap(design, *file);
-    if (written)
-        written = Trap(Writer_Name(design), [&] { file->Close(); });
-    if (written && replaces)
-        std::remove(backup.c_str());
-    return written;
+}
+
+bool Exists(const std::string& path)
+{
+    std::error_code none;
+    return !path.empty() && std::filesystem::is_regular_file(path, none);
+}
+
+/// Where the last whole copy of the design lies after a save that failed; empty where there is none.
+std::string Last_Whole_Copy(const Design_State& design, const std::string& path, const std::string& kept,
+                            const std::string& before)
+{
+    for (const std::string& copy : {kept, path, path + ".bak", before})
+        if (Exists(copy) && !Is_Cut(design, copy))
+            return copy;
+    return {};
+}
+
+void Tell_Not_Saved(const std::string& path, bool cut, const std::string& whole_copy)
+{
+    std::string text = cut ? "The file was cut short, for its format cannot hold all of this design:\n" + path
+                           : "The design was not saved to \n" + path;
+    text +=
+        whole_copy.empty() ? "\nThere is no whole copy of it on the disk." : "\nThe last whole copy is \n" + whole_copy;
+    Show_Message(text, Buttons::OK, Symbol::exclamation);
+}
+
+/// What became of a file that was to be written.
+enum class Outcome { whole, cut, none };
+
+/// Writes the design to a file. @param kept  out: where the older file lies now that a cut one has its name
+Outcome Write_to(Design_State& design, const std::string& path, std::string_view opener, std::string& kept)
+{
+    std::unique_ptr<Whole_File> file;
+    if (!Trap(opener, [&] { file = std::make_unique<Whole_File>(path); }))
+        return Outcome::none;
+    const std::string_view writer = Writer_Name(design);
+    if (Trap(writer, [&] { Write_Model(design, file->Sink(), design.identity.Version_Str); }))
+        return Trap(writer, [&] { file->Commit(); }) ? Outcome::whole : Outcome::none;
+    if (!Cut_By_Format(design))
+        return Outcome::none;
+    const bool in_place = Trap(writer, [&] {
+        if (Is_Cut(design, file->Target()))
+            file->Commit();
+        else
+            kept = file->Commit_Keeping_Older();
+    });
+    return in_place ? Outcome::cut : Outcome::none;
 }
 
 }  // namespace
 
-bool Write_Model_File(Design_State& design, Replace replace)
+bool Write_Model_File(Design_State& design, const std::string& path, Save_From from)
 {
     Show_Wait_Pointer();
-    const std::string& path = design.identity.File_Name;
-    const bool written = replace == Replace::with_backup ? Write_With_Backup(design, path) : Write_Whole(design, path);
-    if (written) {
+    const bool home = from == Save_From::home_screen;
+    const std::string before = design.identity.File_Name;
+    design.identity.File_Name = path;  // the file holds its own name
+    std::string kept;
+    const Outcome outcome = Write_to(design, path, home ? "frm_Homescreen.Save" : Writer_Name(design), kept);
+    if (outcome == Outcome::whole) {
         Reach(design, Mark::saved);
         Mark_Saved(design);
         design.identity.Model_Name = StripFilename(path);
+    } else {
+        if (outcome == Outcome::none)
+            design.identity.File_Name = before;
+        Apply(design, Event::save_failed);
+        Mark_Unsaved(design);
     }
     Restore_Pointer();
-    if (written)
+    if (outcome == Outcome::whole)
         Tell_Written(design);
+    else if (home)
+        Tell_Not_Saved(path, outcome == Outcome::cut, Last_Whole_Copy(design, path, kept, before));
     Refresh_Screens();
-    return written;
+    return outcome == Outcome::whole;
 }
 
 namespace {
@@ -908,8 +969,7 @@ bool SaveAs(Design_State& design, std::string_view format)
     const std::string version = design.identity.Version_Str;
     if (format == "7.2")
         design.identity.Version_Str = "7.2";
-    design.identity.File_Name = *chosen;
-    const bool written = Write_Model_File(design, Replace::with_backup);
+    const bool written = Write_Model_File(design, *chosen, Save_From::home_screen);
     design.identity.Version_Str = version;
     return written;
 }
@@ -959,7 +1019,7 @@ bool Save_Model(Design_State& design)
         return SaveAs(design, design.identity.Version_Str);
     if (!Units_Are_Settled(design))
         return false;
-    return Write_Model_File(design, Replace::with_backup);
+    return Write_Model_File(design, std::string(design.identity.File_Name), Save_From::home_screen);
 }
 
 namespace {

@@ -32,17 +32,17 @@ bool Load_Model(Design_State& design, const std::string& path);
 /// @throws Fault, with what came before it written. Fault{9} at the constraints of a design of 20 segments.
 void Write_Model(Design_State& design, Byte_Sink& sink, std::string_view tag);
 
-/// How a file takes the place of an older one.
-enum class Replace {
-    with_backup,       // the older file stands as NAME.bak until the new one is whole; a cut file stays
-    whole_or_nothing,  // the older file stays as it was unless the new one is whole
-};
+/// Who saves: a failure to open the file is the Home screen's own, or the writer's.
+enum class Save_From { home_screen, command_line };
 
-/// Writes the design to File_Name in the format of Version_Str, reports a failure under the name of that
-/// format's writer, WriteFile_8 or WriteFile_72, and sets Model_Saved and tells the user when it went well.
-/// A file that cannot be opened is frm_Homescreen.Save's where it is to have a backup: the Home screen opens it.
-/// A design of 20 segments cannot be held by the format: its cut file is left, by either way.
-bool Write_Model_File(Design_State& design, Replace replace);
+/// Writes the design to a file in the format of Version_Str, whole or not at all, reports a failure under the name of
+/// that format's writer, WriteFile_8 or WriteFile_72, and sets Model_Saved and tells the user when it went well. The
+/// file's name becomes File_Name, unless nothing was written. After a failure the design counts as unsaved, whatever it
+/// was before, and the Home screen tells where its last whole copy lies.
+///
+/// A design of 20 segments cannot be held by the format: its cut file is left, and meant, so that what was typed can be
+/// read again. A whole file that it takes the place of is kept beside it as NAME.bak (Whole_File).
+bool Write_Model_File(Design_State& design, const std::string& path, Save_From from);
 
 /// Asks for a name and writes. format: "7.2", or any other for the format of Version_Str.
 /// A cancelled dialog changes nothing. @return true when the file was written

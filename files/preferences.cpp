@@ -11,6 +11,7 @@
 #include "core/text.h"
 #include "core/traps.h"
 #include "files/byte_stream.h"
+#include "files/whole_file.h"
 
 namespace lobemax {
 
@@ -182,6 +183,29 @@ std::string Register_Cam_File(std::string_view application, std::string_view ext
     if (!done)
         text += section + "\n" + ours + "\n";
     return text;
+}
+
+void Write_Default_Application(std::string_view application, const std::string& folder)
+{
+    Trap("Register_Cam_File", [&] {
+        constexpr std::size_t most = 1024 * 1024;  // a list of lines, one a kind of file
+        const std::string path = folder + "mimeapps.list";
+        std::error_code none;
+        std::string before;
+        if (std::filesystem::exists(path, none)) {
+            File_Source source(path);
+            before.resize(most);
+            std::size_t held = 0;
+            while (const std::size_t count = source.Read(before.data() + held, most - held))
+                held += count;
+            if (held == most)
+                return;
+            before.resize(held);
+        }
+        const std::string after = Register_Cam_File(application, "cam", before);
+        if (after != before)
+            Write_Whole_File(path, after);
+    });
 }
 
 }  // namespace lobemax

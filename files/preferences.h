@@ -29,4 +29,8 @@ bool Write_Preferences(Design_State& design, const std::string& folder);
 /// Source: freedesktop.org, Association between MIME types and applications 1.0.1.
 std::string Register_Cam_File(std::string_view application, std::string_view extension, const std::string& mimeapps);
 
+/// Brings the user's list of default applications, mimeapps.list in a folder that ends with its separator, up to date.
+/// A list that cannot be read whole is left alone; a failure is reported.
+void Write_Default_Application(std::string_view application, const std::string& folder);
+
 }  // namespace lobemax

@@ -10,7 +10,6 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <sstream>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -24,6 +23,7 @@
 #include "edit/unsaved.h"
 #include "files/byte_stream.h"
 #include "files/model_file.h"
+#include "files/whole_file.h"
 
 namespace lobemax {
 
@@ -33,19 +33,17 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view present_format = "9";
 
-std::string Read_All(const std::string& path)
+/// A short text file; what stands beyond is cut off.
+std::string Read_Note(const std::string& path)
 {
+    constexpr std::size_t most = std::size_t{64} * 1024;  // three lines, one of them a path
     File_Source source(path);
-    std::string text(source.Size(), '\0');
-    text.resize(source.Read(text.data(), text.size()));
+    std::string text(most, '\0');
+    std::size_t held = 0;
+    while (const std::size_t count = source.Read(text.data() + held, most - held))
+        held += count;
+    text.resize(held);
     return text;
-}
-
-void Write_Whole(const std::string& path, const std::string& text)
-{
-    Whole_File file(path);
-    file.Sink().Write(text.data(), text.size());
-    file.Commit();
 }
 
 /// The design as a model file. What the format cannot hold (the last conditions of 20 segments) is left out, as in any
@@ -92,15 +90,16 @@ std::vector<std::string> Left_Behind(const std::string& folder)
 {
     std::vector<std::pair<fs::file_time_type, std::string>> found;
     std::error_code none;
-    for (const auto& entry : fs::directory_iterator(folder, none)) {
-        const std::string name = entry.path().filename().string();
+    for (fs::directory_iterator entry(folder, none), end; !none && entry != end; entry.increment(none)) {
+        const std::string name = entry->path().filename().string();
         if (!name.starts_with(name_begins_with) || !name.ends_with(model_ends))
             continue;
         int process = 0;
         if (name.starts_with(name_begins))
             std::from_chars(name.data() + name_begins.size(), name.data() + name.size(), process);
+        std::error_code unknown;  // an age that cannot be told is the oldest
         if (!Runs(process))
-            found.emplace_back(entry.last_write_time(none), entry.path().string());
+            found.emplace_back(entry->last_write_time(unknown), entry->path().string());
     }
     std::ranges::sort(found, std::greater<>());
     std::vector<std::string> models;
@@ -109,48 +108,89 @@ std::vector<std::string> Left_Behind(const std::string& folder)
     return models;
 }
 
-/// Reads a recovery into the design, unsaved, under the name it had, and drops its files.
-bool Recover(Design_State& design, const std::string& model)
+/// Puts a recovery aside under a name that is not offered again. @return that name, or the old one where it had to stay
+std::string Put_Aside(const std::string& model)
 {
-    std::error_code none;
-    std::string note;
-    try {
-        note = Read_All(Note_of(model));
-    } catch (const Fault&) {
-        // a model without its note is read in the number format in force
+    constexpr int most_kept = 1000;
+    for (int i = 1; i < most_kept; ++i) {
+        const std::string name = model + ".bad" + (i == 1 ? "" : std::to_string(i));
+        std::error_code error;
+        if (fs::exists(fs::symlink_status(name, error)))
+            continue;
+        fs::rename(model, name, error);
+        if (error)
+            break;
+        fs::remove(Note_of(model), error);
+        return name;
     }
-    std::istringstream lines(note);
+    return model;
+}
+
+/// What the note beside a recovery tells. A model without its note is read in the number format in force.
+struct Note {
     std::string format;
-    std::string path;
-    std::string units_of_results;
-    std::getline(lines, format);
-    std::getline(lines, path);
-    std::getline(lines, units_of_results);
-    if (format == "USA" || format == "Europe")
-        design.identity.Number_Format = format;
+    std::string path;          // may have line breaks of its own: it stands between the first line and the last
+    int units_of_results = 0;  // 0: not told
+};
+
+Note Note_beside(const std::string& model)
+{
+    Note note;
+    std::string text;
+    try {
+        text = Read_Note(Note_of(model));
+    } catch (const Fault&) {
+        return note;
+    }
+    if (text.ends_with('\n'))
+        text.pop_back();
+    note.format = text.substr(0, text.find('\n'));
+    text.erase(0, note.format.size() + 1);
+    const std::size_t last = text.rfind('\n');
+    const Number_Read units =
+        Read_Number(last == std::string::npos ? text : text.substr(last + 1), Decimal_Symbol::point);
+    if (units.whole && units.value >= 0 && units.value <= Last_Unit_System) {
+        note.units_of_results = static_cast<int>(units.value);
+        text.erase(last == std::string::npos ? 0 : last);
+    }
+    note.path = text;
+    return note;
+}
+
+/// Reads a recovery into the design, unsaved, under the name it had. Its files go once the design is in this program's
+/// own recovery; one that was not read in full is put aside.
+bool Recover(Design_State& design, const std::string& folder, const std::string& model)
+{
+    const Note note = Note_beside(model);
+    if (note.format == "USA" || note.format == "Europe")
+        design.identity.Number_Format = note.format;
     Reset_All(design);
     const bool read = Load_Model(design, model);
     if (!read && !design.run.Read_Partial) {
-        fs::rename(model, model + ".bad", none);
-        Drop(model);
+        const std::string kept = Put_Aside(model);
         Reset_All(design);
-        Show_Message("The recovery file could not be read.  It is kept as\n" + model + ".bad", Buttons::OK,
-                     Symbol::exclamation);
+        Show_Message("The recovery file could not be read.  It is kept as\n" + kept, Buttons::OK, Symbol::exclamation);
         return false;
     }
-    design.identity.File_Name = path;
-    if (const Number_Read units = Read_Number(units_of_results, Decimal_Symbol::point);
-        units.whole && units.value >= First_Unit_System && units.value <= Last_Unit_System) {
-        design.results.WhichUnit = static_cast<int>(units.value);  // a model file does not tell
+    design.identity.File_Name = note.path;
+    if (note.units_of_results != 0) {  // a model file does not tell
+        design.results.WhichUnit = note.units_of_results;
         Reach(design, Mark::units_changed);
     }
-    design.identity.Model_Name = path.empty() ? "Recovered" : StripFilename(path);
+    design.identity.Model_Name = note.path.empty() ? "Recovered" : StripFilename(note.path);
     Apply(design, Event::edited);
     Mark_Unsaved(design);
     if (!read)
         Apply(design, Event::load_partial);
     Set_Units(design);
-    Drop(model);
+    if (!read) {
+        const std::string kept = Put_Aside(model);
+        Write_Recovery(design, folder);
+        Show_Message("The recovery file was read in part only.  It is kept as\n" + kept, Buttons::OK,
+                     Symbol::exclamation);
+    } else if (Write_Recovery(design, folder) && model != Recovery_Model_Path(folder)) {
+        Drop(model);
+    }
     Refresh_Screens();
     return true;
 }
@@ -179,9 +219,9 @@ bool Write_Recovery(Design_State& design, const std::string& folder)
         return true;
     }
     try {
-        Write_Whole(Recovery_Note_Path(folder), design.identity.Number_Format + "\n" + design.identity.File_Name +
-                                                    "\n" + std::to_string(int{design.results.WhichUnit}) + "\n");
-        Write_Whole(Recovery_Model_Path(folder), Model_Text(design));
+        Write_Whole_File(Recovery_Note_Path(folder), design.identity.Number_Format + "\n" + design.identity.File_Name +
+                                                         "\n" + std::to_string(int{design.results.WhichUnit}) + "\n");
+        Write_Whole_File(Recovery_Model_Path(folder), Model_Text(design));
         return true;
     } catch (const Fault&) {
         return false;  // an unattended write tells nobody: the user's own save will
@@ -201,7 +241,7 @@ bool Offer_Recovery(Design_State& design, const std::string& folder)
             "Do you want to recover it?",
             Buttons::Yes_No, Symbol::exclamation);
         if (answer == Answer::Yes)
-            return Recover(design, model);
+            return Recover(design, folder, model);
         Drop(model);
     }
     return false;

@@ -27,8 +27,9 @@ bool Write_Recovery(Design_State& design, const std::string& folder);
 void Drop_Recovery(const std::string& folder);
 
 /// Looks for recoveries whose program runs no more, the newest first: asks whether the design found shall be recovered
-/// and reads it, unsaved, under the name it had. Either answer drops its file, except where its read failed: then it
-/// stays as NAME.bad, and the user is told so. After a Yes the others wait for the next start.
+/// and reads it, unsaved, under the name it had. A No drops its files; a Yes does so once the design stands in this
+/// program's own recovery. One that was not read, or in part only, stays as NAME.bad, and the user is told so. After a
+/// Yes the others wait for the next start.
 /// @return true when a design was recovered
 bool Offer_Recovery(Design_State& design, const std::string& folder);
 

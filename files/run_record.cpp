@@ -7,6 +7,7 @@
 #include "core/messages.h"
 #include "core/traps.h"
 #include "files/byte_stream.h"
+#include "files/whole_file.h"
 
 namespace lobemax {
 
@@ -29,9 +30,7 @@ constexpr const char* normal_text =
 void Write_Record(const std::string& routine, const std::string& folder, const std::string& text)
 {
     try {
-        Whole_File file(folder + file_name);
-        file.Sink().Write(text.data(), text.size());
-        file.Commit();
+        Write_Whole_File(folder + file_name, text);
     } catch (const Fault& fault) {
         Error_Report(fault.Number(), routine + " when writing Checkfile");
     }

@@ -752,7 +752,7 @@ void Chart::Copy_Data()
     QApplication::clipboard()->setText(QString::fromStdString(Data_Text()));
 }
 
-bool Chart::Save(const QString& path, QString* why)
+bool Chart::Save(const std::string& path, std::string* why)
 {
     return Save_Charts({this}, 1, plot_->size(), path, {}, Screen_Picture_Scale, why);
 }
@@ -775,7 +775,8 @@ void Chart::Fill_Menu(QMenu& menu)
     menu.addAction(QStringLiteral("&Copy as picture"), this, [this] { Copy_Picture(); });
     menu.addAction(QStringLiteral("Copy &data"), this, [this] { Copy_Data(); });
     menu.addAction(QStringLiteral("&Save as..."), this, [this] {
-        Save_Picture_As("Save the chart", [this](const QString& path, QString& why) { return Save(path, &why); });
+        Save_Picture_As("Save the chart",
+                        [this](const std::string& path, std::string& why) { return Save(path, &why); });
     });
     menu.addSeparator();
     QAction* const extremes =
@@ -840,8 +841,8 @@ void Chart::Apply_Palette()
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
-bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const QString& path,
-                 const QString& title, double scale, QString* why)
+bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const std::string& path,
+                 const QString& title, double scale, std::string* why)
 {
     const int rows = (static_cast<int>(charts.size()) + columns - 1) / columns;
     QFont large = charts.front()->font();

@@ -111,7 +111,7 @@ public:
     /// Saves as PNG, SVG or PDF by the ending of the path.
     /// @param why  out: what went wrong
     /// @return     whether the file was written
-    bool Save(const QString& path, QString* why = nullptr);
+    bool Save(const std::string& path, std::string* why = nullptr);
 
     /// Paints the chart into a rectangle of a painter that draws on paper, SVG or a picture.
     void Paint(QPainter& painter, const QRectF& area);
@@ -196,7 +196,7 @@ private:
 
 /// Writes charts side by side, so many in a row, under a title to a PNG, SVG or PDF file by the ending of its path,
 /// with so many pixels a point (Save_Picture). @return whether the file was written
-bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const QString& path,
-                 const QString& title = {}, double scale = Screen_Picture_Scale, QString* why = nullptr);
+bool Save_Charts(const std::vector<Chart*>& charts, int columns, const QSize& size, const std::string& path,
+                 const QString& title = {}, double scale = Screen_Picture_Scale, std::string* why = nullptr);
 
 }  // namespace lobemax::paint

@@ -140,8 +140,8 @@ void Painter_Surface::Outline(std::span<const World_Point> points, Ink ink)
     painter_.setBrush(Qt::NoBrush);
 }
 
-bool Save_Drawing(const std::function<bool(Surface&)>& drawing, const QSize& size, const QString& path,
-                  const QPalette& palette, double scale, QString* why)
+bool Save_Drawing(const std::function<bool(Surface&)>& drawing, const QSize& size, const std::string& path,
+                  const QPalette& palette, double scale, std::string* why)
 {
     const auto paint = [&](QPainter& painter) {
         Painter_Surface surface(painter, QRectF(QPointF(), QSizeF(size)), palette);
@@ -223,7 +223,7 @@ void Drawing_View::Fill_Menu(QMenu& menu)
 {
     menu.addAction(QStringLiteral("&Copy as picture"), this, [this] { QApplication::clipboard()->setPixmap(grab()); });
     QAction* const save = menu.addAction(QStringLiteral("&Save as..."), this, [this] {
-        Save_Picture_As("Save the drawing", [this](const QString& path, QString& why) {
+        Save_Picture_As("Save the drawing", [this](const std::string& path, std::string& why) {
             const auto draw = [this](Surface& surface) {
                 drawing_(surface);
                 return true;

@@ -60,8 +60,8 @@ using Drawing = std::function<void(Surface&)>;
 /// @param drawing  false: it could not be drawn, and an older file stays as it was
 /// @param why      out: what went wrong
 /// @return         whether it was written
-bool Save_Drawing(const std::function<bool(Surface&)>& drawing, const QSize& size, const QString& path,
-                  const QPalette& palette, double scale = Screen_Picture_Scale, QString* why = nullptr);
+bool Save_Drawing(const std::function<bool(Surface&)>& drawing, const QSize& size, const std::string& path,
+                  const QPalette& palette, double scale = Screen_Picture_Scale, std::string* why = nullptr);
 
 /// A widget that shows a drawing, whole at any size, with copy and save in its context menu.
 ///

@@ -2,14 +2,18 @@
 #include "paint/picture_file.h"
 
 #include <QBuffer>
+#include <QFile>
 #include <QFileInfo>
 #include <QHashSeed>
 #include <QImage>
 #include <QImageWriter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 #include <algorithm>
+
+#include "core/basic_types.h"
+#include "core/traps.h"
+#include "files/whole_file.h"
 
 namespace lobemax::paint {
 
@@ -36,7 +40,7 @@ void Take_Out_Date(QByteArray& pdf)
 
 /// The bytes of a picture; empty where it could not be made. @param why  out: what went wrong, where it is known
 QByteArray Picture_Bytes(const QSize& size, const QString& path, double scale,
-                         const std::function<bool(QPainter&)>& paint, QString& why)
+                         const std::function<bool(QPainter&)>& paint, std::string& why)
 {
     const auto paint_on = [&](QPaintDevice& device, double per_point) {
         QPainter painter;
@@ -70,24 +74,31 @@ QByteArray Picture_Bytes(const QSize& size, const QString& path, double scale,
         QImageWriter writer(&buffer, QFileInfo(path).suffix().toLatin1());
         made = paint_on(picture, scale) && writer.write(picture);
         if (!made && writer.error() != QImageWriter::UnknownError)
-            why = writer.errorString();
+            why = writer.errorString().toStdString();
     }
     return made ? bytes : QByteArray();
 }
 
 }  // namespace
 
-bool Save_Picture(const QSize& size, const QString& path, double scale, const std::function<bool(QPainter&)>& paint,
-                  QString* why)
+bool Save_Picture(const QSize& size, const std::string& path, double scale, const std::function<bool(QPainter&)>& paint,
+                  std::string* why)
 {
-    QString reason;
-    const QByteArray bytes = Picture_Bytes(size, path, scale, paint, reason);
-    QSaveFile file(path);
-    const bool written =
-        !bytes.isEmpty() && file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
-    if (!written && why != nullptr)
-        *why = reason.isEmpty() ? file.errorString() : reason;
-    return written;
+    std::string reason;
+    const QByteArray bytes = Picture_Bytes(size, QFile::decodeName(path.c_str()), scale, paint, reason);
+    if (bytes.isEmpty()) {
+        if (why != nullptr)
+            *why = reason;
+        return false;
+    }
+    try {
+        Write_Whole_File(path, {bytes.data(), static_cast<std::size_t>(bytes.size())});
+    } catch (const Fault& fault) {
+        if (why != nullptr)
+            *why = Error_Description(fault.Number());
+        return false;
+    }
+    return true;
 }
 
 }  // namespace lobemax::paint

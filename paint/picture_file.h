@@ -4,8 +4,8 @@
 
 #include <QPainter>
 #include <QSize>
-#include <QString>
 #include <functional>
+#include <string>
 
 namespace lobemax::paint {
 
@@ -21,7 +21,7 @@ inline constexpr double Screen_Picture_Scale = 2.0;
 /// @param paint  false: there is no picture, and an older file stays as it was
 /// @param why    out: what went wrong
 /// @return       whether the file was written
-bool Save_Picture(const QSize& size, const QString& path, double scale, const std::function<bool(QPainter&)>& paint,
-                  QString* why = nullptr);
+bool Save_Picture(const QSize& size, const std::string& path, double scale, const std::function<bool(QPainter&)>& paint,
+                  std::string* why = nullptr);
 
 }  // namespace lobemax::paint

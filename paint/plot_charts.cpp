@@ -222,7 +222,8 @@ QString Fill_Plot(const Design_State& design, const std::vector<Chart*>& charts,
     return titles.front();
 }
 
-bool Save_Plot(const Design_State& design, int plot_style, const QSize& size, const QString& path, double scale)
+bool Save_Plot(const Design_State& design, int plot_style, const QSize& size, const std::string& path, double scale,
+               std::string* why)
 {
     std::vector<std::unique_ptr<Chart>> owned;
     std::vector<Chart*> charts;
@@ -231,7 +232,7 @@ bool Save_Plot(const Design_State& design, int plot_style, const QSize& size, co
         charts.push_back(owned.back().get());
     }
     const QString title = Fill_Plot(design, charts, plot_style);
-    return Save_Charts(charts, plot_style == style::four_windows ? 2 : 1, size, path, title, scale);
+    return Save_Charts(charts, plot_style == style::four_windows ? 2 : 1, size, path, title, scale, why);
 }
 
 }  // namespace lobemax::paint

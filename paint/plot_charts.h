@@ -38,8 +38,10 @@ Curve_Style Usual_Look(const Design_State& design, int plot_style);
 QString Fill_Plot(const Design_State& design, const std::vector<Chart*>& charts, int plot_style,
                   std::optional<Curve_Style> look = {});
 
-/// Writes the plot of the picked functions to a picture (Save_Picture). @return whether it was written
-bool Save_Plot(const Design_State& design, int plot_style, const QSize& size, const QString& path,
-               double scale = Screen_Picture_Scale);
+/// Writes the plot of the picked functions to a picture (Save_Picture).
+/// @param why  out: what went wrong
+/// @return     whether it was written
+bool Save_Plot(const Design_State& design, int plot_style, const QSize& size, const std::string& path,
+               double scale = Screen_Picture_Scale, std::string* why = nullptr);
 
 }  // namespace lobemax::paint

@@ -15,10 +15,9 @@ void Save_Picture_As(const std::string& title, const Picture_Writer& write)
     const std::optional<std::string> path = host.save_dialog ? host.save_dialog(dialog) : std::nullopt;
     if (!path)
         return;
-    QString why;
-    if (!write(QString::fromStdString(*path), why))
-        Show_Message("The picture could not be saved as\n" + *path + "\n" + why.toStdString(), Buttons::OK,
-                     Symbol::exclamation);
+    std::string why;
+    if (!write(*path, why))
+        Show_Message("The picture could not be saved as\n" + *path + "\n" + why, Buttons::OK, Symbol::exclamation);
 }
 
 }  // namespace lobemax::paint

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
 #include <functional>
 #include <string>
 
 namespace lobemax::paint {
 
 /// Writes a picture to a path. @param why  out: what went wrong @return whether the file was written
-using Picture_Writer = std::function<bool(const QString& path, QString& why)>;
+using Picture_Writer = std::function<bool(const std::string& path, std::string& why)>;
 
 /// Asks for the name of a picture, PNG, SVG or PDF, and writes it; what goes wrong is told.
 void Save_Picture_As(const std::string& title, const Picture_Writer& write);

@@ -3,9 +3,11 @@
 #include <iostream>
 
 #include "cli/run.h"
+#include "files/standard_files.h"
 
 int main(int argc, char** argv)
 {
+    lobemax::Guard_Standard_Files();
     std::ios::sync_with_stdio(false);
     return lobemax::cli::Run({argv + 1, argv + argc}, std::cin, std::cout, std::cerr);
 }

@@ -5,14 +5,16 @@
 
 #include <CLI/CLI.hpp>
 #include <QApplication>
-#include <QFile>
 #include <QFileInfo>
 #include <QScreen>
 #include <QSocketNotifier>
 #include <QStandardPaths>
 #include <QStyleFactory>
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <functional>
+#include <optional>
 
 #include "core/startup.h"
 #include "core/traps.h"
@@ -21,6 +23,7 @@
 #include "files/preferences.h"
 #include "files/recovery.h"
 #include "files/run_record.h"
+#include "files/standard_files.h"
 #include "forms/preference_choice.h"
 #include "screens/dark_palette.h"
 #include "screens/desk.h"
@@ -64,17 +67,8 @@ struct Options {
 /// Who opens a double-clicked model file: the user's list of default applications.
 void Register(const std::string& application)
 {
-    const QString path =
-        QStandardPaths::writableLocation(QStandardPaths::ConfigLocation) + QStringLiteral("/mimeapps.list");
-    QFile file(path);
-    QByteArray before;
-    if (file.open(QIODevice::ReadOnly)) {
-        before = file.readAll();
-        file.close();
-    }
-    const std::string after = Register_Cam_File(application, "cam", before.toStdString());
-    if (after != before.toStdString() && file.open(QIODevice::WriteOnly))
-        file.write(after.data(), static_cast<qint64>(after.size()));
+    Write_Default_Application(application,
+                              From_Qt(QStandardPaths::writableLocation(QStandardPaths::ConfigLocation)) + "/");
 }
 
 std::string Documents()
@@ -102,11 +96,38 @@ private:
     static inline int ends[2]{-1, -1};
 };
 
+/// While this stands, what Qt cannot go on without ends the program with a sentence and a status: no display, mostly.
+class Display_Needed {
+public:
+    Display_Needed() { before = qInstallMessageHandler(Tell); }
+    ~Display_Needed() { qInstallMessageHandler(before); }
+    Display_Needed(const Display_Needed&) = delete;
+    Display_Needed& operator=(const Display_Needed&) = delete;
+
+private:
+    static void Tell(QtMsgType type, const QMessageLogContext& context, const QString& text)
+    {
+        if (type == QtFatalMsg) {
+            std::fputs("lobemax: no display can be opened; lobemax-cli works without one\n", stderr);
+            std::_Exit(1);
+        }
+        if (before != nullptr)
+            before(type, context, text);
+    }
+    static inline QtMessageHandler before = nullptr;
+};
+
 int Run(const Options& options)
 {
     Install_Host(Desktop_Host());
     design = Design_State{};
     const std::string folder = Program_Folder(design, Documents());
+    std::function<void()> asked_to_end =
+        [&folder] {  // the title is up, or a question of the start: nothing can be lost
+            Terminate(folder);
+            std::_Exit(0);
+        };
+    const Termination termination([&asked_to_end] { asked_to_end(); });
     const Run_Start start = Check_Run_Record(design, folder, options.file);
     if (start == Run_Start::end_at_once)
         return 0;
@@ -129,7 +150,7 @@ int Run(const Options& options)
             }
         }
     };
-    Sub_Main(design, options.file, services);
+    Trap("lobemax", [&] { Sub_Main(design, options.file, services); });
     if (design.identity.File_Name.empty())
         Mark_Saved(design);
     Desk_History().Start_Anew();
@@ -142,15 +163,17 @@ int Run(const Options& options)
     }
     frm_HomeScreen home(folder);
     home.show();
-    if (Offer_Recovery(design, folder))
-        Desk_History().Start_Anew();
+    Trap("lobemax", [&] {
+        if (Offer_Recovery(design, folder))
+            Desk_History().Start_Anew();
+    });
     home.Refresh();
     // The end of the session and SIGTERM are proper ends, whose unsaved work waits for the next start.
     QObject::connect(qApp, &QGuiApplication::commitDataRequest, &home, [&home] { home.End_by_System(); });
-    const Termination termination([&home] {
+    asked_to_end = [&home] {
         home.End_by_System();
         QApplication::exit(0);
-    });
+    };
     return QApplication::exec();
 }
 
@@ -158,6 +181,7 @@ int Run(const Options& options)
 
 int main(int argc, char** argv)
 {
+    Guard_Standard_Files();
     Options options;
     CLI::App app{"LOBEMAX: design and analysis of cam-follower mechanisms", "lobemax"};
     app.set_version_flag("--version", std::string("lobemax ") + LOBEMAX_VERSION);
@@ -168,7 +192,9 @@ int main(int argc, char** argv)
     app.add_flag("--no-title", options.no_title, "go straight to the Home screen");
     CLI11_PARSE(app, argc, argv);
 
+    std::optional<Display_Needed> needed(std::in_place);
     const Desktop application(argc, argv);
+    needed.reset();
     QApplication::setOrganizationName(QStringLiteral("Lobemax"));
     QApplication::setApplicationName(QStringLiteral("lobemax"));
     QApplication::setDesktopFileName(QStringLiteral("lobemax"));
@@ -177,5 +203,7 @@ int main(int argc, char** argv)
         QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     if (options.theme == "dark")
         Use_Dark_Palette();
-    return Run(options);
+    int status = 1;
+    Trap("lobemax", [&] { status = Run(options); });
+    return status;
 }

@@ -8,6 +8,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <map>
@@ -24,6 +25,7 @@
 #include "files/example_designs.h"
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
+#include "tests/support/faulty_files.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
 
@@ -257,7 +259,7 @@ TEST_F(Model_File, twenty_segments_end_in_the_error_handler_when_written_and_whe
     design.motion.No_of_segments = 20;
     design.identity.File_Name = ::testing::TempDir() + "lobemax_twenty.cam";
     user_.Expect(Error_Box(9, "Index out of bounds", "WriteFile_8"));
-    EXPECT_FALSE(Write_Model_File(design, Replace::whole_or_nothing));
+    EXPECT_FALSE(Write_Model_File(design, std::string(design.identity.File_Name), Save_From::command_line));
     const std::string cut = Content(design.identity.File_Name);
     EXPECT_TRUE(Lines(cut).back().starts_with("\"Pbound( 20, 9)\"")) << "the records after that step are missing";
     EXPECT_FALSE(design.flags.Model_Saved);
@@ -955,6 +957,9 @@ TEST_F(Saving, a_replaced_file_stands_as_a_backup_until_the_new_one_is_whole)
     std::ofstream(path_) << "older";
     design.motion.No_of_segments = 20;
     user_.Expect(Error_Box(9, bounds, "WriteFile_8"));
+    user_.Expect({"The file was cut short, for its format cannot hold all of this design:\n" + path_ +
+                      "\nThe last whole copy is \n" + path_ + ".bak",
+                  Buttons::OK, Symbol::exclamation});
     EXPECT_FALSE(Save_As_Plus(design));
     EXPECT_EQ(Content(path_ + ".bak"), "older");
     EXPECT_TRUE(Content(path_).starts_with("\"LOBEMAX Plus\"")) << "the cut file stays on disk";
@@ -965,23 +970,94 @@ TEST_F(Saving, a_place_that_cannot_be_written_is_reported_and_the_older_file_sta
     user_.path = "/no/such/folder/m.cam";
     Expected_Box missing = Error_Box(53, "File not found", "frm_Homescreen.Save");
     missing.text += "There are no files with your chosen name in the selected directory";
+    const auto not_saved = [](const std::string& whole) {
+        return Expected_Box{"The design was not saved to \n/no/such/folder/m.cam\n" + whole, Buttons::OK,
+                            Symbol::exclamation};
+    };
     user_.Expect(missing);
+    user_.Expect(not_saved("There is no whole copy of it on the disk."));
     EXPECT_FALSE(Save_As_Plus(design));
     EXPECT_FALSE(design.flags.Model_Saved);
+    EXPECT_EQ(design.identity.File_Name, "") << "it has no file yet";
+
+    design.identity.File_Name = path_;  // opened from here, saved to a folder that is gone
+    std::ofstream(path_) << "older";
+    user_.Expect(missing);
+    user_.Expect(not_saved("The last whole copy is \n" + path_));
+    EXPECT_FALSE(Save_As_Plus(design));
+    EXPECT_EQ(design.identity.File_Name, path_);
+    design.identity.File_Name = "/no/such/folder/m.cam";
     design.flags.Model_Saved = true;
     user_.Expect(missing);
+    user_.Expect(not_saved("There is no whole copy of it on the disk."));
     EXPECT_FALSE(Save_Model(design)) << "the file's folder is gone";
 }
 
-TEST_F(Saving, a_full_disk_is_reported)
+TEST_F(Saving, on_a_full_disk_the_older_file_stays_however_often_it_is_tried_and_the_design_counts_as_unsaved)
 {
-    if (::access("/dev/full", W_OK) != 0)
-        GTEST_SKIP() << "this machine has no /dev/full";
-    design.identity.File_Name = "/dev/full";
+    user_.Expect(Success());
+    ASSERT_TRUE(Save_As_Plus(design));
+    const std::string older = Content(path_);
+    std::ofstream(path_ + ".bak") << "the user's own";
+    design.identity.User = "later";
+    Mark_Saved(design);  // even if nothing was changed since: the disk is not to be trusted
     Expected_Box full = Error_Box(61, "Disk full", "WriteFile_8");
     full.text += " The floppy disk in the drive is full - please substitute another";
-    user_.Expect(full);
-    EXPECT_FALSE(Write_Model_File(design, Replace::whole_or_nothing));
+    for (int again = 0; again < 3; ++again) {
+        const testing::Faulty_Files disk({3, ENOSPC, true, true, {}});
+        design.flags.Model_Saved = true;
+        user_.Expect(full);
+        user_.Expect({"The design was not saved to \n" + path_ + "\nThe last whole copy is \n" + path_, Buttons::OK,
+                      Symbol::exclamation});
+        EXPECT_FALSE(Save_Model(design));
+        EXPECT_FALSE(design.flags.Model_Saved);
+        EXPECT_TRUE(Unsaved(design)) << "Quit asks, and recovery stays";
+        EXPECT_EQ(Content(path_), older);
+        EXPECT_EQ(Content(path_ + ".bak"), "the user's own");
+    }
+    design.flags.Model_Saved = true;
+    user_.Expect(Success());
+    EXPECT_TRUE(Save_Model(design));
+    EXPECT_FALSE(Unsaved(design));
+    EXPECT_EQ(Content(path_ + ".bak"), "the user's own");
+}
+
+TEST_F(Saving, a_cut_file_never_takes_the_place_of_a_backup)
+{
+    user_.Expect(Success());
+    ASSERT_TRUE(Save_As_Plus(design));
+    const std::string whole = Content(path_);
+    design.motion.No_of_segments = 20;
+    for (int again = 0; again < 3; ++again) {
+        design.identity.User = "try " + std::to_string(again);
+        user_.Expect(Error_Box(9, bounds, "WriteFile_8"));
+        user_.Expect({"The file was cut short, for its format cannot hold all of this design:\n" + path_ +
+                          "\nThe last whole copy is \n" + path_ + ".bak",
+                      Buttons::OK, Symbol::exclamation});
+        EXPECT_FALSE(Save_As_Plus(design));
+        EXPECT_TRUE(Unsaved(design));
+        EXPECT_NE(Content(path_).find("try " + std::to_string(again)), std::string::npos);
+        EXPECT_EQ(Content(path_ + ".bak"), whole);
+        EXPECT_FALSE(std::filesystem::exists(path_ + ".bak2"));
+    }
+}
+
+TEST_F(Saving, a_disk_that_fails_under_a_design_of_20_segments_leaves_the_older_file)
+{
+    std::ofstream(path_) << "older";
+    design.motion.No_of_segments = 20;
+    const testing::Faulty_Files disk({4, EIO, true, false, {}});
+    bool told = false;
+    Host host = Installed_Host();
+    host.messenger = [&](const Message& box) {
+        told = told || box.text.find("Error 57") != std::string::npos;
+        return Answer::OK;
+    };
+    const Host before = Install_Host(std::move(host));
+    EXPECT_FALSE(Save_As_Plus(design));
+    Install_Host(before);
+    EXPECT_TRUE(told);
+    EXPECT_EQ(Content(path_), "older");
 }
 
 // ---- opening

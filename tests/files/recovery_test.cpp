@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
 
 #include "core/startup.h"
@@ -17,6 +18,7 @@
 #include "edit/unsaved.h"
 #include "files/example_designs.h"
 #include "motion/segments.h"
+#include "tests/support/faulty_files.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
 
@@ -69,7 +71,8 @@ TEST_F(Recovery, an_unsaved_design_comes_back_as_it_was)
     EXPECT_TRUE(design.flags.Calculated);
     EXPECT_FALSE(design.flags.Model_Saved);
     EXPECT_EQ(design.identity.File_Name, "/home/me/work.cam");
-    EXPECT_FALSE(Kept());
+    EXPECT_TRUE(Kept()) << "it is in this program's own recovery at once";
+    Drop_Recovery(folder_);
     EXPECT_FALSE(Offer_Recovery(design, folder_));  // once: no second question
 }
 
@@ -185,6 +188,89 @@ TEST_F(Recovery, a_damaged_file_is_kept_aside_and_told_of)
     EXPECT_FALSE(Kept());
     EXPECT_TRUE(fs::exists(Recovery_Model_Path(folder_) + ".bad"));
     EXPECT_FALSE(design.flags.Calculated);
+}
+
+TEST_F(Recovery, a_recovered_design_survives_the_next_crash_too)
+{
+    ASSERT_TRUE(Build_Example(design, "Four Dwell"));
+    design.cam.Prime_Rad = 123.5;
+    ASSERT_TRUE(Write_Recovery(design, folder_));
+    const std::string theirs = folder_ + "Recovery-999999999.cam";  // of a program that died
+    fs::rename(Recovery_Model_Path(folder_), theirs);
+    fs::rename(Recovery_Note_Path(folder_), folder_ + "Recovery-999999999.txt");
+    for (const bool full : {true, false}) {
+        ASSERT_TRUE(Sub_Main(design, "", {}));
+        script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::Yes});
+        std::optional<testing::Faulty_Files> disk;
+        if (full)
+            disk.emplace(testing::Faulty_Files::Fault_Plan{1, ENOSPC, true, false, {}});
+        EXPECT_TRUE(Offer_Recovery(design, folder_));
+        EXPECT_EQ(design.cam.Prime_Rad, 123.5);
+        EXPECT_EQ(fs::exists(theirs), full) << "what could not be written anew stays";
+        EXPECT_EQ(Kept(), !full);
+    }
+}
+
+TEST_F(Recovery, what_is_read_in_part_is_kept_beside)
+{
+    ASSERT_TRUE(Build_Example(design, "Four Dwell"));
+    ASSERT_TRUE(Write_Recovery(design, folder_));
+    const std::string theirs = folder_ + "Recovery-999999999.cam";
+    fs::rename(Recovery_Model_Path(folder_), theirs);
+    fs::resize_file(theirs, fs::file_size(theirs) / 2);
+    const auto size = fs::file_size(theirs);
+    for (const char* const kept : {".bad", ".bad2"}) {
+        ASSERT_TRUE(Sub_Main(design, "", {}));
+        std::string last;
+        Host host = Installed_Host();
+        host.messenger = [&](const Message& box) {
+            last = box.text;
+            return box.buttons == Buttons::Yes_No ? Answer::Yes : Answer::OK;
+        };
+        const Host before = Install_Host(host);
+        EXPECT_TRUE(Offer_Recovery(design, folder_));
+        Install_Host(before);
+        EXPECT_EQ(last, "The recovery file was read in part only.  It is kept as\n" + theirs + kept);
+        EXPECT_EQ(fs::file_size(theirs + kept), size);
+        EXPECT_FALSE(fs::exists(theirs));
+        EXPECT_TRUE(Kept()) << "what was read is in this program's own recovery";
+        EXPECT_EQ(design.motion.No_of_segments, 8);
+        Drop_Recovery(folder_);
+        fs::copy_file(theirs + kept, theirs);
+    }
+}
+
+TEST_F(Recovery, a_huge_or_broken_note_costs_its_name_alone)
+{
+    ASSERT_TRUE(Build_Example(design, "Four Dwell"));
+    design.cam.Prime_Rad = 123.5;
+    const std::string huge(100000, 'x');
+    for (const std::string& note : {std::string(), std::string("\0\n\xFF\xFE\n\n9e99", 10), huge, "USA\n" + huge,
+                                    std::string("Europe"), std::string("USA\n/a/b.cam"), std::string("USA\n\n99\n")}) {
+        design.identity.File_Name.clear();
+        ASSERT_TRUE(Write_Recovery(design, folder_));
+        std::ofstream(Recovery_Note_Path(folder_), std::ios::binary) << note;
+        ASSERT_TRUE(Sub_Main(design, "", {}));
+        script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::Yes});
+        EXPECT_TRUE(Offer_Recovery(design, folder_));
+        EXPECT_EQ(design.cam.Prime_Rad, 123.5);
+        EXPECT_EQ(design.results.WhichUnit, 0) << "no unit system is taken from a broken note";
+    }
+    ASSERT_TRUE(Write_Recovery(design, folder_));
+    fs::resize_file(Recovery_Note_Path(folder_), std::uintmax_t{1} << 40);  // a file with a hole of a terabyte
+    script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::Yes});
+    EXPECT_TRUE(Offer_Recovery(design, folder_));
+}
+
+TEST_F(Recovery, a_file_name_with_a_line_break_comes_back)
+{
+    ASSERT_TRUE(Build_Example(design, "Four Dwell"));
+    design.identity.File_Name = "/home/me/two\nlines.cam";
+    ASSERT_TRUE(Write_Recovery(design, folder_));
+    ASSERT_TRUE(Sub_Main(design, "", {}));
+    script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::Yes});
+    EXPECT_TRUE(Offer_Recovery(design, folder_));
+    EXPECT_EQ(design.identity.File_Name, "/home/me/two\nlines.cam");
 }
 
 TEST_F(Recovery, a_folder_that_cannot_be_written_tells_nobody)

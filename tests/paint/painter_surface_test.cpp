@@ -69,17 +69,17 @@ TEST_F(Painted, drawings_are_saved_as_png_svg_and_pdf_with_true_proportions)
         return true;
     };
     const QPalette palette;
-    EXPECT_TRUE(Save_Drawing(circle, {600, 300}, folder_.filePath("c.png"), palette));
+    EXPECT_TRUE(Save_Drawing(circle, {600, 300}, folder_.filePath("c.png").toStdString(), palette));
     EXPECT_EQ(QImage(folder_.filePath("c.png")).size(), QSize(1200, 600));
-    EXPECT_TRUE(Save_Drawing(circle, {600, 300}, folder_.filePath("c.pdf"), palette));
-    EXPECT_TRUE(Save_Drawing(circle, {600, 300}, folder_.filePath("c.svg"), palette));
+    EXPECT_TRUE(Save_Drawing(circle, {600, 300}, folder_.filePath("c.pdf").toStdString(), palette));
+    EXPECT_TRUE(Save_Drawing(circle, {600, 300}, folder_.filePath("c.svg").toStdString(), palette));
     QFile svg(folder_.filePath("c.svg"));
     ASSERT_TRUE(svg.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(svg.readAll());
     EXPECT_TRUE(text.contains(QRegularExpression("<circle[^>]*r=\"120\"")) ||
                 text.contains(QRegularExpression("<ellipse[^>]*rx=\"120\"[^>]*ry=\"120\"")));
     EXPECT_FALSE(Save_Drawing(circle, {600, 300}, "/no/such/folder/c.png", palette));
-    ASSERT_TRUE(Save_Drawing(circle, {600, 300}, folder_.filePath("half.png"), palette, 0.5));
+    ASSERT_TRUE(Save_Drawing(circle, {600, 300}, folder_.filePath("half.png").toStdString(), palette, 0.5));
     EXPECT_EQ(QImage(folder_.filePath("half.png")).size(), QSize(300, 150));
 }
 
@@ -91,7 +91,7 @@ TEST_F(Painted, a_picture_that_cannot_be_drawn_leaves_the_older_file)
         ASSERT_TRUE(older.open(QIODevice::WriteOnly));
         older.write("as it was");
         older.close();
-        EXPECT_FALSE(Save_Drawing([](Surface&) { return false; }, {600, 300}, path, QPalette())) << name;
+        EXPECT_FALSE(Save_Drawing([](Surface&) { return false; }, {600, 300}, path.toStdString(), QPalette())) << name;
         ASSERT_TRUE(older.open(QIODevice::ReadOnly));
         EXPECT_EQ(older.readAll(), "as it was") << name;
     }
@@ -124,7 +124,7 @@ TEST_F(Painted, a_line_has_its_width_in_points_whatever_the_picture_s_fineness)
         s.Line(-40, 0, 40, 0, Ink::cam);
         return true;
     };
-    ASSERT_TRUE(Save_Drawing(line, {200, 200}, folder_.filePath("l.png"), QPalette()));
+    ASSERT_TRUE(Save_Drawing(line, {200, 200}, folder_.filePath("l.png").toStdString(), QPalette()));
     const QImage picture(folder_.filePath("l.png"));
     double inked = 0.0;  // pixels across the line, the half inked ones by their share
     const double ground = picture.pixelColor(200, 10).blueF();
@@ -134,7 +134,7 @@ TEST_F(Painted, a_line_has_its_width_in_points_whatever_the_picture_s_fineness)
     for (int y = 190; y < 210; ++y)
         inked += (ground - picture.pixelColor(200, y).blueF()) / (ground - darkest);
     EXPECT_NEAR(inked, 2 * 1.8, 0.2);  // two pixels a point
-    ASSERT_TRUE(Save_Drawing(line, {200, 200}, folder_.filePath("l.svg"), QPalette()));
+    ASSERT_TRUE(Save_Drawing(line, {200, 200}, folder_.filePath("l.svg").toStdString(), QPalette()));
     QFile svg(folder_.filePath("l.svg"));
     ASSERT_TRUE(svg.open(QIODevice::ReadOnly));
     EXPECT_TRUE(QString::fromUtf8(svg.readAll()).contains("stroke-width=\"1.8\""));

@@ -65,7 +65,7 @@ protected:
         Build(example);
         design.identity.File_Name = folder_ + "model.cam";
         script_.Expect({"The file was successfully written to \n" + design.identity.File_Name});
-        EXPECT_TRUE(Write_Model_File(design, Replace::with_backup));
+        EXPECT_TRUE(Write_Model_File(design, std::string(design.identity.File_Name), Save_From::home_screen));
         return design.identity.File_Name;
     }
 

@@ -302,7 +302,7 @@ TEST_F(Plot_Screens, a_saved_plot_has_its_title)
     for (const auto& [plot_style, name] : {std::pair{1, "1.svg"}, std::pair{2, "2.svg"}, std::pair{4, "4.svg"}}) {
         Pick({2, 3}, plot_style);
         const QString path = folder.filePath(name);
-        ASSERT_TRUE(paint::Save_Plot(design, plot_style, {500, 400}, path));
+        ASSERT_TRUE(paint::Save_Plot(design, plot_style, {500, 400}, path.toStdString()));
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         EXPECT_EQ(QString::fromUtf8(file.readAll()).count("Selected Cam-Follower Parameters"), 1) << name;
