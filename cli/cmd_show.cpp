@@ -123,7 +123,7 @@ std::string Segment_Line(const std::array<std::string, 8>& cells)
     constexpr std::array widths{3, -4, -22, 9, 9, 9, 12, 12};
     std::string line;
     for (std::size_t k = 0; k < cells.size(); ++k)
-        line += (k == 0 ? "" : "  ") + Column(cells[k], widths[k]);
+        line += (k == 0 ? "" : "  ") + Column(On_One_Line(cells[k]), widths[k]);
     return line + "\n";
 }
 
@@ -141,7 +141,8 @@ std::string Summary(Design_State& design)
             continue;
         const Field& field = *Find_Field(name);
         const std::string unit = Unit_Text(design, field.unit);
-        text += std::string(name) + " = " + Field_Value(design, field, {}) + (unit.empty() ? "" : " ") + unit + "\n";
+        text += std::string(name) + " = " + On_One_Line(Field_Value(design, field, {})) + (unit.empty() ? "" : " ") +
+                unit + "\n";
     }
     return text;
 }
@@ -186,7 +187,7 @@ int Run(Session& session, const Options& options)
             if (options.json)
                 object[name] = Json_Value(design, *reference.field, index);
             else
-                lines += name + " = " + Field_Value(design, *reference.field, index) + "\n";
+                lines += name + " = " + On_One_Line(Field_Value(design, *reference.field, index)) + "\n";
         };
         if (reference.index.count == reference.field->dimensions)
             take(reference.index);

@@ -47,7 +47,10 @@ QString Ending(const std::string& path)
 void Add_Picture_Options(CLI::App& command, Picture_Options& options, const std::string& size)
 {
     options.size = size;
-    command.add_option("--size", options.size, "width and height in points, which are the pixels of a PNG")
+    command
+        .add_option("--size", options.size,
+                    "width and height in points, " + std::to_string(least_points) + " to " +
+                        std::to_string(most_points) + " each, which are the pixels of a PNG")
         ->type_name("WxH")
         ->capture_default_str();
     command
@@ -63,7 +66,8 @@ std::string Refused_Picture(const Picture_Options& options)
 {
     const auto size = Read_Size(options.size);
     if (!size)
-        return "--size: '" + options.size + "' is no size; write it as 900x600";
+        return "--size: '" + options.size + "' is no size; write it as 900x600, each from " +
+               std::to_string(least_points) + " to " + std::to_string(most_points);
     const QString ending = Ending(options.output);
     if (ending != QLatin1String("png") && ending != QLatin1String("svg") && ending != QLatin1String("pdf"))
         return "-o: the picture's name must end in .png, .svg or .pdf";

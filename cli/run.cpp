@@ -16,10 +16,14 @@ int Run_Action(Session& session, const Action& action)
 {
     try {
         const int status = action(session);
+        if (status != done && !session.Told())
+            session.Say("the work did not come to its end, and nothing was written");
         // An error that a command went on after still counts.
         return status == done && session.Error_Reported() ? failed : status;
     } catch (const Fault& fault) {
         Error_Report(fault.Number(), "lobemax-cli");
+    } catch (const std::bad_alloc&) {
+        Error_Report(out_of_memory, "lobemax-cli");
     } catch (const std::exception& error) {
         session.Say(error.what());
     }

@@ -44,7 +44,7 @@ std::string One_Line(std::string_view text)
             line += " / ";
         else
             line += c;
-    return line;
+    return On_One_Line(line);
 }
 
 /// A message box as a line: its symbol, its text, and the answer where it asks for one.
@@ -89,7 +89,7 @@ Session::Session(const Common_Options& options, std::istream& input, std::ostrea
         if (held_ != nullptr)
             held_->push_back(box);
         else
-            err << Box_Line(box, answer) << '\n';
+            Print(Box_Line(box, answer));
         return answer;
     };
     host.error_reported = [this](int) { error_reported_ = true; };
@@ -123,9 +123,15 @@ void Add_Output(CLI::App& command, std::string& path, const std::string& help)
     command.add_option("-o,--output", path, help)->type_name("FILE")->required();
 }
 
+void Session::Print(const std::string& line) const
+{
+    told_ = true;
+    err << line << '\n';
+}
+
 void Session::Say(const std::string& what) const
 {
-    err << "lobemax-cli: " << what << '\n';
+    Print("lobemax-cli: " + One_Line(what));
 }
 
 int Session::Wrong(const std::string& what) const
@@ -149,7 +155,7 @@ std::string Session::Refusal_of(const std::function<bool()>& check)
     std::string sentence;
     for (const Message& box : boxes)
         if (accepted)
-            err << Box_Line(box, Preferred_Answer(box.buttons, answers_)) << '\n';
+            Print(Box_Line(box, Preferred_Answer(box.buttons, answers_)));
         else
             sentence += (sentence.empty() ? "" : "; ") + One_Line(box.text);
     return accepted || !sentence.empty() ? sentence : "refused";

@@ -42,6 +42,9 @@ public:
     /// Whether a run-time error was reported since the session started.
     bool Error_Reported() const { return error_reported_; }
 
+    /// Whether anything was printed on standard error.
+    bool Told() const { return told_; }
+
     /// Prints a line of the command's own on standard error.
     void Say(const std::string& what) const;
 
@@ -77,10 +80,13 @@ public:
     std::string Refused_Segment(std::optional<int> segment) const;
 
 private:
+    void Print(const std::string& line) const;
+
     Host before_;
     std::vector<std::string> answers_;
     std::vector<Message>* held_ = nullptr;  // where boxes go in place of standard error
     bool error_reported_ = false;
+    mutable bool told_ = false;
 };
 
 /// An option that may be given any number of times, one value each.

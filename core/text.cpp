@@ -640,6 +640,16 @@ std::string Shortest(double value)
     return Shortest_Text(value, 15);
 }
 
+std::string On_One_Line(std::string_view text)
+{
+    std::string line(text);
+    constexpr char del = 0x7f;
+    for (char& c : line)
+        if ((c >= 0 && c < ' ') || c == del)
+            c = ' ';
+    return line;
+}
+
 std::string Trim(std::string_view text)
 {
     constexpr std::string_view white = " \t\r\n";

@@ -96,6 +96,14 @@ std::string Shown(const Design_State& design, Single value);
 /// Text without the blanks, tabs and line ends at both ends.
 std::string Trim(std::string_view text);
 
+/// The longest text that a field takes. It is shorter than the longest record that a
+/// model file can have.
+inline constexpr std::size_t Most_Text_Bytes = 10000;
+
+/// The text with each control character (line breaks, tabs and their kin) as a blank: what may stand in a line of a
+/// line-oriented output, or in a cell of a table.
+std::string On_One_Line(std::string_view text);
+
 /// Text without its first n characters; a text of fewer than 4 characters gives its last character alone,
 /// on purpose and whatever n is. A character is one of UTF-8.
 std::string Short(std::string_view text, int n);

@@ -82,6 +82,9 @@ Verdict Check(const Design_State& design, const Field& field, const Field_Index&
         return {Quoted(field.name) + " follows from " + std::string(rule.words) + " and cannot be set"};
     if (at.count != field.dimensions)
         return {Quoted(field.name) + " needs an index"};
+    if (value.text.size() > Most_Text_Bytes)
+        return {Quoted(field.name) + " has " + std::to_string(Most_Text_Bytes) + " bytes at the most, this text has " +
+                std::to_string(value.text.size())};
     if (Of_Segment_0(design, field, at))
         return {"index 0 of " + Quoted(field.name) + " is outside 1 to " + std::to_string(Max_Segments)};
     return rule.may_be == nullptr ? Verdict{} : rule.may_be(design, at, value);

@@ -48,8 +48,8 @@ std::string Cell(double value)
 std::string Opening_Lines(const Design_State& design)
 {
     const Identity_Group& id = design.identity;
-    return "File: \t" + id.File_Name + "\tDesign #\t" + std::to_string(id.Design_No) + line_end + id.User + '\t' +
-           Today_Text() + '\t' + Now_Text() + line_end + line_end;
+    return "File: \t" + On_One_Line(id.File_Name) + "\tDesign #\t" + std::to_string(id.Design_No) + line_end +
+           On_One_Line(id.User) + '\t' + Today_Text() + '\t' + Now_Text() + line_end + line_end;
 }
 
 int Point_Step(const Design_State& design)

@@ -417,17 +417,39 @@ void Rebuild_Keyway_Text(Design_State& design)
     }
 }
 
-/// The start angle as a count of points. The entries of the screens refuse an angle whose count needs more than 16
-/// bits; a file may hold one, and its count is that of the same place within one turn.
-Integer Start_Angle_Points(const Design_State& design)
+constexpr double whole_turn = 360.0;
+
+/// The entries refuse a start angle whose count of points needs more than 16 bits. A file may hold one: the same place
+/// within one turn takes its place, and the user is told.
+void Settle_Start_Angle(Design_State& design)
 {
-    constexpr double whole_turn = 360.0;
+    Cam_Group& c = design.cam;
     const auto points = [&](double angle) { return angle / whole_turn * design.motion.Max_Data_Points_used; };
-    const double angle = design.cam.Shift_Angle;
-    const double count = std::rint(points(angle));
-    const bool fits =
-        std::numeric_limits<std::int16_t>::min() <= count && count <= std::numeric_limits<std::int16_t>::max();
-    return To_Integer(points(fits ? angle : std::fmod(angle, whole_turn)));
+    const double count = std::rint(points(c.Shift_Angle));
+    if (count < std::numeric_limits<std::int16_t>::min() || count > std::numeric_limits<std::int16_t>::max()) {
+        const Single reduced = std::fmod(double{c.Shift_Angle}, whole_turn);
+        Show_Message("The starting angle of this file, " + Shortest(c.Shift_Angle) +
+                         " degrees, is beyond any count of turns.  It is taken as " + Shortest(reduced) + " degrees.",
+                     Buttons::OK, Symbol::exclamation);
+        c.Shift_Angle = reduced;
+    }
+    c.Shift_Points = To_Integer(points(c.Shift_Angle));
+}
+
+/// The step is the cycle's share of each point: a file that tells another is read by its points, and the user is told.
+void Settle_Step(Design_State& design)
+{
+    Motion_Group& m = design.motion;
+    if (m.Max_Data_Points_used < 1)
+        return;
+    const double step = whole_turn / m.Max_Data_Points_used;
+    if (std::abs(m.Deltatheta - step) <= step * 1e-4)  // as wide as a step that was typed in a few digits
+        return;
+    Show_Message("The Delta Theta of this file, " + Shortest(m.Deltatheta) + " degrees, does not fit its " +
+                     std::to_string(int{m.Max_Data_Points_used}) + " points.  It is taken as " +
+                     Shortest(Single(step)) + " degrees.",
+                 Buttons::OK, Symbol::exclamation);
+    m.Deltatheta = step;
 }
 
 /// What the loaded fields bring with them: units, labels, arm, keyway, shift, extremes.
@@ -437,7 +459,8 @@ void Refresh_Derived(Design_State& design)
     Set_Units(design);
     c.Arm_Pivot_Dist = Arm_Pivot_Distance(design);
     Rebuild_Keyway_Text(design);
-    c.Shift_Points = Start_Angle_Points(design);
+    Settle_Step(design);
+    Settle_Start_Angle(design);
     Phi_Extremes(design);
     Rho_Extremes(design);
 }

@@ -97,6 +97,8 @@ Flag Flag_of(std::string_view text)
 
 void Record_Writer::Quoted(std::string_view text)
 {
+    if (text.size() > Record_Reader::longest_record)  // what cannot be read again is not written
+        throw Fault{bad_record_length};
     buffer_ += '"';
     for (const char c : text) {
         if (c == '"')

@@ -12,6 +12,7 @@
 
 #include "core/messages.h"
 #include "tests/cli/cli_folder.h"
+#include "tests/support/number_in.h"
 
 namespace lobemax {
 namespace {
@@ -126,7 +127,7 @@ TEST_F(Cli, calc_stores_the_motion_and_sets_its_flag)
     // Peak velocity of a cycloidal fall: -2 L / beta, in seconds at omega
     const double omega = 120 * 3.141592654 / 30;
     const double beta = 90 / 57.29577950560105;
-    EXPECT_NEAR(std::stod(Show("c.cam", "'CalcData(2, 225)'").substr(18)), -2 * 25 / beta * omega, 1e-3);
+    EXPECT_NEAR(testing::Number_In(Show("c.cam", "'CalcData(2, 225)'").substr(18)), -2 * 25 / beta * omega, 1e-3);
 }
 
 TEST_F(Cli, the_same_input_gives_the_same_output_byte_for_byte)
@@ -190,7 +191,7 @@ TEST_F(Cli, time_bases_differ_as_stored)
     ASSERT_EQ(Run("calc c.cam -o rad.cam --levels svaj --set 'Time Base=3'").status, 0);
     const auto value = [&](const char* file, const char* field) {
         const std::string line = Show(file, std::string("'") + field + "'");
-        return std::stod(line.substr(line.find('=') + 1));
+        return testing::Number_In(line.substr(line.find('=') + 1));
     };
     const double rad = value("rad.cam", "CalcData(3, 20)");
     EXPECT_NEAR(value("deg.cam", "CalcData(3, 20)"), rad * 3.141592654 / 180.0, 1e-5) << "a single factor, meant";
@@ -327,8 +328,8 @@ TEST_F(Cli, a_polynomial_of_a_345_laws_conditions_moves_as_that_law)
     const std::string polynomial = Show("p.cam", fields), law = Show("l.cam", fields);
     std::istringstream a(polynomial), b(law);
     for (std::string x, y; std::getline(a, x) && std::getline(b, y);) {
-        const double value = std::stod(y.substr(y.find('=') + 1));
-        EXPECT_NEAR(std::stod(x.substr(x.find('=') + 1)), value, 1e-5 * std::abs(value)) << x;
+        const double value = testing::Number_In(y.substr(y.find('=') + 1));
+        EXPECT_NEAR(testing::Number_In(x.substr(x.find('=') + 1)), value, 1e-5 * std::abs(value)) << x;
     }
     EXPECT_EQ(Show("p.cam", "'Polydone(1)' Calculated"), "Polydone(1) = true\nCalculated = true\n");
 }
@@ -345,7 +346,7 @@ TEST_F(Cli, a_spline_takes_conditions_order_and_knots)
     ASSERT_EQ(Run("calc s.cam -o c.cam --levels svaj").status, 0);
     for (const auto& [point, expected] : {std::pair(0, 0.0), {60, 2.0}, {120, 8.0}, {180, 10.0}}) {
         const std::string line = Show("c.cam", "'CalcData(1, " + std::to_string(point) + ")'");
-        EXPECT_NEAR(std::stod(line.substr(line.find('=') + 1)), expected, 1e-4) << point;
+        EXPECT_NEAR(testing::Number_In(line.substr(line.find('=') + 1)), expected, 1e-4) << point;
     }
     EXPECT_EQ(Show("c.cam", "'Splines_Calculated(1)' Calculated 'Knots(8, 1)'"),
               "Splines_Calculated(1) = true\nCalculated = true\nKnots(8, 1) = 130\n");
@@ -487,10 +488,10 @@ TEST_F(Cli, calc_takes_a_design_from_its_segments_to_its_stresses)
     ASSERT_EQ(Run("calc c.cam -o s.cam --levels stress --follower-nu 0.3").status, 0);
     EXPECT_EQ(Show("s.cam", "Dynamicflag Stressflag \"Poissons' ratio(1)\""),
               "Dynamicflag = true\nStressflag = true\nPoissons' ratio(1) = 0.3\n");
-    EXPECT_LT(std::stod(Show("s.cam", "'CalcData(42, 45)'").substr(19)), -10.0);
-    const double T = std::stod(Show("c.cam", "'CalcData(8, 30)'").substr(18));
+    EXPECT_LT(testing::Number_In(Show("s.cam", "'CalcData(42, 45)'").substr(19)), -10.0);
+    const double T = testing::Number_In(Show("c.cam", "'CalcData(8, 30)'").substr(18));
     ASSERT_EQ(Run("calc c.cam -o a.cam --levels dynamics --accumulate").status, 0);
-    EXPECT_NEAR(std::stod(Show("a.cam", "'CalcData(8, 30)'").substr(18)), 2 * T, std::abs(T) * 1e-5);
+    EXPECT_NEAR(testing::Number_In(Show("a.cam", "'CalcData(8, 30)'").substr(18)), 2 * T, std::abs(T) * 1e-5);
 }
 
 TEST_F(Cli, calc_of_a_level_whose_ground_is_missing_is_status_1)
@@ -695,7 +696,7 @@ TEST_F(Cli, fft_prints_the_harmonics_and_keeps_them_in_the_model)
     EXPECT_EQ(std::count(all.out.begin(), all.out.end(), '\n'), 4);
     EXPECT_EQ(all.err.substr(0, 14), "[information] ");
     // Up in a quarter of the cycle, held, down, held: the mean is half of 25, and the one-sided entry twice that.
-    EXPECT_NEAR(std::stod(Show("f.cam", "'CalcData(20, 1)'").substr(18)), 25.0, 0.01);
+    EXPECT_NEAR(testing::Number_In(Show("f.cam", "'CalcData(20, 1)'").substr(18)), 25.0, 0.01);
     const Result segment = Run("fft c.cam -o f.cam --var Accel --segment 1 --harmonics 100");
     EXPECT_EQ(segment.status, 0);
     EXPECT_EQ(std::count(segment.out.begin(), segment.out.end(), '\n'), 1 + 45);
@@ -783,8 +784,10 @@ TEST_F(Cli, a_start_angle_beyond_16_bits_of_points_is_a_place_within_the_turn)
     Make_Changed("c.cam", "turns.cam", "Shift_Angle", "1E+06");  // 2777 turns and 280 degrees
     const Result shown = Run("show turns.cam Shift_Angle Shift_Points");
     EXPECT_EQ(shown.status, 0);
-    EXPECT_EQ(shown.err, "");
-    EXPECT_EQ(shown.out, "Shift_Angle = 1000000\nShift_Points = 280\n");
+    EXPECT_EQ(shown.err,
+              "[exclamation] The starting angle of this file, 1000000 degrees, is beyond any count of turns.  It is taken "
+              "as 280 degrees.\n");
+    EXPECT_EQ(shown.out, "Shift_Angle = 280\nShift_Points = 280\n");
     Make_Changed("c.cam", "three.cam", "Shift_Angle", "-1080");
     EXPECT_EQ(Show("three.cam", "Shift_Points"), "Shift_Points = -1080\n") << "a count that fits stays as it is";
     EXPECT_EQ(Run("convert turns.cam -o d.cam").status, 0);

@@ -42,6 +42,65 @@ TEST_F(Process, output_that_does_not_arrive_is_status_1)
     EXPECT_EQ(Content("status.txt"), "1\n");
 }
 
+/// In every command that prints, and for help; a file size limit and a closed output are no other.
+TEST_F(Process, output_that_does_not_arrive_is_told_by_every_command)
+{
+    ASSERT_EQ(Shell("$cli example 'Double Dwell' -o e.cam"), 0);
+    const std::string told = "lobemax-cli: standard output could not be written\n";
+    for (const char* const command : {"--help", "--version", "plot --help", "show e.cam", "show e.cam CalcData",
+                                      "show e.cam --json", "table e.cam --vars 1,2,3,4", "fft e.cam --var 1 -o f.cam"})
+        for (const char* const output : {">/dev/full", ">&-"}) {
+            EXPECT_EQ(Shell(std::string("$cli ") + command + " " + output), 1) << command << output;
+            EXPECT_TRUE(Content("err.txt").ends_with(told)) << command << output << Content("err.txt");
+        }
+    EXPECT_EQ(Shell("ulimit -f 1; $cli table e.cam --vars 1,2,3,4 >limited.txt"), 1);
+    EXPECT_TRUE(Content("err.txt").ends_with(told));
+}
+
+/// The first file that a program opens takes the lowest free number: with its output closed that of the output, and
+/// what is printed would go into it.
+TEST_F(Process, what_is_printed_into_a_closed_output_never_goes_into_a_file)
+{
+    ASSERT_EQ(Shell("$cli example 'Double Dwell' -o e.cam --date d --time t"), 0);
+    ASSERT_EQ(Shell("$cli fft e.cam --var 1 -o whole.cam --date d --time t"), 0);
+    EXPECT_EQ(Shell("$cli fft e.cam --var 1 -o f.cam --date d --time t >&- 2>&- <&-"), 1);
+    std::string whole = Content("whole.cam");
+    whole.replace(whole.find("whole.cam"), 9, "f.cam");
+    EXPECT_EQ(Content("f.cam"), whole);
+}
+
+TEST_F(Process, a_full_disk_leaves_older_models_exports_and_pictures)
+{
+    if (Shell("unshare -rm true") != 0)
+        GTEST_SKIP() << "this machine mounts no file systems for its users";
+    ASSERT_EQ(Shell("$cli example 'Double Dwell' -o e.cam"), 0);
+    // A disk of 64 KiB, with an older file of each kind and no room for a new one.
+    EXPECT_EQ(Shell("mkdir disk; unshare -rm sh -c \"mount -t tmpfs -o size=64k none disk && cd disk && "
+                    "for f in o.cam o.txt o.png o.svg o.pdf o.pts; do echo older >\\$f; done; "
+                    "head -c 100000 /dev/zero >filler; "
+                    "$cli calc ../e.cam -o o.cam; echo \\$? >>../status; "
+                    "$cli export ../e.cam spreadsheet -o o.txt; echo \\$? >>../status; "
+                    "$cli export ../e.cam profile --code 1 -o o.pts; echo \\$? >>../status; "
+                    "$cli plot ../e.cam --vars 1 -o o.svg; echo \\$? >>../status; "
+                    "$cli draw ../e.cam -o o.png; echo \\$? >>../status; "
+                    "$cli draw ../e.cam -o o.pdf; echo \\$? >>../status; "
+                    "cat o.* >../kept; ls -A >../names\""),
+              0)
+        << Content("err.txt");
+    EXPECT_EQ(Content("status"), "1\n1\n1\n1\n1\n1\n") << Content("err.txt");
+    EXPECT_EQ(Content("kept"), "older\nolder\nolder\nolder\nolder\nolder\n");
+    EXPECT_EQ(Content("names"), "filler\no.cam\no.pdf\no.png\no.pts\no.svg\no.txt\n");
+}
+
+TEST_F(Process, a_picture_may_have_a_name_that_is_no_utf_8)
+{
+    ASSERT_EQ(Shell("$cli example 'Double Dwell' -o e.cam"), 0);
+    EXPECT_EQ(Shell("umask 027; $cli draw e.cam -o \"$(printf 'b\\351.png')\""), 0);
+    EXPECT_TRUE(Exists("b\xE9.png"));
+    EXPECT_EQ(Shell("stat -c %a b*.png"), 0);
+    EXPECT_EQ(Content("out.txt"), "640\n");
+}
+
 TEST_F(Process, numbers_have_a_point_and_pictures_their_bytes_in_every_locale_and_run)
 {
     ASSERT_EQ(Shell("$cli example 'Double Dwell' -o e.cam"), 0);

@@ -227,6 +227,38 @@ TEST_F(Exports, a_turned_lambda_never_shows_a_whole_turn)
     EXPECT_NEAR(std::stod(lines[7 + 7][1]), 359.999, 1e-4);
 }
 
+/// However many turns it is away, and however small a linear cam's turn is against it.
+TEST_F(Exports, a_lambda_of_any_size_is_turned_in_one_step)
+{
+    for (const char* const kind : {"Barrel", "Linear"}) {
+        design.cam.Camtype = kind;
+        design.cam.Prime_Rad = 1e-30;
+        ASSERT_TRUE(Calc_Phi(design, 1));
+        design.cam.Shift_Angle = 90.0;
+        design.results.CalcData(12, 4) = 3e38;
+        design.results.CalcData(12, 5) = -3e38;
+        for (const int code : {4, 5}) {
+            ASSERT_TRUE(Export_Profile_to_File(design, path_, code));
+            const double turn = std::string(kind) == "Linear" ? 1e-30 * PI2 : 360.0;
+            for (const std::size_t i : {4U, 5U}) {
+                const double turned = std::stod(Lines()[7 + i][1 - (turn < 1.0)]);
+                EXPECT_GE(turned, 0.0);
+                EXPECT_LT(turned, turn);
+            }
+        }
+    }
+}
+
+TEST_F(Exports, a_text_of_several_lines_stands_in_one)
+{
+    design.identity.User = "two\nlines\tand a tab";
+    design.identity.File_Name = "a\r\nb.cam";
+    ASSERT_TRUE(Export_All_to_File(design, path_));
+    const auto lines = Lines();
+    EXPECT_EQ(lines[0][1], "a  b.cam");
+    EXPECT_EQ(lines[1][0], "two lines and a tab");
+}
+
 TEST_F(Exports, a_linear_profile_is_turned_by_its_share_of_the_length)
 {
     design.cam.Camtype = "Linear";

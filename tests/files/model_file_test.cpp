@@ -14,6 +14,7 @@
 #include <map>
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "core/field_directory.h"
@@ -476,19 +477,66 @@ TEST_F(Model_File, the_keyway_text_is_rebuilt_from_its_angle_and_the_rotation)
     EXPECT_EQ(text_of("45", "1"), "") << "no position of the clock";
 }
 
-TEST_F(Model_File, a_start_angle_beyond_16_bits_of_points_counts_as_its_place_within_the_turn)
+TEST_F(Model_File, a_start_angle_of_16_bits_of_points_stays)
 {
-    const auto points_of = [](const char* angle) {
-        EXPECT_TRUE(Read(With(Reference("9"), "Shift_Angle", angle))) << angle;
-        return int{design.cam.Shift_Points};
-    };
-    // A point a degree: the widest counts stay, the next ones are those less 91 whole turns.
-    EXPECT_EQ(points_of("725"), 725);
-    EXPECT_EQ(points_of("32767"), 32767);
-    EXPECT_EQ(points_of("-32768"), -32768);
-    EXPECT_EQ(points_of("32767.5"), 8);  // rounds to 32768, which needs 17 bits; 7.5 rounds to the even 8
-    EXPECT_EQ(points_of("-32769"), -9);
-    EXPECT_EQ(points_of("1000000"), 280);
+    Make_Design();
+    const std::string text = Written("9");
+    for (const int angle : {725, 32767, -32768}) {  // a point a degree
+        ASSERT_TRUE(Read(With(text, "Shift_Angle", std::to_string(angle))));
+        EXPECT_EQ(design.cam.Shift_Points, angle);
+        EXPECT_EQ(design.cam.Shift_Angle, angle);
+    }
+}
+
+TEST_F(Model_File, a_start_angle_beyond_16_bits_of_points_is_taken_within_one_turn_and_told)
+{
+    Make_Design();
+    const std::string text = Written("9");
+    ASSERT_TRUE(Read(With(text, "Shift_Angle", "-1080")));
+    EXPECT_EQ(design.cam.Shift_Points, -1080) << "a count that fits stays as it is";
+    for (const auto& [angle, words, place] :
+         {std::tuple{"1E+06", "1000000", "280"}, {"-1E+06", "-1000000", "-280"}, {"1E+30", "1E+30", "120"}}) {
+        user_.Expect({std::string("The starting angle of this file, ") + words +
+                          " degrees, is beyond any count of turns.  It is taken as " + place + " degrees.",
+                      Buttons::OK, Symbol::exclamation});
+        ASSERT_TRUE(Read(With(text, "Shift_Angle", angle)));
+        EXPECT_EQ(Shortest(design.cam.Shift_Angle), place);
+        EXPECT_EQ(std::to_string(int{design.cam.Shift_Points}), place);
+    }
+}
+
+TEST_F(Model_File, a_step_that_does_not_fit_the_points_is_taken_from_them_and_told)
+{
+    Make_Design(2);
+    const std::string text = Written("9");
+    ASSERT_TRUE(Read(With(text, "Deltatheta", ".49999")));
+    for (const char* const step : {"1", "0", "-0.5", "1E-30", "1E+30", "0.25"}) {
+        user_.Expect({"The Delta Theta of this file, " + Shortest(Single(Val(step, Decimal_Symbol::point))) +
+                          " degrees, does not fit its 720 points.  It is taken as 0.5 degrees.",
+                      Buttons::OK, Symbol::exclamation});
+        ASSERT_TRUE(Read(With(text, "Deltatheta", step)));
+        EXPECT_EQ(design.motion.Deltatheta, 0.5);
+    }
+}
+
+TEST_F(Model_File, what_could_not_be_read_again_is_not_written)
+{
+    Make_Design();
+    design.identity.User = std::string(65536, '"');  // doubled in the file, one text for its reader
+    ASSERT_TRUE(Read(Written("9")));
+    EXPECT_EQ(design.identity.User, std::string(65536, '"'));
+    design.identity.User += 'x';
+    Text_Sink sink;
+    EXPECT_THROW(Write_Model(design, sink, "9"), Fault);
+}
+
+TEST_F(Model_File, line_breaks_tabs_and_quotes_in_a_text_come_back)
+{
+    Make_Design();
+    design.identity.User = "two\r\nlines,\ta tab, \"quotes\" and \xC3\xA9";
+    const std::string user = design.identity.User;
+    ASSERT_TRUE(Read(Written("9")));
+    EXPECT_EQ(design.identity.User, user);
 }
 
 TEST_F(Model_File, fields_that_no_file_holds_come_back_at_their_defaults)
@@ -666,7 +714,8 @@ struct Bad_Count {
     const char* value;
     int error;
     const char* description;
-    bool complete;  // the labelled items had ended
+    bool complete;          // the labelled items had ended
+    const char* step = "";  // what the step is taken as
 };
 
 class Bad_Counts : public Model_File, public ::testing::WithParamInterface<Bad_Count> {};
@@ -676,6 +725,10 @@ TEST_P(Bad_Counts, are_reported_and_leave_a_usable_state)
     const Bad_Count& bad = GetParam();
     if (bad.error != 0)
         user_.Expect(Error_Box(bad.error, bad.description, "ReadFile_8"));
+    if (*bad.step != '\0')
+        user_.Expect({std::string("The Delta Theta of this file, 1 degrees, does not fit its ") + bad.value +
+                          " points.  It is taken as " + bad.step + " degrees.",
+                      Buttons::OK, Symbol::exclamation});
     EXPECT_EQ(Read(With(Reference("9"), bad.label, bad.value)), bad.error == 0);
     EXPECT_EQ(design.run.Read_Partial, bad.error != 0);
     EXPECT_EQ(design.run.Read_Complete, bad.complete);
@@ -713,8 +766,8 @@ INSTANTIATE_TEST_SUITE_P(
         // points
         Bad_Count{"Max Data Points used", "-1", 9, bounds, false},
         Bad_Count{"Max Data Points used", "0", 9, bounds, false},
-        Bad_Count{"Max Data Points used", "21", 13, mismatch, true},
-        Bad_Count{"Max Data Points used", "720", 13, mismatch, true},
+        Bad_Count{"Max Data Points used", "21", 13, mismatch, true, "17.142857"},
+        Bad_Count{"Max Data Points used", "720", 13, mismatch, true, "0.5"},
         Bad_Count{"Max Data Points used", "32767", 9, bounds, false},
         Bad_Count{"Max Data Points used", "99999", 6, "Overflow", false},
         Bad_Count{"WhichUnit", "9", 9, bounds, false}));

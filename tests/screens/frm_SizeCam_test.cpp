@@ -406,7 +406,7 @@ TEST_F(Size_Screen, the_kind_of_cam_changes_words_and_panels)
     EXPECT_FALSE(user.Enabled(Element("opt_Foltype", 1)));
     EXPECT_TRUE(user.Visible("fra_topbot"));
     EXPECT_FALSE(user.Visible("txt_Offset") || user.Visible("txt_folwrangle"));
-    EXPECT_NEAR(std::stod(user.Text("txt_Prime")), 101.6 * PI2, 0.01);
+    EXPECT_NEAR(testing::Number_In(user.Text("txt_Prime")), 101.6 * PI2, 0.01);
     user.Press(Element("opt_CamType", 3));
     EXPECT_EQ(c_.Barrel_Type, "Ribbed");
     EXPECT_EQ(user.Find<QGroupBox>("fra_Prime").title(), "Prime Radius");
