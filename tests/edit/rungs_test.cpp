@@ -238,8 +238,9 @@ TEST_F(Rungs, a_force_function_goes_along_and_outlives_the_recalculation)
     design.motion.Motion = false;  // the next calculation is to be a force's
 
     Change_Units(design, 5);
-    EXPECT_EQ(Value(var::Ext_Force, 120), 100.0);
-    EXPECT_EQ(design.plot.Var_Unit(var::Ext_Force), "lb");
+    EXPECT_NEAR(Value(var::Ext_Force, 120), 444.8222, 1e-4);  // no calculation makes this row
+    EXPECT_EQ(design.plot.Var_Unit(var::Ext_Force), "N");
+    EXPECT_EQ(design.plot.Var_Unit(var::Force), "lb");
     ASSERT_TRUE(Recalculate(design, Standing_of(design)));
     EXPECT_FALSE(design.motion.Motion);
     EXPECT_TRUE(design.flags.Ext_Force_Calc && design.flags.Dynamicflag);

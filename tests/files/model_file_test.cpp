@@ -20,6 +20,7 @@
 #include "core/text.h"
 #include "core/unit_change.h"
 #include "core/units.h"
+#include "edit/rungs.h"
 #include "edit/unsaved.h"
 #include "files/example_designs.h"
 #include "motion/motion_programs.h"
@@ -889,6 +890,34 @@ TEST_F(Saving, save_overwrites_a_saved_model_and_asks_for_a_name_otherwise)
     EXPECT_TRUE(Save_Model(design));
     EXPECT_EQ(user_.dialogs.size(), 1U) << "no name is asked for";
     EXPECT_NE(Content(path_).find("\"User\",\"later\""), std::string::npos);
+}
+
+TEST_F(Saving, a_force_function_is_written_in_the_units_of_the_design_whatever_the_results_have)
+{
+    ASSERT_TRUE(Open_Example(design, "Double Dwell"));
+    Change_Units(design, 1);
+    ASSERT_TRUE(Recalculate(design, Standing_of(design)));
+    for (int p = 0; p <= 360; ++p)  // lb
+        design.results.Ext_Force_Table(p) = design.results.CalcData(var::Ext_Force, p) = 0.25 * p;
+    const double force_of_the_cam = design.results.CalcData(var::Force, 45);
+    Change_Units(design, 5);
+    ASSERT_TRUE(Results_in_Other_Units(design));
+    user_.Expect(
+        {"The results in memory are those of the units before (in-lb-bl-s): \n"
+         "a change of units converts the data of the design, and no calculated results. \n"
+         "The file would give them the names of the new units.\n"
+         "Do you want to recalculate them before saving?",
+         Buttons::Yes_No_Cancel, Symbol::exclamation, Answer::No});
+    user_.Expect(Success());
+    ASSERT_TRUE(Save_As_Plus(design));
+    design = {};
+    ASSERT_TRUE(Load_Model(design, path_));
+    constexpr double newtons = 4.448222;
+    for (int p = 0; p <= 360; ++p) {
+        ASSERT_NEAR(design.results.Ext_Force_Table(p), 0.25 * p * newtons, 1e-6 * p * newtons) << p;
+        ASSERT_EQ(design.results.Ext_Force_Table(p), design.results.CalcData(var::Ext_Force, p)) << p;
+    }
+    EXPECT_EQ(design.results.CalcData(var::Force, 45), force_of_the_cam) << "a calculated row is not converted";
 }
 
 TEST_F(Saving, results_of_other_units_are_offered_a_recalculation)

@@ -6,6 +6,7 @@
 #include <QTableWidget>
 
 #include "core/text.h"
+#include "edit/conditions.h"
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"
 #include "motion/segments.h"
