@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 #include <string>
 
@@ -162,6 +163,23 @@ TEST_F(Design_History, transactions_stand_within_one_another)
     EXPECT_EQ(design.cam.Prime_Rad, 130.0);
     outer.Commit("both");
     EXPECT_EQ(design.cam.Prime_Rad, 130.0);
+}
+
+TEST_F(Design_History, a_step_that_changes_the_profile_or_the_force_table_alone_gives_each_back)
+{
+    const auto shared = [](Results_Group& r) { return std::array{&r.Profile_X, &r.Profile_Y, &r.Ext_Force_Table}; };
+    History history(design);
+    for (std::size_t k = 0; k < 3; ++k) {
+        Single& point = (*shared(design.results)[k])(7);
+        const Single before = point;
+        point = before + 1.0;
+        ASSERT_TRUE(Put(design, "Prime_Rad", design.cam.Prime_Rad + 1.0));
+        ASSERT_TRUE(history.Remember("a size"));
+        history.Undo();
+        EXPECT_EQ((*shared(design.results)[k])(7), before) << k;
+        history.Redo();
+        EXPECT_EQ((*shared(design.results)[k])(7), before + 1.0) << k;
+    }
 }
 
 TEST_F(Design_History, counts_the_bytes_of_the_calculated_rows)

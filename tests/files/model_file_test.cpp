@@ -424,6 +424,30 @@ TEST_F(Model_File, max_variables_of_59_gives_rows_0_to_53)
     EXPECT_EQ(design.results.CalcData.Last_Row(), 53);
 }
 
+TEST_F(Model_File, max_variables_of_6_gives_the_row_of_the_angles_alone)
+{
+    const std::vector<std::string> reference = Lines(Reference("9"));
+    std::vector<std::string> lines;
+    int points = -1;  // behind the last labelled record
+    for (const std::string& line : reference) {
+        if (line.starts_with("\"Last Labeled Item\""))
+            points = 0;
+        else if (points >= 0 && line != "\"\"" && ++points > 361)
+            continue;
+        lines.push_back(line);
+    }
+    ASSERT_TRUE(Read(With(Joined(lines), "Max Variables", "6")));
+    EXPECT_EQ(design.run.File_Saved_Variables, 0);
+    EXPECT_EQ(design.results.CalcData.Last_Row(), 53);
+    EXPECT_EQ(design.results.CalcData(0, 360), Single(0.036)) << "the reference's own rule";
+    for (int v = 1; v <= 53; ++v)
+        for (const Single value : design.results.CalcData.Points(v))
+            ASSERT_EQ(value, 0.0) << v;
+
+    Script box({Error_Box(9, "Index out of bounds", "ReadFile_8")});
+    EXPECT_FALSE(Read(With(Joined(lines), "Max Variables", "5")));
+}
+
 TEST_F(Model_File, a_zoom_factor_of_zero_is_read_as_one)
 {
     ASSERT_TRUE(Read(With(Reference("9"), "Zoom Factor", "0")));
