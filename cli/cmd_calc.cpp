@@ -92,12 +92,7 @@ bool Calculate_Stress(Session& session, const Options& options)
         session.Say("stress: the forces are not calculated");
         return false;
     }
-    const Materials stored = Materials_of(design);
-    Dynamics_Group& d = design.dynamics;
-    for (const int k : {1, 2}) {
-        d.Youngs_modulus(k) = stored.E[static_cast<std::size_t>(k - 1)];
-        d.Poissons_ratio(k) = stored.nu[static_cast<std::size_t>(k - 1)];
-    }
+    Put_Materials(design);
     for (const auto& [given, field, k] : {std::tuple{&options.youngs_cam, "Young's modulus", 1},
                                           std::tuple{&options.youngs_follower, "Young's modulus", 2},
                                           std::tuple{&options.poisson_cam, "Poissons' ratio", 1},

@@ -11,6 +11,7 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "edit/conditions.h"
 #include "edit/door.h"
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"
@@ -101,7 +102,7 @@ std::optional<int> Condition_Row(Design_State& design, int i, double theta, cons
     if (theta == 0.0)
         return 0;
     if (theta == design.motion.Beta_Deg(i))
-        return 9;
+        return Last_Condition_Row;
     for (int k = 1; k <= 8; ++k) {
         const std::string& angle = design.motion.T_boundary_cond(i, k);
         if (!angle.empty() && Val(design, angle) == theta)
@@ -112,6 +113,16 @@ std::optional<int> Condition_Row(Design_State& design, int i, double theta, cons
         }
     }
     return std::nullopt;
+}
+
+/// Puts a condition. A position at the segment's end is the start of the next one on a screen; here the segments behind
+/// keep the starts that their own arguments gave them.
+void Put_Alone(Design_State& design, int segment, int row, int order, const std::string& text)
+{
+    const auto starts = design.motion.Start_Value;
+    Put_Condition(design, segment, row, order, text);
+    for (int later = segment + 1; later <= design.motion.No_of_segments; ++later)
+        Put(design, "Start Value", At(later), starts(later));
 }
 
 /// Puts one condition, 'SEG THETA ORDER VALUE', into its segment's table; empty, or what is wrong with it.
@@ -137,12 +148,7 @@ std::string Take_Condition(Design_State& design, const std::string& argument)
     if (!row)
         return refused + "a segment has eight angles between its ends";
     Single(*Whole_Number(words[3]));
-    Put_Condition(design, i, *row, static_cast<int>(order), words[3]);
-    // A position of an end is the row's too; its neighbours keep theirs.
-    if (order == 0 && *row == 0)
-        design.motion.Start_Value(i) = words[3];
-    if (order == 0 && *row == 9)
-        design.motion.End_Value(i) = words[3];
+    Put_Alone(design, i, *row, static_cast<int>(order), words[3]);
     return {};
 }
 

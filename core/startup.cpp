@@ -101,7 +101,8 @@ bool Initialize(Design_State& design)
         c.Shift_Angle = 0.0;
         c.Printstep = 1;
         c.Closure = "Force";
-        Roller_Defaults(design, 1.0);
+        c.Follow_Rad = Usual_Roller(design).roller;
+        c.Cutter_Radius = Usual_Roller(design).cutter;
 
         for (int i = 1; i <= Max_Segments; ++i)
             m.Orders(i) = 6;

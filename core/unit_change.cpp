@@ -130,9 +130,11 @@ void Convert_Design(Design_State& design, int to)
         Convert(k.Inertia_of_link(n), f.inertia, id.Decimals_5);
         Convert(k.Stiffness_of_link(n), f.spring_rate, id.Decimals_6);
     }
-    // The force function is what later results are calculated with: it goes along, as a curve and so unrounded.
-    for (Single& force : design.results.Ext_Force_Table.Points())
-        force *= f.force;
+    // The force function is what later results are calculated with: it goes along, as a curve and so unrounded. Its row
+    // goes with it: no calculation makes that, and a model file keeps the function there alone.
+    for (const auto forces : {design.results.Ext_Force_Table.Points(), design.results.CalcData.Points(var::Ext_Force)})
+        for (Single& force : forces)
+            force *= f.force;
     Set_Up_Linkage(design, k.Links);
     Set_Omega_Powers(design);
     if (c.Translating)

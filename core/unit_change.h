@@ -23,7 +23,7 @@ Unit_Factors Single_Pass_Factors(int from, int to);
 
 /// Converts the design from its system to another, field by field in a fixed order, each number rounded to
 /// the decimals of the system arrived at. Calculated rows stay as they are and keep the names of their units; an
-/// external force goes along. Does nothing for its own system.
+/// external force, the row Ext_Force with it, goes along. Does nothing for its own system.
 /// @throws Fault{9} for a code outside 1..5, Fault{6} when a number is too large for the new system; the
 ///         design is then as it was
 void Change_Units(Design_State& design, int code);

@@ -123,6 +123,8 @@ void Set_Units(Design_State& design)
 {
     Name_Variables(design);
     CamUnits(design, Units_of_Results(design), design.plot.Var_Unit, design.run.Unit_Table_Size);
+    // The external force is converted with the design, its row is never of other units.
+    design.plot.Var_Unit(var::Ext_Force) = Unit_Text(design, design.identity.WhichUnit, Unit_Kind::force);
     Set_Decimals(design);
 }
 
@@ -236,13 +238,10 @@ void MassProp(Design_State& design)
     }
 }
 
-void Roller_Defaults(Design_State& design, double scale)
+Roller_Sizes Usual_Roller(const Design_State& design)
 {
-    constexpr By_Units<double> roller{{0.5, 0.0415, 0.0125, 1.3, 12.5}};
-    constexpr By_Units<double> cutter{{0.25, 0.0208, 0.00625, 1.0, 8.0}};
-    const std::size_t place = Place_of_Units(design.identity.WhichUnit);
-    design.cam.Follow_Rad = roller[place] * scale;
-    design.cam.Cutter_Radius = cutter[place];
+    constexpr By_Units<Roller_Sizes> sizes{{{0.5, 0.25}, {0.0415, 0.0208}, {0.0125, 0.00625}, {1.3, 1.0}, {12.5, 8.0}}};
+    return sizes[Place_of_Units(design.identity.WhichUnit)];
 }
 
 }  // namespace lobemax

@@ -69,7 +69,11 @@ double Shop_Prime_Radius(const Design_State& design, double inches);
 /// Defaults of masses, springs, damping and friction for the system in force.
 void MassProp(Design_State& design);
 
-/// Defaults of roller and cutter for the system in force; scale multiplies the roller radius alone.
-void Roller_Defaults(Design_State& design, double scale);
+/// Radii of roller and cutter that a new design has in the system in force.
+struct Roller_Sizes {
+    double roller;
+    double cutter;
+};
+Roller_Sizes Usual_Roller(const Design_State& design);
 
 }  // namespace lobemax

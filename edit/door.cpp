@@ -181,8 +181,7 @@ Verdict Put_Condition(Design_State& design, int segment, int row, int order, con
 
 void Clear_Conditions(Design_State& design, int segment)
 {
-    constexpr int last_row = 9;
-    for (int row = 0; row <= last_row; ++row)
+    for (int row = 0; row <= Last_Condition_Row; ++row)
         for (int order = row == 0 ? 0 : Angle_Box; order <= Max_Bound_Order; ++order)
             Put_Condition(design, segment, row, order, "");
 }

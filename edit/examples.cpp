@@ -131,7 +131,9 @@ bool Load_Example(Design_State& design, std::string_view name)
     Put(design, "Prime_Rad", Shop_Prime_Radius(design, example.prime_radius));
     Put(design, "Followtype", example.name == "Flat Follower" ? 2 : 1);
     Put(design, "Offset", Shop_Length(design, example.offset));
-    Roller_Defaults(design, example.roller_factor);
+    const Roller_Sizes usual = Usual_Roller(design);
+    Put(design, "Follow_Rad", usual.roller * example.roller_factor);
+    Put(design, "Cutter Radius", usual.cutter);
     if (example.oscillating) {
         Put(design, "ArmX", Shop_Length(design, 4.0));
         Put(design, "ArmY", Shop_Length(design, 2.5));

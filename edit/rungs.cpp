@@ -93,12 +93,6 @@ bool Validate_Contact(Design_State& design, const Single (&E)[2], const Single (
 
 }  // namespace
 
-bool Asks_Conditions(const Design_State& design, int segment)
-{
-    const std::string& kind = design.motion.Rise_Fall_Dwell(segment);
-    return kind == "P" || kind == "S";
-}
-
 bool Run_Size_Curves(Design_State& design, bool arm_meets)
 {
     if (Refuse_Other_Units(design))
@@ -181,6 +175,17 @@ Materials Materials_of(const Design_State& design)
         materials.nu[place] = materials.steel[place] ? Ratio_of_Steel : double{d.Poissons_ratio(k)};
     }
     return materials;
+}
+
+void Put_Materials(Design_State& design)
+{
+    const Materials materials = Materials_of(design);
+    const std::string edit = design.run.Last_Edit;
+    for (const int k : {1, 2}) {
+        Put(design, "Young's modulus", At(k), materials.E[static_cast<std::size_t>(k - 1)]);
+        Put(design, "Poissons' ratio", At(k), materials.nu[static_cast<std::size_t>(k - 1)]);
+    }
+    design.run.Last_Edit = edit;
 }
 
 bool Check_Contact(Design_State& design, Contact_Field& refused)
@@ -270,10 +275,7 @@ bool Recalculate_Stress(Design_State& design, bool same_unit)
             Buttons::OK, Symbol::exclamation);
         return true;
     }
-    for (const int k : {1, 2}) {
-        design.dynamics.Youngs_modulus(k) = materials.E[static_cast<std::size_t>(k - 1)];
-        design.dynamics.Poissons_ratio(k) = materials.nu[static_cast<std::size_t>(k - 1)];
-    }
+    Put_Materials(design);
     Contact_Field refused{};
     return Run_Stress(design, refused);
 }

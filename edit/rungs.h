@@ -11,9 +11,6 @@
 
 namespace lobemax {
 
-/// Whether a segment's calculation asks for its conditions first: a polynomial or a spline.
-bool Asks_Conditions(const Design_State& design, int segment);
-
 /// Sizes the cam by its stored fields: each is checked by its rule and a refusal told; then pressure angle, profile and
 /// curvature. @return whether the cam is sized
 bool Run_Size(Design_State& design);
@@ -38,6 +35,9 @@ struct Materials {
     std::array<bool, 2> steel{};
 };
 Materials Materials_of(const Design_State& design);
+
+/// Puts Materials_of into the design before a stress calculation. Nobody typed them: the step at work keeps its name.
+void Put_Materials(Design_State& design);
 
 /// Poisson's ratio of steel.
 inline constexpr double Ratio_of_Steel = 0.28;

@@ -275,7 +275,7 @@ Fixed_Polynomial::Fixed_Polynomial(const Terms& t, const Coefficients& c)
 {
     for (int d = 0; d < static_cast<int>(factor.size()); ++d)
         for (int power = d; power < static_cast<int>(c.size()); ++power) {
-            double product = c[static_cast<std::size_t>(power)];
+            double product = c.at(static_cast<std::size_t>(power));
             for (int i = 0; i < d; ++i)
                 product *= power - i;
             factor[static_cast<std::size_t>(d)][static_cast<std::size_t>(power)] = product;

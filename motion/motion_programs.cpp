@@ -68,6 +68,12 @@ void Check_Segment(int Seg)
     Checked_Place(Seg, 1, Max_Segments);
 }
 
+bool Asks_Conditions(const Design_State& design, int Seg)
+{
+    const std::string& kind = design.motion.Rise_Fall_Dwell(Seg);
+    return kind == "P" || kind == "S";
+}
+
 bool Pick_Program(Design_State& design, int Seg, std::string_view code)
 {
     Check_Segment(Seg);

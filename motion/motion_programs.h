@@ -53,6 +53,9 @@ const Motion_Program* Find_Program(std::string_view code);
 /// A segment of the table, 1..20. @throws Fault{9} otherwise, before anything is changed
 void Check_Segment(int Seg);
 
+/// Whether a segment is given by conditions, which are asked for before its calculation: a polynomial or a spline.
+bool Asks_Conditions(const Design_State& design, int Seg);
+
 /// Gives segment 1..20 a program by its two-letter code. PO, DW and BS bring their motion kind with them.
 ///
 /// @return false for an unknown code, with nothing changed

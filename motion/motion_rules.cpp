@@ -172,11 +172,30 @@ Verdict Conditions_Rule(const Design_State&, const Field_Index&, const Typed_Val
     return No_of_Conditions_may_be(number.whole ? number.value : 0.0);
 }
 
-void Conditions_Follow(Design_State& design, const Field_Index& at)
+/// The count is a whole number, and so is its text.
+void Store_Conditions(Design_State& design, const Field_Index& at, const Typed_Value& value)
 {
     Motion_Group& m = design.motion;
-    m.No_Conditions(Segment_of(at)) = To_Integer(Val(m.No_of_conditions(Segment_of(at)), Decimal_Symbol::point));
-    Wait_for_Calculation(design, Segment_of(at));
+    const int i = Segment_of(at);
+    m.No_Conditions(i) = To_Integer(Val(value.text, Decimal_Symbol::point));
+    m.No_of_conditions(i) = Trim(value.text).empty() ? "" : std::to_string(int{m.No_Conditions(i)});
+    Wait_for_Calculation(design, i);
+}
+
+/// A position at either end of a polynomial or spline is the row's own, as if it had been typed in the segment table.
+void Position_Follows(Design_State& design, const Field_Index& at)
+{
+    const Motion_Group& m = design.motion;
+    const int i = Segment_of(at);
+    const int row = at.at[1];
+    Row_Follows(design, at);
+    if (!Asks_Conditions(design, i))
+        return;
+    const std::string& position = m.S_boundary_cond(i, row);
+    if (row == 0 && position != m.Start_Value(i))
+        Put_Start_Value(design, i, position);
+    if (row == Last_Condition_Row && position != m.End_Value(i))
+        Put_End_Value(design, i, position);
 }
 
 Verdict Order_Rule(const Design_State& design, const Field_Index& at, const Typed_Value& value)
@@ -189,6 +208,7 @@ Verdict Knot_Rule(const Design_State& design, const Field_Index& at, const Typed
     return Knot_may_be(design, at.at[1], at.at[0], value.number);
 }
 
+/// A knot that was typed stays where it is.
 void Knots_Follow(Design_State& design, const Field_Index& at)
 {
     const int segment = at.at[1];
@@ -197,9 +217,17 @@ void Knots_Follow(Design_State& design, const Field_Index& at)
     Wait_for_Calculation(design, segment);
 }
 
+void Even_Follows(Design_State& design, const Field_Index& at)
+{
+    if (design.motion.EvenKnots(Segment_of(at)))
+        Lay_Even_Knots(design, Segment_of(at));
+    Wait_for_Calculation(design, Segment_of(at));
+}
+
+/// Another order has other knots: they stand evenly again.
 void Order_Follows(Design_State& design, const Field_Index& at)
 {
-    design.motion.Splines_Calculated(Segment_of(at)) = false;
+    Lay_Even_Knots(design, Segment_of(at));
     Wait_for_Calculation(design, Segment_of(at));
 }
 
@@ -234,9 +262,8 @@ std::vector<Field_Rule> Make_Rules()
         Input("Beta_Deg", "Beta of segment %1", Event::row_edited, Beta_Rule, nullptr, Beta_Follows),
         Input("Start Value", "Start of segment %1", Event::row_edited, nullptr, Store_Start_Value),
         Input("End Value", "End of segment %1", Event::row_edited, nullptr, Store_End_Value),
-        Input("No of conditions", "Conditions of segment %1", Event::row_edited, Conditions_Rule, nullptr,
-              Conditions_Follow),
-        Input("EvenKnots", "Even knots of segment %1", Event::row_edited, nullptr, nullptr, Row_Follows),
+        Input("No of conditions", "Conditions of segment %1", Event::row_edited, Conditions_Rule, Store_Conditions),
+        Input("EvenKnots", "Even knots of segment %1", Event::row_edited, nullptr, nullptr, Even_Follows),
         Input("Orders", "Spline order of segment %1", Event::row_edited, Order_Rule, nullptr, Order_Follows),
         Input("Knots", "Knot %1", Event::row_edited, Knot_Rule, nullptr, Knots_Follow),
         // A force function waits for its calculation; nothing that is calculated rests on its switches.
@@ -252,8 +279,10 @@ std::vector<Field_Rule> Make_Rules()
         {.field = "Start_theta", .role = setting, .words = "Start_theta", .event = {}},
         {.field = "End_theta", .role = setting, .words = "End_theta", .event = {}},
     };
+    rules.push_back(
+        Input("S boundary cond", "Condition of segment %1", Event::row_edited, nullptr, nullptr, Position_Follows));
     for (const std::string_view field :
-         {"T boundary cond", "S boundary cond", "V boundary cond", "A boundary cond", "J boundary cond", "Pbound"})
+         {"T boundary cond", "V boundary cond", "A boundary cond", "J boundary cond", "Pbound"})
         rules.push_back(Input(field, "Condition of segment %1", Event::row_edited, nullptr, nullptr, Row_Follows));
     const auto derived_from = [&rules](std::string_view from, std::initializer_list<std::string_view> fields) {
         for (const std::string_view field : fields)

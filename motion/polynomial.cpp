@@ -18,8 +18,6 @@ namespace lobemax {
 
 namespace {
 
-constexpr int Last_Row = 9;  // of the table: local angle beta
-
 void Warn(const std::string& text)
 {
     Show_Message(text, Buttons::OK, Symbol::exclamation);
@@ -28,7 +26,7 @@ void Warn(const std::string& text)
 /// Whether the boxes of a row count: rows 1 to 8 need an angle.
 bool Row_Counts(const Design_State& design, int Seg, int row)
 {
-    return row == 0 || row == Last_Row || !design.motion.T_boundary_cond(Seg, row).empty();
+    return row == 0 || row == Last_Condition_Row || !design.motion.T_boundary_cond(Seg, row).empty();
 }
 
 /// Runs visit(row, order, text) over the filled boxes in the order in which they become conditions: the first
@@ -36,7 +34,7 @@ bool Row_Counts(const Design_State& design, int Seg, int row)
 template <class Visit>
 void For_Each_Filled_Box(Design_State& design, int Seg, Visit&& visit)
 {
-    constexpr std::array<int, Last_Row + 1> rows{0, Last_Row, 1, 2, 3, 4, 5, 6, 7, 8};
+    constexpr std::array<int, Last_Condition_Row + 1> rows{0, Last_Condition_Row, 1, 2, 3, 4, 5, 6, 7, 8};
     for (const int row : rows) {
         if (!Row_Counts(design, Seg, row))
             continue;
@@ -108,7 +106,7 @@ void Ask_Boundaries(Design_State& design, int Seg)
     Check_Segment(Seg);
     Motion_Group& m = design.motion;
     m.S_boundary_cond(Seg, 0) = m.Start_Value(Seg);
-    m.S_boundary_cond(Seg, Last_Row) = m.End_Value(Seg);
+    m.S_boundary_cond(Seg, Last_Condition_Row) = m.End_Value(Seg);
     if (m.No_Conditions(Seg) == 0) {
         m.No_Conditions(Seg) = Min_Bounds;
         m.No_of_conditions(Seg) = std::to_string(Min_Bounds);
@@ -137,48 +135,6 @@ Verdict No_of_Conditions_may_be(double count)
     return {"Number of boundary conditions must be between 2 and " + std::to_string(Max_Bounds) + " - please re-enter"};
 }
 
-void Conditions_Changed(Design_State& design, int Seg)
-{
-    design.motion.Seg_Done(Seg) = false;
-    Apply(design, Event::row_edited);
-}
-
-bool Set_No_of_Conditions(Design_State& design, int Seg, std::string_view text)
-{
-    bool accepted = false;
-    Trap("txt_NoConds", [&] {
-        Check_Segment(Seg);
-        if (text.empty()) {
-            accepted = true;
-            return;
-        }
-        const double count = Val(design, text);
-        if (!Count_Allowed(count))
-            return;
-        Motion_Group& m = design.motion;
-        const Integer before = m.No_Conditions(Seg);
-        m.No_Conditions(Seg) = To_Integer(count);
-        m.No_of_conditions(Seg) = std::to_string(int{m.No_Conditions(Seg)});
-        if (m.No_Conditions(Seg) != before)
-            Conditions_Changed(design, Seg);
-        accepted = true;
-        if (Count_Filled_Boxes(design, Seg) > m.No_Conditions(Seg))
-            Warn("You have input more boundary conditions than specified");
-    });
-    return accepted;
-}
-
-void Clear_Bounds(Design_State& design, int Seg)
-{
-    Check_Segment(Seg);
-    for (int row = 0; row <= Last_Row; ++row) {
-        for (int order = 0; order <= Max_Bound_Order; ++order)
-            Bound_Text(design, Seg, row, order).clear();
-        if (row != 0)
-            design.motion.T_boundary_cond(Seg, row).clear();
-    }
-}
-
 bool Read_Bounds(Design_State& design, int Seg)
 {
     Check_Segment(Seg);
@@ -189,7 +145,7 @@ bool Read_Bounds(Design_State& design, int Seg)
     if (!Count_Allowed(requested))
         return false;
 
-    m.Poly_Lift_Fix = m.S_boundary_cond(Seg, Last_Row).empty();
+    m.Poly_Lift_Fix = m.S_boundary_cond(Seg, Last_Condition_Row).empty();
     int k = 0;
     bool stored = true;
     For_Each_Filled_Box(design, Seg, [&](int row, int order, const std::string& text) {
@@ -197,7 +153,7 @@ bool Read_Bounds(Design_State& design, int Seg)
         if (k > Max_Bounds)
             return;  // the ten rows hold 50 boxes: the count alone goes on
         m.BC(k, Seg) = Val(design, text);
-        if (row == 0 || row == Last_Row) {
+        if (row == 0 || row == Last_Condition_Row) {
             m.Boundary(k, Seg) = m.BC(k, Seg);
             Store_Bound(design, k, row == 0 ? 0.0 : 1.0, order);
         } else {

@@ -26,11 +26,14 @@ inline constexpr int Min_Bounds = 2;
 /// The derivatives that a condition may name: S 0, V 1, A 2, J 3, Ping 4.
 inline constexpr int Max_Bound_Order = 4;
 
+/// The last row of the condition table, at the local angle beta; row 0 stands at 0.
+inline constexpr int Last_Condition_Row = 9;
+
 /// The text of one box of the condition table, row 0..9, order 0..4. @throws Fault{9} outside
 std::string& Bound_Text(Design_State& design, int Seg, int row, int order);
 
 /// Opens the table of a segment: rows 0 and 9 take its start and end positions as typed for their S boxes, and
-/// a segment without a count of conditions asks for 2.
+/// a segment without a count of conditions asks for 2. Both follow from what was typed elsewhere: no result falls.
 void Ask_Boundaries(Design_State& design, int Seg);
 
 /// The conditions asked for: No_Conditions, or 2 where it is 0.
@@ -41,17 +44,6 @@ int Count_Filled_Boxes(Design_State& design, int Seg);
 
 /// Why a segment may not have so many conditions: they are 2 to 40.
 Verdict No_of_Conditions_may_be(double count);
-
-/// What a segment is given by has changed: it waits for its calculation, and no result that rests on it holds.
-void Conditions_Changed(Design_State& design, int Seg);
-
-/// Types the number of conditions, under its trap. An empty text does nothing. More filled boxes than asked
-/// for are told of, with the count accepted.
-/// @return false for a count outside 2..40: a message was shown, the former count stands
-bool Set_No_of_Conditions(Design_State& design, int Seg, std::string_view text);
-
-/// Empties all boxes of the table and the angles of rows 1 to 8.
-void Clear_Bounds(Design_State& design, int Seg);
 
 /// Reads the boxes of a segment, which becomes the one at work, into its conditions.
 ///

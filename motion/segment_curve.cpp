@@ -47,8 +47,7 @@ Segment_Curve Curve_of_Segment(const Design_State& design, int Seg)
 {
     Check_Segment(Seg);
     const Motion_Group& m = design.motion;
-    const std::string& kind = m.Rise_Fall_Dwell(Seg);
-    const bool conditions = kind == "P" || kind == "S";
+    const bool conditions = Asks_Conditions(design, Seg);
     if (conditions && m.Seg_Program(Seg) == selector::polynomial) {
         Polynomial_Solution solution;
         if (!m.Polydone(Seg) || !Solve_Polynomial(design, Seg, solution))

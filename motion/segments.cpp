@@ -10,6 +10,7 @@
 #include "core/points.h"
 #include "core/text.h"
 #include "core/traps.h"
+#include "motion/motion_programs.h"
 #include "motion/segment_store.h"
 
 namespace lobemax {
@@ -70,8 +71,7 @@ void Place_Segment(Design_State& design, int segment, Single Low, Single High)
 /// Runs what the segment's kind asks for; false when it reported a fault or a refusal itself.
 bool Run_Segment(Design_State& design, int segment)
 {
-    const std::string& kind = design.motion.Rise_Fall_Dwell(segment);
-    if (kind == "P" || kind == "S")
+    if (Asks_Conditions(design, segment))
         return Calc_Bounds_Segment(design, segment);
     design.motion.Poly_Lift_Fix = false;  // it belongs to the polynomial that set it
     return Run_Motion_Program(design, segment);
@@ -163,6 +163,11 @@ void Reset_Status(Design_State& design)
     Refresh_Screens();
 }
 
+bool Has_Beta(const Design_State& design, int segment)
+{
+    return design.motion.Beta_Deg(segment) != 0.0;
+}
+
 bool All_Rows_Filled(const Design_State& design)
 {
     for (int i = 1; i <= design.motion.No_of_segments; ++i)
@@ -176,7 +181,7 @@ namespace {
 /// Without a duration a segment has no points: told by its number before a law divides by it.
 bool Beta_Missing(const Design_State& design, int segment)
 {
-    if (design.motion.Beta_Deg(segment) != 0.0)
+    if (Has_Beta(design, segment))
         return false;
     Show_Message("Segment " + std::to_string(segment) + " has no beta: please enter its duration in degrees.",
                  Buttons::OK, Symbol::exclamation);
@@ -218,10 +223,15 @@ bool Calc_Segment(Design_State& design, int row, std::optional<double> rpm)
 
 bool Calc_All(Design_State& design, bool motion, std::optional<double> rpm)
 {
+    return Calc_All(design, motion, [&](int row) { return Calc_Segment(design, row, rpm); });
+}
+
+bool Calc_All(Design_State& design, bool motion, const Row_Runner& run)
+{
     bool all_stored = true;
     for (int row = 0; row < design.motion.No_of_segments; ++row) {
         design.motion.Motion = motion;
-        all_stored = Calc_Segment(design, row, rpm) && all_stored;
+        all_stored = run(row) && all_stored;
     }
     Reset_Status(design);
     if (all_stored)

@@ -5,6 +5,7 @@
 /// S is stored as it is; V, A, J and Ping are stored per second, degree or radian by Time_Base.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -42,6 +43,9 @@ bool Set_Step(Design_State& design, double Deltatheta);
 /// What every calculation of a segment throws away: all later results, and the choice of a force function.
 void Reset_Status(Design_State& design);
 
+/// Whether a segment has a duration. One without is not calculated.
+bool Has_Beta(const Design_State& design, int segment);
+
 /// Whether every row in use has an end position: then cmd_Done is open.
 bool All_Rows_Filled(const Design_State& design);
 
@@ -52,10 +56,18 @@ bool All_Rows_Filled(const Design_State& design);
 /// @return     true when the segment's points were stored
 bool Calc_Segment(Design_State& design, int row, std::optional<double> rpm = std::nullopt);
 
-/// The work of cmd_CalcAll: every segment in turn. Calculated is set when all were stored.
+/// The work of cmd_CalcAll: every segment in turn, those behind one that was refused too. Calculated is set when all
+/// were stored.
 ///
 /// @param motion  true: a follower motion, false: an external force function
+/// @return        true when all were stored
 bool Calc_All(Design_State& design, bool motion, std::optional<double> rpm = std::nullopt);
+
+/// What calculates row 0..19; true when its points were stored.
+using Row_Runner = std::function<bool(int row)>;
+
+/// The same where a row asks for more than its stored texts, as a screen does that opens the conditions first.
+bool Calc_All(Design_State& design, bool motion, const Row_Runner& run);
 
 /// The work of cmd_Done: later results cleared, the design stamped and counted, extremes of S found.
 bool Motion_Done(Design_State& design, std::optional<double> rpm = std::nullopt);

@@ -8,15 +8,12 @@
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/text.h"
-#include "core/traps.h"
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"
 
 namespace lobemax {
 
 namespace {
-
-const std::string Order_Too_Low = "Spline order must be four or greater";
 
 void Warn(const std::string& text)
 {
@@ -45,29 +42,6 @@ Knot_Row Knots_of(const Design_State& design, int Seg)
     return row;
 }
 
-bool Knots_Fit_Table(const Design_State& design, int Seg)
-{
-    return Requested_Conditions(design, Seg) + design.motion.Orders(Seg) <= Max_Knots;
-}
-
-/// The limits of what the program handles, with their messages.
-bool Knot_Count_Allowed(const Design_State& design, int Seg)
-{
-    const Motion_Group& m = design.motion;
-    if (m.Interior_Knots(Seg) > Requested_Conditions(design, Seg)) {
-        Warn("The number of interior knots must be no greater than the number of boundary conditions.");
-        return false;
-    }
-    if (m.Interior_Knots(Seg) <= Max_Interior_Knots && Knots_Fit_Table(design, Seg))
-        return true;
-    Warn(
-        "This program can only handle cases with 17 or fewer interior knots.\n"
-        "Increase the order of your spline to reduce the number of interior knots required.\n"
-        "Alternatively, you may go back to the boundary condition form and add more boundary conditions which will "
-        "reduce the number of interior knots for a given spline order.");
-    return false;
-}
-
 void Count_Knots(Design_State& design, int Seg)
 {
     Motion_Group& m = design.motion;
@@ -86,25 +60,6 @@ bool Interior_Knots_Fit(const Design_State& design, int Seg)
         before = m.Knots(i, Seg);
     }
     return before <= Length(design, Seg);
-}
-
-/// Order and knots for the conditions asked for, without a judgement on their number.
-void Lay_Knots(Design_State& design, int Seg)
-{
-    Motion_Group& m = design.motion;
-    const int conditions = Requested_Conditions(design, Seg);
-    const int former_order = m.Orders(Seg);
-    const int former_knots = m.Number_of_Knots(Seg);
-    if (m.Orders(Seg) < Min_Spline_Order)
-        m.Orders(Seg) = Default_Spline_Order;
-    m.Orders(Seg) = std::min<int>(m.Orders(Seg), conditions);
-    Count_Knots(design, Seg);
-    if (!Knots_Fit_Table(design, Seg))
-        return;
-    const bool same_count = m.Orders(Seg) == former_order && m.Number_of_Knots(Seg) == former_knots;
-    Boundary_Knots(design, Seg);
-    if (m.EvenKnots(Seg) || !same_count || !Interior_Knots_Fit(design, Seg))
-        Even_Knots(design, Seg);
 }
 
 /// Index of the knot interval that x belongs to: the last one is closed, and the end intervals go on.
@@ -229,6 +184,58 @@ void Even_Knots(Design_State& design, int Seg)
     m.EvenKnots(Seg) = true;
 }
 
+bool Knots_Fit_Table(const Design_State& design, int Seg)
+{
+    return Requested_Conditions(design, Seg) + design.motion.Orders(Seg) <= Max_Knots;
+}
+
+bool Knot_Count_Allowed(const Design_State& design, int Seg)
+{
+    const Motion_Group& m = design.motion;
+    if (m.Interior_Knots(Seg) > Requested_Conditions(design, Seg)) {
+        Warn("The number of interior knots must be no greater than the number of boundary conditions.");
+        return false;
+    }
+    if (m.Interior_Knots(Seg) <= Max_Interior_Knots && Knots_Fit_Table(design, Seg))
+        return true;
+    Warn(
+        "This program can only handle cases with 17 or fewer interior knots.\n"
+        "Increase the order of your spline to reduce the number of interior knots required.\n"
+        "Alternatively, you may go back to the boundary condition form and add more boundary conditions which will "
+        "reduce the number of interior knots for a given spline order.");
+    return false;
+}
+
+void Lay_Knots(Design_State& design, int Seg)
+{
+    Motion_Group& m = design.motion;
+    const int conditions = Requested_Conditions(design, Seg);
+    const int former_order = m.Orders(Seg);
+    const int former_knots = m.Number_of_Knots(Seg);
+    if (m.Orders(Seg) < Min_Spline_Order)
+        m.Orders(Seg) = Default_Spline_Order;
+    m.Orders(Seg) = std::min<int>(m.Orders(Seg), conditions);
+    Count_Knots(design, Seg);
+    if (!Knots_Fit_Table(design, Seg))
+        return;
+    const bool same_count = m.Orders(Seg) == former_order && m.Number_of_Knots(Seg) == former_knots;
+    Boundary_Knots(design, Seg);
+    if (m.EvenKnots(Seg) || !same_count || !Interior_Knots_Fit(design, Seg))
+        Even_Knots(design, Seg);
+}
+
+void Lay_Even_Knots(Design_State& design, int Seg)
+{
+    Check_Segment(Seg);
+    Count_Knots(design, Seg);
+    if (Knots_Fit_Table(design, Seg)) {
+        Boundary_Knots(design, Seg);
+        Even_Knots(design, Seg);
+    }
+    design.motion.EvenKnots(Seg) = true;
+    design.motion.Splines_Calculated(Seg) = false;
+}
+
 bool New_Spline(Design_State& design, int Seg)
 {
     Check_Segment(Seg);
@@ -317,7 +324,7 @@ Svajp Spline_Curve::At(double theta) const
 Verdict Order_may_be(const Design_State& design, int Seg, double order)
 {
     if (order < Min_Order(design, Seg))
-        return {Order_Too_Low};
+        return {std::string(Order_Too_Low)};
     if (order > Max_Order(design, Seg))
         return {"Spline Order must be less than " + std::to_string(Max_Order(design, Seg) + 1)};
     return {};
@@ -331,67 +338,6 @@ Verdict Knot_may_be(const Design_State& design, int Seg, int knot, double value)
     const bool ascending = (knot == 0 || value >= m.Knots(knot - 1, Seg)) &&
                            (knot >= m.Number_of_Knots(Seg) || value <= m.Knots(knot + 1, Seg));
     return ascending ? Verdict{} : Verdict{" Knot values must be in ascending order, left to right.  Please redo."};
-}
-
-bool Set_Order(Design_State& design, int Seg, std::string_view text)
-{
-    bool taken = false;
-    Trap("txt_Order", [&] {
-        Check_Segment(Seg);
-        Motion_Group& m = design.motion;
-        const int conditions = Requested_Conditions(design, Seg);
-        int order = To_Integer(std::clamp(Val(design, text), -32768.0, 32767.0));
-        if (order < Min_Spline_Order) {  // typed, also where the conditions are too few for an order of four
-            Warn(Order_Too_Low);
-            return;
-        }
-        const Verdict verdict = Order_may_be(design, Seg, order);
-        const bool too_high = !verdict;
-        if (too_high) {
-            Warn(verdict.sentence);
-            order = conditions;
-        }
-        if (m.Orders(Seg) != order || !m.EvenKnots(Seg))
-            Conditions_Changed(design, Seg);
-        m.Orders(Seg) = order;
-        m.Splines_Calculated(Seg) = false;
-        m.EvenKnots(Seg) = true;
-        Count_Knots(design, Seg);
-        if (Knots_Fit_Table(design, Seg)) {
-            Boundary_Knots(design, Seg);
-            Even_Knots(design, Seg);
-        }
-        taken = Knot_Count_Allowed(design, Seg) && !too_high;
-    });
-    return taken;
-}
-
-bool Set_Knot(Design_State& design, int Seg, int interior, std::string_view text)
-{
-    bool taken = false;
-    Trap("txt_Knot", [&] {
-        Check_Segment(Seg);
-        Motion_Group& m = design.motion;
-        Lay_Knots(design, Seg);
-        if (!Knots_Fit_Table(design, Seg)) {
-            Knot_Count_Allowed(design, Seg);
-            return;
-        }
-        Checked_Place(interior, 1, m.Interior_Knots(Seg));
-        const int i = m.Orders(Seg) + interior;
-        const Single value = Val(design, text);
-        if (const Verdict verdict = Knot_may_be(design, Seg, i, value); !verdict) {
-            Warn(verdict.sentence);
-            return;
-        }
-        if (m.Knots(i, Seg) != value)
-            Conditions_Changed(design, Seg);
-        m.Knots(i, Seg) = value;
-        m.EvenKnots(Seg) = false;
-        m.Splines_Calculated(Seg) = false;
-        taken = true;
-    });
-    return taken;
 }
 
 int Min_Order(const Design_State& design, int Seg)

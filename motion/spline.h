@@ -17,6 +17,9 @@
 
 namespace lobemax {
 
+/// The sentence about an order below the least.
+inline constexpr std::string_view Order_Too_Low = "Spline order must be four or greater";
+
 inline constexpr int Min_Spline_Order = 4;
 inline constexpr int Default_Spline_Order = 6;
 inline constexpr int Max_Interior_Knots = 17;
@@ -53,8 +56,22 @@ void Boundary_Knots(Design_State& design, int Seg);
 /// Writes the interior knots evenly and sets EvenKnots. docs/theory.md, (49).
 void Even_Knots(Design_State& design, int Seg);
 
-/// Sets up order and knots for the conditions asked for: an order below 4 becomes 6, one above the count becomes the
-/// count. Interior knots that were typed stay where they still fit; otherwise they become even.
+/// Counts the knots that order and conditions give and lays them evenly; the spline is to be calculated again. More of
+/// them than the table holds are counted alone.
+void Lay_Even_Knots(Design_State& design, int Seg);
+
+/// Order and knots for the conditions asked for, without a judgement on their number: an order below 4 becomes 6, one
+/// above the count becomes the count. Interior knots that were typed stay where they still fit; otherwise they become
+/// even. What it stores follows from what was typed: no result falls.
+void Lay_Knots(Design_State& design, int Seg);
+
+/// Whether order and conditions need no more knots than the table holds.
+bool Knots_Fit_Table(const Design_State& design, int Seg);
+
+/// The limits of what the program handles, with their messages: 17 interior knots, and those of Knots_Fit_Table.
+bool Knot_Count_Allowed(const Design_State& design, int Seg);
+
+/// Lay_Knots, and the judgement on their number.
 /// @return false, after a message, for more than 17 interior knots or more knots than the table holds
 bool New_Spline(Design_State& design, int Seg);
 
@@ -95,17 +112,6 @@ Verdict Order_may_be(const Design_State& design, int Seg, double order);
 
 /// Why knot 1..Number_of_Knots of a spline may not lie there, local degrees: below 0 or beyond a neighbour.
 Verdict Knot_may_be(const Design_State& design, int Seg, int knot, double value);
-
-/// Types the order of a segment's spline, under its trap; the knots become even.
-///
-/// An order below 4 is refused; one above the count of conditions becomes the count. More than 17 interior knots are
-/// told of, with the order taken.
-/// @return false when a message was shown
-bool Set_Order(Design_State& design, int Seg, std::string_view text);
-
-/// Types interior knot 1..Interior_Knots of a segment's spline, local degrees, under its trap; EvenKnots becomes false.
-/// @return false when a message was shown: the knot stays
-bool Set_Knot(Design_State& design, int Seg, int interior, std::string_view text);
 
 /// The limits of the order, as the screen shows them.
 int Min_Order(const Design_State& design, int Seg);

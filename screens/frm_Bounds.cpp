@@ -10,6 +10,7 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/traps.h"
+#include "edit/conditions.h"
 #include "edit/door.h"
 #include "motion/polynomial.h"
 #include "motion/segment_store.h"
@@ -24,7 +25,6 @@ namespace lobemax::screens {
 
 namespace {
 
-constexpr int last_row = 9;
 constexpr std::array value_boxes{"txt_Sbound", "txt_Vbound", "txt_Abound", "txt_Jbound", "txt_Pbound"};
 constexpr std::array value_heads{"S", "V", "A", "J", "Ping"};
 constexpr int polynomial_selector = 6;
@@ -73,9 +73,9 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
         grid->addWidget(new QLabel(QString::fromUtf8(value_heads[static_cast<std::size_t>(order)])), 0, order + 1,
                         Qt::AlignHCenter);
     // The rows stand in the order of the angle: start, the free ones, end.
-    for (int line = 0; line <= last_row; ++line) {
+    for (int line = 0; line <= Last_Condition_Row; ++line) {
         const int k = line;
-        if (k == 0 || k == last_row) {
+        if (k == 0 || k == Last_Condition_Row) {
             grid->addWidget(Label(Element("lbl_Theta", k),
                                   k == 0 ? QStringLiteral("0") : To_Qt(Shown(design, m.Beta_Deg(segment)))),
                             line + 1, 0, Qt::AlignHCenter);
@@ -120,7 +120,7 @@ frm_Bounds::frm_Bounds(int segment, QWidget* parent)
 
 void frm_Bounds::Move_to(int row, int column)
 {
-    if (row < 0 || row > last_row || column < 0 || column > static_cast<int>(value_boxes.size()))
+    if (row < 0 || row > Last_Condition_Row || column < 0 || column > static_cast<int>(value_boxes.size()))
         return;
     const QString name =
         column == 0 ? Element("txt_Theta", row) : Element(value_boxes[static_cast<std::size_t>(column - 1)], row);
@@ -141,8 +141,8 @@ void frm_Bounds::Stores(Entry& entry, int row, int order)
 void frm_Bounds::Fill()
 {
     Control<Entry>(QStringLiteral("txt_NoConds")).Show_Text(std::to_string(Requested_Conditions(design, segment_)));
-    for (int k = 0; k <= last_row; ++k) {
-        if (k > 0 && k < last_row)
+    for (int k = 0; k <= Last_Condition_Row; ++k) {
+        if (k > 0 && k < Last_Condition_Row)
             Control<Entry>(Element("txt_Theta", k)).Show_Text(design.motion.T_boundary_cond(segment_, k));
         for (int order = 0; order < static_cast<int>(value_boxes.size()); ++order)
             Control<Entry>(Element(value_boxes[static_cast<std::size_t>(order)], k))
@@ -158,11 +158,8 @@ void frm_Bounds::Show_Count()
 
 void frm_Bounds::Done()
 {
-    Motion_Group& m = design.motion;
+    const Motion_Group& m = design.motion;
     Control<Entry>(QStringLiteral("txt_NoConds")).Leave();
-    // What was typed into the S boxes of both ends is the segment's start and end.
-    m.Start_Value(segment_) = Bound_Text(design, segment_, 0, 0);
-    m.End_Value(segment_) = Bound_Text(design, segment_, last_row, 0);
     const int selector = m.Seg_Program(segment_);
     if (selector == polynomial_selector) {
         if (!Calc_Polynomial(design, segment_))
@@ -175,7 +172,7 @@ void frm_Bounds::Done()
         Trap("frm_Bounds.cmd_Done", [&] { accepted = Read_Bounds(design, segment_); });
         if (!accepted)
             return;
-        m.No_Conditions(segment_) = m.Total_No_of_BCs(segment_);
+        Put(design, "No of conditions", At(segment_), std::to_string(int{m.Total_No_of_BCs(segment_)}));
         New_Spline(design, segment_);
         History::Transaction work(Desk_History());
         frm_Knots knots(segment_, this);
@@ -186,7 +183,7 @@ void frm_Bounds::Done()
             accept();
     } else {
         Show_Message("Something is wrong - Data are corrupted", Buttons::OK, Symbol::exclamation);
-        m.Poly_OK = false;
+        design.motion.Poly_OK = false;
     }
 }
 

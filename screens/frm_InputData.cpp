@@ -16,7 +16,6 @@
 #include <QWheelEvent>
 #include <utility>
 
-#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/points.h"
 #include "core/startup.h"
@@ -551,10 +550,9 @@ void frm_InputData::Refresh_Row(int row)
 bool frm_InputData::Calculate_Row(int row)
 {
     const bool force = !design.motion.Motion;
-    const std::string& kind = design.motion.Rise_Fall_Dwell(row + 1);
-    const bool conditions = kind == "P" || kind == "S";
-    const bool stored =
-        conditions && services_.ask_boundaries ? services_.ask_boundaries(row) : Calc_Segment(design, row);
+    // Without a beta there is nothing to ask: the calculation tells of it.
+    const bool asks = services_.ask_boundaries && Asks_Conditions(design, row + 1) && Has_Beta(design, row + 1);
+    const bool stored = asks ? services_.ask_boundaries(row) : Calc_Segment(design, row);
     if (force)
         Force_Row_Calculated(design);
     Fill_Row(row);
@@ -563,24 +561,13 @@ bool frm_InputData::Calculate_Row(int row)
 
 void frm_InputData::Calculate_All()
 {
-    const bool motion = design.motion.Motion;
-    bool asks = false;
-    for (int i = 1; i <= design.motion.No_of_segments; ++i)
-        asks = asks || ((design.motion.Rise_Fall_Dwell(i) == "P" || design.motion.Rise_Fall_Dwell(i) == "S") &&
-                        !design.motion.Seg_Done(i));
-    if (!asks) {
-        Calc_All(design, motion);
-    } else {
-        bool all = true;
-        for (int row = 0; row < design.motion.No_of_segments && all; ++row) {
-            design.motion.Motion = motion;
-            const bool done = design.motion.Seg_Done(row + 1);
-            all = done ? Calc_Segment(design, row) : Calculate_Row(row);
-        }
-        Reset_Status(design);
-        if (all)
-            Reach(design, Mark::motion);
-    }
+    const bool force = !design.motion.Motion;
+    // A row that is calculated has been asked for its conditions already.
+    Calc_All(design, !force, [this](int row) {
+        return design.motion.Seg_Done(row + 1) ? Calc_Segment(design, row) : Calculate_Row(row);
+    });
+    if (force)
+        Force_Row_Calculated(design);
     Refresh();
     auto& next = Control<QPushButton>(QStringLiteral("cmd_Done"));
     if (next.isEnabled())

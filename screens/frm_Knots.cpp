@@ -15,6 +15,8 @@
 #include "core/messages.h"
 #include "core/points.h"
 #include "core/text.h"
+#include "edit/conditions.h"
+#include "edit/door.h"
 #include "motion/polynomial.h"
 #include "motion/segment_store.h"
 #include "motion/spline.h"
@@ -90,7 +92,7 @@ frm_Knots::frm_Knots(int segment, QWidget* parent)
         QStringLiteral("chk_Even"), QStringLiteral("Even Knots"),
         [this](bool even) {
             if (even)
-                Even_Knots(design, segment_);
+                Put(design, "EvenKnots", At(segment_), 1);
             Changed();
         },
         QStringLiteral("Restore to Even Knots")));

@@ -11,6 +11,7 @@
 
 #include "core/messages.h"
 #include "core/startup.h"
+#include "edit/conditions.h"
 #include "files/example_designs.h"
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"

@@ -1028,5 +1028,46 @@ TEST_F(Sizing, an_axial_cam_that_never_curves_has_no_smallest_radius)
     EXPECT_EQ(c().Rho_Smallest, 100000.0);
 }
 
+// ---- the conjugate
+
+/// Stands where no curvature is calculated.
+constexpr double untouched = -12345.0;
+
+void Mark_Rho()
+{
+    for (Single& rho : design.results.CalcData.Points(var::Rho))
+        rho = untouched;
+}
+
+TEST_F(Sizing, of_the_conjugate_calculates_pressure_angle_and_curvature_anew)
+{
+    Cam_Maker().Make();
+    Size();
+    Mark_Rho();
+    EXPECT_TRUE(Use_Conjugate(design));
+    EXPECT_NE(Data(var::Rho, 55), untouched);
+    EXPECT_EQ(c().Follower_Angle, 180.0);
+}
+
+TEST_F(Sizing, of_a_conjugate_whose_arm_does_not_meet_the_cam_ends_before_the_curvature)
+{
+    Cam_Maker{.translating = false}.Make();
+    c().ArmX = c().ArmY = 0.0;  // the pivot in the cam's centre
+    Mark_Rho();
+    EXPECT_FALSE(Use_Conjugate(design));
+    EXPECT_TRUE(f().Calc_Error);
+    EXPECT_EQ(Data(var::Rho, 55), untouched);
+}
+
+TEST_F(Sizing, of_a_conjugate_without_a_real_angle_is_none)
+{
+    Cam_Maker{.translating = false}.Make();
+    c().Followtype = 2;
+    c().Prime_Rad = 95.0;  // the pivot stands at 94.9: the face does not reach that circle
+    EXPECT_FALSE(Use_Conjugate(design));
+    EXPECT_FALSE(f().Calc_Error);
+    EXPECT_TRUE(f().Math_Error);
+}
+
 }  // namespace
 }  // namespace lobemax

@@ -334,6 +334,18 @@ TEST_F(Cli, a_polynomial_of_a_345_laws_conditions_moves_as_that_law)
     EXPECT_EQ(Show("p.cam", "'Polydone(1)' Calculated"), "Polydone(1) = true\nCalculated = true\n");
 }
 
+TEST_F(Cli, a_position_given_as_a_condition_is_its_segments_and_leaves_the_starts_of_the_others)
+{
+    ASSERT_EQ(Run("new -o p.cam 'P PO 120 0 -' 'D DW 60 12 12' 'F CF 180 13 0' --bc '1 0 0 1.5' --bc '1 120 0 10' "
+                  "--bc '1 120 1 7'")
+                  .status,
+              0);
+    EXPECT_EQ(Show("p.cam",
+                   "'Start Value(1)' 'End Value(1)' 'Start Value(2)' 'End Value(2)' 'Start Value(3)' 'End Value(3)'"),
+              "Start Value(1) = 1.5\nEnd Value(1) = 10\nStart Value(2) = 12\nEnd Value(2) = 12\n"
+              "Start Value(3) = 13\nEnd Value(3) = 0\n");
+}
+
 TEST_F(Cli, a_spline_takes_conditions_order_and_knots)
 {
     ASSERT_EQ(Run("new -o s.cam 'S BS 180 0 10' 'D DW 90 10 10' 'F CF 90 10 0' --bc '1 0 1 0' --bc '1 0 2 0' "

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "core/startup.h"
 #include "core/text.h"
@@ -46,6 +47,26 @@ TEST_F(Typed_Texts, switching_converts_every_text_that_holds_a_number)
     EXPECT_EQ(m_.End_Value(20), "-0,25");
     Use_Number_Format(design, "USA");
     EXPECT_EQ(m_.Start_Value(1), "1,234.5");
+}
+
+TEST_F(Typed_Texts, of_every_box_of_the_condition_table_are_converted)
+{
+    const auto boxes_of = [this](int i, int row) {
+        std::vector<std::string*> boxes{&m_.S_boundary_cond(i, row), &m_.V_boundary_cond(i, row),
+                                        &m_.A_boundary_cond(i, row), &m_.J_boundary_cond(i, row), &m_.Pbound(i, row)};
+        if (row > 0)
+            boxes.push_back(&m_.T_boundary_cond(i, row));
+        return boxes;
+    };
+    for (int i = 1; i <= 20; ++i)
+        for (int row = 0; row <= 9; ++row)
+            for (std::string* box : boxes_of(i, row))
+                *box = "0.5";
+    Use_Number_Format(design, "Europe");
+    for (int i = 1; i <= 20; ++i)
+        for (int row = 0; row <= 9; ++row)
+            for (const std::string* box : boxes_of(i, row))
+                ASSERT_EQ(*box, "0,5") << i << " " << row;
 }
 
 TEST_F(Typed_Texts, the_menus_way_back_to_the_point_keeps_the_numbers)

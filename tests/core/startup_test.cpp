@@ -681,13 +681,6 @@ TEST_F(Startup, only_the_inch_system_sets_the_links)
     }
 }
 
-TEST_F(Startup, the_scale_of_the_roller_defaults_is_that_of_the_roller_alone)
-{
-    Roller_Defaults(design, 2.0);
-    EXPECT_EQ(design.cam.Follow_Rad.Bits(), 25.0F);
-    EXPECT_EQ(design.cam.Cutter_Radius.Bits(), 8.0F);
-}
-
 // ---- Clear_Segs and Reset_All
 
 TEST_F(Startup, Clear_Segs_empties_every_segment)

@@ -11,6 +11,7 @@
 
 #include "core/startup.h"
 #include "core/text.h"
+#include "core/variables.h"
 #include "tests/support/test_design.h"
 
 namespace lobemax {
@@ -527,8 +528,26 @@ TEST_P(Conversion, keeps_results_and_their_flags)
     Change_Units(design, to);
     for (const Flag flag : {f.Calculated, f.Sized, f.Dynamicflag, f.Modelflag, f.Stressflag})
         EXPECT_TRUE(flag);
-    for (int v = 0; v <= 53; ++v)
+    for (int v = 0; v <= 53; ++v) {
+        if (v == var::Ext_Force)
+            continue;  // no result
         EXPECT_EQ(static_cast<double>(design.results.CalcData(v, 100)), v + 0.5) << v;
+    }
+}
+
+TEST_P(Conversion, takes_the_external_force_along_in_its_table_and_in_its_row)
+{
+    Start_In(from);
+    Flags_Group& f = design.flags;
+    f.Calculated = f.Sized = f.Dynamicflag = true;
+    design.results.Ext_Force_Table(100) = design.results.CalcData(var::Ext_Force, 100) = 44.5;
+    Change_Units(design, to);
+    // 1 lb is 4.448222 N; inches and feet share the pound, the metric systems the newton.
+    const double factor = (from <= 2) == (to <= 2) ? 1.0 : from <= 2 ? 4.448222 : 1.0 / 4.448222;
+    EXPECT_NEAR(design.results.Ext_Force_Table(100), 44.5 * factor, 44.5 * factor * 1e-7);
+    EXPECT_EQ(design.results.CalcData(var::Ext_Force, 100), design.results.Ext_Force_Table(100));
+    EXPECT_EQ(design.plot.Var_Unit(var::Ext_Force), to <= 2 ? "lb" : "N");
+    EXPECT_EQ(design.plot.Var_Unit(var::Force), from <= 2 ? "lb" : "N") << "a result of the units before";
 }
 
 std::vector<std::array<int, 2>> Every_Pair()

@@ -238,8 +238,9 @@ TEST_F(Rungs, a_force_function_goes_along_and_outlives_the_recalculation)
     design.motion.Motion = false;  // the next calculation is to be a force's
 
     Change_Units(design, 5);
-    EXPECT_EQ(Value(var::Ext_Force, 120), 100.0);
-    EXPECT_EQ(design.plot.Var_Unit(var::Ext_Force), "lb");
+    EXPECT_NEAR(Value(var::Ext_Force, 120), 444.8222, 1e-4);  // no calculation makes this row
+    EXPECT_EQ(design.plot.Var_Unit(var::Ext_Force), "N");
+    EXPECT_EQ(design.plot.Var_Unit(var::Force), "lb");
     ASSERT_TRUE(Recalculate(design, Standing_of(design)));
     EXPECT_FALSE(design.motion.Motion);
     EXPECT_TRUE(design.flags.Ext_Force_Calc && design.flags.Dynamicflag);
@@ -316,6 +317,59 @@ TEST_F(Rungs, a_modulus_that_is_not_steels_is_not_taken_for_another_unit_of_stre
                          "The stresses are not recalculated: Young's modulus is not converted with the units.\n"
                          "Please type it in MPa on the stress screen."}));
     EXPECT_EQ(double{design.dynamics.Youngs_modulus(1)}, 1e7);
+}
+
+TEST_F(Rungs, nor_is_the_followers)
+{
+    Open("Single Dwell", 1);
+    Add_Stress();
+    design.dynamics.Youngs_modulus(2) = 1e7;
+    design.dynamics.Poissons_ratio(2) = 0.33;
+    Change_Units(design, 5);
+    EXPECT_TRUE(Recalculate(design, Standing_of(design)));
+    EXPECT_EQ(Standing_of(design), (Standing{true, true, true, false}));
+    EXPECT_EQ(boxes.size(), 1U);
+    EXPECT_EQ(double{design.dynamics.Youngs_modulus(2)}, 1e7);
+}
+
+TEST_F(Rungs, steel_of_either_material_becomes_that_of_the_new_unit)
+{
+    Open("Single Dwell", 1);
+    Add_Stress();
+    design.run.Last_Edit = "what was typed";
+    Change_Units(design, 5);
+    EXPECT_TRUE(Recalculate(design, Standing_of(design)));
+    for (const int k : {1, 2}) {
+        EXPECT_EQ(design.dynamics.Youngs_modulus(k), Single(206800.0)) << k;  // MPa
+        EXPECT_EQ(design.dynamics.Poissons_ratio(k), Single(0.28)) << k;
+    }
+    EXPECT_EQ(design.run.Last_Edit, "what was typed") << "nobody typed the materials";
+}
+
+TEST_F(Rungs, each_material_keeps_its_own_modulus_in_the_same_unit_of_stress)
+{
+    Open("Single Dwell", 5);
+    Add_Stress();
+    const double both_steel = Largest(Row_of(var::Sigma_Max));
+    design.dynamics.Youngs_modulus(2) = 71700.0;  // aluminium, MPa
+    design.dynamics.Poissons_ratio(2) = 0.33;
+    EXPECT_TRUE(Recalculate(design, Standing_of(design)));
+    EXPECT_EQ(Standing_of(design), (Standing{true, true, true, true}));
+    EXPECT_EQ(double{design.dynamics.Youngs_modulus(1)}, double{Single(206800.0)});
+    EXPECT_EQ(double{design.dynamics.Youngs_modulus(2)}, 71700.0);
+    EXPECT_LT(Largest(Row_of(var::Sigma_Max)), 0.9 * both_steel) << "the softer one gives way";
+}
+
+TEST_F(Rungs, forces_are_recalculated_without_stresses_and_under_them)
+{
+    Open("Single Dwell", 5);
+    EXPECT_TRUE(Recalculate(design, {.motion = true, .size = true, .forces = true, .stress = false}));
+    EXPECT_EQ(Standing_of(design), (Standing{true, true, true, false}));
+    EXPECT_TRUE(Recalculate(design, {.motion = true, .size = true, .forces = false, .stress = false}));
+    EXPECT_EQ(Standing_of(design), (Standing{true, true, false, false}));
+    EXPECT_TRUE(Recalculate(design, {.motion = false, .size = false, .forces = false, .stress = true}));
+    EXPECT_EQ(Standing_of(design), (Standing{true, true, true, true}));
+    EXPECT_TRUE(boxes.empty());
 }
 
 TEST_F(Rungs, a_torque_of_several_cams_becomes_that_of_this_cam_and_is_told)

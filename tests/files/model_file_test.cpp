@@ -22,6 +22,7 @@
 #include "core/text.h"
 #include "core/unit_change.h"
 #include "core/units.h"
+#include "edit/rungs.h"
 #include "edit/unsaved.h"
 #include "files/example_designs.h"
 #include "motion/motion_programs.h"
@@ -424,6 +425,30 @@ TEST_F(Model_File, max_variables_of_59_gives_rows_0_to_53)
     EXPECT_EQ(design.run.File_Max_Variables, 59);
     EXPECT_EQ(design.run.File_Saved_Variables, 53);
     EXPECT_EQ(design.results.CalcData.Last_Row(), 53);
+}
+
+TEST_F(Model_File, max_variables_of_6_gives_the_row_of_the_angles_alone)
+{
+    const std::vector<std::string> reference = Lines(Reference("9"));
+    std::vector<std::string> lines;
+    int points = -1;  // behind the last labelled record
+    for (const std::string& line : reference) {
+        if (line.starts_with("\"Last Labeled Item\""))
+            points = 0;
+        else if (points >= 0 && line != "\"\"" && ++points > 361)
+            continue;
+        lines.push_back(line);
+    }
+    ASSERT_TRUE(Read(With(Joined(lines), "Max Variables", "6")));
+    EXPECT_EQ(design.run.File_Saved_Variables, 0);
+    EXPECT_EQ(design.results.CalcData.Last_Row(), 53);
+    EXPECT_EQ(design.results.CalcData(0, 360), Single(0.036)) << "the reference's own rule";
+    for (int v = 1; v <= 53; ++v)
+        for (const Single value : design.results.CalcData.Points(v))
+            ASSERT_EQ(value, 0.0) << v;
+
+    Script box({Error_Box(9, "Index out of bounds", "ReadFile_8")});
+    EXPECT_FALSE(Read(With(Joined(lines), "Max Variables", "5")));
 }
 
 TEST_F(Model_File, a_zoom_factor_of_zero_is_read_as_one)
@@ -944,6 +969,34 @@ TEST_F(Saving, save_overwrites_a_saved_model_and_asks_for_a_name_otherwise)
     EXPECT_TRUE(Save_Model(design));
     EXPECT_EQ(user_.dialogs.size(), 1U) << "no name is asked for";
     EXPECT_NE(Content(path_).find("\"User\",\"later\""), std::string::npos);
+}
+
+TEST_F(Saving, a_force_function_is_written_in_the_units_of_the_design_whatever_the_results_have)
+{
+    ASSERT_TRUE(Open_Example(design, "Double Dwell"));
+    Change_Units(design, 1);
+    ASSERT_TRUE(Recalculate(design, Standing_of(design)));
+    for (int p = 0; p <= 360; ++p)  // lb
+        design.results.Ext_Force_Table(p) = design.results.CalcData(var::Ext_Force, p) = 0.25 * p;
+    const double force_of_the_cam = design.results.CalcData(var::Force, 45);
+    Change_Units(design, 5);
+    ASSERT_TRUE(Results_in_Other_Units(design));
+    user_.Expect(
+        {"The results in memory are those of the units before (in-lb-bl-s): \n"
+         "a change of units converts the data of the design, and no calculated results. \n"
+         "The file would give them the names of the new units.\n"
+         "Do you want to recalculate them before saving?",
+         Buttons::Yes_No_Cancel, Symbol::exclamation, Answer::No});
+    user_.Expect(Success());
+    ASSERT_TRUE(Save_As_Plus(design));
+    design = {};
+    ASSERT_TRUE(Load_Model(design, path_));
+    constexpr double newtons = 4.448222;
+    for (int p = 0; p <= 360; ++p) {
+        ASSERT_NEAR(design.results.Ext_Force_Table(p), 0.25 * p * newtons, 1e-6 * p * newtons) << p;
+        ASSERT_EQ(design.results.Ext_Force_Table(p), design.results.CalcData(var::Ext_Force, p)) << p;
+    }
+    EXPECT_EQ(design.results.CalcData(var::Force, 45), force_of_the_cam) << "a calculated row is not converted";
 }
 
 TEST_F(Saving, results_of_other_units_are_offered_a_recalculation)

@@ -172,6 +172,44 @@ TEST_F(Recovery, the_number_format_of_the_typed_texts_comes_back)
     EXPECT_EQ(design.motion.End_Value(1), "12,5");
 }
 
+TEST_F(Recovery, without_its_note_is_read_in_the_number_format_in_force)
+{
+    ASSERT_TRUE(Build_Example(design, "Double Dwell"));
+    design.motion.End_Value(1) = "12.5";
+    ASSERT_TRUE(Write_Recovery(design, folder_));
+    fs::remove(Recovery_Note_Path(folder_));
+    ASSERT_TRUE(Sub_Main(design, "", {}));
+    script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::Yes});
+    EXPECT_TRUE(Offer_Recovery(design, folder_));
+    EXPECT_EQ(design.identity.Number_Format, "USA");
+    EXPECT_EQ(design.motion.End_Value(1), "12.5");
+    EXPECT_EQ(design.identity.Model_Name, "Recovered");
+    EXPECT_FALSE(Results_in_Other_Units(design));
+    EXPECT_TRUE(Unsaved(design));
+}
+
+TEST_F(Recovery, takes_from_its_note_only_what_a_design_may_have)
+{
+    for (const auto& [note, units] : {std::pair{"Asia\n/x/y.cam\n0\n", 0},
+                                      {"USA\n/x/y.cam\n6\n", 0},
+                                      {"USA\n/x/y.cam\ninches\n", 0},
+                                      {"USA\n/x/y.cam\n1\n", 1},
+                                      {"USA\n/x/y.cam\n4\n", 4}}) {
+        SCOPED_TRACE(note);
+        ASSERT_TRUE(Sub_Main(design, "", {}));
+        ASSERT_TRUE(Open_Example(design, "Double Dwell"));
+        design.cam.Prime_Rad = 123.5;
+        ASSERT_TRUE(Write_Recovery(design, folder_));
+        std::ofstream(Recovery_Note_Path(folder_)) << note;
+        ASSERT_TRUE(Sub_Main(design, "", {}));
+        script_.Expect({question, Buttons::Yes_No, Symbol::exclamation, Answer::Yes});
+        ASSERT_TRUE(Offer_Recovery(design, folder_));
+        EXPECT_EQ(design.identity.Number_Format, "USA");
+        EXPECT_EQ(design.identity.Model_Name, "y");
+        EXPECT_EQ(design.results.WhichUnit, units);
+    }
+}
+
 TEST_F(Recovery, a_damaged_file_is_kept_aside_and_told_of)
 {
     std::ofstream(Recovery_Model_Path(folder_)) << "nothing of ours\n";

@@ -352,39 +352,6 @@ TEST(ReadBounds, StartAndEndPositionsAreRefreshedOnEachCalculation)
     EXPECT_EQ(Data(var::S, 90), 3.0);
 }
 
-TEST(NumberOfConditions, IsTwoToForty)
-{
-    Fresh_Cycle(1.0);
-    const std::string limit = "Number of boundary conditions must be between 2 and 40 - please re-enter";
-    {
-        Script none;
-        EXPECT_TRUE(Set_No_of_Conditions(design, 3, "2"));
-        EXPECT_TRUE(Set_No_of_Conditions(design, 3, "40"));
-        EXPECT_TRUE(Set_No_of_Conditions(design, 3, ""));
-    }
-    EXPECT_EQ(m().No_Conditions(3), 40);
-    EXPECT_EQ(m().No_of_conditions(3), "40");
-    Script boxes({Box(limit), Box(limit), Box(limit), Box(limit)});
-    EXPECT_FALSE(Set_No_of_Conditions(design, 3, "41"));
-    EXPECT_FALSE(Set_No_of_Conditions(design, 3, "1"));
-    EXPECT_FALSE(Set_No_of_Conditions(design, 3, "1e9"));
-    EXPECT_FALSE(Set_No_of_Conditions(design, 3, "many"));
-    EXPECT_EQ(m().No_Conditions(3), 40);
-    EXPECT_EQ(m().No_of_conditions(3), "40");
-}
-
-TEST(NumberOfConditions, TellsOfMoreFilledBoxesThanAskedFor)
-{
-    Fresh_Cycle(1.0);
-    Polynomial_Segment(90.0, "0", "1", 6);
-    Ask_Boundaries(design, 1);
-    Rest_at_Both_Ends(1, 2);
-    Script box({Box("You have input more boundary conditions than specified")});
-    EXPECT_TRUE(Set_No_of_Conditions(design, 1, "6"));
-    EXPECT_TRUE(Set_No_of_Conditions(design, 1, "5"));
-    EXPECT_EQ(m().No_Conditions(1), 5);
-}
-
 /// Stores a pattern in all points of the segment, to see that a refusal leaves it alone.
 void Expect_Refusal(std::deque<Expected_Box> boxes)
 {
@@ -597,34 +564,6 @@ TEST(ForceFunction, OfAPolynomialThatIsRefusedLeavesTheOneBefore)
             ASSERT_EQ(Data(var::Ext_Force, p), 7000.0 + p) << p;
         }
     }
-}
-
-TEST(NumberOfConditions, AnotherOneTakesTheMotionAwayAndTheSameOneDoesNot)
-{
-    Fresh_Cycle(1.0);
-    Polynomial_Segment(90.0, "0", "1", 6);
-    const auto all_stand = [] {
-        m().Seg_Done(1) = true;
-        Reach(design, Mark::motion);
-        Reach(design, Mark::size);
-    };
-    all_stand();
-    EXPECT_TRUE(Set_No_of_Conditions(design, 1, "6"));
-    EXPECT_TRUE(m().Seg_Done(1) && design.flags.Calculated && design.flags.Sized);
-    EXPECT_TRUE(Set_No_of_Conditions(design, 1, "7"));
-    EXPECT_FALSE(m().Seg_Done(1) || design.flags.Calculated || design.flags.Sized);
-}
-
-TEST(ClearBounds, EmptiesEveryBox)
-{
-    Fresh_Cycle(1.0);
-    Polynomial_Segment(90.0, "0", "1", 6);
-    Ask_Boundaries(design, 1);
-    Rest_at_Both_Ends(1, 4);
-    m().T_boundary_cond(1, 9) = "90";
-    Clear_Bounds(design, 1);
-    EXPECT_EQ(Count_Filled_Boxes(design, 1), 0);
-    EXPECT_EQ(m().T_boundary_cond(1, 9), "");
 }
 
 }  // namespace

@@ -964,6 +964,22 @@ TEST_F(Segments, Calc_All_with_the_last_row_faulting_does_not_count_as_calculate
     EXPECT_FALSE(design.flags.Calculated);
 }
 
+TEST_F(Segments, Calc_All_hands_each_row_to_its_runner_with_the_choice_of_motion_or_force)
+{
+    Double_Dwell();
+    for (const bool motion : {true, false}) {
+        std::vector<int> rows;
+        const auto run = [&](int row) {
+            EXPECT_EQ(m().Motion, motion);  // each calculation ends with a motion
+            rows.push_back(row);
+            return Calc_Segment(design, row) && row != 1;
+        };
+        EXPECT_FALSE(Calc_All(design, motion, run));
+        EXPECT_EQ(rows, (std::vector<int>{0, 1, 2, 3}));
+        EXPECT_EQ(design.results.CalcData(var::Ext_Force, 120), motion ? 0.0 : 25.0);
+    }
+}
+
 TEST_F(Segments, Calc_All_takes_a_speed_in_revolutions_per_minute)
 {
     Double_Dwell();

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/text.h"
+#include "edit/conditions.h"
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"
 #include "motion/segment_store.h"
@@ -37,7 +38,6 @@ const std::string solver_message =
     "There has been an error in the calculation of the \n"
     "spline data with your choice of knot locations.\n"
     "Please review your data and try again.";
-const std::string ascending = " Knot values must be in ascending order, left to right.  Please redo.";
 
 Expected_Box Box(const std::string& text)
 {
@@ -327,85 +327,6 @@ TEST(SplineOrder, AboveTheCountBecomesTheCountOnCalculation)
     EXPECT_EQ(m().No_of_conditions(1), "8");
 }
 
-TEST(SplineOrder, TypedOrderFollowsItsRules)
-{
-    Fresh_Cycle(1.0);
-    Ten_Conditions('S');
-    Script boxes;
-    EXPECT_TRUE(Set_Order(design, 1, "5"));
-    EXPECT_EQ(m().Orders(1), 5);
-    EXPECT_EQ(m().Number_of_Knots(1), 15);
-    EXPECT_EQ(m().Interior_Knots(1), 5);
-    boxes.Expect(Box("Spline order must be four or greater"));
-    EXPECT_FALSE(Set_Order(design, 1, "3"));
-    EXPECT_EQ(m().Orders(1), 5);
-    boxes.Expect(Box("Spline order must be four or greater"));
-    EXPECT_FALSE(Set_Order(design, 1, ""));
-    boxes.Expect(Box("Spline Order must be less than 11"));
-    EXPECT_FALSE(Set_Order(design, 1, "11"));
-    EXPECT_EQ(m().Orders(1), 10);
-    EXPECT_EQ(m().Interior_Knots(1), 0);
-    boxes.Expect(Box("Spline Order must be less than 11"));
-    EXPECT_FALSE(Set_Order(design, 1, "1e9"));
-    EXPECT_TRUE(Set_Order(design, 1, "4"));
-    EXPECT_EQ(m().Interior_Knots(1), 6);
-    EXPECT_TRUE(Calc_Spline(design, 1));
-    EXPECT_EQ(m().Orders(1), 4);
-    EXPECT_EQ(Min_Order(design, 1), 4);
-    EXPECT_EQ(Max_Order(design, 1), 10);
-}
-
-TEST(SplineOrder, ChangedOrderReturnsTheKnotsToEvenSpacing)
-{
-    Fresh_Cycle(1.0);
-    Ten_Conditions('S');
-    ASSERT_TRUE(Calc_Spline(design, 1));
-    ASSERT_TRUE(Set_Knot(design, 1, 1, "11"));
-    EXPECT_FALSE(m().EvenKnots(1));
-    EXPECT_FALSE(m().Splines_Calculated(1));
-    ASSERT_TRUE(Set_Order(design, 1, "7"));
-    EXPECT_TRUE(m().EvenKnots(1));
-    EXPECT_EQ(m().Knots(8, 1), 25.0);
-    EXPECT_EQ(m().Knots(10, 1), 75.0);
-}
-
-TEST(SplineOrder, OrderFourWithTwentyTwoConditionsMeetsTheKnotLimit)
-{
-    Fresh_Cycle(1.0);
-    Segment('S', 90.0, "0", "1", 21);
-    Script boxes;
-    EXPECT_TRUE(Set_Order(design, 1, "4"));  // 17 interior knots
-    m().No_Conditions(1) = 22;
-    boxes.Expect(Box(knot_limit));
-    EXPECT_FALSE(Set_Order(design, 1, "4"));
-    EXPECT_EQ(m().Orders(1), 4);
-    EXPECT_EQ(m().Interior_Knots(1), 18);
-    m().No_Conditions(1) = 40;  // 40 + 30 knots are more than the table holds
-    boxes.Expect(Box(knot_limit));
-    EXPECT_FALSE(Set_Order(design, 1, "30"));
-}
-
-TEST(SplineKnots, TypedKnotMustStandBetweenItsNeighbours)
-{
-    Fresh_Cycle(1.0);
-    Ten_Conditions('S');
-    Script boxes;
-    ASSERT_TRUE(Set_Knot(design, 1, 2, "35"));  // knots 20, 35, 60, 80
-    EXPECT_EQ(m().Knots(8, 1), 35.0);
-    EXPECT_FALSE(m().EvenKnots(1));
-    boxes.Expect(Box(ascending));
-    EXPECT_FALSE(Set_Knot(design, 1, 2, "61"));
-    boxes.Expect(Box(ascending));
-    EXPECT_FALSE(Set_Knot(design, 1, 2, "19"));
-    boxes.Expect(Box(ascending));
-    EXPECT_FALSE(Set_Knot(design, 1, 4, "101"));
-    boxes.Expect(Box("This value must be positive.  Please redo."));
-    EXPECT_FALSE(Set_Knot(design, 1, 1, "-1"));
-    boxes.Expect(Error_Box(9, "Index out of bounds", "txt_Knot"));
-    EXPECT_FALSE(Set_Knot(design, 1, 5, "90"));
-    EXPECT_EQ(m().Knots(8, 1), 35.0);
-}
-
 TEST(SplineKnots, TypedKnotsStayWhileTheyFitAndMoveTheSpline)
 {
     Fresh_Cycle(1.0);
@@ -457,23 +378,6 @@ TEST(SplineKnots, MayBeEqualToBothNeighboursAndStandAtBothEnds)
     EXPECT_FALSE(m().EvenKnots(1));
     EXPECT_EQ(m().Knots(7, 1), 0.0);
     EXPECT_EQ(m().Knots(10, 1), 100.0);
-}
-
-TEST(SplineKnots, AndOrderOfASegmentThatIsNotThereAreError9)
-{
-    Fresh_Cycle(1.0);
-    Ten_Conditions('S');
-    Script boxes;
-    for (const int segment : {0, -1, 21}) {
-        boxes.Expect(Error_Box(9, "Index out of bounds", "txt_Order"));
-        EXPECT_FALSE(Set_Order(design, segment, "3"));  // before the order is judged
-        boxes.Expect(Error_Box(9, "Index out of bounds", "txt_Order"));
-        EXPECT_FALSE(Set_Order(design, segment, "5"));
-        boxes.Expect(Error_Box(9, "Index out of bounds", "txt_Knot"));
-        EXPECT_FALSE(Set_Knot(design, segment, 1, "10"));
-    }
-    EXPECT_EQ(m().Orders(0), 6);
-    EXPECT_TRUE(m().EvenKnots(0));
 }
 
 void Expect_Refusal(std::deque<Expected_Box> boxes)

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "edit/conditions.h"
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"
 #include "motion/segments.h"

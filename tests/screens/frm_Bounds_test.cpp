@@ -6,6 +6,7 @@
 #include <QTableWidget>
 
 #include "core/text.h"
+#include "edit/conditions.h"
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"
 #include "motion/segments.h"
@@ -88,6 +89,21 @@ TEST_F(Conditions_Screen, six_conditions_make_the_345_polynomial_and_show_it)
     EXPECT_TRUE(m_.Poly_OK);
     const double x = 30.0 / 90;
     EXPECT_NEAR(S(30), 25 * (10 * x * x * x - 15 * x * x * x * x + 6 * x * x * x * x * x), 1e-4);
+}
+
+TEST_F(Conditions_Screen, a_position_typed_at_an_end_is_the_rows_and_the_next_rows)
+{
+    Make('P');
+    frm_Bounds screen(1);
+    const Driver user(screen);
+    user.Fill(Element("txt_Sbound", 0), "1.5");
+    user.Fill(Element("txt_Sbound", 9), "20");
+    EXPECT_EQ(m_.Start_Value(1), "1.5");
+    EXPECT_EQ(m_.End_Value(1), "20");
+    EXPECT_EQ(m_.Start_Value(2), "20");
+    EXPECT_EQ(m_.End_Value(2), "20") << "a dwell";
+    EXPECT_EQ(m_.Start_Value(3), "20");
+    EXPECT_EQ(m_.End_Value(3), "0");
 }
 
 TEST_F(Conditions_Screen, counts_outside_their_range_are_refused_and_too_many_boxes_told_of)

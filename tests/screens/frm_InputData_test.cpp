@@ -13,6 +13,7 @@
 #include "core/traps.h"
 #include "core/unit_change.h"
 #include "core/units.h"
+#include "edit/door.h"
 #include "edit/examples.h"
 #include "forms/input_form.h"
 #include "motion/segments.h"
@@ -802,6 +803,80 @@ TEST_F(Input_Screen, a_polynomial_row_goes_through_its_conditions)
     Type_Row(user, 0, "Poly", "", "360", "0", "4");
     user.Press(Element("cmd_CalcSeg", 0));
     EXPECT_EQ(asked, 0);
+}
+
+TEST_F(Input_Screen, a_row_without_a_beta_is_told_of_before_its_conditions_are_asked_for)
+{
+    int asked = 0;
+    screens::Input_Services services;
+    services.ask_boundaries = [&](int) { return ++asked == 0; };
+    frm_InputData screen(services);
+    const Driver user(screen);
+    user.Fill("txt_Segmts", "2");
+    Type_Row(user, 0, "Poly", "", "180", "0", "4");
+    Type_Row(user, 1, "Poly", "", "180", "4", "0");
+    ASSERT_TRUE(Put(design, "Beta_Deg", At(2), 0.0));
+    script_.Expect(testing::No_Beta_Box(2));
+    user.Press(Element("cmd_CalcSeg", 1));
+    EXPECT_EQ(asked, 0);
+    EXPECT_FALSE(m_.Seg_Done(2));
+}
+
+TEST_F(Input_Screen, Calc_All_asks_each_row_of_conditions_once_and_goes_on_behind_one_that_was_refused)
+{
+    std::vector<int> asked;
+    bool refuses = true;
+    screens::Input_Services services;
+    services.ask_boundaries = [&](int row) {
+        asked.push_back(row);
+        m_.No_Conditions(row + 1) = 2;
+        return !(row == 0 && refuses) && Calc_Segment(design, row);
+    };
+    frm_InputData screen(services);
+    const Driver user(screen);
+    user.Fill("txt_Segmts", "4");
+    Type_Row(user, 0, "Poly", "", "90", "0", "4");
+    Type_Row(user, 1, "Dwell", "", "90", "4", "");
+    Type_Row(user, 2, "Poly", "", "90", "4", "0");
+    Type_Row(user, 3, "Dwell", "", "90", "0", "");
+    user.Press("cmd_CalcAll");
+    EXPECT_EQ(asked, (std::vector<int>{0, 2}));
+    EXPECT_FALSE(m_.Seg_Done(1));
+    EXPECT_TRUE(m_.Seg_Done(2) && m_.Seg_Done(3) && m_.Seg_Done(4));
+    EXPECT_NEAR(design.results.CalcData(var::S, 225), 2.0, 1e-5);
+    EXPECT_FALSE(design.flags.Calculated);
+    EXPECT_FALSE(user.Enabled("cmd_Done"));
+
+    refuses = false;
+    asked.clear();
+    user.Press("cmd_CalcAll");
+    EXPECT_EQ(asked, (std::vector<int>{0})) << "the third is calculated from what it was given";
+    EXPECT_TRUE(design.flags.Calculated);
+    EXPECT_TRUE(user.Enabled("cmd_Done"));
+    EXPECT_NEAR(design.results.CalcData(var::S, 45), 2.0, 1e-5);
+}
+
+TEST_F(Input_Screen, a_force_row_that_was_refused_by_Calc_All_still_waits_for_a_force)
+{
+    bool refuses = true;
+    screens::Input_Services services;
+    services.ask_boundaries = [&](int row) {
+        m_.No_Conditions(row + 1) = 2;
+        return !refuses && Calc_Segment(design, row);
+    };
+    frm_InputData screen(services);
+    const Driver user(screen);
+    user.Fill("txt_Segmts", "2");
+    Type_Row(user, 0, "Poly", "", "180", "0", "4");
+    Type_Row(user, 1, "Fall", "45 - 345 Poly", "180", "4", "0");
+    m_.Motion = false;
+    user.Press("cmd_CalcAll");
+    EXPECT_FALSE(m_.Motion);
+    refuses = false;
+    user.Press(Element("cmd_CalcSeg", 0));
+    EXPECT_NEAR(design.results.Ext_Force_Table(90), 2.0, 1e-5);
+    EXPECT_NEAR(design.results.Ext_Force_Table(270), 2.0, 1e-5);
+    EXPECT_TRUE(m_.Motion);
 }
 
 TEST_F(Input_Screen, plot_and_print_are_asked_for_their_segment)
