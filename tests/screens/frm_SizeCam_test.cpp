@@ -12,6 +12,7 @@
 #include "paint/chart.h"
 #include "paint/painter_surface.h"
 #include "tests/support/desktop_design.h"
+#include "tests/support/number_in.h"
 #include "tests/support/test_design.h"
 
 namespace lobemax {
