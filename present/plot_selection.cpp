@@ -169,7 +169,7 @@ bool Is_Offered(const Design_State& design, int choice)
 
 std::string Note_on_Transform(const Design_State& design)
 {
-    if (design.flags.FFT_Done || !design.flags.Calculated)
+    if (design.flags.FFT_Done || !design.flags.Calculated || !design.flags.File_Loaded)
         return {};
     const auto harmonics = design.results.CalcData.Points(var::FFT_Mag);
     const bool any = std::any_of(harmonics.begin(), harmonics.end(), [](Single value) { return value != 0.0; });
