@@ -10,6 +10,7 @@
 #include "paint/chart.h"
 #include "paint/plot_charts.h"
 #include "present/data_table.h"
+#include "present/plot_engine.h"
 #include "present/plot_selection.h"
 
 namespace lobemax::cli {
@@ -50,6 +51,22 @@ bool Take_Preset(Design_State& design, const std::string& text, int& plot_style)
     return false;
 }
 
+/// Whether a text is that of a preset of harmonics.
+bool Is_Preset_of_Harmonics(const std::string& text)
+{
+    for (const int s : {style::two_windows, style::four_windows})
+        for (const Plot_Preset& preset : Presets_of_Style(s))
+            if (Same_Text(preset.text, text) && Is_Fourier(preset.variables.front()))
+                return true;
+    return false;
+}
+
+/// That a file has no transform to plot, for what would show one.
+int No_Transform(Session& session, const std::string& place)
+{
+    return session.Wrong(place + ": " + std::string(Transform_not_Kept));
+}
+
 int Run(Session& session, const Options& options)
 {
     Design_State& design = session.design;
@@ -65,6 +82,8 @@ int Run(Session& session, const Options& options)
         return session.Wrong(refusal);
     int plot_style = options.plot_style;
     if (!options.preset.empty()) {
+        if (!design.flags.FFT_Done && Is_Preset_of_Harmonics(options.preset))
+            return No_Transform(session, "preset '" + options.preset + "'");
         if (!Take_Preset(design, options.preset, plot_style))
             return session.Wrong("this model offers no preset '" + options.preset + "'");
     } else {
@@ -75,6 +94,8 @@ int Run(Session& session, const Options& options)
             const auto variable = Plot_Choice(design, word);
             if (!variable || *variable == var::Angle)
                 return session.Wrong("there is no variable '" + word + "' to plot");
+            if (Is_Fourier(*variable) && !design.flags.FFT_Done)
+                return No_Transform(session, "variable '" + word + "'");
             if (!Is_Offered(design, *variable))
                 return session.Wrong("variable '" + word + "' is not calculated");
             if (*variable > design.run.Saved_Variables && plot_style != style::polar)

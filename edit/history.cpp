@@ -49,10 +49,11 @@ void Mix(std::uint64_t& key, const Row<Single>& row, std::size_t& bytes)
     bytes += row.Points().size_bytes();
 }
 
-/// A key of all arrays but CalcData and the curves of old files, which no calculation writes; and their size.
+/// A key of the units of the results and of all arrays but CalcData and the curves of old files, which no calculation
+/// writes; and the size of these arrays.
 std::uint64_t Key_of_Rest(const Results_Group& r, std::size_t& bytes)
 {
-    std::uint64_t key = 1;
+    std::uint64_t key = 1 + static_cast<std::uint64_t>(int{r.WhichUnit});
     for (const Row<Single>* const row : {&r.Profile_X, &r.Profile_Y, &r.Ext_Force_Table, &r.Arm_Pivot_X, &r.Arm_Pivot_Y,
                                          &r.Link_Ratio_S, &r.Link_Ratio_V, &r.Link_Ratio_A, &r.Ode_Time})
         Mix(key, *row, bytes);

@@ -9,7 +9,6 @@
 #include "core/numeric.h"
 #include "core/text.h"
 #include "core/traps.h"
-#include "core/units.h"
 #include "dynamics/kinetostatics.h"
 #include "edit/door.h"
 #include "edit/rungs.h"
@@ -26,42 +25,76 @@ Single Radius_of_Journal(const Design_State& design, std::string_view diameter)
 }
 
 /// Stores the value of a field, or refuses it.
-Dynamics_Entry Store_Entry(Design_State& design, Dynamics_Field field, std::string_view text);
+Form_Entry Store_Entry(Design_State& design, Dynamics_Field field, std::string_view text);
+
+/// The rule of a field in the form's table.
+template <Dynamics_Field field>
+Form_Entry Edit(Design_State& design, Dynamics_Form&, std::string_view typed)
+{
+    return Edit_Dynamics_Field(design, field, typed);
+}
 
 // "fluctuaion" is the screen's own spelling.
+constexpr std::array fields{
+    Form_Field<Dynamics_Form>{
+        {"txt_Mass", "Effective Mass", "Effective mass at roller follower - must be in mass units", Form_Unit::mass},
+        &Dynamics_Form::txt_Mass,
+        Edit<Dynamics_Field::Mass>},
+    Form_Field<Dynamics_Form>{{"txt_Spring", "Spring Constant", "Return spring rate", Form_Unit::spring},
+                              &Dynamics_Form::txt_Spring,
+                              Edit<Dynamics_Field::Spring>},
+    Form_Field<Dynamics_Form>{{"txt_Preload", "Spring Preload", "Initial spring load at assembly", Form_Unit::force},
+                              &Dynamics_Form::txt_Preload,
+                              Edit<Dynamics_Field::Preload>},
+    Form_Field<Dynamics_Form>{{"txt_Zeta", "Ratio z", "Dimensionless damping ratio, zeta"},
+                              &Dynamics_Form::txt_Zeta,
+                              Edit<Dynamics_Field::Zeta>},
+    Form_Field<Dynamics_Form>{{"txt_Damping", "Coefficient C", "Damping coefficient", Form_Unit::damping},
+                              &Dynamics_Form::txt_Damping,
+                              Edit<Dynamics_Field::Damping>},
+    Form_Field<Dynamics_Form>{
+        {"txt_Journal", "Cam Journal Dia", "Camshaft diameter for friction torque calculation", Form_Unit::length},
+        &Dynamics_Form::txt_Journal,
+        Edit<Dynamics_Field::Journal>},
+    Form_Field<Dynamics_Form>{
+        {"txt_Folfrict", "Follower Friction"}, &Dynamics_Form::txt_Folfrict, Edit<Dynamics_Field::Folfrict>},
+    Form_Field<Dynamics_Form>{
+        {"txt_Jnlfrict", "Journal Friction"}, &Dynamics_Form::txt_Jnlfrict, Edit<Dynamics_Field::Jnlfrict>},
+    Form_Field<Dynamics_Form>{{"txt_Fluct", "Coef Fluctuation", "Desired coefficient of fluctuaion for a flywheel"},
+                              &Dynamics_Form::txt_Fluct,
+                              Edit<Dynamics_Field::Fluct>},
+};
+
+constexpr std::array read_outs{
+    Form_Field<Dynamics_Texts>{{"lbl_Fmax", "Fmax", "", Form_Unit::force}, &Dynamics_Texts::lbl_Fmax},
+    Form_Field<Dynamics_Texts>{{"lbl_Fmin", "Fmin", "", Form_Unit::force}, &Dynamics_Texts::lbl_Fmin},
+    Form_Field<Dynamics_Texts>{{"lbl_Tmax", "Tmax", "", Form_Unit::torque}, &Dynamics_Texts::lbl_Tmax},
+    Form_Field<Dynamics_Texts>{{"lbl_OmegaN", "Undamped natural frequency", "", Form_Unit::frequency},
+                               &Dynamics_Texts::lbl_OmegaN},
+    Form_Field<Dynamics_Texts>{{"lbl_OmegaD", "Damped natural frequency", "", Form_Unit::frequency},
+                               &Dynamics_Texts::lbl_OmegaD},
+    Form_Field<Dynamics_Texts>{{"lbl_Cc", "Coefficient of critical damping", "", Form_Unit::damping},
+                               &Dynamics_Texts::lbl_Cc},
+};
+
 constexpr std::array controls{
-    Dynamics_Control{"frm_Dynamics", "Cam Dynamics", ""},
-    Dynamics_Control{"fra_Closure", "Joint Closure", ""},
-    Dynamics_Control{"opt_Closure(0)", "Force Closed", "Uses a spring closure"},
-    Dynamics_Control{"opt_Closure(1)", "Form Closed", "Tracked, ribbed, or conjugate cam"},
-    Dynamics_Control{"txt_Mass", "Effective Mass", "Effective mass at roller follower - must be in mass units"},
-    Dynamics_Control{"txt_Preload", "Spring Preload", "Initial spring load at assembly"},
-    Dynamics_Control{"txt_Spring", "Spring Constant", "Return spring rate"},
-    Dynamics_Control{"txt_Damping", "Coefficient C", "Damping coefficient"},
-    Dynamics_Control{"txt_Zeta", "Ratio z", "Dimensionless damping ratio, zeta"},
-    Dynamics_Control{"chk_Extforce", "Add ext. force", "This will superpose any external force previously calculated"},
-    Dynamics_Control{"txt_Journal", "Cam Journal Dia", "Camshaft diameter for friction torque calculation"},
-    Dynamics_Control{"txt_Folfrict", "Follower Friction", ""},
-    Dynamics_Control{"txt_Jnlfrict", "Journal Friction", ""},
-    Dynamics_Control{"fra_Torque", "Torque Calcs", ""},
-    Dynamics_Control{"opt_Torque(0)", "Start Fresh", "New torque calculation overwrites previous values"},
-    Dynamics_Control{"opt_Torque(1)", "Accumulate", "Retains previous torque and adds new to it"},
-    Dynamics_Control{"txt_Fluct", "Coef Fluctuation", "Desired coefficient of fluctuaion for a flywheel"},
-    Dynamics_Control{"chk_compcam", "Calc Comp Cam", "Create a torque compensation cam"},
-    Dynamics_Control{"grf_Plot(0)", "Kinetostatic camshaft torque", ""},
-    Dynamics_Control{"grf_Plot(1)", "Kinetostatic force at follower", ""},
-    Dynamics_Control{"pct_Pict1", "", "These data can be used to calculate flywheel size - see textbook"},
-    Dynamics_Control{"lbl_Fmax", "Fmax", ""},
-    Dynamics_Control{"lbl_Fmin", "Fmin", ""},
-    Dynamics_Control{"lbl_Tmax", "Tmax", ""},
-    Dynamics_Control{"lbl_OmegaN", "Undamped natural frequency", ""},
-    Dynamics_Control{"lbl_OmegaD", "Damped natural frequency", ""},
-    Dynamics_Control{"lbl_Cc", "Coefficient of critical damping", ""},
-    Dynamics_Control{"cmd_Cancel", "< &Back", ""},
-    Dynamics_Control{"cmd_Calc", "&Calculate", ""},
-    Dynamics_Control{"cmd_Done", "&Next >", ""},
-    Dynamics_Control{"cmd_Print", "&Print Form", ""},
-    Dynamics_Control{"cmd_Copy", "Cop&y", ""},
+    Form_Control{"frm_Dynamics", "Cam Dynamics"},
+    Form_Control{"fra_Closure", "Joint Closure"},
+    Form_Control{"opt_Closure(0)", "Force Closed", "Uses a spring closure"},
+    Form_Control{"opt_Closure(1)", "Form Closed", "Tracked, ribbed, or conjugate cam"},
+    Form_Control{"chk_Extforce", "Add ext. force", "This will superpose any external force previously calculated"},
+    Form_Control{"fra_Torque", "Torque Calcs"},
+    Form_Control{"opt_Torque(0)", "Start Fresh", "New torque calculation overwrites previous values"},
+    Form_Control{"opt_Torque(1)", "Accumulate", "Retains previous torque and adds new to it"},
+    Form_Control{"chk_compcam", "Calc Comp Cam", "Create a torque compensation cam"},
+    Form_Control{"grf_Plot(0)", "Kinetostatic camshaft torque"},
+    Form_Control{"grf_Plot(1)", "Kinetostatic force at follower"},
+    Form_Control{"pct_Pict1", "", "These data can be used to calculate flywheel size - see textbook"},
+    Form_Control{"cmd_Cancel", "< &Back"},
+    Form_Control{"cmd_Calc", "&Calculate"},
+    Form_Control{"cmd_Done", "&Next >"},
+    Form_Control{"cmd_Print", "&Print Form"},
+    Form_Control{"cmd_Copy", "Cop&y"},
 };
 
 }  // namespace
@@ -93,23 +126,10 @@ Dynamics_Form Opening_Dynamics_Form(const Design_State& design)
     return form;
 }
 
-Dynamics_Labels Labels_of_Dynamics(const Design_State& design, bool force_closed, std::string_view txt_Spring)
+Dynamics_Openings Openings_of_Dynamics(const Design_State& design, bool force_closed, std::string_view txt_Spring)
 {
-    const Unit_Words& u = Words_of_Units(design.identity.WhichUnit);
-    const std::string force = u.force;
-    // The springs of all metric systems are per metre.
-    const std::string per = design.identity.WhichUnit >= 3 ? "m" : u.length;
     const bool no_spring = Val(design, txt_Spring) == 0.0;
-    return {u.mass,
-            force + "/" + per,
-            force + "-s/" + per,
-            u.length,
-            force,
-            design.plot.Var_Unit(var::Torque),
-            design.cam.Followtype != 2,
-            force_closed,
-            no_spring,
-            design.flags.Ext_Force_Calc,
+    return {design.cam.Followtype != 2, force_closed, no_spring, design.flags.Ext_Force_Calc,
             design.flags.CompCam_Calc};
 }
 
@@ -118,9 +138,9 @@ bool Dynamics_Entry_Hides_Charts(const Design_State& design)
     return !design.dynamics.Torque_Start_Fresh;
 }
 
-Dynamics_Entry Edit_Dynamics_Field(Design_State& design, Dynamics_Field field, std::string_view text)
+Form_Entry Edit_Dynamics_Field(Design_State& design, Dynamics_Field field, std::string_view text)
 {
-    Dynamics_Entry entry = Store_Entry(design, field, text);
+    Form_Entry entry = Store_Entry(design, field, text);
     entry.recalculate = design.dynamics.Torque_Start_Fresh && entry.accepted;
     entry.disable_done = true;  // the results are not those of what stands typed
     return entry;
@@ -128,7 +148,7 @@ Dynamics_Entry Edit_Dynamics_Field(Design_State& design, Dynamics_Field field, s
 
 namespace {
 
-Dynamics_Entry Store_Entry(Design_State& design, Dynamics_Field field, std::string_view text)
+Form_Entry Store_Entry(Design_State& design, Dynamics_Field field, std::string_view text)
 {
     /// The field of the design that an entry goes into, and what a refused one shows instead.
     struct Place {
@@ -149,7 +169,7 @@ Dynamics_Entry Store_Entry(Design_State& design, Dynamics_Field field, std::stri
     const double value = field == Dynamics_Field::Journal ? double{Radius_of_Journal(design, text)} : Val(design, text);
     if (const Verdict verdict = Put(design, place.field, value); !verdict) {
         Show_Refusal(verdict);
-        Dynamics_Entry entry{false, In_Number_Format(design, place.instead)};
+        Form_Entry entry{false, In_Number_Format(design, place.instead)};
         if (field == Dynamics_Field::Spring) {  // a refused entry's new text is the value, too
             const Single own = d.Comp_Spring_Rate;
             Put(design, place.field, Val(design, entry.text));
@@ -241,7 +261,17 @@ bool Closing_Dynamics_Is_Done(const Design_State& design)
     return design.flags.Dynamicflag;
 }
 
-std::span<const Dynamics_Control> Dynamics_Controls()
+std::span<const Form_Field<Dynamics_Form>> Fields_of_Dynamics()
+{
+    return fields;
+}
+
+std::span<const Form_Field<Dynamics_Texts>> Read_Outs_of_Dynamics()
+{
+    return read_outs;
+}
+
+std::span<const Form_Control> Controls_of_Dynamics()
 {
     return controls;
 }

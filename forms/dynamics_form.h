@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-namespace lobemax {
+#include "forms/form_table.h"
 
-struct Design_State;
+namespace lobemax {
 
 /// What the fields of the dynamics screen hold, as typed.
 struct Dynamics_Form {
@@ -29,21 +29,15 @@ struct Dynamics_Form {
 /// What the screen shows when it opens; the choice of a flat face forces the closure by a spring.
 Dynamics_Form Opening_Dynamics_Form(const Design_State& design);
 
-/// Units and what is open or shown.
-struct Dynamics_Labels {
-    std::string mass;
-    std::string spring;   // force per length
-    std::string damping;  // force x s per length
-    std::string length;
-    std::string force;
-    std::string torque;
+/// What is open or shown.
+struct Dynamics_Openings {
     bool form_closure_enabled;  // opt_Closure(1): not for a flat face
     bool spring_frames;         // spring, preload, damping and the frequencies are shown
     bool damping_enabled;       // txt_Damping: with a spring rate of zero; txt_Zeta otherwise
     bool external_enabled;      // chk_Extforce
     bool compcam_enabled;       // chk_compcam
 };
-Dynamics_Labels Labels_of_Dynamics(const Design_State& design, bool force_closed, std::string_view txt_Spring);
+Dynamics_Openings Openings_of_Dynamics(const Design_State& design, bool force_closed, std::string_view txt_Spring);
 
 /// The fields that are validated, by name.
 enum class Dynamics_Field { Mass, Preload, Spring, Damping, Journal, Zeta, Folfrict, Jnlfrict, Fluct };
@@ -54,14 +48,8 @@ bool Dynamics_Entry_Hides_Charts(const Design_State& design);
 /// Validates an edited field. A refused one shows its new text, after a message; in the spring's case that text is
 /// taken as the value too. While torques accumulate nothing is recalculated, so that no cam counts twice; otherwise an
 /// accepted one recalculates at once, over the charts that are shown.
-struct Dynamics_Entry {
-    bool accepted;
-    std::string text;           // that the field then shows
-    bool recalculate = false;   // by Calc_Dynamics
-    bool disable_done = false;  // cmd_Done, until the next calculation completes
-};
 /// @throws Fault{6} when the number is too large to be stored; the design is then as it was
-Dynamics_Entry Edit_Dynamics_Field(Design_State& design, Dynamics_Field field, std::string_view text);
+Form_Entry Edit_Dynamics_Field(Design_State& design, Dynamics_Field field, std::string_view text);
 
 /// Reads the fields into the design, under its trap; under a form closure spring, preload and damping become 0. The
 /// damping coefficient is not read: its entry has stored it, and a spring replaces it.
@@ -106,13 +94,9 @@ Dynamics_Texts Texts_of_Dynamics(const Design_State& design, const Dynamics_Figu
 /// Whether closing the window acts as cmd_Done; otherwise it acts as cmd_Cancel.
 bool Closing_Dynamics_Is_Done(const Design_State& design);
 
-/// A control of the screen: its name, its caption or title, and its tip.
-struct Dynamics_Control {
-    std::string_view name;
-    std::string_view caption;
-    std::string_view tip;
-};
-/// All captioned controls of the screen, in the order of its layout.
-std::span<const Dynamics_Control> Dynamics_Controls();
+/// The fields, the read-outs and all other captioned controls of the screen, each in the order of the layout.
+std::span<const Form_Field<Dynamics_Form>> Fields_of_Dynamics();
+std::span<const Form_Field<Dynamics_Texts>> Read_Outs_of_Dynamics();
+std::span<const Form_Control> Controls_of_Dynamics();
 
 }  // namespace lobemax

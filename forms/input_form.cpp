@@ -14,6 +14,7 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "edit/door.h"
+#include "forms/size_form.h"
 #include "forms/workflow.h"
 #include "motion/motion_programs.h"
 #include "motion/motion_rules.h"
@@ -238,6 +239,81 @@ void Enter_Start_Angle(Design_State& design, std::string_view text)
 {
     if (const Verdict verdict = Put(design, "Shift_Angle", Val(design, text)); !verdict)
         Show_Refusal(verdict);
+}
+
+namespace {
+
+Form_Entry Enter_Segmts(Design_State& design, Input_Head& head, std::string_view typed)
+{
+    return {true, Enter_Segment_Count(design, typed, head.clear_rows)};
+}
+
+Form_Entry Enter_Speed(Design_State& design, std::string_view typed)
+{
+    Enter_Omega(design, typed);
+    return {true, Omega_Text(design)};
+}
+
+Form_Entry Enter_Delta(Design_State& design, std::string_view typed)
+{
+    return {true, Enter_Step(design, typed)};
+}
+
+Form_Entry Enter_Shift(Design_State& design, std::string_view typed)
+{
+    Enter_Start_Angle(design, typed);
+    return {true, Shown(design, design.cam.Shift_Angle)};
+}
+
+constexpr std::array fields{
+    Form_Field<Input_Head>{
+        {"txt_Segmts", "Number of se&gments", "1 to 20 segments"}, &Input_Head::txt_Segmts, Enter_Segmts},
+    Form_Field<Input_Head>{{"cmb_Delta", "Delta &theta (deg)", "Step of the cam angle, degrees", Form_Unit::degrees},
+                           &Input_Head::cmb_Delta,
+                           Alone<Enter_Delta>},
+    Form_Field<Input_Head>{
+        {"txt_Omega", "Cam &Omega (rpm)", "Camshaft speed"}, &Input_Head::txt_Omega, Alone<Enter_Speed>},
+    Form_Field<Input_Head>{{"txt_ShiftAng", "Starting angle (deg)", Start_Angle_Text, Form_Unit::degrees},
+                           &Input_Head::txt_ShiftAng,
+                           Alone<Enter_Shift>},
+};
+
+constexpr std::array controls{
+    Form_Control{"frm_InputData", "Input: segments of the cam program"},
+    Form_Control{"fra_Follower", "Follower"},
+    Form_Control{"opt_Folmotion(0)", "Translating", "Position data must be in length units"},
+    Form_Control{"opt_Folmotion(1)", "Oscillating", "Position data must be in degrees"},
+    Form_Control{"fra_Function", "Function"},
+    Form_Control{"opt_Function(0)", "Motion", "Calculate a cam follower motion"},
+    Form_Control{"opt_Function(1)", "Force", "Calculate a force function on follower"},
+    Form_Control{"fra_Options", "Options"},
+    Form_Control{"chk_Extforce", "External Force", "A force on the follower beside spring and inertia"},
+    Form_Control{"chk_ClearOnOpen", "Clear", "Changing the number of segments also clears the rows"},
+    Form_Control{"cmb_Examples", "Examples", "A finished design to start from"},
+};
+
+}  // namespace
+
+Input_Head Input_Head_of_Design(const Design_State& design)
+{
+    const auto step = std::ranges::find(Steps, double{design.motion.Deltatheta});
+    Input_Head head;
+    head.txt_Segmts = std::to_string(design.motion.No_of_segments);
+    head.txt_Omega = Omega_Text(design);
+    if (step != Steps.end())
+        head.cmb_Delta = Step_Texts(design).at(static_cast<std::size_t>(step - Steps.begin()));
+    head.txt_ShiftAng = Shown(design, design.cam.Shift_Angle);
+    return head;
+}
+
+std::span<const Form_Field<Input_Head>> Fields_of_Input()
+{
+    return fields;
+}
+
+std::span<const Form_Control> Controls_of_Input()
+{
+    return controls;
 }
 
 void Choose_Follower_Motion_on_Input(Design_State& design, bool translating)

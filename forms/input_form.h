@@ -3,12 +3,13 @@
 /// and copy, which questions and advice appear. Rows are counted from 0, segments from 1.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
-namespace lobemax {
+#include "forms/form_table.h"
 
-struct Design_State;
+namespace lobemax {
 
 /// What of a row is open. A rise or fall waits for its program before its positions; a dwell has one position; a
 /// polynomial or a spline has its program with its kind.
@@ -73,6 +74,21 @@ std::string Omega_Text(const Design_State& design);
 
 /// The start angle in degrees.
 void Enter_Start_Angle(Design_State& design, std::string_view text);
+
+/// What the fields of the head hold, as typed.
+struct Input_Head {
+    std::string txt_Segmts;
+    std::string txt_Omega;     // rpm
+    std::string cmb_Delta;     // degrees
+    std::string txt_ShiftAng;  // degrees
+    bool clear_rows = false;   // chk_ClearOnOpen
+};
+/// What the head shows of a design; a step that the list does not have shows as nothing.
+Input_Head Input_Head_of_Design(const Design_State& design);
+
+/// The fields of the head, line by line, and its other captioned controls.
+std::span<const Form_Field<Input_Head>> Fields_of_Input();
+std::span<const Form_Control> Controls_of_Input();
 
 /// Chooses the follower's motion; with advice unless an example or a file stands behind the table.
 void Choose_Follower_Motion_on_Input(Design_State& design, bool translating);

@@ -26,7 +26,7 @@ void Tell(const Verdict& verdict)
 }
 
 /// Puts a value through the door; a refused one is told, and its box shows another text.
-Size_Entry Enter(Design_State& design, std::string_view field, double value, std::string_view text,
+Form_Entry Enter(Design_State& design, std::string_view field, double value, std::string_view text,
                  const std::string& instead)
 {
     const Verdict verdict = Put(design, field, value);
@@ -99,7 +99,100 @@ bool Read_Arm(Design_State& design, Size_Form& form, bool autocalc)
     return true;
 }
 
+/// Stores a moved pivot.
+template <auto store>
+Form_Entry Enter_Pivot(Design_State& design, Size_Form& form, std::string_view typed)
+{
+    store(design, typed);
+    Apply(design, Event::edited);
+    Form_Entry arm = Enter_Arm_Radius(design, form.txt_ArmRadius);
+    form.txt_ArmRadius = arm.text;
+    return {arm.accepted, std::string(typed)};
+}
+
+constexpr std::array fields{
+    Form_Field<Size_Form>{{"txt_Prime", "", "Smallest radius to roller center", Form_Unit::length},
+                          &Size_Form::txt_Prime,
+                          Alone<Enter_Prime>},
+    Form_Field<Size_Form>{{"txt_follower", "Roller Radius", "Roller radius (not diameter)", Form_Unit::length},
+                          &Size_Form::txt_follower,
+                          Alone<Enter_Roller>},
+    Form_Field<Size_Form>{{"txt_Cutter", "Cutter Radius", "Cutter radius for cutter compensation", Form_Unit::length},
+                          &Size_Form::txt_Cutter,
+                          Alone<Enter_Cutter>},
+    Form_Field<Size_Form>{{"txt_Offset", "Offset", "Eccentricity of follower axis from cam center", Form_Unit::length},
+                          &Size_Form::txt_Offset,
+                          Alone<Enter_Offset>},
+    Form_Field<Size_Form>{
+        {"txt_folwrangle", "Follower Angle", "Angle of translating follower motion versus x axis", Form_Unit::degrees},
+        &Size_Form::txt_folwrangle,
+        Alone<Enter_Follower_Angle>},
+    Form_Field<Size_Form>{{"txt_CLx", "Pivot x", "x distance from cam center to arm pivot", Form_Unit::length},
+                          &Size_Form::txt_CLx,
+                          Enter_Pivot<Enter_ArmX>},
+    Form_Field<Size_Form>{{"txt_CLy", "Pivot y", "y distance from cam center to arm pivot", Form_Unit::length},
+                          &Size_Form::txt_CLy,
+                          Enter_Pivot<Enter_ArmY>},
+    Form_Field<Size_Form>{{"txt_ArmRadius", "Arm Radius", "Radius from arm pivot to roller center", Form_Unit::length},
+                          &Size_Form::txt_ArmRadius,
+                          Alone<Enter_Arm_Radius>},
+    Form_Field<Size_Form>{{"txt_ShiftAng", "Starting Angle", Start_Angle_Text, Form_Unit::degrees},
+                          &Size_Form::txt_ShiftAng,
+                          Alone<Enter_Shift_Angle>},
+};
+
+constexpr std::string_view track_tip = "Must calculate and export each track surface of cam separately";
+
+constexpr std::array controls{
+    Form_Control{"frm_SizeCam", "Size the cam"},
+    Form_Control{"fra_CamType", "Cam type"},
+    Form_Control{"opt_CamType(0)", "Radial", "Follower moves radially"},
+    Form_Control{"opt_CamType(1)", "Axial-Groove", "Follower moves axially"},
+    Form_Control{"opt_CamType(2)", "Linear", "Cam moves past follower"},
+    Form_Control{"opt_CamType(3)", "Axial-Ribbed", "Follower moves axially"},
+    Form_Control{"fra_Folmotion", "Follower motion"},
+    Form_Control{"opt_Folmotion(0)", "Translating"},
+    Form_Control{"opt_Folmotion(1)", "Oscillating"},
+    Form_Control{"fra_Foltype", "Follower type"},
+    Form_Control{"opt_Foltype(0)", "Roller"},
+    Form_Control{"opt_Foltype(1)", "Flat"},
+    Form_Control{"fra_Rotate", "Cam Rotation"},
+    Form_Control{"opt_Rotate(0)", "Ccw"},
+    Form_Control{"opt_Rotate(1)", "Cw"},
+    Form_Control{"pnl_ArmRotate", "Arm Rotation"},
+    Form_Control{"opt_ArmRotate(0)", "Ccw"},
+    Form_Control{"opt_ArmRotate(1)", "Cw"},
+    Form_Control{"fra_topbot", "Cam Surface"},
+    Form_Control{"opt_topbot(0)", "Inner", track_tip},
+    Form_Control{"opt_topbot(1)", "Outer", track_tip},
+    Form_Control{"lbl_CL", "Center Distance", "From cam center to arm pivot", Form_Unit::length},
+    Form_Control{"cmb_keyway", "Keyway", "Where the keyway points"},
+    Form_Control{"lbl_Pamin", "Min Phi"},
+    Form_Control{"lbl_Pamax", "Max Phi"},
+    Form_Control{"lbl_Rhomin", "Min Rho +"},
+    Form_Control{"lbl_Rhomax", "Min Rho -"},
+    Form_Control{"cmd_Cancel", "< &Back"},
+    Form_Control{"chk_Autocalc", "&Autocalc", "Will calculate when any change is made"},
+    Form_Control{"cmd_ShowCam", "Show &Cam"},
+    Form_Control{"cmd_ShowData", "Show &Data"},
+    Form_Control{"cmd_ShowBoth", "Show B&oth", "The cam beside its curves"},
+    Form_Control{"cmd_Copy", "Cop&y"},
+    Form_Control{"cmd_PrintForm", "&Print"},
+    Form_Control{"cmd_Calc", "Ca&lculate"},
+    Form_Control{"cmd_Done", "&Next >"},
+};
+
 }  // namespace
+
+std::span<const Form_Field<Size_Form>> Fields_of_Size()
+{
+    return fields;
+}
+
+std::span<const Form_Control> Controls_of_Size()
+{
+    return controls;
+}
 
 Cam_Choice Present_Cam_Choice(const Design_State& design)
 {
@@ -131,7 +224,7 @@ Size_Form Size_Form_of_Design(const Design_State& design)
             c.Keyway_Text};
 }
 
-Size_Entry Enter_Prime(Design_State& design, std::string_view text)
+Form_Entry Enter_Prime(Design_State& design, std::string_view text)
 {
     const Single typed = Val(design, text);
     // The length of a linear cam as it was shown gives its radius back unchanged.
@@ -140,29 +233,29 @@ Size_Entry Enter_Prime(Design_State& design, std::string_view text)
     return Enter(design, "Prime_Rad", Linear(design) ? typed / PI2 : double{typed}, text, "1");
 }
 
-Size_Entry Enter_Roller(Design_State& design, std::string_view text)
+Form_Entry Enter_Roller(Design_State& design, std::string_view text)
 {
     return Enter(design, "Follow_Rad", Val(design, text), text, "");
 }
 
-Size_Entry Enter_Cutter(Design_State& design, std::string_view text)
+Form_Entry Enter_Cutter(Design_State& design, std::string_view text)
 {
-    Size_Entry entry = Enter(design, "Cutter Radius", Val(design, text), text, "");
+    Form_Entry entry = Enter(design, "Cutter Radius", Val(design, text), text, "");
     entry.takes_focus = !entry.accepted;
     return entry;
 }
 
-Size_Entry Enter_Offset(Design_State& design, std::string_view text)
+Form_Entry Enter_Offset(Design_State& design, std::string_view text)
 {
     return Enter(design, "Offset", Val(design, text), text, "0");
 }
 
-Size_Entry Enter_Follower_Angle(Design_State& design, std::string_view text)
+Form_Entry Enter_Follower_Angle(Design_State& design, std::string_view text)
 {
     return Enter(design, "Follower_Angle", Val(design, text), text, "0");
 }
 
-Size_Entry Enter_Arm_Radius(Design_State& design, std::string_view text)
+Form_Entry Enter_Arm_Radius(Design_State& design, std::string_view text)
 {
     const Single value = Val(design, text);
     std::string shown = Shown(design, design.cam.ArmRad);
@@ -171,7 +264,7 @@ Size_Entry Enter_Arm_Radius(Design_State& design, std::string_view text)
     return Enter(design, "ArmRad", value, text, shown);
 }
 
-Size_Entry Enter_Shift_Angle(Design_State& design, std::string_view text)
+Form_Entry Enter_Shift_Angle(Design_State& design, std::string_view text)
 {
     return Enter(design, "Shift_Angle", Val(design, text), text, Shown(design, design.cam.Shift_Angle));
 }
@@ -310,8 +403,7 @@ Size_Texts Texts_of_Size(const Design_State& design)
 
 std::string Start_Angle_Help()
 {
-    return "'Starting Angle' allows you to input the timing-diagram-angle at which \n"
-           "you choose to start the displacement diagram (i.e., cam zero) with respect to machine zero.";
+    return std::string(Start_Angle_Text);
 }
 
 std::string Linear_Help()

@@ -3,12 +3,13 @@
 /// screen, and the calculation behind its button.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
-namespace lobemax {
+#include "forms/form_table.h"
 
-struct Design_State;
+namespace lobemax {
 
 /// The kinds of cam in the order of opt_CamType.
 enum class Cam_Choice { Radial, Axial_Groove, Linear, Axial_Ribbed };
@@ -37,23 +38,21 @@ struct Size_Form {
 /// What the screen opens with: every number by its shortest text, so that reading it back gives the same.
 Size_Form Size_Form_of_Design(const Design_State& design);
 
-/// What became of an entry: whether its value was stored, and what the field shows now.
-struct Size_Entry {
-    bool accepted;
-    std::string text;
-    bool takes_focus = false;
-};
-
 /// The entries, each checked and stored. A refused one shows its message and the new text; what was stored stays.
-Size_Entry Enter_Prime(Design_State& design, std::string_view text);
-Size_Entry Enter_Roller(Design_State& design, std::string_view text);
-Size_Entry Enter_Cutter(Design_State& design, std::string_view text);
-Size_Entry Enter_Offset(Design_State& design, std::string_view text);
-Size_Entry Enter_Follower_Angle(Design_State& design, std::string_view text);
-Size_Entry Enter_Arm_Radius(Design_State& design, std::string_view text);
-Size_Entry Enter_Shift_Angle(Design_State& design, std::string_view text);
+Form_Entry Enter_Prime(Design_State& design, std::string_view text);
+Form_Entry Enter_Roller(Design_State& design, std::string_view text);
+Form_Entry Enter_Cutter(Design_State& design, std::string_view text);
+Form_Entry Enter_Offset(Design_State& design, std::string_view text);
+Form_Entry Enter_Follower_Angle(Design_State& design, std::string_view text);
+Form_Entry Enter_Arm_Radius(Design_State& design, std::string_view text);
+Form_Entry Enter_Shift_Angle(Design_State& design, std::string_view text);
 void Enter_ArmX(Design_State& design, std::string_view text);  // the arm's radius is checked next, by Enter_Arm_Radius
 void Enter_ArmY(Design_State& design, std::string_view text);
+
+/// The fields and all other captioned controls of the screen, each in the order of the layout. A moved pivot tests the
+/// arm against the cam as if its radius had been typed.
+std::span<const Form_Field<Size_Form>> Fields_of_Size();
+std::span<const Form_Control> Controls_of_Size();
 
 /// A number stepped by the arrow keys or the wheel: by one in its second figure, from 0 by 1. In the number format in
 /// force. @throws Fault{6} beyond what a field holds
@@ -116,6 +115,9 @@ struct Size_Texts {
 Size_Texts Texts_of_Size(const Design_State& design);
 
 /// Help texts of the screen, lines separated by '\n'.
+inline constexpr std::string_view Start_Angle_Text =
+    "'Starting Angle' allows you to input the timing-diagram-angle at which \n"
+    "you choose to start the displacement diagram (i.e., cam zero) with respect to machine zero.";
 std::string Start_Angle_Help();
 std::string Linear_Help();
 std::string Barrel_Help();

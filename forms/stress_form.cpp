@@ -52,7 +52,68 @@ void Store(Design_State& design, const Stress_Values& values, bool crowned)
     d.Crown_radius = values.crown;
 }
 
+/// The rule of a field in the form's table.
+template <Stress_Field field>
+Form_Entry Edit(Design_State& design, Stress_Form&, std::string_view typed)
+{
+    return Edit_Stress_Field(design, field, typed);
+}
+
+constexpr std::array fields{
+    Form_Field<Stress_Form>{{"txt_Cam_E", "Young's Modulus", "Young's Modulus", Form_Unit::stress},
+                            &Stress_Form::txt_Cam_E,
+                            Edit<Stress_Field::Cam_E>},
+    Form_Field<Stress_Form>{
+        {"txt_Cam_V", "Poisson's ratio", "Poisson's ratio"}, &Stress_Form::txt_Cam_V, Edit<Stress_Field::Cam_V>},
+    Form_Field<Stress_Form>{{"txt_Fol_E", "Young's Modulus", "Young's Modulus", Form_Unit::stress},
+                            &Stress_Form::txt_Fol_E,
+                            Edit<Stress_Field::Fol_E>},
+    Form_Field<Stress_Form>{
+        {"txt_Fol_v", "Poisson's ratio", "Poisson's ratio"}, &Stress_Form::txt_Fol_v, Edit<Stress_Field::Fol_v>},
+    Form_Field<Stress_Form>{{"txt_Length", "Contact Length", "Contact Length", Form_Unit::length},
+                            &Stress_Form::txt_Length,
+                            Edit<Stress_Field::Length>},
+    Form_Field<Stress_Form>{{"txt_Crownrad", "Crown Radius", "Crown Radius", Form_Unit::length},
+                            &Stress_Form::txt_Crownrad,
+                            Edit<Stress_Field::Crownrad>},
+    Form_Field<Stress_Form>{
+        {"txt_Weight", "Follower Weight Force on Cam", "Follower Weight Force on Cam", Form_Unit::force},
+        &Stress_Form::txt_Weight,
+        Edit<Stress_Field::Weight>},
+};
+
+constexpr std::array controls{
+    Form_Control{"frm_Stress", "Contact stress"},
+    Form_Control{"fra_Cam", "Cam Material Parameters"},
+    Form_Control{"opt_Cam(0)", "Steel"},
+    Form_Control{"opt_Cam(1)", "Other"},
+    Form_Control{"fra_Follower", "Follower Material Parameters"},
+    Form_Control{"opt_Follower(0)", "Steel"},
+    Form_Control{"opt_Follower(1)", "Other"},
+    Form_Control{"fra_Configuration", "Follower Configuration"},
+    Form_Control{"lbl_chosen", "You have chosen a "},
+    Form_Control{"lbl_kind", "follower."},
+    Form_Control{"opt_Fol_type(0)", "Cylindrical"},
+    Form_Control{"opt_Fol_type(1)", "Crowned"},
+    Form_Control{"chk_Extforce", " Include dynamic external force  "},
+    Form_Control{"cmd_Cancel", "< &Back"},
+    Form_Control{"cmd_Print", "&Print Form"},
+    Form_Control{"cmd_Help", "&Help"},
+    Form_Control{"cmd_Calc", "&Calculate"},
+    Form_Control{"cmd_Done", "&Next >"},
+};
+
 }  // namespace
+
+std::span<const Form_Field<Stress_Form>> Fields_of_Stress()
+{
+    return fields;
+}
+
+std::span<const Form_Control> Controls_of_Stress()
+{
+    return controls;
+}
 
 Stress_Form Opening_Stress_Form(const Design_State& design)
 {
@@ -77,9 +138,7 @@ Stress_Form Opening_Stress_Form(const Design_State& design)
 
 Stress_Labels Labels_of_Stress(const Design_State& design, bool chosen, bool crowned)
 {
-    const Unit_Words& units = Words_of_Units(design.identity.WhichUnit);
-    Stress_Labels labels{"Roller", "Please specify type.", true,         !crowned,
-                         crowned,  units.stress,           units.length, units.force};
+    Stress_Labels labels{"Roller", "Please specify type.", true, !crowned, crowned};
     if (design.cam.Followtype == 2) {
         labels.lbl_follower = "Flat-Faced";
         labels.lbl_foltype = "Contact length is the smaller of cam face width or roller length.";
@@ -104,7 +163,7 @@ std::string Steel_Ratio(const Design_State& design)
     return Shown(design, Ratio_of_Steel);
 }
 
-Stress_Entry Edit_Stress_Field(Design_State& design, Stress_Field field, std::string_view text)
+Form_Entry Edit_Stress_Field(Design_State& design, Stress_Field field, std::string_view text)
 {
     struct Place {
         std::string_view field;

@@ -3,12 +3,13 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <string>
 #include <string_view>
 
-namespace lobemax {
+#include "forms/form_table.h"
 
-struct Design_State;
+namespace lobemax {
 
 /// What the fields of the stress screen hold, as typed.
 struct Stress_Form {
@@ -37,9 +38,6 @@ struct Stress_Labels {
     bool roller_options;  // opt_Fol_type, the crown label and field are shown
     bool length_enabled;
     bool crown_enabled;
-    std::string modulus_unit;
-    std::string length_unit;
-    std::string force_unit;
 };
 /// @param chosen  whether a type of roller was chosen on the open screen
 Stress_Labels Labels_of_Stress(const Design_State& design, bool chosen, bool crowned);
@@ -53,12 +51,12 @@ std::string Steel_Ratio(const Design_State& design);
 enum class Stress_Field { Cam_E, Cam_V, Fol_E, Fol_v, Length, Crownrad, Weight };
 
 /// Validates an edited field and, when accepted, stores it; any weight is accepted.
-struct Stress_Entry {
-    bool accepted;
-    std::string text;  // what the field then shows
-};
 /// @throws Fault{6} when the number is too large to be stored; the design is then as it was
-Stress_Entry Edit_Stress_Field(Design_State& design, Stress_Field field, std::string_view text);
+Form_Entry Edit_Stress_Field(Design_State& design, Stress_Field field, std::string_view text);
+
+/// The fields, in the order of Stress_Field, and all other captioned controls of the screen.
+std::span<const Form_Field<Stress_Form>> Fields_of_Stress();
+std::span<const Form_Control> Controls_of_Stress();
 
 /// Stores and validates all fields, under its trap: after a number too large to be stored none is.
 ///

@@ -167,6 +167,15 @@ bool Is_Offered(const Design_State& design, int choice)
     return false;
 }
 
+std::string Note_on_Transform(const Design_State& design)
+{
+    if (design.flags.FFT_Done || !design.flags.Calculated || !design.flags.File_Loaded)
+        return {};
+    const auto harmonics = design.results.CalcData.Points(var::FFT_Mag);
+    const bool any = std::any_of(harmonics.begin(), harmonics.end(), [](Single value) { return value != 0.0; });
+    return any ? std::string(Transform_not_Kept) : std::string();
+}
+
 std::string Why_Not_Together(int plot_style, std::span<const int> variables)
 {
     const auto harmonics = std::count_if(variables.begin(), variables.end(), Is_Fourier);

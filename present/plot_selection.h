@@ -46,6 +46,12 @@ std::optional<int> Variable_Picked(const Design_State& design, std::span<const i
 /// Whether a variable or closed curve is offered for a plot at this rung of the ladder: by a list, or by a preset.
 bool Is_Offered(const Design_State& design, int choice);
 
+/// That no model file keeps a transform: its rows are in the file, but neither their variable nor their count.
+inline constexpr std::string_view Transform_not_Kept =
+    "A model file keeps no Fourier transform to plot. The FFT screen makes one, and the command fft prints one.";
+/// That sentence where the rows hold harmonics of a file and no transform stands behind them; else empty.
+std::string Note_on_Transform(const Design_State& design);
+
 /// Why functions cannot share the windows of a style, as the user is told; empty where they can. Harmonics and cam
 /// angles are no one abscissa, and harmonics have no place in a polar plot.
 std::string Why_Not_Together(int plot_style, std::span<const int> variables);

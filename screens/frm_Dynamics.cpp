@@ -11,9 +11,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <array>
-#include <stdexcept>
 
 #include "core/messages.h"
 #include "core/text.h"
@@ -22,6 +20,7 @@
 #include "paint/plot_charts.h"
 #include "paint/print.h"
 #include "screens/desk.h"
+#include "screens/form_rows.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
 
@@ -29,14 +28,9 @@ namespace lobemax::screens {
 
 namespace {
 
-/// Caption and tip of a control; a name that has none is a mistake of this file.
-const Dynamics_Control& Words_of(const QString& name)
+const Form_Control& Words_of(const QString& name)
 {
-    const auto controls = Dynamics_Controls();
-    const auto found = std::ranges::find(controls, From_Qt(name), &Dynamics_Control::name);
-    if (found == controls.end())
-        throw std::out_of_range("frm_Dynamics has no control " + From_Qt(name));
-    return *found;
+    return Control_of(Controls_of_Dynamics(), From_Qt(name));
 }
 
 QString Caption(const QString& name)
@@ -44,48 +38,9 @@ QString Caption(const QString& name)
     return To_Qt(Words_of(name).caption);
 }
 
-QString Tip(const QString& name)
-{
-    return To_Qt(Words_of(name).tip);
-}
-
-QGroupBox* Frame(const char* name)
-{
-    auto* const frame = new QGroupBox(Caption(QString::fromUtf8(name)));
-    frame->setObjectName(QString::fromUtf8(name));
-    return frame;
-}
-
-/// A field of the screen: its control, how it is checked, and where its text stands in the form.
-struct Field {
-    const char* name;
-    Dynamics_Field field;
-    std::string Dynamics_Form::*text;
-};
-
-constexpr std::array fields{
-    Field{"txt_Mass", Dynamics_Field::Mass, &Dynamics_Form::txt_Mass},
-    Field{"txt_Spring", Dynamics_Field::Spring, &Dynamics_Form::txt_Spring},
-    Field{"txt_Preload", Dynamics_Field::Preload, &Dynamics_Form::txt_Preload},
-    Field{"txt_Zeta", Dynamics_Field::Zeta, &Dynamics_Form::txt_Zeta},
-    Field{"txt_Damping", Dynamics_Field::Damping, &Dynamics_Form::txt_Damping},
-    Field{"txt_Journal", Dynamics_Field::Journal, &Dynamics_Form::txt_Journal},
-    Field{"txt_Folfrict", Dynamics_Field::Folfrict, &Dynamics_Form::txt_Folfrict},
-    Field{"txt_Jnlfrict", Dynamics_Field::Jnlfrict, &Dynamics_Form::txt_Jnlfrict},
-    Field{"txt_Fluct", Dynamics_Field::Fluct, &Dynamics_Form::txt_Fluct},
-};
-
-/// The labels of the figures, and where their texts come from.
-struct Figure {
-    const char* name;
-    std::string Dynamics_Texts::*text;
-};
-
-constexpr std::array figures{
-    Figure{"lbl_Fmax", &Dynamics_Texts::lbl_Fmax},     Figure{"lbl_Fmin", &Dynamics_Texts::lbl_Fmin},
-    Figure{"lbl_Tmax", &Dynamics_Texts::lbl_Tmax},     Figure{"lbl_OmegaN", &Dynamics_Texts::lbl_OmegaN},
-    Figure{"lbl_OmegaD", &Dynamics_Texts::lbl_OmegaD}, Figure{"lbl_Cc", &Dynamics_Texts::lbl_Cc},
-};
+/// The fields and read-outs that belong to a spring.
+constexpr std::array spring_lines{"txt_Spring", "txt_Preload", "txt_Zeta", "txt_Damping",
+                                  "lbl_OmegaN", "lbl_OmegaD",  "lbl_Cc"};
 
 constexpr int widest_pulse_line = 46;  // characters: the dashes
 
@@ -114,18 +69,17 @@ QLayout* frm_Dynamics::Inputs()
 {
     auto* const column = new QVBoxLayout;
     const auto option = [](const char* name, int index, std::function<void()> chosen) {
-        const QString element = Element(name, index);
-        return Option(element, Caption(element), std::move(chosen), Tip(element));
+        return Make_Option(Words_of(Element(name, index)), std::move(chosen));
     };
     const auto frame = [column](const char* name, std::initializer_list<QWidget*> widgets) {
-        QGroupBox* const box = Frame(name);
+        QGroupBox* const box = Make_Frame(Words_of(QString::fromUtf8(name)));
         auto* const line = new QHBoxLayout(box);
         for (QWidget* const widget : widgets)
             line->addWidget(widget);
         column->addWidget(box);
     };
     const auto check = [column](const QString& name, std::function<void(bool)> ticked) {
-        column->addWidget(Check(name, Caption(name), std::move(ticked), Tip(name)));
+        column->addWidget(Make_Check(Words_of(name), std::move(ticked)));
     };
     const auto closure = [this] {
         Refresh();  // the spring's fields come or go before anything is told of it
@@ -154,15 +108,13 @@ QLayout* frm_Dynamics::Inputs()
 QLayout* frm_Dynamics::Entries()
 {
     auto* const grid = new QGridLayout;
-    int line = 0;
-    for (const Field& f : fields) {
-        const QString name = QString::fromUtf8(f.name);
-        auto* const entry = new Entry(name, Tip(name));
-        entry->accepted = [this, entry, f](const std::string& text) {
+    for (const auto& field : Fields_of_Dynamics()) {
+        Entry* const entry = Make_Entry(field);
+        entry->accepted = [this, field](const std::string& text) {
             if (Dynamics_Entry_Hides_Charts(design))
                 Hide_Charts();
-            const Dynamics_Entry result = Edit_Dynamics_Field(design, f.field, text);
-            entry->Show_Text(result.text);
+            Dynamics_Form form = Form();
+            const Form_Entry result = Enter_Text(*this, Fields_of_Dynamics(), field, form, text);
             if (result.disable_done)
                 Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(false);
             Refresh();
@@ -171,11 +123,7 @@ QLayout* frm_Dynamics::Entries()
             else if (!result.accepted)
                 Show_Stale(true);
         };
-        QLabel* const label = Label(QStringLiteral("lbl_") + name, Caption(name), Tip(name));
-        label->setBuddy(entry);
-        grid->addWidget(label, line, 0);
-        grid->addWidget(entry, line, 1);
-        grid->addWidget(Label(QStringLiteral("unit_") + name), line++, 2);
+        Add_Line(*grid, field, entry);
     }
     return grid;
 }
@@ -183,12 +131,10 @@ QLayout* frm_Dynamics::Entries()
 QLayout* frm_Dynamics::Figures_Grid()
 {
     auto* const grid = new QGridLayout;
-    int line = 0;
-    for (const Figure& f : figures) {
-        const QString name = QString::fromUtf8(f.name);
-        grid->addWidget(Label(QStringLiteral("cap_") + name, Caption(name)), line, 0);
-        grid->addWidget(Label(name), line, 1, Qt::AlignRight);
-        grid->addWidget(Label(QStringLiteral("unit_") + name), line++, 2);
+    for (const auto& read_out : Read_Outs_of_Dynamics()) {
+        QLabel* const value = Label(To_Qt(read_out.name));
+        value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        Add_Line(*grid, read_out, value);
     }
     return grid;
 }
@@ -212,7 +158,7 @@ QWidget* frm_Dynamics::Pulses()
 {
     pulses_ = new QPlainTextEdit;
     pulses_->setObjectName(QStringLiteral("pct_Pict1"));
-    pulses_->setToolTip(Tip(pulses_->objectName()));
+    pulses_->setToolTip(To_Qt(Words_of(pulses_->objectName()).tip));
     pulses_->setReadOnly(true);
     pulses_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     pulses_->setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -226,8 +172,7 @@ QLayout* frm_Dynamics::Buttons_Row()
 {
     auto* const row = new QHBoxLayout;
     const auto add = [row](const char* name, std::function<void()> pressed) {
-        const QString button = QString::fromUtf8(name);
-        row->addWidget(Button(button, Caption(button), std::move(pressed), Tip(button)));
+        row->addWidget(Make_Button(Words_of(QString::fromUtf8(name)), std::move(pressed)));
     };
     add("cmd_Cancel", [this] { reject(); });
     row->addStretch();
@@ -244,8 +189,7 @@ QLayout* frm_Dynamics::Buttons_Row()
 void frm_Dynamics::Fill()
 {
     const Dynamics_Form form = Opening_Dynamics_Form(design);
-    for (const Field& f : fields)
-        Control<Entry>(QString::fromUtf8(f.name)).Show_Text(form.*f.text);
+    Show_Texts(*this, Fields_of_Dynamics(), form);
     Control<QRadioButton>(Element("opt_Closure", form.force_closed ? 0 : 1)).setChecked(true);
     Control<QRadioButton>(Element("opt_Torque", form.start_fresh ? 0 : 1)).setChecked(true);
     design.dynamics.Ext_Force_Add = form.add_external;  // without a force there is nothing to add
@@ -256,44 +200,24 @@ void frm_Dynamics::Fill()
 void frm_Dynamics::Refresh()
 {
     const bool force_closed = Control<QRadioButton>(Element("opt_Closure", 0)).isChecked();
-    const Dynamics_Labels labels =
-        Labels_of_Dynamics(design, force_closed, Control<Entry>(QStringLiteral("txt_Spring")).Text());
-    const auto unit = [this](const char* name, const std::string& text) {
-        Control<QLabel>(QStringLiteral("unit_") + QString::fromUtf8(name)).setText(To_Qt(text));
-    };
-    unit("txt_Mass", labels.mass);
-    unit("txt_Spring", labels.spring);
-    unit("txt_Preload", labels.force);
-    unit("txt_Damping", labels.damping);
-    unit("txt_Journal", labels.length);
-    unit("lbl_Fmax", labels.force);
-    unit("lbl_Fmin", labels.force);
-    unit("lbl_Tmax", labels.torque);
-    unit("lbl_OmegaN", "rad/s");
-    unit("lbl_OmegaD", "rad/s");
-    unit("lbl_Cc", labels.damping);
-    Control<QRadioButton>(Element("opt_Closure", 1)).setEnabled(labels.form_closure_enabled);
-    for (const char* const name : {"txt_Spring", "txt_Preload", "txt_Zeta", "txt_Damping"}) {
-        const QString field = QString::fromUtf8(name);
-        Control<Entry>(field).setVisible(labels.spring_frames);
-        Control<QLabel>(QStringLiteral("lbl_") + field).setVisible(labels.spring_frames);
-        Control<QLabel>(QStringLiteral("unit_") + field).setVisible(labels.spring_frames);
-    }
-    for (const char* const name : {"lbl_OmegaN", "lbl_OmegaD", "lbl_Cc"})
-        for (const char* const prefix : {"", "cap_", "unit_"})
-            Control<QLabel>(QString::fromUtf8(prefix) + QString::fromUtf8(name)).setVisible(labels.spring_frames);
-    Control<Entry>(QStringLiteral("txt_Damping")).setEnabled(labels.damping_enabled);
-    Control<Entry>(QStringLiteral("txt_Zeta")).setEnabled(!labels.damping_enabled);
-    Control<QCheckBox>(QStringLiteral("chk_Extforce")).setEnabled(labels.external_enabled);
-    Control<QCheckBox>(QStringLiteral("chk_compcam")).setEnabled(labels.compcam_enabled);
+    const Dynamics_Openings open =
+        Openings_of_Dynamics(design, force_closed, Control<Entry>(QStringLiteral("txt_Spring")).Text());
+    Show_Units(*this, Fields_of_Dynamics());
+    Show_Units(*this, Read_Outs_of_Dynamics());
+    Control<QRadioButton>(Element("opt_Closure", 1)).setEnabled(open.form_closure_enabled);
+    for (const char* const name : spring_lines)
+        Show_Line(*this, name, open.spring_frames);
+    Control<Entry>(QStringLiteral("txt_Damping")).setEnabled(open.damping_enabled);
+    Control<Entry>(QStringLiteral("txt_Zeta")).setEnabled(!open.damping_enabled);
+    Control<QCheckBox>(QStringLiteral("chk_Extforce")).setEnabled(open.external_enabled);
+    Control<QCheckBox>(QStringLiteral("chk_compcam")).setEnabled(open.compcam_enabled);
     status_->Refresh();
 }
 
 Dynamics_Form frm_Dynamics::Form() const
 {
     Dynamics_Form form;
-    for (const Field& f : fields)
-        form.*f.text = Control<Entry>(QString::fromUtf8(f.name)).Text();
+    Read_Texts(*this, Fields_of_Dynamics(), form);
     form.force_closed = Control<QRadioButton>(Element("opt_Closure", 0)).isChecked();
     form.start_fresh = Control<QRadioButton>(Element("opt_Torque", 0)).isChecked();
     form.add_external = Control<QCheckBox>(QStringLiteral("chk_Extforce")).isChecked();
@@ -331,8 +255,8 @@ void frm_Dynamics::Show_Stale(bool stale)
 {
     torque_->Set_Stale(stale);
     force_->Set_Stale(stale);
-    for (const Figure& f : figures)
-        Control<QLabel>(QString::fromUtf8(f.name)).setEnabled(!stale);
+    for (const Form_Control& read_out : Read_Outs_of_Dynamics())
+        Control<QLabel>(To_Qt(read_out.name)).setEnabled(!stale);
     pulses_->setEnabled(!stale);
 }
 
@@ -346,9 +270,9 @@ void frm_Dynamics::Show_Results()
 {
     const Dynamics_Figures found = Present_Figures(design);
     const Dynamics_Texts texts = Texts_of_Dynamics(design, found);
-    for (const Figure& f : figures)
-        if (const std::string& text = texts.*f.text; !text.empty())
-            Control<QLabel>(QString::fromUtf8(f.name)).setText(To_Qt(text));
+    for (const auto& read_out : Read_Outs_of_Dynamics())
+        if (const std::string& text = texts.*read_out.text; !text.empty())  // without a spring: the label keeps its own
+            Control<QLabel>(To_Qt(read_out.name)).setText(To_Qt(text));
     if (!texts.txt_Damping.empty())
         Control<Entry>(QStringLiteral("txt_Damping")).Show_Text(texts.txt_Damping);
     QStringList lines;

@@ -9,136 +9,147 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <array>
 
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/traps.h"
+#include "forms/fft_form.h"
 #include "motion/fourier.h"
 #include "paint/chart.h"
 #include "paint/print.h"
 #include "present/plot_selection.h"
 #include "screens/desk.h"
+#include "screens/form_rows.h"
 
 namespace lobemax::screens {
 
 namespace {
 
-/// A result of the transform: its row in the one-sided table and its caption.
-struct Part {
-    const char* caption;
-    int row;
-};
+const Form_Control& Words_of(const char* name)
+{
+    return Control_of(Controls_of_FFT(), name);
+}
 
-constexpr std::array parts{Part{"Mag", 2}, Part{"Phs", 3}, Part{"Real", 0}, Part{"Img", 1}};
-const QStringList harmonic_counts{QStringLiteral("5"),   QStringLiteral("10"), QStringLiteral("15"),
-                                  QStringLiteral("20"),  QStringLiteral("30"), QStringLiteral("50"),
-                                  QStringLiteral("100"), QStringLiteral("180")};
+QStringList Texts_of(const auto& list)
+{
+    QStringList texts;
+    for (const auto& text : list)
+        texts.append(To_Qt(text));
+    return texts;
+}
 
 }  // namespace
 
 frm_FFT::frm_FFT(QWidget* parent)
-    : Screen(QStringLiteral("frm_FFT"), QStringLiteral("Fourier transform"), parent), variables_(Load_Names(design))
+    : Screen(QStringLiteral("frm_FFT"), To_Qt(Words_of("frm_FFT").caption), parent), variables_(Load_Names(design))
 {
-    QStringList names;
-    for (const int v : variables_)
-        names.append(To_Qt(Trim(design.plot.Var_Name(v))));
-    QComboBox* const variable = Choice(
-        QStringLiteral("cmb_Var1"), names, [this](int) { Transform(); }, QStringLiteral("The variable to transform"));
-    variable->setCurrentIndex(-1);
-    variable->setPlaceholderText(QStringLiteral("Pick a variable"));
-    QComboBox* const harmonics = Choice(
-        QStringLiteral("cmb_Harmonics"), harmonic_counts, [this](int) { Transform(); },
-        QStringLiteral("How many harmonics are shown; a number may be typed"));
-    harmonics->setEditable(true);
-    harmonics->setInsertPolicy(QComboBox::NoInsert);
-    harmonics->setCurrentText(QString::number(design.motion.No_Harmonics));
-    connect(harmonics->lineEdit(), &QLineEdit::editingFinished, this, [this, harmonics] {
-        if (harmonics->currentText() != QString::number(design.motion.No_Harmonics))
-            Transform();
-    });
-    QStringList segments;
-    for (const std::string& entry : Load_SegmentList(design))
-        segments.append(To_Qt(entry));
-    QComboBox* const segment = Choice(QStringLiteral("cmb_Segment"), segments, [this](int) { Transform(); });
-
-    auto* const choices = new QHBoxLayout;
-    const auto captioned = [choices](int stretch, const QString& text, QWidget* field) {
-        auto* const label = new QLabel(text);
-        label->setBuddy(field);
-        auto* const column = new QVBoxLayout;
-        column->addWidget(label);
-        column->addWidget(field);
-        column->addStretch();
-        choices->addLayout(column, stretch);
-    };
-    captioned(1, QStringLiteral("&Variable"), variable);
-    captioned(0, QStringLiteral("No of &Harmonics"), harmonics);
-    captioned(0, QStringLiteral("&Segment for FFT"), segment);
-    choices->addWidget(Button(QStringLiteral("cmd_Clear1"), QStringLiteral("C&lear"), [this] { Clear(); }), 0,
-                       Qt::AlignVCenter);
-    const auto looks = [this](bool) { Draw(); };
-    auto* const grids = new QGroupBox(QStringLiteral("Grid"));
-    auto* const grid_row = new QHBoxLayout(grids);
-    QCheckBox* const horizontal = Check(QStringLiteral("chk_HGrid"), QStringLiteral("Horiz"), looks);
-    QCheckBox* const vertical = Check(QStringLiteral("chk_VGrid"), QStringLiteral("Vertic"), looks);
-    grid_row->addWidget(horizontal);
-    grid_row->addWidget(vertical);
-    auto* const styles = new QGroupBox(QStringLiteral("Style"));
-    auto* const style_row = new QHBoxLayout(styles);
-    QCheckBox* const line = Check(QStringLiteral("chk_Line"), QStringLiteral("Envelope"), looks);
-    QCheckBox* const sticks = Check(QStringLiteral("chk_Sticks"), QStringLiteral("Spectral Lines"), looks);
-    style_row->addWidget(line);
-    style_row->addWidget(sticks);
-    for (QCheckBox* const box : {horizontal, sticks})
-        box->setChecked(true);
-    choices->addWidget(grids);
-    choices->addWidget(styles);
-
+    Body().addLayout(Make_Choices());
     QLabel* const function = Label(QStringLiteral("lbl_Function"));
     QFont bold = function->font();
     bold.setWeight(QFont::DemiBold);
     function->setFont(bold);
+    Body().addWidget(function);
+    Body().addWidget(Make_Charts(), 1);
+    Body().addLayout(Make_Totals());
+    Foot().addLayout(Make_Buttons());
+    Open_at({880, 620});
+}
+
+QLayout* frm_FFT::Make_Choices()
+{
+    auto* const choices = new QHBoxLayout;
+    const auto choice = [this, choices](const char* name, const QStringList& entries, int stretch) {
+        const Form_Control& words = Words_of(name);
+        QComboBox* const list = Choice(
+            To_Qt(words.name), entries, [this](int) { Transform(); }, To_Qt(words.tip));
+        auto* const column = new QVBoxLayout;
+        column->addWidget(Make_Caption(words, list));
+        column->addWidget(list);
+        column->addStretch();
+        choices->addLayout(column, stretch);
+        return list;
+    };
+    std::vector<std::string> names;
+    for (const int v : variables_)
+        names.push_back(Trim(design.plot.Var_Name(v)));
+    QComboBox* const variable = choice("cmb_Var1", Texts_of(names), 1);
+    variable->setCurrentIndex(-1);
+    variable->setPlaceholderText(QStringLiteral("Pick a variable"));
+    QComboBox* const harmonics = choice("cmb_Harmonics", Texts_of(Harmonic_Counts()), 0);
+    harmonics->setEditable(true);
+    harmonics->setInsertPolicy(QComboBox::NoInsert);
+    harmonics->setCurrentText(QString::number(design.motion.No_Harmonics));
+    Entry* const typed = Make_Entry(Words_of("txt_Harmonics"));
+    typed->Show_Text(From_Qt(harmonics->currentText()));
+    typed->accepted = [this](const std::string& text) {
+        if (text != std::to_string(design.motion.No_Harmonics))
+            Transform();
+    };
+    harmonics->setLineEdit(typed);
+    choice("cmb_Segment", Texts_of(Load_SegmentList(design)), 0);
+    choices->addWidget(Make_Button(Words_of("cmd_Clear1"), [this] { Clear(); }), 0, Qt::AlignVCenter);
+    const auto frame = [this, choices](const char* name, std::initializer_list<const char*> boxes) {
+        QGroupBox* const group = Make_Frame(Words_of(name));
+        auto* const row = new QHBoxLayout(group);
+        for (const char* const box : boxes)
+            row->addWidget(Make_Check(Words_of(box), [this](bool) { Draw(); }));
+        choices->addWidget(group);
+        return group;
+    };
+    frame("fra_Grid", {"chk_HGrid", "chk_VGrid"})->findChild<QCheckBox*>(QStringLiteral("chk_HGrid"))->setChecked(true);
+    frame("fra_Style", {"chk_Line", "chk_Sticks"})
+        ->findChild<QCheckBox*>(QStringLiteral("chk_Sticks"))
+        ->setChecked(true);
+    return choices;
+}
+
+QWidget* frm_FFT::Make_Charts()
+{
     auto* const plots = new QWidget;
     plots->setObjectName(QStringLiteral("grf_Plot"));
-    auto* const plot_grid = new QGridLayout(plots);
-    plot_grid->setContentsMargins(0, 0, 0, 0);
-    for (std::size_t k = 0; k < parts.size(); ++k) {
-        auto* const chart = new paint::Chart(design, Element("grf_Plot", static_cast<int>(k)));
-        chart->Set_Axis_Titles(QStringLiteral("Harmonic Number"), QString::fromUtf8(parts[k].caption));
-        plot_grid->addWidget(chart, static_cast<int>(k) / 2, static_cast<int>(k) % 2);
+    auto* const grid = new QGridLayout(plots);
+    grid->setContentsMargins(0, 0, 0, 0);
+    for (const FFT_Part& part : Parts_of_FFT()) {
+        const int k = static_cast<int>(charts_.size());
+        auto* const chart = new paint::Chart(design, Element("grf_Plot", k));
+        chart->Set_Axis_Titles(QStringLiteral("Harmonic Number"), To_Qt(part.caption));
+        grid->addWidget(chart, k / 2, k % 2);
         charts_.append(chart);
     }
-    auto* const totals = new QHBoxLayout;
-    totals->addWidget(new QLabel(QStringLiteral("Harmonic Power")));
-    totals->addWidget(Label(QStringLiteral("lbl_Power")));
-    totals->addWidget(Label(QStringLiteral("lbl_powerunits")));
-    totals->addSpacing(24);
-    totals->addWidget(new QLabel(QStringLiteral("Harmonic Sum")));
-    totals->addWidget(Label(QStringLiteral("lbl_Sum")));
-    totals->addWidget(Label(QStringLiteral("lbl_sumunits")));
-    totals->addStretch();
+    return plots;
+}
 
+QLayout* frm_FFT::Make_Totals()
+{
+    auto* const totals = new QHBoxLayout;
+    for (const Form_Control& read_out : Read_Outs_of_FFT().subspan(1)) {  // the first stands above the charts
+        QLabel* const value = Label(To_Qt(read_out.name));
+        if (!read_out.caption.empty()) {
+            if (totals->count() > 0)
+                totals->addSpacing(24);
+            totals->addWidget(Make_Caption(read_out, value));
+        }
+        totals->addWidget(value);
+    }
+    totals->addStretch();
+    return totals;
+}
+
+QLayout* frm_FFT::Make_Buttons()
+{
     auto* const buttons = new QHBoxLayout;
-    buttons->addWidget(Button(QStringLiteral("cmd_Cancel"), QStringLiteral("< &Back"), [this] { reject(); }));
+    buttons->addWidget(Make_Button(Words_of("cmd_Cancel"), [this] { reject(); }));
     buttons->addStretch();
     buttons->addWidget(Copy_Button());
-    buttons->addWidget(
-        Button(QStringLiteral("cmd_Print"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
+    buttons->addWidget(Make_Button(Words_of("cmd_Print"), [this] { paint::Print_Form(*this); }));
     buttons->addStretch();
-    QPushButton* const done = Button(QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] {
+    QPushButton* const done = Make_Button(Words_of("cmd_Done"), [this] {
         Finish_FFT(design);
         accept();
     });
     done->setEnabled(false);
     buttons->addWidget(done);
-
-    Body().addLayout(choices);
-    Body().addWidget(function);
-    Body().addWidget(plots, 1);
-    Body().addLayout(totals);
-    Foot().addLayout(buttons);
-    Open_at({880, 620});
+    return buttons;
 }
 
 int frm_FFT::Variable() const
@@ -154,8 +165,7 @@ void frm_FFT::Transform()
     const Filling filling(*this);
     const int variable = Variable();
     auto& harmonics = Control<QComboBox>(QStringLiteral("cmb_Harmonics"));
-    const double typed = std::min(Val(design, From_Qt(harmonics.currentText())), 32767.0);
-    const int count = Set_Harmonics(design, static_cast<int>(std::max(typed, 0.0)));
+    const int count = Enter_Harmonics(design, From_Qt(harmonics.currentText()));
     harmonics.setCurrentText(QString::number(count));
     const int segment =
         Segment_of_Entry(design, From_Qt(Control<QComboBox>(QStringLiteral("cmb_Segment")).currentText()));
@@ -183,8 +193,7 @@ void frm_FFT::Clear()
 
 void frm_FFT::Blank()
 {
-    for (const char* const name : {"lbl_Function", "lbl_Power", "lbl_powerunits", "lbl_Sum", "lbl_sumunits"})
-        Control<QLabel>(QString::fromUtf8(name)).clear();
+    Show_Read_Outs(*this, Read_Outs_of_FFT(), FFT_Texts{});
     for (paint::Chart* const chart : charts_)
         chart->Clear();
 }
@@ -194,11 +203,7 @@ void frm_FFT::Draw()
     const int variable = Variable();
     if (variable == 0 || Shown_Harmonics(design) == 0)
         return;
-    Control<QLabel>(QStringLiteral("lbl_Function")).setText(To_Qt(Fft_Function_Text(design, variable)));
-    Control<QLabel>(QStringLiteral("lbl_Power")).setText(To_Qt(Trim(FNRoundStr(design, Harmonic_Power(design), 4))));
-    Control<QLabel>(QStringLiteral("lbl_powerunits")).setText(To_Qt(Fft_Power_Unit(design, variable)));
-    Control<QLabel>(QStringLiteral("lbl_Sum")).setText(To_Qt(Trim(FNRoundStr(design, Harmonic_Sum(design), 4))));
-    Control<QLabel>(QStringLiteral("lbl_sumunits")).setText(To_Qt(Fft_Sum_Unit(design, variable)));
+    Show_Read_Outs(*this, Read_Outs_of_FFT(), Texts_of_FFT(design, variable));
     const auto on = [this](const char* name) { return Control<QCheckBox>(QString::fromUtf8(name)).isChecked(); };
     const paint::Curve_Style style = paint::Look_of_Boxes(on("chk_Line"), on("chk_Sticks"));
     paint::Point_Ticks ticks;  // on whole harmonics, the last one clear of the border
@@ -206,15 +211,16 @@ void frm_FFT::Draw()
     ticks.tick_every = std::max(Shown_Harmonics(design) / 15, 1);
     ticks.label_every = 2 * ticks.tick_every;
     ticks.margin = 0.5;
-    for (std::size_t k = 0; k < parts.size(); ++k) {
+    qsizetype k = 0;
+    for (const FFT_Part& part : Parts_of_FFT()) {
         paint::Curve curve;
-        curve.name = QString::fromUtf8(parts[k].caption);
+        curve.name = To_Qt(part.caption);
         curve.style = style;
         for (int h = 1; h <= Shown_Harmonics(design); ++h) {
             curve.x.push_back(h);
-            curve.y.push_back(design.results.Fft_Work_A(parts[k].row, h));
+            curve.y.push_back(design.results.Fft_Work_A(part.row, h));
         }
-        paint::Chart& chart = *charts_[static_cast<qsizetype>(k)];
+        paint::Chart& chart = *charts_[k++];
         chart.Set_Ticks(ticks);
         chart.Show({curve});
         chart.Set_Grid(on("chk_HGrid"), on("chk_VGrid"));

@@ -22,6 +22,10 @@ protected:
     void Close_Box() override { reject(); }
 
 private:
+    QLayout* Make_Choices();
+    QWidget* Make_Charts();
+    QLayout* Make_Totals();
+    QLayout* Make_Buttons();
     void Transform();
     void Clear();
     void Blank();

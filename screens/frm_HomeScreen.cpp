@@ -546,9 +546,15 @@ void frm_HomeScreen::Preferences()
 void frm_HomeScreen::Set_Full_Screen(bool full)
 {
     design.run.Full_Screen = full;
+    const QRect normal = normalGeometry();
+    const bool was_full = isMaximized();
     setWindowState(full ? Qt::WindowMaximized : Qt::WindowNoState);
-    if (!full)
-        Fit_to_Desktop(*this);
+    if (full)
+        return;
+    if (was_full && normal.isValid())
+        setGeometry(
+            normal);  // a window manager gives the size back later, and only where nothing was asked of it since
+    Fit_to_Desktop(*this);
 }
 
 void frm_HomeScreen::closeEvent(QCloseEvent* event)

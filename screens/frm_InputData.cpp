@@ -30,6 +30,7 @@
 #include "motion/segments.h"
 #include "paint/print.h"
 #include "screens/desk.h"
+#include "screens/form_rows.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
 
@@ -124,13 +125,9 @@ QColor Row_Colour(bool done, const QPalette& palette)
     return dark ? QColor(130, 165, 255) : QColor(0, 0, 255);
 }
 
-/// Text of the step in force.
-std::string Step_in_Force()
+const Form_Control& Words_of(const QString& name)
 {
-    for (std::size_t k = 0; k < Steps.size(); ++k)
-        if (design.motion.Deltatheta == Steps[k])
-            return Step_Texts(design)[k];
-    return "";
+    return Control_of(Controls_of_Input(), From_Qt(name));
 }
 
 QLabel* Heading(const QString& name, const QString& text = {})
@@ -146,7 +143,7 @@ QLabel* Heading(const QString& name, const QString& text = {})
 }  // namespace
 
 frm_InputData::frm_InputData(Input_Services services, QWidget* parent)
-    : Screen(QStringLiteral("frm_InputData"), QStringLiteral("Input: segments of the cam program"), parent),
+    : Screen(QStringLiteral("frm_InputData"), To_Qt(Words_of(QStringLiteral("frm_InputData")).caption), parent),
       services_(std::move(services))
 {
     Open_Input(design);
@@ -198,47 +195,29 @@ QWidget* frm_InputData::Make_Head()
     row->setContentsMargins(0, 0, 0, 0);
 
     auto* const numbers = new QGridLayout;
-    auto* const segments = new Entry(QStringLiteral("txt_Segmts"), QStringLiteral("1 to 20 segments"));
-    segments->accepted = [this](const std::string& text) {
-        const bool clear = Control<QCheckBox>(QStringLiteral("chk_ClearOnOpen")).isChecked();
-        Trap("txt_Segmts", [&] { Enter_Segment_Count(design, text, clear); });
-        Fill();
-        Refresh();
-    };
-    auto* const omega = new Entry(QStringLiteral("txt_Omega"), QStringLiteral("Camshaft speed"));
-    omega->accepted = [this, omega](const std::string& text) {
-        Trap("txt_Omega", [&] { Enter_Omega(design, text); });
-        omega->Show_Text(Omega_Text(design));
-        Refresh();
-    };
-    auto* const shift = new Entry(QStringLiteral("txt_ShiftAng"), To_Qt(Start_Angle_Help()));
-    shift->accepted = [this](const std::string& text) {
-        Trap("txt_ShiftAng", [&] { Enter_Start_Angle(design, text); });
-        Fill();
-        Refresh();
-    };
-    QComboBox* const delta = Make_Step();
-    const auto captioned = [numbers](int line, int place, const QString& text, QWidget* field) {
-        auto* const label = new QLabel(text);
-        label->setBuddy(field);
-        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        numbers->addWidget(label, line, place);
-        numbers->addWidget(field, line, place + 1);
-        field->setMinimumWidth(64);
-        field->setMaximumWidth(110);
-    };
-    captioned(0, 0, QStringLiteral("Number of se&gments"), segments);
-    captioned(1, 0, QStringLiteral("Cam &Omega (rpm)"), omega);
-    captioned(0, 2, QStringLiteral("Delta &theta (deg)"), delta);
-    captioned(1, 2, QStringLiteral("Starting angle (deg)"), shift);
+    int place = 0;
+    for (const auto& field : Fields_of_Input()) {
+        QWidget* const control = Make_Field(field);
+        control->setMinimumWidth(64);
+        control->setMaximumWidth(110);
+        QLabel* const caption = Make_Caption(field, control);
+        caption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        const int line = place / 2;  // two fields a line
+        const int column = 2 * (place++ % 2);
+        numbers->addWidget(caption, line, column);
+        numbers->addWidget(control, line, column + 1);
+    }
     row->addLayout(numbers);
 
-    const auto framed = [row](const QString& title, std::initializer_list<QWidget*> widgets) {
-        auto* const frame = new QGroupBox(title);
+    const auto framed = [row](const char* name, std::initializer_list<QWidget*> widgets) {
+        QGroupBox* const frame = Make_Frame(Words_of(QString::fromUtf8(name)));
         auto* const column = new QVBoxLayout(frame);
         for (QWidget* const widget : widgets)
             column->addWidget(widget);
         row->addWidget(frame);
+    };
+    const auto option = [](const char* name, int k, std::function<void()> chosen) {
+        return Make_Option(Words_of(Element(name, k)), std::move(chosen));
     };
     const auto follower = [this](bool translating) {
         return [this, translating] {
@@ -248,61 +227,67 @@ QWidget* frm_InputData::Make_Head()
             Refresh();
         };
     };
-    framed(QStringLiteral("Follower"), {Option(Element("opt_Folmotion", 0), QStringLiteral("Translating"),
-                                               follower(true), QStringLiteral("Position data must be in length units")),
-                                        Option(Element("opt_Folmotion", 1), QStringLiteral("Oscillating"),
-                                               follower(false), QStringLiteral("Position data must be in degrees"))});
+    framed("fra_Follower", {option("opt_Folmotion", 0, follower(true)), option("opt_Folmotion", 1, follower(false))});
     const auto function = [this](bool motion) {
         return [this, motion] {
             design.motion.Motion = motion;
             Refresh();
         };
     };
-    framed(QStringLiteral("Function"), {Option(Element("opt_Function", 0), QStringLiteral("Motion"), function(true),
-                                               QStringLiteral("Calculate a cam follower motion")),
-                                        Option(Element("opt_Function", 1), QStringLiteral("Force"), function(false),
-                                               QStringLiteral("Calculate a force function on follower"))});
-    framed(QStringLiteral("Options"), {Check(
-                                           QStringLiteral("chk_Extforce"), QStringLiteral("External Force"),
-                                           [this](bool on) {
-                                               Tick_External_Force(design, on);
-                                               Refresh();
-                                           },
-                                           QStringLiteral("A force on the follower beside spring and inertia")),
-                                       Check(QStringLiteral("chk_ClearOnOpen"), QStringLiteral("Clear"), {},
-                                             QStringLiteral("Changing the number of segments also clears the rows"))});
+    framed("fra_Function", {option("opt_Function", 0, function(true)), option("opt_Function", 1, function(false))});
+    framed("fra_Options", {Make_Check(Words_of(QStringLiteral("chk_Extforce")),
+                                      [this](bool on) {
+                                          Tick_External_Force(design, on);
+                                          Refresh();
+                                      }),
+                           Make_Check(Words_of(QStringLiteral("chk_ClearOnOpen")), {})});
+    const Form_Control& list = Words_of(QStringLiteral("cmb_Examples"));
     auto* const examples = new Table_Choice(
-        QStringLiteral("cmb_Examples"), example_names,
+        To_Qt(list.name), example_names,
         [this](int index) {
             if (services_.build_example && services_.build_example(From_Qt(example_names.at(index))))
                 Example_Picked(design);
             Fill();
             Refresh();
         },
-        QStringLiteral("A finished design to start from"));
-    examples->setPlaceholderText(QStringLiteral("Examples"));
+        To_Qt(list.tip));
+    examples->setPlaceholderText(To_Qt(list.caption));
     examples->setCurrentIndex(-1);
     row->addStretch();
     row->addWidget(examples, 0, Qt::AlignTop);
     return head;
 }
 
-QComboBox* frm_InputData::Make_Step()
+void frm_InputData::Enter(const Form_Field<Input_Head>& field, const std::string& typed)
 {
-    const auto enter = [this](const std::string& text) {
-        if (Is_Filling() || text == Step_in_Force())
-            return;
-        {
-            const Filling filling(*this);  // the message takes the focus from the field
-            Trap("cmb_Delta", [&] { Enter_Step(design, text); });
-        }
-        Fill();
-        Refresh();
+    Input_Head head = Input_Head_of_Design(design);
+    head.clear_rows = Control<QCheckBox>(QStringLiteral("chk_ClearOnOpen")).isChecked();
+    {
+        const Filling filling(*this);  // a message takes the focus from the field
+        Trap(std::string(field.name), [&] { field.enter(design, head, typed); });
+    }
+    Fill();
+    Refresh();
+}
+
+QWidget* frm_InputData::Make_Field(const Form_Field<Input_Head>& field)
+{
+    if (field.text == &Input_Head::cmb_Delta)
+        return Make_Step(field);
+    Entry* const entry = Make_Entry(field);
+    entry->accepted = [this, field](const std::string& text) { Enter(field, text); };
+    return entry;
+}
+
+QComboBox* frm_InputData::Make_Step(const Form_Field<Input_Head>& field)
+{
+    const auto enter = [this, field](const std::string& text) {
+        if (!Is_Filling() && text != Input_Head_of_Design(design).cmb_Delta)
+            Enter(field, text);
     };
     auto* const delta = new Table_Choice(
-        QStringLiteral("cmb_Delta"), Step_Names(),
-        [enter](int index) { enter(Step_Texts(design).at(std::size_t(index))); },
-        QStringLiteral("Step of the cam angle, degrees"));
+        To_Qt(field.name), Step_Names(), [enter](int index) { enter(Step_Texts(design).at(std::size_t(index))); },
+        To_Qt(field.tip));
     delta->setEditable(true);
     delta->setInsertPolicy(QComboBox::NoInsert);
     delta->setCompleter(nullptr);  // a text counts as it is typed
@@ -455,14 +440,14 @@ QWidget* frm_InputData::Make_Foot()
 void frm_InputData::Fill()
 {
     const Filling filling(*this);
-    const Motion_Group& m = design.motion;
-    Control<Entry>(QStringLiteral("txt_Segmts")).Show_Text(std::to_string(m.No_of_segments));
-    Control<Entry>(QStringLiteral("txt_Omega")).Show_Text(Omega_Text(design));
-    Control<Entry>(QStringLiteral("txt_ShiftAng")).Show_Text(Shown(design, design.cam.Shift_Angle));
+    const Input_Head head = Input_Head_of_Design(design);
+    for (const auto& field : Fields_of_Input())
+        if (field.text != &Input_Head::cmb_Delta)
+            Control<Entry>(To_Qt(field.name)).Show_Text(head.*field.text);
     auto& delta = Control<QComboBox>(QStringLiteral("cmb_Delta"));
     delta.clear();
     delta.addItems(Step_Names());
-    delta.setCurrentIndex(delta.findText(To_Qt(Step_in_Force())));
+    delta.setCurrentIndex(delta.findText(To_Qt(head.cmb_Delta)));
     for (int row = 0; row < Max_Segments; ++row)
         Fill_Row(row);
 }

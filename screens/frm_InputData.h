@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include "forms/input_form.h"
 #include "screens/screen.h"
 
 class QComboBox;
@@ -55,7 +56,10 @@ private:
     };
 
     QWidget* Make_Head();
-    QComboBox* Make_Step();
+    QWidget* Make_Field(const Form_Field<Input_Head>& field);
+    QComboBox* Make_Step(const Form_Field<Input_Head>& field);
+    /// Takes an entry of the head through its rule; the whole screen follows.
+    void Enter(const Form_Field<Input_Head>& field, const std::string& typed);
     QWidget* Make_Table();
     QWidget* Make_Foot();
     void Make_Menu();

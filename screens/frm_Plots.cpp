@@ -199,6 +199,10 @@ frm_PlotSelect::frm_PlotSelect(int plot_style, QWidget* parent)
     Body().addWidget(preset_frame);
     Body().addWidget(mix_frame);
     Body().addLayout(range);
+    QLabel* const transform = Label(QStringLiteral("lbl_Transform"), To_Qt(Note_on_Transform(design)));
+    transform->setWordWrap(true);
+    transform->setVisible(!transform->text().isEmpty());
+    Body().addWidget(transform);
     QLabel* const reason = Label(QStringLiteral("lbl_Reason"));
     reason->setWordWrap(true);
     Body().addWidget(reason);

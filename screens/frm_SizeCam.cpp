@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "camgeom/cam_drawing.h"
 #include "camgeom/sizing.h"
@@ -24,6 +25,7 @@
 #include "paint/plot_charts.h"
 #include "paint/print.h"
 #include "screens/desk.h"
+#include "screens/form_rows.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
 
@@ -38,6 +40,11 @@ const QStringList keyways{QStringLiteral("12 O'clock"), QStringLiteral("3 O'cloc
 bool axial_message_wanted = true;
 bool linear_help_wanted = true;
 
+const Form_Control& Words_of(const QString& name)
+{
+    return Control_of(Controls_of_Size(), From_Qt(name));
+}
+
 void Explain_Linear_Cam()
 {
     if (linear_help_wanted)
@@ -48,7 +55,7 @@ void Explain_Linear_Cam()
 }  // namespace
 
 frm_SizeCam::frm_SizeCam(QWidget* parent)
-    : Screen(QStringLiteral("frm_SizeCam"), QStringLiteral("Size the cam"), parent)
+    : Screen(QStringLiteral("frm_SizeCam"), To_Qt(Words_of(QStringLiteral("frm_SizeCam")).caption), parent)
 {
     Make_Menu();
     auto* const left = new QVBoxLayout;
@@ -98,92 +105,66 @@ QWidget* frm_SizeCam::Make_Choices()
     auto* const choices = new QWidget;
     auto* const grid = new QGridLayout(choices);
     grid->setContentsMargins(0, 0, 0, 0);
-    const auto frame = [this, grid](const char* name, const QString& title, const char* option, int line, int place,
-                                    const std::vector<std::pair<QString, QString>>& captions,
+    const auto frame = [this, grid](const char* name, const char* option, int count, int line, int place,
                                     const std::function<void(int)>& chosen) {
-        auto* const box = new QGroupBox(title);
-        box->setObjectName(QString::fromUtf8(name));
+        QGroupBox* const box = Make_Frame(Words_of(QString::fromUtf8(name)));
         auto* const box_column = new QVBoxLayout(box);
-        for (int k = 0; k < static_cast<int>(captions.size()); ++k)
-            box_column->addWidget(Option(
-                Element(option, k), captions[static_cast<std::size_t>(k)].first,
-                [this, chosen, k] {
-                    chosen(k);
-                    Refresh();
-                    Show_Stored();
-                    Changed();
-                },
-                captions[static_cast<std::size_t>(k)].second));
+        for (int k = 0; k < count; ++k)
+            box_column->addWidget(Make_Option(Words_of(Element(option, k)), [this, chosen, k] {
+                chosen(k);
+                Refresh();
+                Show_Stored();
+                Changed();
+            }));
         box_column->addStretch();
         grid->addWidget(box, line, place);
     };
-    frame("fra_CamType", QStringLiteral("Cam type"), "opt_CamType", 0, 0,
-          {{QStringLiteral("Radial"), QStringLiteral("Follower moves radially")},
-           {QStringLiteral("Axial-Groove"), QStringLiteral("Follower moves axially")},
-           {QStringLiteral("Linear"), QStringLiteral("Cam moves past follower")},
-           {QStringLiteral("Axial-Ribbed"), QStringLiteral("Follower moves axially")}},
-          [](int k) {
-              Choose_Cam(design, static_cast<Cam_Choice>(k));
-              if (static_cast<Cam_Choice>(k) == Cam_Choice::Linear)
-                  Explain_Linear_Cam();
-          });
-    frame("fra_Folmotion", QStringLiteral("Follower motion"), "opt_Folmotion", 0, 1,
-          {{QStringLiteral("Translating"), {}}, {QStringLiteral("Oscillating"), {}}},
-          [](int k) { Choose_Follower_Motion(design, k == 0); });
-    frame("fra_Foltype", QStringLiteral("Follower type"), "opt_Foltype", 0, 2,
-          {{QStringLiteral("Roller"), {}}, {QStringLiteral("Flat"), {}}},
-          [](int k) { Choose_Follower(design, k == 0); });
-    frame("fra_Rotate", QStringLiteral("Cam Rotation"), "opt_Rotate", 1, 0,
-          {{QStringLiteral("Ccw"), {}}, {QStringLiteral("Cw"), {}}}, [this](int k) {
-              Choose_Rotation(design, k == 0, Control<QRadioButton>(Element("opt_topbot", 0)).isChecked());
-          });
-    frame("pnl_ArmRotate", QStringLiteral("Arm Rotation"), "opt_ArmRotate", 1, 1,
-          {{QStringLiteral("Ccw"), {}}, {QStringLiteral("Cw"), {}}},
-          [](int k) { Choose_Arm_Rotation(design, k == 0); });
-    const QString track = QStringLiteral("Must calculate and export each track surface of cam separately");
-    frame("fra_topbot", QStringLiteral("Cam Surface"), "opt_topbot", 1, 2,
-          {{QStringLiteral("Inner"), track}, {QStringLiteral("Outer"), track}}, [](int k) {
-              Choose_Track(design, k == 0);
-              Apply(design, Event::edited);
-          });
+    frame("fra_CamType", "opt_CamType", 4, 0, 0, [](int k) {
+        Choose_Cam(design, static_cast<Cam_Choice>(k));
+        if (static_cast<Cam_Choice>(k) == Cam_Choice::Linear)
+            Explain_Linear_Cam();
+    });
+    frame("fra_Folmotion", "opt_Folmotion", 2, 0, 1, [](int k) { Choose_Follower_Motion(design, k == 0); });
+    frame("fra_Foltype", "opt_Foltype", 2, 0, 2, [](int k) { Choose_Follower(design, k == 0); });
+    frame("fra_Rotate", "opt_Rotate", 2, 1, 0, [this](int k) {
+        Choose_Rotation(design, k == 0, Control<QRadioButton>(Element("opt_topbot", 0)).isChecked());
+    });
+    frame("pnl_ArmRotate", "opt_ArmRotate", 2, 1, 1, [](int k) { Choose_Arm_Rotation(design, k == 0); });
+    frame("fra_topbot", "opt_topbot", 2, 1, 2, [](int k) {
+        Choose_Track(design, k == 0);
+        Apply(design, Event::edited);
+    });
     return choices;
 }
 
-/// A panel of rows: caption, entry, unit.
-QWidget* frm_SizeCam::Make_Panel(const char* name, QWidget* panel)
+/// A panel of lines: caption, entry, unit.
+QGridLayout& frm_SizeCam::Make_Panel(const char* name, QWidget* panel)
 {
     panel->setObjectName(QString::fromUtf8(name));
     auto* const grid = new QGridLayout(panel);
     if (qobject_cast<QGroupBox*>(panel) == nullptr)
         grid->setContentsMargins(0, 0, 0, 0);
     grid->setColumnStretch(1, 1);
-    return panel;
+    // The fields of all panels stand in one column.
+    grid->setColumnMinimumWidth(2, fontMetrics().horizontalAdvance(QStringLiteral("deg ")));
+    return *grid;
 }
 
-void frm_SizeCam::Add_Row(QWidget* panel, const char* name, const QString& caption, QWidget* field)
+void frm_SizeCam::Add_Row(QGridLayout& panel, const Form_Control& row, QWidget* field)
 {
-    auto* const grid = qobject_cast<QGridLayout*>(panel->layout());
-    const int line = grid->rowCount();
-    auto* const label = new QLabel(caption);
-    label->setObjectName(QStringLiteral("lbl_") + QString::fromUtf8(name));
-    label->setBuddy(field);
-    if (!caption.isEmpty())
-        label->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("Center Distance ")));
-    QLabel* const unit = Label(QStringLiteral("unit_") + QString::fromUtf8(name));
-    unit->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("deg ")));
-    grid->addWidget(label, line, 0);
-    grid->addWidget(field, line, caption.isEmpty() ? 0 : 1, 1, caption.isEmpty() ? 2 : 1);
-    grid->addWidget(unit, line, 2);
+    if (!row.caption.empty())
+        panel.setColumnMinimumWidth(0, fontMetrics().horizontalAdvance(QStringLiteral("Center Distance ")));
+    Add_Line(panel, row, field);
 }
 
-void frm_SizeCam::Add_Entry(QWidget* panel, const char* name, const QString& caption, const QString& tip,
-                            std::function<Size_Entry(Design_State&, std::string_view)> enter)
+void frm_SizeCam::Add_Entry(QGridLayout& panel, std::string_view name)
 {
-    auto* const entry = new Entry(QString::fromUtf8(name), tip);
+    const auto& row = *std::ranges::find(Fields_of_Size(), name, &Form_Control::name);
+    Entry* const entry = Make_Entry(row);
     entry->stepped = [](const std::string& text, int steps) { return Step_Number(design, text, steps); };
-    entry->accepted = [this, entry, enter = std::move(enter)](const std::string& text) {
-        const Size_Entry result = enter(design, text);
-        entry->Show_Text(result.text);
+    entry->accepted = [this, entry, row](const std::string& text) {
+        Size_Form form = Form();
+        const Form_Entry result = Enter_Text(*this, Fields_of_Size(), row, form, text);
         Refresh();
         if (!result.accepted) {
             // The box shows what the value is not: it is calculated with only when the user says so.
@@ -196,9 +177,9 @@ void frm_SizeCam::Add_Entry(QWidget* panel, const char* name, const QString& cap
             return;
         }
         Apply(design, Event::edited);
-        Changed(entry->objectName() == QLatin1String("txt_Prime") && design.cam.Camtype == "Barrel");
+        Changed(row.name == "txt_Prime" && design.cam.Camtype == "Barrel");
     };
-    Add_Row(panel, name, caption, entry);
+    Add_Row(panel, row, entry);
 }
 
 QWidget* frm_SizeCam::Make_Fields()
@@ -206,54 +187,32 @@ QWidget* frm_SizeCam::Make_Fields()
     auto* const fields = new QWidget;
     auto* const column = new QVBoxLayout(fields);
     column->setContentsMargins(0, 0, 0, 0);
-    const auto panel = [this, column](const char* name, QWidget* widget) {
-        column->addWidget(Make_Panel(name, widget));
-        return widget;
+    const auto panel = [this, column](const char* name, QWidget* widget,
+                                      std::initializer_list<std::string_view> entries) -> QGridLayout& {
+        QGridLayout& grid = Make_Panel(name, widget);
+        for (const std::string_view entry : entries)
+            Add_Entry(grid, entry);
+        column->addWidget(widget);
+        return grid;
     };
-    QWidget* const prime = panel("fra_Prime", new QGroupBox);
-    Add_Entry(prime, "txt_Prime", {}, QStringLiteral("Smallest radius to roller center"), Enter_Prime);
-    QWidget* const rollers = panel("pnl_roller", new QWidget);
-    Add_Entry(rollers, "txt_follower", QStringLiteral("Roller Radius"), QStringLiteral("Roller radius (not diameter)"),
-              Enter_Roller);
-    Add_Entry(rollers, "txt_Cutter", QStringLiteral("Cutter Radius"),
-              QStringLiteral("Cutter radius for cutter compensation"), Enter_Cutter);
-    QWidget* const translate = panel("pnl_translate", new QWidget);
-    Add_Entry(translate, "txt_Offset", QStringLiteral("Offset"),
-              QStringLiteral("Eccentricity of follower axis from cam center"), Enter_Offset);
-    Add_Entry(translate, "txt_folwrangle", QStringLiteral("Follower Angle"),
-              QStringLiteral("Angle of translating follower motion versus x axis"), Enter_Follower_Angle);
-    // A moved pivot is stored, and the arm tested against it as if its radius had been typed.
-    const auto pivot = [this](void (*store)(Design_State&, std::string_view)) {
-        return [this, store](Design_State& changed, std::string_view text) {
-            store(changed, text);
-            Apply(changed, Event::edited);
-            auto& arm = Control<Entry>(QStringLiteral("txt_ArmRadius"));
-            const Size_Entry tested = Enter_Arm_Radius(changed, arm.Text());
-            arm.Show_Text(tested.text);
-            return Size_Entry{tested.accepted, std::string(text)};
-        };
-    };
-    QWidget* const oscillate = panel("pnl_oscillate", new QWidget);
-    Add_Entry(oscillate, "txt_CLx", QStringLiteral("Pivot x"),
-              QStringLiteral("x distance from cam center to arm pivot"), pivot(Enter_ArmX));
-    Add_Entry(oscillate, "txt_CLy", QStringLiteral("Pivot y"),
-              QStringLiteral("y distance from cam center to arm pivot"), pivot(Enter_ArmY));
-    Add_Entry(oscillate, "txt_ArmRadius", QStringLiteral("Arm Radius"),
-              QStringLiteral("Radius from arm pivot to roller center"), Enter_Arm_Radius);
+    panel("fra_Prime", new QGroupBox, {"txt_Prime"});
+    panel("pnl_roller", new QWidget, {"txt_follower", "txt_Cutter"});
+    panel("pnl_translate", new QWidget, {"txt_Offset", "txt_folwrangle"});
+    panel("pnl_oscillate", new QWidget, {"txt_CLx", "txt_CLy", "txt_ArmRadius"});
     // A linear cam has no centre that the pivot could be distant from.
-    QWidget* const center = panel("fra_CL", new QWidget);
-    Add_Row(center, "lbl_CL", QStringLiteral("Center Distance"),
-            Label(QStringLiteral("lbl_CL"), {}, QStringLiteral("From cam center to arm pivot")));
-    QWidget* const start = panel("pnl_start", new QWidget);
-    Add_Entry(start, "txt_ShiftAng", QStringLiteral("Starting Angle"), To_Qt(Start_Angle_Help()), Enter_Shift_Angle);
-    Add_Row(start, "cmb_keyway", QStringLiteral("Keyway"),
+    const Form_Control& center = Words_of(QStringLiteral("lbl_CL"));
+    Add_Row(panel("fra_CL", new QWidget, {}), center, Label(To_Qt(center.name), {}, To_Qt(center.tip)));
+    auto* const start = new QWidget;
+    QGridLayout& start_grid = panel("pnl_start", start, {"txt_ShiftAng"});
+    const Form_Control& keyway = Words_of(QStringLiteral("cmb_keyway"));
+    Add_Row(start_grid, keyway,
             Choice(
-                QStringLiteral("cmb_keyway"), keyways,
+                To_Qt(keyway.name), keyways,
                 [this](int k) {
                     Choose_Keyway(design, From_Qt(keyways.at(k)));
                     Changed();
                 },
-                QStringLiteral("Where the keyway points")));
+                To_Qt(keyway.tip)));
     QLabel* const explanation = Label(QStringLiteral("lbl_Explanation"));
     explanation->setWordWrap(true);
     column->addWidget(explanation);
@@ -269,10 +228,10 @@ QWidget* frm_SizeCam::Make_Views()
     auto* const column = new QVBoxLayout(views);
     column->setContentsMargins(0, 0, 0, 0);
     auto* const extremes = new QHBoxLayout;
-    for (const auto& [name, caption] : {std::pair{"lbl_Pamin", "Min Phi"}, std::pair{"lbl_Pamax", "Max Phi"},
-                                        std::pair{"lbl_Rhomin", "Min Rho +"}, std::pair{"lbl_Rhomax", "Min Rho -"}}) {
-        extremes->addWidget(new QLabel(QString::fromUtf8(caption)));
-        QLabel* const value = Label(QString::fromUtf8(name));
+    for (const char* const name : {"lbl_Pamin", "lbl_Pamax", "lbl_Rhomin", "lbl_Rhomax"}) {
+        const Form_Control& row = Words_of(QString::fromUtf8(name));
+        QLabel* const value = Label(To_Qt(row.name));
+        extremes->addWidget(Make_Caption(row, value));
         QFont bold = value->font();
         bold.setWeight(QFont::DemiBold);
         value->setFont(bold);
@@ -314,12 +273,12 @@ QWidget* frm_SizeCam::Make_Foot()
     auto* const foot = new QWidget;
     auto* const row = new QHBoxLayout(foot);
     row->setContentsMargins(0, 0, 0, 0);
-    const auto add = [row](QPushButton* button) { row->addWidget(button); };
-    add(Button(QStringLiteral("cmd_Cancel"), QStringLiteral("< &Back"), [this] { reject(); }));
+    const auto add = [row](const char* name, std::function<void()> pressed) {
+        row->addWidget(Make_Button(Words_of(QString::fromUtf8(name)), std::move(pressed)));
+    };
+    add("cmd_Cancel", [this] { reject(); });
     row->addStretch();
-    QCheckBox* const autocalc = Check(QStringLiteral("chk_Autocalc"), QStringLiteral("&Autocalc"), {},
-                                      QStringLiteral("Will calculate when any change is made"));
-    row->addWidget(autocalc);
+    row->addWidget(Make_Check(Words_of(QStringLiteral("chk_Autocalc")), {}));
     const auto view = [this](View chosen) {
         return [this, chosen] {
             view_ = chosen;
@@ -327,15 +286,14 @@ QWidget* frm_SizeCam::Make_Foot()
             Draw_Cam_View();
         };
     };
-    add(Button(QStringLiteral("cmd_ShowCam"), QStringLiteral("Show &Cam"), view(View::cam)));
-    add(Button(QStringLiteral("cmd_ShowData"), QStringLiteral("Show &Data"), view(View::data)));
-    add(Button(QStringLiteral("cmd_ShowBoth"), QStringLiteral("Show B&oth"), view(View::both),
-               QStringLiteral("The cam beside its curves")));
-    add(Copy_Button(QStringLiteral("Cop&y")));
-    add(Button(QStringLiteral("cmd_PrintForm"), QStringLiteral("&Print"), [this] { paint::Print_Form(*this); }));
+    add("cmd_ShowCam", view(View::cam));
+    add("cmd_ShowData", view(View::data));
+    add("cmd_ShowBoth", view(View::both));
+    row->addWidget(Copy_Button(To_Qt(Words_of(QStringLiteral("cmd_Copy")).caption)));
+    add("cmd_PrintForm", [this] { paint::Print_Form(*this); });
     row->addStretch();
-    add(Button(QStringLiteral("cmd_Calc"), QStringLiteral("Ca&lculate"), [this] { Calculate(); }));
-    add(Button(QStringLiteral("cmd_Done"), QStringLiteral("&Next >"), [this] { Done(); }));
+    add("cmd_Calc", [this] { Calculate(); });
+    add("cmd_Done", [this] { Done(); });
     return foot;
 }
 
@@ -343,26 +301,10 @@ void frm_SizeCam::Fill()
 {
     const Filling filling(*this);
     const Size_Form form = Size_Form_of_Design(design);
-    Show_Texts(form);
+    Show_Texts(*this, Fields_of_Size(), form);
     auto& keyway = Control<QComboBox>(QStringLiteral("cmb_keyway"));
     keyway.setCurrentIndex(keyway.findText(To_Qt(form.cmb_keyway)));
     Control<QRadioButton>(Element("opt_topbot", form.inner_track ? 0 : 1)).setChecked(true);
-}
-
-void frm_SizeCam::Show_Texts(const Size_Form& form)
-{
-    const auto text = [this](const char* name, const std::string& value) {
-        Control<Entry>(QString::fromUtf8(name)).Show_Text(value);
-    };
-    text("txt_Prime", form.txt_Prime);
-    text("txt_follower", form.txt_follower);
-    text("txt_Cutter", form.txt_Cutter);
-    text("txt_Offset", form.txt_Offset);
-    text("txt_folwrangle", form.txt_folwrangle);
-    text("txt_CLx", form.txt_CLx);
-    text("txt_CLy", form.txt_CLy);
-    text("txt_ArmRadius", form.txt_ArmRadius);
-    text("txt_ShiftAng", form.txt_ShiftAng);
 }
 
 void frm_SizeCam::Refresh()
@@ -388,23 +330,14 @@ void frm_SizeCam::Refresh()
     Control<QRadioButton>(Element("opt_Foltype", 1)).setEnabled(panels.flat_enabled);
     Control<QGroupBox>(QStringLiteral("fra_topbot")).setVisible(panels.track_frame);
     Control<QGroupBox>(QStringLiteral("pnl_ArmRotate")).setVisible(panels.oscillate_panel);
-    const QString length = To_Qt(Words_of_Units(design.identity.WhichUnit).length);
-    for (const char* const name :
-         {"txt_Prime", "txt_follower", "txt_Cutter", "txt_Offset", "txt_CLx", "txt_CLy", "txt_ArmRadius", "lbl_CL"})
-        Control<QLabel>(QStringLiteral("unit_") + QString::fromUtf8(name)).setText(length);
-    for (const char* const name : {"txt_folwrangle", "txt_ShiftAng"})
-        Control<QLabel>(QStringLiteral("unit_") + QString::fromUtf8(name)).setText(QStringLiteral("deg"));
-    const auto show_row = [this](const char* name, bool visible) {
-        const QString field = QString::fromUtf8(name);
-        for (const QString& part : {field, QStringLiteral("lbl_") + field, QStringLiteral("unit_") + field})
-            Control<QWidget>(part).setVisible(visible);
-    };
+    Show_Units(*this, Fields_of_Size());
+    Show_Units(*this, std::span(&Words_of(QStringLiteral("lbl_CL")), 1));
     const bool flat = c.Followtype == 2;
-    show_row("txt_follower", !flat);
+    Show_Line(*this, "txt_follower", !flat);
     // The offset of a flat face on an arm is that of the face from the pivot.
     Control<QWidget>(QStringLiteral("pnl_translate"))
         .setVisible(panels.translate_panel || (panels.oscillate_panel && flat));
-    show_row("txt_folwrangle", panels.translate_panel);
+    Show_Line(*this, "txt_folwrangle", panels.translate_panel);
     auto& pivot_y = Control<Entry>(QStringLiteral("txt_CLy"));
     pivot_y.setEnabled(panels.arm_y_enabled);
     if (!panels.arm_y_enabled)
@@ -428,23 +361,16 @@ Size_Form frm_SizeCam::Form() const
                 return k;
         return 0;
     };
-    const auto text = [this](const char* name) { return Control<Entry>(QString::fromUtf8(name)).Text(); };
-    return {static_cast<Cam_Choice>(chosen("opt_CamType", 4)),
-            chosen("opt_Folmotion", 2) == 0,
-            chosen("opt_Foltype", 2) == 0,
-            chosen("opt_Rotate", 2) == 0,
-            chosen("opt_ArmRotate", 2) == 0,
-            chosen("opt_topbot", 2) == 0,
-            text("txt_Prime"),
-            text("txt_follower"),
-            text("txt_Cutter"),
-            text("txt_Offset"),
-            text("txt_folwrangle"),
-            text("txt_CLx"),
-            text("txt_CLy"),
-            text("txt_ArmRadius"),
-            text("txt_ShiftAng"),
-            From_Qt(Control<QComboBox>(QStringLiteral("cmb_keyway")).currentText())};
+    Size_Form form;
+    form.cam = static_cast<Cam_Choice>(chosen("opt_CamType", 4));
+    form.translating = chosen("opt_Folmotion", 2) == 0;
+    form.roller = chosen("opt_Foltype", 2) == 0;
+    form.ccw = chosen("opt_Rotate", 2) == 0;
+    form.arm_ccw = chosen("opt_ArmRotate", 2) == 0;
+    form.inner_track = chosen("opt_topbot", 2) == 0;
+    Read_Texts(*this, Fields_of_Size(), form);
+    form.cmb_keyway = From_Qt(Control<QComboBox>(QStringLiteral("cmb_keyway")).currentText());
+    return form;
 }
 
 void frm_SizeCam::Changed(bool calculate_anyway)
@@ -465,7 +391,7 @@ void frm_SizeCam::Calculate()
     const Filling filling(*this);
     Size_Form form = Form();
     has_results_ = Calc_Size(design, form, Control<QCheckBox>(QStringLiteral("chk_Autocalc")).isChecked());
-    Show_Texts(form);
+    Show_Texts(*this, Fields_of_Size(), form);
     Refresh();
     Set_Pending(!has_results_);
     Draw_Views();

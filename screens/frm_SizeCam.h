@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <functional>
 #include <string_view>
 
 #include "forms/size_form.h"
 #include "screens/screen.h"
+
+class QGridLayout;
 
 namespace lobemax::paint {
 class Chart;
@@ -30,15 +31,13 @@ protected:
 private:
     QWidget* Make_Choices();
     QWidget* Make_Fields();
-    QWidget* Make_Panel(const char* name, QWidget* panel);
-    void Add_Row(QWidget* panel, const char* name, const QString& caption, QWidget* field);
-    void Add_Entry(QWidget* panel, const char* name, const QString& caption, const QString& tip,
-                   std::function<Size_Entry(Design_State&, std::string_view)> enter);
+    QGridLayout& Make_Panel(const char* name, QWidget* panel);
+    void Add_Row(QGridLayout& panel, const Form_Control& row, QWidget* field);
+    void Add_Entry(QGridLayout& panel, std::string_view name);
     QWidget* Make_Views();
     QWidget* Make_Foot();
     void Make_Menu();
     void Fill();
-    void Show_Texts(const Size_Form& form);
     /// Texts, panels and what is enabled, by the kind of cam and the follower.
     void Refresh();
     /// Shows again the entries that a choice may have changed.

@@ -8,7 +8,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -19,6 +18,7 @@
 #include "paint/print.h"
 #include "present/plot_engine.h"
 #include "screens/desk.h"
+#include "screens/form_rows.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
 
@@ -26,48 +26,33 @@ namespace lobemax::screens {
 
 namespace {
 
-/// A field of the screen: its control and caption, how it is checked, and where its text stands in the form.
-struct Field {
-    const char* name;
-    const char* caption;
-    Stress_Field field;
-    std::string Stress_Form::*text;
-};
-
-constexpr std::array fields{
-    Field{"txt_Cam_E", "Young's Modulus", Stress_Field::Cam_E, &Stress_Form::txt_Cam_E},
-    Field{"txt_Cam_V", "Poisson's ratio", Stress_Field::Cam_V, &Stress_Form::txt_Cam_V},
-    Field{"txt_Fol_E", "Young's Modulus", Stress_Field::Fol_E, &Stress_Form::txt_Fol_E},
-    Field{"txt_Fol_v", "Poisson's ratio", Stress_Field::Fol_v, &Stress_Form::txt_Fol_v},
-    Field{"txt_Length", "Contact Length", Stress_Field::Length, &Stress_Form::txt_Length},
-    Field{"txt_Crownrad", "Crown Radius", Stress_Field::Crownrad, &Stress_Form::txt_Crownrad},
-    Field{"txt_Weight", "Follower Weight Force on Cam", Stress_Field::Weight, &Stress_Form::txt_Weight},
-};
-
-const Field& Field_of(Stress_Field field)
+const Form_Field<Stress_Form>& Field_of(Stress_Field field)
 {
-    return *std::ranges::find(fields, field, &Field::field);
+    return Fields_of_Stress()[static_cast<std::size_t>(field)];
 }
 
 QString Name_of(Stress_Field field)
 {
-    return QString::fromUtf8(Field_of(field).name);
+    return To_Qt(Field_of(field).name);
+}
+
+const Form_Control& Words_of(const QString& name)
+{
+    return Control_of(Controls_of_Stress(), From_Qt(name));
 }
 
 /// A member of the contact: its frame, the options of its material, its fields, and where its choice stands.
 struct Member {
     const char* frame;
-    const char* title;
     const char* option;  // (0) steel, (1) other
     Stress_Field modulus;
     Stress_Field ratio;
     bool Stress_Form::*steel;
 };
 
-constexpr std::array members{Member{"fra_Cam", "Cam Material Parameters", "opt_Cam", Stress_Field::Cam_E,
-                                    Stress_Field::Cam_V, &Stress_Form::cam_steel},
-                             Member{"fra_Follower", "Follower Material Parameters", "opt_Follower", Stress_Field::Fol_E,
-                                    Stress_Field::Fol_v, &Stress_Form::follower_steel}};
+constexpr std::array members{
+    Member{"fra_Cam", "opt_Cam", Stress_Field::Cam_E, Stress_Field::Cam_V, &Stress_Form::cam_steel},
+    Member{"fra_Follower", "opt_Follower", Stress_Field::Fol_E, Stress_Field::Fol_v, &Stress_Form::follower_steel}};
 
 /// A field that only shows has the ground of the screen, so that nobody tries to type into it.
 void Set_Read_Only(QLineEdit& field, bool read_only)
@@ -79,16 +64,10 @@ void Set_Read_Only(QLineEdit& field, bool read_only)
     field.setReadOnly(read_only);
 }
 
-QGroupBox* Frame(const char* name, const char* title)
-{
-    auto* const frame = new QGroupBox(QString::fromUtf8(title));
-    frame->setObjectName(QString::fromUtf8(name));
-    return frame;
-}
-
 }  // namespace
 
-frm_Stress::frm_Stress(QWidget* parent) : Screen(QStringLiteral("frm_Stress"), QStringLiteral("Contact stress"), parent)
+frm_Stress::frm_Stress(QWidget* parent)
+    : Screen(QStringLiteral("frm_Stress"), To_Qt(Words_of(QStringLiteral("frm_Stress")).caption), parent)
 {
     auto* const row = new QHBoxLayout;
     row->addLayout(Inputs());
@@ -112,74 +91,63 @@ QLayout* frm_Stress::Inputs()
         column->addWidget(Material(m));
     column->addWidget(Configuration());
     auto* const loads = new QGridLayout;
-    Add_Field(*loads, 0, Stress_Field::Weight);
+    Add_Field(*loads, Stress_Field::Weight);
     const auto external = [this](bool add) {
         design.dynamics.Ext_Force_Add = add;
         Calculate();
     };
-    loads->addWidget(
-        Check(QStringLiteral("chk_Extforce"), QStringLiteral(" Include dynamic external force  "), external), 1, 0, 1,
-        3);
+    loads->addWidget(Make_Check(Words_of(QStringLiteral("chk_Extforce")), external), loads->rowCount(), 0, 1, 3);
     column->addLayout(loads);
     column->addStretch();
     return column;
 }
 
-void frm_Stress::Add_Field(QGridLayout& grid, int line, Stress_Field field)
+void frm_Stress::Add_Field(QGridLayout& grid, Stress_Field field)
 {
-    const Field& f = Field_of(field);
-    const QString name = QString::fromUtf8(f.name);
-    auto* const entry = new Entry(name, QString::fromUtf8(f.caption));
-    entry->accepted = [this, entry, field](const std::string& text) {
-        const lobemax::Stress_Entry result = Edit_Stress_Field(design, field, text);
-        entry->Show_Text(result.text);
-        if (result.accepted)
+    const auto& row = Field_of(field);
+    Entry* const entry = Make_Entry(row);
+    entry->accepted = [this, row](const std::string& text) {
+        Stress_Form form = Form();
+        if (Enter_Text(*this, Fields_of_Stress(), row, form, text).accepted)
             Calculate();
     };
-    QLabel* const label = Label(QStringLiteral("lbl_") + name, QString::fromUtf8(f.caption));
-    label->setBuddy(entry);
-    grid.addWidget(label, line, 0);
-    grid.addWidget(entry, line, 1);
-    grid.addWidget(Label(QStringLiteral("unit_") + name), line, 2);
+    Add_Line(grid, row, entry);
 }
 
 QWidget* frm_Stress::Material(int member)
 {
     const Member& m = members.at(static_cast<std::size_t>(member));
-    QGroupBox* const frame = Frame(m.frame, m.title);
+    QGroupBox* const frame = Make_Frame(Words_of(QString::fromUtf8(m.frame)));
     auto* const grid = new QGridLayout(frame);
-    const auto option = [&](int index, const QString& caption) {
+    for (const int index : {0, 1}) {
         const auto chosen = [this, member, index] { Choose_Material(member, index == 0); };
-        grid->addWidget(Option(Element(m.option, index), caption, chosen), 0, index);
-    };
-    option(0, QStringLiteral("Steel"));
-    option(1, QStringLiteral("Other"));
-    Add_Field(*grid, 1, m.modulus);
-    Add_Field(*grid, 2, m.ratio);
+        grid->addWidget(Make_Option(Words_of(Element(m.option, index)), chosen), 0, index);
+    }
+    Add_Field(*grid, m.modulus);
+    Add_Field(*grid, m.ratio);
     return frame;
 }
 
 QWidget* frm_Stress::Configuration()
 {
-    QGroupBox* const frame = Frame("fra_Configuration", "Follower Configuration");
+    QGroupBox* const frame = Make_Frame(Words_of(QStringLiteral("fra_Configuration")));
     auto* const grid = new QGridLayout(frame);
     auto* const prompt = new QHBoxLayout;
-    prompt->addWidget(Label(QStringLiteral("lbl_chosen"), QStringLiteral("You have chosen a ")));
+    const auto words = [](const QString& name) { return Label(name, To_Qt(Words_of(name).caption)); };
+    prompt->addWidget(words(QStringLiteral("lbl_chosen")));
     prompt->addWidget(Label(QStringLiteral("lbl_follower")));
-    prompt->addWidget(Label(QStringLiteral("lbl_kind"), QStringLiteral("follower.")));
+    prompt->addWidget(words(QStringLiteral("lbl_kind")));
     prompt->addStretch();
     grid->addLayout(prompt, 0, 0, 1, 3);
-    const auto type = [&](int index, const QString& caption) {
+    for (const int index : {0, 1}) {
         const auto chosen = [this, index] { Choose_Roller(index == 1); };
-        grid->addWidget(Option(Element("opt_Fol_type", index), caption, chosen), 1, index);
-    };
-    type(0, QStringLiteral("Cylindrical"));
-    type(1, QStringLiteral("Crowned"));
+        grid->addWidget(Make_Option(Words_of(Element("opt_Fol_type", index)), chosen), 1, index);
+    }
     QLabel* const explanation = Label(QStringLiteral("lbl_foltype"));
     explanation->setWordWrap(true);
     grid->addWidget(explanation, 2, 0, 1, 3);
-    Add_Field(*grid, 3, Stress_Field::Length);
-    Add_Field(*grid, 4, Stress_Field::Crownrad);
+    Add_Field(*grid, Stress_Field::Length);
+    Add_Field(*grid, Stress_Field::Crownrad);
     return frame;
 }
 
@@ -207,16 +175,16 @@ QLayout* frm_Stress::Plots()
 QLayout* frm_Stress::Buttons_Row()
 {
     auto* const row = new QHBoxLayout;
-    const auto add = [row](const char* name, const char* caption, std::function<void()> pressed) {
-        row->addWidget(Button(QString::fromUtf8(name), QString::fromUtf8(caption), std::move(pressed)));
+    const auto add = [row](const char* name, std::function<void()> pressed) {
+        row->addWidget(Make_Button(Words_of(QString::fromUtf8(name)), std::move(pressed)));
     };
-    add("cmd_Cancel", "< &Back", [this] { reject(); });
+    add("cmd_Cancel", [this] { reject(); });
     row->addStretch();
-    add("cmd_Print", "&Print Form", [this] { paint::Print_Form(*this); });
-    add("cmd_Help", "&Help", [] { Open_Help(QStringLiteral("stress")); });
+    add("cmd_Print", [this] { paint::Print_Form(*this); });
+    add("cmd_Help", [] { Open_Help(QStringLiteral("stress")); });
     row->addStretch();
-    add("cmd_Calc", "&Calculate", [this] { Calculate(); });
-    add("cmd_Done", "&Next >", [this] { accept(); });
+    add("cmd_Calc", [this] { Calculate(); });
+    add("cmd_Done", [this] { accept(); });
     return row;
 }
 
@@ -238,8 +206,7 @@ void frm_Stress::Follow_Design()
 
 void frm_Stress::Fill(const Stress_Form& form)
 {
-    for (const Field& f : fields)
-        Control<Entry>(QString::fromUtf8(f.name)).Show_Text(form.*f.text);
+    Show_Texts(*this, Fields_of_Stress(), form);
     for (const Member& m : members)
         Control<QRadioButton>(Element(m.option, form.*m.steel ? 0 : 1)).setChecked(true);
     Control<QRadioButton>(Element("opt_Fol_type", form.crowned ? 1 : 0)).setChecked(true);
@@ -255,15 +222,10 @@ void frm_Stress::Refresh()
     };
     text("lbl_follower", labels.lbl_follower);
     text("lbl_foltype", labels.lbl_foltype);
-    text("unit_txt_Cam_E", labels.modulus_unit);
-    text("unit_txt_Fol_E", labels.modulus_unit);
-    text("unit_txt_Length", labels.length_unit);
-    text("unit_txt_Crownrad", labels.length_unit);
-    text("unit_txt_Weight", labels.force_unit);
+    Show_Units(*this, Fields_of_Stress());
     for (const int k : {0, 1})
         Control<QRadioButton>(Element("opt_Fol_type", k)).setVisible(labels.roller_options);
-    for (const char* const name : {"txt_Crownrad", "lbl_txt_Crownrad", "unit_txt_Crownrad"})
-        Control<QWidget>(QString::fromUtf8(name)).setVisible(labels.roller_options);
+    Show_Line(*this, "txt_Crownrad", labels.roller_options);
     Control<Entry>(QStringLiteral("txt_Length")).setEnabled(labels.length_enabled);
     Control<Entry>(QStringLiteral("txt_Crownrad")).setEnabled(labels.crown_enabled);
     for (const Member& m : members) {
@@ -281,8 +243,7 @@ void frm_Stress::Refresh()
 Stress_Form frm_Stress::Form() const
 {
     Stress_Form form;
-    for (const Field& f : fields)
-        form.*f.text = Control<Entry>(QString::fromUtf8(f.name)).Text();
+    Read_Texts(*this, Fields_of_Stress(), form);
     for (const Member& m : members)
         form.*m.steel = Control<QRadioButton>(Element(m.option, 0)).isChecked();
     form.crowned = Control<QRadioButton>(Element("opt_Fol_type", 1)).isChecked();

@@ -30,7 +30,7 @@ private:
     QWidget* Configuration();
     QLayout* Plots();
     QLayout* Buttons_Row();
-    void Add_Field(QGridLayout& grid, int line, Stress_Field field);
+    void Add_Field(QGridLayout& grid, Stress_Field field);
     void Fill(const Stress_Form& form);
     void Refresh();
     Stress_Form Form() const;

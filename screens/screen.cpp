@@ -230,10 +230,10 @@ Entry::Entry(const QString& name, const QString& tip, QWidget* parent) : QLineEd
     connect(this, &QLineEdit::textEdited, this, [this] {
         if (!std::exchange(dirty_, true))
             design.run.Last_Edit.clear();
-        Mark_Cut({});
         if (typed)
             Run_Guarded_Key(*this, [this] { typed(Text()); });
     });
+    connect(this, &QLineEdit::textChanged, this, [this] { Mark_Cut({}); });
 }
 
 std::string Entry::Cut() const
@@ -256,8 +256,6 @@ void Entry::Mark_Cut(const std::string& sentence)
 
 void Entry::Show_Text(std::string_view text)
 {
-    if (this->text() != To_Qt(text))
-        Mark_Cut({});
     setText(To_Qt(text));
     setCursorPosition(0);
     dirty_ = false;

@@ -136,6 +136,7 @@ int Run(const Options& options)
     services.read_preferences = [&folder] { Read_Preferences(design, folder); };
     services.register_cam_file = Register;
     services.open_model = [](const std::string& path) {
+        Mark_Saved(design);  // nothing has been typed yet, so there is nothing to ask about
         Open_Model(design, From_Qt(QFileInfo(To_Qt(path)).absoluteFilePath()));
     };
     services.show_title = [&] {

@@ -8,6 +8,8 @@
 #include <string>
 
 #include "core/startup.h"
+#include "core/unit_change.h"
+#include "core/units.h"
 #include "edit/door.h"
 #include "edit/rungs.h"
 #include "edit/unsaved.h"
@@ -66,6 +68,26 @@ TEST_F(Design_History, a_change_is_undone_and_redone_with_fields_results_and_mar
     EXPECT_TRUE(Same_Rows(design, after));
     EXPECT_FALSE(design.flags.Dynamicflag);
     EXPECT_FALSE(history.Redo());
+}
+
+TEST_F(Design_History, results_come_back_with_the_units_they_were_calculated_in)
+{
+    History history(design);
+    const Standing standing = Standing_of(design);
+    Change_Units(design, 1);
+    ASSERT_TRUE(history.Remember("Units"));
+    ASSERT_TRUE(Recalculate(design, standing));
+    ASSERT_TRUE(history.Remember("Recalculate"));
+    ASSERT_FALSE(Results_in_Other_Units(design));
+    ASSERT_TRUE(history.Undo());
+    EXPECT_TRUE(Results_in_Other_Units(design));
+    EXPECT_EQ(Units_of_Results(design), 5);
+    ASSERT_TRUE(history.Undo());
+    EXPECT_FALSE(Results_in_Other_Units(design));
+    ASSERT_TRUE(history.Redo());
+    EXPECT_TRUE(Results_in_Other_Units(design));
+    ASSERT_TRUE(history.Redo());
+    EXPECT_FALSE(Results_in_Other_Units(design));
 }
 
 TEST_F(Design_History, what_changes_nothing_is_no_step)

@@ -2,6 +2,7 @@
 #include "forms/dynamics_form.h"
 
 #include <gtest/gtest.h>
+#include <algorithm>
 
 #include <array>
 #include <cmath>
@@ -90,7 +91,7 @@ TEST_F(Dynamics_Fields, a_compensating_cam_shows_its_own_train)
     const Dynamics_Form form = Opening_Dynamics_Form(design);
     EXPECT_EQ(form.txt_Mass, "2");
     EXPECT_EQ(form.txt_Spring, "2000");
-    EXPECT_TRUE(Labels_of_Dynamics(design, true, "1").compcam_enabled);
+    EXPECT_TRUE(Openings_of_Dynamics(design, true, "1").compcam_enabled);
 }
 
 TEST_F(Dynamics_Fields, a_vibration_model_lends_its_damping)
@@ -108,28 +109,22 @@ TEST_F(Dynamics_Fields, a_vibration_model_lends_its_damping)
 
 TEST_F(Dynamics_Fields, a_flat_face_is_closed_by_a_spring)
 {
-    EXPECT_TRUE(Labels_of_Dynamics(design, true, "1").form_closure_enabled);
+    EXPECT_TRUE(Openings_of_Dynamics(design, true, "1").form_closure_enabled);
     design.cam.Followtype = 2;
     design.cam.Closure = "Form";
     EXPECT_TRUE(Opening_Dynamics_Form(design).force_closed);
-    EXPECT_FALSE(Labels_of_Dynamics(design, true, "1").form_closure_enabled);
+    EXPECT_FALSE(Openings_of_Dynamics(design, true, "1").form_closure_enabled);
 }
 
-TEST_F(Dynamics_Fields, labels_have_the_units_and_what_is_open)
+TEST_F(Dynamics_Fields, a_spring_and_its_rate_open_their_fields)
 {
-    Dynamics_Labels labels = Labels_of_Dynamics(design, true, "0");
-    EXPECT_EQ(labels.mass, "kg");
-    EXPECT_EQ(labels.spring, "N/m");
-    EXPECT_EQ(labels.damping, "N-s/m");
-    EXPECT_EQ(labels.length, "mm");
+    Dynamics_Openings labels = Openings_of_Dynamics(design, true, "0");
     EXPECT_TRUE(labels.damping_enabled && labels.spring_frames);
     EXPECT_FALSE(labels.external_enabled || labels.compcam_enabled);
-    labels = Labels_of_Dynamics(design, false, "12");
+    labels = Openings_of_Dynamics(design, false, "12");
     EXPECT_FALSE(labels.damping_enabled || labels.spring_frames);
-    design.identity.WhichUnit = 1;
-    EXPECT_EQ(Labels_of_Dynamics(design, true, "1").spring, "lb/in");
     design.flags.Ext_Force_Calc = true;
-    EXPECT_TRUE(Labels_of_Dynamics(design, true, "1").external_enabled);
+    EXPECT_TRUE(Openings_of_Dynamics(design, true, "1").external_enabled);
 }
 
 TEST_F(Dynamics_Fields, accepted_entries_are_stored_and_lead_the_compensating_train)
@@ -176,7 +171,7 @@ TEST_F(Dynamics_Fields, refused_entries_have_their_message_and_new_text)
                                                                     {Jnlfrict, "-1", friction, "0.01"},
                                                                     {Fluct, "0", fluctuation, "0.05"}}) {
         script_.Expect(box);
-        const Dynamics_Entry entry = Edit_Dynamics_Field(design, field, typed);
+        const Form_Entry entry = Edit_Dynamics_Field(design, field, typed);
         EXPECT_FALSE(entry.accepted) << typed;
         EXPECT_EQ(entry.text, shown);
     }
@@ -269,13 +264,17 @@ TEST_F(Dynamics_Fields, the_defaults_show_in_every_unit_system_and_number_format
             EXPECT_EQ(form.txt_Jnlfrict, shown("0.01"));
             EXPECT_EQ(form.txt_Fluct, shown("0.05"));
             EXPECT_FALSE(form.add_external);
-            const Dynamics_Labels labels = Labels_of_Dynamics(design, true, form.txt_Spring);
-            EXPECT_EQ(labels.mass, row.mass_unit);
-            EXPECT_EQ(labels.spring, row.spring_unit);
-            EXPECT_EQ(labels.damping, row.damping_unit);
-            EXPECT_EQ(labels.length, row.length);
-            EXPECT_EQ(labels.force, row.force);
-            EXPECT_EQ(labels.torque, design.plot.Var_Unit(8));
+            for (const auto& [field, unit] :
+                 {std::pair{"txt_Mass", row.mass_unit}, std::pair{"txt_Spring", row.spring_unit},
+                  std::pair{"txt_Damping", row.damping_unit}, std::pair{"txt_Journal", row.length},
+                  std::pair{"txt_Preload", row.force}, std::pair{"txt_Zeta", ""}})
+                EXPECT_EQ(
+                    Unit_Word(
+                        design,
+                        std::ranges::find(Fields_of_Dynamics(), std::string_view(field), &Form_Control::name)->unit),
+                    unit)
+                    << field;
+            EXPECT_EQ(Unit_Word(design, Form_Unit::torque), design.plot.Var_Unit(8));
         }
 }
 
@@ -294,7 +293,7 @@ TEST_F(Dynamics_Fields, entries_and_refusals_follow_the_european_format)
 
 TEST_F(Dynamics_Fields, an_entry_recalculates_at_once_unless_torques_accumulate)
 {
-    Dynamics_Entry entry = Edit_Dynamics_Field(design, Dynamics_Field::Mass, "3");
+    Form_Entry entry = Edit_Dynamics_Field(design, Dynamics_Field::Mass, "3");
     EXPECT_TRUE(entry.recalculate && entry.disable_done);
     EXPECT_FALSE(Dynamics_Entry_Hides_Charts(design));
     script_.Expect(positive);
@@ -484,19 +483,16 @@ TEST_F(Dynamics_Fields, closing_goes_on_only_with_forces)
 
 TEST_F(Dynamics_Fields, controls_have_their_captions_and_tips)
 {
-    const auto find = [](std::string_view name) {
-        for (const Dynamics_Control& control : Dynamics_Controls())
-            if (control.name == name)
-                return control;
-        ADD_FAILURE() << name;
-        return Dynamics_Control{};
+    const auto field = [](std::string_view name) {
+        return *std::ranges::find(Fields_of_Dynamics(), name, &Form_Control::name);
     };
-    EXPECT_EQ(find("opt_Closure(1)").tip, "Tracked, ribbed, or conjugate cam");
-    EXPECT_EQ(find("txt_Mass").tip, "Effective mass at roller follower - must be in mass units");
-    EXPECT_EQ(find("txt_Fluct").tip, "Desired coefficient of fluctuaion for a flywheel");  // spelled so
-    EXPECT_EQ(find("pct_Pict1").tip, "These data can be used to calculate flywheel size - see textbook");
-    EXPECT_EQ(find("grf_Plot(0)").caption, "Kinetostatic camshaft torque");
-    EXPECT_EQ(find("cmd_Cancel").caption, "< &Back");
+    const auto control = [](std::string_view name) { return Control_of(Controls_of_Dynamics(), name); };
+    EXPECT_EQ(control("opt_Closure(1)").tip, "Tracked, ribbed, or conjugate cam");
+    EXPECT_EQ(field("txt_Mass").tip, "Effective mass at roller follower - must be in mass units");
+    EXPECT_EQ(field("txt_Fluct").tip, "Desired coefficient of fluctuaion for a flywheel");  // spelled so
+    EXPECT_EQ(control("pct_Pict1").tip, "These data can be used to calculate flywheel size - see textbook");
+    EXPECT_EQ(control("grf_Plot(0)").caption, "Kinetostatic camshaft torque");
+    EXPECT_EQ(control("cmd_Cancel").caption, "< &Back");
 }
 
 }  // namespace

@@ -85,7 +85,7 @@ TEST_F(Sizing_Fields, a_prime_radius_that_is_none_is_refused)
 {
     for (const char* text : {"0", "-3", "abc", ""}) {
         script_.Expect(prime);
-        const Size_Entry entry = Enter_Prime(design, text);
+        const Form_Entry entry = Enter_Prime(design, text);
         EXPECT_FALSE(entry.accepted);
         EXPECT_EQ(entry.text, "1");
     }
@@ -125,7 +125,7 @@ TEST_F(Sizing_Fields, a_roller_must_be_smaller_than_the_prime_circle_and_not_neg
         "Something is wrong\n\nThe follower radius is greater than the prime circle radius\n\nPlease check your data.",
         Buttons::OK, Symbol::exclamation};
     script_.Expect(large);
-    Size_Entry entry = Enter_Roller(design, "60");
+    Form_Entry entry = Enter_Roller(design, "60");
     EXPECT_FALSE(entry.accepted);
     EXPECT_EQ(entry.text, "");
     EXPECT_EQ(c_.Follow_Rad, 12.0);
@@ -139,7 +139,7 @@ TEST_F(Sizing_Fields, a_roller_must_be_smaller_than_the_prime_circle_and_not_neg
 TEST_F(Sizing_Fields, a_negative_cutter_is_refused_and_gets_the_focus)
 {
     script_.Expect({"This value must be positive.  Please redo.", Buttons::OK, Symbol::exclamation});
-    const Size_Entry entry = Enter_Cutter(design, "-2");
+    const Form_Entry entry = Enter_Cutter(design, "-2");
     EXPECT_FALSE(entry.accepted);
     EXPECT_TRUE(entry.takes_focus);
     EXPECT_EQ(entry.text, "");
@@ -169,7 +169,7 @@ TEST_F(Sizing_Fields, an_arm_must_have_a_length_and_meet_the_cam)
     const double D = std::hypot(90.0, 30.0);
     for (const char* text : {"30", "160"}) {
         script_.Expect(Missed(D));
-        const Size_Entry entry = Enter_Arm_Radius(design, text);
+        const Form_Entry entry = Enter_Arm_Radius(design, text);
         EXPECT_FALSE(entry.accepted);
         EXPECT_EQ(entry.text, Trim(FNRoundStr(design, D, 2)));
         EXPECT_EQ(c_.ArmRad, 80.0);

@@ -179,6 +179,67 @@ TEST_F(Screens_at_Large, full_screen_is_for_all_but_questions_and_short_choices)
     }
 }
 
+TEST_F(Screens_at_Large, a_number_cut_short_is_shown_as_it_was_read_and_marked)
+{
+    struct Case {
+        std::string screen;
+        QString field;
+        const char* typed;
+        const char* read;
+    };
+    const std::vector<Case> cases{
+        {"frm_InputData", "txt_Segmts", "3,7", "3"},
+        {"frm_InputData", "txt_Omega", "25,7", "25"},
+        {"frm_InputData", "txt_ShiftAng", "25,7", "25"},
+        {"frm_InputData", Element("txt_Beta", 0), "60,5", "60"},
+        {"frm_InputData", Element("txt_Low", 0), "0,5", "0"},
+        {"frm_InputData", Element("txt_High", 0), "25,7", "25"},
+        {"frm_SizeCam", "txt_Prime", "120,7", "120"},
+        {"frm_SizeCam", "txt_follower", "25,7", "25"},
+        {"frm_SizeCam", "txt_Cutter", "25,7", "25"},
+        {"frm_SizeCam", "txt_Offset", "5,7", "5"},
+        {"frm_SizeCam", "txt_folwrangle", "25,7", "25"},
+        {"frm_SizeCam", "txt_ShiftAng", "25,7", "25"},
+        {"frm_Dynamics", "txt_Mass", "3,7", "3"},
+        {"frm_Dynamics", "txt_Spring", "9000,7", "9000"},
+        {"frm_Dynamics", "txt_Journal", "25,7", "25"},
+        {"frm_Stress", "txt_Length", "25,7", "25"},
+        {"frm_Stress", "txt_Weight", "25,7", "25"},
+        {"frm_FFT", "txt_Harmonics", "25,7", "25"},
+        {"frm_Bounds", "txt_NoConds", "6,7", "6"},
+        {"frm_Bounds", Element("txt_Vbound", 0), "0,7", "0"},
+        {"frm_Bounds", Element("txt_Theta", 4), "25,7", "25"},
+        {"frm_Knots", "txt_Order", "5,7", "5"},
+        {"frm_Knots", Element("txt_Knot", 1), "25,7", "25"},
+    };
+    for (const A_Screen& entry : Every_Screen()) {
+        if (entry.name == "frm_Poly")
+            continue;  // its one entry is the title of a print: words
+        const bool listed = std::ranges::find(cases, entry.name, &Case::screen) != cases.end();
+        for (const Case& c : cases) {
+            if (c.screen != entry.name)
+                continue;
+            const auto screen = entry.make();
+            const Driver user(*screen);
+            if (entry.name == "frm_FFT")
+                user.Pick("cmb_Var1", "Velocity");
+            user.Fill(c.field, c.typed);
+            const auto& field = user.Find<Entry>(c.field);
+            EXPECT_EQ(field.Text(), c.read) << entry.name << "." << c.field.toStdString();
+            EXPECT_EQ(field.Cut(), std::string("'") + c.typed + "' was read as " + c.read)
+                << entry.name << "." << c.field.toStdString();
+            const auto* const mark = field.findChild<QAction*>(c.field + "_cut");
+            ASSERT_NE(mark, nullptr) << entry.name << "." << c.field.toStdString();
+            EXPECT_TRUE(mark->isVisible());
+        }
+        if (!listed) {
+            const auto screen = entry.make();
+            for (QLineEdit* const field : screen->findChildren<QLineEdit*>())
+                EXPECT_EQ(dynamic_cast<Entry*>(field), nullptr) << entry.name << "." << Told(*field);
+        }
+    }
+}
+
 /// The access keys of texts, told by where they stand; "&&" is no key.
 void Collect_Key(const QString& text, const std::string& place, std::map<QChar, std::vector<std::string>>& keys)
 {

@@ -30,8 +30,10 @@ protected:
     static void Type_Harmonics(const Driver& user, const char* text)
     {
         auto& box = user.Find<QComboBox>("cmb_Harmonics");
-        box.setEditText(text);
-        QTest::keyClick(box.lineEdit(), Qt::Key_Return);
+        box.setFocus();
+        box.lineEdit()->selectAll();
+        QTest::keyClicks(&box, text);
+        QTest::keyClick(&box, Qt::Key_Return);
     }
 };
 
@@ -86,6 +88,20 @@ TEST_F(Fourier_Screen, harmonics_typed_as_2000_are_capped)
     EXPECT_TRUE(Magnitudes(user).Curves().empty());  // nothing of the transform before is left
     EXPECT_EQ(user.Text("lbl_Power"), "");
     EXPECT_FALSE(user.Enabled("cmd_Done"));
+}
+
+TEST_F(Fourier_Screen, a_picked_count_takes_the_mark_of_a_cut_one_away)
+{
+    frm_FFT screen;
+    const Driver user(screen);
+    user.Pick("cmb_Var1", "Velocity");
+    Type_Harmonics(user, "12abc");
+    EXPECT_EQ(user.Text("cmb_Harmonics"), "12");
+    EXPECT_EQ(design.motion.No_Harmonics, 12);
+    EXPECT_EQ(user.Find<screens::Entry>("txt_Harmonics").Cut(), "'12abc' was read as 12");
+    user.Pick("cmb_Harmonics", "30");
+    EXPECT_EQ(design.motion.No_Harmonics, 30);
+    EXPECT_EQ(user.Find<screens::Entry>("txt_Harmonics").Cut(), "");
 }
 
 TEST_F(Fourier_Screen, without_a_variable_it_says_so)

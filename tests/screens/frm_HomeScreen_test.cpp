@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "core/units.h"
 #include "edit/unsaved.h"
 #include "files/model_file.h"
 #include "files/recovery.h"
@@ -72,6 +73,49 @@ protected:
     QTemporaryDir temporary_;
     std::string folder_;
 };
+
+TEST_F(Home_Screen, recalculate_brings_the_results_into_the_units_in_force)
+{
+    frm_HomeScreen home("");
+    const Driver user(home);
+    EXPECT_FALSE(Open(home, "mnu_Recalculate"));  // there is nothing to calculate yet
+    Build("Double Dwell");
+    home.Refresh();
+    script_.Expect(
+        {"The results in memory are those of the units before (mm-kg-N-s): \n"
+         "a change of units converts the data of the design, and no calculated results. \n"
+         "Until they are recalculated (File menu, Recalculate) plots and figures carry the names of \n"
+         "those units, and the results can neither be exported nor printed."});
+    Trigger(home, "mnu_pick(1)");
+    EXPECT_TRUE(Results_in_Other_Units(design));
+    EXPECT_EQ(Data(var::S, 120), 25.0);
+    Trigger(home, "mnu_Recalculate");
+    EXPECT_FALSE(Results_in_Other_Units(design));
+    EXPECT_NEAR(Data(var::S, 120), 0.984, 1e-6);  // 25 mm, to three decimals of an inch
+    EXPECT_EQ(design.plot.Var_Unit(var::S), "in");
+    EXPECT_EQ(Lit_Lamps(user), (std::vector<std::string>{"S-V-A-J", "Sized", "Dynamics", "in-lb-bl-s"}));
+    EXPECT_TRUE(user.Enabled("cmd_Plot"));
+    EXPECT_EQ(screens::Desk_History().Undo_Text(), "Undo Recalculate");
+    ASSERT_TRUE(screens::Desk_History().Undo());
+    EXPECT_TRUE(Results_in_Other_Units(design));
+    EXPECT_EQ(Data(var::S, 120), 25.0);
+}
+
+TEST_F(Home_Screen, standard_size_gives_back_the_size_before_full_screen)
+{
+    frm_HomeScreen home("");
+    const Driver user(home);
+    home.setGeometry(40, 30, 700, 500);
+    QApplication::processEvents();
+    Trigger(home, "mnu_FullScreen");
+    QApplication::processEvents();
+    EXPECT_TRUE(home.isMaximized());
+    EXPECT_TRUE(design.run.Full_Screen);
+    Trigger(home, "mnu_StandardSize");
+    QApplication::processEvents();
+    EXPECT_FALSE(home.isMaximized());
+    EXPECT_EQ(home.size(), QSize(700, 500));
+}
 
 TEST_F(Home_Screen, a_fresh_design_opens_input_and_quit_alone)
 {

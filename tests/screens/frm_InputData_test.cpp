@@ -507,6 +507,23 @@ TEST_F(Input_Screen, durations_beyond_the_turn_are_refused)
     EXPECT_EQ(user.Text(Element("lbl_End", 1)), "300.");
 }
 
+TEST_F(Input_Screen, a_duration_that_pushes_a_later_row_beyond_the_turn_names_that_row)
+{
+    Build("Double Dwell");  // four rows of 90 degrees
+    frm_InputData screen({});
+    const Driver user(screen);
+    script_.Expect({"End angle cannot be > 360 deg\nThis is the end of segment 4.", Buttons::OK, Symbol::exclamation});
+    user.Fill(Element("txt_Beta", 1), "100");
+    EXPECT_EQ(user.Text(Element("txt_Beta", 1)), "");
+    EXPECT_EQ(m_.Beta_Deg(2), 0.0);
+    EXPECT_EQ(m_.Beta_Deg(4), 90.0);
+    EXPECT_EQ(user.Text(Element("txt_Beta", 3)), "90");
+    user.Fill(Element("txt_Beta", 3), "80");  // with room made behind it the same duration is accepted
+    user.Fill(Element("txt_Beta", 1), "100");
+    EXPECT_EQ(user.Text(Element("txt_Beta", 1)), "100");
+    EXPECT_EQ(user.Text(Element("lbl_End", 3)), "360.");
+}
+
 TEST_F(Input_Screen, one_segment_must_have_the_whole_turn)
 {
     frm_InputData screen({});

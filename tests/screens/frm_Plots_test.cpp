@@ -11,6 +11,7 @@
 #include <set>
 
 #include "files/example_designs.h"
+#include "files/model_file.h"
 #include "motion/fourier.h"
 #include "motion/segments.h"
 #include "paint/plot_charts.h"
@@ -229,6 +230,39 @@ TEST_F(Plot_Screens, a_transform_that_is_not_in_memory_is_a_line_of_zeros)
     const auto& chart = user.Find<paint::Chart>(Element("grf_Plot", 0));
     EXPECT_EQ(chart.Curves()[0].y, std::vector<double>(15, 0.0));
     EXPECT_GT(chart.Plot().yAxis->range().size(), 1.0);
+}
+
+TEST_F(Plot_Screens, a_loaded_transform_is_not_offered_and_the_screen_says_why)
+{
+    {
+        frm_PlotSelect screen(2);
+        EXPECT_FALSE(Driver(screen).Visible("lbl_Transform"));  // there was none
+    }
+    Transform(var::A);
+    {
+        frm_PlotSelect screen(2);
+        const Driver user(screen);
+        EXPECT_FALSE(user.Visible("lbl_Transform"));
+        EXPECT_NE(user.Find<QComboBox>("cmb_Var1").findText("Mag FFT"), -1);
+    }
+    const QTemporaryDir folder;
+    design.identity.File_Name = folder.filePath("f.cam").toStdString();
+    script_.Expect({"The file was successfully written to \n" + design.identity.File_Name});
+    ASSERT_TRUE(Write_Model_File(design, Replace::with_backup));
+    const std::string path = design.identity.File_Name;
+    ASSERT_TRUE(Sub_Main(design, "", {}));  // opening a file begins with a fresh design
+    ASSERT_TRUE(Load_Model(design, path));
+    ASSERT_NE(Data(20, 4), 0.0);  // the file has the rows
+    for (const int plot_style : {1, 2, 3, 4}) {
+        frm_PlotSelect screen(plot_style);
+        const Driver user(screen);
+        EXPECT_EQ(user.Text("lbl_Transform"),
+                  "A model file keeps no Fourier transform to plot. The FFT screen makes one, and the command fft "
+                  "prints one.");
+        EXPECT_TRUE(user.Visible("lbl_Transform"));
+        EXPECT_EQ(user.Find<QComboBox>("cmb_Var1").findText("Mag FFT"), -1);
+        EXPECT_EQ(user.Find<QComboBox>("cmb_Preset").findText("Magnitude and Phase Components of Current FFT"), -1);
+    }
 }
 
 TEST_F(Plot_Screens, harmonics_and_functions_in_one_window_are_refused_with_the_reason)
