@@ -246,10 +246,9 @@ TEST_F(Plot_Screens, a_loaded_transform_is_not_offered_and_the_screen_says_why)
         EXPECT_NE(user.Find<QComboBox>("cmb_Var1").findText("Mag FFT"), -1);
     }
     const QTemporaryDir folder;
-    design.identity.File_Name = folder.filePath("f.cam").toStdString();
-    script_.Expect({"The file was successfully written to \n" + design.identity.File_Name});
-    ASSERT_TRUE(Write_Model_File(design, Replace::with_backup));
-    const std::string path = design.identity.File_Name;
+    const std::string path = folder.filePath("f.cam").toStdString();
+    script_.Expect({"The file was successfully written to \n" + path});
+    ASSERT_TRUE(Write_Model_File(design, path, Save_From::home_screen));
     ASSERT_TRUE(Sub_Main(design, "", {}));  // opening a file begins with a fresh design
     ASSERT_TRUE(Load_Model(design, path));
     ASSERT_NE(Data(20, 4), 0.0);  // the file has the rows
