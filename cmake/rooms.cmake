@@ -10,6 +10,15 @@ target_compile_options(lobemax_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
   -ffp-contract=off)
+if(LOBEMAX_HARDEN)
+  # Told explicitly, whatever the distribution's compiler does by itself. _FORTIFY_SOURCE has its checks from -O1 on.
+  include(CheckPIESupported)
+  check_pie_supported()
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+  target_compile_options(lobemax_options INTERFACE
+    -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS -fstack-protector-strong -fcf-protection=full)
+  target_link_options(lobemax_options INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+endif()
 if(LOBEMAX_SANITIZE)
   target_compile_options(lobemax_options INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -484,6 +484,14 @@ void frm_HomeScreen::Show_Recent()
         recent_->addAction(QStringLiteral("No files yet"))->setEnabled(false);
 }
 
+std::vector<std::string> Recent_Folders()
+{
+    std::vector<std::string> folders;
+    for (const QString& path : QSettings().value(QStringLiteral("recent")).toStringList())
+        folders.push_back(From_Qt(QFileInfo(path).absolutePath()));
+    return folders;
+}
+
 void frm_HomeScreen::Remember(const std::string& path)
 {
     if (path.empty())

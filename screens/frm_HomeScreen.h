@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "core/design_state.h"
 #include "core/messages.h"
@@ -27,6 +28,9 @@ class Chart;
 namespace lobemax::screens {
 
 class Status_Panel;
+
+/// The folders of the files that were opened or saved last.
+std::vector<std::string> Recent_Folders();
 
 /// The hub: buttons that open with the ladder, menus, lamps, the design at a glance.
 class frm_HomeScreen : public QMainWindow {

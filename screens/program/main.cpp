@@ -15,6 +15,7 @@
 #include <cstdlib>
 #include <functional>
 #include <optional>
+#include <thread>
 
 #include "core/startup.h"
 #include "core/traps.h"
@@ -24,6 +25,7 @@
 #include "files/recovery.h"
 #include "files/run_record.h"
 #include "files/standard_files.h"
+#include "files/whole_file.h"
 #include "forms/preference_choice.h"
 #include "screens/dark_palette.h"
 #include "screens/desk.h"
@@ -162,6 +164,12 @@ int Run(const Options& options)
         Terminate(folder);
         return 0;
     }
+    // What a run that was killed in the midst of a save left beside its model. A folder on a server that is away may
+    // take its time: the start does not wait.
+    std::thread([folders = Recent_Folders()] {
+        for (const std::string& recent : folders)
+            Remove_Leftovers(recent);
+    }).detach();
     frm_HomeScreen home(folder);
     home.show();
     Trap("lobemax", [&] {
