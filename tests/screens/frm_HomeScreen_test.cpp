@@ -629,7 +629,8 @@ TEST_F(Program, a_killed_run_leaves_its_mark_for_the_next_start)
     QProcess program;
     Start(program, {"--no-title"});
     ASSERT_TRUE(program.waitForStarted(20000));
-    for (int tries = 0; tries < 200 && Record() != "Running\r"; ++tries)
+    const std::string preferences = folder_ + "Documents/LOBEMAX/Preferences.txt";
+    for (int tries = 0; tries < 400 && !(Record() == "Running\r" && std::filesystem::exists(preferences)); ++tries)
         QTest::qWait(50);
     EXPECT_EQ(Record(), "Running\r");
     program.kill();
@@ -640,7 +641,7 @@ TEST_F(Program, a_killed_run_leaves_its_mark_for_the_next_start)
          "   To avoid this problem in the future, please use the   \n"
          "   Quit button or File/Quit menu to stop the program.   "});
     EXPECT_EQ(Check_Run_Record(design, folder_ + "Documents/LOBEMAX/", ""), Run_Start::after_a_crash);
-    EXPECT_TRUE(std::filesystem::exists(folder_ + "Documents/LOBEMAX/Preferences.txt"));
+    EXPECT_TRUE(std::filesystem::exists(preferences));
 }
 
 }  // namespace
