@@ -30,11 +30,11 @@ inline constexpr int Form_Closed_Model = 1;
 
 /// How a run is integrated: what the screen holds beside the design, and the command's options.
 struct Vibration_Run {
-    double t_start = 0.0;         // seconds
-    std::optional<double> t_end;  // seconds; none: twice the cam's period, unrounded
-    double start_step = 0.0001;   // seconds
-    double smallest_step = 0.0;   // seconds
-    Single eps = 0.001;           // accuracy
+    double t_start = 0.0;           // seconds
+    std::optional<double> t_end{};  // seconds; none: twice the cam's period, unrounded
+    double start_step = 0.0001;     // seconds
+    double smallest_step = 0.0;     // seconds
+    Single eps = 0.001;             // accuracy
 };
 
 /// Time of one turn of the cam, seconds. @throws Fault{11} when the cam stands still
