@@ -37,7 +37,7 @@ struct Options {
     std::optional<double> t_end;
     std::optional<double> eps;
     std::optional<double> start_step;
-    std::optional<double> max_steps;
+    std::optional<Long> max_steps;
     std::optional<double> x_start;
     Vibration_Run run;          // from the options above
     bool forces_stood = false;  // in the file: a setting may have taken them away, and the vibration brings them again
@@ -155,11 +155,12 @@ std::string Take_Vibration_Options(Design_State& design, Options& options)
     };
     if (design.cam.Closure == "Form" && options.model.value_or(Form_Closed_Model) != Form_Closed_Model)
         return "--model: a form-closed cam has the vibration model 1 alone";
-    for (const auto& [option, field, value] : {std::tuple{"--max-steps", "Ode_Max_Steps", options.max_steps},
-                                               std::tuple{"--x-start", "x-Initial", options.x_start}})
-        if (value)
-            if (const Verdict verdict = Put(design, field, *value); !verdict)
-                return refused(option, verdict);
+    if (options.max_steps)
+        if (const Verdict verdict = Put(design, "Ode_Max_Steps", *options.max_steps); !verdict)
+            return refused("--max-steps", verdict);
+    if (options.x_start)
+        if (const Verdict verdict = Put(design, "x-Initial", *options.x_start); !verdict)
+            return refused("--x-start", verdict);
     Vibration_Run& run = options.run;
     for (const auto& [option, value] : {std::pair{"--t-start", options.t_start}, std::pair{"--eps", options.eps},
                                         std::pair{"--start-step", options.start_step}})
@@ -210,9 +211,14 @@ int Run(Session& session, Options options)
         Pick_Model(session.design, options);
     if (!session.Apply_Settings(options.settings))
         return wrong_input;
-    if (vibration)
-        if (const std::string refusal = Take_Vibration_Options(session.design, options); !refusal.empty())
-            return session.Wrong(refusal);
+    try {
+        if (vibration)
+            if (const std::string refusal = Take_Vibration_Options(session.design, options); !refusal.empty())
+                return session.Wrong(refusal);
+    } catch (const Fault& fault) {
+        return session.Wrong(fault.Number() == division_by_zero ? "the cam stands still: it has no vibration"
+                                                                : "--eps or --x-start is too large");
+    }
     for (const Level& level : ladder)
         if (std::find(wanted.begin(), wanted.end(), level.name) != wanted.end() &&
             (!level.work(session, options) || session.Error_Reported()))

@@ -93,13 +93,13 @@ void Ode_Rk4(const Ode_Derivatives& derivs, const Ode_Vector& y, const Ode_Vecto
     const double h6 = h / 6.0;
     const double xh = x + hh;
     Ode_Vector yt{};
-    Ode_Vector dyt{};
-    Ode_Vector dym{};
+    Ode_Vector dyt = dydx;
     for (std::size_t i = 0; i < count; ++i)
         yt[i] = y[i] + hh * dydx[i];
     derivs(xh, yt, dyt);
     for (std::size_t i = 0; i < count; ++i)
         yt[i] = y[i] + hh * dyt[i];
+    Ode_Vector dym = dyt;
     derivs(xh, yt, dym);
     for (std::size_t i = 0; i < count; ++i) {
         yt[i] = y[i] + h * dym[i];
@@ -119,6 +119,7 @@ void Ode_Step_Doubling(Design_State& design, const Ode_Derivatives& derivs, Ode_
         const double hh = h * 0.5;
         Ode_Rk4(derivs, ysav, dysav, n, xsav, hh, ytemp);
         step.x = xsav + hh;
+        step.dydx = dysav;  // and not that of a trial before, which may have gone further
         derivs(step.x, ytemp, step.dydx);
         Ode_Rk4(derivs, ytemp, step.dydx, n, step.x, hh, step.y);
         step.x = xsav + h;

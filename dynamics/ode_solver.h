@@ -23,7 +23,8 @@ inline constexpr Long Max_Stored_Steps = 1'000'000;  // of a trajectory: 20 MB
 /// A state, its derivative, or a scale of it; elements 1 and 2 of the equations stand at places 0 and 1.
 using Ode_Vector = std::array<double, Max_Ode_Equations>;
 
-/// dydx = f(t, y), asked without an allocation. It may leave dydx as it was; the value before then stands.
+/// dydx = f(t, y), asked without an allocation. It may leave dydx as it was; the one before within the step then
+/// stands.
 class Ode_Derivatives {
 public:
     /// @param model  called as model(t, y, dydx); lives as long as the view

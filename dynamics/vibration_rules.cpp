@@ -102,6 +102,8 @@ bool Accept_Accuracy(double eps)
 
 Verdict Run_may_be(const Design_State& design, const Vibration_Run& run)
 {
+    if (!(design.motion.Shaft_speed > 0.0))
+        return {"A vibration needs a positive shaft speed: time runs forward."};
     for (const double value : {run.t_start, run.start_step, run.smallest_step, double{run.eps}})
         if (Verdict verdict = Not_Below_Zero_may_be(value); !verdict)
             return verdict;

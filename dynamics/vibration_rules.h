@@ -26,9 +26,8 @@ Verdict End_Time_may_be(const Design_State& design, double seconds);
 /// Asks whether an accuracy below 0.0001 is to stand. @return whether it does; one that is not so small is not asked
 bool Accept_Accuracy(double eps);
 
-/// Whether a run can be made by these figures and the design's; if not, why. The accuracy is above zero, the run covers
-/// the second turn of the cam, and its steps are some and not more than the memory kept for them.
-/// @throws Fault{11} when the cam stands still
+/// Whether a run can be made by these figures and the design's; if not, why. The cam turns forward, the accuracy is
+/// above zero, the run covers the second turn, and its steps are some and not more than the memory kept for them.
 Verdict Run_may_be(const Design_State& design, const Vibration_Run& run);
 
 /// Return_Spring_Rate by the model picked: 0 for model 1, else the closing spring of the two. Follower_Stiffness is the

@@ -69,6 +69,9 @@ constexpr std::array controls{
     Model_Control{"opt_Color(0)", "Color Plots", ""},
     Model_Control{"opt_Color(1)", "Gray Plots", ""},
     Model_Control{"chk_Vertline", "Vertical Grid", ""},
+    Model_Control{"chk_Polydyne", "Make Polydyne Cam",
+                  "Choose the time base of radians first: per second its velocity, pressure angle, curvature and "
+                  "surface are not those of its displacement"},
     Model_Control{"cmd_Cancel", "< &Back", ""},
     Model_Control{"cmd_Calc", "&Calculate", ""},
     Model_Control{"cmd_Replot", "&Replot", ""},

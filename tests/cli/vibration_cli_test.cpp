@@ -105,7 +105,8 @@ TEST_F(Vibration_Cli, options_are_refused_in_the_screens_words)
         EXPECT_EQ(result.err, std::string("lobemax-cli: ") + c.message + "\n") << c.options;
         EXPECT_FALSE(Exists("d.cam"));
     }
-    for (const char* options : {"--model 6", "--model 0", "--eps x", "--max-steps 1e400"})
+    for (const char* options :
+         {"--model 6", "--model 0", "--eps x", "--max-steps 1e400", "--max-steps 2.5", "--x-start 1e39", "--eps 1e400"})
         EXPECT_EQ(Calc(std::string("--levels vibration ") + options).status, 2) << options;
     EXPECT_EQ(Calc("--levels vibration --eps 0").status, 1);
     EXPECT_EQ(Calc("--levels vibration --max-steps 0").status, 1);

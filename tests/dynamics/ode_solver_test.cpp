@@ -279,8 +279,8 @@ TEST_F(Integrator, leaves_what_the_derivatives_leave)
     const auto silent = [](double, const Ode_Vector&, Ode_Vector&) {};
     Ode_Vector end{};
     Ode_Rk4(Ode_Derivatives(silent), {1.0, 2.0}, {6.0, 12.0}, 2, 0.0, 0.5, end);
-    EXPECT_DOUBLE_EQ(end[0], 1.5);  // one sixth of the slope at the start alone
-    EXPECT_DOUBLE_EQ(end[1], 3.0);
+    EXPECT_DOUBLE_EQ(end[0], 1.0 + 0.5 * 6.0);
+    EXPECT_DOUBLE_EQ(end[1], 2.0 + 0.5 * 12.0);
 }
 
 TEST_F(Integrator, Ode_Max_saturates_at_the_largest_Single)

@@ -18,6 +18,7 @@
 namespace lobemax {
 namespace {
 
+constexpr Standing Up_to_Forces{.motion = true, .size = true, .forces = true};
 const std::string cancelled = "The calculation has been cancelled at your request.";
 const std::string jumping = "The follower is jumping off the cam.  This design should not be used.";
 
@@ -219,6 +220,39 @@ TEST_F(Vibration_Rungs, figures_that_cannot_be_are_refused_before_anything_is_to
     }
 }
 
+TEST_F(Vibration_Rungs, a_cam_that_stands_or_turns_backwards_has_no_vibration)
+{
+    for (const double speed : {0.0, -18.0}) {
+        boxes.clear();
+        design.motion.Shaft_speed = speed;
+        EXPECT_FALSE(Run_Vibration(design, {}));
+        EXPECT_EQ(Texts(), std::vector<std::string>{"A vibration needs a positive shaft speed: time runs forward."});
+    }
+}
+
+TEST_F(Vibration_Rungs, a_slow_shaft_passes_the_whole_turn_out_of_a_long_dwell)
+{
+    // In the dwell the response has died away to some 1E-15, and just before the turn the derivative is left as it was.
+    ASSERT_TRUE(Put(design, "Shaft speed", 1.0));
+    ASSERT_TRUE(Recalculate(design, Up_to_Forces));
+    ASSERT_TRUE(Run_Vibration(design, {}));
+    EXPECT_TRUE(boxes.empty());
+    EXPECT_LT(d_.Ode_Count, 20000);
+    for (const int i : {0, 45, 135, 225, 315, 360})
+        EXPECT_NEAR(Value(var::Response_X, i), Value(var::S, i), 1e-3) << "so slow a train is rigid";
+}
+
+TEST_F(Vibration_Rungs, a_slower_one_still_meets_a_rest_that_no_step_leaves)
+{
+    ASSERT_TRUE(Put(design, "Shaft speed", 0.5));
+    ASSERT_TRUE(Recalculate(design, Up_to_Forces));
+    d_.Ode_Max_Steps = 200000;
+    EXPECT_FALSE(Run_Vibration(design, {}));
+    ASSERT_EQ(boxes.size(), 2U);
+    EXPECT_NE(boxes[0].text.find("The step size has become insignificant"), std::string::npos);
+    EXPECT_EQ(boxes[1].text, cancelled);
+}
+
 TEST_F(Vibration_Rungs, a_longer_run_shows_the_second_turn_all_the_same)
 {
     ASSERT_TRUE(Run_Vibration(design, {.eps = 1e-5}));
@@ -338,7 +372,7 @@ void Make_Suitable()
 {
     for (const int i : {1, 3})
         ASSERT_TRUE(Put(design, "Program", At(i), "11"));
-    ASSERT_TRUE(Recalculate(design, {.motion = true, .size = true, .forces = true}));
+    ASSERT_TRUE(Recalculate(design, Up_to_Forces));
 }
 
 TEST_F(Vibration_Rungs, a_polydyne_cam_is_made_after_its_note)
@@ -373,7 +407,7 @@ TEST_F(Vibration_Rungs, a_polydyne_cam_brings_the_follower_nearer_to_its_motion)
 {
     Make_Suitable();
     ASSERT_TRUE(Put(design, "Time Base", 3.0));
-    ASSERT_TRUE(Recalculate(design, {.motion = true, .size = true, .forces = true}));
+    ASSERT_TRUE(Recalculate(design, Up_to_Forces));
     ASSERT_TRUE(Put(design, "Kspring", At(2), 40000.0));
     const auto largest_error = [] {
         double largest = 0.0;
