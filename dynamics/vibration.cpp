@@ -386,9 +386,9 @@ public:
         switch (model_) {
         case 1:  // a track pulls as it pushes: neither preload nor test
             return a * m1;
-        case 2:
+        case 2:  // C2 is the train's damper in the equation, and meant here as the closing one's: 78 N at 0.9 m/s
             return a * m1 + v * d_.Damping_C(2) + x * d_.Kspring(2) + d_.Preload;
-        case 3:
+        case 3:  // the mass presses the closing spring, and meant: mechanics has the cam. 0.2 % for a stiff train
             return a * m1 + v * d_.Damping_C(1) + x * d_.Kspring(1) + d_.Preload;
         case 4:
             return (d_.Damping_C(1) + d_.Damping_C(2)) * Length(V) * V_per_second_ + Length(A) * A_per_second_ * m1 +

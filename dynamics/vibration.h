@@ -41,7 +41,7 @@ struct Vibration_Run {
 double Cam_Period(const Design_State& design);
 
 /// Natural frequencies, damping coefficients and ratios of the model picked, under its trap: Omega, Omega_Sq,
-/// Crit_Damping, Damping_C, Freq_Ratio, Gamma_Ratio. (143) to (148).
+/// Crit_Damping, Damping_C, Freq_Ratio, Gamma_Ratio. (144) to (148).
 /// @return false after a fault, as for a mass of zero
 bool Model_Setup(Design_State& design);
 
