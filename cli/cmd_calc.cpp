@@ -3,12 +3,14 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <tuple>
 
 #include "cli/commands.h"
 #include "cli/session.h"
 #include "core/design_state.h"
 #include "core/ladder.h"
 #include "core/text.h"
+#include "dynamics/vibration_rules.h"
 #include "edit/door.h"
 #include "edit/rungs.h"
 #include "forms/workflow.h"
@@ -30,6 +32,15 @@ struct Options {
     std::optional<std::string> poisson_cam;
     std::optional<std::string> youngs_follower;
     std::optional<std::string> poisson_follower;
+    std::optional<int> model;
+    std::optional<double> t_start;
+    std::optional<double> t_end;
+    std::optional<double> eps;
+    std::optional<double> start_step;
+    std::optional<Long> max_steps;
+    std::optional<double> x_start;
+    Vibration_Run run;          // from the options above
+    bool forces_stood = false;  // in the file: a setting may have taken them away, and the vibration brings them again
 };
 
 /// A rung of the ladder that this release calculates; work() is true when its flag was reached.
@@ -106,9 +117,60 @@ bool Calculate_Stress(Session& session, const Options& options)
     return Run_Stress(design, refused) && design.flags.Stressflag;
 }
 
+bool Calculate_Vibration(Session& session, const Options& options)
+{
+    Design_State& design = session.design;
+    if (!design.flags.Sized || !(design.flags.Dynamicflag || options.forces_stood)) {
+        session.Say("vibration: the forces are not calculated");
+        return false;
+    }
+    return May_Open_Vibration(design) && Run_Vibration(design, options.run);
+}
+
+bool Calculate_Polydyne(Session& session, const Options& options)
+{
+    Design_State& design = session.design;
+    if (!design.flags.Modelflag) {
+        session.Say("polydyne: the vibration is not calculated");
+        return false;
+    }
+    return Run_Polydyne(design, options.run) && Size_Polydyne(design);
+}
+
 // In ladder order.
-constexpr std::array ladder{Level{"svaj", Calculate_Motion}, Level{"size", Calculate_Size},
-                            Level{"dynamics", Calculate_Dynamics}, Level{"stress", Calculate_Stress}};
+constexpr std::array ladder{Level{"svaj", Calculate_Motion},       Level{"size", Calculate_Size},
+                            Level{"dynamics", Calculate_Dynamics}, Level{"vibration", Calculate_Vibration},
+                            Level{"polydyne", Calculate_Polydyne}, Level{"stress", Calculate_Stress}};
+
+/// The options of a vibration as the screen's entries take them. @return empty, or why one is refused
+std::string Take_Vibration_Options(Design_State& design, Options& options)
+{
+    const auto refused = [](const char* option, const Verdict& verdict) {
+        return std::string(option) + ": " + verdict.sentence;
+    };
+    if (design.cam.Closure == "Form" && options.model.value_or(Form_Closed_Model) != Form_Closed_Model)
+        return "--model: a form-closed cam has the vibration model 1 alone";
+    if (options.max_steps)
+        if (const Verdict verdict = Put(design, "Ode_Max_Steps", *options.max_steps); !verdict)
+            return refused("--max-steps", verdict);
+    if (options.x_start)
+        if (const Verdict verdict = Put(design, "x-Initial", *options.x_start); !verdict)
+            return refused("--x-start", verdict);
+    Vibration_Run& run = options.run;
+    for (const auto& [option, value] : {std::pair{"--t-start", options.t_start}, std::pair{"--eps", options.eps},
+                                        std::pair{"--start-step", options.start_step}})
+        if (const Verdict verdict = Not_Below_Zero_may_be(value.value_or(0.0)); !verdict)
+            return refused(option, verdict);
+    if (options.t_end)
+        if (const Verdict verdict = End_Time_may_be(design, *options.t_end); !verdict)
+            return refused("--t-end", verdict);
+    run.t_start = options.t_start.value_or(run.t_start);
+    run.t_end = options.t_end;
+    run.start_step = options.start_step.value_or(run.start_step);
+    if (options.eps && Accept_Accuracy(*options.eps))
+        run.eps = *options.eps;
+    return {};
+}
 
 std::vector<std::string> Split_at_Commas(const std::string& list)
 {
@@ -122,7 +184,14 @@ std::vector<std::string> Split_at_Commas(const std::string& list)
     return words;
 }
 
-int Run(Session& session, const Options& options)
+/// The part of --model: before the settings, whose springs follow the model picked.
+void Pick_Model(Design_State& design, const Options& options)
+{
+    if (options.model)
+        Put(design, "Model_Type", *options.model);
+}
+
+int Run(Session& session, Options options)
 {
     const std::vector<std::string> wanted = Split_at_Commas(options.levels);
     for (const std::string& word : wanted)
@@ -130,8 +199,21 @@ int Run(Session& session, const Options& options)
             return session.Wrong("--levels: this release has no level '" + word + "'");
     if (const int status = session.Load(options.input); status != done)
         return status;
+    const bool vibration =
+        std::ranges::any_of(wanted, [](const std::string& word) { return word == "vibration" || word == "polydyne"; });
+    options.forces_stood = session.design.flags.Dynamicflag;
+    if (vibration)
+        Pick_Model(session.design, options);
     if (!session.Apply_Settings(options.settings))
         return wrong_input;
+    try {
+        if (vibration)
+            if (const std::string refusal = Take_Vibration_Options(session.design, options); !refusal.empty())
+                return session.Wrong(refusal);
+    } catch (const Fault& fault) {
+        return session.Wrong(fault.Number() == division_by_zero ? "the cam stands still: it has no vibration"
+                                                                : "--eps or --x-start is too large");
+    }
     for (const Level& level : ladder)
         if (std::find(wanted.begin(), wanted.end(), level.name) != wanted.end() &&
             (!level.work(session, options) || session.Error_Reported()))
@@ -147,11 +229,26 @@ void Add_Calc(CLI::App& app, Action& action)
     const auto options = std::make_shared<Options>();
     command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
     Add_Output(*command, options->output, "model file to write");
-    command->add_option("--levels", options->levels, "comma-separated, of svaj, size, dynamics, stress")
+    command
+        ->add_option("--levels", options->levels,
+                     "comma-separated, of svaj, size, dynamics, vibration, polydyne, stress")
         ->type_name("LIST")
         ->capture_default_str();
     command->add_flag("--accumulate", options->accumulate, "dynamics: add the torque to what the model holds");
     command->add_flag("--external-force", options->external_force, "dynamics: add the external force of the model");
+    command->add_option("--model", options->model, "vibration: the model of the follower train")
+        ->type_name("1..5")
+        ->check(CLI::Range(First_Model, Last_Model));
+    command->add_option("--t-start", options->t_start, "vibration: start of the integration, seconds")->type_name("S");
+    command->add_option("--t-end", options->t_end, "vibration: its end (default: twice the cam period)")
+        ->type_name("S");
+    command->add_option("--eps", options->eps, "vibration: accuracy of a step (default: 0.001)")->type_name("E");
+    command->add_option("--start-step", options->start_step, "vibration: first step, seconds (default: 0.0001)")
+        ->type_name("H");
+    command->add_option("--max-steps", options->max_steps, "vibration: largest count of steps (default: the model's)")
+        ->type_name("N");
+    command->add_option("--x-start", options->x_start, "vibration: displacement that the mass starts with")
+        ->type_name("X");
     command->add_option("--cam-e", options->youngs_cam, "stress: Young's modulus of the cam")->type_name("E");
     command->add_option("--cam-nu", options->poisson_cam, "stress: Poisson's ratio of the cam")->type_name("NU");
     command->add_option("--follower-e", options->youngs_follower, "stress: Young's modulus of the follower")

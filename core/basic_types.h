@@ -194,10 +194,10 @@ class Row {
 public:
     using Element = T;
 
-    /// Reallocates to 0..last, contents lost; a last below 0 is error 9.
-    void Dimension(int last)
+    /// Reallocates to 0..last, contents lost; a last below 0 or above most is error 9.
+    void Dimension(int last, int most = 32767)
     {
-        const std::size_t count = Checked_Place(last, 0, 32767) + 1;
+        const std::size_t count = Checked_Place(last, 0, most) + 1;
         v_.assign(count, T{});
     }
     int Last() const noexcept { return static_cast<int>(v_.size()) - 1; }
@@ -217,11 +217,11 @@ class Table {
 public:
     using Element = T;
 
-    /// Reallocates to (0..last_row, 0..last_point), contents lost; a bound below 0 is error 9.
-    void Dimension(int last_row, int last_point)
+    /// Reallocates to (0..last_row, 0..last_point), contents lost; a bound below 0, or a point above most, is error 9.
+    void Dimension(int last_row, int last_point, int most = 32767)
     {
         const std::size_t rows = Checked_Place(last_row, 0, 32767) + 1;
-        const std::size_t points = Checked_Place(last_point, 0, 32767) + 1;
+        const std::size_t points = Checked_Place(last_point, 0, most) + 1;
         v_.assign(rows * points, T{});
         last_row_ = last_row;
         last_point_ = last_point;

@@ -286,6 +286,10 @@ struct Dynamics_Group {
     Single Ode_Save_Interval;
     Long Ode_Count = 0;
     std::string Ode_Message;
+    Single Force_Dyn_Max;  // of the dynamic force over the cycle
+    Single Force_Dyn_Min;
+    Single Polydyne_Max;  // of the polydyne displacement
+    Single Polydyne_Min;
 
     Single Comp_Mass;
     Single Comp_Spring_Rate;

@@ -105,6 +105,11 @@ constexpr std::array falls{
 
     Fall{Event::forces_began, Of(forces), nullptr, "they are being calculated"},
     Fall{Event::forces_done, Of(stress), nullptr, "the stresses rest on the forces before"},
+    Fall{Event::closing_spring_edited, Of(forces, stress, vibration, saved), nullptr,
+         "forces and dynamic force were calculated with the spring before"},
+    Fall{Event::vibration_began, Of(vibration), nullptr, "it is being calculated"},
+    Fall{Event::vibration_done, Of(stress), nullptr, "the stresses rest on the dynamic force before"},
+    Fall{Event::polydyne_given_up, Of(polydyne), nullptr, "the cam is that of the motion itself again"},
     Fall{Event::stress_began, Of(stress), nullptr, "they are being calculated"},
     Fall{Event::transform_began, Of(transform), nullptr, "its rows are being filled"},
     Fall{Event::compensation_given_up, Of(compensating_cam), nullptr, "the user goes on without saving it"},

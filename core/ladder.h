@@ -85,6 +85,10 @@ enum class Event : std::uint8_t {
     cam_changed,  // cam or follower chosen anew by the preferences
     forces_began,
     forces_done,
+    closing_spring_edited,  // the spring or the preload that holds the follower
+    vibration_began,
+    vibration_done,
+    polydyne_given_up,  // the cam is to be that of the motion itself again
     stress_began,
     transform_began,
     compensation_given_up,
@@ -95,7 +99,7 @@ enum class Event : std::uint8_t {
     results_let_go,  // Undo has gone back further than calculated rows are kept
     started,         // the program has come up
 };
-inline constexpr int Event_Count = 33;
+inline constexpr int Event_Count = 37;
 
 /// One row of the table of falls.
 struct Fall {

@@ -125,6 +125,11 @@ void Refresh_Screens()
         installed.refresh();
 }
 
+bool Stop_Wished(double share_done)
+{
+    return installed.progress && installed.progress(share_done);
+}
+
 std::string Today_Text()
 {
     return installed.date ? installed.date() : Clock_Text("%Y-%m-%d");

@@ -55,6 +55,7 @@ struct Host {
     std::function<void()> show_home;          // bring the Home screen up
     std::function<void()> refresh;            // lamps, buttons and menus follow the state again
     File_System* file_system = nullptr;       // in place of the operating system's (files/whole_file.h)
+    std::function<bool(double)> progress;     // told the share done, 0 to 1, of long work; true: the user stops it
 };
 
 /// Installs the host, by main() or by a test, and returns the one before.
@@ -69,6 +70,8 @@ Answer Show_Message(const std::string& text, Buttons buttons, Symbol symbol, Ans
 void Show_Wait_Pointer();
 void Restore_Pointer();
 void Refresh_Screens();
+/// Tells how far long work has got, 0 to 1; 1 ends it. @return whether the user wishes to stop
+bool Stop_Wished(double share_done);
 std::string Today_Text();
 std::string Now_Text();
 

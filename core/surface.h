@@ -4,6 +4,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 namespace lobemax {
 
@@ -34,6 +35,8 @@ public:
     virtual void Circle(double x, double y, double radius, Ink ink) = 0;
     /// A closed curve, its inside lightly filled.
     virtual void Outline(std::span<const World_Point> points, Ink ink) = 0;
+    /// A word about a point, upright and as large as the letters of a screen.
+    virtual void Label(double x, double y, std::string_view text, Ink ink) = 0;
 };
 
 }  // namespace lobemax

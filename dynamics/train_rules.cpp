@@ -81,11 +81,6 @@ Verdict Roller_may_be(const Design_State&, const Field_Index&, const Typed_Value
     return Whole_from(first_cam_roller, last_cam_roller, value);
 }
 
-Verdict Model_may_be(const Design_State&, const Field_Index&, const Typed_Value& value)
-{
-    return Whole_from(1, 5, value);
-}
-
 Verdict Not_Negative(const Design_State&, const Field_Index&, const Typed_Value& value)
 {
     return value.number < 0.0 ? Verdict{std::string(must_be_positive)} : Verdict{};
@@ -102,7 +97,7 @@ std::vector<Field_Rule> Make_Rules()
     std::vector<Field_Rule> rules{
         rule(forces_edited, "Mass", "Effective mass", Positive_may_be, Mass_Follows),
         rule(forces_edited, "Return_Spring_Rate", "Spring constant", Positive_may_be, Spring_Follows),
-        rule(forces_edited, "Preload", "Spring preload", Positive_may_be, Preload_Follows),
+        rule(closing_spring_edited, "Preload", "Spring preload", Positive_may_be, Preload_Follows),
         rule(forces_edited, "Zeta_Initial", "Damping ratio", Zeta_may_be),
         rule(forces_edited, "Damping", "Damping coefficient", Positive_may_be),
         rule(forces_edited, "Bearing Radius", "Cam journal", Positive_may_be),
@@ -117,14 +112,6 @@ std::vector<Field_Rule> Make_Rules()
         rule(stress_edited, "Roller type", "Type of roller", Roller_may_be),
         rule(stress_edited, "Crown radius", "Crown radius", Contact_may_be),
         rule(stress_edited, "Roller length", "Contact length", Contact_may_be),
-        rule(vibration_edited, "Model_Type", "Vibration model", Model_may_be),
-        rule(vibration_edited, "Mass_m", "Mass %1", Not_Negative),
-        rule(vibration_edited, "Kspring", "Spring %1", Not_Negative),
-        rule(vibration_edited, "Zeta", "Damping ratio %1", Not_Negative),
-        rule(vibration_edited, "Follower_Stiffness", "Follower stiffness", Not_Negative),
-        rule(vibration_edited, "x-Initial", "Initial displacement"),
-        rule(vibration_edited, "Ode_Max_Steps", "Steps of the integration", Positive_may_be),
-        rule(vibration_edited, "Ode_Save_Interval", "Interval of the stored points", Not_Negative),
         rule(compensation_edited, "Comp_Mass", "Mass of the balancing train", Not_Negative),
         rule(compensation_edited, "Comp_Spring_Rate", "Spring of the balancing train", Not_Negative),
         rule(compensation_edited, "Comp_Preload", "Preload of the balancing train", Not_Negative),
@@ -136,9 +123,6 @@ std::vector<Field_Rule> Make_Rules()
     };
     derived_from("mass, spring and damping ratio", {"Omega_N", "Critical_Damping", "Omega_D"});
     derived_from("the calculated forces", {"Torque_Integral_Max", "Torque_Integral_Min"});
-    derived_from("Mass_m, Kspring and Zeta",
-                 {"Omega_Sq", "Omega", "Crit_Damping", "Damping_C", "Freq_Ratio", "Gamma_Ratio"});
-    derived_from("the vibration", {"Ode_Count"});
     return rules;
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-/// The rules of the follower train's fields: forces, contact, vibration, compensation.
+/// The rules of the follower train's fields: forces, contact, compensation. Those of the vibration have their own.
 #pragma once
 
 #include <span>

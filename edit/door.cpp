@@ -10,6 +10,7 @@
 #include "camgeom/cam_rules.h"
 #include "core/text.h"
 #include "dynamics/train_rules.h"
+#include "dynamics/vibration_rules.h"
 #include "motion/motion_rules.h"
 #include "motion/polynomial.h"
 
@@ -102,7 +103,7 @@ const Field_Rule& Rule_of(const Field& field)
 {
     static const std::unordered_map<std::string_view, const Field_Rule*> by_name = [] {
         std::unordered_map<std::string_view, const Field_Rule*> map;
-        for (const auto rules : {General_Rules(), Motion_Rules(), Cam_Rules(), Train_Rules()})
+        for (const auto rules : {General_Rules(), Motion_Rules(), Cam_Rules(), Train_Rules(), Vibration_Rules()})
             for (const Field_Rule& rule : rules)
                 map.emplace(rule.field, &rule);
         return map;

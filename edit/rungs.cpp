@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "edit/rungs.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "camgeom/cam_rules.h"
 #include "camgeom/sizing.h"
 #include "core/ladder.h"
 #include "core/messages.h"
 #include "core/text.h"
+#include "core/traps.h"
 #include "core/units.h"
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
+#include "dynamics/vibration_rules.h"
 #include "edit/door.h"
 #include "motion/continuity.h"
 #include "motion/segments.h"
@@ -219,10 +224,143 @@ bool Run_Stress(Design_State& design, Contact_Field& refused)
     return true;
 }
 
+namespace {
+
+/// Forces that a vibration or another profile needs. Torques that were added up hold this cam's already.
+bool Forces_Anew(Design_State& design)
+{
+    if (design.dynamics.Torque_Start_Fresh)
+        return Run_Forces(design);
+    const auto torque = design.results.CalcData.Points(var::Torque);
+    const std::vector<Single> before(torque.begin(), torque.end());
+    const bool reached = Run_Forces(design);
+    std::ranges::copy(before, torque.begin());
+    Show_Torque_Areas(design);  // the flywheel's row goes with the torque
+    return reached;
+}
+
+/// Integration and response. @return false after a fault, which was told, or an abort, which was not
+bool Integrate_Model(Design_State& design, const Vibration_Run& run)
+{
+    Step_Counts steps;
+    if (!Solve_Model(design, run, steps))
+        return false;
+    if (Model_Results(design))
+        return true;
+    Apply(design, Event::vibration_began);  // the response is not whole
+    return false;
+}
+
+/// The work of a run up to what it tells at its end.
+bool Vibrate(Design_State& design, const Vibration_Run& run)
+{
+    Flags_Group& f = design.flags;
+    Dynamics_Group& d = design.dynamics;
+    if (design.cam.Closure == "Form")
+        d.Model_Type = Form_Closed_Model;  // a track closes; no spring does
+    f.Calc_Abort = false;
+    Apply(design, Event::vibration_began);
+    if (!Model_Setup(design))
+        return false;
+    d.Mass = d.Mass_m(1);
+    const bool reached = Forces_Anew(design) && Integrate_Model(design, run);
+    if (!reached && f.Calc_Abort) {
+        f.Calc_Abort = false;
+        Show_Message("The calculation has been cancelled at your request.", Buttons::OK, Symbol::information);
+    }
+    if (!reached)
+        return false;
+    Apply(design, Event::vibration_done);
+    if (f.Separated)
+        Show_Message("The follower is jumping off the cam.  This design should not be used.", Buttons::OK,
+                     Symbol::stop);
+    return true;
+}
+
+bool Refuse_Run(const Design_State& design, const Vibration_Run& run)
+{
+    bool fits = false;
+    return Refuse_Other_Units(design) || !Trap("Run_Vibration", [&] { fits = Tell(Run_may_be(design, run)); }) || !fits;
+}
+
+}  // namespace
+
+bool Run_Vibration(Design_State& design, const Vibration_Run& run)
+{
+    if (Refuse_Run(design, run))
+        return false;
+    const bool reached = Vibrate(design, run);
+    if (reached)
+        Trap("Find_Transient", [&] { Tell_Transient(design, Find_Transient(design)); });
+    Refresh_Screens();
+    return reached;
+}
+
+bool Has_Spline(const Design_State& design)
+{
+    constexpr int spline = 11;
+    const Motion_Group& m = design.motion;
+    for (int i = 1; i <= m.No_of_segments; ++i)
+        if (m.Seg_Program(i) == spline)
+            return true;
+    return false;
+}
+
+namespace {
+
+bool Confirm_Polydyne(const Design_State& design)
+{
+    const std::string kind = Has_Spline(design) ? "splinedyne" : "polydyne";
+    return Show_Message("Note: A " + kind +
+                            " cam requires a follower displacement function\n"
+                            "that is continuous through the 4th derivative of displacement (ping).\n"
+                            "For a double-dwell cam, the 11-deg Poly function is suitable.\n"
+                            "For a single-dwell cam, the Thoren and Stoddart functions are suitable.\n"
+                            "Also, any spline or polynomial function with suitable continuity will work.\n"
+                            "If you have chosen such suitable functions for all motions, select OK.\n"
+                            "Otherwise, select Cancel.",
+                        Buttons::OK_Cancel, Symbol::none) == Answer::OK;
+}
+
+/// Polydyne rows and the vibration of the cam that has them.
+bool Make_Polydyne(Design_State& design, const Vibration_Run& run)
+{
+    if (!Calc_Polydyne(design))
+        return false;
+    Reach(design, Mark::polydyne);
+    if (!Vibrate(design, run) || !Run_Vibration(design, run))
+        return false;
+    Table<Single>& data = design.results.CalcData;
+    for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i)
+        data(var::Response_Error, i) = data(var::Polydyne_S, i) - data(var::Response_X, i);
+    return true;
+}
+
+}  // namespace
+
+bool Run_Polydyne(Design_State& design, const Vibration_Run& run)
+{
+    return !Refuse_Run(design, run) && Confirm_Polydyne(design) && Make_Polydyne(design, run);
+}
+
+bool Size_Polydyne(Design_State& design)
+{
+    Keep_Kinematic_Profile(design);
+    return Run_Size(design) && Forces_Anew(design);
+}
+
+bool Give_Up_Polydyne(Design_State& design)
+{
+    if (!Holds(design, Mark::polydyne))
+        return true;
+    Apply(design, Event::polydyne_given_up);
+    return !Holds(design, Mark::size) || (Run_Size(design) && Forces_Anew(design));
+}
+
 Standing Standing_of(const Design_State& design)
 {
     const Flags_Group& f = design.flags;
-    return {f.Calculated, f.Sized, f.Dynamicflag, f.Stressflag};
+    return {f.Calculated, f.Sized, f.Dynamicflag, f.Stressflag, f.Modelflag, f.Polydyne_Calc};
 }
 
 namespace {
@@ -282,7 +420,8 @@ bool Recalculate_Stress(Design_State& design, bool same_unit)
 
 bool Climb(Design_State& design, const Standing& standing)
 {
-    const bool forces = standing.forces || standing.stress;
+    const bool vibration = standing.vibration || standing.polydyne;
+    const bool forces = standing.forces || standing.stress || vibration;
     const bool size = standing.size || forces;
     const std::string_view unit_before = Words_of_Units(Units_of_Results(design)).stress;
     const bool same_unit = unit_before == Words_of_Units(design.identity.WhichUnit).stress;
@@ -291,6 +430,10 @@ bool Climb(Design_State& design, const Standing& standing)
     if (size && !Run_Size(design))
         return false;
     if (forces && !Recalculate_Forces(design))
+        return false;
+    if (vibration && !Run_Vibration(design, {}))
+        return false;
+    if (standing.polydyne && !(Make_Polydyne(design, {}) && Size_Polydyne(design)))
         return false;
     return !standing.stress || Recalculate_Stress(design, same_unit);
 }

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "core/design_state.h"
+#include "dynamics/vibration.h"
 
 namespace lobemax {
 
@@ -58,19 +59,48 @@ bool Check_Contact(Design_State& design, Contact_Field& refused);
 /// @return false when a field was refused and nothing was calculated
 bool Run_Stress(Design_State& design, Contact_Field& refused);
 
+/// The vibration of the follower train by the stored fields: forces, integration, response and dynamic force. A
+/// form-closed cam has the first model. Mass becomes the model's first; stresses rest on the force before. Torques that
+/// were added up over several cams stay as they are: this cam's is among them.
+///
+/// A run that was cancelled, aborted or did not converge is told of so; so are a follower that jumps off the cam and a
+/// transient that has not died out.
+/// @return whether Modelflag was reached
+bool Run_Vibration(Design_State& design, const Vibration_Run& run);
+
+/// Whether a segment is a spline: a cam made polydyne from splines is called splinedyne.
+bool Has_Spline(const Design_State& design);
+
+/// The polydyne cam of the model picked, after its note was confirmed: displacement, then the vibration of the changed
+/// cam, twice, as a fresh one and as the change of it.
+/// @return whether Polydyne_Calc and Modelflag were reached; Cancel leaves the design as it was
+bool Run_Polydyne(Design_State& design, const Vibration_Run& run);
+
+/// The profile of the polydyne cam: the one that stands is kept in rows 25 to 28, then the cam is sized by the polydyne
+/// displacement, and the forces, which rest on the size, are calculated again.
+/// @return whether size and forces were reached
+bool Size_Polydyne(Design_State& design);
+
+/// Gives the polydyne cam up; one that was sized is sized by its motion again, and its forces calculated.
+/// @return false when they were not reached
+bool Give_Up_Polydyne(Design_State& design);
+
 /// How far a design has got: the rungs that stand, in the ladder's order.
 struct Standing {
     bool motion = false;
     bool size = false;
     bool forces = false;
     bool stress = false;
+    bool vibration = false;
+    bool polydyne = false;
     friend bool operator==(const Standing&, const Standing&) = default;
 };
 Standing Standing_of(const Design_State& design);
 
-/// Calculates the rungs anew from the table on, in the ladder's order, up to those that stood. A stored external force
-/// and the choice between motion and force stay. Stresses of a material that is not steel's are told of and left out
-/// where the unit of stress has changed: no modulus is converted.
+/// Calculates the rungs anew from the table on, in the ladder's order, up to those that stood; a vibration as its
+/// screen opens, over two turns of the cam. A stored external force and the choice between motion and force stay.
+/// Stresses of a material that is not steel's are told of and left out where the unit of stress has changed: no modulus
+/// is converted.
 /// @return false, after a message, when a rung was not reached or the motion was imported; the design is then as it was
 /// @throws Fault outside of the rungs' own traps; the design is then as it was
 bool Recalculate(Design_State& design, const Standing& standing);

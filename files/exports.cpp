@@ -186,8 +186,8 @@ std::string Motion_Text(const Design_State& design, Motion_Columns columns)
     constexpr std::array motion_rows{var::S, var::V, var::A};
     constexpr std::array response_rows{var::Response_X, var::Response_Xdot, var::Response_Xddot};
     const auto& rows = response ? response_rows : motion_rows;
-    const std::array<double, 3> factors{1.0, per_second && !response ? Per_Second(design, 1) : 1.0,
-                                        per_second && !response ? Per_Second(design, 2) : 1.0};
+    const std::array<double, 3> factors{1.0, per_second ? Per_Second(design, 1) : 1.0,
+                                        per_second ? Per_Second(design, 2) : 1.0};
     const std::string unit = design.plot.Var_Unit(var::S);
     std::string heads = std::string(Angle_Head) + '\t';
     for (const int row : per_second ? response_rows : motion_rows)

@@ -140,6 +140,14 @@ void Painter_Surface::Outline(std::span<const World_Point> points, Ink ink)
     painter_.setBrush(Qt::NoBrush);
 }
 
+void Painter_Surface::Label(double x, double y, std::string_view text, Ink ink)
+{
+    Use(ink);
+    constexpr double room = 200.0;  // more than any word is wide
+    const QRectF about(To_Page(x, y) - QPointF(room, room), QSizeF(2.0 * room, 2.0 * room));
+    painter_.drawText(about, Qt::AlignCenter, QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+}
+
 bool Save_Drawing(const std::function<bool(Surface&)>& drawing, const QSize& size, const std::string& path,
                   const QPalette& palette, double scale, std::string* why)
 {

@@ -30,6 +30,7 @@ public:
     void Line_to(double x, double y, Ink ink) override;
     void Circle(double x, double y, double radius, Ink ink) override;
     void Outline(std::span<const World_Point> points, Ink ink) override;
+    void Label(double x, double y, std::string_view text, Ink ink) override;
 
     QColor Colour_of(Ink ink) const;
     /// Draws these inks in gray: what they stand for is out of date.

@@ -9,6 +9,7 @@
 #include "core/design_state.h"
 #include "core/points.h"
 #include "core/text.h"
+#include "dynamics/ode_solver.h"
 
 namespace lobemax {
 
@@ -76,16 +77,20 @@ Point_Range Points_of_Segment(const Design_State& design, int segment)
     return {Point_at(design, m.Shift(segment)), Point_at(design, m.Gamma(segment))};
 }
 
-Data_Table Make_Data_Table(const Design_State& design, const Table_Choice& choice)
+bool Is_Time_Response(const Design_State& design, std::span<const int> variables)
 {
-    if (choice.step < 1)
-        throw Fault{out_of_bounds};
+    return design.flags.Modelflag && design.dynamics.Ode_Count > 0 && !variables.empty() &&
+           std::ranges::all_of(variables, [](int v) { return v >= var::Time_X && v <= var::Time_Error; });
+}
+
+namespace {
+
+/// Rows over the cam angle.
+void Fill_over_Angle(const Design_State& design, const Table_Choice& choice, Data_Table& table)
+{
     const Table<Single>& data = design.results.CalcData;
     const Point_Range range = Points_of_Segment(design, choice.segment);
-    Data_Table table;
     table.heads.push_back(Angle_Head);
-    for (const int v : choice.variables)
-        table.heads.push_back(Column_Head(design, v));
     const int step = std::min(choice.step, Max_Points + 1);
     for (int p = range.first; p <= range.last; p += step) {
         std::vector<double>& row = table.rows.emplace_back();
@@ -93,6 +98,36 @@ Data_Table Make_Data_Table(const Design_State& design, const Table_Choice& choic
         for (const int v : choice.variables)
             row.push_back(data(v, p));
     }
+}
+
+/// Rows over time: the points that the integration stored.
+void Fill_over_Time(const Design_State& design, const Table_Choice& choice, Data_Table& table)
+{
+    const Results_Group& r = design.results;
+    table.heads.push_back(Time_Head);
+    const auto state = [](int v) { return v == var::Time_Error ? 0 : v - var::Time_X + 1; };
+    const Long step = std::min<Long>(choice.step, Max_Stored_Steps);
+    for (Long j = 1; j <= design.dynamics.Ode_Count; j += step) {
+        std::vector<double>& row = table.rows.emplace_back();
+        row.push_back(r.Ode_Time(j));
+        for (const int v : choice.variables)
+            row.push_back(r.Ode_States(state(v), j));
+    }
+}
+
+}  // namespace
+
+Data_Table Make_Data_Table(const Design_State& design, const Table_Choice& choice)
+{
+    if (choice.step < 1)
+        throw Fault{out_of_bounds};
+    Data_Table table;
+    if (Is_Time_Response(design, choice.variables))
+        Fill_over_Time(design, choice, table);
+    else
+        Fill_over_Angle(design, choice, table);
+    for (const int v : choice.variables)
+        table.heads.push_back(Column_Head(design, v));
     if (table.rows.empty())
         throw Fault{out_of_bounds};
     table.smallest = table.largest = table.rows.front();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,7 +20,7 @@ struct Table_Choice {
     int step = 1;                // every how many points a row stands
 };
 
-/// What the table shows, as numbers: the first column is the cam angle, in degrees.
+/// What the table shows, as numbers: the first column is the cam angle, in degrees, or the time, in seconds.
 struct Data_Table {
     std::vector<std::string> heads;
     std::vector<std::vector<double>> rows;
@@ -39,6 +40,13 @@ struct Point_Range {
     int last;
 };
 Point_Range Points_of_Segment(const Design_State& design, int segment);
+
+/// The head of the first column of a table over time, seconds.
+inline constexpr const char* Time_Head = "Time";
+
+/// Whether these variables are the response over time, rows 50 to 53, of a vibration in memory: their table then goes
+/// over the points that the integration stored. A file keeps none of these.
+bool Is_Time_Response(const Design_State& design, std::span<const int> variables);
 
 /// @throws Fault{9} for a variable, a segment or a step that the design does not have
 Data_Table Make_Data_Table(const Design_State& design, const Table_Choice& choice);

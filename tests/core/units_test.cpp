@@ -156,13 +156,13 @@ void Expect_Var_Unit(const std::string& L, const std::string& F, const std::stri
     for (const int v : {25, 26, 27, 34, 36, 38, 39, 40, 41, 46, 47, 54, 55, 56, 57, 58, 59})
         EXPECT_EQ(unit(v), L) << v;
     EXPECT_EQ(unit(37), barrel ? "deg" : L);
-    // the response of the vibration model, over the cam angle and over time, in time whatever the time base
+    // the response of the vibration model: over the cam angle in the time base, over time per second whatever it is
     for (const int v : {29, 30, 50, 53})
         EXPECT_EQ(unit(v), position) << v;
-    for (const int v : {31, 51})
-        EXPECT_EQ(unit(v), position + "/sec") << v;
-    for (const int v : {32, 52})
-        EXPECT_EQ(unit(v), position + "/sec^2") << v;
+    EXPECT_EQ(unit(31), per(position, 1));
+    EXPECT_EQ(unit(32), per(position, 2));
+    EXPECT_EQ(unit(51), position + "/sec");
+    EXPECT_EQ(unit(52), position + "/sec^2");
     for (const int v : {33, 44})
         EXPECT_EQ(unit(v), F) << v;
     for (const int v : {42, 43})
@@ -228,7 +228,7 @@ TEST_F(Units, literal_labels_of_the_response_rows)
     design.cam.Translating = false;
     Set_Time_Base(design, 3);
     EXPECT_EQ(unit(2), "deg/rad");
-    EXPECT_EQ(labels(29), (Texts{"deg", "deg", "deg/sec", "deg/sec^2"}));
+    EXPECT_EQ(labels(29), (Texts{"deg", "deg", "deg/rad", "deg/rad"}));
     EXPECT_EQ(labels(50), (Texts{"deg", "deg/sec", "deg/sec^2", "deg"}));
 }
 

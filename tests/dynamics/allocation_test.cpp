@@ -10,6 +10,7 @@
 #include "camgeom/sizing.h"
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
+#include "dynamics/vibration.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
@@ -102,6 +103,29 @@ TEST(Point_Loops, allocate_nothing_in_any_configuration)
         EXPECT_EQ(coarse.forces, fine.forces) << camtype << translating;
         EXPECT_EQ(coarse.stresses, fine.stresses) << camtype << translating;
     }
+    design = {};
+}
+
+TEST(Integration, allocates_nothing_a_step_but_its_trajectory_once)
+{
+    testing::Script script;
+    Cam_Maker{}.Make();
+    design.dynamics.Preload = 1e6;
+    ASSERT_TRUE(Model_Setup(design));
+    const auto allocations_at = [](double accuracy) {
+        return Allocations_of([accuracy] {
+            Vibration_Run run;
+            run.eps = accuracy;
+            Step_Counts steps;
+            ASSERT_TRUE(Solve_Model(design, run, steps));
+            ASSERT_TRUE(Model_Results(design));
+            ASSERT_TRUE(Calc_Polydyne(design));
+        });
+    };
+    const long coarse = allocations_at(1e-2);
+    const Long few = design.dynamics.Ode_Count;
+    EXPECT_EQ(allocations_at(1e-6), coarse);
+    EXPECT_GT(design.dynamics.Ode_Count, 4 * few);
     design = {};
 }
 

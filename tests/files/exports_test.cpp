@@ -376,7 +376,7 @@ TEST_F(Exports, velocities_per_second_are_the_same_whatever_the_time_base)
     }
 }
 
-TEST_F(Exports, a_calculated_vibration_gives_its_response_per_second_as_it_stands)
+TEST_F(Exports, a_calculated_vibration_gives_its_response_brought_to_seconds)
 {
     Cam_Maker maker;
     maker.translating = false;
@@ -389,9 +389,11 @@ TEST_F(Exports, a_calculated_vibration_gives_its_response_per_second_as_it_stand
     ASSERT_TRUE(Export_SVA_to_File(design, path_, Motion_Columns::xdot));
     auto lines = Lines();
     EXPECT_EQ(lines[8], (std::vector<std::string>{"deg", "deg", "deg/sec", "deg/sec^2"}));
+    constexpr double omega = 12.0;  // rad/s; the rows are per radian
     for (int i = 0; i <= 360; ++i)
-        for (std::size_t k = 1; k <= 3; ++k)
-            EXPECT_EQ(std::stod(lines[static_cast<std::size_t>(9 + i)][k]), 29.0 + static_cast<double>(k) + i * 0.25);
+        for (const auto& [k, factor] : {std::pair{1U, 1.0}, std::pair{2U, omega}, std::pair{3U, omega * omega}})
+            EXPECT_FLOAT_EQ(std::stof(lines[static_cast<std::size_t>(9 + i)][k]),
+                            static_cast<float>((29.0 + k + i * 0.25) * factor));
     ASSERT_TRUE(Export_SVA_to_File(design, path_, Motion_Columns::sva));  // the motion stays the motion
     lines = Lines();
     for (const int i : {0, 40, 360})

@@ -318,5 +318,27 @@ TEST_F(Data_Tables, a_step_at_the_end_of_the_integers_is_taken)
     EXPECT_EQ(table.rows[0][0], 90.0);
 }
 
+TEST_F(Data_Tables, of_the_response_over_time_goes_over_the_points_of_the_integration)
+{
+    Results_Group& r = design.results;
+    design.dynamics.Ode_Count = 7;
+    for (int j = 1; j <= 7; ++j) {
+        r.Ode_Time(j) = j * 0.5;
+        for (int row = 0; row <= 3; ++row)
+            r.Ode_States(row, j) = 10 * row + j;
+    }
+    Table_Choice choice;
+    choice.variables = {var::Time_X, var::Time_Xddot, var::Time_Error};
+    choice.step = 3;
+    EXPECT_EQ(Make_Data_Table(design, choice).heads.front(), "Angle") << "no vibration is in memory";
+    design.flags.Modelflag = true;
+    const Data_Table table = Make_Data_Table(design, choice);
+    EXPECT_EQ(table.heads, (std::vector<std::string>{"Time", "x", "x ddot", "s - x"}));
+    EXPECT_EQ(table.rows, (std::vector<std::vector<double>>{{0.5, 11, 31, 1}, {2.0, 14, 34, 4}, {3.5, 17, 37, 7}}));
+    EXPECT_EQ(table.largest[1], 17);
+    choice.variables.push_back(var::Response_X);
+    EXPECT_EQ(Make_Data_Table(design, choice).heads.front(), "Angle") << "the response over the cam angle is not";
+}
+
 }  // namespace
 }  // namespace lobemax

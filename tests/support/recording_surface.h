@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
 #include "core/surface.h"
@@ -18,6 +19,10 @@ public:
     struct Drawn_Line {
         double x1, y1, x2, y2;
         Ink ink;
+    };
+    struct Drawn_Label {
+        double x, y;
+        std::string text;
     };
     struct Drawn_Outline {
         std::vector<World_Point> points;
@@ -38,6 +43,7 @@ public:
         circles.clear();
         lines.clear();
         outlines.clear();
+        labels.clear();
     }
     void PSet(double x, double y, Ink) override { pen_ = {x, y}; }
     void Line(double x1, double y1, double x2, double y2, Ink ink) override
@@ -51,6 +57,7 @@ public:
     {
         outlines.push_back({{points.begin(), points.end()}, ink});
     }
+    void Label(double x, double y, std::string_view text, Ink) override { labels.push_back({x, y, std::string(text)}); }
 
     auto Lines_in(Ink ink) const
     {
@@ -65,6 +72,7 @@ public:
     int scales = 0;
     std::vector<Drawn_Circle> circles;
     std::vector<Drawn_Line> lines;
+    std::vector<Drawn_Label> labels;
     std::vector<Drawn_Outline> outlines;
 
 private:

@@ -18,6 +18,7 @@
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
 #include "edit/examples.h"
+#include "edit/rungs.h"
 #include "motion/motion_programs.h"
 #include "motion/segment_curve.h"
 #include "motion/segments.h"
@@ -128,6 +129,28 @@ TEST(Two_Designs_at_Once, come_to_the_figures_of_each_alone)
 TEST(Two_Designs_at_Once, given_by_laws_and_by_conditions_come_to_the_figures_of_each_alone)
 {
     Expect_Alike([] { return Ladder_of_Example("Flat Follower"); }, [] { return Ladder_of_Conditions(); });
+}
+
+/// A vibration of a model, its polydyne cam and the vibration of that.
+Figures Vibration_of_Example(const char* name, int model)
+{
+    Design_State design;
+    Sub_Main(design, "", {});
+    Load_Example(design, name);
+    Calculate_Example(design);
+    Run_Size(design);
+    design.dynamics.Preload = 20000.0;
+    design.dynamics.Model_Type = model;
+    Run_Forces(design);
+    Run_Vibration(design, {});
+    Run_Polydyne(design, {});
+    return Figures_of(design);
+}
+
+TEST(Two_Designs_at_Once, vibrate_each_as_alone)
+{
+    Expect_Alike([] { return Vibration_of_Example("Double Dwell", 3); },
+                 [] { return Vibration_of_Example("Four Dwell", 4); });
 }
 
 TEST(Two_Designs_at_Once, ask_one_curve_at_once)
