@@ -32,7 +32,7 @@ int Run_Action(Session& session, const Action& action)
 
 }  // namespace
 
-int Run(const std::vector<std::string>& words, std::istream& in, std::ostream& out, std::ostream& err)
+int Run(const std::vector<std::string>& words, std::istream& in, std::ostream& out, std::ostream& err, bool terminal)
 {
     CLI::App app{"LOBEMAX: design and analysis of cam-follower mechanisms, without a screen", "lobemax-cli"};
     app.set_version_flag("--version", std::string("lobemax-cli ") + LOBEMAX_VERSION);
@@ -55,7 +55,7 @@ int Run(const std::vector<std::string>& words, std::istream& in, std::ostream& o
     int status = done;
     try {
         app.parse(std::vector<std::string>(words.rbegin(), words.rend()));  // the parser takes them from the back
-        Session session(options, in, out, err);
+        Session session(options, in, out, err, terminal);
         status = Run_Action(session, action);
     } catch (const CLI::ParseError& error) {
         status = app.exit(error, out, err) == 0 ? done : wrong_input;

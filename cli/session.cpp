@@ -79,7 +79,8 @@ void Add_Common_Options(CLI::App& app, Common_Options& options)
     app.add_option("--time", options.time, "text in place of the time of day")->type_name("TEXT");
 }
 
-Session::Session(const Common_Options& options, std::istream& input, std::ostream& output, std::ostream& errors)
+Session::Session(const Common_Options& options, std::istream& input, std::ostream& output, std::ostream& errors,
+                 bool terminal)
     : in(input), out(output), err(errors), answers_(options.answers)
 {
     Host host;
@@ -92,6 +93,11 @@ Session::Session(const Common_Options& options, std::istream& input, std::ostrea
             Print(Box_Line(box, answer));
         return answer;
     };
+    if (terminal)
+        host.progress = [this](double share) {
+            Show_Progress(share);
+            return false;  // Ctrl+C ends the program
+        };
     host.error_reported = [this](int) { error_reported_ = true; };
     if (options.date)
         host.date = [text = *options.date] { return text; };
@@ -123,9 +129,33 @@ void Add_Output(CLI::App& command, std::string& path, const std::string& help)
     command.add_option("-o,--output", path, help)->type_name("FILE")->required();
 }
 
+void Session::Wipe_Bar() const
+{
+    if (bar_ >= 0)
+        err << "\r\x1b[K" << std::flush;  // the line is empty again
+    bar_ = -1;
+}
+
+void Session::Show_Progress(double share)
+{
+    constexpr int width = 40;
+    if (share >= 1.0) {
+        Wipe_Bar();
+        return;
+    }
+    const int percent = static_cast<int>(100.0 * share);
+    if (percent == bar_)
+        return;
+    bar_ = percent;
+    const auto filled = static_cast<std::size_t>(percent * width / 100);
+    err << "\r[" << std::string(filled, '#') << std::string(width - filled, ' ') << "] " << percent << " %"
+        << std::flush;
+}
+
 void Session::Print(const std::string& line) const
 {
     told_ = true;
+    Wipe_Bar();
     err << line << '\n';
 }
 

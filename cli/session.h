@@ -27,8 +27,8 @@ void Add_Common_Options(CLI::App& app, Common_Options& options);
 /// and answers it. Nothing is read from or written to the user's documents.
 class Session {
 public:
-    /// Installs the host and starts a fresh design.
-    Session(const Common_Options& options, std::istream& in, std::ostream& out, std::ostream& err);
+    /// Installs the host and starts a fresh design. @param terminal  errors is one: long work shows its progress there
+    Session(const Common_Options& options, std::istream& in, std::ostream& out, std::ostream& err, bool terminal);
     /// Puts the host before it back.
     ~Session();
     Session(const Session&) = delete;
@@ -81,12 +81,15 @@ public:
 
 private:
     void Print(const std::string& line) const;
+    void Show_Progress(double share);
+    void Wipe_Bar() const;
 
     Host before_;
     std::vector<std::string> answers_;
     std::vector<Message>* held_ = nullptr;  // where boxes go in place of standard error
     bool error_reported_ = false;
     mutable bool told_ = false;
+    mutable int bar_ = -1;  // what the progress bar shows, percent; -1: there is none
 };
 
 /// An option that may be given any number of times, one value each.

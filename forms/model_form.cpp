@@ -38,44 +38,66 @@ bool Spring_at_End(int model)
     return model == 2 || model == 5;
 }
 
+using enum Model_Field;
+
+constexpr std::array fields{
+    Model_Row{{"txt_Mass(0)", "Mass m&1", "Effective mass - must be in mass units", Form_Unit::mass}, {Mass, 0}},
+    Model_Row{{"txt_Mass(1)", "Mass m&2", "Effective mass at the end of the follower train", Form_Unit::mass},
+              {Mass, 1}},
+    Model_Row{{"txt_Spring(0)", "Spring &k1", "Stiffness of the first spring of the picture", Form_Unit::spring},
+              {Spring, 0}},
+    Model_Row{{"txt_Spring(1)", "&Spring k2", "Stiffness of the second spring of the picture", Form_Unit::spring},
+              {Spring, 1}},
+    Model_Row{{"txt_Zeta(0)", "&Damping ratio z1", "Dimensionless, from 0 to 1"}, {Zeta, 0}},
+    Model_Row{{"txt_Zeta(1)", "Damping ratio &z2", "Dimensionless, from 0 to 1"}, {Zeta, 1}},
+    Model_Row{{"txt_Preload", "Spring Pre&load", "Closure spring's load at assembly", Form_Unit::force}, {Preload, 0}},
+    Model_Row{{"txt_x_start", "&x-Initial", "Displacement of the mass at the start", Form_Unit::length}, {x_start, 0}},
+    Model_Row{{"txt_t_start", "S&tart Time", "Seconds"}, {t_start, 0}},
+    Model_Row{{"txt_t_end", "&End Time", "Seconds: more than two cam cycles, so that transients die out"}, {t_end, 0}},
+    Model_Row{{"txt_eps", "&Accuracy", "Largest error of a step, as a share of the state"}, {eps, 0}},
+    Model_Row{{"txt_start_step", "Start Ste&p", "Seconds: the first step that is tried"}, {start_step, 0}},
+    Model_Row{{"txt_max_steps", "&Max Steps", "The integration gives up after so many"}, {max_steps, 0}},
+};
+
+constexpr std::array read_outs{
+    Form_Control{"lbl_Period", "Cam Period", "Seconds a turn of the cam"},
+    Form_Control{"lbl_T_rise", "Motion Period", "Seconds of the shortest segment"},
+    Form_Control{"lbl_T_natural", "Nat. Period 1/ f1", "Seconds a natural vibration"},
+    Form_Control{"lbl_Gamma", "Gamma Ratio", "Motion period over natural period"},
+    Form_Control{"lbl_FreqRatio", "Frequency Ratio", "Camshaft speed over the natural frequency"},
+    Form_Control{"lbl_Delta_t", "Delta t", "Smallest distance of the stored points, seconds"},
+    Form_Control{"lbl_Kount", "Points", "Points of the trajectory that are stored"},
+};
+
 constexpr std::array controls{
-    Model_Control{"frm_ModelType", "Vibration Model", ""},
-    Model_Control{"opt_PickPlot(0)", choices[0].title, ""},
-    Model_Control{"opt_PickPlot(1)", choices[1].title, ""},
-    Model_Control{"opt_PickPlot(2)", choices[2].title, ""},
-    Model_Control{"opt_PickPlot(3)", choices[3].title, ""},
-    Model_Control{"txt_Mass(0)", "Mass m1", "Effective mass - must be in mass units"},
-    Model_Control{"txt_Mass(1)", "Mass m2", "Effective mass at the end of the follower train"},
-    Model_Control{"txt_Spring(0)", "Spring k1", ""},
-    Model_Control{"txt_Spring(1)", "Spring k2", ""},
-    Model_Control{"txt_Zeta(0)", "Damping ratio z1", "Dimensionless, from 0 to 1"},
-    Model_Control{"txt_Zeta(1)", "Damping ratio z2", "Dimensionless, from 0 to 1"},
-    Model_Control{"txt_Preload", "Spring Preload", "Closure spring's load at assembly"},
-    Model_Control{"txt_x_start", "x-Initial", "Displacement of the mass at the start"},
-    Model_Control{"txt_t_start", "Start Time", ""},
-    Model_Control{"txt_t_end", "End Time", "More than two cam cycles, so that transients die out"},
-    Model_Control{"txt_eps", "Accuracy", "Largest error of a step, as a share of the state"},
-    Model_Control{"txt_start_step", "Start Step", ""},
-    Model_Control{"txt_max_steps", "Max Steps", "The integration gives up after so many"},
-    Model_Control{"opt_Solver(0)", "Runge Kutta", ""},
-    Model_Control{"opt_Solver(1)", "Gear", "No Gear integrator is part of this program: use Runge Kutta", false},
-    Model_Control{"lbl_Period", "Cam Period", ""},
-    Model_Control{"lbl_T_rise", "Motion Period", "The shortest segment"},
-    Model_Control{"lbl_T_natural", "Nat. Period 1/ f1", ""},
-    Model_Control{"lbl_Gamma", "Gamma Ratio", "Motion period over natural period"},
-    Model_Control{"lbl_FreqRatio", "Frequency Ratio", "Camshaft speed over the natural frequency"},
-    Model_Control{"lbl_Delta_t", "Delta t", "Smallest distance of the stored points"},
-    Model_Control{"lbl_Kount", "Points", ""},
-    Model_Control{"opt_Color(0)", "Color Plots", ""},
-    Model_Control{"opt_Color(1)", "Gray Plots", ""},
-    Model_Control{"chk_Vertline", "Vertical Grid", ""},
-    Model_Control{"chk_Polydyne", "Make Polydyne Cam",
-                  "Choose the time base of radians first: per second its velocity, pressure angle, curvature and "
-                  "surface are not those of its displacement"},
-    Model_Control{"cmd_Cancel", "< &Back", ""},
-    Model_Control{"cmd_Calc", "&Calculate", ""},
-    Model_Control{"cmd_Replot", "&Replot", ""},
-    Model_Control{"cmd_Done", "&Next >", ""},
+    Form_Control{"frm_ModelType", "Vibration Model"},
+    Form_Control{"opt_PickPlot(0)", choices[0].title},
+    Form_Control{"opt_PickPlot(1)", choices[1].title},
+    Form_Control{"opt_PickPlot(2)", choices[2].title},
+    Form_Control{"opt_PickPlot(3)", choices[3].title},
+    Form_Control{"cmd_Help(0)", "&1  Help", "Where the spring acts, where the mass is"},
+    Form_Control{"cmd_Help(1)", "&2  Help", "Where the spring acts, where the mass is"},
+    Form_Control{"cmd_Help(2)", "&3  Help", "Where the spring acts, where the mass is"},
+    Form_Control{"cmd_Help(3)", "&4  Help", "Where the spring acts, where the mass is"},
+    Form_Control{"fra_Model", "Model"},
+    Form_Control{"fra_Solver", "Solution"},
+    Form_Control{"fra_Figures", "Frequencies and periods"},
+    Form_Control{"opt_Solver(0)", "R&unge Kutta"},
+    Form_Control{"opt_Solver(1)", "Gear", "No Gear integrator is part of this program: use Runge Kutta"},
+    Form_Control{"opt_Color(0)", "Color Plots"},
+    Form_Control{"opt_Color(1)", "Gray Plots"},
+    Form_Control{"chk_Vertline", "&Vertical Grid"},
+    Form_Control{
+        "chk_Polydyne", "Make Polydyne Cam",
+        "Choose the time base of radians first: per second its velocity, pressure angle, curvature and surface "
+        "are not those of its displacement"},
+    Form_Control{"cmd_Stop", "St&op", "Ends the integration, as Cancel in its questions does"},
+    Form_Control{"cmd_Cancel", "< &Back"},
+    Form_Control{"cmd_Help", "&Help"},
+    Form_Control{"cmd_Print", "Print &Form"},
+    Form_Control{"cmd_Calc", "&Calculate", "Forces, then the response over two turns of the cam or more"},
+    Form_Control{"cmd_Replot", "&Replot"},
+    Form_Control{"cmd_Done", "&Next >"},
 };
 
 }  // namespace
@@ -311,29 +333,37 @@ Model_Form Open_Model_Form(Design_State& design)
         Put(design, "Model_Type", Form_Closed_Model);
     Give_Up_Polydyne(design);
     Refresh_Spring_Copy(design);
-    const Dynamics_Group& d = design.dynamics;
     Model_Form form;
+    Show_Design(design, form);
+    form.calculated = false;
+    if (New_in_Inches(design))
+        form.txt_Mass[0] = Europe(design) ? "1" : "0.02";
+    form.txt_t_start = "0";
+    form.txt_t_end = Twice_the_Period(design);
+    form.txt_eps = In_Number_Format(design, "0.001");
+    form.txt_start_step = In_Number_Format(design, "0.0001");
+    Model_Setup(design);
+    if (design.motion.Rise_Fall_Dwell(1) == "D" && design.dynamics.x_Initial == 0.0)
+        Show_Message(Start_in_Dwell_Hint(), Buttons::OK, Symbol::exclamation);
+    else
+        Refresh_Screens();
+    return form;
+}
+
+void Show_Design(const Design_State& design, Model_Form& form)
+{
+    const Dynamics_Group& d = design.dynamics;
     for (const int k : {1, 2}) {
         const auto element = static_cast<std::size_t>(k - 1);
         form.txt_Mass[element] = Shown(design, d.Mass_m(k));
         form.txt_Spring[element] = Shown(design, d.Kspring(k));
         form.txt_Zeta[element] = Shown(design, d.Zeta(k));
     }
-    if (New_in_Inches(design))
-        form.txt_Mass[0] = Europe(design) ? "1" : "0.02";
     form.txt_Preload = Shown(design, d.Preload);
     form.txt_x_start = Shown(design, d.x_Initial);
-    form.txt_t_start = "0";
-    form.txt_t_end = Twice_the_Period(design);
-    form.txt_eps = In_Number_Format(design, "0.001");
-    form.txt_start_step = In_Number_Format(design, "0.0001");
     form.txt_max_steps = std::to_string(d.Ode_Max_Steps);
-    Model_Setup(design);
-    if (design.motion.Rise_Fall_Dwell(1) == "D" && d.x_Initial == 0.0)
-        Show_Message(Start_in_Dwell_Hint(), Buttons::OK, Symbol::exclamation);
-    else
-        Refresh_Screens();
-    return form;
+    form.refused.clear();
+    form.calculated = design.flags.Modelflag;
 }
 
 std::string Polydyne_Caption(const Design_State& design)
@@ -470,7 +500,17 @@ std::array<Model_Plot, 4> Plots_of_Model(const Design_State& design)
     return plots;
 }
 
-std::span<const Model_Control> Model_Controls()
+std::span<const Model_Row> Fields_of_Model_Screen()
+{
+    return fields;
+}
+
+std::span<const Form_Control> Read_Outs_of_Model()
+{
+    return read_outs;
+}
+
+std::span<const Form_Control> Controls_of_Model()
 {
     return controls;
 }

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "dynamics/vibration.h"
+#include "forms/form_table.h"
 
 namespace lobemax {
 
@@ -87,6 +88,9 @@ Model_Fields_Shown Fields_of_Model(const Design_State& design);
 /// with until he types; a mass twice as large has a natural frequency 29 % lower.
 Model_Form Open_Model_Form(Design_State& design);
 
+/// The texts of the fields that the design keeps, as it has them; those of the run stay.
+void Show_Design(const Design_State& design, Model_Form& form);
+
 /// "Make Polydyne Cam", or "Make Splinedyne Cam" where a segment is a spline.
 std::string Polydyne_Caption(const Design_State& design);
 
@@ -141,13 +145,16 @@ struct Model_Plot {
 /// S - X, X, X dot, X double dot; empty without a trajectory.
 std::array<Model_Plot, 4> Plots_of_Model(const Design_State& design);
 
-/// A captioned control of the two screens, with its tip.
-struct Model_Control {
-    std::string_view name;
-    std::string_view caption;
-    std::string_view tip;
-    bool enabled = true;  // ever
+/// A field of the screen by its place: its control's name is txt_Mass(0) and so on.
+struct Model_Row : Form_Control {
+    Model_Place place;
 };
-std::span<const Model_Control> Model_Controls();
+std::span<const Model_Row> Fields_of_Model_Screen();
+
+/// The read-outs beside the fields.
+std::span<const Form_Control> Read_Outs_of_Model();
+
+/// Every other captioned control of the two screens.
+std::span<const Form_Control> Controls_of_Model();
 
 }  // namespace lobemax

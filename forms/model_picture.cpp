@@ -8,22 +8,44 @@ namespace lobemax {
 
 namespace {
 
-// A world of 12 x 20 with the camshaft at the bottom and the axis of the train in its middle.
+// A world with the camshaft at the bottom and the axis of the train in its middle.
 constexpr double width = 12.0;
-constexpr double height = 20.0;
+constexpr double height = 18.4;
 constexpr double axis = 4.6;       // of the train
 constexpr double side = 9.4;       // of a closure spring that stands at the cam's end
 constexpr double apart = 0.9;      // of a spring and a damper from the axis between them
 constexpr double half_mass = 2.0;  // half the width of a mass
 constexpr double tall_mass = 1.8;
 
-void Label(Surface& s, double x, double y, const std::string& text)
-{
-    s.Label(x, y, text, Ink::axis);
-}
+/// A surface whose heights grow upward.
+class Sheet {
+public:
+    explicit Sheet(Surface& surface) : surface_(surface)
+    {
+        surface_.Scale(0.0, 0.0, width, height);
+        surface_.Clear();
+    }
+    void PSet(double x, double y, Ink ink) { surface_.PSet(x, height - y, ink); }
+    void Line_to(double x, double y, Ink ink) { surface_.Line_to(x, height - y, ink); }
+    void Line(double x1, double y1, double x2, double y2, Ink ink)
+    {
+        surface_.Line(x1, height - y1, x2, height - y2, ink);
+    }
+    void Circle(double x, double y, double radius, Ink ink) { surface_.Circle(x, height - y, radius, ink); }
+    void Box(double left, double bottom, double right, double top, Ink ink)
+    {
+        const std::array<World_Point, 4> corners{
+            {{left, height - bottom}, {right, height - bottom}, {right, height - top}, {left, height - top}}};
+        surface_.Outline(corners, ink);
+    }
+    void Label(double x, double y, const std::string& text) { surface_.Label(x, height - y, text, Ink::axis); }
+
+private:
+    Surface& surface_;
+};
 
 /// Zigzag between two heights, with straight ends.
-void Spring(Surface& s, double x, double low, double high)
+void Spring(Sheet& s, double x, double low, double high)
 {
     constexpr int turns = 5;
     constexpr double half = 0.42;
@@ -41,7 +63,7 @@ void Spring(Surface& s, double x, double low, double high)
 }
 
 /// A cup that stands on its rod and a piston that hangs in it.
-void Damper(Surface& s, double x, double low, double high)
+void Damper(Sheet& s, double x, double low, double high)
 {
     constexpr double half = 0.42;
     constexpr double piston = 0.34;
@@ -58,29 +80,25 @@ void Damper(Surface& s, double x, double low, double high)
 }
 
 /// A spring and a damper side by side, between two bars, with their symbols.
-void Coupling(Surface& s, double x, double low, double high, const std::string& number)
+void Coupling(Sheet& s, double x, double low, double high, const std::string& number)
 {
     const double middle = (low + high) / 2.0;
     s.Line(x - apart, low, x + apart, low, Ink::follower);
     s.Line(x - apart, high, x + apart, high, Ink::follower);
     Spring(s, x - apart, low, high);
     Damper(s, x + apart, low, high);
-    Label(s, x - apart - 1.0, middle, "k" + number);
-    Label(s, x + apart + 1.0, middle, "c" + number);
+    s.Label(x - apart - 1.0, middle, "k" + number);
+    s.Label(x + apart + 1.0, middle, "c" + number);
 }
 
-void Mass(Surface& s, double bottom, const std::string& symbol)
+void Mass(Sheet& s, double bottom, const std::string& symbol)
 {
-    const std::array<World_Point, 4> corners{{{axis - half_mass, bottom},
-                                              {axis + half_mass, bottom},
-                                              {axis + half_mass, bottom + tall_mass},
-                                              {axis - half_mass, bottom + tall_mass}}};
-    s.Outline(corners, Ink::cam);
-    Label(s, axis, bottom + tall_mass / 2.0, symbol);
+    s.Box(axis - half_mass, bottom, axis + half_mass, bottom + tall_mass, Ink::cam);
+    s.Label(axis, bottom + tall_mass / 2.0, symbol);
 }
 
 /// The frame, hatched above its line.
-void Frame(Surface& s, double x, double y)
+void Frame(Sheet& s, double x, double y)
 {
     constexpr double half = 1.7;
     constexpr int strokes = 8;
@@ -92,19 +110,19 @@ void Frame(Surface& s, double x, double y)
 }
 
 /// An upward arrow beside the train: what moves there.
-void Motion(Surface& s, double x, double y, const std::string& symbol)
+void Motion(Sheet& s, double x, double y, const std::string& symbol)
 {
     s.Line(x, y, x, y + 1.4, Ink::path);
     s.Line(x, y + 1.4, x - 0.22, y + 0.95, Ink::path);
     s.Line(x, y + 1.4, x + 0.22, y + 0.95, Ink::path);
-    Label(s, x - 0.65, y + 0.7, symbol);
+    s.Label(x - 0.65, y + 0.7, symbol);
 }
 
 /// A disk cam with the roller on it; with form closure the roller runs in a groove. @return the height of the roller's
 /// pin
-double Cam_and_Roller(Surface& s, bool groove)
+double Cam_and_Roller(Sheet& s, bool groove)
 {
-    constexpr double shaft = 2.3;  // its height
+    constexpr double shaft = 3.0;  // its height
     constexpr double base = 1.7;
     constexpr double eccentric = 0.35;
     constexpr double roller = 0.6;
@@ -130,42 +148,41 @@ void Draw_Model(Surface& surface, int Model_Type)
     const bool at_cam = Model_Type == 3 || Model_Type == 4;  // where the closure spring stands
     const std::string train = at_cam ? "2" : "1";
     const std::string closure = at_cam ? "1" : "2";
-    surface.Scale(0.0, height, width, 0.0);
-    surface.Clear();
-    const double pin = Cam_and_Roller(surface, form_closed);
+    Sheet sheet(surface);
+    const double pin = Cam_and_Roller(sheet, form_closed);
 
     // What rides on the roller: the first mass, or a link without mass.
-    constexpr double foot = 6.9;
+    constexpr double foot = 7.4;
     double top = foot;
-    surface.Line(axis, pin, axis, foot, Ink::follower);
+    sheet.Line(axis, pin, axis, foot, Ink::follower);
     if (two_masses) {
-        Mass(surface, foot, "m1");
+        Mass(sheet, foot, "m1");
         top = foot + tall_mass;
     } else if (at_cam) {
-        surface.Line(axis, foot, axis, foot + tall_mass / 2.0, Ink::follower);
+        sheet.Line(axis, foot, axis, foot + tall_mass / 2.0, Ink::follower);
         top = foot + tall_mass / 2.0;
     }
 
     // The train's own elasticity, and the mass at its end.
     constexpr double coupling = 3.2;
     const double end = top + coupling;
-    Coupling(surface, axis, top, end, train);
-    Mass(surface, end, two_masses ? "m2" : "m1");
-    Motion(surface, axis - half_mass - 0.6, end + 0.2, "x");
+    Coupling(sheet, axis, top, end, train);
+    Mass(sheet, end, two_masses ? "m2" : "m1");
+    Motion(sheet, axis - half_mass - 0.6, end + 0.2, "x");
 
     // The spring that closes the joint.
     if (form_closed)
         return;
     if (at_cam) {
         const double arm = two_masses ? foot + tall_mass / 2.0 : foot;
-        surface.Line(two_masses ? axis + half_mass : axis, arm, side, arm, Ink::follower);
-        surface.Line(side, arm, side, arm + 0.5, Ink::follower);
-        Coupling(surface, side, arm + 0.5, arm + 0.5 + coupling, closure);
-        Frame(surface, side, arm + 0.5 + coupling);
+        sheet.Line(two_masses ? axis + half_mass : axis, arm, side, arm, Ink::follower);
+        sheet.Line(side, arm, side, arm + 0.5, Ink::follower);
+        Coupling(sheet, side, arm + 0.5, arm + 0.5 + coupling, closure);
+        Frame(sheet, side, arm + 0.5 + coupling);
     } else {
         const double above = end + tall_mass;
-        Coupling(surface, axis, above, above + coupling, closure);
-        Frame(surface, axis, above + coupling);
+        Coupling(sheet, axis, above, above + coupling, closure);
+        Frame(sheet, axis, above + coupling);
     }
 }
 

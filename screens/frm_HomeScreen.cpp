@@ -39,6 +39,7 @@
 #include "screens/frm_Dynamics.h"
 #include "screens/frm_FFT.h"
 #include "screens/frm_Input_Session.h"
+#include "screens/frm_ModelType.h"
 #include "screens/frm_Plots.h"
 #include "screens/frm_Preferences.h"
 #include "screens/frm_Quit.h"
@@ -433,15 +434,15 @@ void frm_HomeScreen::Press(Home_Button button)
     case Stress:
         Open_Screen<frm_Stress>();
         break;
+    case Model:
+        if (May_Open_Vibration(design))
+            Run_Vibration_Screens(this);
+        break;
     case Plot:
         Run_Plots(this);
         break;
     case Linkage:
         if (!May_Open_Linkage(design))
-            break;
-        [[fallthrough]];
-    case Model:
-        if (button == Model && !May_Open_Vibration(design))
             break;
         [[fallthrough]];
     default:

@@ -26,6 +26,8 @@
 #include "screens/frm_HomeScreen.h"
 #include "screens/frm_InputData.h"
 #include "screens/frm_Knots.h"
+#include "screens/frm_Model.h"
+#include "screens/frm_ModelType.h"
 #include "screens/frm_Plots.h"
 #include "screens/frm_Poly.h"
 #include "screens/frm_Preferences.h"
@@ -125,6 +127,14 @@ int main(int argc, char** argv)
         frm_Dynamics dynamics;
         dynamics.Control<QPushButton>(QStringLiteral("cmd_Calc")).click();
         Take(dynamics, QStringLiteral("frm_Dynamics"));
+        frm_ModelType type;
+        Take(type, QStringLiteral("frm_ModelType"));
+        for (const int choice : {0, 2}) {
+            Choose_Model_Type(design, choice);
+            frm_Model model;
+            model.Control<QPushButton>(QStringLiteral("cmd_Calc")).click();
+            Take(model, QStringLiteral("frm_Model%1").arg(design.dynamics.Model_Type));
+        }
         frm_Stress stress;
         Take(stress, QStringLiteral("frm_Stress"));
     }

@@ -2,6 +2,7 @@
 /// The levels of the command line above the forces: vibration and polydyne cam.
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 
 #include "tests/cli/cli_folder.h"
@@ -139,6 +140,24 @@ TEST_F(Vibration_Cli, a_jumping_follower_is_told_of)
     EXPECT_EQ(result.status, 0);
     EXPECT_NE(result.err.find("[stop] The follower is jumping off the cam.  This design should not be used.\n"),
               std::string::npos);
+}
+
+/// A bar where the messages go to a terminal, gone when the work is done, and none elsewhere.
+TEST_F(Vibration_Cli, long_work_shows_its_progress_on_a_terminal)
+{
+    const auto run = [&](bool terminal) {
+        std::istringstream in;
+        std::ostringstream out, err;
+        const auto words =
+            testing::Words("calc c.cam -o d.cam --levels vibration --model 2 --t-end 20 --max-steps 100000");
+        EXPECT_EQ(cli::Run(words, in, out, err, terminal), 0) << err.str();
+        return err.str();
+    };
+    const std::string shown = run(true);
+    EXPECT_NE(shown.find("\r[####"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("] 50 %"), std::string::npos);
+    EXPECT_LT(shown.rfind("%"), shown.rfind("\r\x1b[K")) << "the bar is gone at the end";
+    EXPECT_EQ(run(false).find('\r'), std::string::npos);
 }
 
 }  // namespace

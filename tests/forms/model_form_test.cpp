@@ -457,14 +457,20 @@ TEST_F(Model_Screen, back_asks_before_it_abandons_a_polydyne_cam)
 TEST_F(Model_Screen, every_control_has_a_name_of_its_own_and_Gear_says_why_it_is_closed)
 {
     std::set<std::string_view> names;
-    for (const Model_Control& control : Model_Controls()) {
+    const auto take = [&](const Form_Control& control) {
         EXPECT_TRUE(names.insert(control.name).second) << control.name;
-        EXPECT_EQ(control.enabled, control.name != "opt_Solver(1)") << control.name;
-        if (!control.enabled) {
-            EXPECT_EQ(control.caption, "Gear");
-            EXPECT_FALSE(control.tip.empty());
-        }
+    };
+    for (const Model_Row& row : Fields_of_Model_Screen()) {
+        take(row);
+        EXPECT_FALSE(row.caption.empty() || row.tip.empty()) << row.name;
     }
+    for (const Form_Control& control : Read_Outs_of_Model())
+        take(control);
+    for (const Form_Control& control : Controls_of_Model())
+        take(control);
+    const Form_Control& gear = Control_of(Controls_of_Model(), "opt_Solver(1)");
+    EXPECT_EQ(gear.caption, "Gear");
+    EXPECT_EQ(gear.tip, "No Gear integrator is part of this program: use Runge Kutta");
 }
 
 }  // namespace

@@ -19,6 +19,8 @@
 #include "screens/frm_HomeScreen.h"
 #include "screens/frm_InputData.h"
 #include "screens/frm_Knots.h"
+#include "screens/frm_Model.h"
+#include "screens/frm_ModelType.h"
 #include "screens/frm_Plots.h"
 #include "screens/frm_Poly.h"
 #include "screens/frm_Preferences.h"
@@ -82,6 +84,11 @@ inline std::vector<A_Screen> Every_Screen()
         {"frm_FFT", over_example([] { return new frm_FFT; })},
         {"frm_SizeCam", over_example([] { return new frm_SizeCam; })},
         {"frm_Dynamics", over_example([] { return new frm_Dynamics; })},
+        {"frm_ModelType", over_example([] { return new frm_ModelType; })},
+        {"frm_Model", over_example([] {
+             Choose_Model_Type(design, 0);
+             return new frm_Model;
+         })},
         {"frm_Stress", over_example([] { return new frm_Stress; })},
         {"frm_PlotType", over_example([] { return new frm_PlotType; })},
     };
