@@ -62,7 +62,7 @@ int Run(Session& session, const Options& options)
         };
         const bool written = paint::Save_Drawing(draw, Picture_Size(options.picture), path, QApplication::palette(),
                                                  options.picture.scale, &why);
-        return drawn ? std::optional(written) : std::nullopt;
+        return drawn || !why.empty() ? std::optional(written) : std::nullopt;
     });
 }
 

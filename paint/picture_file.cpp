@@ -70,6 +70,10 @@ QByteArray Picture_Bytes(const QSize& size, const QString& path, double scale,
         Take_Out_Date(bytes);
     } else {
         QImage picture((QSizeF(size) * scale).toSize(), QImage::Format_RGB32);
+        if (picture.isNull()) {
+            why = Error_Description(out_of_memory);
+            return {};
+        }
         picture.fill(Qt::white);
         QImageWriter writer(&buffer, QFileInfo(path).suffix().toLatin1());
         made = paint_on(picture, scale) && writer.write(picture);

@@ -291,6 +291,17 @@ TEST_F(Cli, levels_refuse_results_of_other_units)
     EXPECT_EQ(Run("calc c.cam -o d.cam --levels svaj,size --set WhichUnit=1").status, 0);
 }
 
+TEST_F(Cli, a_text_too_long_for_a_file_is_refused_and_one_of_several_lines_is_printed_in_one)
+{
+    Make_Calculated("c.cam");
+    const Result refused = Run("calc c.cam -o d.cam --set User=" + std::string(70000, 'x'));
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_EQ(refused.err, "lobemax-cli: --set: 'User' has 10000 bytes at the most, this text has 70000\n");
+    EXPECT_FALSE(Exists("d.cam"));
+    ASSERT_EQ(Run("calc c.cam -o d.cam --set 'User=two\nlines\tand a tab'").status, 0);
+    EXPECT_EQ(Show("d.cam", "User Version_Str"), "User = two lines and a tab\nVersion_Str = 9\n");
+}
+
 TEST_F(Cli, a_position_that_the_number_format_would_cut_short_is_told)
 {
     Make_Calculated("c.cam");
@@ -819,9 +830,10 @@ TEST_F(Cli, a_start_angle_beyond_16_bits_of_points_is_a_place_within_the_turn)
     Make_Changed("c.cam", "turns.cam", "Shift_Angle", "1E+06");  // 2777 turns and 280 degrees
     const Result shown = Run("show turns.cam Shift_Angle Shift_Points");
     EXPECT_EQ(shown.status, 0);
-    EXPECT_EQ(shown.err,
-              "[exclamation] The starting angle of this file, 1000000 degrees, is beyond any count of turns.  It is taken "
-              "as 280 degrees.\n");
+    EXPECT_EQ(
+        shown.err,
+        "[exclamation] The starting angle of this file, 1000000 degrees, is beyond any count of turns.  It is taken "
+        "as 280 degrees.\n");
     EXPECT_EQ(shown.out, "Shift_Angle = 280\nShift_Points = 280\n");
     Make_Changed("c.cam", "three.cam", "Shift_Angle", "-1080");
     EXPECT_EQ(Show("three.cam", "Shift_Points"), "Shift_Points = -1080\n") << "a count that fits stays as it is";

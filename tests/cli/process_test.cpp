@@ -92,6 +92,21 @@ TEST_F(Process, a_full_disk_leaves_older_models_exports_and_pictures)
     EXPECT_EQ(Content("names"), "filler\no.cam\no.pdf\no.png\no.pts\no.svg\no.txt\n");
 }
 
+TEST_F(Process, a_picture_that_there_is_no_memory_for_is_told)
+{
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "the sanitizer has memory of its own";
+#endif
+    ASSERT_EQ(Shell("$cli example 'Double Dwell' -o e.cam"), 0);
+    for (const char* const command : {"draw e.cam", "plot e.cam --vars 1"}) {
+        EXPECT_EQ(Shell(std::string("ulimit -v 1200000; $cli ") + command + " --size 10000x10000 --scale 2 -o p.png"),
+                  1)
+            << command;
+        EXPECT_EQ(Content("err.txt"), "lobemax-cli: 'p.png' cannot be written: Out of memory\n");
+        EXPECT_FALSE(Exists("p.png"));
+    }
+}
+
 TEST_F(Process, a_picture_may_have_a_name_that_is_no_utf_8)
 {
     ASSERT_EQ(Shell("$cli example 'Double Dwell' -o e.cam"), 0);
