@@ -11,6 +11,7 @@
 #include "core/text.h"
 #include "edit/door.h"
 #include "edit/rungs.h"
+#include "forms/compcam_form.h"
 #include "forms/workflow.h"
 #include "motion/continuity.h"
 #include "motion/segments.h"
@@ -106,9 +107,27 @@ bool Calculate_Stress(Session& session, const Options& options)
     return Run_Stress(design, refused) && design.flags.Stressflag;
 }
 
+/// The balancing cam in the place of the primary: its motion, to be sized by another run.
+bool Calculate_Compensation(Session& session, const Options&)
+{
+    Design_State& design = session.design;
+    if (!design.flags.Dynamicflag) {
+        session.Say("compcam: the forces are not calculated");
+        return false;
+    }
+    Compcam_Form form = Opening_Compcam_Form(design);
+    if (!Calc_Compcam(design, form))
+        return false;
+    const Compensation& result = *form.result;
+    session.Say("compcam: torque reduced by " + Shortest(Percent_Shown(result)) + " %, smallest contact force " +
+                Shortest(Single(result.smallest_force)) + " " + Unit_Word(design, Form_Unit::force));
+    return Confirm_Compcam(design) && Take_Compensation(design, result);
+}
+
 // In ladder order.
 constexpr std::array ladder{Level{"svaj", Calculate_Motion}, Level{"size", Calculate_Size},
-                            Level{"dynamics", Calculate_Dynamics}, Level{"stress", Calculate_Stress}};
+                            Level{"dynamics", Calculate_Dynamics}, Level{"stress", Calculate_Stress},
+                            Level{"compcam", Calculate_Compensation}};
 
 std::vector<std::string> Split_at_Commas(const std::string& list)
 {
@@ -147,7 +166,7 @@ void Add_Calc(CLI::App& app, Action& action)
     const auto options = std::make_shared<Options>();
     command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
     Add_Output(*command, options->output, "model file to write");
-    command->add_option("--levels", options->levels, "comma-separated, of svaj, size, dynamics, stress")
+    command->add_option("--levels", options->levels, "comma-separated, of svaj, size, dynamics, stress, compcam")
         ->type_name("LIST")
         ->capture_default_str();
     command->add_flag("--accumulate", options->accumulate, "dynamics: add the torque to what the model holds");

@@ -87,6 +87,7 @@ enum class Event : std::uint8_t {
     forces_done,
     stress_began,
     transform_began,
+    compensation_done,  // the rows of the motion are those of the balancing cam
     compensation_given_up,
     load_without_table,  // the file holds no calculated data
     load_partial,
@@ -95,7 +96,7 @@ enum class Event : std::uint8_t {
     results_let_go,  // Undo has gone back further than calculated rows are kept
     started,         // the program has come up
 };
-inline constexpr int Event_Count = 33;
+inline constexpr int Event_Count = 34;
 
 /// One row of the table of falls.
 struct Fall {

@@ -48,21 +48,6 @@ void Find_Frequencies(Design_State& design)
     d.Omega_D = rounding ? 0.0 : Sqr(radicand);
 }
 
-/// Metres of the length unit, for the forces of the metric systems.
-double Length_Divisor(const Design_State& design)
-{
-    constexpr int centimetre = 4;
-    constexpr int millimetre = 5;
-    switch (design.identity.WhichUnit) {
-    case centimetre:
-        return 100.0;
-    case millimetre:
-        return 1000.0;
-    default:
-        return 1.0;
-    }
-}
-
 /// What does not change from point to point.
 struct Train {
     const Design_State& design;
@@ -293,6 +278,20 @@ Torque_Pulses Torque_Areas(Design_State& design)
 }
 
 }  // namespace
+
+double Length_Divisor(const Design_State& design)
+{
+    constexpr int centimetre = 4;
+    constexpr int millimetre = 5;
+    switch (design.identity.WhichUnit) {
+    case centimetre:
+        return 100.0;
+    case millimetre:
+        return 1000.0;
+    default:
+        return 1.0;
+    }
+}
 
 Dynamics_Figures Present_Figures(Design_State& design)
 {

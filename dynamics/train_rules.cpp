@@ -125,10 +125,9 @@ std::vector<Field_Rule> Make_Rules()
         rule(vibration_edited, "x-Initial", "Initial displacement"),
         rule(vibration_edited, "Ode_Max_Steps", "Steps of the integration", Positive_may_be),
         rule(vibration_edited, "Ode_Save_Interval", "Interval of the stored points", Not_Negative),
-        rule(compensation_edited, "Comp_Mass", "Mass of the balancing train", Not_Negative),
-        rule(compensation_edited, "Comp_Spring_Rate", "Spring of the balancing train", Not_Negative),
-        rule(compensation_edited, "Comp_Preload", "Preload of the balancing train", Not_Negative),
-        rule(compensation_edited, "Torque_Velocity_Limit", "Velocity limit", Not_Negative),
+        rule(compensation_edited, "Comp_Mass", "Mass of the balancing train", Positive_may_be),
+        rule(compensation_edited, "Comp_Spring_Rate", "Spring of the balancing train", Positive_may_be),
+        rule(compensation_edited, "Comp_Preload", "Preload of the balancing train", Positive_may_be),
     };
     const auto derived_from = [&rules](std::string_view from, std::initializer_list<std::string_view> fields) {
         for (const std::string_view field : fields)
@@ -139,6 +138,7 @@ std::vector<Field_Rule> Make_Rules()
     derived_from("Mass_m, Kspring and Zeta",
                  {"Omega_Sq", "Omega", "Crit_Damping", "Damping_C", "Freq_Ratio", "Gamma_Ratio"});
     derived_from("the vibration", {"Ode_Count"});
+    derived_from("the velocity of the primary cam", {"Torque_Velocity_Limit"});
     return rules;
 }
 
@@ -148,6 +148,19 @@ std::span<const Field_Rule> Train_Rules()
 {
     static const std::vector<Field_Rule> rules = Make_Rules();
     return rules;
+}
+
+Verdict Figure_may_be(double figure)
+{
+    return figure > 0.0 ? Verdict{} : Verdict{std::string(must_be_positive)};
+}
+
+Verdict Accuracy_may_be(const Balance_Accuracy& accuracy)
+{
+    for (const double figure : {double{accuracy.eps}, accuracy.start_step, double(accuracy.max_steps)})
+        if (const Verdict verdict = Figure_may_be(figure); !verdict)
+            return verdict;
+    return accuracy.min_step < 0.0 ? Verdict{std::string(must_be_positive)} : Verdict{};
 }
 
 }  // namespace lobemax

@@ -10,6 +10,7 @@
 #include "camgeom/sizing.h"
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
+#include "dynamics/torque_compensation.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
@@ -102,6 +103,26 @@ TEST(Point_Loops, allocate_nothing_in_any_configuration)
         EXPECT_EQ(coarse.forces, fine.forces) << camtype << translating;
         EXPECT_EQ(coarse.stresses, fine.stresses) << camtype << translating;
     }
+    design = {};
+}
+
+TEST(Point_Loops, a_compensation_allocates_nothing_for_its_steps)
+{
+    testing::Script script;
+    Cam_Maker{}.Make();
+    const auto allocations_at = [](double eps, Long& steps) {
+        Compensation_Run run;
+        run.eps = eps;
+        Compensation result;
+        const long counted = Allocations_of([&] { EXPECT_TRUE(Calc_Compensation(design, run, result)); });
+        steps = result.steps;
+        return counted;
+    };
+    Long few = 0;
+    Long many = 0;
+    const long rough = allocations_at(1e-3, few);
+    EXPECT_EQ(allocations_at(1e-8, many), rough);
+    EXPECT_GT(many, few);
     design = {};
 }
 
