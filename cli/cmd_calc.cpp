@@ -13,6 +13,7 @@
 #include "dynamics/vibration_rules.h"
 #include "edit/door.h"
 #include "edit/rungs.h"
+#include "forms/compcam_form.h"
 #include "forms/workflow.h"
 #include "motion/continuity.h"
 #include "motion/segments.h"
@@ -137,10 +138,28 @@ bool Calculate_Polydyne(Session& session, const Options& options)
     return Run_Polydyne(design, options.run) && Size_Polydyne(design);
 }
 
+/// The balancing cam in the place of the primary: its motion, to be sized by another run.
+bool Calculate_Compensation(Session& session, const Options&)
+{
+    Design_State& design = session.design;
+    if (!design.flags.Dynamicflag) {
+        session.Say("compcam: the forces are not calculated");
+        return false;
+    }
+    Compcam_Form form = Opening_Compcam_Form(design);
+    if (!Calc_Compcam(design, form))
+        return false;
+    const Compensation& result = *form.result;
+    session.Say("compcam: torque reduced by " + Shortest(Percent_Shown(result)) + " %, smallest contact force " +
+                Shortest(Single(result.smallest_force)) + " " + Unit_Word(design, Form_Unit::force));
+    return Confirm_Compcam(design) && Take_Compensation(design, result);
+}
+
 // In ladder order.
-constexpr std::array ladder{Level{"svaj", Calculate_Motion},       Level{"size", Calculate_Size},
-                            Level{"dynamics", Calculate_Dynamics}, Level{"vibration", Calculate_Vibration},
-                            Level{"polydyne", Calculate_Polydyne}, Level{"stress", Calculate_Stress}};
+constexpr std::array ladder{Level{"svaj", Calculate_Motion},         Level{"size", Calculate_Size},
+                            Level{"dynamics", Calculate_Dynamics},   Level{"vibration", Calculate_Vibration},
+                            Level{"polydyne", Calculate_Polydyne},   Level{"stress", Calculate_Stress},
+                            Level{"compcam", Calculate_Compensation}};
 
 /// The options of a vibration as the screen's entries take them. @return empty, or why one is refused
 std::string Take_Vibration_Options(Design_State& design, Options& options)
@@ -231,7 +250,7 @@ void Add_Calc(CLI::App& app, Action& action)
     Add_Output(*command, options->output, "model file to write");
     command
         ->add_option("--levels", options->levels,
-                     "comma-separated, of svaj, size, dynamics, vibration, polydyne, stress")
+                     "comma-separated, of svaj, size, dynamics, vibration, polydyne, stress, compcam")
         ->type_name("LIST")
         ->capture_default_str();
     command->add_flag("--accumulate", options->accumulate, "dynamics: add the torque to what the model holds");

@@ -112,6 +112,9 @@ constexpr std::array falls{
     Fall{Event::polydyne_given_up, Of(polydyne), nullptr, "the cam is that of the motion itself again"},
     Fall{Event::stress_began, Of(stress), nullptr, "they are being calculated"},
     Fall{Event::transform_began, Of(transform), nullptr, "its rows are being filled"},
+    Fall{Event::compensation_done,
+         Of(size, forces, vibration, stress, polydyne, linkage, transform, saved, example_loaded, file_loaded), nullptr,
+         "they rest on the motion of the primary cam"},
     Fall{Event::compensation_given_up, Of(compensating_cam), nullptr, "the user goes on without saving it"},
 
     Fall{Event::load_without_table, Of(motion, size, forces, vibration, stress), nullptr,

@@ -91,6 +91,7 @@ enum class Event : std::uint8_t {
     polydyne_given_up,  // the cam is to be that of the motion itself again
     stress_began,
     transform_began,
+    compensation_done,  // the rows of the motion are those of the balancing cam
     compensation_given_up,
     load_without_table,  // the file holds no calculated data
     load_partial,
@@ -99,7 +100,7 @@ enum class Event : std::uint8_t {
     results_let_go,  // Undo has gone back further than calculated rows are kept
     started,         // the program has come up
 };
-inline constexpr int Event_Count = 37;
+inline constexpr int Event_Count = 38;
 
 /// One row of the table of falls.
 struct Fall {

@@ -81,11 +81,6 @@ Verdict Roller_may_be(const Design_State&, const Field_Index&, const Typed_Value
     return Whole_from(first_cam_roller, last_cam_roller, value);
 }
 
-Verdict Not_Negative(const Design_State&, const Field_Index&, const Typed_Value& value)
-{
-    return value.number < 0.0 ? Verdict{std::string(must_be_positive)} : Verdict{};
-}
-
 std::vector<Field_Rule> Make_Rules()
 {
     const auto rule = [](Event event, std::string_view field, std::string_view words,
@@ -112,10 +107,9 @@ std::vector<Field_Rule> Make_Rules()
         rule(stress_edited, "Roller type", "Type of roller", Roller_may_be),
         rule(stress_edited, "Crown radius", "Crown radius", Contact_may_be),
         rule(stress_edited, "Roller length", "Contact length", Contact_may_be),
-        rule(compensation_edited, "Comp_Mass", "Mass of the balancing train", Not_Negative),
-        rule(compensation_edited, "Comp_Spring_Rate", "Spring of the balancing train", Not_Negative),
-        rule(compensation_edited, "Comp_Preload", "Preload of the balancing train", Not_Negative),
-        rule(compensation_edited, "Torque_Velocity_Limit", "Velocity limit", Not_Negative),
+        rule(compensation_edited, "Comp_Mass", "Mass of the balancing train", Positive_may_be),
+        rule(compensation_edited, "Comp_Spring_Rate", "Spring of the balancing train", Positive_may_be),
+        rule(compensation_edited, "Comp_Preload", "Preload of the balancing train", Positive_may_be),
     };
     const auto derived_from = [&rules](std::string_view from, std::initializer_list<std::string_view> fields) {
         for (const std::string_view field : fields)
@@ -123,6 +117,7 @@ std::vector<Field_Rule> Make_Rules()
     };
     derived_from("mass, spring and damping ratio", {"Omega_N", "Critical_Damping", "Omega_D"});
     derived_from("the calculated forces", {"Torque_Integral_Max", "Torque_Integral_Min"});
+    derived_from("the velocity of the primary cam", {"Torque_Velocity_Limit"});
     return rules;
 }
 
@@ -132,6 +127,19 @@ std::span<const Field_Rule> Train_Rules()
 {
     static const std::vector<Field_Rule> rules = Make_Rules();
     return rules;
+}
+
+Verdict Figure_may_be(double figure)
+{
+    return figure > 0.0 ? Verdict{} : Verdict{std::string(must_be_positive)};
+}
+
+Verdict Accuracy_may_be(const Balance_Accuracy& accuracy)
+{
+    for (const double figure : {double{accuracy.eps}, accuracy.start_step, double(accuracy.max_steps)})
+        if (const Verdict verdict = Figure_may_be(figure); !verdict)
+            return verdict;
+    return accuracy.min_step < 0.0 ? Verdict{std::string(must_be_positive)} : Verdict{};
 }
 
 }  // namespace lobemax

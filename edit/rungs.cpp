@@ -2,6 +2,7 @@
 #include "edit/rungs.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "camgeom/cam_rules.h"
@@ -13,6 +14,7 @@
 #include "core/units.h"
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
+#include "dynamics/train_rules.h"
 #include "dynamics/vibration_rules.h"
 #include "edit/door.h"
 #include "motion/continuity.h"
@@ -357,6 +359,36 @@ bool Give_Up_Polydyne(Design_State& design)
     return !Holds(design, Mark::size) || (Run_Size(design) && Forces_Anew(design));
 }
 
+bool Run_Compensation(Design_State& design, const Compensation_Run& run, Compensation& result)
+{
+    if (Refuse_Other_Units(design))
+        return false;
+    const Dynamics_Group& d = design.dynamics;
+    for (const auto& [field, value] :
+         {std::pair{"Comp_Mass", d.Comp_Mass}, std::pair{"Comp_Spring_Rate", d.Comp_Spring_Rate},
+          std::pair{"Comp_Preload", d.Comp_Preload}})
+        if (!Tell(Query(design, field, value)))
+            return false;
+    if (!Tell(Accuracy_may_be(run)))
+        return false;
+    const bool reached = Calc_Compensation(design, run, result);
+    Refresh_Screens();
+    return reached;
+}
+
+bool Take_Compensation(Design_State& design, const Compensation& result)
+{
+    const bool taken = Trap("Take_Compensation", [&] {
+        Design_State with = design;
+        Overwrite_Motion(with, result);
+        Apply(with, Event::compensation_done);
+        Reach(with, Mark::compensating_cam);
+        design = std::move(with);
+    });
+    Refresh_Screens();
+    return taken;
+}
+
 Standing Standing_of(const Design_State& design)
 {
     const Flags_Group& f = design.flags;
@@ -444,6 +476,11 @@ bool Recalculate(Design_State& design, const Standing& standing)
 {
     if (design.flags.Imported_Model) {
         Show_Message("An imported motion has no segments to be recalculated from.", Buttons::OK, Symbol::exclamation);
+        return false;
+    }
+    if (design.flags.CompCam_Calc) {
+        Show_Message("The motion of a compensating cam has no segments to be recalculated from.", Buttons::OK,
+                     Symbol::exclamation);
         return false;
     }
     const Design_State before = design;

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "core/design_state.h"
+#include "dynamics/torque_compensation.h"
 #include "dynamics/vibration.h"
 
 namespace lobemax {
@@ -85,6 +86,16 @@ bool Size_Polydyne(Design_State& design);
 /// @return false when they were not reached
 bool Give_Up_Polydyne(Design_State& design);
 
+/// The balancing cam of the motion in memory by the stored fields and the run's figures; each is checked by its rule
+/// and a refusal told. The design's motion stays the primary's: rows 48 and 49 take the torques.
+/// @return whether there is one, in result
+bool Run_Compensation(Design_State& design, const Compensation_Run& run, Compensation& result);
+
+/// The balancing cam takes the primary's place in memory, under its trap, and CompCam_Calc is set: the motion is its
+/// own, what rests on a motion falls. The segment table stays that of the primary.
+/// @return false after a fault; the design is then as it was
+bool Take_Compensation(Design_State& design, const Compensation& result);
+
 /// How far a design has got: the rungs that stand, in the ladder's order.
 struct Standing {
     bool motion = false;
@@ -101,7 +112,8 @@ Standing Standing_of(const Design_State& design);
 /// screen opens, over two turns of the cam. A stored external force and the choice between motion and force stay.
 /// Stresses of a material that is not steel's are told of and left out where the unit of stress has changed: no modulus
 /// is converted.
-/// @return false, after a message, when a rung was not reached or the motion was imported; the design is then as it was
+/// @return false, after a message, when a rung was not reached or the motion is not the table's, as an imported one or
+///         a balancing cam's; the design is then as it was
 /// @throws Fault outside of the rungs' own traps; the design is then as it was
 bool Recalculate(Design_State& design, const Standing& standing);
 

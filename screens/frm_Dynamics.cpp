@@ -16,11 +16,14 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "dynamics/kinetostatics.h"
+#include "forms/compcam_form.h"
 #include "paint/chart.h"
 #include "paint/plot_charts.h"
 #include "paint/print.h"
 #include "screens/desk.h"
 #include "screens/form_rows.h"
+#include "screens/frm_CompCam.h"
+#include "screens/frm_SizeCam.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
 
@@ -99,7 +102,7 @@ QLayout* frm_Dynamics::Inputs()
         Dynamics_Form form = Form();
         Show_Run(Tick_Add_External_Force(design, form, ticked));
     });
-    check(QStringLiteral("chk_compcam"), {});
+    check(QStringLiteral("chk_compcam"), [this](bool ticked) { Compensate(ticked); });
     column->addLayout(Figures_Grid());
     column->addStretch();
     return column;
@@ -212,6 +215,32 @@ void frm_Dynamics::Refresh()
     Control<QCheckBox>(QStringLiteral("chk_Extforce")).setEnabled(open.external_enabled);
     Control<QCheckBox>(QStringLiteral("chk_compcam")).setEnabled(open.compcam_enabled);
     status_->Refresh();
+}
+
+void frm_Dynamics::Compensate(bool ticked)
+{
+    if (!ticked || Is_Filling())
+        return;
+    bool taken = false;
+    if (May_Open_Compcam(design)) {
+        History::Transaction work(Desk_History());
+        frm_CompCam screen(this);
+        taken = Run_Modal(screen) == QDialog::Accepted;
+        if (taken)
+            work.Commit("torque compensation");
+    }
+    if (!taken) {
+        Control<QCheckBox>(QStringLiteral("chk_compcam")).setChecked(design.flags.CompCam_Calc);
+        Refresh();
+        return;
+    }
+    {
+        History::Transaction work(Desk_History());
+        frm_SizeCam size(this);
+        if (Run_Modal(size) == QDialog::Accepted)
+            work.Commit(From_Qt(size.windowTitle()));
+    }
+    accept();  // the forces on this screen were those of the primary cam
 }
 
 Dynamics_Form frm_Dynamics::Form() const

@@ -30,6 +30,7 @@ private:
     QLayout* Charts();
     QWidget* Pulses();
     QLayout* Buttons_Row();
+    void Compensate(bool ticked);
     void Fill();
     void Refresh();
     Dynamics_Form Form() const;

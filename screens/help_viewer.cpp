@@ -38,6 +38,7 @@ constexpr std::array pages{
     Help_Page{"sizing", "Sizing the cam"},
     Help_Page{"dynamics", "Forces and torques"},
     Help_Page{"vibration", "Vibration and polydyne cams"},
+    Help_Page{"compensation", "Torque compensation"},
     Help_Page{"stress", "Contact stress"},
     Help_Page{"plots", "Plots"},
     Help_Page{"files", "Files and exports"},
@@ -53,14 +54,23 @@ struct Screen_Page {
 };
 
 constexpr std::array screen_pages{
-    Screen_Page{"frm_HomeScreen", "home"},         Screen_Page{"frm_Quit", "home"},
-    Screen_Page{"frm_InputData", "input"},         Screen_Page{"frm_Bounds", "conditions"},
-    Screen_Page{"frm_Poly", "conditions"},         Screen_Page{"frm_Knots", "splines"},
-    Screen_Page{"frm_Continuity", "continuity"},   Screen_Page{"frm_FFT", "fourier"},
-    Screen_Page{"frm_SizeCam", "sizing"},          Screen_Page{"frm_Dynamics", "dynamics"},
-    Screen_Page{"frm_ModelType", "vibration"},     Screen_Page{"frm_Model", "vibration"},
-    Screen_Page{"frm_Stress", "stress"},           Screen_Page{"frm_Plot", "plots"},
-    Screen_Page{"frm_Preferences", "preferences"}, Screen_Page{"frm_Circles", "preferences"},
+    Screen_Page{"frm_HomeScreen", "home"},
+    Screen_Page{"frm_Quit", "home"},
+    Screen_Page{"frm_InputData", "input"},
+    Screen_Page{"frm_Bounds", "conditions"},
+    Screen_Page{"frm_Poly", "conditions"},
+    Screen_Page{"frm_Knots", "splines"},
+    Screen_Page{"frm_Continuity", "continuity"},
+    Screen_Page{"frm_FFT", "fourier"},
+    Screen_Page{"frm_SizeCam", "sizing"},
+    Screen_Page{"frm_Dynamics", "dynamics"},
+    Screen_Page{"frm_ModelType", "vibration"},
+    Screen_Page{"frm_Model", "vibration"},
+    Screen_Page{"frm_CompCam", "compensation"},
+    Screen_Page{"frm_Stress", "stress"},
+    Screen_Page{"frm_Plot", "plots"},
+    Screen_Page{"frm_Preferences", "preferences"},
+    Screen_Page{"frm_Circles", "preferences"},
 };
 
 constexpr QSize picture_size(520, 150);

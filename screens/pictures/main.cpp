@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QStyleFactory>
+#include <QTabWidget>
 #include <QTemporaryDir>
 
 #include "core/messages.h"
@@ -20,6 +21,7 @@
 #include "screens/dark_palette.h"
 #include "screens/desk.h"
 #include "screens/frm_Bounds.h"
+#include "screens/frm_CompCam.h"
 #include "screens/frm_Continuity.h"
 #include "screens/frm_Dynamics.h"
 #include "screens/frm_FFT.h"
@@ -135,6 +137,11 @@ int main(int argc, char** argv)
             model.Control<QPushButton>(QStringLiteral("cmd_Calc")).click();
             Take(model, QStringLiteral("frm_Model%1").arg(design.dynamics.Model_Type));
         }
+        frm_CompCam compensation;
+        compensation.Control<QPushButton>(QStringLiteral("cmd_Calc")).click();
+        Take(compensation, QStringLiteral("frm_CompCam"));
+        compensation.Control<QTabWidget>(QStringLiteral("tab_Results")).setCurrentIndex(1);
+        Take(compensation, QStringLiteral("frm_CompCam_data"));
         frm_Stress stress;
         Take(stress, QStringLiteral("frm_Stress"));
     }

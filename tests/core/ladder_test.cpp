@@ -94,6 +94,8 @@ const std::vector<Falls_of> expected{
     {Event::polydyne_given_up, "polydyne_given_up", "Polydyne_Calc "},
     {Event::stress_began, "stress_began", "Stressflag "},
     {Event::transform_began, "transform_began", "FFT_Done "},
+    {Event::compensation_done, "compensation_done",
+     "Sized Dynamicflag Modelflag Stressflag Polydyne_Calc Linkage_Calc FFT_Done Model_Saved File_Loaded "},
     {Event::compensation_given_up, "compensation_given_up", "CompCam_Calc "},
     {Event::load_without_table, "load_without_table", "Calculated Sized Dynamicflag Modelflag Stressflag "},
     {Event::load_partial, "load_partial", "Calculated Modelflag Polydyne_Calc "},

@@ -10,6 +10,7 @@
 #include "camgeom/sizing.h"
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
+#include "dynamics/torque_compensation.h"
 #include "dynamics/vibration.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
@@ -126,6 +127,25 @@ TEST(Integration, allocates_nothing_a_step_but_its_trajectory_once)
     const Long few = design.dynamics.Ode_Count;
     EXPECT_EQ(allocations_at(1e-6), coarse);
     EXPECT_GT(design.dynamics.Ode_Count, 4 * few);
+}
+
+TEST(Point_Loops, a_compensation_allocates_nothing_for_its_steps)
+{
+    testing::Script script;
+    Cam_Maker{}.Make();
+    const auto allocations_at = [](double eps, Long& steps) {
+        Compensation_Run run;
+        run.eps = eps;
+        Compensation result;
+        const long counted = Allocations_of([&] { EXPECT_TRUE(Calc_Compensation(design, run, result)); });
+        steps = result.steps;
+        return counted;
+    };
+    Long few = 0;
+    Long many = 0;
+    const long rough = allocations_at(1e-3, few);
+    EXPECT_EQ(allocations_at(1e-8, many), rough);
+    EXPECT_GT(many, few);
     design = {};
 }
 

@@ -13,6 +13,7 @@
 #include "motion/segments.h"
 #include "present/plot_selection.h"
 #include "screens/frm_Bounds.h"
+#include "screens/frm_CompCam.h"
 #include "screens/frm_Continuity.h"
 #include "screens/frm_Dynamics.h"
 #include "screens/frm_FFT.h"
@@ -89,6 +90,7 @@ inline std::vector<A_Screen> Every_Screen()
              Choose_Model_Type(design, 0);
              return new frm_Model;
          })},
+        {"frm_CompCam", over_example([] { return new frm_CompCam; })},
         {"frm_Stress", over_example([] { return new frm_Stress; })},
         {"frm_PlotType", over_example([] { return new frm_PlotType; })},
     };

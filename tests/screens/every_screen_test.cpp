@@ -206,6 +206,8 @@ TEST_F(Screens_at_Large, a_number_cut_short_is_shown_as_it_was_read_and_marked)
         {"frm_Model", Element("txt_Mass", 1), "2,7", "2"},
         {"frm_Model", Element("txt_Zeta", 0), "0,7", "0"},
         {"frm_Model", "txt_max_steps", "2500,7", "2500"},
+        {"frm_CompCam", "txt_Mass", "2,7", "2"},
+        {"frm_CompCam", "txt_max_steps", "900,7", "900"},
         {"frm_Stress", "txt_Length", "25,7", "25"},
         {"frm_Stress", "txt_Weight", "25,7", "25"},
         {"frm_FFT", "txt_Harmonics", "25,7", "25"},
@@ -369,13 +371,21 @@ TEST_F(Screens_at_Large, every_entry_that_takes_the_focus_by_tab_is_selected_who
 TEST_F(Screens_at_Large, f1_opens_the_page_of_the_screen)
 {
     const std::map<std::string, std::string> pages{
-        {"frm_HomeScreen", "home"},     {"frm_Title", "start"},
-        {"frm_Quit", "home"},           {"frm_Preferences", "preferences"},
-        {"frm_InputData", "input"},     {"frm_Continuity", "continuity"},
-        {"frm_Bounds", "conditions"},   {"frm_Poly", "conditions"},
-        {"frm_Knots", "splines"},       {"frm_FFT", "fourier"},
-        {"frm_SizeCam", "sizing"},      {"frm_Dynamics", "dynamics"},
-        {"frm_ModelType", "vibration"}, {"frm_Model", "vibration"},
+        {"frm_HomeScreen", "home"},
+        {"frm_Title", "start"},
+        {"frm_Quit", "home"},
+        {"frm_Preferences", "preferences"},
+        {"frm_InputData", "input"},
+        {"frm_Continuity", "continuity"},
+        {"frm_Bounds", "conditions"},
+        {"frm_Poly", "conditions"},
+        {"frm_Knots", "splines"},
+        {"frm_FFT", "fourier"},
+        {"frm_SizeCam", "sizing"},
+        {"frm_Dynamics", "dynamics"},
+        {"frm_CompCam", "compensation"},
+        {"frm_ModelType", "vibration"},
+        {"frm_Model", "vibration"},
         {"frm_Stress", "stress"},
     };
     for (const A_Screen& entry : Every_Screen()) {

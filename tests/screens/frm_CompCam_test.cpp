@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "screens/frm_CompCam.h"
+
+#include <QAction>
+#include <QTableWidget>
+#include <QTimer>
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+#include "core/ladder.h"
+#include "dynamics/torque_compensation.h"
+#include "paint/chart.h"
+#include "screens/frm_Dynamics.h"
+#include "tests/support/desktop_design.h"
+#include "tests/support/test_design.h"
+#include "tests/support/watched_boxes.h"
+
+namespace lobemax {
+namespace {
+
+using screens::Element;
+using screens::frm_CompCam;
+using screens::frm_Dynamics;
+using testing::Driver;
+using testing::Expected_Box;
+
+class Compensation_Screen : public testing::Desktop_Test {
+protected:
+    void SetUp() override
+    {
+        Desktop_Test::SetUp();
+        Build("Double Dwell");
+    }
+    /// Answers whatever a run has to tell with its usual button, or with the one that a test prefers.
+    void Answer_All(std::optional<std::string> path = std::nullopt)
+    {
+        Host host = Installed_Host();
+        host.messenger = [this](const Message& box) {
+            told_ += box.title + box.text + "\n";
+            return cancel_ && Offers(box.buttons, Answer::Cancel) ? Answer::Cancel : Usual_Answer(box.buttons);
+        };
+        host.save_dialog = [this, path](const File_Dialog& dialog) {
+            asked_ = dialog;
+            return path;
+        };
+        Install_Host(std::move(host));
+    }
+    bool Told(const std::string& words) const { return told_.find(words) != std::string::npos; }
+
+    std::string told_;
+    bool cancel_ = false;
+    File_Dialog asked_;
+    Flags_Group& f_ = design.flags;
+};
+
+TEST_F(Compensation_Screen, calculate_fills_plots_lists_and_figures_and_opens_what_follows)
+{
+    Answer_All();
+    frm_CompCam screen;
+    const Driver user(screen);
+    for (const char* const button : {"cmd_Done", "cmd_Outputfile", "cmd_Replot"})
+        EXPECT_FALSE(user.Find<QAbstractButton>(button).isEnabled()) << button;
+    EXPECT_EQ(user.Text("txt_eps"), "0.001");
+    user.Press("cmd_Calc");
+    for (const char* const button : {"cmd_Done", "cmd_Outputfile", "cmd_Replot"})
+        EXPECT_TRUE(user.Find<QAbstractButton>(button).isEnabled()) << button << told_;
+    for (int k = 0; k < 4; ++k)
+        EXPECT_EQ(user.Find<paint::Chart>(Element("grf_Plot", k)).Curves().size(), k == 3 ? 3U : 1U);
+    EXPECT_EQ(user.Find<QTableWidget>("ListView1").rowCount(), 361);
+    EXPECT_EQ(user.Find<QTableWidget>("ListView1").columnCount(), 10);
+    EXPECT_EQ(user.Find<QTableWidget>("ListView2").columnCount(), 8);
+    EXPECT_EQ(user.Find<QTableWidget>("ListView3").columnCount(), 10);
+    EXPECT_EQ(user.Find<QTableWidget>("ListView3").verticalHeaderItem(0)->text(), "Max");
+    EXPECT_GT(std::stoi(user.Text("lbl_percent")), 50) << user.Text("lbl_percent");
+    EXPECT_NE(design.results.CalcData(var::Comp_Torque, 30), 0.0);
+    EXPECT_FALSE(f_.CompCam_Calc) << "the primary stays in memory";
+
+    user.Fill("txt_Mass", "1.5");  // an accepted change takes the result away
+    EXPECT_EQ(design.dynamics.Comp_Mass, 1.5);
+    EXPECT_FALSE(user.Find<QAbstractButton>("cmd_Done").isEnabled());
+    EXPECT_EQ(user.Find<QTableWidget>("ListView1").rowCount(), 0);
+    EXPECT_EQ(user.Text("lbl_percent"), "");
+    user.Press("cmd_Reset");
+    EXPECT_EQ(design.dynamics.Comp_Mass, design.dynamics.Mass / 2.0);
+}
+
+TEST_F(Compensation_Screen, entries_that_are_not_positive_are_refused)
+{
+    const Expected_Box positive{"This value must be positive.  Please redo.", Buttons::OK, Symbol::exclamation};
+    frm_CompCam screen;
+    const Driver user(screen);
+    for (const char* const field :
+         {"txt_Mass", "txt_Spring", "txt_Preload", "txt_eps", "txt_max_steps", "txt_start_step"}) {
+        const std::string before = user.Text(field);
+        script_.Expect(positive);
+        user.Fill(field, "-2");
+        EXPECT_EQ(user.Text(field), before) << field;
+    }
+    script_.Expect(
+        {"Too small an accuracy value may cause the Runge-Kutta algorithm to loop infinitely.\n"
+         "Continue anyway?",
+         Buttons::Yes_No, Symbol::exclamation, Answer::No});
+    user.Fill("txt_eps", "0.00001");
+    EXPECT_EQ(user.Text("txt_eps"), "0.001");
+}
+
+TEST_F(Compensation_Screen, the_output_file_and_the_instructions)
+{
+    const QTemporaryDir folder;
+    const std::string path = folder.filePath("comp.out").toStdString();
+    Answer_All(path);
+    frm_CompCam screen;
+    const Driver user(screen);
+    user.Press("cmd_Calc");
+    user.Press("cmd_Outputfile");
+    EXPECT_EQ(asked_.title, "Output the Data");
+    EXPECT_EQ(asked_.filter, "(*.out)|*.out");
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    EXPECT_TRUE(text.str().starts_with("start step"));
+    auto* const instructions = screen.findChild<QAction*>("mnu_Instructions");
+    ASSERT_NE(instructions, nullptr);
+    instructions->trigger();
+    EXPECT_TRUE(
+        Told("Instructions for Creating a Torque Compensating CamA torque compensation cam generates a torque "
+             "opposite to that of the primary cam "));
+}
+
+/// From the dynamics screen: Back and Cancel leave the primary; Next with OK puts the compensating cam in its place,
+/// and sizing follows.
+TEST_F(Compensation_Screen, the_way_from_the_dynamics_screen)
+{
+    Answer_All();
+    std::vector<QString> seen;
+    cancel_ = true;
+    const auto before = screens::Play_Modals([&](QDialog& dialog) {
+        seen.push_back(dialog.objectName());
+        const Driver user(dialog);
+        user.Press("cmd_Calc");
+        user.Press("cmd_Done");  // its question is answered with Cancel
+        EXPECT_TRUE(Told("You are about to overwrite the primary cam data in memory\n"));
+        user.Press("cmd_Cancel");
+    });
+    const double lift = design.results.CalcData(var::S, 100);
+    {
+        frm_Dynamics dynamics;
+        const Driver user(dynamics);
+        user.Press("cmd_Calc");
+        user.Press("chk_compcam");
+        EXPECT_FALSE(user.Find<QAbstractButton>("chk_compcam").isChecked());
+        EXPECT_EQ(dynamics.result(), 0) << "it stays open";
+    }
+    EXPECT_EQ(seen, std::vector<QString>{"frm_CompCam"});
+    EXPECT_FALSE(f_.CompCam_Calc);
+    EXPECT_EQ(design.results.CalcData(var::S, 100), lift);
+
+    seen.clear();
+    cancel_ = false;
+    screens::Play_Modals([&](QDialog& dialog) {
+        seen.push_back(dialog.objectName());
+        const Driver user(dialog);
+        if (dialog.objectName() == "frm_CompCam") {
+            user.Press("cmd_Calc");
+            user.Press("cmd_Done");
+        } else {
+            dialog.reject();
+        }
+    });
+    {
+        frm_Dynamics dynamics;
+        const Driver user(dynamics);
+        user.Press("cmd_Calc");
+        user.Press("chk_compcam");
+    }
+    EXPECT_EQ(seen, (std::vector<QString>{"frm_CompCam", "frm_SizeCam"}));
+    EXPECT_TRUE(f_.CompCam_Calc);
+    EXPECT_FALSE(f_.Sized);
+    EXPECT_NE(design.results.CalcData(var::S, 100), lift);
+    screens::Play_Modals(before);
+}
+
+TEST_F(Compensation_Screen, a_finer_step_is_told_of_and_the_screen_does_not_open)
+{
+    design.motion.Deltatheta = 0.5;
+    bool opened = false;
+    const auto before = screens::Play_Modals([&](QDialog& dialog) {
+        opened = true;
+        dialog.reject();
+    });
+    Answer_All();
+    frm_Dynamics dynamics;
+    const Driver user(dynamics);
+    user.Press("chk_compcam");
+    EXPECT_TRUE(
+        Told("This routine requires that delta theta be no smaller than 1 degree.\n"
+             "Please return to the SVAJ screen and recalculate the cam with delta theta = 1."));
+    EXPECT_FALSE(opened);
+    EXPECT_FALSE(user.Find<QAbstractButton>("chk_compcam").isChecked());
+    screens::Play_Modals(before);
+}
+
+}  // namespace
+}  // namespace lobemax
