@@ -72,6 +72,13 @@ frm_CompCam::frm_CompCam(QWidget* parent)
     : Screen(QStringLiteral("frm_CompCam"), To_Qt(Words_of("frm_CompCam").caption), parent),
       form_(Opening_Compcam_Form(design))
 {
+    auto* const row = new QHBoxLayout;
+    row->addLayout(Make_Inputs());
+    row->addWidget(Make_Results(), 1);
+    Body().addLayout(row);
+    Foot().addLayout(Make_Buttons());
+    status_ = new Status_Panel;
+    Foot().addWidget(status_);
     auto* const bar = new QMenuBar;
     layout()->setMenuBar(bar);
     auto* const help = bar->addMenu(QStringLiteral("&Help"));
@@ -81,13 +88,6 @@ frm_CompCam::frm_CompCam(QWidget* parent)
                       .title = std::string(Compcam_Instructions_Title)});
     });
     instructions->setObjectName(QStringLiteral("mnu_Instructions"));
-    auto* const row = new QHBoxLayout;
-    row->addLayout(Make_Inputs());
-    row->addWidget(Make_Results(), 1);
-    Body().addLayout(row);
-    Foot().addLayout(Make_Buttons());
-    status_ = new Status_Panel;
-    Foot().addWidget(status_);
     Offer_Undo(bar);
     Open_at({1080, 720});
     Fill();
