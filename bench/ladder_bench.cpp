@@ -6,6 +6,7 @@
 #include "core/startup.h"
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
+#include "dynamics/torque_compensation.h"
 #include "edit/examples.h"
 #include "edit/rungs.h"
 #include "motion/segments.h"
@@ -73,6 +74,25 @@ void Whole_Ladder(benchmark::State& state, const char* example)
 }
 BENCHMARK_CAPTURE(Whole_Ladder, translating, "Double Dwell")->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(Whole_Ladder, arm, "Oscillating")->Unit(benchmark::kMicrosecond);
+
+/// A degree a point, the step that it asks for.
+void Compensate(benchmark::State& state, const char* example, double eps)
+{
+    Sub_Main(design, "", {});
+    Load_Example(design, example);
+    Calculate_Example(design);
+    Run_Size(design);
+    Calc_Force_Torque(design);
+    Compensation_Run run;
+    run.eps = eps;
+    Compensation result;
+    for (auto _ : state)
+        Calc_Compensation(design, run, result);
+    state.counters["steps"] = static_cast<double>(result.steps);
+}
+BENCHMARK_CAPTURE(Compensate, usual, "Double Dwell", 1e-3)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Compensate, fine, "Double Dwell", 1e-6)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Compensate, slow, "Four Dwell", 1e-3)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace lobemax

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 /// The integrator of the torque compensation: Runge-Kutta of fourth order with step doubling for two equations, from
 /// one point of the cycle to the next. It keeps no trajectory, so that of a vibration stays what it is.
-/// docs/theory.md, 11.4.
+/// docs/theory.md, 11.1.
 #pragma once
 
 #include <array>

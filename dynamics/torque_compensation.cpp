@@ -25,7 +25,7 @@ constexpr double whole_turn = 360.0;
 constexpr double share_of_dwell = 1e-6;           // of the peak torque: less is none
 constexpr double share_of_velocity_limit = 1e-6;  // of the primary's peak velocity
 constexpr double start_over_limit = 2.0;          // a motion starts with this many velocity limits
-constexpr double end_over_limit = 10.0;           // one that ends with more has not come to rest
+constexpr double rest_over_limit = 4.0;           // and has all but ended with less
 constexpr double largest_energy_error = 0.01;     // that nobody needs to be told of
 
 /// Lengths of the forces in one unit of a row of positions.
@@ -80,7 +80,7 @@ Areas Areas_between(double a, double b)
     return a > 0.0 ? Areas{first, second} : Areas{second, first};
 }
 
-/// The motion, force and torque of the primary train. docs/theory.md, (150), (151).
+/// The motion, force and torque of the primary train. docs/theory.md, (161), (162).
 struct Primary {
     double peak_velocity = 0.0;
     Comp_Row torque{};
@@ -106,7 +106,7 @@ Primary Primary_of(const Design_State& design)
 /// What the balancing train is made for: dwells without any torque, and as much of it above as below zero.
 ///
 /// The sum over the points of a stored motion misses zero by its rounding and by the corners of the torque, 1e-9 to
-/// 1e-4 of it. Both signs are scaled to meet, so that the energy closes after a turn. docs/theory.md, (154).
+/// 1e-4 of it. Both signs are scaled to meet, so that the energy closes after a turn. docs/theory.md, (165).
 /// @return false for a torque of one sign
 bool Close_Cycle(Comp_Row& torque)
 {
@@ -129,7 +129,7 @@ bool Close_Cycle(Comp_Row& torque)
     return true;
 }
 
-/// The cycle in motions, and the level of the balancing train's energy at the points. docs/theory.md, (152), (153).
+/// The cycle in motions, and the level of the balancing train's energy at the points. docs/theory.md, (163), (164).
 class Cycle {
 public:
     explicit Cycle(const Comp_Balance& balance) : balance_(balance)
@@ -207,7 +207,7 @@ private:
     double range_ = 0.0;
 };
 
-/// Where the balancing train rests on a level of energy: docs/theory.md, (153).
+/// Where the balancing train rests on a level of energy: docs/theory.md, (164).
 double Rest_Position(const Comp_Balance& b, double level)
 {
     return level <= 0.0 ? 0.0 : 2.0 * level / (b.preload + std::sqrt(b.preload * b.preload + 2.0 * b.spring * level));
@@ -288,7 +288,7 @@ private:
         }
     }
 
-    /// The state a little after rest, where the velocity has grown to a few limits: docs/theory.md, (158).
+    /// The state a little after rest, where the velocity has grown to a few limits: docs/theory.md, (169).
     Balance_State After_Rest(const Motion_Equation& equation, double rest, double to_first_point, double& t) const
     {
         const double T = equation.sign * Comp_Torque_At(balance_, equation.start + equation.sign * to_first_point);
@@ -319,14 +319,40 @@ private:
             Store(point, integrator.State(), equation.sign);
             if (Stopped(motion.kind, integrator.Steps()))
                 return false;
+            const bool slows_down = 2 * k > last - first;
+            if (slows_down && integrator.State()[1] < rest_over_limit * balance_.velocity_limit) {
+                Creep(mirrored, mirrored ? first : last, point);
+                return true;
+            }
         }
-        if (!integrator.To(Seconds(motion.to - motion.from)))
-            return false;
-        if (integrator.State()[1] > end_over_limit * balance_.velocity_limit) {
+        const int end_point = mirrored ? first : last;
+        if (!Comes_to_Rest(equation, integrator.State(), time_to(end_point),
+                           Seconds(motion.to - motion.from) - time_to(end_point))) {
             left_cam_ = true;
             left_at_ = std::fmod(mirrored ? motion.from : motion.to, whole_turn);
         }
         return true;
+    }
+
+    /// The last points of a motion that has all but ended: they lie on the level of the energy.
+    void Creep(bool mirrored, int end_point, int from_point)
+    {
+        while (from_point != end_point) {
+            from_point += mirrored ? -1 : 1;
+            const double position = Rest_Position(balance_, cycle_.Level(from_point % Comp_Points));
+            Store(from_point, {position, 0.0}, 1.0);
+        }
+    }
+
+    /// Whether a motion comes to rest after its last point, where the torque goes to zero in a straight line.
+    /// docs/theory.md, (174).
+    bool Comes_to_Rest(const Motion_Equation& equation, const Balance_State& y, double t, double left) const
+    {
+        const double T = equation.sign * Comp_Torque_At(balance_, equation.start + equation.sign * t);
+        const double rate = -balance_.omega * T / left;  // of the power, positive
+        const double f = balance_.spring * y[0] + balance_.preload;
+        const double radicand = f * f - 4.0 * balance_.mass * rate;
+        return radicand >= 0.0 && y[1] <= (f + std::sqrt(radicand)) / (2.0 * balance_.mass) * left;
     }
 
     void Store(int point, const Balance_State& y, double sign)
@@ -358,7 +384,7 @@ private:
     double left_at_ = 0.0;
 };
 
-/// Acceleration, contact force, torques and their figures. docs/theory.md, (159) to (162).
+/// Acceleration, contact force, torques and their figures. docs/theory.md, (170) to (173).
 void Find_Torques(const Comp_Balance& b, Compensation& c)
 {
     const double step = b.Deltatheta * Rad_per_Deg / b.omega;

@@ -3,7 +3,7 @@
 ///
 /// Its follower train, a mass on a spring with a preload, takes up energy where the primary train gives it back: the
 /// sum of both energies is constant, so the shaft feels neither. Only what a train stores can be cancelled; what a
-/// damper or friction takes remains. docs/theory.md, 11.
+/// damper or friction takes remains. docs/theory.md, 12.
 ///
 /// Reads rows 1 to 3; Calc_Compensation writes rows 48 and 49, Overwrite_Motion rows 1 to 4 and 17.
 #pragma once
@@ -36,14 +36,14 @@ struct Comp_Balance {
     Comp_Row torque{};            // force x length
 };
 
-/// The primary's torque at a time from the start of the cycle, linear between the points. docs/theory.md, (155).
+/// The primary's torque at a time from the start of the cycle, linear between the points. docs/theory.md, (166).
 double Comp_Torque_At(const Comp_Balance& balance, double t);
 
 /// dy for y = position and velocity of the balancing train: the power balance; below the velocity limit, where it
 /// cannot be divided by the velocity, a quadratic.
 ///
 /// The quadratic takes the torque where mechanics has its rate of change per second, and meant: it matters for a
-/// millionth of the peak velocity. Restarts use the rate. docs/theory.md, (156), (157).
+/// millionth of the peak velocity. Restarts use the rate. docs/theory.md, (167), (168).
 /// @throws Fault{5} below the limit where the quadratic has no real root
 void Comp_Derivs(const Comp_Balance& balance, double t, const Balance_State& y, Balance_State& dy);
 
@@ -108,7 +108,7 @@ bool Calc_Compensation(Design_State& design, const Compensation_Run& run, Compen
 
 /// The balancing cam in place of the primary's: rows 1 to 3 in the design's units and time base, 4 and 17 the central
 /// differences around the cycle of 3 and 4. What follows the motion (Liftmax, the extremes of S) follows.
-/// docs/theory.md, (164).
+/// docs/theory.md, (175).
 void Overwrite_Motion(Design_State& design, const Compensation& result);
 
 /// Positions that the rows hold, of lengths of the forces: degrees of an arm, or the design's unit by its time base.
