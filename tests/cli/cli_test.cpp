@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <sstream>
@@ -457,6 +458,17 @@ TEST_F(Cli, examples_come_calculated_in_every_unit_system)
     EXPECT_TRUE(unknown.err.starts_with("lobemax-cli: there is no example 'Triple Dwell'; there are Single Dwell, "));
 }
 
+TEST_F(Cli, a_whole_table_as_json_has_each_element_once_and_soon)
+{
+    ASSERT_EQ(Run("new -o m.cam --delta 0.125 " + segments).status, 0);
+    const auto began = std::chrono::steady_clock::now();
+    const std::string json = Run("show m.cam CalcData 'CalcData(1, 2)' --json").out;
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - began;
+    EXPECT_EQ(std::ranges::count(json, ':'), 54 * 2881);
+    EXPECT_TRUE(json.starts_with("{\n  \"CalcData(0, 0)\": 0.0,"));
+    EXPECT_LT(took.count(), 30.0) << "the work goes with the number of elements, not with its square";
+}
+
 TEST_F(Cli, show_knows_every_element_a_summary_and_json)
 {
     Make_Calculated("c.cam");
@@ -819,9 +831,10 @@ TEST_F(Cli, a_start_angle_beyond_16_bits_of_points_is_a_place_within_the_turn)
     Make_Changed("c.cam", "turns.cam", "Shift_Angle", "1E+06");  // 2777 turns and 280 degrees
     const Result shown = Run("show turns.cam Shift_Angle Shift_Points");
     EXPECT_EQ(shown.status, 0);
-    EXPECT_EQ(shown.err,
-              "[exclamation] The starting angle of this file, 1000000 degrees, is beyond any count of turns.  It is taken "
-              "as 280 degrees.\n");
+    EXPECT_EQ(
+        shown.err,
+        "[exclamation] The starting angle of this file, 1000000 degrees, is beyond any count of turns.  It is taken "
+        "as 280 degrees.\n");
     EXPECT_EQ(shown.out, "Shift_Angle = 280\nShift_Points = 280\n");
     Make_Changed("c.cam", "three.cam", "Shift_Angle", "-1080");
     EXPECT_EQ(Show("three.cam", "Shift_Points"), "Shift_Points = -1080\n") << "a count that fits stays as it is";
