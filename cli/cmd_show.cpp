@@ -5,6 +5,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
+#include <unordered_set>
 
 #include "cli/commands.h"
 #include "cli/session.h"
@@ -171,6 +172,7 @@ int Run(Session& session, const Options& options)
     if (session.Load(options.input) == wrong_input)
         return wrong_input;
     nlohmann::ordered_json object = nlohmann::ordered_json::object();
+    std::unordered_set<std::string> names;
     std::string lines;
     if (options.fields.empty()) {
         if (!options.json)
@@ -184,10 +186,11 @@ int Run(Session& session, const Options& options)
             return session.Wrong(reference.error);
         const auto take = [&](const Field_Index& index) {
             const std::string name = Field_Name(*reference.field, index);
-            if (options.json)
-                object[name] = Json_Value(design, *reference.field, index);
-            else
+            if (!options.json)
                 lines += name + " = " + On_One_Line(Field_Value(design, *reference.field, index)) + "\n";
+            else if (names.insert(name).second)  // the object itself would look for its name among all before it
+                object.get_ref<nlohmann::ordered_json::object_t&>().emplace_back(
+                    name, Json_Value(design, *reference.field, index));
         };
         if (reference.index.count == reference.field->dimensions)
             take(reference.index);

@@ -447,7 +447,7 @@ bool Recalculate_Stress(Design_State& design, bool same_unit)
     }
     Put_Materials(design);
     Contact_Field refused{};
-    return Run_Stress(design, refused);
+    return Run_Stress(design, refused) && design.flags.Stressflag;
 }
 
 bool Climb(Design_State& design, const Standing& standing)

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <sstream>
@@ -466,6 +467,17 @@ TEST_F(Cli, examples_come_calculated_in_every_unit_system)
     const Result unknown = Run("example 'Triple Dwell' -o t.cam");
     EXPECT_EQ(unknown.status, 2);
     EXPECT_TRUE(unknown.err.starts_with("lobemax-cli: there is no example 'Triple Dwell'; there are Single Dwell, "));
+}
+
+TEST_F(Cli, a_whole_table_as_json_has_each_element_once_and_soon)
+{
+    ASSERT_EQ(Run("new -o m.cam --delta 0.125 " + segments).status, 0);
+    const auto began = std::chrono::steady_clock::now();
+    const std::string json = Run("show m.cam CalcData 'CalcData(1, 2)' --json").out;
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - began;
+    EXPECT_EQ(std::ranges::count(json, ':'), 54 * 2881);
+    EXPECT_TRUE(json.starts_with("{\n  \"CalcData(0, 0)\": 0.0,"));
+    EXPECT_LT(took.count(), 30.0) << "the work goes with the number of elements, not with its square";
 }
 
 TEST_F(Cli, show_knows_every_element_a_summary_and_json)

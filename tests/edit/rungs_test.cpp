@@ -277,6 +277,24 @@ TEST_F(Rungs, a_rung_that_is_not_reached_leaves_all_as_it_was)
     EXPECT_TRUE(design.flags.Calculated && design.flags.Sized && Results_in_Other_Units(design));
 }
 
+TEST_F(Rungs, stresses_that_end_in_an_error_are_a_rung_that_is_not_reached)
+{
+    Open("Double Dwell", 5);
+    design.dynamics.Roller_type = 2;
+    design.dynamics.Crown_radius = 200.0;
+    Add_Stress();
+    ASSERT_TRUE(design.flags.Stressflag);
+    design.dynamics.Follower_Weight = 3e38;  // the peak pressure is no Single
+    design.dynamics.Crown_radius = 1e-30;
+    const Rows before = All_Rows(design);
+    boxes.clear();
+    EXPECT_FALSE(Recalculate(design, Standing_of(design)));
+    ASSERT_EQ(boxes.size(), 1U);
+    EXPECT_NE(boxes[0].find("has occurred in Calc_Contact_Stress"), std::string::npos) << boxes[0];
+    EXPECT_TRUE(All_Rows(design) == before);
+    EXPECT_TRUE(design.flags.Stressflag);
+}
+
 TEST_F(Rungs, an_imported_motion_is_not_recalculated)
 {
     Open("Double Dwell", 5);
