@@ -4,35 +4,18 @@
 /// docs/theory.md, 11.1.
 #pragma once
 
-#include <array>
-#include <string>
-
 #include "core/basic_types.h"
+#include "dynamics/ode_solver.h"
 
 namespace lobemax {
 
 struct Design_State;
 
 /// A state or its derivative: position and velocity.
-using Balance_State = std::array<double, 2>;
+using Balance_State = Ode_Vector;
 
 /// dydx = f(t, y), asked without an allocation.
-class Balance_Derivatives {
-public:
-    /// @param model  called as model(t, y, dydx); lives as long as the view
-    template <class Model>
-    explicit Balance_Derivatives(const Model& model)
-        : model_(&model), call_([](const void* of, double t, const Balance_State& y, Balance_State& dydx) {
-              (*static_cast<const Model*>(of))(t, y, dydx);
-          })
-    {
-    }
-    void operator()(double t, const Balance_State& y, Balance_State& dydx) const { call_(model_, t, y, dydx); }
-
-private:
-    const void* model_;
-    void (*call_)(const void*, double, const Balance_State&, Balance_State&);
-};
+using Balance_Derivatives = Ode_Derivatives;
 
 /// How finely is integrated.
 struct Balance_Accuracy {
@@ -56,23 +39,16 @@ public:
     /// @throws Fault{11} for an accuracy of 0
     bool To(double x2);
 
-    const Balance_State& State() const { return y_; }
+    const Balance_State& State() const { return step_.y; }
     /// Steps that were taken, in all motions.
     Long Steps() const { return steps_; }
 
 private:
-    void Rk4(const Balance_State& y, const Balance_State& dydx, double x, double h, Balance_State& yout) const;
-    bool Quality_Step(double& h, double& hnext);
-    bool Go_on(const std::string& text);
-
     Design_State& design_;
     Balance_Derivatives derivs_;
     Balance_Accuracy accuracy_;
-    double x_ = 0.0;
+    Ode_Step step_{};
     double h_ = 0.0;
-    Balance_State y_{};
-    Balance_State dydx_{};
-    Balance_State scale_{};
     Long steps_ = 0;
     Long steps_of_motion_ = 0;
 };

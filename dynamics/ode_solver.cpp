@@ -39,11 +39,11 @@ bool Go_on(Design_State& design, const std::string& text)
 }
 
 /// Once a run.
-void Show_Hint(Design_State& design)
+void Show_Hint(Design_State& design, Dwell_Advice advice = Dwell_Advice::vibration)
 {
     if (design.flags.Ode_Hint_Shown)
         return;
-    design.dynamics.Ode_Message = Start_in_Dwell_Hint();
+    design.dynamics.Ode_Message = Start_in_Dwell_Hint(advice);
     Show_Message(design.dynamics.Ode_Message, Buttons::OK, Symbol::information);
     design.flags.Ode_Hint_Shown = true;
 }
@@ -68,13 +68,24 @@ void Store(Design_State& design, const Ode_Step& step, int nvar)
 
 }  // namespace
 
-std::string Start_in_Dwell_Hint()
+std::string Start_in_Dwell_Hint(Dwell_Advice advice)
 {
-    return "If your cam starts with a dwell at zero displacement, that will\n"
-           "cause the Runge-Kutta step size to be too small, and it will abort.\n"
-           "\n"
-           "You must start your cam program cycle with a rise or a fall:\n"
+    return std::string(
+               "If your cam starts with a dwell at zero displacement, that will\n"
+               "cause the Runge-Kutta step size to be too small, and it will abort.\n"
+               "\n") +
+           (advice == Dwell_Advice::vibration
+                ? "You must start your cam program cycle with a rise or a fall:\n"
+                : "Start your cam program cycle with a rise, a fall, or a high dwell instead,\n") +
            "i.e., phase shift the cam program to do this dynamic analysis.";
+}
+
+bool Ode_Go_on(Design_State& design, const std::string& text, Dwell_Advice advice)
+{
+    if (!Go_on(design, text))
+        return false;
+    Show_Hint(design, advice);
+    return true;
 }
 
 Single Ode_Max(double a, double b)
@@ -112,7 +123,7 @@ void Ode_Rk4(const Ode_Derivatives& derivs, const Ode_Vector& y, const Ode_Vecto
 
 void Ode_Step_Doubling(Design_State& design, const Ode_Derivatives& derivs, Ode_Step& step, double& h,
                        const Ode_Vector& ysav, const Ode_Vector& dysav, int n, double xsav, double eps,
-                       const Ode_Vector& yscal, double& errmax, Ode_Vector& ytemp)
+                       const Ode_Vector& yscal, double& errmax, Ode_Vector& ytemp, Dwell_Advice advice)
 {
     const auto count = static_cast<std::size_t>(n);
     while (true) {
@@ -124,11 +135,10 @@ void Ode_Step_Doubling(Design_State& design, const Ode_Derivatives& derivs, Ode_
         Ode_Rk4(derivs, ytemp, step.dydx, n, step.x, hh, step.y);
         step.x = xsav + h;
         if (step.x == xsav) {
-            if (!Go_on(design, Insignificant_Step(design, h, step.x))) {
+            if (!Ode_Go_on(design, Insignificant_Step(design, h, step.x), advice)) {
                 Restore_Pointer();
                 return;
             }
-            Show_Hint(design);
         }
         Ode_Rk4(derivs, ysav, dysav, n, xsav, h, ytemp);
         Single largest = 0.0;
@@ -144,7 +154,7 @@ void Ode_Step_Doubling(Design_State& design, const Ode_Derivatives& derivs, Ode_
 }
 
 void Ode_Quality_Step(Design_State& design, const Ode_Derivatives& derivs, Ode_Step& step, int n, double htry,
-                      double eps, const Ode_Vector& yscal, double& hdid, double& hnext)
+                      double eps, const Ode_Vector& yscal, double& hdid, double& hnext, Dwell_Advice advice)
 {
     const Ode_Vector ysav = step.y;
     const Ode_Vector dysav = step.dydx;
@@ -153,7 +163,7 @@ void Ode_Quality_Step(Design_State& design, const Ode_Derivatives& derivs, Ode_S
     double errmax = 0.0;
     Ode_Vector ytemp{};
     design.flags.Calc_Abort = false;
-    Ode_Step_Doubling(design, derivs, step, h, ysav, dysav, n, xsav, eps, yscal, errmax, ytemp);
+    Ode_Step_Doubling(design, derivs, step, h, ysav, dysav, n, xsav, eps, yscal, errmax, ytemp, advice);
     if (design.flags.Calc_Abort)
         return;
     hdid = h;

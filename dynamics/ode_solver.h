@@ -42,6 +42,17 @@ private:
     void (*call_)(const void*, double, const Ode_Vector&, Ode_Vector&);
 };
 
+/// What a cam that starts in a dwell should start with: for its own vibration a rise or a fall; for the cam that
+/// balances it a high dwell will do, too.
+enum class Dwell_Advice { vibration, compensation };
+
+/// The hint that a start in a dwell is where the step becomes too short.
+std::string Start_in_Dwell_Hint(Dwell_Advice advice = Dwell_Advice::vibration);
+
+/// A question of the integration, with Retry and Cancel; Retry shows the hint, once a run. Cancel sets Calc_Abort.
+/// @return whether to go on
+bool Ode_Go_on(Design_State& design, const std::string& text, Dwell_Advice advice = Dwell_Advice::vibration);
+
 /// One classic step of fourth order from (x, y), dydx = f(x, y), over h: three derivative calls.
 void Ode_Rk4(const Ode_Derivatives& derivs, const Ode_Vector& y, const Ode_Vector& dydx, int n, double x, double h,
              Ode_Vector& yout);
@@ -64,14 +75,16 @@ struct Ode_Step {
 /// @param errmax  out: the error in units of eps
 void Ode_Step_Doubling(Design_State& design, const Ode_Derivatives& derivs, Ode_Step& step, double& h,
                        const Ode_Vector& ysav, const Ode_Vector& dysav, int n, double xsav, double eps,
-                       const Ode_Vector& yscal, double& errmax, Ode_Vector& ytemp);
+                       const Ode_Vector& yscal, double& errmax, Ode_Vector& ytemp,
+                       Dwell_Advice advice = Dwell_Advice::vibration);
 
 /// One step that keeps to the accuracy: 11 derivative calls with the driver's own where it is taken at once.
 ///
 /// @param htry   length to try; @param hdid  out: length that was taken; @param hnext  out: length to try next, at
 ///               most four times hdid
 void Ode_Quality_Step(Design_State& design, const Ode_Derivatives& derivs, Ode_Step& step, int n, double htry,
-                      double eps, const Ode_Vector& yscal, double& hdid, double& hnext);
+                      double eps, const Ode_Vector& yscal, double& hdid, double& hnext,
+                      Dwell_Advice advice = Dwell_Advice::vibration);
 
 /// Integrates from x1 to x2 and stores the trajectory: Ode_Time and rows 1 to nvar of Ode_States from index 1 on,
 /// Ode_Count points, no two nearer than Ode_Save_Interval but for the last, which is the end.
@@ -87,9 +100,6 @@ void Ode_Quality_Step(Design_State& design, const Ode_Derivatives& derivs, Ode_S
 /// @throws Fault{6} when a state is no Single, Fault{9} when the arrays are too short, Fault{11} for an accuracy of 0
 void Ode_Integrate(Design_State& design, const Ode_Derivatives& derivs, Ode_Vector& ystart, int nvar, double x1,
                    double x2, Single eps, double h1, double hmin, Integer& nok, Integer& nbad);
-
-/// The hint that a start in a dwell is where the step becomes too short.
-std::string Start_in_Dwell_Hint();
 
 /// What the result codes 0 to 6 of a solver that reports one mean; empty for any other.
 std::string Solver_Status_Text(int code);
