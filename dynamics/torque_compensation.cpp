@@ -105,8 +105,8 @@ Primary Primary_of(const Design_State& design)
 
 /// What the balancing train is made for: dwells without any torque, and as much of it above as below zero.
 ///
-/// The sum over the points of a stored motion misses zero by its rounding and by the corners of the torque, 1e-9 to
-/// 1e-4 of it. Both signs are scaled to meet, so that the energy closes after a turn. docs/theory.md, (165).
+/// The sum over the points of a stored motion misses zero by its rounding and by the corners of the torque, some 1e-6
+/// of it. Both signs are scaled to meet, so that the energy closes after a turn. docs/theory.md, (165).
 /// @return false for a torque of one sign
 bool Close_Cycle(Comp_Row& torque)
 {
