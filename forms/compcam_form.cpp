@@ -13,6 +13,7 @@
 #include "core/units.h"
 #include "dynamics/kinetostatics.h"
 #include "dynamics/train_rules.h"
+#include "dynamics/vibration_rules.h"
 #include "edit/door.h"
 #include "edit/rungs.h"
 #include "files/model_file.h"
@@ -21,7 +22,6 @@ namespace lobemax {
 
 namespace {
 
-constexpr double small_accuracy = 0.0001;
 constexpr std::string_view usual_accuracy = "0.001";
 
 void Fill_Train(const Design_State& design, Compcam_Form& form)
@@ -90,11 +90,7 @@ Form_Entry Edit_Accuracy(Design_State& design, Compcam_Form& form, std::string_v
     const Single eps = Val(design, typed);
     if (!Figure_Accepted(eps))
         return {false, Shown(design, form.run.eps)};
-    const bool stands = eps >= Single(small_accuracy) ||
-                        Show_Message(
-                            "Too small an accuracy value may cause the Runge-Kutta algorithm to loop infinitely.\n"
-                            "Continue anyway?",
-                            Buttons::Yes_No, Symbol::exclamation) == Answer::Yes;
+    const bool stands = Accept_Accuracy(Val(design, typed));
     form.run.eps = stands ? double{eps} : Val(usual_accuracy, Decimal_Symbol::point);
     return Accepted(form, stands ? std::string(typed) : In_Number_Format(design, usual_accuracy));
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/dynamics_form.h"
 
+#include "forms/compcam_form.h"
+
 #include <array>
 
 #include "core/design_state.h"
@@ -129,8 +131,7 @@ Dynamics_Form Opening_Dynamics_Form(const Design_State& design)
 Dynamics_Openings Openings_of_Dynamics(const Design_State& design, bool force_closed, std::string_view txt_Spring)
 {
     const bool no_spring = Val(design, txt_Spring) == 0.0;
-    return {design.cam.Followtype != 2, force_closed, no_spring, design.flags.Ext_Force_Calc,
-            design.flags.CompCam_Calc};
+    return {design.cam.Followtype != 2, force_closed, no_spring, design.flags.Ext_Force_Calc, Compcam_Open(design)};
 }
 
 bool Dynamics_Entry_Hides_Charts(const Design_State& design)

@@ -9,6 +9,7 @@
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -123,6 +124,7 @@ QWidget* frm_CompCam::Make_Results()
 {
     auto* const tabs = new QTabWidget;
     tabs->setObjectName(QStringLiteral("tab_Results"));
+    tabs->tabBar()->setFocusPolicy(Qt::NoFocus);  // Alt+T and Alt+D turn the leaves
     auto* const plots = new QWidget;
     auto* const grid = new QGridLayout(plots);
     for (int k = 0; k < 4; ++k) {

@@ -91,6 +91,12 @@ TEST_F(Dynamics_Fields, a_compensating_cam_shows_its_own_train)
     const Dynamics_Form form = Opening_Dynamics_Form(design);
     EXPECT_EQ(form.txt_Mass, "2");
     EXPECT_EQ(form.txt_Spring, "2000");
+}
+
+TEST_F(Dynamics_Fields, a_compensating_cam_can_be_made_once_the_forces_are_calculated)
+{
+    EXPECT_FALSE(Openings_of_Dynamics(design, true, "1").compcam_enabled);
+    design.flags.Dynamicflag = true;
     EXPECT_TRUE(Openings_of_Dynamics(design, true, "1").compcam_enabled);
 }
 

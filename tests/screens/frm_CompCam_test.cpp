@@ -182,7 +182,6 @@ TEST_F(Compensation_Screen, the_way_from_the_dynamics_screen)
 
 TEST_F(Compensation_Screen, a_finer_step_is_told_of_and_the_screen_does_not_open)
 {
-    design.motion.Deltatheta = 0.5;
     bool opened = false;
     const auto before = screens::Play_Modals([&](QDialog& dialog) {
         opened = true;
@@ -191,6 +190,8 @@ TEST_F(Compensation_Screen, a_finer_step_is_told_of_and_the_screen_does_not_open
     Answer_All();
     frm_Dynamics dynamics;
     const Driver user(dynamics);
+    user.Press("cmd_Calc");
+    design.motion.Deltatheta = 0.5;
     user.Press("chk_compcam");
     EXPECT_TRUE(
         Told("This routine requires that delta theta be no smaller than 1 degree.\n"

@@ -351,6 +351,8 @@ TEST_F(Dynamics_Screen, a_compensating_cam_opens_with_its_own_train)
     EXPECT_EQ(user.Text("txt_Mass"), "1.5");
     EXPECT_EQ(user.Text("txt_Spring"), "3000");
     EXPECT_EQ(user.Text("txt_Preload"), "77");
+    EXPECT_FALSE(user.Enabled("chk_compcam")) << "another one is made from forces that are calculated";
+    user.Press("cmd_Calc");
     EXPECT_TRUE(user.Enabled("chk_compcam"));
 }
 

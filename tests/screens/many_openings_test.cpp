@@ -90,8 +90,9 @@ protected:
     /// Each screen once, both ways.
     void Round()
     {
-        for (const char* const name : {"cmd_Input", "cmd_Size", "cmd_Force", "cmd_Stress", "cmd_Plot", "mnu_CalcFFT",
-                                       "mnu_Circles", "mnu_Preferences"})
+        // The input last: accepted again, its motion takes the rungs above away.
+        for (const char* const name : {"cmd_Size", "cmd_Force", "cmd_Model", "cmd_Stress", "cmd_Plot", "mnu_CalcFFT",
+                                       "mnu_Circles", "mnu_Preferences", "cmd_Input"})
             Open_from_Home(name);
         for (const testing::A_Screen& entry : screens_)
             Open_alone(entry);
