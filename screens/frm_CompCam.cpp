@@ -42,6 +42,7 @@ QTableWidget* Make_List(const char* name)
     list->setAccessibleName(To_Qt(words.tip));
     list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list->setTabKeyNavigation(false);
+    list->verticalHeader()->setDefaultSectionSize(list->fontMetrics().height() + 6);
     return list;
 }
 
