@@ -54,13 +54,13 @@ void Run(std::string_view input)
     const std::unique_ptr<Design_State> design = Made(words);
     if (design == nullptr)
         return;
-    if (Has_Turn(input, 0, 6)) {
+    if (Has_Turn(input, 0, 8)) {
         const auto back = std::make_unique<Design_State>(Started_Design());
         Text_Source source(host.files.Text(path));
         Require(ReadFile(*back, source) || back->motion.No_of_segments == Max_Segments, "what was made is read");
     }
     Work_Through(*design, host);
-    if (Has_Turn(input, 1, 6))
+    if (Has_Turn(input, 1, 8))
         Require_Same_Model_Back(*design, "9");
 }
 

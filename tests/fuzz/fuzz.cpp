@@ -185,6 +185,15 @@ const Design_State& Started_Design()
     return *started;
 }
 
+void Coarsen(Design_State& design)
+{
+    constexpr int points = 24;
+    Allocate_Arrays(design, design.run.Saved_Variables, points);
+    Dimension_Link_Arrays(design, points);
+    design.motion.Max_Data_Points_used = points;
+    design.motion.Deltatheta = 360.0 / points;
+}
+
 bool Has_Turn(std::string_view input, std::size_t turn, std::size_t turns)
 {
     std::uint32_t hash = 2166136261U;  // of Fowler, Noll and Vo: the same in every build

@@ -93,6 +93,10 @@ void Put_File(const std::string& name, std::string_view bytes);
 /// A started design, as the program has it before its first screen.
 const Design_State& Started_Design();
 
+/// Gives a design every 15th point of a cycle, as a file may have them, and no results: a run takes a tenth of the
+/// time.
+void Coarsen(Design_State& design);
+
 /// Whether an input has its turn at what is too slow to be done with every one: each has one turn of so many, always
 /// the same. In the tests every input has all.
 bool Has_Turn(std::string_view input, std::size_t turn, std::size_t turns);

@@ -30,7 +30,7 @@ void Run(std::string_view input)
         if (whole && Has_Turn(input, i, formats.size()))
             Require_Same_Model_Back(*design, formats[i]);
     Work_Through(*design, host);
-    if (Has_Turn(input, 0, 2))
+    if (Has_Turn(input, 0, 4))
         Require_Same_Model_Back(*design, "9");
 }
 

@@ -10,17 +10,19 @@ namespace lobemax::fuzz {
 
 namespace {
 
-constexpr std::array<std::string_view, 84> wild_values{
-    "0",       "-0",      "1",          "-1",         "2",          "3",        "4",      "5",      "6",
-    "7",       "8",       "9",          "19",         "20",         "21",       "39",     "40",     "41",
-    "66",      "67",      "90",         "180",        "359.5",      "360",      "361",    "720",    "2880",
-    "2881",    "32767",   "32768",      "-32768",     "65536",      "1E+09",    "1E+20",  "1E+30",  "1E+38",
-    "-1E+38",  "3.4E+38", "3.5E+38",    "1E+300",     "1E+999",     "1E-06",    "1E-20",  "1E-30",  "1E-38",
-    "-1E-38",  "1E-45",   "1E-300",     "0.001",      "0.125",      "0.25",     "0.5",    "0.9999", "1.0001",
-    "12.5",    "-12.5",   "100",        "1000",       "#TRUE#",     "#FALSE#",  "true",   "false",  "\"\"",
-    "\"R\"",   "\"F\"",   "\"D\"",      "\"P\"",      "\"S\"",      "\"PO\"",   "\"BS\"", "\"67\"", "\"MS\"",
-    "\"DW\"",  "\"abc\"", "\"Radial\"", "\"Barrel\"", "\"Linear\"", "\"Form\"", "NaN",    "inf",    "1,5",
-    "\"1,5\"", "",        "abc"};
+constexpr std::array wild_numbers{
+    "0",      "-0",    "1",      "-1",     "2",     "3",      "4",      "5",       "6",       "7",
+    "8",      "9",     "19",     "20",     "21",    "39",     "40",     "41",      "66",      "67",
+    "90",     "180",   "359.5",  "360",    "361",   "720",    "2880",   "2881",    "32767",   "32768",
+    "-32768", "65536", "1E+09",  "1E+20",  "1E+30", "1E+38",  "-1E+38", "3.4E+38", "3.5E+38", "1E+300",
+    "1E+999", "1E-06", "1E-20",  "1E-30",  "1E-38", "-1E-38", "1E-45",  "1E-300",  "0.001",   "0.125",
+    "0.25",   "0.5",   "0.9999", "1.0001", "12.5",  "-12.5",  "100",    "1000",    "1,5",     "NaN"};
+constexpr std::array wild_texts{"\"\"",     "\"R\"",   "\"F\"",   "\"D\"",  "\"P\"",      "\"S\"",     "\"PO\"",
+                                "\"BS\"",   "\"67\"",  "\"MS\"",  "\"DW\"", "\"C1\"",     "\"abc\"",   "\"Radial\"",
+                                "\"Form\"", "\"1,5\"", "\"3D1\"", "\"-\"",  "\"Barrel\"", "\"Linear\""};
+constexpr std::array flag_values{"#TRUE#", "#FALSE#"};
+constexpr std::array wild_words{"true", "false", "Radial", "Barrel", "Linear", "Force", "Form",
+                                "abc",  "R",     "D",      "S",      "BS",     ""};
 
 class Mutation {
 public:
@@ -37,7 +39,7 @@ public:
 
     std::string Run()
     {
-        for (std::size_t changes = 1 + Below(4); changes > 0; --changes)
+        for (std::size_t changes = 1 + Below(2); changes > 0; --changes)
             Change();
         std::string text;
         for (const std::string& line : lines_)
@@ -52,7 +54,7 @@ private:
     std::size_t Place()
     {
         constexpr std::size_t head = 20;
-        return Below(Below(5) == 0 ? std::min(head, lines_.size()) : lines_.size());
+        return Below(Below(16) == 0 ? std::min(head, lines_.size()) : lines_.size());
     }
 
     /// Where the value of a line stands: from its first byte to behind its last.
@@ -78,32 +80,45 @@ private:
         return words.empty() ? std::pair<std::size_t, std::size_t>{0, end} : words[Below(words.size())];
     }
 
-    std::string Wild()
+    template <class List>
+    std::string One_of(const List& list)
     {
-        if (Below(400) == 0)
-            return "\"" + std::string(70000, 'x') + "\"";
-        if (Below(6) == 0)
-            return std::to_string(static_cast<int>(Below(400)) - 20);
-        if (Below(8) == 0)
-            return std::to_string(static_cast<double>(Below(36000)) / 100.0);
-        return std::string(wild_values[Below(wild_values.size())]);
+        return list[Below(list.size())];
     }
 
-    void Put(std::string& line, std::string value)
+    std::string Number()
     {
-        const auto [from, to] = Value(line);
-        const bool quoted = from < to && line[from] == '"';  // the record stays valid
-        if (quoted && (value.empty() || value.front() != '"') && Below(8) != 0)
-            value = '"' + value + '"';
-        else if (!quoted && !value.empty() && value.front() == '"' && Below(8) != 0)
-            value = value.substr(1, value.size() - 2);
-        line.replace(from, to - from, value);
+        switch (Below(8)) {
+        case 0:
+            return std::to_string(static_cast<int>(Below(400)) - 20);
+        case 1:
+            return std::to_string(static_cast<double>(Below(36000)) / 100.0);
+        default:
+            return One_of(wild_numbers);
+        }
+    }
+
+    /// A wild value in place of another, mostly of its kind: the record stays valid.
+    std::string Wild(char first)
+    {
+        if (Below(1000) == 0)
+            return '"' + std::string(70000, 'x') + '"';
+        const bool other_kind = Below(40) == 0;
+        if (other_kind)
+            first = "0#\"a"[Below(4)];
+        if (first == '#')
+            return One_of(flag_values);
+        if (first == '"')
+            return Below(2) == 0 ? One_of(wild_texts) : '"' + Number() + '"';
+        const bool number = (first >= '0' && first <= '9') || first == '-' || first == '.' || first == '+';
+        return number || Below(3) == 0 ? Number() : One_of(wild_words);
     }
 
     void Change()
     {
         std::string& line = lines_[Place()];
-        switch (Below(16)) {
+        constexpr std::size_t changes_of_order = 100;
+        switch (Below(changes_of_order)) {
         case 0:
             lines_.erase(lines_.begin() + static_cast<std::ptrdiff_t>(Place()));
             if (lines_.empty())
@@ -117,19 +132,19 @@ private:
         case 2:
             std::swap(line, lines_[Place()]);
             return;
-        case 3: {
-            const std::string& other = lines_[Place()];
-            const auto [from, to] = Value(other);
-            Put(line, other.substr(from, to - from));
-            return;
-        }
-        case 4:  // a digit
-            if (!line.empty())
-                line[Below(line.size())] = static_cast<char>('0' + Below(10));
-            return;
         default:
-            Put(line, Wild());
+            break;
         }
+        const auto [from, to] = Value(line);
+        const char first = from < to ? line[from] : '\0';
+        const std::string& other = lines_[Place()];
+        const auto [other_from, other_to] = Value(other);
+        const bool same_kind = other_from < other_to && (other[other_from] == '"') == (first == '"') &&
+                               (other[other_from] == '#') == (first == '#');
+        if (same_kind && Below(8) == 0)
+            line.replace(from, to - from, std::string(other, other_from, other_to - other_from));
+        else
+            line.replace(from, to - from, Wild(first));
     }
 
     std::mt19937 random_;

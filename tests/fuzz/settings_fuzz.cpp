@@ -21,7 +21,9 @@ const Design_State& Example(std::size_t number)
     std::unique_ptr<Design_State>& example = made[number % made.size()];
     if (!example) {
         example = std::make_unique<Design_State>(Started_Design());
-        Require(Open_Example(*example, Example_Names[number % made.size()]), "an example is calculated");
+        Require(Load_Example(*example, Example_Names[number % made.size()]), "an example is known");
+        Coarsen(*example);
+        Require(Example_Done(*example), "an example is calculated");
     }
     return *example;
 }
@@ -40,10 +42,10 @@ void Run(std::string_view input)
         Apply_Setting(*design, setting);
     Apply_Settings(*design, settings);
     Require_Finite_Rows(*design);
-    if (Has_Turn(input, 0, 6))
+    if (Has_Turn(input, 0, 8))
         Require_Same_Model_Back(*design, "9");
     Work_Through(*design, host);
-    if (Has_Turn(input, 1, 6))
+    if (Has_Turn(input, 1, 8))
         Require_Same_Model_Back(*design, "9");
 }
 

@@ -190,6 +190,7 @@ void Require_Same_Model_Back(Design_State& design, const std::string& format)
     try {
         Write_Model(design, first, format);
         const auto back = std::make_unique<Design_State>(Started_Design());
+        back->identity.Number_Format = design.identity.Number_Format;  // of the user, not of the file
         Text_Source source(first.Text());
         const bool read = ReadFile(*back, source);
         Require(read, "what is written is read" + std::string(format == "9" ? "" : ", format " + format));
