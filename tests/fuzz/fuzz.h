@@ -108,11 +108,13 @@ std::vector<std::string> Lines_of(std::string_view input);
 void Require_Finite_Rows(const Design_State& design);
 
 /// Does with a design what its owner can: motion, size, forces and stresses, then every export, table, plot and
-/// drawing. Each ends, leaves nothing infinite, and says so where it was not done.
+/// drawing, the next unit system and all that stood anew. Each ends, leaves nothing infinite, and says so where it was
+/// not done.
 void Work_Through(Design_State& design, const Host_of_Fuzz& host);
 
 /// Writes a design in a format, "9", "8" or "7.2", reads it back and writes that: both texts are the same bytes. A
-/// design of 20 segments, which no format holds, is left alone.
+/// design of 20 segments, which no format holds, is left alone, and one whose texts would be taken for another number
+/// format's.
 void Require_Same_Model_Back(Design_State& design, const std::string& format);
 
 }  // namespace lobemax::fuzz

@@ -212,7 +212,6 @@ def main():
     write("conditions", "spline_per_radian", ["S 90 1000 3"] + [line.replace("90", "45") for line in table] + ["o 4"])
     many = [f"t {k} {20 * k}" for k in range(1, 9)] + [f"c {k} {d} {k * d}" for k in range(10) for d in range(4)]
     write("conditions", "forty", ["P 180 1 1"] + many + ["n 40"])
-    write("conditions", "forty_of_spline", ["S 180 1 3"] + many + ["n 40", "o 30"])
 
 
 main()

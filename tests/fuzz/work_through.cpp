@@ -5,10 +5,13 @@
 #include <memory>
 
 #include "camgeom/cam_drawing.h"
+#include "core/number_format.h"
 #include "core/startup.h"
 #include "core/surface.h"
 #include "core/text.h"
 #include "core/traps.h"
+#include "core/unit_change.h"
+#include "core/units.h"
 #include "edit/rungs.h"
 #include "files/exports.h"
 #include "files/model_file.h"
@@ -180,11 +183,19 @@ void Work_Through(Design_State& design, const Host_of_Fuzz& host)
     Export_All(design, host);
     Table_and_Plot_All(design, host);
     Draw_All(design);
+    Do(host, "units", [&] {
+        Change_Units(design, design.identity.WhichUnit % Last_Unit_System + 1);
+        return true;
+    });
+    Do(host, "recalculation", [&] { return Recalculate(design, Standing_of(design)); });
+    Require_Finite_Rows(design);
 }
 
 void Require_Same_Model_Back(Design_State& design, const std::string& format)
 {
-    if (design.motion.No_of_segments == Max_Segments)
+    // Positions of both number formats, and a change that leaves those of one: the file does not tell its format.
+    const bool of_another_format = Adopt_Texts(*std::make_unique<Design_State>(design));
+    if (design.motion.No_of_segments == Max_Segments || of_another_format)
         return;
     Text_Sink first, second;
     try {
