@@ -17,7 +17,6 @@ namespace {
 
 using enum Field_Role;
 
-constexpr std::string_view cam_types = "Radial|Barrel|Linear";
 constexpr std::string_view barrel_types = "|Grooved|Ribbed";
 constexpr std::string_view closures = "Force|Form";
 constexpr std::string_view keyways = "12 O'clock|3 O'clock|6 O'clock|9 O'clock";
@@ -86,12 +85,12 @@ void Store_Start_Angle(Design_State& design, const Field_Index&, const Typed_Val
 
 Verdict Cam_may_be(const Design_State&, const Field_Index&, const Typed_Value& value)
 {
-    return One_of(cam_types, value.text);
+    return One_of(Cam_Types, value.text);
 }
 
 void Store_Cam(Design_State& design, const Field_Index&, const Typed_Value& value)
 {
-    const std::string type = *Listed_Word(cam_types, value.text);
+    const std::string type = *Listed_Word(Cam_Types, value.text);
     std::string barrel;
     if (type == "Barrel")
         barrel = design.cam.Barrel_Type.empty() ? "Grooved" : design.cam.Barrel_Type;

@@ -4,12 +4,16 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "core/field_rule.h"
 
 namespace lobemax {
 
 std::span<const Field_Rule> Cam_Rules();
+
+/// The kinds of cam, as the field "Camtype$" has them.
+inline constexpr std::string_view Cam_Types = "Radial|Barrel|Linear";
 
 /// Shortest arm, in the length unit.
 inline constexpr double Smallest_Arm = 0.001;

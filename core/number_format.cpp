@@ -37,11 +37,21 @@ void Swap_Symbols(Motion_Group& m)
     });
 }
 
+/// Whether a text is a number from end to end. One too large to be read counts as such: it tells nothing of the symbol,
+/// and what takes it says so.
+bool Is_Whole(const std::string& text, Decimal_Symbol symbol)
+{
+    try {
+        return Trim(text).empty() || Read_Number(text, symbol).whole;
+    } catch (const Fault&) {
+        return true;
+    }
+}
+
 bool All_Whole(Motion_Group& m, Decimal_Symbol symbol)
 {
     bool whole = true;
-    Each_Text(
-        m, [&](const std::string& text) { whole = whole && (Trim(text).empty() || Read_Number(text, symbol).whole); });
+    Each_Text(m, [&](const std::string& text) { whole = whole && Is_Whole(text, symbol); });
     return whole;
 }
 

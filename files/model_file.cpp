@@ -8,8 +8,11 @@
 #include <filesystem>
 #include <limits>
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "camgeom/arm.h"
+#include "camgeom/cam_rules.h"
 #include "camgeom/sizing.h"
 #include "core/design_state.h"
 #include "core/ladder.h"
@@ -104,12 +107,29 @@ void Fields_at(Archive& ar, std::initializer_list<std::string_view> names, const
         ar.Record(name, index);
 }
 
+/// A speed whose powers are no Singles is a fault, and does not stay: a design with it could not be read again.
+void Read_Shaft_Speed(Design_State& design, Record_Reader& ar)
+{
+    Single& speed = design.motion.Shaft_speed;
+    const Single before = speed;
+    ar.Record("Shaft speed");
+    try {
+        Set_Omega_Powers(design);
+    } catch (const Fault&) {
+        speed = before;
+        Set_Omega_Powers(design);
+        throw;
+    }
+}
+
 template <class Archive>
 void Counts_Block(Design_State& design, Archive& ar, Model_Counts& n)
 {
-    Fields(ar, {"User", "Design No.", "Date", "Time", "Shaft speed"});
+    Fields(ar, {"User", "Design No.", "Date", "Time"});
     if constexpr (Archive::reading)
-        Set_Omega_Powers(design);
+        Read_Shaft_Speed(design, ar);
+    else
+        ar.Record("Shaft speed");
     ar.Count("No of segments", n.segments);
     if constexpr (Archive::reading) {
         if (n.segments < 1 || n.segments > Max_Segments)
@@ -142,36 +162,29 @@ void Segment_Block(Archive& ar, const Model_Counts& n)
     }
 }
 
+/// A kind of cam that the program knows, or a fault: every other would be calculated as now one, now another.
+void Read_Cam_Type(Design_State& design, Record_Reader& ar)
+{
+    const std::string before = design.cam.Camtype;
+    ar.Record("Camtype$");
+    const std::optional<std::string> known = Listed_Word(Cam_Types, design.cam.Camtype);
+    design.cam.Camtype = known.value_or(before);
+    if (!known)
+        throw Fault{type_mismatch};
+}
+
 /// Cam and dynamics, up to the unit system; "Cutter Radius" follows where the format has it.
 template <class Archive>
 void Cam_Block(Design_State& design, Archive& ar)
 {
-    Fields(ar, {"Prime_Rad",
-                "Offset",
-                "Followtype",
-                "Follow_Rad",
-                "Rotflag",
-                "ArmDirect",
-                "Translating",
-                "Camtype$",
-                "ArmX",
-                "ArmY",
-                "ArmRad",
-                "Lift",
-                "Liftmax",
-                "Calculated",
-                "Sized",
-                "Dynamicflag",
-                "Printstep",
-                "Mass",
-                "Return_Spring_Rate",
-                "Preload",
-                "Zeta_Initial",
-                "Damping",
-                "Bearing Radius",
-                "Mu of Shaft",
-                "Mu of Follower",
-                "Coeff of Fluctuation"});
+    Fields(ar, {"Prime_Rad", "Offset", "Followtype", "Follow_Rad", "Rotflag", "ArmDirect", "Translating"});
+    if constexpr (Archive::reading)
+        Read_Cam_Type(design, ar);
+    else
+        ar.Record("Camtype$");
+    Fields(ar, {"ArmX", "ArmY", "ArmRad", "Lift", "Liftmax", "Calculated", "Sized", "Dynamicflag", "Printstep", "Mass",
+                "Return_Spring_Rate", "Preload", "Zeta_Initial", "Damping", "Bearing Radius", "Mu of Shaft",
+                "Mu of Follower", "Coeff of Fluctuation"});
     if constexpr (Archive::reading) {
         Integer code;
         ar.Count("WhichUnit", code);
@@ -182,6 +195,18 @@ void Cam_Block(Design_State& design, Archive& ar)
     }
 }
 
+/// The count of conditions by the text that was read, on which the length of later lists rests. One that no table holds
+/// is a fault, and does not stay: a design with it could not be written.
+void Take_Conditions_Count(Design_State& design, int segment)
+{
+    std::string text = std::exchange(design.motion.No_of_conditions(segment), {});
+    const double count = Val(text, Decimal_Symbol::point);
+    if (count < 0.0 || count > Max_Bounds)
+        throw Fault{out_of_bounds};
+    design.motion.No_Conditions(segment) = To_Integer(count);
+    design.motion.No_of_conditions(segment) = std::move(text);
+}
+
 /// Boundary conditions of the twenty segments, whatever the number in use.
 template <class Archive>
 void Condition_Lists(Design_State& design, Archive& ar, int segments, int last_angle, int last_condition)
@@ -190,7 +215,7 @@ void Condition_Lists(Design_State& design, Archive& ar, int segments, int last_a
         ar.Record("Polydone", At(i));
         ar.Record("No of conditions", At(i));
         if constexpr (Archive::reading)
-            design.motion.No_Conditions(i) = Conditions_of(design, i);
+            Take_Conditions_Count(design, i);
         for (int k = 1; k <= last_angle; ++k)
             ar.Record("T boundary cond", At(i, k));
         for (int k = 0; k <= last_condition; ++k)
@@ -211,7 +236,8 @@ void Spline_Block(const Design_State& design, Archive& ar, const Model_Counts& n
     Fields(ar, {"Start_theta", "End_theta"});
     for (int i = 1; i <= n.segments; ++i) {
         Fields_at(ar, {"Splines_Calculated", "EvenKnots", "Orders", "Number_of_Knots", "Interior_Knots"}, At(i));
-        const int knots = Conditions_of(design, i) + design.motion.Orders(i);
+        // More knots than the table has were told of, and are not laid; the count and the order stand.
+        const int knots = std::min(Conditions_of(design, i) + design.motion.Orders(i), Max_Knots);
         for (int j = 1; j <= knots; ++j)
             ar.Record("Knots", At(j, i));
         for (int k = 0; k <= 9; ++k)

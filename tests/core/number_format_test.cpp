@@ -105,5 +105,15 @@ TEST_F(Typed_Texts, texts_from_elsewhere_come_over_where_only_the_other_format_r
     EXPECT_EQ(m_.Start_Value(2), "25,7");
 }
 
+TEST_F(Typed_Texts, a_number_too_large_to_be_read_tells_nothing_of_the_symbol)
+{
+    m_.Start_Value(1) = "1E+999";
+    EXPECT_FALSE(Adopt_Texts(design));
+    m_.End_Value(1) = "25,7";
+    EXPECT_TRUE(Adopt_Texts(design));
+    EXPECT_EQ(m_.Start_Value(1), "1E+999");
+    EXPECT_EQ(m_.End_Value(1), "25.7");
+}
+
 }  // namespace
 }  // namespace lobemax

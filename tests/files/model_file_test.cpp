@@ -797,6 +797,61 @@ INSTANTIATE_TEST_SUITE_P(
         Bad_Count{"Max Data Points used", "99999", 6, "Overflow", false},
         Bad_Count{"WhichUnit", "9", 9, bounds, false}));
 
+struct Value_That_Cannot_Stay {
+    const char* label;
+    const char* value;
+    int error;
+    const char* description;
+};
+
+class Values_That_Cannot_Stay : public Model_File, public ::testing::WithParamInterface<Value_That_Cannot_Stay> {};
+
+TEST_P(Values_That_Cannot_Stay, are_reported_and_what_was_read_before_can_be_saved_and_opened)
+{
+    const Value_That_Cannot_Stay& bad = GetParam();
+    user_.Expect(Error_Box(bad.error, bad.description, "ReadFile_8"));
+    EXPECT_FALSE(Read(With(Reference("9"), bad.label, bad.value)));
+    EXPECT_TRUE(design.run.Read_Partial);
+    EXPECT_EQ(design.identity.User, "Miller, A.");
+    const std::string saved = Written("9");
+    EXPECT_TRUE(Read(saved));
+    EXPECT_EQ(Written("9"), saved);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Model_File, Values_That_Cannot_Stay,
+    ::testing::Values(Value_That_Cannot_Stay{"Shaft speed", "1E+20", 6, "Overflow"},  // its cube is no Single
+                      Value_That_Cannot_Stay{"Camtype$", "\"abc\"", 13, "Type mismatch"},
+                      Value_That_Cannot_Stay{"No of conditions for segment (1)", "\"41\"", 9, "Index out of bounds"},
+                      Value_That_Cannot_Stay{"No of conditions for segment (1)", "\"-1\"", 9, "Index out of bounds"},
+                      Value_That_Cannot_Stay{"No of conditions for segment (1)", "\"1E+999\"", 6, "Overflow"}));
+
+TEST_F(Model_File, a_kind_of_cam_in_other_letters_is_that_kind)
+{
+    EXPECT_TRUE(Read(With(Reference("9"), "Camtype$", "\"barrel\"")));
+    EXPECT_EQ(design.cam.Camtype, "Barrel");
+}
+
+TEST_F(Model_File, a_position_too_large_for_any_number_leaves_the_read_whole)
+{
+    EXPECT_TRUE(Read(With(Reference("9"), "S boundary cond for segment 1 at angle 0", "\"1E+999\"")));
+    EXPECT_EQ(design.motion.S_boundary_cond(1, 0), "1E+999");
+}
+
+TEST_F(Model_File, a_spline_of_more_knots_than_the_table_has_is_saved_and_comes_back)
+{
+    Reset_All(design);
+    design.motion.No_of_conditions(1) = "40";
+    design.motion.No_Conditions(1) = 40;
+    design.motion.Orders(1) = 30;
+    for (const char* const format : {"7.2", "8", "9"}) {
+        const std::string saved = Written(format);
+        EXPECT_TRUE(Read(saved)) << format;
+        EXPECT_EQ(Written(format), saved) << format;
+        EXPECT_EQ(design.motion.Orders(1), 30) << format;
+    }
+}
+
 TEST_F(Model_File, a_file_cut_at_any_labelled_record_is_reported_and_its_start_survives)
 {
     const std::string reference = Reference("9");
