@@ -28,7 +28,8 @@ void Add_Common_Options(CLI::App& app, Common_Options& options);
 class Session {
 public:
     /// Installs the host and starts a fresh design. @param terminal  errors is one: long work shows its progress there
-    Session(const Common_Options& options, std::istream& in, std::ostream& out, std::ostream& err, bool terminal);
+    Session(const Common_Options& options, std::istream& in, std::ostream& out, std::ostream& err,
+            bool terminal = false);
     /// Puts the host before it back.
     ~Session();
     Session(const Session&) = delete;

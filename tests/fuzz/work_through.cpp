@@ -42,6 +42,7 @@ public:
         for (const World_Point& point : points)
             Check({point.x, point.y});
     }
+    void Label(double x, double y, std::string_view, Ink) override { Check({x, y}); }
 
 private:
     static void Check(std::initializer_list<double> numbers)
