@@ -73,9 +73,10 @@ void Add_Draw(CLI::App& app, Action& action)
     CLI::App* command = app.add_subcommand("draw", "Draws the cam with its follower to a picture");
     const auto options = std::make_shared<Options>();
     command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
-    command->add_option("--at", options->at, "with the cam turned by an angle: the nearest calculated point is shown")
-        ->type_name("ANGLE")
-        ->check(CLI::Range(0.0, 360.0));
+    Add_Number(
+        *command, "--at", 0.0, 360.0, [options](double angle) { options->at = angle; },
+        "with the cam turned by an angle: the nearest calculated point is shown")
+        ->type_name("ANGLE");
     command->add_flag("--conjugate", options->conjugate, "the conjugate cam, whose follower stands opposite");
     command->add_option("--path", options->path, "a path beside the cam: follower, cutter or machine")
         ->check(CLI::IsMember({"follower", "cutter", "machine"}));

@@ -53,12 +53,11 @@ void Add_Picture_Options(CLI::App& command, Picture_Options& options, const std:
                         std::to_string(most_points) + " each, which are the pixels of a PNG")
         ->type_name("WxH")
         ->capture_default_str();
-    command
-        .add_option("--scale", options.scale,
-                    "so many times the pixels of a PNG each way, with its letters and lines; SVG and PDF have none")
+    Add_Number(
+        command, "--scale", 0.1, 10.0, [&options](double scale) { options.scale = scale; },
+        "so many times the pixels of a PNG each way, with its letters and lines; SVG and PDF have none")
         ->type_name("N")
-        ->check(CLI::Range(0.1, 10.0))
-        ->capture_default_str();
+        ->default_str(Shortest(options.scale));
     Add_Output(command, options.output, "picture to write: .png, .svg or .pdf");
 }
 

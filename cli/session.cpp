@@ -124,6 +124,21 @@ void Add_Settings(CLI::App& command, std::vector<std::string>& settings)
         ->type_name("FIELD=VALUE");
 }
 
+CLI::Option* Add_Number(CLI::App& command, const std::string& name, double low, double high,
+                        std::function<void(double)> take, const std::string& help)
+{
+    const auto store = [take = std::move(take)](const std::string& word) { take(Whole_Number(word).value()); };
+    return command.add_option_function<std::string>(name, store, help)
+        ->check(CLI::Validator(
+            [low, high](const std::string& word) -> std::string {
+                const auto number = Whole_Number(word);
+                return number && *number >= low && *number <= high
+                           ? ""
+                           : "Value " + word + " not in range " + Shortest(low) + " to " + Shortest(high);
+            },
+            "FLOAT in [" + Shortest(low) + " - " + Shortest(high) + "]"));
+}
+
 void Add_Output(CLI::App& command, std::string& path, const std::string& help)
 {
     command.add_option("-o,--output", path, help)->type_name("FILE")->required();

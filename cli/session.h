@@ -100,6 +100,11 @@ CLI::Option* Add_Repeated(CLI::App& command, const std::string& name, std::vecto
 void Add_Settings(CLI::App& command, std::vector<std::string>& settings);
 void Add_Output(CLI::App& command, std::string& path, const std::string& help);
 
+/// An option with a number from low to high, with a decimal point whatever the locale: Qt sets that of the user.
+/// @param take  what becomes of the number
+CLI::Option* Add_Number(CLI::App& command, const std::string& name, double low, double high,
+                        std::function<void(double)> take, const std::string& help);
+
 /// A number wholly read from an argument, with a decimal point.
 std::optional<double> Whole_Number(const std::string& text);
 

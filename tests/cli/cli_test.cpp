@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <clocale>
 #include <cmath>
 #include <filesystem>
 #include <sstream>
@@ -695,6 +696,23 @@ TEST_F(Cli, a_cam_that_cannot_be_drawn_tells_why_once)
               "[exclamation] Something Wrong - Base Circle has become zero or minus.  Change follower radius or "
               "prime/base circle\n");
     EXPECT_FALSE(Exists("n.svg"));
+}
+
+/// Qt sets the user's locale, and what reads by that locale finds a comma in German.
+TEST_F(Cli, a_number_among_the_options_has_a_point_in_every_locale)
+{
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr)
+        GTEST_SKIP() << "this machine has no German locale";
+    EXPECT_EQ(Run("example Oscillating -o e.cam").status, 0);
+    EXPECT_EQ(Run("draw e.cam --at 70.2 -o d.svg").status, 0);
+    EXPECT_EQ(Run("draw e.cam --scale 2.5 -o d.svg").status, 0);
+    const Result comma = Run("draw e.cam --at 70,2 -o d.svg");
+    const Result beyond = Run("draw e.cam --scale 10.5 -o d.svg");
+    std::setlocale(LC_ALL, before.c_str());
+    EXPECT_EQ(comma.status, 2);
+    EXPECT_EQ(beyond.status, 2);
+    EXPECT_TRUE(beyond.err.starts_with("--scale: Value 10.5 not in range 0.1 to 10\n")) << beyond.err;
 }
 
 TEST_F(Cli, draw_turns_the_cam_and_draws_its_conjugate)

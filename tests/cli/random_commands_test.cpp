@@ -39,7 +39,8 @@ bool Letter(char c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-/// The first place in the text where "inf", "infinity" or "nan" stands as a word, in any case; none.
+/// The first place in the text where "inf", "infinity" or "nan" stands as a word, in any case; none. "+ Infinity" is
+/// what the radius of a straight flank is told as.
 std::optional<std::size_t> No_Figure(const std::string& text)
 {
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -52,7 +53,8 @@ std::optional<std::size_t> No_Figure(const std::string& text)
         if (length == 3 || length == 8) {
             std::string word = text.substr(at, length);
             std::ranges::transform(word, word.begin(), [](char c) { return static_cast<char>(c | 0x20); });
-            if (word == "inf" || word == "nan" || word == "infinity")
+            const bool straight = at >= 2 && text[at - 1] == ' ' && (text[at - 2] == '+' || text[at - 2] == '-');
+            if (word == "inf" || word == "nan" || (word == "infinity" && !straight))
                 return at;
         }
         at = end;

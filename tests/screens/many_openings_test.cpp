@@ -11,12 +11,13 @@
 #include <cstdlib>
 #include <iostream>
 
+#include "edit/rungs.h"
 #include "screens/resources.h"
 #include "tests/screens/every_screen.h"
 #include "tests/support/watched_boxes.h"
 
 #ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/allocator_interface.h>
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();  // its header comes with another compiler
 #endif
 
 namespace lobemax {
@@ -53,7 +54,7 @@ protected:
         Desktop_Test::SetUp();
         screens::Load_Resources();
         screens_ = testing::Every_Screen();
-        Build("Double Dwell");
+        Build_Sized();
         home_ = std::make_unique<frm_HomeScreen>("");
         user_ = std::make_unique<Driver>(*home_);
     }
@@ -87,6 +88,13 @@ protected:
         Idle();
     }
 
+    /// A design on which every rung that a screen has may be opened.
+    static void Build_Sized()
+    {
+        Build("Double Dwell");
+        EXPECT_TRUE(Run_Size(design) && Run_Forces(design));
+    }
+
     /// Each screen once, both ways.
     void Round()
     {
@@ -96,7 +104,7 @@ protected:
             Open_from_Home(name);
         for (const testing::A_Screen& entry : screens_)
             Open_alone(entry);
-        Build("Double Dwell");
+        Build_Sized();
         screens::Desk_History().Start_Anew();
         boxes_.texts.clear();
         QPixmapCache::clear();  // has a limit of its own
