@@ -97,6 +97,10 @@ Flag Flag_of(std::string_view text)
 
 void Record_Writer::Quoted(std::string_view text)
 {
+    const bool ascii = std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    std::string utf8;
+    if (!ascii)  // the name of a file may be no UTF-8: it is written as it will be read
+        text = utf8 = To_Utf8(std::string(text));
     if (text.size() > Record_Reader::longest_record)  // what cannot be read again is not written
         throw Fault{bad_record_length};
     buffer_ += '"';

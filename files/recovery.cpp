@@ -147,8 +147,11 @@ Note Note_beside(const std::string& model)
     note.format = text.substr(0, text.find('\n'));
     text.erase(0, note.format.size() + 1);
     const std::size_t last = text.rfind('\n');
-    const Number_Read units =
-        Read_Number(last == std::string::npos ? text : text.substr(last + 1), Decimal_Symbol::point);
+    Number_Read units;
+    try {
+        units = Read_Number(last == std::string::npos ? text : text.substr(last + 1), Decimal_Symbol::point);
+    } catch (const Fault&) {  // too large for any number: no unit system
+    }
     if (units.whole && units.value >= 0 && units.value <= Last_Unit_System) {
         note.units_of_results = static_cast<int>(units.value);
         text.erase(last == std::string::npos ? 0 : last);

@@ -204,20 +204,26 @@ bool Digits_Lost(int n, Matrix_View A, std::span<const double> solution, std::sp
 {
     constexpr double allowed = 0.001;  // what the continuity report lets pass
     double largest_terms = 0.0;
+    double largest_miss = 0.0;  // what the elimination itself has lost
     double scale = 0.0;
     for (int i = 1; i <= n; ++i) {
         const std::size_t place = static_cast<std::size_t>(i - 1);
         const double weight = std::pow(length / n, orders[place]);
         const std::span<const double> row = A.Elements(i);
         double terms = 0.0;
-        for (std::size_t j = 0; j < static_cast<std::size_t>(n); ++j)
+        double sum = 0.0;
+        for (std::size_t j = 0; j < static_cast<std::size_t>(n); ++j) {
+            sum += row[j] * solution[j];
             terms += std::abs(row[j] * solution[j]);
+        }
         if (!std::isfinite(terms))
             return true;
         largest_terms = std::max(largest_terms, terms * weight);
+        largest_miss = std::max(largest_miss, std::abs(sum - right_side[place]) * weight);
         scale = std::max(scale, std::abs(right_side[place]) * weight);
     }
-    return largest_terms * std::numeric_limits<double>::epsilon() > allowed * scale;
+    const double rounding = largest_terms * std::numeric_limits<double>::epsilon();
+    return std::max(rounding, largest_miss) > allowed * scale;
 }
 
 bool Solve_Polynomial(const Design_State& design, int Seg, Polynomial_Solution& solution)

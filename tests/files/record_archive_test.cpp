@@ -300,6 +300,16 @@ TEST_F(Record_Archive, a_line_of_200_megabytes_is_no_record_and_is_given_up_earl
     }
 }
 
+TEST_F(Record_Archive, a_text_that_is_no_utf8_is_written_as_it_will_be_read)
+{
+    Text_Sink sink;
+    Record_Writer writer(design, sink);
+    writer.Line("caf\xE9.cam");
+    writer.Line("caf\xC3\xA9.cam");
+    writer.Flush();
+    EXPECT_EQ(sink.Text(), "\"caf\xC3\xA9.cam\"\r\n\"caf\xC3\xA9.cam\"\r\n");
+}
+
 TEST(Byte_Stream, operating_system_errors_become_the_reporters_numbers)
 {
     EXPECT_EQ(Error_of_Errno(ENOENT), file_not_found);

@@ -283,8 +283,9 @@ TEST_F(Recovery, a_huge_or_broken_note_costs_its_name_alone)
     ASSERT_TRUE(Build_Example(design, "Four Dwell"));
     design.cam.Prime_Rad = 123.5;
     const std::string huge(100000, 'x');
-    for (const std::string& note : {std::string(), std::string("\0\n\xFF\xFE\n\n9e99", 10), huge, "USA\n" + huge,
-                                    std::string("Europe"), std::string("USA\n/a/b.cam"), std::string("USA\n\n99\n")}) {
+    for (const std::string& note :
+         {std::string(), std::string("\0\n\xFF\xFE\n\n9e99", 10), std::string("USA\na.cam\n1E+999\n"), huge,
+          "USA\n" + huge, std::string("Europe"), std::string("USA\n/a/b.cam"), std::string("USA\n\n99\n")}) {
         design.identity.File_Name.clear();
         ASSERT_TRUE(Write_Recovery(design, folder_));
         std::ofstream(Recovery_Note_Path(folder_), std::ios::binary) << note;
