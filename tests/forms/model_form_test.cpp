@@ -132,7 +132,9 @@ TEST_F(Model_Screen, opens_with_the_stored_values_and_its_own_defaults)
     for (const auto& [format, comma] : {std::pair{"USA", false}, std::pair{"Europe", true}}) {
         design.identity.Number_Format = format;
         form_ = Open_Model_Form(design);
-        const auto text = [&](const char* usa, const char* europe) { return std::string(comma ? europe : usa); };
+        const auto text = [european = comma](const char* usa, const char* europe) {
+            return std::string(european ? europe : usa);
+        };
         EXPECT_EQ(form_.txt_Mass[0], "2");
         EXPECT_EQ(form_.txt_Mass[1], "3");
         EXPECT_EQ(form_.txt_Spring[1], "400000");
