@@ -17,8 +17,8 @@
 #include "core/design_state.h"
 #include "core/startup.h"
 #include "files/byte_stream.h"
-#include "files/whole_file.h"
 #include "files/model_file.h"
+#include "files/whole_file.h"
 #include "motion/motion_programs.h"
 #include "motion/segments.h"
 
