@@ -152,23 +152,7 @@ QWidget* frm_Model::Make_Figures()
 QLayout* frm_Model::Make_Plots()
 {
     auto* const column = new QVBoxLayout;
-    auto* const grid = new QGridLayout;
-    for (int k = 0; k < 4; ++k) {
-        charts_.append(new paint::Chart(design, Element("pct_Plot", k)));
-        auto* const figures = new QHBoxLayout;
-        for (const auto& [name, caption] :
-             {std::pair{"lbl_Min", "Min"}, std::pair{"lbl_Max", "Max"}, std::pair{"lbl_Peak", "P to P"}}) {
-            figures->addWidget(new QLabel(QString::fromUtf8(caption)));
-            figures->addWidget(Label(Element(name, k)));
-            figures->addSpacing(8);
-        }
-        figures->addStretch();
-        auto* const window = new QVBoxLayout;
-        window->addWidget(charts_.back(), 1);
-        window->addLayout(figures);
-        grid->addLayout(window, k / 2, k % 2);
-    }
-    column->addLayout(grid, 1);
+    column->addLayout(plots_.Make(), 1);
     auto* const looks = new QHBoxLayout;
     for (const char* const name : {"opt_Color(0)", "opt_Color(1)"})
         looks->addWidget(Make_Option(Words_of(name), [this] { Draw(); }));
@@ -213,7 +197,7 @@ void frm_Model::Follow_Design()
 {
     Show_Design(design, form_);
     Fill();
-    Clear_Plots();
+    plots_.Clear(*this);
     Refresh();
     if (form_.calculated)
         Draw();
@@ -265,7 +249,7 @@ void frm_Model::Enter(const Model_Row& row, const std::string& text)
     Control<Entry>(To_Qt(row.name)).Show_Text(entry.text);
     form_.calculated = false;
     Model_Setup(design);
-    Clear_Plots();
+    plots_.Clear(*this);
     Refresh();
 }
 
@@ -292,7 +276,7 @@ void frm_Model::Run_Stoppable(const std::function<void()>& work)
 
 void frm_Model::Calculate()
 {
-    Clear_Plots();
+    plots_.Clear(*this);
     Run_Stoppable([this] { Calc_Model(design, form_); });
     Fill();
     Draw();
@@ -302,7 +286,7 @@ void frm_Model::Tick(bool ticked)
 {
     if (Is_Filling())
         return;
-    Clear_Plots();
+    plots_.Clear(*this);
     Run_Stoppable([this, ticked] { Tick_Polydyne(design, form_, ticked); });
     Fill();
     Draw();
@@ -316,15 +300,6 @@ void frm_Model::Back()
         reject();
 }
 
-void frm_Model::Clear_Plots()
-{
-    for (int k = 0; k < charts_.size(); ++k) {
-        charts_[k]->Clear();
-        for (const char* const name : {"lbl_Min", "lbl_Max", "lbl_Peak"})
-            Control<QLabel>(Element(name, k)).clear();
-    }
-}
-
 void frm_Model::Draw()
 {
     if (Is_Filling() || !design.flags.Modelflag)
@@ -332,7 +307,7 @@ void frm_Model::Draw()
     const bool colour = Control<QRadioButton>(QStringLiteral("opt_Color(0)")).isChecked();
     const bool grid = Control<QCheckBox>(QStringLiteral("chk_Vertline")).isChecked();
     const std::array<Model_Plot, 4> plots = Plots_of_Model(design);
-    for (int k = 0; k < charts_.size(); ++k) {
+    for (int k = 0; k < plots_.Count(); ++k) {
         const Model_Plot& plot = plots[static_cast<std::size_t>(k)];
         if (plot.time.empty())
             continue;
@@ -344,12 +319,12 @@ void frm_Model::Draw()
         curve.y.assign(plot.values.begin(), plot.values.end());
         if (!colour)
             curve.colour = palette().color(QPalette::Text);
-        charts_[k]->Set_Axis_Titles(QStringLiteral("Time (sec)"), curve.name + QStringLiteral("  ") + curve.unit);
-        charts_[k]->Set_Grid(true, grid);
-        charts_[k]->Show({curve});
-        for (const auto& [label, value] : {std::pair{"lbl_Min", plot.smallest}, std::pair{"lbl_Max", plot.largest},
-                                           std::pair{"lbl_Peak", plot.peak_to_peak}})
-            Control<QLabel>(Element(label, k)).setText(To_Qt(Shown(design, value)));
+        plots_.At(k).Set_Axis_Titles(QStringLiteral("Time (sec)"), curve.name + QStringLiteral("  ") + curve.unit);
+        plots_.At(k).Set_Grid(true, grid);
+        plots_.At(k).Show({curve});
+        const int decimals = Plot_Decimals(std::max(std::abs(plot.smallest), std::abs(plot.largest)));
+        const auto shown = [&](double value) { return FNRoundStr(design, value, decimals); };
+        plots_.Show_Figures(*this, k, shown(plot.smallest), shown(plot.largest), shown(plot.peak_to_peak));
     }
 }
 

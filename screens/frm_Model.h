@@ -2,13 +2,10 @@
 #pragma once
 
 #include "forms/model_form.h"
+#include "screens/plot_windows.h"
 #include "screens/screen.h"
 
 class QGridLayout;
-
-namespace lobemax::paint {
-class Chart;
-}
 
 namespace lobemax::screens {
 
@@ -42,11 +39,10 @@ private:
     /// Runs work that integrates, with its progress shown and the rest of the screen closed; Stop and the close box end
     /// it.
     void Run_Stoppable(const std::function<void()>& work);
-    void Clear_Plots();
     void Draw();
 
     Model_Form form_;
-    QList<paint::Chart*> charts_;
+    Plot_Windows plots_;
     Status_Panel* status_ = nullptr;
     bool opened_ = false;
     bool running_ = false;

@@ -71,7 +71,7 @@ frm_Stress::frm_Stress(QWidget* parent)
 {
     auto* const row = new QHBoxLayout;
     row->addLayout(Inputs());
-    row->addLayout(Plots(), 1);
+    row->addLayout(plots_.Make(), 1);
     Body().addLayout(row);
     Foot().addLayout(Buttons_Row());
     status_ = new Status_Panel;
@@ -149,27 +149,6 @@ QWidget* frm_Stress::Configuration()
     Add_Field(*grid, Stress_Field::Length);
     Add_Field(*grid, Stress_Field::Crownrad);
     return frame;
-}
-
-QLayout* frm_Stress::Plots()
-{
-    auto* const grid = new QGridLayout;
-    for (int k = 0; k < 4; ++k) {
-        charts_.append(new paint::Chart(design, Element("pct_Plot", k)));
-        auto* const figures = new QHBoxLayout;
-        for (const auto& [name, caption] :
-             {std::pair{"lbl_Min", "Min"}, std::pair{"lbl_Max", "Max"}, std::pair{"lbl_Peak", "P to P"}}) {
-            figures->addWidget(new QLabel(QString::fromUtf8(caption)));
-            figures->addWidget(Label(Element(name, k)));
-            figures->addSpacing(8);
-        }
-        figures->addStretch();
-        auto* const window = new QVBoxLayout;
-        window->addWidget(charts_.back(), 1);
-        window->addLayout(figures);
-        grid->addLayout(window, k / 2, k % 2);
-    }
-    return grid;
 }
 
 QLayout* frm_Stress::Buttons_Row()
@@ -266,17 +245,8 @@ void frm_Stress::Choose_Roller(bool crowned)
     type_chosen_ = true;
     design.dynamics.Roller_type = crowned ? crowned_roller : cylindrical_roller;
     Refresh();
-    Clear_Plots();
+    plots_.Clear(*this);
     Calculate();
-}
-
-void frm_Stress::Clear_Plots()
-{
-    for (int k = 0; k < charts_.size(); ++k) {
-        charts_[k]->Clear();
-        for (const char* const name : {"lbl_Min", "lbl_Max", "lbl_Peak"})
-            Control<QLabel>(Element(name, k)).clear();
-    }
 }
 
 void frm_Stress::Calculate()
@@ -292,24 +262,18 @@ void frm_Stress::Calculate()
         return;
     }
     const auto rows = Stress_Plot_Rows(design);
-    for (int k = 0; k < charts_.size(); ++k) {
+    for (int k = 0; k < plots_.Count(); ++k) {
         const int v = rows.at(static_cast<std::size_t>(k));
-        paint::Show_Cycle(design, *charts_[k], v, k > 1);
+        paint::Show_Cycle(design, plots_.At(k), v, k > 1);
         const Plot_Figures figures = Figures_of_Plot(design, v, 0, design.motion.Max_Data_Points_used);
-        Control<QLabel>(Element("lbl_Min", k)).setText(To_Qt(Trim(figures.lbl_Min)));
-        Control<QLabel>(Element("lbl_Max", k)).setText(To_Qt(Trim(figures.lbl_Max)));
-        Control<QLabel>(Element("lbl_Peak", k)).setText(To_Qt(Trim(figures.lbl_Peak)));
+        plots_.Show_Figures(*this, k, figures.lbl_Min, figures.lbl_Max, figures.lbl_Peak);
     }
     Show_Stale(false);
 }
 
 void frm_Stress::Show_Stale(bool stale)
 {
-    for (int k = 0; k < charts_.size(); ++k) {
-        charts_[k]->Set_Stale(stale);
-        for (const char* const name : {"lbl_Min", "lbl_Max", "lbl_Peak"})
-            Control<QLabel>(Element(name, k)).setEnabled(!stale);
-    }
+    plots_.Set_Stale(*this, stale);
     Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(!stale);
     status_->Refresh();
 }

@@ -2,13 +2,10 @@
 #pragma once
 
 #include "forms/stress_form.h"
+#include "screens/plot_windows.h"
 #include "screens/screen.h"
 
 class QGridLayout;
-
-namespace lobemax::paint {
-class Chart;
-}
 
 namespace lobemax::screens {
 
@@ -28,13 +25,11 @@ private:
     QLayout* Inputs();
     QWidget* Material(int member);
     QWidget* Configuration();
-    QLayout* Plots();
     QLayout* Buttons_Row();
     void Add_Field(QGridLayout& grid, Stress_Field field);
     void Fill(const Stress_Form& form);
     void Refresh();
     Stress_Form Form() const;
-    void Clear_Plots();
     void Calculate();
     /// Figures and plots of an earlier run, or of values that do not stand any more, are gray, and Next is closed.
     void Show_Stale(bool stale);
@@ -43,7 +38,7 @@ private:
 
     bool opened_ = false;
     bool type_chosen_ = false;
-    QList<paint::Chart*> charts_;
+    Plot_Windows plots_;
     Status_Panel* status_ = nullptr;
 };
 
