@@ -99,7 +99,7 @@ QWidget* frm_Model::Make_Model()
     auto* const picture = new paint::Drawing_View(QStringLiteral("pct_Model"));
     const int model = design.dynamics.Model_Type;
     picture->Show([model](Surface& surface) { Draw_Model(surface, model); });
-    picture->setMinimumSize(130, 210);
+    picture->setMinimumSize(190, 230);
     row->addWidget(picture, 1);
     auto* const grid = new QGridLayout;
     for (const Model_Row& field : Fields_of_Model_Screen())
