@@ -192,6 +192,7 @@ Whole_File::Whole_File(const std::string& path) : target_(Behind_Links(path)), f
     } catch (const Fault&) {
         System().Close(file_);
         System().Unlink(temporary_.c_str());
+        Let_Go();
         throw;
     }
 }
@@ -202,6 +203,13 @@ Whole_File::~Whole_File()
         System().Close(file_);
     if (!temporary_.empty())
         System().Unlink(temporary_.c_str());
+    Let_Go();
+}
+
+void Whole_File::Let_Go()
+{
+    if (lock_ >= 0)
+        ::close(std::exchange(lock_, -1));
 }
 
 void Whole_File::Open_Temporary(mode_t mode)
@@ -215,6 +223,7 @@ void Whole_File::Open_Temporary(mode_t mode)
         file_ = System().Create(name.c_str(), mode);
         if (file_ >= 0) {
             temporary_ = std::move(name);
+            lock_ = ::fcntl(file_, F_DUPFD_CLOEXEC, 0);
             return;
         }
         if (errno != EEXIST)
@@ -279,6 +288,7 @@ void Whole_File::Take_Place()
     if (System().Rename(temporary_.c_str(), target_.c_str()) != 0)
         Throw_Errno();
     temporary_.clear();
+    Let_Go();
     if (System().Sync_Folder(folder_.c_str()) != 0 && !Cannot_Be_Asked(errno))
         Throw_Errno();
 }

@@ -76,12 +76,14 @@ private:
     void Finish_Bytes();
     std::string Keep_Older() const;
     void Take_Place();
+    void Let_Go();
 
     std::string target_;
     std::string folder_;
     std::string temporary_;  // empty once it has taken its place
     File_Sink sink_;
     int file_ = -1;
+    int lock_ = -1;   // the same open file: its lock lasts until the file has its place
     int failed_ = 0;  // the fault of a write: such a file never takes a place
 };
 

@@ -260,6 +260,31 @@ TEST_F(Whole_Files, what_a_killed_writer_left_goes_with_the_next_write_and_a_wri
     EXPECT_EQ(Names(), (Names_List{"file", "other"}));
 }
 
+/// Another program may tidy the folder at any moment, also between the last byte and the rename.
+TEST_F(Whole_Files, nobody_takes_a_file_for_a_leftover_before_it_has_its_place)
+{
+    class Tidied final : public File_System {
+    public:
+        explicit Tidied(std::string folder) : folder_(std::move(folder)) {}
+        int Rename(const char* from, const char* to) override
+        {
+            Remove_Leftovers(folder_);
+            return File_System::Rename(from, to);
+        }
+
+    private:
+        std::string folder_;
+    };
+    Tidied tidied(folder_);
+    Host host = Installed_Host();
+    host.file_system = &tidied;
+    const Host before = Install_Host(std::move(host));
+    EXPECT_EQ(Fault_of([&] { Write_Whole_File(path_, "new"); }), 0);
+    Install_Host(before);
+    EXPECT_EQ(Content(), "new");
+    EXPECT_EQ(Names(), Names_List{"file"});
+}
+
 TEST_F(Whole_Files, two_writers_of_one_file_both_write_it_whole)
 {
     Whole_File first(path_);
