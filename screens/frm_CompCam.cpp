@@ -22,6 +22,7 @@
 #include "paint/print.h"
 #include "screens/desk.h"
 #include "screens/form_rows.h"
+#include "screens/long_run.h"
 #include "screens/status_panel.h"
 
 namespace lobemax::screens {
@@ -221,9 +222,16 @@ void frm_CompCam::Calculate()
     if (running_)
         return;
     Clear_Results();
-    running_ = true;
     stop_ = false;
-    Refresh();
+    {
+        const Long_Run run(*this, running_, [this] { Refresh(); });
+        Integrate();
+    }
+    Show_Results();
+}
+
+void frm_CompCam::Integrate()
+{
     auto& bar = Control<QProgressBar>(QStringLiteral("pgs_step"));
     form_.run.progress = [this, &bar](const Comp_Progress& progress) {
         bar.setValue(static_cast<int>(std::lround(progress.share * bar.maximum())));
@@ -234,9 +242,6 @@ void frm_CompCam::Calculate()
     };
     Calc_Compcam(design, form_);
     form_.run.progress = nullptr;
-    running_ = false;
-    Show_Results();
-    Refresh();
 }
 
 void frm_CompCam::Clear_Results()

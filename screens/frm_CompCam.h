@@ -32,6 +32,7 @@ private:
     void Refresh();
     void Enter(const Form_Field<Compcam_Form>& row, const std::string& text);
     void Calculate();
+    void Integrate();
     void Clear_Results();
     void Show_Results();
     void Draw();

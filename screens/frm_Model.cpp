@@ -26,6 +26,7 @@
 #include "screens/desk.h"
 #include "screens/form_rows.h"
 #include "screens/help_viewer.h"
+#include "screens/long_run.h"
 #include "screens/status_panel.h"
 
 namespace lobemax::screens {
@@ -257,21 +258,16 @@ void frm_Model::Run_Stoppable(const std::function<void()>& work)
 {
     if (running_)
         return;
-    running_ = true;
     stop_ = false;
-    Refresh();
+    const Long_Run run(*this, running_, [this] { Refresh(); });
     auto& bar = Control<QProgressBar>(QStringLiteral("pgs_Run"));
     bar.setValue(0);
-    {
-        const Progress_Shown shown([this, &bar](double share) {
-            bar.setValue(static_cast<int>(std::lround(share * bar.maximum())));
-            QApplication::processEvents();
-            return stop_;
-        });
-        work();
-    }
-    running_ = false;
-    Refresh();
+    const Progress_Shown shown([this, &bar](double share) {
+        bar.setValue(static_cast<int>(std::lround(share * bar.maximum())));
+        QApplication::processEvents();
+        return stop_;
+    });
+    work();
 }
 
 void frm_Model::Calculate()

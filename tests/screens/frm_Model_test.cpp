@@ -196,14 +196,20 @@ TEST_F(Model_Screens, a_run_shows_its_progress_and_stop_ends_it_as_cancel_does)
     const Driver user(screen);
     user.Fill("txt_t_end", "200");  // long enough to be stopped
     user.Fill("txt_max_steps", "900000");
+    auto* const undo = screen.findChild<QAction*>("mnu_Undo");
+    ASSERT_NE(undo, nullptr);
     bool seen = false;
+    bool undo_open = true;
     QTimer::singleShot(0, &screen, [&] {
+        undo_open = undo->isEnabled();
         seen =
             user.Visible("cmd_Stop") && user.Visible("pgs_Run") && !user.Find<QAbstractButton>("cmd_Calc").isEnabled();
         user.Press("cmd_Stop");
     });
     user.Press("cmd_Calc");
     EXPECT_TRUE(seen);
+    EXPECT_FALSE(undo_open) << "another design under the calculation would be its end";
+    EXPECT_TRUE(undo->isEnabled());
     EXPECT_TRUE(Told("The calculation has been cancelled at your request."));
     EXPECT_FALSE(f_.Modelflag);
     EXPECT_FALSE(user.Visible("cmd_Stop"));
