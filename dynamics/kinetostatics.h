@@ -39,9 +39,6 @@ struct Dynamics_Figures {
     Torque_Pulses pulses;
 };
 
-/// What a length of the design is divided by to be one of the forces' formulas: metres in all metric systems.
-double Length_Divisor(const Design_State& design);
-
 /// The figures of what stands in the rows, under its trap; a fault leaves the rest of them 0.
 Dynamics_Figures Present_Figures(Design_State& design);
 

@@ -175,6 +175,28 @@ void Work_Through(Design_State& design, const Host_of_Fuzz& host)
             return Run_Stress(design, refused);
         });
     Require_Finite_Rows(design);
+    if (f.Dynamicflag) {
+        // Each run ends by its limit of steps; the limit of the design would take a second.
+        design.dynamics.Ode_Max_Steps = std::min(Long{design.dynamics.Ode_Max_Steps}, Long{500});
+        Do(host, "vibration", [&] { return Run_Vibration(design, {}); });
+        Require_Finite_Rows(design);
+        if (f.Modelflag && Do(host, "polydyne", [&] { return Run_Polydyne(design, {}); })) {
+            Require_Finite_Rows(design);
+            Do(host, "polydyne size", [&] { return Size_Polydyne(design); });
+        }
+        Require_Finite_Rows(design);
+    }
+    if (f.Calculated) {
+        Compensation_Run run;
+        run.max_steps = 20000;
+        Compensation balancing;
+        if (Do(host, "compensation", [&] { return Run_Compensation(design, run, balancing); })) {
+            const auto balanced = std::make_unique<Design_State>(design);
+            Do(host, "balancing cam", [&] { return Take_Compensation(*balanced, balancing); });
+            Require_Finite_Rows(*balanced);
+        }
+        Require_Finite_Rows(design);
+    }
     constexpr int longest_transform = 360;
     if (f.Calculated && design.motion.Max_Data_Points_used <= longest_transform)
         Do(host, "transform", [&] { return Do_DFT(design, var::V, 0.0, int{design.motion.Max_Data_Points_used}, 15); });
