@@ -142,7 +142,9 @@ bool Linkage_Train::Solve_Stage(const Stage& stage, const Link_Motion& in, Link_
         const double D = B * B - 4 * a * c0;
         if (D < 0.0 || a == 0.0)
             return false;
-        angle = 2 * std::atan((-B + stage.sign * Sqr(D)) / (a + a));
+        // Of the two equal forms of the root the one that adds: the other loses all its digits where a is small.
+        const double root = stage.sign * Sqr(D);
+        angle = 2 * std::atan(-B * root >= 0.0 ? (-B + root) / (a + a) : (c0 + c0) / (-B - root));
         return true;
     };
     if (!half_angle(K3 + c - K1 - K2 * c, K3 + K1 - (K2 + 1) * c, out.theta) ||
@@ -380,8 +382,9 @@ Link_Input True_Input(const Design_State& design, double rest, int i)
     Link_Input in = Input_at(design, rest, i);
     const int direction = design.cam.ArmDirect;
     const bool degrees = design.motion.Time_Base == 2;
+    // The accelerations of that base carry one factor of 57.3 themselves, (41).
     in.omega2 *= direction * (degrees ? Deg_per_Rad : 1.0);
-    in.alpha2 *= direction * (degrees ? Deg_per_Rad * Deg_per_Rad : 1.0);
+    in.alpha2 *= direction * (degrees ? Deg_per_Rad : 1.0);
     return in;
 }
 

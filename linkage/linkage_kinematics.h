@@ -119,9 +119,9 @@ double Arm_Angle_at_Rest(Design_State& design);
 /// The input at point i, variables 1 to 3 brought to radians and seconds.
 ///
 /// Omega2 and Alpha2 take one factor in the bases of degrees and of radians, and no sign of the arm's direction: meant.
-/// Mechanics has velocities 57.3 and accelerations 3283 times as large in the base of degrees, and those of a clockwise
-/// arm negative: rates of its links have the other sign, and what accelerations have of the square of the speed counts
-/// against the rest. True_Input has them so.
+/// Mechanics has both 57.3 times as large in the base of degrees, and those of a clockwise arm negative: rates of its
+/// links have the other sign, and what accelerations have of the square of the speed counts against the rest.
+/// True_Input has them so.
 Link_Input Input_at(const Design_State& design, double rest, int i);
 /// The same as mechanics has it.
 Link_Input True_Input(const Design_State& design, double rest, int i);

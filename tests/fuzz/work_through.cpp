@@ -197,6 +197,15 @@ void Work_Through(Design_State& design, const Host_of_Fuzz& host)
         }
         Require_Finite_Rows(design);
     }
+    if (Has_Linkage(design) && f.Calculated && Do(host, "linkage", [&] { return Run_Linkage(design); })) {
+        for (const Table<Single>* const table :
+             {&design.results.Link_Theta, &design.results.Link_Omega, &design.results.Link_Alpha,
+              &design.results.Link_X, &design.results.Link_Y})
+            for (int row = 0; row <= table->Last_Row(); ++row)
+                for (const Single value : table->Points(row))
+                    Require(std::isfinite(value.Bits()), "the linkage is finite");
+        Do(host, "link masses", [&] { return Run_Link_Masses(design, Speed_Choice::peak).has_value(); });
+    }
     constexpr int longest_transform = 360;
     if (f.Calculated && design.motion.Max_Data_Points_used <= longest_transform)
         Do(host, "transform", [&] { return Do_DFT(design, var::V, 0.0, int{design.motion.Max_Data_Points_used}, 15); });
@@ -220,9 +229,17 @@ void Require_Same_Model_Back(Design_State& design, const std::string& format)
     const bool of_another_format = Adopt_Texts(*std::make_unique<Design_State>(design));
     if (design.motion.No_of_segments == Max_Segments || of_another_format)
         return;
-    Text_Sink first, second;
+    Text_Sink lumped, first, second;
     try {
-        Write_Model(design, first, format);
+        const auto follows = std::make_unique<Design_State>(design);
+        if (design.flags.Modelflag) {
+            // Behind a vibration the reader takes the follower's mass, spring and damping from its model: meant. What
+            // was read once has them.
+            Write_Model(*follows, lumped, format);
+            Text_Source source(lumped.Text());
+            Require(ReadFile(*follows, source), "what is written is read");
+        }
+        Write_Model(*follows, first, format);
         const auto back = std::make_unique<Design_State>(Started_Design());
         back->identity.Number_Format = design.identity.Number_Format;  // of the user, not of the file
         Text_Source source(first.Text());
