@@ -461,7 +461,7 @@ bool Take_Compensation(Design_State& design, const Compensation& result)
 Standing Standing_of(const Design_State& design)
 {
     const Flags_Group& f = design.flags;
-    return {f.Calculated, f.Sized, f.Dynamicflag, f.Stressflag, f.Modelflag, f.Polydyne_Calc};
+    return {f.Calculated, f.Sized, f.Dynamicflag, f.Stressflag, f.Modelflag, f.Polydyne_Calc, f.Linkage_Calc};
 }
 
 namespace {
@@ -526,8 +526,11 @@ bool Climb(Design_State& design, const Standing& standing)
     const bool size = standing.size || forces;
     const std::string_view unit_before = Words_of_Units(Units_of_Results(design)).stress;
     const bool same_unit = unit_before == Words_of_Units(design.identity.WhichUnit).stress;
+    const bool drives = design.linkage.Drive_End_Effector;
     if ((standing.motion || size) && !Recalculate_Motion(design))
         return false;
+    if (drives)
+        Put(design, "Drive_End_Effector", 1);  // a new motion is the arm's; this one is that which was
     if (size && !Run_Size(design))
         return false;
     if (forces && !Recalculate_Forces(design))
@@ -536,7 +539,9 @@ bool Climb(Design_State& design, const Standing& standing)
         return false;
     if (standing.polydyne && !(Make_Polydyne(design, {}) && Size_Polydyne(design)))
         return false;
-    return !standing.stress || Recalculate_Stress(design, same_unit);
+    if (standing.stress && !Recalculate_Stress(design, same_unit))
+        return false;
+    return !standing.linkage || Run_Linkage(design);
 }
 
 }  // namespace
