@@ -204,10 +204,14 @@ std::optional<Link_Effect> Run_Link_Masses(Design_State& design, Speed_Choice ch
         const bool two_masses = model == 4 || model == 5;
         const double first = two_masses ? mass->at_follower : mass->Total();
         const std::optional<double> stiffness = Link_Stiffness(design, choice);
-        for (const Verdict& verdict :
-             {Put(design, "Mass_m", At(1), first), Put(design, "Mass_m", At(2), mass->at_effector),
-              Put(design, "Mass", first),
-              stiffness ? Put(design, "Kspring", At(model == 3 || model == 4 ? 2 : 1), *stiffness) : Verdict{}})
+        // Links without a mass leave the train's as it is: a follower without one cannot be.
+        std::vector<Verdict> verdicts;
+        if (first > 0.0)
+            verdicts = {Put(design, "Mass_m", At(1), first), Put(design, "Mass_m", At(2), mass->at_effector),
+                        Put(design, "Mass", first)};
+        if (stiffness)
+            verdicts.push_back(Put(design, "Kspring", At(model == 3 || model == 4 ? 2 : 1), *stiffness));
+        for (const Verdict& verdict : verdicts)
             if (!verdict) {
                 Show_Refusal(verdict);
                 return;

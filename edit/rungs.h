@@ -118,7 +118,7 @@ struct Link_Effect {
 
 /// Effective mass and stiffness of the linkage into the model of the follower train and the follower's mass. A one-mass
 /// model has the whole mass as its first, a two-mass model what moves with the follower and what does not; the
-/// stiffness is that of the train's spring of the model picked.
+/// stiffness is that of the train's spring of the model picked. Links without any mass leave the masses as they are.
 /// @return none after a message: no linkage was calculated, or its links do not move
 std::optional<Link_Effect> Run_Link_Masses(Design_State& design, Speed_Choice choice);
 

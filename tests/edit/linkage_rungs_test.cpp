@@ -110,7 +110,12 @@ TEST_P(Linkage_Rung_of_Example, stands_with_the_others)
     ASSERT_TRUE(Sub_Main(design, "", {}));
     ASSERT_TRUE(Open_Example(design, GetParam()));
     ASSERT_TRUE(Run_Linkage(design));
-    EXPECT_TRUE(Run_Link_Masses(design, Speed_Choice::average).has_value());
+    const double mass = design.dynamics.Mass;
+    const auto effect = Run_Link_Masses(design, Speed_Choice::average);
+    ASSERT_TRUE(effect);
+    EXPECT_EQ(effect->mass.Total(), 0.0) << "links of metric systems have no mass of their own yet";
+    EXPECT_EQ(design.dynamics.Mass, mass);
+    EXPECT_FALSE(effect->stiffness);
     Install_Host(before);
 }
 
