@@ -174,12 +174,7 @@ constexpr std::array controls{
 /// Six figures: what the eye compares.
 std::string Six_Figures(const Design_State& design, double value)
 {
-    if (value == 0.0)
-        return "0";
-    constexpr int figures = 6;
-    const int decimals = figures - 1 - static_cast<int>(std::floor(std::log10(std::abs(value))));
-    const double rounded = FNRound(std::abs(value), decimals);
-    return In_Number_Format(design, Shortest(Single(value < 0.0 ? -rounded : rounded)));
+    return In_Figures(design, value, 6);
 }
 
 /// A column of the lists: its head, its unit, its values as shown.

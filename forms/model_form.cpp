@@ -91,6 +91,7 @@ constexpr std::array controls{
         "chk_Polydyne", "Make Polydyne Cam",
         "Choose the time base of radians first: per second its velocity, pressure angle, curvature and surface "
         "are not those of its displacement"},
+    Form_Control{"lbl_Notes", "", "What mechanics has beside these figures"},
     Form_Control{"cmd_Stop", "St&op", "Ends the integration, as Cancel in its questions does"},
     Form_Control{"cmd_Cancel", "< &Back"},
     Form_Control{"cmd_Help", "&Help"},
