@@ -85,10 +85,17 @@ void Add_Derivatives(const Design_State& design, std::vector<std::string>& notes
     const Polydyne_Derivatives departures = Departures_of_Polydyne_Derivatives(design);
     if (departures.V.Share() < least_share && departures.A.Share() < least_share)
         return;
-    notes.push_back("Polydn V and A are not the derivatives of Polydn S, off by up to " +
-                    Amount(design, departures.V, var::Polydyne_V) + " and " +
-                    Amount(design, departures.A, var::Polydyne_A) +
-                    ": per second jerk and ping lack one and two powers of the shaft speed. Per radian they are right.");
+    std::string note = "Per second Polydn ";
+    auto add = [&, first = true](const char* name, const Departure& departure, int row) mutable {
+        if (departure.Share() < least_share)
+            return;
+        note += (first ? std::string(name) + " is off the derivative of Polydn S" : std::string(", ") + name) +
+                " by up to " + Amount(design, departure, row);
+        first = false;
+    };
+    add("V", departures.V, var::Polydyne_V);
+    add("A", departures.A, var::Polydyne_A);
+    notes.push_back(note + ": jerk and ping lack one and two powers of the shaft speed. Per radian both are right.");
     Cam_Extremes truth{};
     if (!Holds(design, Mark::size) || !Find_True_Extremes(design, truth))
         return;

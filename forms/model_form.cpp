@@ -203,7 +203,7 @@ bool New_in_Inches(const Design_State& design)
 std::string Twice_the_Period(const Design_State& design)
 {
     std::string text;
-    Trap("Twice_the_Period", [&] { text = In_Number_Format(design, Shortest(FNRound(2 * Cam_Period(design), 3))); });
+    Trap("Twice_the_Period", [&] { text = Format_Picture(design, 2 * Cam_Period(design), "0.000"); });
     return text;
 }
 

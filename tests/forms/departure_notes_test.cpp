@@ -136,8 +136,10 @@ TEST_F(Notes_Beside, a_polydyne_cam_tells_what_its_coefficient_leaves_out)
 TEST_F(Notes_Beside, per_second_its_derivatives_and_what_is_sized_by_them_are_told_of)
 {
     Make_Polydyne(3, 1);
-    EXPECT_TRUE(Has(Notes_of_Polydyne(design), "Polydn V and A are not the derivatives of Polydn S, off by up to "));
+    EXPECT_TRUE(Has(Notes_of_Polydyne(design), "Per second Polydn V is off the derivative of Polydn S by up to "));
     EXPECT_TRUE(Has(Notes_of_Polydyne(design), " mm/sec ("));
+    EXPECT_TRUE(Has(Notes_of_Polydyne(design), " %), A by up to "));
+    EXPECT_TRUE(Has(Notes_of_Polydyne(design), " mm/sec^2 ("));
     ASSERT_TRUE(Size_Polydyne(design));
     EXPECT_EQ(Notes_of_Polydyne(design).size(), 3U);
     EXPECT_TRUE(Has(Notes_of_Polydyne(design), "So Phi goes from "));
@@ -145,6 +147,16 @@ TEST_F(Notes_Beside, per_second_its_derivatives_and_what_is_sized_by_them_are_to
     EXPECT_EQ(Departure_Notes(design).size(), 4U);
     design.flags.Sized = false;
     EXPECT_FALSE(Has(Notes_of_Polydyne(design), "So Phi goes from "));
+}
+
+TEST_F(Notes_Beside, a_row_that_is_right_is_not_named)
+{
+    Make_Polydyne(3, 1);
+    for (int i = 0; i <= 360; ++i)  // a motion whose ping is not known
+        design.results.CalcData(var::Ping, i) = 0.0;
+    ASSERT_TRUE(Calc_Polydyne(design));
+    EXPECT_TRUE(Has(Notes_of_Polydyne(design), "Per second Polydn V is off the derivative of Polydn S by up to "));
+    EXPECT_FALSE(Has(Notes_of_Polydyne(design), "A by up to "));
 }
 
 TEST_F(Notes_Beside, figures_that_cannot_be_compared_have_none)

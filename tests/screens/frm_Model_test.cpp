@@ -8,6 +8,7 @@
 
 #include "core/ladder.h"
 #include "dynamics/ode_solver.h"
+#include "forms/departure_notes.h"
 #include "paint/chart.h"
 #include "screens/frm_ModelType.h"
 #include "screens/frm_SizeCam.h"
@@ -240,6 +241,41 @@ TEST_F(Model_Screens, a_polydyne_cam_is_made_given_up_and_asked_about)
 
 /// Home's button leads through both screens; Back from the model comes back to the choice, Back from there leaves
 /// everything as it was.
+TEST_F(Model_Screens, what_mechanics_has_stands_beside_the_figures)
+{
+    Answer_All();
+    Choose_Model_Type(design, 2);
+    frm_Model screen;
+    const Driver user(screen);
+    EXPECT_FALSE(user.Visible("lbl_Notes"));
+    user.Press("cmd_Calc");
+    EXPECT_EQ(user.Text("lbl_Notes"), As_Lines(Departure_Notes(design)));
+    EXPECT_TRUE(user.Text("lbl_Notes").starts_with("Force-Dyn is off mechanics by up to "));
+    user.Press("chk_Polydyne");
+    EXPECT_NE(user.Text("lbl_Notes").find("Polydn S takes 36 for the square of two pi, 39.478"), std::string::npos);
+    EXPECT_TRUE(user.Visible("lbl_Notes"));
+    Model_Done(design);
+    {
+        screens::frm_SizeCam size;
+        const Driver sizing(size);
+        EXPECT_EQ(sizing.Text("lbl_Notes"), As_Lines(Notes_of_Polydyne(design)));
+        EXPECT_NE(sizing.Text("lbl_Notes").find("So Phi goes from "), std::string::npos);
+        EXPECT_TRUE(sizing.Visible("lbl_Notes"));
+    }
+}
+
+TEST_F(Model_Screens, an_edit_takes_the_notes_away)
+{
+    Answer_All();
+    Choose_Model_Type(design, 2);
+    frm_Model screen;
+    const Driver user(screen);
+    user.Press("cmd_Calc");
+    EXPECT_TRUE(user.Visible("lbl_Notes"));
+    user.Fill("txt_Mass(0)", "2.5");
+    EXPECT_FALSE(user.Visible("lbl_Notes"));
+}
+
 TEST_F(Model_Screens, the_way_through_the_screens)
 {
     Answer_All();
