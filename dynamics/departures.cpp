@@ -106,6 +106,16 @@ double Force(const Dynamics_Group& d, const Motion_at& cam, const Motion_at& mas
     }
 }
 
+std::optional<Cam_Extremes> Size(Design_State& design)
+{
+    design.flags.Skip_Profile = true;
+    design.flags.Calc_Error = design.flags.Math_Error = false;
+    const int type = design.cam.Followtype;
+    if (!Calc_Phi(design, type) || design.flags.Math_Error || !Calc_Rho(design, type))
+        return std::nullopt;
+    return Cam_Extremes{design.cam.Phi_Max, design.cam.Phi_Min, design.cam.Rho_Smallest};
+}
+
 }  // namespace
 
 double Departure::Share() const
@@ -147,21 +157,16 @@ void Correct_Polydyne_Derivatives(Design_State& design)
     }
 }
 
-Cam_Extremes Extremes_of_Cam(const Design_State& design)
-{
-    return {design.cam.Phi_Max, design.cam.Phi_Min, design.cam.Rho_Smallest};
-}
-
-bool Find_True_Extremes(const Design_State& design, Cam_Extremes& out)
+std::optional<Polydyne_Extremes> Find_Polydyne_Extremes(const Design_State& design)
 {
     Design_State other = design;
-    other.flags.Skip_Profile = true;
-    other.flags.Calc_Error = other.flags.Math_Error = false;
+    other.flags.Polydyne_Calc = true;
+    const std::optional<Cam_Extremes> of_rows = Size(other);
     Correct_Polydyne_Derivatives(other);
-    if (!Calc_Phi(other, other.cam.Followtype) || !Calc_Rho(other, other.cam.Followtype))
-        return false;
-    out = Extremes_of_Cam(other);
-    return true;
+    const std::optional<Cam_Extremes> of_mechanics = Size(other);
+    if (!of_rows || !of_mechanics)
+        return std::nullopt;
+    return Polydyne_Extremes{*of_rows, *of_mechanics};
 }
 
 Departure Departure_of_Force(const Design_State& design)

@@ -3,6 +3,8 @@
 /// designer to read beside them. The figures themselves stay. docs/theory.md, 11.2 to 11.4, "Departure".
 #pragma once
 
+#include <optional>
+
 #include "core/basic_types.h"
 
 namespace lobemax {
@@ -32,15 +34,19 @@ Polydyne_Derivatives Departures_of_Polydyne_Derivatives(const Design_State& desi
 /// Puts the derivatives of row 22 into rows 23 and 24.
 void Correct_Polydyne_Derivatives(Design_State& design);
 
-/// Pressure angles, degrees, and the radius of the sharpest curvature, of the cam that row 22 makes, and in memory.
+/// Pressure angles, degrees, and the radius of the sharpest curvature of a cam.
 struct Cam_Extremes {
     double Phi_Max;
     double Phi_Min;
     double Rho_Smallest;
 };
-Cam_Extremes Extremes_of_Cam(const Design_State& design);
-/// @return false where it cannot be sized; out is then as it was
-bool Find_True_Extremes(const Design_State& design, Cam_Extremes& out);
+/// Of the cam of the design's size by rows 22 to 24 as they are, and with the derivatives of row 22 in 23 and 24.
+struct Polydyne_Extremes {
+    Cam_Extremes of_rows;
+    Cam_Extremes of_mechanics;
+};
+/// @return none where it cannot be sized. The design stays as it is.
+std::optional<Polydyne_Extremes> Find_Polydyne_Extremes(const Design_State& design);
 
 /// Row 33 beside the force by (153) to (155) for the response and the cam's motion as they are: per second in every
 /// time base, with the closing damper of (143) in model 2, the closing spring on the cam in model 3, and the polydyne

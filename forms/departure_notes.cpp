@@ -96,14 +96,14 @@ void Add_Derivatives(const Design_State& design, std::vector<std::string>& notes
     add("V", departures.V, var::Polydyne_V);
     add("A", departures.A, var::Polydyne_A);
     notes.push_back(note + ": jerk and ping lack one and two powers of the shaft speed. Per radian both are right.");
-    Cam_Extremes truth{};
-    if (!Holds(design, Mark::size) || !Find_True_Extremes(design, truth))
+    const auto extremes = Holds(design, Mark::size) ? Find_Polydyne_Extremes(design) : std::nullopt;
+    if (!extremes)
         return;
-    const Cam_Extremes stored = Extremes_of_Cam(design);
     const auto shown = [&](double value) { return In_Figures(design, value, figures); };
-    notes.push_back("So Phi goes from " + shown(stored.Phi_Min) + " to " + shown(stored.Phi_Max) +
+    const auto& [rows, truth] = *extremes;
+    notes.push_back("With them Phi goes from " + shown(rows.Phi_Min) + " to " + shown(rows.Phi_Max) +
                     " where mechanics has " + shown(truth.Phi_Min) + " to " + Value(design, truth.Phi_Max, var::Phi) +
-                    ", and the sharpest Rho is " + shown(stored.Rho_Smallest) + " where it has " +
+                    ", and the sharpest Rho is " + shown(rows.Rho_Smallest) + " where it has " +
                     Value(design, truth.Rho_Smallest, var::Rho) + ".");
 }
 

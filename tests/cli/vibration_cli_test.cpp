@@ -81,7 +81,7 @@ TEST_F(Vibration_Cli, what_mechanics_has_is_said_beside_the_figures)
     ASSERT_EQ(polydyne.status, 0);
     for (const char* const words :
          {"Polydn S takes 36 for the square of two pi, 39.478: 8.8 % of its correction is left out, up to ",
-          "Per second Polydn V is off the derivative of Polydn S by up to ", "So Phi goes from "}) {
+          "Per second Polydn V is off the derivative of Polydn S by up to ", "With them Phi goes from "}) {
         EXPECT_NE(polydyne.err.find(std::string("lobemax-cli: polydyne: ") + words), std::string::npos) << words;
         EXPECT_NE(Run("show d.cam").out.find(std::string("\nNote: ") + words), std::string::npos)
             << "the same from the file: " << words;

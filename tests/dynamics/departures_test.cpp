@@ -118,17 +118,22 @@ TEST_F(Departures, true_pressure_angle_and_curvature_are_those_of_the_base_of_ra
     };
     Lay(3, 3);
     size();
-    const Cam_Extremes radians = Extremes_of_Cam(design);
+    const Cam_Group radians = design.cam;
     Lay(1, 3);
     size();
-    const Cam_Extremes stored = Extremes_of_Cam(design);
-    Cam_Extremes truth{};
-    ASSERT_TRUE(Find_True_Extremes(design, truth));
-    EXPECT_NEAR(truth.Phi_Max, radians.Phi_Max, 1e-4);
-    EXPECT_NEAR(truth.Phi_Min, radians.Phi_Min, 1e-4);
-    EXPECT_NEAR(truth.Rho_Smallest, radians.Rho_Smallest, 1e-3);
-    EXPECT_GT(std::abs(stored.Phi_Max - truth.Phi_Max), 1.0);
-    EXPECT_EQ(Extremes_of_Cam(design).Phi_Max, stored.Phi_Max) << "the design keeps its figures";
+    const Cam_Group stored = design.cam;
+    f().Polydyne_Calc = false;  // as before it is sized by its polydyne rows
+    const auto extremes = Find_Polydyne_Extremes(design);
+    ASSERT_TRUE(extremes);
+    EXPECT_EQ(extremes->of_rows.Phi_Max, stored.Phi_Max);
+    EXPECT_EQ(extremes->of_rows.Phi_Min, stored.Phi_Min);
+    EXPECT_EQ(extremes->of_rows.Rho_Smallest, stored.Rho_Smallest);
+    EXPECT_NEAR(extremes->of_mechanics.Phi_Max, radians.Phi_Max, 1e-4);
+    EXPECT_NEAR(extremes->of_mechanics.Phi_Min, radians.Phi_Min, 1e-4);
+    EXPECT_NEAR(extremes->of_mechanics.Rho_Smallest, radians.Rho_Smallest, 1e-3);
+    EXPECT_GT(std::abs(stored.Phi_Max - radians.Phi_Max), 1.0);
+    EXPECT_EQ(design.cam.Phi_Max, stored.Phi_Max) << "the design keeps its figures";
+    EXPECT_FALSE(f().Polydyne_Calc);
 }
 
 /// Row 33 is laid as mechanics has it for a response of its own, with a difference at one point: that is what is found.
@@ -152,16 +157,15 @@ TEST_F(Departures, the_force_is_compared_with_that_of_its_train)
                              sa = h / 2000 * omega * omega * std::cos(t);
                 const double x = 0.97 * s, xv = 0.96 * sv, xa = 0.95 * sa;
                 const double to_v = base == 1 ? 1 : base == 2 ? pi / 180 / omega : 1 / omega;
-                const double to_a =
-                    base == 1 ? 1 : base == 2 ? pi / 180 / (omega * omega) : 1 / (omega * omega);
+                const double to_a = base == 1 ? 1 : base == 2 ? pi / 180 / (omega * omega) : 1 / (omega * omega);
                 data(var::Response_X, i) = 1000 * x;
                 data(var::Response_Xdot, i) = 1000 * xv * to_v;
                 data(var::Response_Xddot, i) = 1000 * xa * to_a;
-                const double forces[]{v.m1 * xa, v.m1 * xa + c_closing_2 * xv + v.k2 * x + v.preload,
-                                      v.m1 * xa + c_closing_3 * sv + v.k1 * s + v.preload,
-                                      v.m1 * sa + c_closing_4 * sv + v.k1 * s + c_train_4 * (sv - xv) +
-                                          v.k2 * (s - x) + v.preload,
-                                      v.m1 * sa + v.m2 * xa + c_5 * xv + v.k2 * x + v.preload};
+                const double forces[]{
+                    v.m1 * xa, v.m1 * xa + c_closing_2 * xv + v.k2 * x + v.preload,
+                    v.m1 * xa + c_closing_3 * sv + v.k1 * s + v.preload,
+                    v.m1 * sa + c_closing_4 * sv + v.k1 * s + c_train_4 * (sv - xv) + v.k2 * (s - x) + v.preload,
+                    v.m1 * sa + v.m2 * xa + c_5 * xv + v.k2 * x + v.preload};
                 data(var::Dynamic_Force, i) = forces[model - 1] + (i == 77 ? 12.5 : 0.0);
             }
             EXPECT_NEAR(Departure_of_Force(design).largest, 12.5, 0.02) << model << " " << base;

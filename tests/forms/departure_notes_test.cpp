@@ -142,11 +142,11 @@ TEST_F(Notes_Beside, per_second_its_derivatives_and_what_is_sized_by_them_are_to
     EXPECT_TRUE(Has(Notes_of_Polydyne(design), " mm/sec^2 ("));
     ASSERT_TRUE(Size_Polydyne(design));
     EXPECT_EQ(Notes_of_Polydyne(design).size(), 3U);
-    EXPECT_TRUE(Has(Notes_of_Polydyne(design), "So Phi goes from "));
+    EXPECT_TRUE(Has(Notes_of_Polydyne(design), "With them Phi goes from "));
     EXPECT_TRUE(Has(Notes_of_Polydyne(design), " deg, and the sharpest Rho is "));
     EXPECT_EQ(Departure_Notes(design).size(), 4U);
     design.flags.Sized = false;
-    EXPECT_FALSE(Has(Notes_of_Polydyne(design), "So Phi goes from "));
+    EXPECT_FALSE(Has(Notes_of_Polydyne(design), "With them Phi goes from "));
 }
 
 TEST_F(Notes_Beside, a_row_that_is_right_is_not_named)
