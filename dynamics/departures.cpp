@@ -160,7 +160,7 @@ void Correct_Polydyne_Derivatives(Design_State& design)
 std::optional<Polydyne_Extremes> Find_Polydyne_Extremes(const Design_State& design)
 {
     Design_State other = design;
-    other.flags.Polydyne_Calc = true;
+    Reach(other, Mark::polydyne);
     const std::optional<Cam_Extremes> of_rows = Size(other);
     Correct_Polydyne_Derivatives(other);
     const std::optional<Cam_Extremes> of_mechanics = Size(other);

@@ -29,9 +29,13 @@ const std::string solver_message =
     "spline data with your choice of knot locations.\n"
     "Please review your data and try again.";
 
-double Data(int variable, int point)
+/// Segment 1 of 400 degrees, which no entry gives.
+void Segment_beyond_the_Cycle(int conditions)
 {
-    return design.results.CalcData(variable, point);
+    Segment('S', 100.0, "0", "1", conditions);
+    m().Beta_Deg(1) = 400.0;
+    m().Beta_Rad(1) = 400.0 / Deg_per_Rad;
+    Update_Segment_Angles(design);
 }
 
 double Largest(int variable, int last_point)
@@ -394,7 +398,7 @@ TEST(RefusedSpline, ConditionOnADerivativeThatTheOrderDoesNotHave)
 TEST(RefusedSpline, PointBeyondTheCyclePutsTheFormerPointsBack)
 {
     Fresh_Cycle(1.0);
-    Segment('S', 400.0, "0", "1", 2);
+    Segment_beyond_the_Cycle(2);
     Expect_Refusal({Error_Box(9, "Index out of bounds", "CalcSplines")});
 }
 
@@ -455,7 +459,7 @@ TEST(ForceFunction, OfASplineThatIsRefusedLeavesTheOneBefore)
 {
     for (const bool calculated : {false, true}) {
         Fresh_Cycle(1.0);  // the segment goes on beyond the cycle
-        Segment('S', 400.0, "0", "1", 6);
+        Segment_beyond_the_Cycle(6);
         Rest_at_Both_Ends(2);
         for (int p = 0; p <= m().Max_Data_Points_used; ++p)
             design.results.Ext_Force_Table(p) = design.results.CalcData(var::Ext_Force, p) = 7000.0 + p;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-/// One segment by boundary conditions on a fresh cycle, for the tests of conditions and splines.
+/// One segment by boundary conditions on a fresh cycle, for the tests of conditions, polynomials and splines.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -32,6 +32,11 @@ inline testing::Expected_Box Box(const std::string& text)
 inline Motion_Group& m()
 {
     return design.motion;
+}
+
+inline double Data(int variable, int point)
+{
+    return design.results.CalcData(variable, point);
 }
 
 /// A cycle with arrays for the step, orders of 6 and even knots.
