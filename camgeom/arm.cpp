@@ -52,9 +52,7 @@ struct Axial_Arm {
 
 Axial_Arm Axial_Arm_at(Design_State& design, int i, double prime, double ArmX, double ArmY, double ArmRad)
 {
-    double g0 = FNArcSin(design, ArmY / ArmRad) * Deg_per_Rad;
-    if (ArmX > 0.0)
-        g0 = 180.0 - g0;
+    const double g0 = Axial_Rest_Angle(design, ArmX, ArmY, ArmRad);
     const double arm = design.cam.ArmDirect * design.results.CalcData(var::S, i) + g0;
     const double ar = arm * Rad_per_Deg;
     const double xa = ArmRad * std::cos(ar) + ArmX;
@@ -189,6 +187,12 @@ bool Flat_Osc_Contact(Design_State& design, int i, double ArmX, double ArmY, Fla
     contact.Xc = x;
     contact.Yc = y;
     return true;
+}
+
+double Axial_Rest_Angle(Design_State& design, double ArmX, double ArmY, double ArmRad)
+{
+    const double g0 = FNArcSin(design, ArmY / ArmRad) * Deg_per_Rad;
+    return ArmX > 0.0 ? 180.0 - g0 : g0;
 }
 
 bool Axial_Osc_Phi(Design_State& design, int i, double ArmX, double ArmY, double ArmRad, Axial_Phi& point)

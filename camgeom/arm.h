@@ -73,6 +73,10 @@ struct Flat_Contact {
 };
 bool Flat_Osc_Contact(Design_State& design, int i, double ArmX, double ArmY, Flat_Contact& contact);
 
+/// The angle of an axial cam's arm at zero displacement, degrees: its roller ArmY above the pivot, on the side of the
+/// cam. (88). Math_Error where the arm is shorter.
+double Axial_Rest_Angle(Design_State& design, double ArmX, double ArmY, double ArmRad);
+
 /// Pressure angle of a barrel or linear cam with an arm at point i: pivot ArmX, ArmY, arm ArmRad. (88), (90)
 ///
 /// 1000000 where its divisor is within 1E-9 of zero. Meant: the drum's speed is taken at the roller's radius R_a, 0.5 %

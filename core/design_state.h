@@ -340,6 +340,8 @@ struct Linkage_Group {
     Per_Link<Single> Omega_of_link;
     Per_Link<Single> Alpha_of_link;
     Integer Link_Anim_Step;
+    Integer Link_Broken;         // points of the last calculation where the links did not connect
+    Integer Link_Indeterminate;  // those at a dead centre, without velocities
 };
 
 struct Colour {

@@ -360,6 +360,8 @@ std::vector<Field> Make_Directory()
         Entry("CGx of link", IN(linkage, CGx_of_link), length, "CGx of link  %1"),
         Entry("CGy of link", IN(linkage, CGy_of_link), radians, "CGy of link  %1"),
         Entry("Stiffness of link", IN(linkage, Stiffness_of_link), spring_rate),
+        Entry("Link_Broken", IN(linkage, Link_Broken)),
+        Entry("Link_Indeterminate", IN(linkage, Link_Indeterminate)),
 
         // plot
         Computed(Entry("Var_Name", IN(plot, Var_Name))),
@@ -429,6 +431,8 @@ std::vector<Field> Make_Directory()
         Entry("Link_Theta", IN(results, Link_Theta), degrees),
         Entry("Link_Omega", IN(results, Link_Omega), rad_per_s),
         Entry("Link_Alpha", IN(results, Link_Alpha)),
+        Entry("Link_X", IN(results, Link_X), length),
+        Entry("Link_Y", IN(results, Link_Y), length),
         Entry("Link_Ratio_S", IN(results, Link_Ratio_S)),
         Entry("Link_Ratio_V", IN(results, Link_Ratio_V)),
         Entry("Link_Ratio_A", IN(results, Link_Ratio_A)),

@@ -50,7 +50,7 @@ struct Field_Rule {
     void (*follow)(Design_State& design, const Field_Index& at) = nullptr;
 };
 
-/// The rules of the fields that no room above owns: identity, settings, plots, flags, results, the linkage's setup.
+/// The rules of the fields that no room above owns: identity, settings, plots, flags, results.
 std::span<const Field_Rule> General_Rules();
 
 // ---- checks that many fields share

@@ -2,7 +2,6 @@
 #include <vector>
 
 #include "core/field_rule.h"
-#include "core/linkage_setup.h"
 #include "core/number_format.h"
 #include "core/text.h"
 #include "core/unit_change.h"
@@ -17,11 +16,6 @@ using enum Field_Role;
 std::string Quoted(std::string_view text)
 {
     return "'" + std::string(text) + "'";
-}
-
-void Linkage_Follows(Design_State& design, const Field_Index&)
-{
-    Set_Up_Linkage(design, design.linkage.Links);
 }
 
 constexpr std::string_view number_formats = "USA|Europe";
@@ -53,24 +47,9 @@ Verdict Whole(const Design_State&, const Field_Index&, const Typed_Value& value)
     return Whole_from(Low, High, value);
 }
 
-Verdict Plus_or_Minus(const Design_State&, const Field_Index&, const Typed_Value& value)
-{
-    return Sign(value);
-}
-
 Verdict Above_Zero(const Design_State&, const Field_Index&, const Typed_Value& value)
 {
     return Positive(value, Quoted(value.text) + " is not above 0");
-}
-
-Verdict Not_Below_Zero(const Design_State&, const Field_Index&, const Typed_Value& value)
-{
-    return value.number >= 0.0 ? Verdict{} : Verdict{Quoted(value.text) + " is below 0"};
-}
-
-Verdict Stage_may_be(const Design_State&, const Field_Index&, const Typed_Value& value)
-{
-    return One_of("|W|S", value.text);
 }
 
 Field_Rule Derived(std::string_view field, std::string_view from)
@@ -81,17 +60,6 @@ Field_Rule Derived(std::string_view field, std::string_view from)
 Field_Rule Setting(std::string_view field, std::string_view words, decltype(Field_Rule::may_be) may_be = nullptr)
 {
     return {.field = field, .role = setting, .words = words, .event = {}, .may_be = may_be};
-}
-
-Field_Rule Of_Linkage(std::string_view field, std::string_view words, decltype(Field_Rule::may_be) may_be = nullptr,
-                      decltype(Field_Rule::follow) follow = nullptr)
-{
-    return {.field = field,
-            .role = input,
-            .words = words,
-            .event = Event::linkage_edited,
-            .may_be = may_be,
-            .follow = follow};
 }
 
 std::vector<Field_Rule> Make_Rules()
@@ -150,27 +118,10 @@ std::vector<Field_Rule> Make_Rules()
         rules.push_back(Derived(field, "the file that was read"));
     for (const std::string_view field :
          {"CalcData", "Profile_X", "Profile_Y", "Fft_Work_A", "Fft_Work_B", "Ext_Force_Table", "Arm_Pivot_X",
-          "Arm_Pivot_Y", "Link_Theta", "Link_Omega", "Link_Alpha", "Link_Ratio_S", "Link_Ratio_V", "Link_Ratio_A",
-          "Ode_Time", "Ode_States"})
+          "Arm_Pivot_Y", "Link_Theta", "Link_Omega", "Link_Alpha", "Link_X", "Link_Y", "Link_Ratio_S", "Link_Ratio_V",
+          "Link_Ratio_A", "Ode_Time", "Ode_States"})
         rules.push_back(Derived(field, "the calculation that fills it"));
 
-    // The linkage: each of its fields takes the linkage's results away.
-    rules.insert(rules.end(), {Of_Linkage("Links", "Number of links", Whole<4, 6>, Linkage_Follows),
-                               Of_Linkage("Linkage_Type", "Type of linkage", Whole<0, 3>, Linkage_Follows),
-                               Of_Linkage("Stage_Mode", "Watt or Stephenson", Stage_may_be, Linkage_Follows),
-                               Of_Linkage("Assemflag1", "Assembly of the first stage", Plus_or_Minus),
-                               Of_Linkage("Assemflag2", "Assembly of the second stage", Plus_or_Minus),
-                               Of_Linkage("Drive_End_Effector", "Driven end effector")});
-    for (const std::string_view field :
-         {"Theta1", "Link 1", "Link 2", "Link 3", "Link 4", "Link 4a", "Delta4", "Link 5", "Link 6", "S3x", "S3y",
-          "Delta2", "O4x", "O4y", "O6x", "O6y", "Global_Slider_angle_deg", "Offset6"})
-        rules.push_back(Of_Linkage(field, field));
-    rules.push_back(Derived("Linkage_Kind", "Links and Linkage_Type"));
-    rules.push_back(Of_Linkage("O4D", "Distance O4 to D"));
-    for (const std::string_view field : {"Mass of link", "Inertia of link", "Stiffness of link"})
-        rules.push_back(Of_Linkage(field, field, Not_Below_Zero));
-    for (const std::string_view field : {"CGx of link", "CGy of link"})
-        rules.push_back(Of_Linkage(field, field));
     return rules;
 }
 

@@ -45,6 +45,16 @@ bool Linkage_Drives(const Design_State& design)
     return design.linkage.Drive_End_Effector;
 }
 
+bool Arm_Drives(const Design_State& design)
+{
+    return !Linkage_Drives(design);
+}
+
+bool Arm_Drives_or_Polydyne(const Design_State& design)
+{
+    return Arm_Drives(design) || Polydyne(design);
+}
+
 bool Keeps_Rows(const Design_State& design)
 {
     return design.flags.Example_Loaded || !design.motion.Motion;
@@ -67,6 +77,13 @@ constexpr std::array falls{
     Fall{Event::vibration_edited, Of(vibration, saved), nullptr, "it was calculated with the model before"},
     Fall{Event::compensation_edited, Of(saved), nullptr, "the file does not hold it"},
     Fall{Event::linkage_edited, Of(linkage, saved), nullptr, "its motion is that of the links before"},
+    Fall{Event::linkage_edited, Of(size, forces, stress), Arm_Drives,
+         "the ratios of a linkage that drives are what the size rests on"},
+    Fall{Event::linkage_edited, Of(vibration), Arm_Drives_or_Polydyne, "the forces it starts from rest on the size"},
+    Fall{Event::effector_changed, Of(size, forces, stress, saved), nullptr,
+         "the cam's motion is that of the arm or that of the end effector"},
+    Fall{Event::effector_changed, Of(vibration), Polydyne, "the forces it starts from rest on the size"},
+    Fall{Event::linkage_began, Of(linkage), nullptr, "it is being calculated"},
 
     Fall{Event::status_reset,
          Of(motion, size, forces, vibration, stress, polydyne, compensating_cam, external_force, linkage, file_loaded),

@@ -61,12 +61,14 @@ bool Holds(const Design_State& design, Mark mark);
 
 /// What happens to a design.
 enum class Event : std::uint8_t {
-    edited,                   // an input changed that no result rests on
-    row_edited,               // the segment table, its conditions or knots
-    cam_edited,               // cam or follower
-    forces_edited,            // what the forces are calculated with
-    stress_edited,            // materials and sizes of the contact
-    linkage_edited,           // the links
+    edited,            // an input changed that no result rests on
+    row_edited,        // the segment table, its conditions or knots
+    cam_edited,        // cam or follower
+    forces_edited,     // what the forces are calculated with
+    stress_edited,     // materials and sizes of the contact
+    linkage_edited,    // the links
+    effector_changed,  // the motion is wanted at the other end of the linkage
+    linkage_began,
     vibration_edited,         // the model of the follower train
     compensation_edited,      // the train of the balancing cam
     status_reset,             // the motion is being calculated: no later result holds
@@ -100,7 +102,7 @@ enum class Event : std::uint8_t {
     results_let_go,  // Undo has gone back further than calculated rows are kept
     started,         // the program has come up
 };
-inline constexpr int Event_Count = 38;
+inline constexpr int Event_Count = 40;
 
 /// One row of the table of falls.
 struct Fall {

@@ -60,19 +60,22 @@ double FNArcCos(Design_State& design, double x)
     return 0.0;
 }
 
-double FNArcSin(Design_State& design, double x)
+std::optional<double> Arc_Sine(double x)
 {
     const double d = 1.0 - x * x;
-    if (d < 0.0) {
+    if (!(d >= 0.0))
+        return {};
+    return d == 0.0 ? 0.0 : std::atan(x / std::sqrt(d));  // meant: the ends of the range give 0, not plus or minus pi/2
+}
+
+double FNArcSin(Design_State& design, double x)
+{
+    const std::optional<double> angle = Arc_Sine(x);
+    if (std::isnan(x))
+        Show_Message("Something wrong - cannot take ArcSin of " + Shortest(x));
+    else if (!angle)
         design.flags.Math_Error = true;
-        return 0.0;
-    }
-    if (d == 0.0)
-        return 0.0;  // meant: the ends of the range give 0, not plus or minus pi/2
-    if (d > 0.0)
-        return std::atan(x / std::sqrt(d));
-    Show_Message("Something wrong - cannot take ArcSin of " + Shortest(x));
-    return 0.0;
+    return angle.value_or(0.0);
 }
 
 bool CosineLaw_Side(double a, double b, double C, Single& c)

@@ -6,6 +6,7 @@
 /// design are Singles and round at their store. A Fault passes through to the trap of the caller.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -34,6 +35,8 @@ inline double Arc_Cos(Design_State& design, double x)
 /// At x = 1 and x = -1 the answer is 0, on purpose not plus or minus pi/2. Otherwise as FNArcCos.
 /// Source: docs/theory.md, (1).
 double FNArcSin(Design_State& design, double x);
+/// The same without a design; none out of the domain.
+std::optional<double> Arc_Sine(double x);
 
 /// Third side c of a triangle from the sides a and b, one length unit, and their included angle C, radians.
 ///

@@ -108,7 +108,7 @@ void Convert_Design(Design_State& design, int to)
     for (Single* length : {&c.Prime_Rad, &c.Offset, &c.Follow_Rad, &c.Cutter_Radius, &c.ArmX, &c.ArmY, &c.ArmRad})
         Convert(*length, f.length, id.Decimals_1);
     for (Single* length : {&k.Link_2, &k.Link_3, &k.Link_4, &k.Link_1, &k.Link_4a, &k.Link_5, &k.Link_6, &k.O4x, &k.O4y,
-                           &k.O6x, &k.O6y, &k.Offset6})
+                           &k.O6x, &k.O6y, &k.Offset6, &k.S3x, &k.S3y})
         Convert(*length, f.length, id.Decimals_1);
     Convert(d.Mass, f.mass, id.Decimals_4);
     Convert(d.Return_Spring_Rate, f.spring_rate, id.Decimals_6);
@@ -135,6 +135,7 @@ void Convert_Design(Design_State& design, int to)
     for (const auto forces : {design.results.Ext_Force_Table.Points(), design.results.CalcData.Points(var::Ext_Force)})
         for (Single& force : forces)
             force *= f.force;
+    k.O4D = k.Link_4a;
     Set_Up_Linkage(design, k.Links);
     Set_Omega_Powers(design);
     if (c.Translating)

@@ -244,4 +244,18 @@ Roller_Sizes Usual_Roller(const Design_State& design)
     return sizes[Place_of_Units(design.identity.WhichUnit)];
 }
 
+double Length_Divisor(const Design_State& design)
+{
+    constexpr int centimetre = 4;
+    constexpr int millimetre = 5;
+    switch (design.identity.WhichUnit) {
+    case centimetre:
+        return 100.0;
+    case millimetre:
+        return 1000.0;
+    default:
+        return 1.0;
+    }
+}
+
 }  // namespace lobemax

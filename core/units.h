@@ -76,4 +76,7 @@ struct Roller_Sizes {
 };
 Roller_Sizes Usual_Roller(const Design_State& design);
 
+/// What a length of the design is divided by to be one of the forces' formulas: metres in all metric systems.
+double Length_Divisor(const Design_State& design);
+
 }  // namespace lobemax

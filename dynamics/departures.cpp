@@ -8,6 +8,7 @@
 #include "camgeom/sizing.h"
 #include "core/design_state.h"
 #include "core/ladder.h"
+#include "core/units.h"
 #include "dynamics/kinetostatics.h"
 #include "dynamics/vibration.h"
 

@@ -279,20 +279,6 @@ Torque_Pulses Torque_Areas(Design_State& design)
 
 }  // namespace
 
-double Length_Divisor(const Design_State& design)
-{
-    constexpr int centimetre = 4;
-    constexpr int millimetre = 5;
-    switch (design.identity.WhichUnit) {
-    case centimetre:
-        return 100.0;
-    case millimetre:
-        return 1000.0;
-    default:
-        return 1.0;
-    }
-}
-
 double Per_Second(const Design_State& design, int order)
 {
     const double omega = design.motion.Shaft_speed;

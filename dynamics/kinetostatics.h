@@ -39,9 +39,6 @@ struct Dynamics_Figures {
     Torque_Pulses pulses;
 };
 
-/// What a length of the design is divided by to be one of the forces' formulas: metres in all metric systems.
-double Length_Divisor(const Design_State& design);
-
 /// What a velocity (order 1) or acceleration (order 2) of a motion row is multiplied with to be one of time. In the
 /// degrees base both carry one factor of 180 over pi, as their rows do: docs/theory.md, (41).
 double Per_Second(const Design_State& design, int order);

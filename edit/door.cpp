@@ -11,6 +11,7 @@
 #include "core/text.h"
 #include "dynamics/train_rules.h"
 #include "dynamics/vibration_rules.h"
+#include "linkage/linkage_rules.h"
 #include "motion/motion_rules.h"
 #include "motion/polynomial.h"
 
@@ -103,7 +104,8 @@ const Field_Rule& Rule_of(const Field& field)
 {
     static const std::unordered_map<std::string_view, const Field_Rule*> by_name = [] {
         std::unordered_map<std::string_view, const Field_Rule*> map;
-        for (const auto rules : {General_Rules(), Motion_Rules(), Cam_Rules(), Train_Rules(), Vibration_Rules()})
+        for (const auto rules :
+             {General_Rules(), Motion_Rules(), Cam_Rules(), Train_Rules(), Vibration_Rules(), Linkage_Rules()})
             for (const Field_Rule& rule : rules)
                 map.emplace(rule.field, &rule);
         return map;

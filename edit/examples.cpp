@@ -90,6 +90,56 @@ Example Make_Example(std::string_view name)
             true};
 }
 
+/// What hangs on the arm of a linkage example. Its pivots, in inches, stand in the machine of the oscillating example.
+struct Linkage_of_Example {
+    std::string_view name;
+    int type;
+    double link_3;
+};
+
+constexpr std::array linkages{Linkage_of_Example{"4-bar Linkage", 0, 7.5}, Linkage_of_Example{"6-bar Linkage", 1, 7.5},
+                              Linkage_of_Example{"4-bar Slider", 2, 8}, Linkage_of_Example{"6-bar Slider", 3, 7.5}};
+
+const Linkage_of_Example* Linkage_of(std::string_view name)
+{
+    const auto* const found = std::ranges::find(linkages, name, &Linkage_of_Example::name);
+    return found == linkages.end() ? nullptr : &*found;
+}
+
+void Put_Linkage(Design_State& design, const Linkage_of_Example& linkage)
+{
+    Put(design, "Linkage_Type", linkage.type);
+    const auto length = [&](std::string_view field, double inches) { Put(design, field, Shop_Length(design, inches)); };
+    const bool slider = linkage.type > 1;
+    const bool six = linkage.type % 2 == 1;
+    length("O4x", 11);
+    length("O4y", 2.5);
+    length("Link 2", 4);
+    length("Link 3", linkage.link_3);
+    length("Link 4", 5);
+    length("Link 4a", 5);
+    Put(design, "Delta2", 90);
+    Put(design, "Delta4", 0);
+    Put(design, "Assemflag1", -1);
+    Put(design, "Assemflag2", -1);
+    if (six && !slider) {
+        length("O6x", 18);
+        length("O6y", 2.5);
+        length("Link 5", 7.5);
+        length("Link 6", 4);
+    }
+    if (six && slider) {
+        length("Link 5", 8);
+        length("Offset6", -4.5);
+    }
+    if (!six && slider) {
+        length("S3x", 14);
+        length("S3y", 6.5);
+    }
+    if (slider)
+        Put(design, "Global_Slider_angle_deg", 180);
+}
+
 /// A number as the user would type it in the number format in force.
 std::string Typed(const Design_State& design, double value)
 {
@@ -140,6 +190,8 @@ bool Load_Example(Design_State& design, std::string_view name)
         Put(design, "ArmRad", Shop_Length(design, 4.0));
         Put(design, "ArmDirect", -1);
     }
+    if (const Linkage_of_Example* const linkage = Linkage_of(example.name))
+        Put_Linkage(design, *linkage);
     Fill_Table(design, example);
     Reach(design, Mark::example_loaded);
     return true;

@@ -17,6 +17,8 @@
 #include "dynamics/train_rules.h"
 #include "dynamics/vibration_rules.h"
 #include "edit/door.h"
+#include "linkage/linkage_kinematics.h"
+#include "linkage/linkage_rules.h"
 #include "motion/continuity.h"
 #include "motion/segments.h"
 
@@ -106,6 +108,9 @@ bool Run_Size_Curves(Design_State& design, bool arm_meets)
         return false;
     Flags_Group& f = design.flags;
     const int type = design.cam.Followtype;
+    // The arm moves by the displacement over the ratios of the linkage as it is now.
+    if (arm_meets && design.linkage.Drive_End_Effector && !design.cam.Translating && !Run_Linkage(design))
+        return false;
     f.Calc_Error = !arm_meets;
     f.Math_Error = false;
     if (!f.Calc_Error)
@@ -147,6 +152,70 @@ bool Run_Size(Design_State& design)
     if (meets && radial)
         Tell(Query(design, "Offset", c.Offset));
     return Run_Size_Curves(design, meets);
+}
+
+bool Run_Linkage(Design_State& design)
+{
+    if (const Verdict verdict = Linkage_may_be(design); !verdict) {
+        Show_Refusal(verdict);
+        return false;
+    }
+    if (Refuse_Other_Units(design))
+        return false;
+    Flags_Group& f = design.flags;
+    f.Calc_Abort = false;
+    Integer answer;
+    const bool reached = Calc_Linkage_All(design, answer);
+    f.Calc_Abort = false;
+    const Linkage_Group& k = design.linkage;
+    if (reached && k.Link_Broken > 0)
+        Show_Message("The links do not connect at " + std::to_string(k.Link_Broken) + " of " +
+                         std::to_string(design.motion.Max_Data_Points_used + 1) +
+                         " points.\nThey keep their last position there, at rest.",
+                     Buttons::OK, Symbol::exclamation);
+    Refresh_Screens();
+    return reached;
+}
+
+bool Has_Linkage(const Design_State& design)
+{
+    return !design.cam.Translating && Missing_Length(design).empty();
+}
+
+void Work_Out_Linkage(Design_State& design)
+{
+    const Flags_Group& f = design.flags;
+    if (Has_Linkage(design) && f.Calculated && !f.Linkage_Calc && !Results_in_Other_Units(design))
+        Run_Linkage(design);
+}
+
+std::optional<Link_Effect> Run_Link_Masses(Design_State& design, Speed_Choice choice)
+{
+    if (!design.flags.Linkage_Calc) {
+        Show_Message("Calculate the linkage first.", Buttons::OK, Symbol::exclamation);
+        return {};
+    }
+    std::optional<Link_Effect> effect;
+    Trap("Link_Mass", [&] {
+        const std::optional<Effective_Mass> mass = Link_Mass(design, choice);
+        if (!mass)
+            return;
+        const int model = design.dynamics.Model_Type;
+        const bool two_masses = model == 4 || model == 5;
+        const double first = two_masses ? mass->at_follower : mass->Total();
+        const std::optional<double> stiffness = Link_Stiffness(design, choice);
+        for (const Verdict& verdict :
+             {Put(design, "Mass_m", At(1), first), Put(design, "Mass_m", At(2), mass->at_effector),
+              Put(design, "Mass", first),
+              stiffness ? Put(design, "Kspring", At(model == 3 || model == 4 ? 2 : 1), *stiffness) : Verdict{}})
+            if (!verdict) {
+                Show_Refusal(verdict);
+                return;
+            }
+        effect = Link_Effect{*mass, stiffness};
+    });
+    Refresh_Screens();
+    return effect;
 }
 
 bool Run_Forces(Design_State& design)

@@ -5,11 +5,13 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 
 #include "core/design_state.h"
 #include "dynamics/torque_compensation.h"
 #include "dynamics/vibration.h"
+#include "linkage/linkage_masses.h"
 
 namespace lobemax {
 
@@ -95,6 +97,30 @@ bool Run_Compensation(Design_State& design, const Compensation_Run& run, Compens
 /// own, what rests on a motion falls. The segment table stays that of the primary.
 /// @return false after a fault; the design is then as it was
 bool Take_Compensation(Design_State& design, const Compensation& result);
+
+/// The linkage by the stored fields: every link over the cycle, and the ratios of the driven end effector. Tells where
+/// the links do not connect.
+/// @return whether Linkage_Calc was reached
+bool Run_Linkage(Design_State& design);
+
+/// Whether the design has a linkage: an oscillating follower, and links of positive length.
+bool Has_Linkage(const Design_State& design);
+
+/// No file holds a linkage's results: where a design has a linkage, a motion and no results yet, they are worked out.
+/// Points that do not connect are told of; what is missing is not.
+void Work_Out_Linkage(Design_State& design);
+
+/// What a linkage is worth at the follower.
+struct Link_Effect {
+    Effective_Mass mass;
+    std::optional<double> stiffness;  // none, after a message, where a link has none
+};
+
+/// Effective mass and stiffness of the linkage into the model of the follower train and the follower's mass. A one-mass
+/// model has the whole mass as its first, a two-mass model what moves with the follower and what does not; the
+/// stiffness is that of the train's spring of the model picked.
+/// @return none after a message: no linkage was calculated, or its links do not move
+std::optional<Link_Effect> Run_Link_Masses(Design_State& design, Speed_Choice choice);
 
 /// How far a design has got: the rungs that stand, in the ladder's order.
 struct Standing {

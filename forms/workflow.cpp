@@ -5,6 +5,7 @@
 #include "core/ladder.h"
 #include "core/messages.h"
 #include "core/units.h"
+#include "linkage/linkage_rules.h"
 
 namespace lobemax {
 
@@ -112,13 +113,10 @@ bool May_Open_Rung(const Design_State& design, Home_Button button)
 
 bool May_Open_Linkage(const Design_State& design)
 {
-    if (!design.cam.Translating)
-        return true;
-    Show_Message(
-        " Your cam currently has a translating follower.\n"
-        " This feature requires an oscillating follower. ",
-        Buttons::OK, Symbol::exclamation);
-    return false;
+    const Verdict verdict = Linkage_may_be(design);
+    if (!verdict)
+        Show_Refusal(verdict);
+    return static_cast<bool>(verdict);
 }
 
 bool May_Open_Vibration(const Design_State& design)

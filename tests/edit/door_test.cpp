@@ -13,6 +13,7 @@
 #include "core/text.h"
 #include "dynamics/train_rules.h"
 #include "dynamics/vibration_rules.h"
+#include "linkage/linkage_rules.h"
 #include "motion/motion_programs.h"
 #include "motion/motion_rules.h"
 #include "motion/segments.h"
@@ -471,7 +472,8 @@ TEST_F(Setting, every_field_has_a_rule_of_its_own)
 {
     std::set<std::string_view> ruled;
     int inputs = 0;
-    for (const auto rules : {General_Rules(), Motion_Rules(), Cam_Rules(), Train_Rules(), Vibration_Rules()})
+    for (const auto rules :
+         {General_Rules(), Motion_Rules(), Cam_Rules(), Train_Rules(), Vibration_Rules(), Linkage_Rules()})
         for (const Field_Rule& rule : rules) {
             EXPECT_NE(Find_Field(rule.field), nullptr) << rule.field;
             EXPECT_TRUE(ruled.insert(rule.field).second) << rule.field << " has two rules";

@@ -175,6 +175,37 @@ void Work_Through(Design_State& design, const Host_of_Fuzz& host)
             return Run_Stress(design, refused);
         });
     Require_Finite_Rows(design);
+    if (f.Dynamicflag) {
+        // Each run ends by its limit of steps; the limit of the design would take a second.
+        design.dynamics.Ode_Max_Steps = std::min(Long{design.dynamics.Ode_Max_Steps}, Long{500});
+        Do(host, "vibration", [&] { return Run_Vibration(design, {}); });
+        Require_Finite_Rows(design);
+        if (f.Modelflag && Do(host, "polydyne", [&] { return Run_Polydyne(design, {}); })) {
+            Require_Finite_Rows(design);
+            Do(host, "polydyne size", [&] { return Size_Polydyne(design); });
+        }
+        Require_Finite_Rows(design);
+    }
+    if (f.Calculated) {
+        Compensation_Run run;
+        run.max_steps = 20000;
+        Compensation balancing;
+        if (Do(host, "compensation", [&] { return Run_Compensation(design, run, balancing); })) {
+            const auto balanced = std::make_unique<Design_State>(design);
+            Do(host, "balancing cam", [&] { return Take_Compensation(*balanced, balancing); });
+            Require_Finite_Rows(*balanced);
+        }
+        Require_Finite_Rows(design);
+    }
+    if (Has_Linkage(design) && f.Calculated && Do(host, "linkage", [&] { return Run_Linkage(design); })) {
+        for (const Table<Single>* const table :
+             {&design.results.Link_Theta, &design.results.Link_Omega, &design.results.Link_Alpha,
+              &design.results.Link_X, &design.results.Link_Y})
+            for (int row = 0; row <= table->Last_Row(); ++row)
+                for (const Single value : table->Points(row))
+                    Require(std::isfinite(value.Bits()), "the linkage is finite");
+        Do(host, "link masses", [&] { return Run_Link_Masses(design, Speed_Choice::peak).has_value(); });
+    }
     constexpr int longest_transform = 360;
     if (f.Calculated && design.motion.Max_Data_Points_used <= longest_transform)
         Do(host, "transform", [&] { return Do_DFT(design, var::V, 0.0, int{design.motion.Max_Data_Points_used}, 15); });
@@ -198,9 +229,17 @@ void Require_Same_Model_Back(Design_State& design, const std::string& format)
     const bool of_another_format = Adopt_Texts(*std::make_unique<Design_State>(design));
     if (design.motion.No_of_segments == Max_Segments || of_another_format)
         return;
-    Text_Sink first, second;
+    Text_Sink lumped, first, second;
     try {
-        Write_Model(design, first, format);
+        const auto follows = std::make_unique<Design_State>(design);
+        if (design.flags.Modelflag) {
+            // Behind a vibration the reader takes the follower's mass, spring and damping from its model: meant. What
+            // was read once has them.
+            Write_Model(*follows, lumped, format);
+            Text_Source source(lumped.Text());
+            Require(ReadFile(*follows, source), "what is written is read");
+        }
+        Write_Model(*follows, first, format);
         const auto back = std::make_unique<Design_State>(Started_Design());
         back->identity.Number_Format = design.identity.Number_Format;  // of the user, not of the file
         Text_Source source(first.Text());
