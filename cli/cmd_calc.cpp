@@ -14,6 +14,7 @@
 #include "edit/door.h"
 #include "edit/rungs.h"
 #include "forms/compcam_form.h"
+#include "forms/departure_notes.h"
 #include "forms/workflow.h"
 #include "motion/continuity.h"
 #include "motion/segments.h"
@@ -118,6 +119,13 @@ bool Calculate_Stress(Session& session, const Options& options)
     return Run_Stress(design, refused) && design.flags.Stressflag;
 }
 
+/// What mechanics has beside the figures of a level.
+void Say_Notes(const Session& session, const std::string& level)
+{
+    for (const std::string& note : Departure_Notes(session.design))
+        session.Say(level + ": " + note);
+}
+
 bool Calculate_Vibration(Session& session, const Options& options)
 {
     Design_State& design = session.design;
@@ -125,7 +133,10 @@ bool Calculate_Vibration(Session& session, const Options& options)
         session.Say("vibration: the forces are not calculated");
         return false;
     }
-    return May_Open_Vibration(design) && Run_Vibration(design, options.run);
+    if (!May_Open_Vibration(design) || !Run_Vibration(design, options.run))
+        return false;
+    Say_Notes(session, "vibration");
+    return true;
 }
 
 bool Calculate_Polydyne(Session& session, const Options& options)
@@ -135,7 +146,10 @@ bool Calculate_Polydyne(Session& session, const Options& options)
         session.Say("polydyne: the vibration is not calculated");
         return false;
     }
-    return Run_Polydyne(design, options.run) && Size_Polydyne(design);
+    if (!Run_Polydyne(design, options.run) || !Size_Polydyne(design))
+        return false;
+    Say_Notes(session, "polydyne");
+    return true;
 }
 
 /// The balancing cam in the place of the primary: its motion, to be sized by another run.

@@ -5,7 +5,9 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <ostream>
+#include <string>
 #include <unordered_set>
+#include <vector>
 
 #include "cli/commands.h"
 #include "cli/session.h"
@@ -13,6 +15,7 @@
 #include "core/field_directory.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "forms/departure_notes.h"
 
 namespace lobemax::cli {
 
@@ -145,6 +148,8 @@ std::string Summary(Design_State& design)
         text += std::string(name) + " = " + On_One_Line(Field_Value(design, field, {})) + (unit.empty() ? "" : " ") +
                 unit + "\n";
     }
+    for (const std::string& note : Departure_Notes(design))
+        text += "Note: " + note + "\n";
     return text;
 }
 
@@ -163,6 +168,8 @@ nlohmann::ordered_json Json_Summary(Design_State& design)
     for (const char* name : summary_fields)
         if (Shown_in_Summary(design, name))
             summary[name] = Json_Value(design, *Find_Field(name), {});
+    if (const std::vector<std::string> notes = Departure_Notes(design); !notes.empty())
+        summary["Notes"] = notes;
     return summary;
 }
 

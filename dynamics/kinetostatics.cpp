@@ -279,6 +279,20 @@ Torque_Pulses Torque_Areas(Design_State& design)
 
 }  // namespace
 
+double Per_Second(const Design_State& design, int order)
+{
+    const double omega = design.motion.Shaft_speed;
+    const double power = order == 1 ? omega : omega * omega;
+    switch (design.motion.Time_Base) {
+    case 2:
+        return 180 / PI * power;
+    case 3:
+        return power;
+    default:
+        return 1.0;
+    }
+}
+
 Dynamics_Figures Present_Figures(Design_State& design)
 {
     Dynamics_Figures figures;

@@ -39,6 +39,10 @@ struct Dynamics_Figures {
     Torque_Pulses pulses;
 };
 
+/// What a velocity (order 1) or acceleration (order 2) of a motion row is multiplied with to be one of time. In the
+/// degrees base both carry one factor of 180 over pi, as their rows do: docs/theory.md, (41).
+double Per_Second(const Design_State& design, int order);
+
 /// The figures of what stands in the rows, under its trap; a fault leaves the rest of them 0.
 Dynamics_Figures Present_Figures(Design_State& design);
 

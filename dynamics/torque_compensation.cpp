@@ -20,7 +20,6 @@ namespace lobemax {
 namespace {
 
 constexpr int per_second = 1;
-constexpr int per_degree = 2;
 constexpr double whole_turn = 360.0;
 constexpr double share_of_dwell = 1e-6;           // of the peak torque: less is none
 constexpr double share_of_velocity_limit = 1e-6;  // of the primary's peak velocity
@@ -33,21 +32,6 @@ double Length_of_Position(const Design_State& design)
 {
     const double length = design.cam.Translating ? 1.0 : Rad_per_Deg * design.cam.ArmRad;
     return design.motion.Time_Base == per_second ? length / Length_Divisor(design) : length;
-}
-
-/// Factor from a stored derivative of an order, 1 or 2, to its value per second: docs/theory.md, (40) to (42).
-double Per_Second(const Design_State& design, int order)
-{
-    const double omega = design.motion.Shaft_speed;
-    const double power = order == 1 ? omega : omega * omega;
-    switch (design.motion.Time_Base) {
-    case per_second:
-        return 1.0;
-    case per_degree:
-        return 180.0 / PI * power;
-    default:
-        return power;
-    }
 }
 
 bool Refuse(const std::string& why)

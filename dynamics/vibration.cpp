@@ -40,22 +40,6 @@ double Degrees_per_Second(const Design_State& design)
     return design.motion.Shaft_speed * Deg_per_Rad;
 }
 
-/// What a velocity (order 1) or acceleration (order 2) of a motion row is multiplied with to be one of time. In the
-/// degrees base both carry one factor of 180 over pi, as their rows do: docs/theory.md, (41).
-double Per_Second(const Design_State& design, int order)
-{
-    const double omega = design.motion.Shaft_speed;
-    const double power = order == 1 ? omega : omega * omega;
-    switch (design.motion.Time_Base) {
-    case 2:
-        return 180 / PI * power;
-    case 3:
-        return power;
-    default:
-        return 1.0;
-    }
-}
-
 /// The end of the trajectory, counted from 1.
 /// @throws Fault{9} when the arrays are shorter than the count says
 int Stored(const Design_State& design)
@@ -184,14 +168,17 @@ double Shortest_Motion(const Design_State& design)
     return shortest / m.Shaft_speed;
 }
 
+void Find_Model_Figures(Design_State& design)
+{
+    Find_Model_Frequencies(design);
+    Find_Model_Damping(design);
+    Find_Freq_Ratio(design);
+    design.dynamics.Gamma_Ratio = Shortest_Motion(design) * Natural_Hertz(design);
+}
+
 bool Model_Setup(Design_State& design)
 {
-    return Trap("Model_Setup", [&] {
-        Find_Model_Frequencies(design);
-        Find_Model_Damping(design);
-        Find_Freq_Ratio(design);
-        design.dynamics.Gamma_Ratio = Shortest_Motion(design) * Natural_Hertz(design);
-    });
+    return Trap("Model_Setup", [&] { Find_Model_Figures(design); });
 }
 
 Vibration_Model::Vibration_Model(const Design_State& design)
@@ -483,15 +470,7 @@ void Model_Force(Design_State& design)
     design.dynamics.Force_Dyn_Min = extremes.smallest;
 }
 
-namespace {
-
-/// The two coefficients of the polydyne displacement c0 S + c1 A.
-struct Polydyne_Terms {
-    double c0 = 0.0;
-    double c1 = 0.0;
-};
-
-Polydyne_Terms Terms_of(const Design_State& design)
+Polydyne_Terms Polydyne_Terms_of(const Design_State& design)
 {
     const Dynamics_Group& d = design.dynamics;
     const double f = design.motion.Shaft_speed / PI2;
@@ -514,13 +493,7 @@ Polydyne_Terms Terms_of(const Design_State& design)
     }
 }
 
-/// What the derivatives of the motion rows are multiplied with to be per radian, and the polydyne ones to be stored.
-struct Polydyne_Scales {
-    double V, A, J, P;
-    double V_back, A_back;
-};
-
-Polydyne_Scales Scales_of(const Design_State& design)
+Polydyne_Scales Polydyne_Scales_of(const Design_State& design)
 {
     const double omega = design.motion.Shaft_speed;
     const double w = 1 / omega;
@@ -536,8 +509,6 @@ Polydyne_Scales Scales_of(const Design_State& design)
     }
 }
 
-}  // namespace
-
 bool Calc_Polydyne(Design_State& design)
 {
     return Trap("Calc_Polydyne", [&] {
@@ -546,8 +517,8 @@ bool Calc_Polydyne(Design_State& design)
         Table<Single>& data = design.results.CalcData;
         const int last = design.motion.Max_Data_Points_used;
         Checked_Place(last, 0, std::min(Max_Points, data.Last_Point()));
-        const Polydyne_Terms terms = Terms_of(design);
-        const Polydyne_Scales scale = Scales_of(design);
+        const Polydyne_Terms terms = Polydyne_Terms_of(design);
+        const Polydyne_Scales scale = Polydyne_Scales_of(design);
         for (int i = 0; i <= last; ++i) {
             const double A = data(var::A, i) * scale.A;
             data(var::Polydyne_S, i) = A * terms.c1 + data(var::S, i) * terms.c0;

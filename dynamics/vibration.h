@@ -45,6 +45,9 @@ double Cam_Period(const Design_State& design);
 /// @return false after a fault, as for a mass of zero
 bool Model_Setup(Design_State& design);
 
+/// The same without a trap. @throws Fault{5}, Fault{11}
+void Find_Model_Figures(Design_State& design);
+
 /// Natural frequency, hertz, that the periods are compared with: the second of the model, the first of model 2.
 double Natural_Hertz(const Design_State& design);
 
@@ -135,6 +138,21 @@ bool Model_Results(Design_State& design);
 /// and meant: mechanics has rows 22 to 24. (151) to (156).
 /// @throws Fault{9} when the table or the trajectory is too short
 void Model_Force(Design_State& design);
+
+/// The two coefficients of the polydyne displacement c0 S + c1 A, A per radian. (160).
+struct Polydyne_Terms {
+    double c0 = 0.0;
+    double c1 = 0.0;
+};
+/// @throws Fault{11} without a spring
+Polydyne_Terms Polydyne_Terms_of(const Design_State& design);
+
+/// What the derivatives of the motion rows are multiplied with to be per radian, and the polydyne ones to be stored.
+struct Polydyne_Scales {
+    double V, A, J, P;
+    double V_back, A_back;
+};
+Polydyne_Scales Polydyne_Scales_of(const Design_State& design);
 
 /// Polydyne displacement, velocity and acceleration, rows 22 to 24, and row 29 from it; Polydyne_Max and _Min. Under
 /// its trap.

@@ -153,6 +153,7 @@ constexpr std::array read_outs{
 
 constexpr std::array controls{
     Form_Control{"frm_CompCam", "Torque Compensation"},
+    Form_Control{"lbl_Notes", "", "What the units do not say"},
     Form_Control{"pgs_step", "", "Share of the cycle that is calculated"},
     Form_Control{"Lbl_Step", "", "Motion of the compensating follower at work"},
     Form_Control{"ListView1", "", "Motion, torques and force of each point"},
@@ -174,12 +175,7 @@ constexpr std::array controls{
 /// Six figures: what the eye compares.
 std::string Six_Figures(const Design_State& design, double value)
 {
-    if (value == 0.0)
-        return "0";
-    constexpr int figures = 6;
-    const int decimals = figures - 1 - static_cast<int>(std::floor(std::log10(std::abs(value))));
-    const double rounded = FNRound(std::abs(value), decimals);
-    return In_Number_Format(design, Shortest(Single(value < 0.0 ? -rounded : rounded)));
+    return In_Figures(design, value, 6);
 }
 
 /// A column of the lists: its head, its unit, its values as shown.
@@ -374,6 +370,15 @@ Compcam_Texts Texts_of_Compcam(const Design_State& design, const Compensation& r
 double Percent_Shown(const Compensation& result)
 {
     return std::floor(result.percent * 10.0) / 10.0;
+}
+
+std::string Note_of_Compcam(const Design_State& design)
+{
+    const double divisor = Length_Divisor(design);
+    if (divisor == 1.0 || design.motion.Time_Base != 1)  // another base is told of by the calculation
+        return {};
+    return "The torques are in N-m, lengths being brought to metres: in " + Unit_Word(design, Form_Unit::torque) +
+           " they are " + Shortest(divisor) + " times as many.";
 }
 
 std::string Step_Text(const Comp_Progress& progress)

@@ -91,6 +91,7 @@ constexpr std::array controls{
         "chk_Polydyne", "Make Polydyne Cam",
         "Choose the time base of radians first: per second its velocity, pressure angle, curvature and surface "
         "are not those of its displacement"},
+    Form_Control{"lbl_Notes", "", "What mechanics has beside these figures"},
     Form_Control{"cmd_Stop", "St&op", "Ends the integration, as Cancel in its questions does"},
     Form_Control{"cmd_Cancel", "< &Back"},
     Form_Control{"cmd_Help", "&Help"},
@@ -202,7 +203,7 @@ bool New_in_Inches(const Design_State& design)
 std::string Twice_the_Period(const Design_State& design)
 {
     std::string text;
-    Trap("Twice_the_Period", [&] { text = In_Number_Format(design, Shortest(FNRound(2 * Cam_Period(design), 3))); });
+    Trap("Twice_the_Period", [&] { text = Format_Picture(design, 2 * Cam_Period(design), "0.000"); });
     return text;
 }
 

@@ -8,40 +8,44 @@ namespace lobemax {
 
 namespace {
 
-// A world with the camshaft at the bottom and the axis of the train in its middle.
-constexpr double width = 12.0;
+// A world with the camshaft at the bottom, and the train left of the middle where a closing spring stands beside it.
+constexpr double width = 14.2;
 constexpr double height = 18.4;
 constexpr double axis = 4.6;       // of the train
-constexpr double side = 9.4;       // of a closure spring that stands at the cam's end
+constexpr double side = 10.9;      // of a closure spring that stands at the cam's end
 constexpr double apart = 0.9;      // of a spring and a damper from the axis between them
+constexpr double beside = 2.3;     // of their symbols from that axis: what a small picture's letters need
 constexpr double half_mass = 2.0;  // half the width of a mass
 constexpr double tall_mass = 1.8;
 
-/// A surface whose heights grow upward.
+/// A surface whose heights grow upward, with its drawing moved sideways.
 class Sheet {
 public:
-    explicit Sheet(Surface& surface) : surface_(surface)
+    Sheet(Surface& surface, double aside) : surface_(surface), aside_(aside)
     {
         surface_.Scale(0.0, 0.0, width, height);
         surface_.Clear();
     }
-    void PSet(double x, double y, Ink ink) { surface_.PSet(x, height - y, ink); }
-    void Line_to(double x, double y, Ink ink) { surface_.Line_to(x, height - y, ink); }
+    void PSet(double x, double y, Ink ink) { surface_.PSet(x + aside_, height - y, ink); }
+    void Line_to(double x, double y, Ink ink) { surface_.Line_to(x + aside_, height - y, ink); }
     void Line(double x1, double y1, double x2, double y2, Ink ink)
     {
-        surface_.Line(x1, height - y1, x2, height - y2, ink);
+        surface_.Line(x1 + aside_, height - y1, x2 + aside_, height - y2, ink);
     }
-    void Circle(double x, double y, double radius, Ink ink) { surface_.Circle(x, height - y, radius, ink); }
+    void Circle(double x, double y, double radius, Ink ink) { surface_.Circle(x + aside_, height - y, radius, ink); }
     void Box(double left, double bottom, double right, double top, Ink ink)
     {
+        const double low = height - bottom;
+        const double high = height - top;
         const std::array<World_Point, 4> corners{
-            {{left, height - bottom}, {right, height - bottom}, {right, height - top}, {left, height - top}}};
+            {{left + aside_, low}, {right + aside_, low}, {right + aside_, high}, {left + aside_, high}}};
         surface_.Outline(corners, ink);
     }
-    void Label(double x, double y, const std::string& text) { surface_.Label(x, height - y, text, Ink::axis); }
+    void Label(double x, double y, const std::string& text) { surface_.Label(x + aside_, height - y, text, Ink::axis); }
 
 private:
     Surface& surface_;
+    double aside_;
 };
 
 /// Zigzag between two heights, with straight ends.
@@ -87,8 +91,8 @@ void Coupling(Sheet& s, double x, double low, double high, const std::string& nu
     s.Line(x - apart, high, x + apart, high, Ink::follower);
     Spring(s, x - apart, low, high);
     Damper(s, x + apart, low, high);
-    s.Label(x - apart - 1.0, middle, "k" + number);
-    s.Label(x + apart + 1.0, middle, "c" + number);
+    s.Label(x - beside, middle, "k" + number);
+    s.Label(x + beside, middle, "c" + number);
 }
 
 void Mass(Sheet& s, double bottom, const std::string& symbol)
@@ -148,7 +152,7 @@ void Draw_Model(Surface& surface, int Model_Type)
     const bool at_cam = Model_Type == 3 || Model_Type == 4;  // where the closure spring stands
     const std::string train = at_cam ? "2" : "1";
     const std::string closure = at_cam ? "1" : "2";
-    Sheet sheet(surface);
+    Sheet sheet(surface, at_cam ? 0.0 : width / 2.0 - axis);  // a train alone stands in the middle
     const double pin = Cam_and_Roller(sheet, form_closed);
 
     // What rides on the roller: the first mass, or a link without mass.

@@ -6,21 +6,111 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QWidget>
+#include <algorithm>
 
 #include "core/messages.h"
 
 namespace lobemax::paint {
 
-void Paint_Form(QWidget& form, QPagedPaintDevice& page)
+namespace {
+
+void Paint_Whole(QWidget& form, QPainter& painter, const QRectF& area)
 {
-    QPainter painter(&page);
-    const QRectF area(0, 0, page.width(), page.height());
+    painter.save();
     const double scale = std::min(area.width() / form.width(), area.height() / form.height());
     painter.scale(scale, scale);
     form.render(&painter);
+    painter.restore();
 }
 
-void Print_Form(QWidget& form)
+/// Lists below each other, their heads again at the top of each page.
+class List_Painter {
+public:
+    List_Painter(QPainter& painter, QPagedPaintDevice& page)
+        : painter_(painter), page_(page), area_(0, 0, page.width(), page.height())
+    {
+        constexpr int points = 8;
+        plain_ = QFont(painter.font());
+        plain_.setPointSize(points);
+        bold_ = plain_;
+        bold_.setBold(true);
+        painter_.setFont(plain_);
+        line_ = painter_.fontMetrics().height() * 1.15;
+    }
+    void Paint(const Printed_List& list)
+    {
+        constexpr int least_rows = 4;  // with less room a list begins on a page of its own
+        if (pages_ == 0 || !Fits(least_rows))
+            Turn();
+        else
+            y_ += line_;
+        Head(list);
+        for (const QStringList& row : list.rows) {
+            if (!Fits(1)) {
+                Turn();
+                Head(list);
+            }
+            Row(row, plain_);
+        }
+    }
+    int Pages() const { return pages_; }
+
+private:
+    bool Fits(int rows) const { return y_ + rows * line_ <= area_.height(); }
+    void Turn()
+    {
+        page_.newPage();
+        ++pages_;
+        y_ = 0.0;
+    }
+    void Head(const Printed_List& list)
+    {
+        painter_.setFont(bold_);
+        painter_.drawText(QRectF(0, y_, area_.width(), line_), Qt::AlignLeft | Qt::AlignVCenter, list.title);
+        y_ += line_;
+        Row(list.heads, bold_);
+        painter_.drawLine(QPointF(0, y_), QPointF(area_.width(), y_));
+    }
+    void Row(const QStringList& cells, const QFont& font)
+    {
+        painter_.setFont(font);
+        const double width = area_.width() / static_cast<double>(std::max<qsizetype>(cells.size(), 1));
+        double x = 0.0;
+        for (const QString& cell : cells) {
+            painter_.drawText(QRectF(x, y_, width, line_), Qt::AlignRight | Qt::AlignVCenter, cell);
+            x += width;
+        }
+        y_ += line_;
+    }
+
+    QPainter& painter_;
+    QPagedPaintDevice& page_;
+    QRectF area_;
+    QFont plain_;
+    QFont bold_;
+    double line_ = 0.0;
+    double y_ = 0.0;
+    int pages_ = 0;
+};
+
+}  // namespace
+
+int Paint_Form(QWidget& form, const std::vector<Printed_List>& lists, QPagedPaintDevice& page)
+{
+    QPainter painter(&page);
+    Paint_Whole(form, painter, QRectF(0, 0, page.width(), page.height()));
+    List_Painter behind(painter, page);
+    for (const Printed_List& list : lists)
+        behind.Paint(list);
+    return 1 + behind.Pages();
+}
+
+void Paint_Form(QWidget& form, QPagedPaintDevice& page)
+{
+    Paint_Form(form, {}, page);
+}
+
+void Print_Form(QWidget& form, const std::vector<Printed_List>& lists)
 {
     Show_Message(
         "You can print this form directly to a printer from here.\n"
@@ -33,7 +123,7 @@ void Print_Form(QWidget& form)
     QPrintDialog dialog(&printer, &form);
     dialog.setWindowModality(Qt::WindowModal);  // the help stays usable
     if (dialog.exec() == QDialog::Accepted)
-        Paint_Form(form, printer);
+        Paint_Form(form, lists, printer);
 }
 
 }  // namespace lobemax::paint

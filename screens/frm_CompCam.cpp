@@ -47,6 +47,25 @@ QTableWidget* Make_List(const char* name)
     return list;
 }
 
+/// A list for the printer: names of rows stand before them.
+paint::Printed_List Printed(const char* name, const Compcam_List& content)
+{
+    paint::Printed_List list{To_Qt(Words_of(name).tip), {}, {}};
+    const bool named = !content.names.empty();
+    if (named)
+        list.heads.append(QString());
+    for (const std::string& head : content.heads)
+        list.heads.append(To_Qt(head));
+    for (std::size_t row = 0; row < content.rows.size(); ++row) {
+        QStringList& cells = list.rows.emplace_back();
+        if (named)
+            cells.append(To_Qt(content.names[row]));
+        for (const std::string& cell : content.rows[row])
+            cells.append(To_Qt(cell));
+    }
+    return list;
+}
+
 void Fill_List(QTableWidget& list, const Compcam_List& content)
 {
     list.clear();
@@ -92,7 +111,7 @@ frm_CompCam::frm_CompCam(QWidget* parent)
     });
     instructions->setObjectName(QStringLiteral("mnu_Instructions"));
     Offer_Undo(bar);
-    Open_at({1080, 720});
+    Open_at({1180, 720});
     Fill();
     Refresh();
 }
@@ -111,6 +130,10 @@ QLayout* frm_CompCam::Make_Inputs()
     for (const auto& row : Read_Outs_of_Compcam())
         Add_Line(*figures, row, Label(To_Qt(row.name), {}, To_Qt(row.tip)));
     column->addLayout(figures);
+    const Form_Control& words = Words_of("lbl_Notes");
+    QLabel* const notes = Label(To_Qt(words.name), {}, To_Qt(words.tip));
+    notes->setWordWrap(true);
+    column->addWidget(notes);
     auto* const progress = new QProgressBar;
     progress->setObjectName(QStringLiteral("pgs_step"));
     progress->setToolTip(To_Qt(Words_of("pgs_step").tip));
@@ -136,11 +159,12 @@ QWidget* frm_CompCam::Make_Results()
     tabs->addTab(plots, QStringLiteral("Plo&ts"));
     auto* const lists = new QWidget;
     auto* const column = new QVBoxLayout(lists);
-    column->addWidget(Make_List("ListView1"), 4);
+    column->addWidget(Make_List("ListView1"), 1);
     for (const char* const name : {"ListView2", "ListView3"}) {
+        constexpr int lines = 4;  // heads, two rows, and a bar where they are wider than the screen
         QTableWidget* const list = Make_List(name);
-        list->setMinimumHeight(96);
-        column->addWidget(list, 1);
+        list->setFixedHeight(lines * list->verticalHeader()->defaultSectionSize() + list->fontMetrics().height());
+        column->addWidget(list);
     }
     tabs->addTab(lists, QStringLiteral("&Data"));
     return tabs;
@@ -155,7 +179,7 @@ QLayout* frm_CompCam::Make_Buttons()
     add("cmd_Cancel", [this] { reject(); });
     row->addStretch();
     row->addWidget(Copy_Button(To_Qt(Words_of("cmd_Copy").caption)));
-    add("cmd_Print", [this] { paint::Print_Form(*this); });
+    add("cmd_Print", [this] { paint::Print_Form(*this, Printed_Lists()); });
     add("cmd_Outputfile", [this] {
         if (form_.result)
             Output_Compensation(design, *form_.result);
@@ -176,6 +200,16 @@ QLayout* frm_CompCam::Make_Buttons()
             Refresh();
     });
     return row;
+}
+
+std::vector<paint::Printed_List> frm_CompCam::Printed_Lists() const
+{
+    if (!form_.result)
+        return {};
+    const Compensation& result = *form_.result;
+    return {Printed("ListView2", Motion_Extremes_of_Compcam(design, result)),
+            Printed("ListView3", Torque_Extremes_of_Compcam(design, result)),
+            Printed("ListView1", Points_of_Compcam(design, result))};
 }
 
 void frm_CompCam::Follow_Design()
@@ -203,6 +237,9 @@ void frm_CompCam::Refresh()
         Control<QPushButton>(QString::fromUtf8(name)).setEnabled(!running_);
     for (const auto& row : Fields_of_Compcam())
         Control<Entry>(To_Qt(row.name)).setEnabled(!running_);
+    auto& notes = Control<QLabel>(QStringLiteral("lbl_Notes"));
+    notes.setText(result && !running_ ? To_Qt(Note_of_Compcam(design)) : QString());
+    notes.setVisible(!notes.text().isEmpty());
     Control<QPushButton>(QStringLiteral("cmd_Stop")).setVisible(running_);
     Control<QProgressBar>(QStringLiteral("pgs_step")).setVisible(running_);
     Control<QLabel>(QStringLiteral("Lbl_Step")).setVisible(running_);
@@ -276,7 +313,8 @@ void frm_CompCam::Draw()
         for (const Compcam_Curve& values : plot.curves) {
             paint::Curve curve;
             curve.name = To_Qt(values.name);
-            curve.unit = To_Qt(plot.unit);
+            if (plot.curves.size() == 1)  // the legend of several is narrow: their unit stands at the axis
+                curve.unit = To_Qt(plot.unit);
             for (std::size_t i = 0; i < values.values.size(); ++i) {
                 curve.x.push_back(static_cast<double>(i) * design.motion.Deltatheta);
                 curve.y.push_back(values.values[i]);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <vector>
+
 #include "forms/compcam_form.h"
 #include "screens/screen.h"
 
@@ -8,7 +10,8 @@ class QTableWidget;
 
 namespace lobemax::paint {
 class Chart;
-}
+struct Printed_List;
+}  // namespace lobemax::paint
 
 namespace lobemax::screens {
 
@@ -28,6 +31,7 @@ private:
     QLayout* Make_Inputs();
     QWidget* Make_Results();
     QLayout* Make_Buttons();
+    std::vector<paint::Printed_List> Printed_Lists() const;
     void Fill();
     void Refresh();
     void Enter(const Form_Field<Compcam_Form>& row, const std::string& text);

@@ -18,6 +18,7 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/variables.h"
+#include "forms/departure_notes.h"
 #include "forms/model_picture.h"
 #include "paint/chart.h"
 #include "paint/painter_surface.h"
@@ -154,6 +155,10 @@ QLayout* frm_Model::Make_Plots()
 {
     auto* const column = new QVBoxLayout;
     column->addLayout(plots_.Make(), 1);
+    const Form_Control& words = Words_of("lbl_Notes");
+    QLabel* const notes = Label(To_Qt(words.name), {}, To_Qt(words.tip));
+    notes->setWordWrap(true);
+    column->addWidget(notes);
     auto* const looks = new QHBoxLayout;
     for (const char* const name : {"opt_Color(0)", "opt_Color(1)"})
         looks->addWidget(Make_Option(Words_of(name), [this] { Draw(); }));
@@ -241,6 +246,9 @@ void frm_Model::Refresh()
         Control<QGroupBox>(QString::fromUtf8(name)).setEnabled(!running_);
     Control<QPushButton>(QStringLiteral("cmd_Stop")).setVisible(running_);
     Control<QProgressBar>(QStringLiteral("pgs_Run")).setVisible(running_);
+    auto& notes = Control<QLabel>(QStringLiteral("lbl_Notes"));
+    notes.setText(form_.calculated && !running_ ? To_Qt(As_Lines(Departure_Notes(design))) : QString());
+    notes.setVisible(!notes.text().isEmpty());
     status_->Refresh();
 }
 

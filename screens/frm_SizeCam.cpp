@@ -18,6 +18,7 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "forms/departure_notes.h"
 #include "forms/preference_choice.h"
 #include "forms/workflow.h"
 #include "paint/chart.h"
@@ -240,6 +241,11 @@ QWidget* frm_SizeCam::Make_Views()
     }
     extremes->addStretch();
     column->addLayout(extremes);
+    const Form_Control& words = Words_of(QStringLiteral("lbl_Notes"));
+    QLabel* const notes = Label(To_Qt(words.name), {}, To_Qt(words.tip));
+    notes->setWordWrap(true);
+    notes->hide();
+    column->addWidget(notes);
     // The cam with its axes beside it, and what it starts from below.
     cam_view_ = new QWidget;
     auto* const drawing = new QGridLayout(cam_view_);
@@ -405,7 +411,7 @@ void frm_SizeCam::Set_Pending(bool pending)
          {"cmd_Done", "cmd_ShowCam", "cmd_ShowData", "cmd_Copy", "cmd_PrintForm", "cmd_ShowBoth"})
         Control<QPushButton>(QString::fromUtf8(name)).setEnabled(!pending);
     // What the last calculation left is gray while it is not that of the values on the screen.
-    for (const char* const name : {"lbl_Pamin", "lbl_Pamax", "lbl_Rhomin", "lbl_Rhomax", "pnl_info"})
+    for (const char* const name : {"lbl_Pamin", "lbl_Pamax", "lbl_Rhomin", "lbl_Rhomax", "pnl_info", "lbl_Notes"})
         Control<QLabel>(QString::fromUtf8(name)).setEnabled(!pending);
     phi_->Set_Stale(pending);
     rho_->Set_Stale(pending);
@@ -419,6 +425,9 @@ void frm_SizeCam::Draw_Views()
          {std::pair{"lbl_Pamin", &texts.lbl_Pamin}, std::pair{"lbl_Pamax", &texts.lbl_Pamax},
           std::pair{"lbl_Rhomin", &texts.lbl_Rhomin}, std::pair{"lbl_Rhomax", &texts.lbl_Rhomax}})
         Control<QLabel>(QString::fromUtf8(name)).setText(To_Qt(*text));
+    auto& notes = Control<QLabel>(QStringLiteral("lbl_Notes"));
+    notes.setText(has_results_ ? To_Qt(As_Lines(Notes_of_Polydyne(design))) : QString());
+    notes.setVisible(!notes.text().isEmpty());
     const QString length = To_Qt(Words_of_Units(design.identity.WhichUnit).length);
     rho_->Set_Axis_Titles(QStringLiteral("Cam Angle (Deg)"), QStringLiteral("Rho  ") + length);
     Show_Curve(*phi_, "Phi", QStringLiteral("deg"), var::Phi);

@@ -2,6 +2,7 @@
 /// lobemax-pictures FOLDER [light|dark [WIDTHxHEIGHT]]: every screen on an example, at the scale and in the palette of
 /// the run, on a desktop of that size, for looking at.
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QPushButton>
@@ -13,6 +14,7 @@
 #include "core/messages.h"
 #include "core/startup.h"
 #include "edit/conditions.h"
+#include "edit/rungs.h"
 #include "files/example_designs.h"
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"
@@ -136,6 +138,13 @@ int main(int argc, char** argv)
             frm_Model model;
             model.Control<QPushButton>(QStringLiteral("cmd_Calc")).click();
             Take(model, QStringLiteral("frm_Model%1").arg(design.dynamics.Model_Type));
+            if (choice == 2) {
+                model.Control<QCheckBox>(QStringLiteral("chk_Polydyne")).click();
+                Take(model, QStringLiteral("frm_Model_polydyne"));
+                frm_SizeCam polydyne;
+                Take(polydyne, QStringLiteral("frm_SizeCam_polydyne"));
+                Give_Up_Polydyne(design);
+            }
         }
         frm_CompCam compensation;
         compensation.Control<QPushButton>(QStringLiteral("cmd_Calc")).click();

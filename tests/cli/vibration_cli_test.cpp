@@ -67,6 +67,28 @@ TEST_F(Vibration_Cli, a_polydyne_cam_is_made_and_sized)
     EXPECT_FALSE(Exists("f.cam"));
 }
 
+TEST_F(Vibration_Cli, what_mechanics_has_is_said_beside_the_figures)
+{
+    const Result vibration = Calc("--levels vibration --model 3");
+    ASSERT_EQ(vibration.status, 0);
+    const std::string force = "Force-Dyn is off mechanics by up to ";
+    EXPECT_NE(vibration.err.find("lobemax-cli: vibration: " + force), std::string::npos) << vibration.err;
+    EXPECT_NE(Run("show d.cam").out.find("\nNote: " + force), std::string::npos);
+    EXPECT_EQ(Run("show c.cam").out.find("Note: "), std::string::npos);
+    EXPECT_EQ(Run("show c.cam --json").out.find("Notes"), std::string::npos);
+
+    const Result polydyne = Calc("--levels vibration,polydyne --model 3");
+    ASSERT_EQ(polydyne.status, 0);
+    for (const char* const words :
+         {"Polydn S takes 36 for the square of two pi, 39.478: 8.8 % of its correction is left out, up to ",
+          "Per second Polydn V is off the derivative of Polydn S by up to ", "With them Phi goes from "}) {
+        EXPECT_NE(polydyne.err.find(std::string("lobemax-cli: polydyne: ") + words), std::string::npos) << words;
+        EXPECT_NE(Run("show d.cam").out.find(std::string("\nNote: ") + words), std::string::npos)
+            << "the same from the file: " << words;
+        EXPECT_NE(Run("show d.cam --json").out.find(words), std::string::npos) << words;
+    }
+}
+
 TEST_F(Vibration_Cli, a_level_without_the_one_below_is_status_1)
 {
     Result result = Run("calc n.cam -o d.cam --levels vibration");
@@ -156,7 +178,7 @@ TEST_F(Vibration_Cli, long_work_shows_its_progress_on_a_terminal)
     const std::string shown = run(true);
     EXPECT_NE(shown.find("\r[####"), std::string::npos) << shown;
     EXPECT_NE(shown.find("] 50 %"), std::string::npos);
-    EXPECT_LT(shown.rfind("%"), shown.rfind("\r\x1b[K")) << "the bar is gone at the end";
+    EXPECT_LT(shown.rfind("\r["), shown.rfind("\r\x1b[K")) << "the bar is gone at the end";
     EXPECT_EQ(run(false).find('\r'), std::string::npos);
 }
 

@@ -10,47 +10,12 @@
 
 #include "camgeom/sizing.h"
 #include "core/numeric.h"
-#include "tests/support/cam_design.h"
-#include "tests/support/script.h"
-#include "tests/support/test_design.h"
+#include "tests/support/train_design.h"
 
 namespace lobemax {
 namespace {
 
-using testing::Cam_Maker;
-using testing::Data;
-using testing::Expected_Box;
-using testing::Script;
-
-constexpr double pi = 3.14159265358979323846;
-
-Dynamics_Group& d()
-{
-    return design.dynamics;
-}
-
-Flags_Group& f()
-{
-    return design.flags;
-}
-
-Expected_Box Separation_Box(const std::string& angle, Answer answer)
-{
-    return {"The cam and follower have separated at Theta =  " + angle +
-                " deg\n"
-                "\n"
-                "Choose ABORT to terminate further calculations beyond the current position\n"
-                "\n"
-                "Choose RETRY to continue calculating and pause at any other problem positions, redisplaying this "
-                "message.\n"
-                "\n"
-                "Choose IGNORE to continue calculating and skip over other problem positions, suppressing further "
-                "messages\n"
-                "\n"
-                "To fix the problem, try increasing the cam-closure spring rate, the preload, or both, and "
-                "recalculate.",
-            Buttons::Abort_Retry_Ignore, Symbol::exclamation, answer};
-}
+using namespace train_design;
 
 /// A harmonic motion S = h (1 - cos theta) / 2 over the whole cycle, rows as the time base stores them, on a sized
 /// radial roller cam in metres: h 0.02 m, prime radius 0.06 m, 10 rad/s.
@@ -66,18 +31,9 @@ protected:
         Set_Time_Base(design, base);
         Set_Shaft_Speed(design, omega);
         const double scale = units == 5 ? 1000 : units == 4 ? 100 : 1;
-        for (int i = 0; i <= 360; ++i) {
-            const double t = i * pi / 180;
-            Table<Single>& data = design.results.CalcData;
-            data(var::Angle, i) = i;
-            data(var::S, i) = h * scale * (1 - std::cos(t)) / 2;
-            const double v = h * scale * std::sin(t) / 2;
-            const double a = h * scale * std::cos(t) / 2;
-            const double degree = pi / 180;
-            data(var::V, i) = base == 1 ? v * omega : base == 2 ? v * degree : v;
-            data(var::A, i) = base == 1 ? a * omega * omega : base == 2 ? a * degree : a;
-            data(var::Phi, i) = 10.0 * std::sin(t);
-        }
+        Lay_Harmonic(base, h * scale, omega);
+        for (int i = 0; i <= 360; ++i)
+            design.results.CalcData(var::Phi, i) = 10.0 * std::sin(i * pi / 180);
         design.cam.Camtype = "Radial";
         design.cam.Followtype = 1;
         design.cam.Prime_Rad = 0.06 * scale;

@@ -14,24 +14,14 @@
 #include "dynamics/kinetostatics.h"
 #include "edit/door.h"
 #include "files/example_designs.h"
-#include "tests/support/cam_design.h"
-#include "tests/support/script.h"
-#include "tests/support/test_design.h"
+#include "tests/support/train_design.h"
 
 namespace lobemax {
 namespace {
 
-using testing::Data;
-using testing::Expected_Box;
-using testing::Script;
+using namespace train_design;
 
-constexpr double pi = 3.14159265358979323846;
 constexpr double degree = pi / 180;
-
-Dynamics_Group& d()
-{
-    return design.dynamics;
-}
 
 double Peak(const Comp_Row& row)
 {

@@ -13,52 +13,12 @@
 #include "dynamics/kinetostatics.h"
 #include "dynamics/vibration_rules.h"
 #include "edit/door.h"
-#include "tests/support/cam_design.h"
-#include "tests/support/script.h"
-#include "tests/support/test_design.h"
+#include "tests/support/train_design.h"
 
 namespace lobemax {
 namespace {
 
-using testing::Cam_Maker;
-using testing::Data;
-using testing::Expected_Box;
-using testing::Script;
-
-constexpr double pi = 3.14159265358979323846;
-
-Dynamics_Group& d()
-{
-    return design.dynamics;
-}
-
-Flags_Group& f()
-{
-    return design.flags;
-}
-
-std::vector<double> Row_of(int row)
-{
-    std::vector<double> values;
-    for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i)
-        values.push_back(Data(row, i));
-    return values;
-}
-
-double Highest(const std::vector<double>& row)
-{
-    return *std::ranges::max_element(row);
-}
-
-double Lowest(const std::vector<double>& row)
-{
-    return *std::ranges::min_element(row);
-}
-
-double Range(const std::vector<double>& row)
-{
-    return Highest(row) - Lowest(row);
-}
+using namespace train_design;
 
 void Expect_Near(const std::vector<double>& row, const std::vector<double>& expected, double share, const char* what)
 {
@@ -73,23 +33,6 @@ void Expect_Near(const std::vector<double>& row, const std::vector<double>& expe
 struct Equation {
     double a, b, c, e;
 };
-
-/// Springs in N/m and masses in kg of the models, as the tests set them.
-struct Values {
-    double m1 = 1.5, m2 = 2.5, k1 = 300000.0, k2 = 500000.0, z1 = 0.04, z2 = 0.07, preload = 1e6;
-};
-
-void Use(const Values& v)
-{
-    d().Mass_m(1) = v.m1;
-    d().Mass_m(2) = v.m2;
-    d().Kspring(1) = v.k1;
-    d().Kspring(2) = v.k2;
-    d().Zeta(1) = v.z1;
-    d().Zeta(2) = v.z2;
-    d().Preload = v.preload;
-    d().Mass = v.m1;
-}
 
 /// The equation that each model solves. Of model 5 the cam's side is that of model 1.
 Equation Equation_of(int model, const Values& v)
@@ -759,7 +702,7 @@ TEST_F(Vibration, without_damping_a_transient_never_dies_out)
 
 // ---- polydyne
 
-/// A harmonic motion S = h (1 - cos theta) / 2 over the whole turn, its rows as a time base stores them.
+/// A harmonic motion over the whole turn.
 class Polydyne_Cam : public Vibration {
 protected:
     static constexpr double h = 20.0;
@@ -768,20 +711,7 @@ protected:
     static void Lay(int base)
     {
         Make(base, true, omega);
-        Table<Single>& data = design.results.CalcData;
-        const double degree = pi / 180;
-        const double to[] = {1.0, omega, omega * omega, omega * omega * omega, std::pow(omega, 4)};
-        for (int i = 0; i <= 360; ++i) {
-            const double t = i * degree;
-            const double rows[]{h * (1 - std::cos(t)) / 2, h * std::sin(t) / 2, h * std::cos(t) / 2,
-                                -h * std::sin(t) / 2, -h * std::cos(t) / 2};
-            const int at[]{var::S, var::V, var::A, var::J, var::Ping};
-            for (std::size_t n = 0; n < 5; ++n) {
-                const double thousands = n >= 3 ? 1000.0 : 1.0;
-                const double scale = n == 0 ? 1.0 : base == 1 ? to[n] / thousands : base == 2 ? degree : 1.0;
-                data(at[n], i) = rows[n] * scale;
-            }
-        }
+        Lay_Harmonic(base, h, omega);
     }
     /// The two coefficients as they are meant, of model 3 by default.
     static double C1(double m, double k) { return 36.0 * (omega / 6.283185308) * (omega / 6.283185308) * m / k; }

@@ -6,87 +6,18 @@
 #include <string>
 
 #include "core/ladder.h"
-#include "core/startup.h"
-#include "core/text.h"
-#include "edit/door.h"
-#include "motion/motion_programs.h"
-#include "motion/polynomial.h"
-#include "motion/segment_store.h"
-#include "motion/segments.h"
 #include "motion/spline.h"
-#include "tests/support/script.h"
-#include "tests/support/test_design.h"
+#include "tests/support/bounds_design.h"
 
 namespace lobemax {
 namespace {
 
+using namespace bounds_design;
 using testing::Error_Box;
 using testing::Expected_Box;
 using testing::Script;
 
-const std::string knot_limit =
-    "This program can only handle cases with 17 or fewer interior knots.\n"
-    "Increase the order of your spline to reduce the number of interior knots required.\n"
-    "Alternatively, you may go back to the boundary condition form and add more boundary conditions which will reduce "
-    "the number of interior knots for a given spline order.";
 const std::string ascending = " Knot values must be in ascending order, left to right.  Please redo.";
-
-Expected_Box Box(const std::string& text)
-{
-    return {text, Buttons::OK, Symbol::exclamation, Answer::OK};
-}
-
-Motion_Group& m()
-{
-    return design.motion;
-}
-
-void Fresh_Cycle(double step)
-{
-    design = {};
-    Set_Max_Variables(design);
-    m().Deltatheta = step;
-    m().Max_Data_Points_used = To_Integer(360.0 / step);
-    Dimension_Arrays(design, 53, m().Max_Data_Points_used);
-    m().Time_Base = 3;
-    m().Shaft_speed = 1.0;
-    Set_Omega_Powers(design);
-    m().Orders.Fill(6);
-    m().EvenKnots.Fill(true);
-}
-
-/// Segment 1, 'S' or 'P', with a beta in degrees and end positions as typed.
-void Segment(char kind, double beta, const std::string& start, const std::string& end, int conditions)
-{
-    ASSERT_TRUE(Pick_Motion(design, 1, kind));
-    ASSERT_TRUE(Put(design, "Beta_Deg", At(1), beta));
-    ASSERT_TRUE(Put(design, "Start Value", At(1), start));
-    ASSERT_TRUE(Put(design, "End Value", At(1), end));
-    ASSERT_TRUE(Put(design, "No of conditions", At(1), std::to_string(conditions)));
-}
-
-void Inner_Condition(int row, double theta, int order, double value)
-{
-    m().T_boundary_cond(1, row) = Shortest(theta);
-    Bound_Text(design, 1, row, order) = Shortest(value);
-}
-
-void Rest_at_Both_Ends(int orders)
-{
-    for (int order = 1; order <= orders; ++order)
-        Bound_Text(design, 1, 0, order) = Bound_Text(design, 1, 9, order) = "0";
-}
-
-/// A rise of 100 degrees at rest at both ends, with four positions between: ten conditions.
-void Ten_Conditions(char kind)
-{
-    Segment(kind, 100.0, "0", "1", 10);
-    Rest_at_Both_Ends(2);
-    Inner_Condition(1, 20, 0, 0.1);
-    Inner_Condition(2, 40, 0, 0.3);
-    Inner_Condition(3, 60, 0, 0.75);
-    Inner_Condition(4, 80, 1, 0.5);
-}
 
 /// The motion and the size stand.
 void Reach_Size()

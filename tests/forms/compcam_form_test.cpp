@@ -296,6 +296,22 @@ TEST_F(Compcam, the_percentage_never_reads_better_than_computed)
     EXPECT_EQ(Step_Text({Comp_Motion_Kind::fall, 0.5, 10}), "fall");
 }
 
+TEST_F(Compcam, torques_whose_unit_says_another_length_are_told_of)
+{
+    for (const auto& [units, times] :
+         {std::pair{1, ""}, std::pair{2, ""}, std::pair{3, ""}, std::pair{4, "cm-N they are 100 times"},
+          std::pair{5, "mm-N they are 1000 times"}}) {
+        design.identity.WhichUnit = units;
+        Set_Units(design);
+        design.motion.Time_Base = 1;
+        const std::string note = Note_of_Compcam(design);
+        EXPECT_EQ(note.empty(), std::string(times).empty()) << units;
+        EXPECT_NE(note.find(times), std::string::npos) << note;
+        design.motion.Time_Base = 3;
+        EXPECT_EQ(Note_of_Compcam(design), "") << "the calculation tells of it";
+    }
+}
+
 TEST_F(Compcam, next_with_cancel_keeps_the_primary_cam)
 {
     ASSERT_TRUE(Calc_Compcam(design, form_));

@@ -151,6 +151,14 @@ TEST_F(Model_Screen, opens_with_the_stored_values_and_its_own_defaults)
     }
 }
 
+TEST_F(Model_Screen, the_end_time_shows_three_decimals)
+{
+    design.motion.Shaft_speed = 12.566370616;  // two turns a second
+    EXPECT_EQ(Open_Model_Form(design).txt_t_end, "1.000");
+    design.identity.Number_Format = "Europe";
+    EXPECT_EQ(Open_Model_Form(design).txt_t_end, "1,000");
+}
+
 TEST_F(Model_Screen, looking_at_it_changes_no_value_but_the_springs_copy)
 {
     d_.Model_Type = 4;

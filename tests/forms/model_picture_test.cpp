@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 #include <string>
 
@@ -84,6 +85,20 @@ TEST(Model_Pictures, stand_wholly_in_their_window)
         }
         for (const auto& label : surface.labels)
             within(label.x, label.y);
+    }
+}
+
+/// At the size of the model's screen two letters are some 15 pixels of 190 wide.
+TEST(Model_Pictures, keep_their_symbols_apart)
+{
+    for (int model = 1; model <= 5; ++model) {
+        Recording_Surface surface;
+        Draw_Model(surface, model);
+        const double pixel = std::max((surface.right - surface.left) / 190.0, (surface.bottom - surface.top) / 230.0);
+        for (const auto& a : surface.labels)
+            for (const auto& b : surface.labels)
+                EXPECT_TRUE(&a == &b || std::abs(a.x - b.x) > 18 * pixel || std::abs(a.y - b.y) > 14 * pixel)
+                    << model << ": " << a.text << " and " << b.text;
     }
 }
 

@@ -12,16 +12,12 @@
 #include <vector>
 
 #include "core/ladder.h"
-#include "core/text.h"
-#include "motion/motion_programs.h"
-#include "motion/segment_store.h"
-#include "motion/segments.h"
-#include "tests/support/script.h"
-#include "tests/support/test_design.h"
+#include "tests/support/bounds_design.h"
 
 namespace lobemax {
 namespace {
 
+using namespace bounds_design;
 using testing::Error_Box;
 using testing::Expected_Box;
 using testing::Script;
@@ -33,33 +29,6 @@ const std::string solver_message =
     " There has been an error in the calculation of your polynomial coefficients"
     " - Check your boundary condition data";
 const std::string count_message = "Something wrong - Have input different number of boundary conditions than specified";
-
-Expected_Box Box(const std::string& text)
-{
-    return {text, Buttons::OK, Symbol::exclamation, Answer::OK};
-}
-
-Motion_Group& m()
-{
-    return design.motion;
-}
-
-double Data(int variable, int point)
-{
-    return design.results.CalcData(variable, point);
-}
-
-void Fresh_Cycle(double step, int time_base = 3, double omega = 1.0)
-{
-    design = {};
-    Set_Max_Variables(design);
-    m().Deltatheta = step;
-    m().Max_Data_Points_used = To_Integer(360.0 / step);
-    Dimension_Arrays(design, 53, m().Max_Data_Points_used);
-    m().Time_Base = time_base;
-    m().Shaft_speed = omega;
-    Set_Omega_Powers(design);
-}
 
 /// Segment 1 with a beta in degrees and end positions as typed.
 void Polynomial_Segment(double beta, const std::string& start, const std::string& end, int conditions)

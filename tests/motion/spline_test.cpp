@@ -11,97 +11,31 @@
 #include <utility>
 #include <vector>
 
-#include "core/text.h"
 #include "edit/conditions.h"
-#include "motion/motion_programs.h"
-#include "motion/polynomial.h"
-#include "motion/segment_store.h"
-#include "motion/segments.h"
-#include "tests/support/script.h"
-#include "tests/support/test_design.h"
+#include "tests/support/bounds_design.h"
 
 namespace lobemax {
 namespace {
 
+using namespace bounds_design;
 using testing::Error_Box;
 using testing::Expected_Box;
 using testing::Script;
 
 constexpr std::array derivative_rows{var::S, var::V, var::A, var::J, var::Ping};
 
-const std::string knot_limit =
-    "This program can only handle cases with 17 or fewer interior knots.\n"
-    "Increase the order of your spline to reduce the number of interior knots required.\n"
-    "Alternatively, you may go back to the boundary condition form and add more boundary conditions which will reduce "
-    "the number of interior knots for a given spline order.";
 const std::string solver_message =
     "There has been an error in the calculation of the \n"
     "spline data with your choice of knot locations.\n"
     "Please review your data and try again.";
 
-Expected_Box Box(const std::string& text)
+/// Segment 1 of 400 degrees, which no entry gives.
+void Segment_beyond_the_Cycle(int conditions)
 {
-    return {text, Buttons::OK, Symbol::exclamation, Answer::OK};
-}
-
-Motion_Group& m()
-{
-    return design.motion;
-}
-
-double Data(int variable, int point)
-{
-    return design.results.CalcData(variable, point);
-}
-
-void Fresh_Cycle(double step, int time_base = 3, double omega = 1.0)
-{
-    design = {};
-    Set_Max_Variables(design);
-    m().Deltatheta = step;
-    m().Max_Data_Points_used = To_Integer(360.0 / step);
-    Dimension_Arrays(design, 53, m().Max_Data_Points_used);
-    m().Time_Base = time_base;
-    m().Shaft_speed = omega;
-    Set_Omega_Powers(design);
-    m().Orders.Fill(6);
-    m().EvenKnots.Fill(true);
-}
-
-/// Segment 1, 'S' or 'P', with a beta in degrees and end positions as typed.
-void Segment(char kind, double beta, const std::string& start, const std::string& end, int conditions)
-{
-    ASSERT_TRUE(Pick_Motion(design, 1, kind));
-    m().Beta_Deg(1) = beta;
-    m().Beta_Rad(1) = beta / Deg_per_Rad;
+    Segment('S', 100.0, "0", "1", conditions);
+    m().Beta_Deg(1) = 400.0;
+    m().Beta_Rad(1) = 400.0 / Deg_per_Rad;
     Update_Segment_Angles(design);
-    m().Start_Value(1) = start;
-    m().End_Value(1) = end;
-    m().No_Conditions(1) = conditions;
-    m().No_of_conditions(1) = std::to_string(conditions);
-}
-
-void Inner_Condition(int row, double theta, int order, double value)
-{
-    m().T_boundary_cond(1, row) = Shortest(theta);
-    Bound_Text(design, 1, row, order) = Shortest(value);
-}
-
-void Rest_at_Both_Ends(int orders)
-{
-    for (int order = 1; order <= orders; ++order)
-        Bound_Text(design, 1, 0, order) = Bound_Text(design, 1, 9, order) = "0";
-}
-
-/// A rise of 100 degrees at rest at both ends, with four positions between: ten conditions.
-void Ten_Conditions(char kind)
-{
-    Segment(kind, 100.0, "0", "1", 10);
-    Rest_at_Both_Ends(2);
-    Inner_Condition(1, 20, 0, 0.1);
-    Inner_Condition(2, 40, 0, 0.3);
-    Inner_Condition(3, 60, 0, 0.75);
-    Inner_Condition(4, 80, 1, 0.5);
 }
 
 double Largest(int variable, int last_point)
@@ -464,14 +398,17 @@ TEST(RefusedSpline, ConditionOnADerivativeThatTheOrderDoesNotHave)
 TEST(RefusedSpline, PointBeyondTheCyclePutsTheFormerPointsBack)
 {
     Fresh_Cycle(1.0);
-    Segment('S', 400.0, "0", "1", 2);
+    Segment_beyond_the_Cycle(2);
     Expect_Refusal({Error_Box(9, "Index out of bounds", "CalcSplines")});
 }
 
 TEST(SplineSegment, StartsAtItsOwnPointAndHasNoBaseShift)
 {
     Fresh_Cycle(0.5);
-    Segment('D', 45.5, "5", "5", 0);
+    ASSERT_TRUE(Pick_Motion(design, 1, 'D'));
+    ASSERT_TRUE(Put(design, "Beta_Deg", At(1), 45.5));
+    ASSERT_TRUE(Put(design, "Start Value", At(1), "5"));
+    ASSERT_TRUE(Put(design, "End Value", At(1), "5"));
     m().No_of_segments = 2;
     Pick_Motion(design, 2, 'S');
     m().Beta_Deg(2) = 100.0;
@@ -522,7 +459,7 @@ TEST(ForceFunction, OfASplineThatIsRefusedLeavesTheOneBefore)
 {
     for (const bool calculated : {false, true}) {
         Fresh_Cycle(1.0);  // the segment goes on beyond the cycle
-        Segment('S', 400.0, "0", "1", 6);
+        Segment_beyond_the_Cycle(6);
         Rest_at_Both_Ends(2);
         for (int p = 0; p <= m().Max_Data_Points_used; ++p)
             design.results.Ext_Force_Table(p) = design.results.CalcData(var::Ext_Force, p) = 7000.0 + p;

@@ -713,5 +713,38 @@ TEST_F(Charts, a_form_is_painted_onto_a_page)
     EXPECT_GT(QFile(path).size(), 1000);
 }
 
+/// Pages of a PDF file, by its own count.
+int Pages_of(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return static_cast<int>(file.readAll().count("/Type /Page\n"));
+}
+
+TEST_F(Charts, lists_are_painted_whole_behind_their_form)
+{
+    chart_.Show({Sine()});
+    Printed_List points{"Points", {"Theta (deg)", "S (mm)", "F (N)"}, {}};
+    const QString path = folder_.filePath("lists.pdf");
+    const auto paint = [&](const std::vector<Printed_List>& lists) {
+        QPdfWriter page(path);
+        page.setPageSize(QPageSize(QPageSize::A4));
+        return Paint_Form(chart_, lists, page);
+    };
+    EXPECT_EQ(paint({}), 1);
+    for (int i = 0; i < 3; ++i)
+        points.rows.push_back({QString::number(i), "1.5", "200"});
+    EXPECT_EQ(paint({points, points}), 2) << "short ones stand on one page";
+    EXPECT_EQ(Pages_of(path), 2);
+    points.rows.clear();
+    for (int i = 0; i <= 360; ++i)
+        points.rows.push_back({QString::number(i), "1.5", "200"});
+    // 8 points and 15 % of room: some 60 to 90 rows a page of A4.
+    const int pages = paint({points});
+    EXPECT_GE(pages, 1 + 5);
+    EXPECT_LE(pages, 1 + 7);
+    EXPECT_EQ(Pages_of(path), pages);
+}
+
 }  // namespace
 }  // namespace lobemax::paint

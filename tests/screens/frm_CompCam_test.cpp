@@ -127,6 +127,95 @@ TEST_F(Compensation_Screen, the_output_file_and_the_instructions)
              "opposite to that of the primary cam "));
 }
 
+TEST_F(Compensation_Screen, a_run_shows_its_progress_and_stop_ends_it)
+{
+    Answer_All();
+    frm_CompCam screen;
+    const Driver user(screen);
+    user.Press("cmd_Calc");
+    ASSERT_TRUE(user.Find<QAbstractButton>("cmd_Done").isEnabled());
+    const auto torque = design.results.CalcData;
+    user.Fill("txt_eps", "0.0001");
+    auto* const undo = screen.findChild<QAction*>("mnu_Undo");
+    ASSERT_NE(undo, nullptr);
+    bool seen = false;
+    bool undo_open = true;
+    std::string motion;
+    QTimer::singleShot(0, &screen, [&] {  // at the first look of the run
+        undo_open = undo->isEnabled();
+        seen = user.Visible("cmd_Stop") && user.Visible("pgs_step") && user.Visible("Lbl_Step");
+        for (const char* const closed : {"cmd_Calc", "cmd_Cancel", "cmd_Reset", "cmd_Done", "cmd_Outputfile"})
+            seen = seen && !user.Find<QAbstractButton>(closed).isEnabled();
+        seen = seen && !user.Find<QWidget>("txt_Mass").isEnabled();
+        motion = user.Text("Lbl_Step");
+        user.Press("cmd_Stop");
+    });
+    user.Press("cmd_Calc");
+    EXPECT_TRUE(seen);
+    EXPECT_FALSE(undo_open);
+    EXPECT_EQ(motion, "fall") << "the primary's rise takes torque, which the balancing follower gives";
+    EXPECT_TRUE(undo->isEnabled());
+    EXPECT_FALSE(user.Visible("cmd_Stop"));
+    EXPECT_FALSE(user.Visible("pgs_step"));
+    EXPECT_TRUE(user.Find<QAbstractButton>("cmd_Calc").isEnabled());
+    EXPECT_TRUE(user.Find<QWidget>("txt_Mass").isEnabled());
+    EXPECT_FALSE(user.Find<QAbstractButton>("cmd_Done").isEnabled());
+    EXPECT_EQ(user.Find<QTableWidget>("ListView1").rowCount(), 0);
+    EXPECT_EQ(user.Text("lbl_percent"), "");
+    for (int i = 0; i <= 360; ++i)
+        ASSERT_EQ(design.results.CalcData(var::Comp_Torque, i), torque(var::Comp_Torque, i)) << "of the run before";
+
+    user.Press("cmd_Calc");  // and the next one is not stopped
+    EXPECT_TRUE(user.Find<QAbstractButton>("cmd_Done").isEnabled());
+}
+
+TEST_F(Compensation_Screen, the_window_closes_after_a_stop_alone)
+{
+    Answer_All();
+    frm_CompCam screen;
+    const Driver user(screen);
+    screen.show();
+    QTimer::singleShot(0, &screen, [&] { screen.close(); });  // amid the run: it is the Stop
+    user.Press("cmd_Calc");
+    EXPECT_TRUE(screen.isVisible());
+    EXPECT_FALSE(user.Find<QAbstractButton>("cmd_Done").isEnabled());
+    screen.close();
+    EXPECT_FALSE(screen.isVisible());
+}
+
+/// A follower that weighs nothing, integrated roughly, runs away.
+TEST_F(Compensation_Screen, a_fault_in_mid_run_is_told_and_leaves_the_screen_open)
+{
+    Answer_All();
+    frm_CompCam screen;
+    const Driver user(screen);
+    user.Fill("txt_Mass", "1E-6");
+    user.Fill("txt_eps", "10000");
+    user.Press("cmd_Calc");
+    EXPECT_TRUE(Told("Error 6   (Overflow)  has occurred in Calc_Compensation")) << told_;
+    EXPECT_FALSE(user.Visible("cmd_Stop"));
+    EXPECT_FALSE(user.Visible("pgs_step"));
+    for (const char* const open : {"cmd_Calc", "cmd_Cancel", "cmd_Reset", "cmd_Print"})
+        EXPECT_TRUE(user.Find<QAbstractButton>(open).isEnabled()) << open;
+    EXPECT_FALSE(user.Find<QAbstractButton>("cmd_Done").isEnabled());
+    EXPECT_TRUE(user.Find<QWidget>("txt_eps").isEnabled());
+    EXPECT_EQ(user.Text("lbl_percent"), "");
+    user.Press("cmd_Reset");
+    user.Press("cmd_Calc");
+    EXPECT_TRUE(user.Find<QAbstractButton>("cmd_Done").isEnabled());
+}
+
+TEST_F(Compensation_Screen, what_the_torques_unit_does_not_say_stands_beside_them)
+{
+    Answer_All();
+    frm_CompCam screen;
+    const Driver user(screen);
+    EXPECT_FALSE(user.Visible("lbl_Notes"));
+    user.Press("cmd_Calc");
+    EXPECT_EQ(user.Text("lbl_Notes"), Note_of_Compcam(design));
+    EXPECT_EQ(user.Visible("lbl_Notes"), !Note_of_Compcam(design).empty());
+}
+
 /// From the dynamics screen: Back and Cancel leave the primary; Next with OK puts the compensating cam in its place,
 /// and sizing follows.
 TEST_F(Compensation_Screen, the_way_from_the_dynamics_screen)

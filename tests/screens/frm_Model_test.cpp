@@ -8,6 +8,7 @@
 
 #include "core/ladder.h"
 #include "dynamics/ode_solver.h"
+#include "forms/departure_notes.h"
 #include "paint/chart.h"
 #include "screens/frm_ModelType.h"
 #include "screens/frm_SizeCam.h"
@@ -217,6 +218,27 @@ TEST_F(Model_Screens, a_run_shows_its_progress_and_stop_ends_it_as_cancel_does)
     EXPECT_FALSE(user.Find<QAbstractButton>("cmd_Done").isEnabled());
 }
 
+/// Steps far longer than the natural period let the integration run away.
+TEST_F(Model_Screens, a_fault_in_mid_run_is_told_and_leaves_the_screen_open)
+{
+    Answer_All();
+    frm_Model screen;
+    const Driver user(screen);
+    user.Fill("txt_eps", "1E9");
+    user.Fill("txt_start_step", "0.5");
+    user.Fill("txt_t_end", "500");
+    user.Press("cmd_Calc");
+    EXPECT_TRUE(Told("Error 6   (Overflow)  has occurred in Solve_Model")) << ::testing::PrintToString(told_);
+    EXPECT_FALSE(f_.Modelflag);
+    EXPECT_FALSE(user.Visible("cmd_Stop"));
+    EXPECT_FALSE(user.Visible("pgs_Run"));
+    for (const char* const open : {"cmd_Calc", "cmd_Cancel", "cmd_Print"})
+        EXPECT_TRUE(user.Find<QAbstractButton>(open).isEnabled()) << open;
+    EXPECT_TRUE(user.Find<QWidget>("fra_Solver").isEnabled());
+    EXPECT_FALSE(user.Find<QAbstractButton>("cmd_Done").isEnabled());
+    EXPECT_FALSE(user.Find<QAbstractButton>("chk_Polydyne").isEnabled());
+}
+
 TEST_F(Model_Screens, a_polydyne_cam_is_made_given_up_and_asked_about)
 {
     Answer_All();
@@ -240,6 +262,41 @@ TEST_F(Model_Screens, a_polydyne_cam_is_made_given_up_and_asked_about)
 
 /// Home's button leads through both screens; Back from the model comes back to the choice, Back from there leaves
 /// everything as it was.
+TEST_F(Model_Screens, what_mechanics_has_stands_beside_the_figures)
+{
+    Answer_All();
+    Choose_Model_Type(design, 2);
+    frm_Model screen;
+    const Driver user(screen);
+    EXPECT_FALSE(user.Visible("lbl_Notes"));
+    user.Press("cmd_Calc");
+    EXPECT_EQ(user.Text("lbl_Notes"), As_Lines(Departure_Notes(design)));
+    EXPECT_TRUE(user.Text("lbl_Notes").starts_with("Force-Dyn is off mechanics by up to "));
+    user.Press("chk_Polydyne");
+    EXPECT_NE(user.Text("lbl_Notes").find("Polydn S takes 36 for the square of two pi, 39.478"), std::string::npos);
+    EXPECT_TRUE(user.Visible("lbl_Notes"));
+    Model_Done(design);
+    {
+        screens::frm_SizeCam size;
+        const Driver sizing(size);
+        EXPECT_EQ(sizing.Text("lbl_Notes"), As_Lines(Notes_of_Polydyne(design)));
+        EXPECT_NE(sizing.Text("lbl_Notes").find("With them Phi goes from "), std::string::npos);
+        EXPECT_TRUE(sizing.Visible("lbl_Notes"));
+    }
+}
+
+TEST_F(Model_Screens, an_edit_takes_the_notes_away)
+{
+    Answer_All();
+    Choose_Model_Type(design, 2);
+    frm_Model screen;
+    const Driver user(screen);
+    user.Press("cmd_Calc");
+    EXPECT_TRUE(user.Visible("lbl_Notes"));
+    user.Fill("txt_Mass(0)", "2.5");
+    EXPECT_FALSE(user.Visible("lbl_Notes"));
+}
+
 TEST_F(Model_Screens, the_way_through_the_screens)
 {
     Answer_All();
