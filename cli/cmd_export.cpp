@@ -37,6 +37,8 @@ int Run(Session& session, const Options& options)
         return session.Wrong("the cam is not sized: it has no profile");
     const bool has_it =
         design.flags.Calculated && (profile || options.kind == "spreadsheet" || !design.cam.Translating);
+    if (!profile && options.kind != "spreadsheet" && !session.Linkage_Worked_Out())
+        return failed;
     session.Answer_Save_Dialogs(options.output);
     if (Run_Export(design,
                    profile ? profile_entries[static_cast<std::size_t>(options.code - 1)] : Entry_of(options.kind)))

@@ -10,7 +10,9 @@
 #include "core/startup.h"
 #include "core/text.h"
 #include "core/traps.h"
+#include "core/units.h"
 #include "edit/door.h"
+#include "edit/rungs.h"
 #include "files/model_file.h"
 #include "files/whole_file.h"
 #include "motion/segments.h"
@@ -233,6 +235,16 @@ int Session::Save_Text(const std::string& path, const std::string& text, const c
     if (error_reported_)
         return failed;
     return Trap(routine, [&] { Write_Whole_File(path, text); }) ? done : failed;
+}
+
+bool Session::Linkage_Worked_Out()
+{
+    if (!Has_Linkage(design) || !design.flags.Calculated || design.flags.Linkage_Calc)
+        return true;
+    if (Refuse_Other_Units(design))
+        return false;
+    Work_Out_Linkage(design);
+    return design.flags.Linkage_Calc;
 }
 
 void Session::Answer_Save_Dialogs(const std::string& path)

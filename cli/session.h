@@ -71,6 +71,10 @@ public:
     /// Writes a text to a file by the same rules. @param routine  name that an error is reported under
     int Save_Text(const std::string& path, const std::string& text, const char* routine);
 
+    /// Works the linkage out for a command that shows or writes its results, where the design has one and a motion.
+    /// @return false: it could not be, and the user was told why
+    bool Linkage_Worked_Out();
+
     /// Answers the save dialogs of what runs from here on with a path: they are the command's output.
     void Answer_Save_Dialogs(const std::string& path);
 
