@@ -224,15 +224,6 @@ double Margin(Design_State& design)
     return C(design).Prime_Rad * 0.1 + C(design).Follow_Rad * 1.35;
 }
 
-/// @return whether the base circle is a circle
-bool Find_Base_Circle(Design_State& design)
-{
-    Cam_Group& c = C(design);
-    c.Base_Circle = c.Followtype == 1 ? c.Prime_Rad - c.Follow_Rad : double{c.Prime_Rad};
-    c.Shaft_Radius = c.Base_Circle * shaft_share;
-    return c.Base_Circle > 0.0;
-}
-
 /// A window that holds the cam in all its positions, so that it stands still while the cam turns.
 void Set_Turning_Scale(Design_State& design, Surface& surface)
 {
@@ -288,6 +279,26 @@ void Draw_Strip(Design_State& design, Surface& surface, int at)
 }
 
 }  // namespace
+
+bool Find_Base_Circle(Design_State& design)
+{
+    Cam_Group& c = C(design);
+    c.Base_Circle = c.Followtype == 1 ? c.Prime_Rad - c.Follow_Rad : double{c.Prime_Rad};
+    c.Shaft_Radius = c.Base_Circle * shaft_share;
+    return c.Base_Circle > 0.0;
+}
+
+void Draw_Turned_Shaft(Design_State& design, Surface& surface, int i)
+{
+    Set_Keyway_Angle(design);
+    Set_Machine_Zero(design);
+    Draw_Shaft(design, surface, C(design).Cam_Draw_Angle - Data(design, var::Angle, i));
+}
+
+void Draw_Turned_Outline(Design_State& design, Surface& surface, int i)
+{
+    Draw_Outline(design, surface, Turn_at(design, i));
+}
 
 bool Set_Base_Circle(Design_State& design)
 {
@@ -411,7 +422,7 @@ bool Draw_Cam(Design_State& design, Surface& surface)
 
 bool Draw_Cam_at(Design_State& design, Surface& surface, int i)
 {
-    Cam_Group& c = C(design);
+    const Cam_Group& c = C(design);
     if (i < 0 || i > design.motion.Max_Data_Points_used)
         return false;
     if (c.Camtype == "Linear") {
@@ -423,10 +434,8 @@ bool Draw_Cam_at(Design_State& design, Surface& surface, int i)
     if (!Radial_Ready(design) || !design.flags.Sized || !Set_Base_Circle(design))
         return false;
     Set_Turning_Scale(design, surface);
-    Set_Keyway_Angle(design);
-    Set_Machine_Zero(design);
-    Draw_Outline(design, surface, Turn_at(design, i));
-    Draw_Shaft(design, surface, c.Cam_Draw_Angle - Data(design, var::Angle, i));
+    Draw_Turned_Outline(design, surface, i);
+    Draw_Turned_Shaft(design, surface, i);
     Draw_Follower(design, surface, i);
     return true;
 }

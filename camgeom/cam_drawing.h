@@ -39,6 +39,12 @@ bool Draw_Cam(Design_State& design, Surface& surface);
 /// the machine. The window holds all positions. @return false where there is nothing to draw or no such point
 bool Draw_Cam_at(Design_State& design, Surface& surface, int i);
 
+/// The parts of it for a scene that holds more than the cam, in a window that stands: whether the base circle is a
+/// circle, without a word; shaft with keyway, and outline, of a radial cam turned for point i.
+bool Find_Base_Circle(Design_State& design);
+void Draw_Turned_Shaft(Design_State& design, Surface& surface, int i);
+void Draw_Turned_Outline(Design_State& design, Surface& surface, int i);
+
 /// Shaft, prime circle (Show_Prime), base circle and keyway. The keyway's angle in degrees is that of Cam_Draw_Angle:
 /// from the follower's axis, against the cam's turning.
 void Draw_Shaft(Design_State& design, Surface& surface, double angle);

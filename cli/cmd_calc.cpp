@@ -15,7 +15,9 @@
 #include "edit/rungs.h"
 #include "forms/compcam_form.h"
 #include "forms/departure_notes.h"
+#include "forms/linkage_notes.h"
 #include "forms/workflow.h"
+#include "linkage/linkage_kinematics.h"
 #include "motion/continuity.h"
 #include "motion/segments.h"
 
@@ -41,6 +43,9 @@ struct Options {
     std::optional<double> start_step;
     std::optional<Long> max_steps;
     std::optional<double> x_start;
+    bool end_effector = false;
+    Stage_Choice stage;
+    bool average_velocity = false;
     Vibration_Run run;          // from the options above
     bool forces_stood = false;  // in the file: a setting may have taken them away, and the vibration brings them again
 };
@@ -152,6 +157,45 @@ bool Calculate_Polydyne(Session& session, const Options& options)
     return true;
 }
 
+bool Calculate_Linkage(Session& session, const Options&)
+{
+    Design_State& design = session.design;
+    if (!design.flags.Calculated) {
+        session.Say("linkage: the motion is not calculated");
+        return false;
+    }
+    // The sizing of a driven end effector has calculated it already.
+    if (!design.flags.Linkage_Calc && !Run_Linkage(design))
+        return false;
+    for (const std::string& note : Linkage_Notes(design, Decimal_Symbol::point))
+        session.Say("linkage: " + note);
+    if (Is_Stephenson(design))
+        session.Say("linkage: no file holds the choice of Stephenson: commands that read this one take --stephenson");
+    return true;
+}
+
+bool Calculate_Masses(Session& session, const Options& options)
+{
+    Design_State& design = session.design;
+    Work_Out_Linkage(design);
+    if (!design.flags.Linkage_Calc) {
+        session.Say("masses: the linkage is not calculated");
+        return false;
+    }
+    const bool forces = design.flags.Dynamicflag;
+    const std::optional<Link_Effect> effect =
+        Run_Link_Masses(design, options.average_velocity ? Speed_Choice::average : Speed_Choice::peak);
+    if (!effect) {
+        session.Say("masses: the model took no effective mass");
+        return false;
+    }
+    for (const std::string& note : Mass_Notes(design, *effect, Decimal_Symbol::point))
+        session.Say("masses: " + note);
+    if (forces && !design.flags.Dynamicflag)
+        session.Say("masses: the forces were those of the mass before: calculate dynamics again");
+    return true;
+}
+
 /// The balancing cam in the place of the primary: its motion, to be sized by another run.
 bool Calculate_Compensation(Session& session, const Options&)
 {
@@ -173,7 +217,17 @@ bool Calculate_Compensation(Session& session, const Options&)
 constexpr std::array ladder{Level{"svaj", Calculate_Motion},         Level{"size", Calculate_Size},
                             Level{"dynamics", Calculate_Dynamics},   Level{"vibration", Calculate_Vibration},
                             Level{"polydyne", Calculate_Polydyne},   Level{"stress", Calculate_Stress},
+                            Level{"linkage", Calculate_Linkage},     Level{"masses", Calculate_Masses},
                             Level{"compcam", Calculate_Compensation}};
+
+/// The options of a linkage, which the sizing may rest on. @return empty, or why one is refused
+std::string Take_Linkage_Options(Design_State& design, const Options& options)
+{
+    if (const std::string refusal = Take_Stage(design, options.stage); !refusal.empty() || !options.end_effector)
+        return refusal;
+    const Verdict verdict = Put(design, "Drive_End_Effector", 1);
+    return verdict ? std::string() : "--end-effector: " + Trim(On_One_Line(verdict.sentence));
+}
 
 /// The options of a vibration as the screen's entries take them. @return empty, or why one is refused
 std::string Take_Vibration_Options(Design_State& design, Options& options)
@@ -247,6 +301,8 @@ int Run(Session& session, Options options)
         return session.Wrong(fault.Number() == division_by_zero ? "the cam stands still: it has no vibration"
                                                                 : "--eps or --x-start is too large");
     }
+    if (const std::string refusal = Take_Linkage_Options(session.design, options); !refusal.empty())
+        return session.Wrong(refusal);
     for (const Level& level : ladder)
         if (std::find(wanted.begin(), wanted.end(), level.name) != wanted.end() &&
             (!level.work(session, options) || session.Error_Reported()))
@@ -264,7 +320,7 @@ void Add_Calc(CLI::App& app, Action& action)
     Add_Output(*command, options->output, "model file to write");
     command
         ->add_option("--levels", options->levels,
-                     "comma-separated, of svaj, size, dynamics, vibration, polydyne, stress, compcam")
+                     "comma-separated, of svaj, size, dynamics, vibration, polydyne, stress, linkage, masses, compcam")
         ->type_name("LIST")
         ->capture_default_str();
     command->add_flag("--accumulate", options->accumulate, "dynamics: add the torque to what the model holds");
@@ -288,6 +344,11 @@ void Add_Calc(CLI::App& app, Action& action)
         ->type_name("E");
     command->add_option("--follower-nu", options->poisson_follower, "stress: Poisson's ratio of the follower")
         ->type_name("NU");
+    command->add_flag("--end-effector", options->end_effector,
+                      "linkage: the motion is that of the last link, not of the arm; the sizing rests on it");
+    Add_Stage_Options(*command, options->stage);
+    command->add_flag("--average-velocity", options->average_velocity,
+                      "masses: from the mean speeds of the links (default: their peaks)");
     Add_Settings(*command, options->settings);
     command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }

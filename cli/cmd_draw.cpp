@@ -10,6 +10,8 @@
 #include "cli/picture.h"
 #include "cli/session.h"
 #include "core/design_state.h"
+#include "edit/rungs.h"
+#include "linkage/linkage_drawing.h"
 #include "paint/painter_surface.h"
 
 namespace lobemax::cli {
@@ -20,8 +22,10 @@ struct Options {
     std::string input;
     std::optional<double> at;
     bool conjugate = false;
+    bool cam_only = false;
     std::string path;
     Picture_Options picture;
+    Stage_Choice stage;
 };
 
 int Nearest_Point(const Design_State& design, double angle)
@@ -36,10 +40,14 @@ int Run(Session& session, const Options& options)
         return session.Wrong(refusal);
     if (const int status = session.Load(options.input); status != done)
         return status;
+    if (!session.Read_as(options.stage))
+        return wrong_input;
     if (!design.flags.Sized)
         return session.Wrong("the cam is not sized: there is nothing to draw");
     Cam_Group& c = design.cam;
-    if (c.Camtype == "Barrel")
+    // A path is the cam's own.
+    const bool train = !options.cam_only && options.path.empty() && Has_Linkage(design);
+    if (c.Camtype == "Barrel" && !train)
         return session.Wrong("barrel cams are not drawn");
     if (options.conjugate && c.Camtype != "Radial")
         return session.Wrong("only a radial cam has a conjugate");
@@ -50,6 +58,8 @@ int Run(Session& session, const Options& options)
         if (!refusal.empty())
             return session.Wrong("the conjugate cam cannot be calculated with these sizes: " + refusal);
     }
+    if (train)
+        Work_Out_Linkage(design);  // a train that cannot be is drawn as it is, and was told of
     c.Show_Surface = options.path != "machine";
     c.Show_Follower_Path = options.path == "follower";
     c.Show_Cutter_Path = options.path == "cutter";
@@ -57,6 +67,8 @@ int Run(Session& session, const Options& options)
     return Draw_to_File(session, options.picture.output, [&](const std::string& path, std::string& why) {
         bool drawn = false;
         const auto draw = [&](Surface& surface) {
+            if (train)
+                return drawn = Draw_Linkage_at(design, surface, Nearest_Point(design, options.at.value_or(0.0)));
             return drawn = options.at ? Draw_Cam_at(design, surface, Nearest_Point(design, *options.at))
                                       : Draw_Cam(design, surface);
         };
@@ -70,7 +82,8 @@ int Run(Session& session, const Options& options)
 
 void Add_Draw(CLI::App& app, Action& action)
 {
-    CLI::App* command = app.add_subcommand("draw", "Draws the cam with its follower to a picture");
+    CLI::App* command = app.add_subcommand(
+        "draw", "Draws the cam with its follower, or the linkage train that it drives, to a picture");
     const auto options = std::make_shared<Options>();
     command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
     Add_Number(
@@ -78,9 +91,11 @@ void Add_Draw(CLI::App& app, Action& action)
         "with the cam turned by an angle: the nearest calculated point is shown")
         ->type_name("ANGLE");
     command->add_flag("--conjugate", options->conjugate, "the conjugate cam, whose follower stands opposite");
+    command->add_flag("--cam-only", options->cam_only, "the cam with its follower, without the linkage");
     command->add_option("--path", options->path, "a path beside the cam: follower, cutter or machine")
         ->check(CLI::IsMember({"follower", "cutter", "machine"}));
     Add_Picture_Options(*command, options->picture, "800x800");
+    Add_Stage_Options(*command, options->stage);
     command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -7,9 +8,12 @@
 #include "cli/session.h"
 #include "core/design_state.h"
 #include "core/text.h"
+#include "edit/rungs.h"
 #include "paint/chart.h"
+#include "paint/link_plot_charts.h"
 #include "paint/plot_charts.h"
 #include "present/data_table.h"
+#include "present/linkage_plots.h"
 #include "present/plot_engine.h"
 #include "present/plot_selection.h"
 
@@ -24,6 +28,7 @@ struct Options {
     Picture_Options picture;
     int plot_style = 0;
     std::optional<int> segment;  // none: the whole cycle
+    Stage_Choice stage;
 };
 
 /// A variable, or a closed curve 54 to 59 by its number or name.
@@ -67,6 +72,40 @@ int No_Transform(Session& session, const std::string& place)
     return session.Wrong(place + ": " + std::string(Transform_not_Kept));
 }
 
+/// Whether the plot is one of the linkage: a word of it names a function of its links.
+bool Shows_Links(const Design_State& design, const Options& options)
+{
+    return Has_Linkage(design) && std::ranges::any_of(options.variables, [&](const std::string& word) {
+               return Link_Function_Named(design, word).has_value();
+           });
+}
+
+int Plot_Links(Session& session, const Options& options)
+{
+    const Design_State& design = session.design;
+    std::vector<Link_Function> functions;
+    for (const std::string& word : options.variables) {
+        const auto function = Link_Function_Named(design, word);
+        if (!function)
+            return session.Wrong("'" + word + "' is no function of the linkage: each plot has one kind");
+        functions.push_back(*function);
+    }
+    const int plot_style = options.plot_style == 0 ? style::single_window : options.plot_style;
+    if (plot_style == style::polar)
+        return session.Wrong("functions of the linkage have no polar plot");
+    if (options.segment)
+        return session.Wrong("functions of the linkage are plotted over the whole cycle");
+    const auto [least, most] = Functions_of_Style(plot_style);
+    if (const int count = static_cast<int>(functions.size()); count < least || count > most)
+        return session.Wrong("this style does not show " + std::to_string(count) + " functions");
+    if (!session.Linkage_Worked_Out())
+        return failed;
+    return Draw_to_File(session, options.picture.output, [&](const std::string& path, std::string& why) {
+        return paint::Save_Link_Plot(design, plot_style, functions, Picture_Size(options.picture), path,
+                                     options.picture.scale, &why);
+    });
+}
+
 int Run(Session& session, const Options& options)
 {
     Design_State& design = session.design;
@@ -76,8 +115,12 @@ int Run(Session& session, const Options& options)
         return session.Wrong("either --vars or --preset tells what to plot");
     if (const int status = session.Load(options.input); status != done)
         return status;
+    if (!session.Read_as(options.stage))
+        return wrong_input;
     if (!design.flags.Calculated)
         return session.Wrong("the model is not calculated: there is nothing to plot");
+    if (Shows_Links(design, options))
+        return Plot_Links(session, options);
     if (const std::string refusal = session.Refused_Segment(options.segment); !refusal.empty())
         return session.Wrong(refusal);
     int plot_style = options.plot_style;
@@ -123,7 +166,10 @@ void Add_Plot(CLI::App& app, Action& action)
     CLI::App* command = app.add_subcommand("plot", "Plots calculated variables to a picture");
     const auto options = std::make_shared<Options>();
     command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
-    command->add_option("--vars", options->variables, "one to four variables, by number, name or symbol")
+    command
+        ->add_option("--vars", options->variables,
+                     "one to four variables, by number, name or symbol; or functions of the linkage, as 'Theta 4', "
+                     "'Omega 4', 'Alpha 4', of a slider 'S 4', 'V 4', 'A 4', 'Ratio S', 'Ratio V'")
         ->type_name("A,B,C,D")
         ->delimiter(',')
         ->allow_extra_args(false);
@@ -133,6 +179,7 @@ void Add_Plot(CLI::App& app, Action& action)
         ->check(CLI::Range(1, 4));
     command->add_option("--segment", options->segment, "only one segment")->type_name("S");
     Add_Picture_Options(*command, options->picture, "900x600");
+    Add_Stage_Options(*command, options->stage);
     command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 

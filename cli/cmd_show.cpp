@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstdlib>
@@ -25,6 +26,7 @@ struct Options {
     std::string input;
     std::vector<std::string> fields;
     bool json = false;
+    Stage_Choice stage;
 };
 
 /// A field's element as JSON: a number, a flag or a text.
@@ -173,11 +175,24 @@ nlohmann::ordered_json Json_Summary(Design_State& design)
     return summary;
 }
 
+/// Whether a field is a result of the linkage, which no file holds.
+bool Is_Link_Result(std::string_view text)
+{
+    constexpr std::array results{"Link_Theta",   "Link_Omega",   "Link_Alpha",   "Link_X",      "Link_Y",
+                                 "Link_Ratio_S", "Link_Ratio_V", "Link_Ratio_A", "Link_Broken", "Link_Indeterminate"};
+    const Field* const field = Find_Field(Trim(text.substr(0, text.find('('))));
+    return field != nullptr && std::ranges::find(results, field->name) != results.end();
+}
+
 int Run(Session& session, const Options& options)
 {
     Design_State& design = session.design;
     if (session.Load(options.input) == wrong_input)
         return wrong_input;
+    if (!session.Read_as(options.stage))
+        return wrong_input;
+    if (std::ranges::any_of(options.fields, Is_Link_Result) && !session.Linkage_Worked_Out())
+        return failed;
     nlohmann::ordered_json object = nlohmann::ordered_json::object();
     std::unordered_set<std::string> names;
     std::string lines;
@@ -219,6 +234,7 @@ void Add_Show(CLI::App& app, Action& action)
     command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
     command->add_option("fields", options->fields, "fields, as 'Prime_Rad' or 'Beta_Deg(2)'")->type_name("FIELD");
     command->add_flag("--json", options->json, "as a JSON object");
+    Add_Stage_Options(*command, options->stage);
     command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 

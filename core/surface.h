@@ -9,7 +9,23 @@
 namespace lobemax {
 
 /// What a line stands for; the backend gives it the colour of its palette.
-enum class Ink { cam, shaft, prime, follower, path, cutter, surface, key, axis, curve };
+enum class Ink {
+    cam,
+    shaft,
+    prime,
+    follower,
+    path,
+    cutter,
+    surface,
+    key,
+    axis,
+    curve,
+    link,
+    ground,
+    slider,
+    effector,
+    broken,  // of a linkage that does not connect
+};
 
 struct World_Point {
     double x = 0.0;

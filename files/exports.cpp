@@ -15,6 +15,7 @@
 #include "core/traps.h"
 #include "core/units.h"
 #include "files/whole_file.h"
+#include "linkage/linkage_kinematics.h"
 
 namespace lobemax {
 
@@ -23,7 +24,6 @@ namespace {
 constexpr const char* line_end = "\r\n";
 
 constexpr int cutter_code = 3;
-constexpr int first_moving_link = 2;  // link 1 is the ground
 /// The curve that a profile file of code 1 to 5 holds.
 constexpr std::array profile_curves{var::Profile_Curve, var::Surface_Curve, var::Cutter_Curve, var::Profile_Key_Curve,
                                     var::Surface_Key_Curve};
@@ -199,18 +199,24 @@ std::string Motion_Text(const Design_State& design, Motion_Columns columns)
         for (const int row : rows)
             units += design.plot.Var_Unit(row) + '\t';
     }
-    const int last_link = design.flags.Linkage_Calc ? std::min<int>(l.Links, Max_Links) : 0;
-    for (int link = first_moving_link; link <= last_link; ++link) {
+    const int last_link = design.flags.Linkage_Calc ? Last_Link(design) : 0;
+    for (int link = First_Moving_Link; link <= last_link; ++link) {
         const std::string number = std::to_string(link);
-        heads += "Theta" + number + "\tOmega" + number + "\tAlpha" + number + '\t';
-        units += "deg\trad/sec\trad/sec^2\t";
+        if (Ends_in_Slider(design) && link == last_link) {
+            const std::string length = Words_of_Units(Units_of_Results(design)).length;
+            heads += "S" + number + "\tV" + number + "\tA" + number + '\t';
+            units += length + '\t' + length + "/sec\t" + length + "/sec^2\t";
+        } else {
+            heads += "Theta" + number + "\tOmega" + number + "\tAlpha" + number + '\t';
+            units += "deg\trad/sec\trad/sec^2\t";
+        }
     }
     text += heads + line_end + units + line_end;
     for (int i = 0; i <= m.Max_Data_Points_used; i += Point_Step(design)) {
         text += Cell(data(var::Angle, i));
         for (std::size_t k = 0; k < rows.size(); ++k)
             text += Cell(data(rows[k], i) * factors[k]);
-        for (int link = first_moving_link; link <= last_link; ++link)
+        for (int link = First_Moving_Link; link <= last_link; ++link)
             for (const Table<Single>* table : {&r.Link_Theta, &r.Link_Omega, &r.Link_Alpha})
                 text += Cell((*table)(link, i));
         text += line_end;

@@ -36,7 +36,8 @@ bool Export_Profile_to_File(const Design_State& design, const std::string& path,
 ///
 /// sva: angle, S, V, A as stored, in the time base of the design. xdot: angle, X, Xdot, Xddot, per second in every time
 /// base: the follower's response where a vibration was calculated, else its motion. With a calculated linkage both go
-/// on with position, velocity and acceleration of each moving link: deg, rad/sec, rad/sec^2 in every time base.
+/// on with position, velocity and acceleration of each moving link: deg, rad/sec, rad/sec^2 in every time base; of a
+/// slider its place on the axis, in the length unit, and per second.
 bool Export_SVA_to_File(const Design_State& design, const std::string& path, Motion_Columns columns);
 
 /// An entry of the Export list, by its name, from its first check to its last message.

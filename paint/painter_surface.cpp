@@ -71,6 +71,15 @@ QColor Painter_Surface::Colour_of(Ink ink) const
         return palette_.color(QPalette::Mid);
     case Ink::curve:
         return palette_.color(QPalette::Highlight);
+    case Ink::link:
+        return {0x3E, 0x7C, 0xB8};
+    case Ink::slider:
+        return {0x00, 0x8F, 0x6B};
+    case Ink::effector:
+        return {0xC8, 0x3E, 0x8E};
+    case Ink::broken:
+        return {0xD6, 0x2F, 0x2F};
+    case Ink::ground:
     case Ink::shaft:
     case Ink::axis:
         break;
@@ -84,12 +93,13 @@ void Painter_Surface::Use(Ink ink)
         return;
     ink_ = ink;
     const bool strong = ink == Ink::cam || ink == Ink::follower || ink == Ink::surface;
-    const bool fine = ink == Ink::shaft || ink == Ink::axis || ink == Ink::prime;
+    const bool fine = ink == Ink::shaft || ink == Ink::axis || ink == Ink::prime || ink == Ink::ground;
+    const bool dashed = ink == Ink::prime || ink == Ink::broken;
     QPen pen(Colour_of(ink),
              strong ? 1.8
              : fine ? 1.0
                     : 1.4,
-             ink == Ink::prime ? Qt::DashLine : Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin);
+             dashed ? Qt::DashLine : Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin);
     painter_.setPen(pen);
     painter_.setBrush(Qt::NoBrush);
 }

@@ -62,15 +62,6 @@ Curve_Style Look_of(const std::vector<int>& functions)
     return !functions.empty() && std::ranges::all_of(functions, Is_Fourier) ? Curve_Style::sticks : Curve_Style::line;
 }
 
-/// In gray, functions are told apart by their pattern.
-void Take_Colour_Away(Curve& curve, std::size_t place)
-{
-    constexpr std::array patterns{Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine};
-    constexpr int gray = 0x6E;  // seen on light and on dark ground
-    curve.colour = QColor(gray, gray, gray);
-    curve.pattern = patterns[place % patterns.size()];
-}
-
 void Set_Point_Ticks(Chart& chart, const Plot_Setup& setup, const Curve& curve, bool harmonics)
 {
     Point_Ticks ticks;
@@ -120,6 +111,14 @@ void Fill_Chart(const Design_State& design, Chart& chart, int plot_style, const 
 }
 
 }  // namespace
+
+void Take_Colour_Away(Curve& curve, std::size_t place)
+{
+    constexpr std::array patterns{Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine};
+    constexpr int gray = 0x6E;  // seen on light and on dark ground
+    curve.colour = QColor(gray, gray, gray);
+    curve.pattern = patterns[place % patterns.size()];
+}
 
 void Set_Angle_Ticks(const Design_State& design, Chart& chart)
 {

@@ -13,6 +13,9 @@
 
 namespace lobemax::paint {
 
+/// In gray, the functions of a chart are told apart by their pattern. @param place  of the curve among them
+void Take_Colour_Away(Curve& curve, std::size_t place);
+
 /// Ticks a chart of the whole cycle by the cam angle, as the plots of a whole cycle are.
 void Set_Angle_Ticks(const Design_State& design, Chart& chart);
 
