@@ -40,6 +40,13 @@ struct Field_Index {
     std::array<int, 3> at{};
 };
 
+/// An index, for fields of arrays: At(2), At(1, 3).
+template <class... Indices>
+Field_Index At(Indices... indices)
+{
+    return {static_cast<int>(sizeof...(indices)), {indices...}};
+}
+
 using Field_Ref = std::variant<Single*, Integer*, Flag*, std::string*, Long*, double*>;
 
 struct Field {

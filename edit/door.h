@@ -15,13 +15,6 @@ namespace lobemax {
 /// All rules of all fields, by the field's name; every field of the directory has one.
 const Field_Rule& Rule_of(const Field& field);
 
-/// An index, for fields of arrays: At(2), At(1, 3).
-template <class... Indices>
-Field_Index At(Indices... indices)
-{
-    return {static_cast<int>(sizeof...(indices)), {indices...}};
-}
-
 /// Whether the value may stand in the field; nothing is changed.
 Verdict Query(const Design_State& design, std::string_view field, const Field_Index& at, double number);
 Verdict Query(const Design_State& design, std::string_view field, double number);

@@ -204,10 +204,14 @@ std::optional<Link_Effect> Run_Link_Masses(Design_State& design, Speed_Choice ch
         const bool two_masses = model == 4 || model == 5;
         const double first = two_masses ? mass->at_follower : mass->Total();
         const std::optional<double> stiffness = Link_Stiffness(design, choice);
-        for (const Verdict& verdict :
-             {Put(design, "Mass_m", At(1), first), Put(design, "Mass_m", At(2), mass->at_effector),
-              Put(design, "Mass", first),
-              stiffness ? Put(design, "Kspring", At(model == 3 || model == 4 ? 2 : 1), *stiffness) : Verdict{}})
+        // Links without a mass leave the train's as it is: a follower without one cannot be.
+        std::vector<Verdict> verdicts;
+        if (first > 0.0)
+            verdicts = {Put(design, "Mass_m", At(1), first), Put(design, "Mass_m", At(2), mass->at_effector),
+                        Put(design, "Mass", first)};
+        if (stiffness)
+            verdicts.push_back(Put(design, "Kspring", At(model == 3 || model == 4 ? 2 : 1), *stiffness));
+        for (const Verdict& verdict : verdicts)
             if (!verdict) {
                 Show_Refusal(verdict);
                 return;
@@ -461,7 +465,7 @@ bool Take_Compensation(Design_State& design, const Compensation& result)
 Standing Standing_of(const Design_State& design)
 {
     const Flags_Group& f = design.flags;
-    return {f.Calculated, f.Sized, f.Dynamicflag, f.Stressflag, f.Modelflag, f.Polydyne_Calc};
+    return {f.Calculated, f.Sized, f.Dynamicflag, f.Stressflag, f.Modelflag, f.Polydyne_Calc, f.Linkage_Calc};
 }
 
 namespace {
@@ -526,8 +530,11 @@ bool Climb(Design_State& design, const Standing& standing)
     const bool size = standing.size || forces;
     const std::string_view unit_before = Words_of_Units(Units_of_Results(design)).stress;
     const bool same_unit = unit_before == Words_of_Units(design.identity.WhichUnit).stress;
+    const bool drives = design.linkage.Drive_End_Effector;
     if ((standing.motion || size) && !Recalculate_Motion(design))
         return false;
+    if (drives)
+        Put(design, "Drive_End_Effector", 1);  // a new motion is the arm's; this one is that which was
     if (size && !Run_Size(design))
         return false;
     if (forces && !Recalculate_Forces(design))
@@ -536,7 +543,9 @@ bool Climb(Design_State& design, const Standing& standing)
         return false;
     if (standing.polydyne && !(Make_Polydyne(design, {}) && Size_Polydyne(design)))
         return false;
-    return !standing.stress || Recalculate_Stress(design, same_unit);
+    if (standing.stress && !Recalculate_Stress(design, same_unit))
+        return false;
+    return !standing.linkage || Run_Linkage(design);
 }
 
 }  // namespace

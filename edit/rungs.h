@@ -118,7 +118,7 @@ struct Link_Effect {
 
 /// Effective mass and stiffness of the linkage into the model of the follower train and the follower's mass. A one-mass
 /// model has the whole mass as its first, a two-mass model what moves with the follower and what does not; the
-/// stiffness is that of the train's spring of the model picked.
+/// stiffness is that of the train's spring of the model picked. Links without any mass leave the masses as they are.
 /// @return none after a message: no linkage was calculated, or its links do not move
 std::optional<Link_Effect> Run_Link_Masses(Design_State& design, Speed_Choice choice);
 
@@ -130,12 +130,14 @@ struct Standing {
     bool stress = false;
     bool vibration = false;
     bool polydyne = false;
+    bool linkage = false;
     friend bool operator==(const Standing&, const Standing&) = default;
 };
 Standing Standing_of(const Design_State& design);
 
 /// Calculates the rungs anew from the table on, in the ladder's order, up to those that stood; a vibration as its
-/// screen opens, over two turns of the cam. A stored external force and the choice between motion and force stay.
+/// screen opens, over two turns of the cam. A stored external force, the choice between motion and force and a driven
+/// end effector stay.
 /// Stresses of a material that is not steel's are told of and left out where the unit of stress has changed: no modulus
 /// is converted.
 /// @return false, after a message, when a rung was not reached or the motion is not the table's, as an imported one or

@@ -23,6 +23,7 @@
 #include "core/text.h"
 #include "core/traps.h"
 #include "core/units.h"
+#include "edit/door.h"
 #include "edit/rungs.h"
 #include "edit/unsaved.h"
 #include "files/record_archive.h"
@@ -755,6 +756,29 @@ bool Read_Header(Design_State& design, Record_Reader& ar)
     return true;
 }
 
+/// Choices that hold what is none of them, as a sense of rotation of 0: the usual one is taken and told, and what was
+/// calculated with the other falls. One that this cam does not ask for stays as the file has it.
+void Mend_Choices(Design_State& design)
+{
+    const Cam_Group& c = design.cam;
+    struct Choice {
+        const char* field;
+        int held;
+        int usual;
+        bool counts;
+    };
+    std::string told;
+    for (const Choice& choice : {Choice{"Followtype", c.Followtype, 1, true}, Choice{"Rotflag", c.Rotflag, -1, true},
+                                 Choice{"ArmDirect", c.ArmDirect, 1, !c.Translating}})
+        if (choice.counts && !Query(design, choice.field, choice.held)) {
+            Put(design, choice.field, choice.usual);
+            told += std::string(choice.field) + " is " + std::to_string(choice.held) +
+                    " in this file: " + std::to_string(choice.usual) + " is taken.\n";
+        }
+    if (!told.empty())
+        Show_Message(told + "Please check the cam and size it again.", Buttons::OK, Symbol::exclamation);
+}
+
 using Reader = void (*)(Design_State&, Record_Reader&);
 
 /// The reader of a version, or none for a version that never was.
@@ -803,8 +827,10 @@ bool ReadFile(Design_State& design, Byte_Source& source)
         if (run.Read_Partial)  // labels and decimals follow whatever was read
             Trap("ReadFile", [&] { Refresh_Derived(design); });
     }
-    if (!run.Read_Abort)
+    if (!run.Read_Abort) {
+        Trap("ReadFile", [&] { Mend_Choices(design); });
         Adopt_Texts(design);
+    }
     Restore_Pointer();
     const bool whole = !run.Read_Abort && !run.Read_Partial;
     if (whole)

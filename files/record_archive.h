@@ -17,13 +17,6 @@ namespace lobemax {
 
 enum class Record_Shape { labelled, bare };
 
-/// Elements of a record's field: none, one, two or three indices.
-template <class... Index>
-Field_Index At(Index... index)
-{
-    return Field_Index{static_cast<int>(sizeof...(index)), {static_cast<int>(index)...}};
-}
-
 class Record_Writer {
 public:
     static constexpr bool reading = false;

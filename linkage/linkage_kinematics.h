@@ -148,7 +148,7 @@ void Report_No_Connect(const Design_State& design, double angle, Integer& answer
 void Report_No_Connect_Stage(const Design_State& design, int stage, double angle, Integer& answer);
 
 /// Link_Ratio_S, _V and _A over all points: last link's motion over the arm's, each normalised by its range or peak.
-/// (196) to (198).
+/// (195) to (198).
 void Normalize_Ratios(Design_State& design);
 
 /// A value with the cam angle, degrees, where it occurs.

@@ -544,6 +544,32 @@ TEST_F(Model_File, a_step_that_does_not_fit_the_points_is_taken_from_them_and_to
     }
 }
 
+TEST_F(Model_File, a_choice_that_is_none_is_taken_as_the_usual_one_and_told)
+{
+    Make_Design();
+    design.flags.Sized = true;
+    const std::string text = Written("9");
+    const std::string end = "Please check the cam and size it again.";
+    for (const auto& [field, held, words] : {std::tuple{"Rotflag", "0", "Rotflag is 0 in this file: -1 is taken.\n"},
+                                             {"Followtype", "3", "Followtype is 3 in this file: 1 is taken.\n"}}) {
+        user_.Expect({words + end, Buttons::OK, Symbol::exclamation});
+        ASSERT_TRUE(Read(With(text, field, held)));
+        EXPECT_FALSE(design.flags.Sized) << "it was calculated with the other";
+    }
+    // An arm's direction counts for a follower on an arm alone, the kind of track for a barrel alone.
+    ASSERT_TRUE(Read(With(text, "ArmDirect", "0")));
+    EXPECT_EQ(design.cam.ArmDirect, 0);
+    EXPECT_TRUE(design.flags.Sized);
+    user_.Expect({"ArmDirect is 0 in this file: 1 is taken.\n" + end, Buttons::OK, Symbol::exclamation});
+    ASSERT_TRUE(Read(With(With(text, "ArmDirect", "0"), "Translating", "0")));
+    EXPECT_EQ(design.cam.ArmDirect, 1);
+    user_.Expect(
+        {"Rotflag is 5 in this file: -1 is taken.\nBarrel_Type is 'Hollow' in this file: Grooved is taken.\n" + end,
+         Buttons::OK, Symbol::exclamation});
+    ASSERT_TRUE(Read(With(With(With(text, "Camtype$", "\"Barrel\""), "Barrel_Type$", "\"Hollow\""), "Rotflag", "5")));
+    EXPECT_EQ(design.cam.Barrel_Type, "Grooved");
+}
+
 TEST_F(Model_File, what_could_not_be_read_again_is_not_written)
 {
     Make_Design();

@@ -875,6 +875,32 @@ TEST_P(Linkage_Example, connects_at_every_point_in_every_unit_system)
     EXPECT_GT(summary.largest[0].value - summary.least[0].value, 0.1 * (Ends_in_Slider(design) ? scale : 1.0));
 }
 
+TEST(Linkage_Examples, stand_in_inches_as_their_triangles_have_them)
+{
+    // Pins of the law of cosines: A over Q at (4, 6.5), O4 at (11, 2.5), and so on to O6.
+    Script script;
+    const auto build = [](const char* name) {
+        ASSERT_TRUE(Sub_Main(design, "", {}));
+        ASSERT_TRUE(Put(design, "WhichUnit", 1));
+        ASSERT_TRUE(Build_Example(design, name));
+        ASSERT_TRUE(Calculate());
+    };
+    build("6-bar Linkage");
+    const int full_swing = 135;
+    EXPECT_NEAR(r().Link_Theta(2, 0), 90.0, 1E-4);
+    EXPECT_NEAR(r().Link_Theta(2, full_swing), 85.0, 1E-4);
+    EXPECT_NEAR(r().Link_Theta(4, 0), 85.002437, 1E-4);
+    EXPECT_NEAR(r().Link_Theta(4, full_swing), 80.934003, 1E-4);
+    EXPECT_NEAR(r().Link_Theta(3, 0), 7.515762, 1E-4);
+    EXPECT_NEAR(r().Link_Theta(6, 0), 77.610163, 1E-4);
+    EXPECT_NEAR(r().Link_Theta(6, full_swing), 72.492328, 1E-4);
+    build("4-bar Slider");
+    // The coupler lies on the axis, which runs to the left: the slider stands a coupler's length to the right.
+    EXPECT_NEAR(r().Link_Theta(4, 0), -8.0, 1E-4);
+    EXPECT_NEAR(r().Link_X(link_point::B, 0), 12.0, 1E-4);
+    EXPECT_NEAR(r().Link_Y(link_point::B, 0), 6.5, 1E-4);
+}
+
 INSTANTIATE_TEST_SUITE_P(All, Linkage_Example,
                          ::testing::Combine(::testing::Values("4-bar Linkage", "6-bar Linkage", "4-bar Slider",
                                                               "6-bar Slider"),
