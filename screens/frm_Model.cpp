@@ -73,6 +73,8 @@ frm_Model::frm_Model(QWidget* parent)
     Open_at({1100, 760});
     Fill();
     Refresh();
+    const Filling filling(*this);
+    Control<QRadioButton>(QStringLiteral("opt_Color(0)")).setChecked(true);
 }
 
 QLayout* frm_Model::Make_Inputs()
@@ -160,8 +162,13 @@ QLayout* frm_Model::Make_Plots()
     notes->setWordWrap(true);
     column->addWidget(notes);
     auto* const looks = new QHBoxLayout;
+    // In a widget of their own: options exclude all below their parent, those of the solver's frame, too.
+    auto* const colours = new QWidget;
+    auto* const pair = new QHBoxLayout(colours);
+    pair->setContentsMargins(0, 0, 0, 0);
     for (const char* const name : {"opt_Color(0)", "opt_Color(1)"})
-        looks->addWidget(Make_Option(Words_of(name), [this] { Draw(); }));
+        pair->addWidget(Make_Option(Words_of(name), [this] { Draw(); }));
+    looks->addWidget(colours);
     looks->addWidget(Make_Check(Words_of("chk_Vertline"), [this](bool) { Draw(); }));
     looks->addStretch();
     auto* const progress = new QProgressBar;
@@ -214,7 +221,6 @@ void frm_Model::Fill()
     const Filling filling(*this);
     for (const Model_Row& row : Fields_of_Model_Screen())
         Control<Entry>(To_Qt(row.name)).Show_Text(form_.Text(row.place));
-    Control<QRadioButton>(QStringLiteral("opt_Color(0)")).setChecked(true);
 }
 
 void frm_Model::Refresh()

@@ -8,6 +8,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTableWidget>
@@ -296,6 +297,25 @@ TEST_F(Screens_at_Large, no_access_key_is_given_twice)
                 }
         }
         Expect_Single(keys, entry.name);
+    }
+}
+
+/// An option takes the mark from all options below its parent, deep ones too: a question's options need a parent
+/// without those of another.
+TEST_F(Screens_at_Large, an_option_excludes_those_of_its_own_question_alone)
+{
+    const auto question = [](const QWidget& option) { return option.objectName().section('(', 0, 0); };
+    for (const A_Screen& entry : Every_Screen()) {
+        const auto window = entry.make();
+        for (const QRadioButton* const option : window->findChildren<QRadioButton*>()) {
+            if (!option->autoExclusive() || option->group() != nullptr)
+                continue;
+            for (const QRadioButton* const other : option->parentWidget()->findChildren<QRadioButton*>())
+                EXPECT_TRUE(!other->autoExclusive() || other->group() != nullptr ||
+                            question(*other) == question(*option))
+                    << entry.name << ": " << option->objectName().toStdString() << " and "
+                    << other->objectName().toStdString();
+        }
     }
 }
 

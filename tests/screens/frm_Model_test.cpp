@@ -285,6 +285,28 @@ TEST_F(Model_Screens, what_mechanics_has_stands_beside_the_figures)
     }
 }
 
+TEST_F(Model_Screens, gray_plots_and_grid_stay_over_a_calculation)
+{
+    Answer_All();
+    frm_Model screen;
+    const Driver user(screen);
+    EXPECT_TRUE(user.Checked("opt_Color(0)"));
+    user.Press("opt_Color(1)");
+    user.Press("chk_Vertline");
+    for (int k = 0; k < 2; ++k) {
+        user.Press("cmd_Calc");
+        EXPECT_TRUE(user.Checked("opt_Color(1)"));
+        EXPECT_FALSE(user.Checked("opt_Color(0)"));
+        EXPECT_TRUE(user.Checked("opt_Solver(0)"));
+        EXPECT_TRUE(user.Checked("chk_Vertline"));
+        const auto& curves = user.Find<paint::Chart>(Element("pct_Plot", 1)).Curves();
+        ASSERT_EQ(curves.size(), 1U);
+        EXPECT_TRUE(curves[0].colour.isValid()) << "not one of the palette of curves";
+    }
+    user.Press("opt_Color(0)");
+    EXPECT_FALSE(user.Find<paint::Chart>(Element("pct_Plot", 1)).Curves()[0].colour.isValid());
+}
+
 TEST_F(Model_Screens, an_edit_takes_the_notes_away)
 {
     Answer_All();
