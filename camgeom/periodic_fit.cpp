@@ -193,11 +193,11 @@ Fit_Status Spline_Coeffs(std::span<const Single> x, std::span<const Single> y, P
 Fit_Point Spline_At(const Periodic_Spline& spline, double t)
 {
     const int n = static_cast<int>(spline.x.size()) - 1;
-    const auto found = std::lower_bound(spline.x.begin(), spline.x.end(), t,
+    const double within = t < spline.x[0] ? t + PI2 : t;
+    const auto found = std::lower_bound(spline.x.begin(), spline.x.end(), within,
                                         [](const Single& x, double value) { return double{x} < value; });
-    const int j = std::min(static_cast<int>(found - spline.x.begin()), n);
-    const int piece = j > 0 ? j - 1 : n - 1;
-    const double u = t - spline.x[At_Place(piece)] + (j > 0 ? 0.0 : PI2);
+    const int piece = std::clamp(static_cast<int>(found - spline.x.begin()) - 1, 0, n - 1);
+    const double u = within - spline.x[At_Place(piece)];
     const double b = spline.b[At_Place(piece)];
     const double c = spline.c[At_Place(piece)];
     const double d = spline.d[At_Place(piece)];

@@ -61,8 +61,8 @@ Fit_Status Factor_Cyclic(int n, std::span<Single> a1, std::span<Single> a2, std:
 void Back_Solve_Cyclic(int n, std::span<const Single> a1, std::span<const Single> a2, std::span<const Single> a3,
                        std::span<Single> r, std::span<Single> c);
 
-/// The spline at t radians: the piece that ends at the first x at or above t. Below the first angle the last piece
-/// serves, a turn further on.
+/// The spline at t radians: the piece that ends at the first x at or above t. Below the first angle the pieces a turn
+/// further on serve.
 Fit_Point Spline_At(const Periodic_Spline& spline, double t);
 
 /// A Fourier series of a period: a0 + sum of ak cos(k g) + bk sin(k g), g = (t - x0) w. (212), (213)
