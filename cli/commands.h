@@ -20,6 +20,7 @@ using Action = std::function<int(Session& session)>;
 
 void Add_New(CLI::App& app, Action& action);
 void Add_Example(CLI::App& app, Action& action);
+void Add_Import(CLI::App& app, Action& action);
 void Add_Calc(CLI::App& app, Action& action);
 void Add_Convert(CLI::App& app, Action& action);
 void Add_Show(CLI::App& app, Action& action);

@@ -43,6 +43,7 @@ int Run(const std::vector<std::string>& words, std::istream& in, std::ostream& o
     Action action;
     Add_New(app, action);
     Add_Example(app, action);
+    Add_Import(app, action);
     Add_Calc(app, action);
     Add_Convert(app, action);
     Add_Show(app, action);

@@ -134,6 +134,12 @@ constexpr std::array falls{
          "they rest on the motion of the primary cam"},
     Fall{Event::compensation_given_up, Of(compensating_cam), nullptr, "the user goes on without saving it"},
 
+    Fall{Event::imported,
+         Of(size, forces, vibration, stress, polydyne, compensating_cam, external_force, linkage, transform, saved,
+            example_loaded, file_loaded, units_changed),
+         nullptr, "they rest on the motion before"},
+    Fall{Event::import_given_up, all_results | Of(external_force, saved, example_loaded, file_loaded), nullptr,
+         "the rows are those of a profile that was thrown away"},
     Fall{Event::load_without_table, Of(motion, size, forces, vibration, stress), nullptr,
          "the file holds no calculated data"},
     Fall{Event::load_partial, Of(motion, vibration, polydyne), nullptr, "the calculated data are not whole"},

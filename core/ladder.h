@@ -95,6 +95,8 @@ enum class Event : std::uint8_t {
     transform_began,
     compensation_done,  // the rows of the motion are those of the balancing cam
     compensation_given_up,
+    imported,         // a measured profile became the motion
+    import_given_up,  // and was thrown away
     load_without_table,  // the file holds no calculated data
     load_partial,
     load_succeeded,
@@ -102,7 +104,7 @@ enum class Event : std::uint8_t {
     results_let_go,  // Undo has gone back further than calculated rows are kept
     started,         // the program has come up
 };
-inline constexpr int Event_Count = 40;
+inline constexpr int Event_Count = 42;
 
 /// One row of the table of falls.
 struct Fall {

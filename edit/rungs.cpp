@@ -189,6 +189,62 @@ void Work_Out_Linkage(Design_State& design)
         Run_Linkage(design);
 }
 
+bool Save_Functions(Design_State& design, const Import_Choice& choice, const Import_Units& units,
+                    const Profile& profile)
+{
+    if (!profile.fitted) {
+        Show_Message("Fit the functions first.", Buttons::OK, Symbol::exclamation);
+        return false;
+    }
+    const Design_State before = design;
+    bool stored = false;
+    Trap("Save_Functions", [&] {
+        for (const Verdict& verdict :
+             {Put(design, "WhichUnit", units.WhichUnit), Put(design, "Time Base", 1),
+              Put(design, "Shaft speed", units.rpm * PI / 30.0)})
+            if (!verdict) {
+                Show_Refusal(verdict);
+                return;
+            }
+        Store_Functions(design, choice, profile);
+        stored = true;
+    });
+    if (!stored) {
+        design = before;
+        return false;
+    }
+    Apply(design, Event::imported);
+    design.results.WhichUnit = 0;
+    Set_Units(design);
+    Show_Message(
+        "The interpolated functions from your imported profile data \n"
+        "have been saved within the program for further calculation.\n"
+        "You still need to save the model to disk with the File/Save option.\n"
+        "When you select the Next button, you will return to the home page\n"
+        "and can plot the interpolated functions, size the cam, calculate\n"
+        "dynamic properties, and export the cam profile data for manufacture.\n"
+        "If you use the Back button, it will reset and lose the imported data.",
+        Buttons::OK, Symbol::information);
+    return true;
+}
+
+void Keep_Import(Design_State& design)
+{
+    Apply(design, Event::imported);
+    Reach(design, Mark::motion);
+    design.flags.Imported_Model = true;
+    design.motion.Motion = true;
+    design.identity.Design_No = design.identity.Design_No + 1;
+    Refresh_Screens();
+}
+
+void Give_Up_Import(Design_State& design)
+{
+    Apply(design, Event::import_given_up);
+    design.flags.Imported_Model = false;
+    Refresh_Screens();
+}
+
 std::optional<Link_Effect> Run_Link_Masses(Design_State& design, Speed_Choice choice)
 {
     if (!design.flags.Linkage_Calc) {

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "core/design_state.h"
+#include "camgeom/profile_import.h"
 #include "dynamics/torque_compensation.h"
 #include "dynamics/vibration.h"
 #include "linkage/linkage_masses.h"
@@ -109,6 +110,24 @@ bool Has_Linkage(const Design_State& design);
 /// No file holds a linkage's results: where a design has a linkage, a motion and no results yet, they are worked out.
 /// Points that do not connect are told of; what is missing is not.
 void Work_Out_Linkage(Design_State& design);
+
+/// The figures of an import that the design keeps.
+struct Import_Units {
+    int WhichUnit = 5;
+    double rpm = 0.0;
+};
+
+/// The functions of a fitted profile into the rows, in the units of the file and by the speed typed, per second, under
+/// its trap; a message tells of it.
+/// @return false after a message; the design is then as it was
+bool Save_Functions(Design_State& design, const Import_Choice& choice, const Import_Units& units,
+                    const Profile& profile);
+
+/// The imported functions are the design's motion: Calculated and Imported, Design No. counts on.
+void Keep_Import(Design_State& design);
+
+/// They are not: no motion is left.
+void Give_Up_Import(Design_State& design);
 
 /// What a linkage is worth at the follower.
 struct Link_Effect {

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "forms/import_notes.h"
+
+#include <cmath>
+
+#include "core/design_state.h"
+#include "core/numeric.h"
+#include "core/variables.h"
+
+namespace lobemax {
+
+std::vector<std::string> Import_Notes(const Design_State& design, const Import_Choice& choice, const Profile& profile,
+                                      Decimal_Symbol symbol)
+{
+    if (!profile.fitted)
+        return {};
+    constexpr double worth_a_line = 0.1;  // of the acceleration's range
+    constexpr int decimals = 5;
+    const auto shown = [symbol](double value, int places) { return Shortest(Single(FNRound(value, places)), symbol); };
+    const std::string unit = " " + Trim(design.plot.Var_Unit(var::S));
+    const Fit_Residuals r = Residuals_of(design, profile);
+    std::vector<std::string> notes;
+    notes.push_back("The fit misses the data by " + shown(r.largest, decimals) + unit + " at most, at " +
+                    shown(r.angle, 2) + " deg; root mean square " + shown(r.rms, decimals) + unit + ".");
+    if (r.noise_share > worth_a_line) {
+        std::string note = "The data are rough by about " + shown(r.noise, decimals) + unit + ": ";
+        note += choice.method == Fit_Method::spline
+                    ? "a spline makes an acceleration of it that is " + shown(100.0 * r.noise_share, 0) +
+                          " % of the whole.  Take Lanczos, or a Fourier series of few harmonics."
+                    : "what stands in acceleration and jerk may be this noise.";
+        notes.push_back(std::move(note));
+    }
+    constexpr double turn = 360.0;
+    constexpr double rounding = 0.01;
+    const double covered = (profile.x.back() - profile.x.front()) * Deg_per_Rad;
+    const double step = covered / static_cast<double>(profile.x.size() - 1);
+    const double period = choice.method == Fit_Method::fourier ? covered + step : covered;
+    if (std::abs(period - turn) > rounding)
+        notes.push_back("The data cover " + shown(period, 2) +
+                        " deg of a turn, and the fit takes this for the whole cycle: beyond it it does not hold.  "
+                        "Close the cycle.");
+    return notes;
+}
+
+}  // namespace lobemax
