@@ -415,6 +415,23 @@ double Noise_of(const std::vector<Single>& y)
     return *middle / median_of_normal / std::sqrt(70.0);
 }
 
+/// Of the motion under the noise, per degree squared: by differences over ten degrees, which feel noise a hundredth as
+/// much as those over one.
+double Range_of_Acceleration(const Design_State& design, std::span<const Single> S)
+{
+    constexpr double over = 10.0;  // degrees
+    const auto m = static_cast<std::size_t>(std::lround(over / design.motion.Deltatheta));
+    const std::size_t N = S.size() - 1;
+    double least = 0.0;
+    double largest = 0.0;
+    for (std::size_t i = 0; i < N; ++i) {
+        const double a = (S[(i + m) % N] - 2 * S[i] + S[(i + N - m) % N]) / (over * over);
+        least = std::min(least, a);
+        largest = std::max(largest, a);
+    }
+    return largest - least;
+}
+
 }  // namespace
 
 Fit_Residuals Residuals_of(const Design_State& design, const Profile& profile)
@@ -435,9 +452,9 @@ Fit_Residuals Residuals_of(const Design_State& design, const Profile& profile)
     // A spline through white noise at even steps h has second derivatives of deviation 6 / h^2 of it, nearly.
     const double step =
         (profile.x.back() - profile.x.front()) * Deg_per_Rad / static_cast<double>(profile.x.size() - 1);
-    const auto [least, largest] = std::ranges::minmax(profile.result.Points(3));
-    if (largest > least)
-        residuals.noise_share = 6.0 * residuals.noise / (step * step) / (largest - least);
+    const double range = Range_of_Acceleration(design, profile.result.Points(1));
+    if (range > 0.0)
+        residuals.noise_share = 6.0 * residuals.noise / (step * step) / range;
     return residuals;
 }
 

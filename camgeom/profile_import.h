@@ -65,7 +65,7 @@ struct Fit_Residuals {
     double angle = 0.0;  // degrees, of the largest
     double rms = 0.0;
     double noise = 0.0;        // standard deviation of a displacement, from the fourth differences
-    double noise_share = 0.0;  // of the acceleration's range that the spline makes of this noise
+    double noise_share = 0.0;  // of the acceleration's range: the deviation that a spline makes of this noise
 };
 
 /// Takes a text: reads it, chooses the step of the grid by the count of pairs, closes and normalises the data, and the

@@ -115,7 +115,9 @@ void Add_Import(CLI::App& app, Action& action)
     command->add_option("--units", options->units, "unit system of the file: 1 in-lb, 2 ft-lb, 3 m-N, 4 cm-N, 5 mm-N")
         ->check(CLI::Range(First_Unit_System, Last_Unit_System))
         ->capture_default_str();
-    command->add_option("--delta", options->delta, "step in degrees: 1.0, 0.50, 0.25, 0.125; finer where the pairs need it")
+    command
+        ->add_option("--delta", options->delta,
+                     "step in degrees: 1.0, 0.50, 0.25, 0.125; finer where the pairs need it")
         ->type_name("D")
         ->capture_default_str();
     command->add_option("--rpm", options->rpm, "shaft speed, revolutions per minute")->type_name("N");

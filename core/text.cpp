@@ -640,6 +640,14 @@ std::string Shortest(double value)
     return Shortest_Text(value, 15);
 }
 
+std::string Shortest(Single value, Decimal_Symbol symbol)
+{
+    std::string text = Shortest(value);
+    if (symbol == Decimal_Symbol::comma)
+        std::ranges::replace(text, '.', ',');
+    return text;
+}
+
 std::string On_One_Line(std::string_view text)
 {
     std::string line(text);

@@ -89,6 +89,8 @@ std::string FNRoundStr(const Design_State& design, double value, int decimals);
 /// double. Zero has no sign. What is not finite reads "NaN", "Infinity" or "-Infinity".
 std::string Shortest(Single value);
 std::string Shortest(double value);
+/// The same with another decimal symbol.
+std::string Shortest(Single value, Decimal_Symbol symbol);
 
 /// A value as a field or a message shows it: the shortest text of its 32 bits in the number format in force.
 std::string Shown(const Design_State& design, Single value);

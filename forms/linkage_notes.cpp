@@ -21,13 +21,9 @@ public:
     {
         constexpr int digits = 5;
         if (value == 0.0 || !std::isfinite(value))
-            return Shortest(Single(value));
+            return Shortest(Single(value), symbol_);
         const double unit = std::pow(10.0, std::floor(std::log10(std::abs(value))) - (digits - 1));
-        std::string text = Shortest(Single(std::round(value / unit) * unit));
-        if (symbol_ == Decimal_Symbol::comma)
-            for (char& c : text)
-                c = c == '.' ? ',' : c;
-        return text;
+        return Shortest(Single(std::round(value / unit) * unit), symbol_);
     }
 
 private:

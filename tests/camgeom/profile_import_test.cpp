@@ -276,7 +276,7 @@ TEST_F(Import, tells_how_near_a_fit_comes_and_what_noise_does_to_it)
     ASSERT_TRUE(Fit_Profile(design, choice, profile_));
     const Fit_Residuals rough = Residuals_of(design, profile_);
     EXPECT_NEAR(rough.noise, 0.002, 0.0004) << "found from the data alone";
-    EXPECT_GT(rough.noise_share, 0.3);
+    EXPECT_NEAR(rough.noise_share, 6 * 0.002 / (10 * std::pow(pi / 180, 2)), 1.0);
     // Smoothing moves a point by sqrt(18/35) of the noise.
     EXPECT_NEAR(rough.rms, 0.002 * std::sqrt(18.0 / 35.0), 0.0003);
     EXPECT_GT(rough.largest, rough.rms);

@@ -62,6 +62,14 @@ const std::vector<Falls_of> expected{
     {Event::effector_changed, "effector_changed_of_a_polydyne_cam", "Sized Dynamicflag Stressflag Model_Saved "},
     {Event::effector_changed, "effector_changed", "Sized Dynamicflag Modelflag Stressflag Model_Saved ", Plain_Sizing},
     {Event::linkage_began, "linkage_began", "Linkage_Calc "},
+    {Event::imported, "imported",
+     "Sized Dynamicflag Modelflag Stressflag Polydyne_Calc Ext_Force_Calc CompCam_Calc Linkage_Calc FFT_Done "
+     "Model_Saved Example_Loaded File_Loaded Units_Changed ",
+     Example},
+    {Event::import_given_up, "import_given_up",
+     "Calculated Sized Dynamicflag Modelflag Stressflag Polydyne_Calc Ext_Force_Calc CompCam_Calc Linkage_Calc "
+     "FFT_Done Model_Saved Example_Loaded File_Loaded ",
+     Example},
     {Event::segment_calculated, "segment_calculated", "Units_Changed "},
     {Event::segment_calculated, "segment_calculated_of_an_example", "Example_Loaded Units_Changed ", Example},
     {Event::status_reset, "status_reset",
