@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <string>
 
 class QPagedPaintDevice;
 class QWidget;
@@ -10,6 +11,8 @@ namespace lobemax::paint {
 
 /// Prints a form as it stands, after the note about better prints and the printer's own dialog.
 void Print_Form(QWidget& form);
+/// The same with another note.
+void Print_Form(QWidget& form, const std::string& note);
 
 /// Paints a form onto a page, whole and as large as it fits.
 void Paint_Form(QWidget& form, QPagedPaintDevice& page);

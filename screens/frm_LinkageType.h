@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "screens/screen.h"
+
+namespace lobemax::screens {
+
+/// Which linkage the follower arm drives: four schematics to pick from.
+class frm_LinkageType : public Screen {
+public:
+    explicit frm_LinkageType(QWidget* parent = nullptr);
+
+private:
+    QWidget* Make_Choice(int choice);
+    void Next();
+};
+
+/// The linkage screens, from the choice of the train on until the user leaves them, and the sizing screen where the
+/// motion is wanted at the other end of the train.
+void Run_Linkage_Screens(QWidget* parent);
+
+}  // namespace lobemax::screens
