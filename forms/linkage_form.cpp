@@ -11,6 +11,7 @@
 #include "core/traps.h"
 #include "edit/door.h"
 #include "edit/rungs.h"
+#include "forms/linkage_notes.h"
 #include "linkage/linkage_kinematics.h"
 #include "present/linkage_plots.h"
 #include "present/plot_engine.h"
@@ -476,6 +477,20 @@ std::array<Effector_Line, 3> Effector_Lines(const Design_State& design)
         lines[k].unit = Unit_of(design, {Last_Link(design), quantities[k]});
     }
     return lines;
+}
+
+std::vector<std::string> Notes_of_Linkage(Design_State& design)
+{
+    if (!design.flags.Linkage_Calc)
+        return {};
+    std::vector<std::string> notes;
+    if (const int broken = design.linkage.Link_Broken; broken > 0)
+        notes.push_back("The links do not connect at " + std::to_string(broken) + " of " +
+                        std::to_string(design.motion.Max_Data_Points_used + 1) +
+                        " points: no results stand there.  Change the dimensions.");
+    for (std::string& caution : Linkage_Cautions(design, Current_Decimal_Symbol(design)))
+        notes.push_back(std::move(caution));
+    return notes;
 }
 
 namespace {

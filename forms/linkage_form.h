@@ -11,6 +11,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/design_state.h"
 #include "forms/form_table.h"
@@ -104,6 +105,9 @@ struct Effector_Line {
     std::string unit;
 };
 std::array<Effector_Line, 3> Effector_Lines(const Design_State& design);
+
+/// What must be known beside them: at how many points the links do not connect, and what else figures do not show.
+std::vector<std::string> Notes_of_Linkage(Design_State& design);
 
 // ---- the animation
 

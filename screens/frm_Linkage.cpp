@@ -21,7 +21,6 @@
 #include "core/messages.h"
 #include "core/text.h"
 #include "edit/rungs.h"
-#include "forms/linkage_notes.h"
 #include "forms/preference_choice.h"
 #include "paint/painter_surface.h"
 #include "paint/print.h"
@@ -242,8 +241,12 @@ QLayout* frm_Linkage::Make_Animation()
     speed->setValue(Fastest_Speed / 2);
     speed->setMinimumWidth(110);
     connect(speed, &QSlider::valueChanged, this, [this] { timer_->setInterval(Delay()); });
-    pace->addWidget(Make_Caption(Words_of("hsc_speed"), speed));
-    pace->addWidget(speed, 1);
+    auto* const pace_of_speed = new QVBoxLayout;
+    pace_of_speed->setSpacing(0);
+    pace_of_speed->addWidget(Make_Caption(Words_of("hsc_speed"), speed), 0, Qt::AlignHCenter);
+    pace_of_speed->addWidget(speed);
+    pace->addLayout(pace_of_speed, 1);
+    pace->addSpacing(10);
     QComboBox* const wait = Choice(
         QStringLiteral("cmb_wait"), Texts_of(Wait_Counts),
         [this](int range) {
@@ -260,6 +263,7 @@ QLayout* frm_Linkage::Make_Animation()
         To_Qt(Words_of("cmb_Steps").tip));
     steps->setEditable(true);
     steps->setInsertPolicy(QComboBox::NoInsert);
+    steps->setCompleter(nullptr);  // which would make 72 of a 7
     steps->setCurrentText(QString::number(stride_));
     steps->lineEdit()->setMaximumWidth(60);
     connect(steps->lineEdit(), &QLineEdit::editingFinished, this,
@@ -272,7 +276,10 @@ QLayout* frm_Linkage::Make_Animation()
         cycles->Show_Text(Edit_Cycles(design, cycles_, text).text);
     };
     cycles->Show_Text(std::to_string(cycles_));
-    pace->addWidget(Make_Caption(Words_of("txt_Cycles"), cycles));
+    pace->addSpacing(6);
+    QLabel* const turns = Make_Caption(Words_of("txt_Cycles"), cycles);
+    turns->setMinimumWidth(turns->sizeHint().width() + 4);
+    pace->addWidget(turns);
     pace->addWidget(cycles);
     rows->addLayout(pace);
     return rows;
@@ -319,6 +326,7 @@ QWidget* frm_Linkage::Make_Summary()
 {
     QGroupBox* const frame = Make_Frame(Words_of("fra_Summary"));
     auto* const grid = new QGridLayout(frame);
+    grid->setHorizontalSpacing(12);
     const std::array heads{"Min", "at deg", "Max", "at deg"};
     for (int k = 0; k < static_cast<int>(heads.size()); ++k)
         grid->addWidget(new QLabel(QString::fromUtf8(heads[static_cast<std::size_t>(k)])), 0, k + 1, Qt::AlignRight);
@@ -430,8 +438,7 @@ void frm_Linkage::Show_Figures()
         for (std::size_t k = 0; k < texts.size(); ++k)
             Control<QLabel>(Element(summary_columns[k], line)).setText(To_Qt(texts[k]));
     }
-    Control<QLabel>(QStringLiteral("lbl_Notes"))
-        .setText(In_Lines(Linkage_Cautions(design, Current_Decimal_Symbol(design))));
+    Control<QLabel>(QStringLiteral("lbl_Notes")).setText(In_Lines(Notes_of_Linkage(design)));
 }
 
 void frm_Linkage::Changed()
