@@ -16,6 +16,7 @@
 #include "forms/compcam_form.h"
 #include "forms/linkage_notes.h"
 #include "forms/workflow.h"
+#include "linkage/linkage_kinematics.h"
 #include "motion/continuity.h"
 #include "motion/segments.h"
 
@@ -42,8 +43,7 @@ struct Options {
     std::optional<Long> max_steps;
     std::optional<double> x_start;
     bool end_effector = false;
-    bool watt = false;
-    bool stephenson = false;
+    Stage_Choice stage;
     bool average_velocity = false;
     Vibration_Run run;          // from the options above
     bool forces_stood = false;  // in the file: a setting may have taken them away, and the vibration brings them again
@@ -155,6 +155,8 @@ bool Calculate_Linkage(Session& session, const Options&)
         return false;
     for (const std::string& note : Linkage_Notes(design, Decimal_Symbol::point))
         session.Say("linkage: " + note);
+    if (Is_Stephenson(design))
+        session.Say("linkage: no file holds the choice of Stephenson: commands that read this one take --stephenson");
     return true;
 }
 
@@ -169,8 +171,10 @@ bool Calculate_Masses(Session& session, const Options& options)
     const bool forces = design.flags.Dynamicflag;
     const std::optional<Link_Effect> effect =
         Run_Link_Masses(design, options.average_velocity ? Speed_Choice::average : Speed_Choice::peak);
-    if (!effect)
+    if (!effect) {
+        session.Say("masses: the model took no effective mass");
         return false;
+    }
     for (const std::string& note : Mass_Notes(design, *effect, Decimal_Symbol::point))
         session.Say("masses: " + note);
     if (forces && !design.flags.Dynamicflag)
@@ -202,18 +206,13 @@ constexpr std::array ladder{Level{"svaj", Calculate_Motion},         Level{"size
                             Level{"linkage", Calculate_Linkage},     Level{"masses", Calculate_Masses},
                             Level{"compcam", Calculate_Compensation}};
 
-/// The options of a linkage, which the levels below it rest on. @return empty, or why one is refused
+/// The options of a linkage, which the sizing may rest on. @return empty, or why one is refused
 std::string Take_Linkage_Options(Design_State& design, const Options& options)
 {
-    const auto refused = [](const char* option, const Verdict& verdict) {
-        return verdict ? std::string() : std::string(option) + ": " + Trim(On_One_Line(verdict.sentence));
-    };
-    if (options.watt || options.stephenson) {
-        const Verdict verdict = Put(design, "Stage_Mode", options.watt ? "W" : "S");
-        if (!verdict)
-            return refused(options.watt ? "--watt" : "--stephenson", verdict);
-    }
-    return options.end_effector ? refused("--end-effector", Put(design, "Drive_End_Effector", 1)) : std::string();
+    if (const std::string refusal = Take_Stage(design, options.stage); !refusal.empty() || !options.end_effector)
+        return refusal;
+    const Verdict verdict = Put(design, "Drive_End_Effector", 1);
+    return verdict ? std::string() : "--end-effector: " + Trim(On_One_Line(verdict.sentence));
 }
 
 /// The options of a vibration as the screen's entries take them. @return empty, or why one is refused
@@ -333,8 +332,7 @@ void Add_Calc(CLI::App& app, Action& action)
         ->type_name("NU");
     command->add_flag("--end-effector", options->end_effector,
                       "linkage: the motion is that of the last link, not of the arm; the sizing rests on it");
-    CLI::Option* const watt = command->add_flag("--watt", options->watt, "linkage: the second stage on link 4");
-    command->add_flag("--stephenson", options->stephenson, "linkage: the second stage on the coupler")->excludes(watt);
+    Add_Stage_Options(*command, options->stage);
     command->add_flag("--average-velocity", options->average_velocity,
                       "masses: from the mean speeds of the links (default: their peaks)");
     Add_Settings(*command, options->settings);

@@ -25,6 +25,7 @@ struct Options {
     bool cam_only = false;
     std::string path;
     Picture_Options picture;
+    Stage_Choice stage;
 };
 
 int Nearest_Point(const Design_State& design, double angle)
@@ -39,6 +40,8 @@ int Run(Session& session, const Options& options)
         return session.Wrong(refusal);
     if (const int status = session.Load(options.input); status != done)
         return status;
+    if (!session.Read_as(options.stage))
+        return wrong_input;
     if (!design.flags.Sized)
         return session.Wrong("the cam is not sized: there is nothing to draw");
     Cam_Group& c = design.cam;
@@ -92,6 +95,7 @@ void Add_Draw(CLI::App& app, Action& action)
     command->add_option("--path", options->path, "a path beside the cam: follower, cutter or machine")
         ->check(CLI::IsMember({"follower", "cutter", "machine"}));
     Add_Picture_Options(*command, options->picture, "800x800");
+    Add_Stage_Options(*command, options->stage);
     command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 

@@ -16,6 +16,7 @@ struct Options {
     std::string kind;
     std::string output;
     int code = 1;
+    Stage_Choice stage;
 };
 
 // Entries of the Export list by the code of their profile: the cam's kind does not matter to them.
@@ -32,6 +33,8 @@ int Run(Session& session, const Options& options)
     Design_State& design = session.design;
     if (const int status = session.Load(options.input); status != done)
         return status;
+    if (!session.Read_as(options.stage))
+        return wrong_input;
     const bool profile = options.kind == "profile";
     if (profile && design.flags.Calculated && !design.flags.Sized)
         return session.Wrong("the cam is not sized: it has no profile");
@@ -62,6 +65,7 @@ void Add_Export(CLI::App& app, Action& action)
         ->check(CLI::Range(1, static_cast<int>(profile_entries.size())))
         ->capture_default_str();
     Add_Output(*command, options->output, "file to write");
+    Add_Stage_Options(*command, options->stage);
     command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 

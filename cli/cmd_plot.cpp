@@ -28,6 +28,7 @@ struct Options {
     Picture_Options picture;
     int plot_style = 0;
     std::optional<int> segment;  // none: the whole cycle
+    Stage_Choice stage;
 };
 
 /// A variable, or a closed curve 54 to 59 by its number or name.
@@ -114,6 +115,8 @@ int Run(Session& session, const Options& options)
         return session.Wrong("either --vars or --preset tells what to plot");
     if (const int status = session.Load(options.input); status != done)
         return status;
+    if (!session.Read_as(options.stage))
+        return wrong_input;
     if (!design.flags.Calculated)
         return session.Wrong("the model is not calculated: there is nothing to plot");
     if (Shows_Links(design, options))
@@ -176,6 +179,7 @@ void Add_Plot(CLI::App& app, Action& action)
         ->check(CLI::Range(1, 4));
     command->add_option("--segment", options->segment, "only one segment")->type_name("S");
     Add_Picture_Options(*command, options->picture, "900x600");
+    Add_Stage_Options(*command, options->stage);
     command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 

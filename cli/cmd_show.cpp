@@ -23,6 +23,7 @@ struct Options {
     std::string input;
     std::vector<std::string> fields;
     bool json = false;
+    Stage_Choice stage;
 };
 
 /// A field's element as JSON: a number, a flag or a text.
@@ -181,6 +182,8 @@ int Run(Session& session, const Options& options)
     Design_State& design = session.design;
     if (session.Load(options.input) == wrong_input)
         return wrong_input;
+    if (!session.Read_as(options.stage))
+        return wrong_input;
     if (std::ranges::any_of(options.fields, Is_Link_Result) && !session.Linkage_Worked_Out())
         return failed;
     nlohmann::ordered_json object = nlohmann::ordered_json::object();
@@ -224,6 +227,7 @@ void Add_Show(CLI::App& app, Action& action)
     command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
     command->add_option("fields", options->fields, "fields, as 'Prime_Rad' or 'Beta_Deg(2)'")->type_name("FIELD");
     command->add_flag("--json", options->json, "as a JSON object");
+    Add_Stage_Options(*command, options->stage);
     command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }
 

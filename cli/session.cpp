@@ -6,6 +6,7 @@
 
 #include "cli/commands.h"
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/startup.h"
 #include "core/text.h"
@@ -141,6 +142,24 @@ CLI::Option* Add_Number(CLI::App& command, const std::string& name, double low, 
             "FLOAT in [" + Shortest(low) + " - " + Shortest(high) + "]"));
 }
 
+void Add_Stage_Options(CLI::App& command, Stage_Choice& choice)
+{
+    CLI::Option* const watt =
+        command.add_flag("--watt", choice.watt, "linkage: the second stage hangs on link 4, as in every file");
+    command
+        .add_flag("--stephenson", choice.stephenson,
+                  "linkage: it hangs on the coupler; no file holds this choice, so each command takes it")
+        ->excludes(watt);
+}
+
+std::string Take_Stage(Design_State& design, const Stage_Choice& choice)
+{
+    if (!choice.watt && !choice.stephenson)
+        return {};
+    const Verdict verdict = Put(design, "Stage_Mode", choice.watt ? "W" : "S");
+    return verdict ? std::string() : std::string(choice.watt ? "--watt: " : "--stephenson: ") + verdict.sentence;
+}
+
 void Add_Output(CLI::App& command, std::string& path, const std::string& help)
 {
     command.add_option("-o,--output", path, help)->type_name("FILE")->required();
@@ -235,6 +254,21 @@ int Session::Save_Text(const std::string& path, const std::string& text, const c
     if (error_reported_)
         return failed;
     return Trap(routine, [&] { Write_Whole_File(path, text); }) ? done : failed;
+}
+
+bool Session::Read_as(const Stage_Choice& choice)
+{
+    std::vector<Mark> stood;
+    for (const Mark_Entry& entry : Mark_Table())
+        if (Holds(design, entry.mark))
+            stood.push_back(entry.mark);
+    if (const std::string refusal = Take_Stage(design, choice); !refusal.empty()) {
+        Wrong(refusal);
+        return false;
+    }
+    for (const Mark mark : stood)
+        Reach(design, mark);
+    return true;
 }
 
 bool Session::Linkage_Worked_Out()

@@ -23,6 +23,16 @@ struct Common_Options {
 
 void Add_Common_Options(CLI::App& app, Common_Options& options);
 
+/// Which joint the second stage of a sixbar hangs on: no file holds the choice, and one that is read is of Watt.
+struct Stage_Choice {
+    bool watt = false;
+    bool stephenson = false;
+};
+void Add_Stage_Options(CLI::App& command, Stage_Choice& choice);
+
+/// Makes the choice. @return empty, or why it is refused
+std::string Take_Stage(Design_State& design, const Stage_Choice& choice);
+
 /// One run of a command: its design, its streams, and the host that prints each message as one line on standard error
 /// and answers it. Nothing is read from or written to the user's documents.
 class Session {
@@ -70,6 +80,10 @@ public:
 
     /// Writes a text to a file by the same rules. @param routine  name that an error is reported under
     int Save_Text(const std::string& path, const std::string& text, const char* routine);
+
+    /// Reads the design as of a stage, for a command that shows it: what was calculated of it stands as it was read.
+    /// @return false: it has no such choice, and the user was told
+    bool Read_as(const Stage_Choice& choice);
 
     /// Works the linkage out for a command that shows or writes its results, where the design has one and a motion.
     /// @return false: it could not be, and the user was told why

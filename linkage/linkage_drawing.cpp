@@ -414,6 +414,17 @@ private:
         surface_.Label(at.x, design_.cam.Flip_Y - at.y, word, ink);
     }
 
+    /// Of a bar: its middle line and its edges.
+    void Keep_Labels_Off(World_Point a, World_Point b)
+    {
+        const double length = Length_of(b - a);
+        if (length == 0.0)
+            return;
+        const World_Point edge = half_ / length * Left_of(b - a);
+        for (const double side : {-1.0, 0.0, 1.0})
+            labels_.Keep_Clear_of(a + side * edge, b + side * edge);
+    }
+
     void Draw_Cam_and_Arm();
     void Draw_Support(World_Point pivot);
     void Draw_Pivots();
@@ -460,7 +471,7 @@ void Frame::Draw_Cam_and_Arm()
         Outline(Rounded_Hull({machine_.Pivot(), roller}, half_), Ink::follower);
         Draw_Roller(design_, surface_, roller.x, roller.y, c.Follow_Rad, Ink::follower);
     }
-    labels_.Keep_Clear_of(machine_.Pivot(), machine_.Arm_End(i_));
+    Keep_Labels_Off(machine_.Pivot(), machine_.Arm_End(i_));
     if (radial)
         Draw_Turned_Outline(design_, surface_, i_);
 }
@@ -496,8 +507,8 @@ void Frame::Draw_Bars(const std::vector<Bar>& bars, Ink ink)
 {
     for (const Bar& bar : bars) {
         Outline(Rounded_Hull(bar.pins, half_), ink);
-        for (std::size_t k = 1; k < bar.pins.size(); ++k)
-            labels_.Keep_Clear_of(bar.pins[k - 1], bar.pins[k]);
+        for (std::size_t k = 0; k < bar.pins.size(); ++k)
+            Keep_Labels_Off(bar.pins[k], bar.pins[(k + 1) % bar.pins.size()]);
         bars_.push_back(bar);
     }
     Points drawn;

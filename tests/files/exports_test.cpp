@@ -448,6 +448,33 @@ TEST_F(Exports, a_calculated_linkage_adds_the_columns_of_its_moving_links)
     EXPECT_EQ(Lines()[7].size(), 4U + 5U * 3U);
 }
 
+TEST_F(Exports, a_sliders_columns_are_lengths_per_second)
+{
+    Cam_Maker maker;
+    maker.translating = false;
+    maker.Make();
+    for (const auto& [type, links] : {std::pair{2, 4}, std::pair{3, 6}}) {
+        design.linkage.Linkage_Type = type;
+        design.linkage.Links = links;
+        design.flags.Linkage_Calc = true;
+        for (const Motion_Columns columns : {Motion_Columns::sva, Motion_Columns::xdot}) {
+            ASSERT_TRUE(Export_SVA_to_File(design, path_, columns));
+            const auto lines = Lines();
+            const auto last = static_cast<std::size_t>(4 + 3 * (links - 2));
+            const std::string number = std::to_string(links);
+            ASSERT_EQ(lines[7].size(), last + 3);
+            EXPECT_EQ(lines[7][last], "S" + number);
+            EXPECT_EQ(lines[7][last + 1], "V" + number);
+            EXPECT_EQ(lines[7][last + 2], "A" + number);
+            EXPECT_EQ(lines[8][last], "mm");
+            EXPECT_EQ(lines[8][last + 1], "mm/sec");
+            EXPECT_EQ(lines[8][last + 2], "mm/sec^2");
+            EXPECT_EQ(lines[7][last - 1], "Alpha" + std::to_string(links - 1));
+            EXPECT_EQ(lines[8][last - 3], "deg");
+        }
+    }
+}
+
 TEST_F(Exports, a_blank_model_has_nothing_to_export)
 {
     design.flags.Calculated = false;
