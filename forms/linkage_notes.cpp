@@ -145,10 +145,18 @@ std::vector<std::string> Mass_Notes(Design_State& design, const Link_Effect& eff
                                             With_Unit(number(*effect.stiffness), Unit_Word(design, Form_Unit::spring))
                                       : std::string(", no effective stiffness")) +
                     ".");
-    const Mass_over_Cycle real = True_Mass_over_Cycle(design);
-    notes.push_back("By its kinetic energy the train weighs from " + weight(real.least) + " to " +
-                    weight(real.largest) + " at the follower over the cycle, " + weight(real.mean) + " on the mean.");
+    notes.push_back(Weight_Note(design, symbol));
     return notes;
+}
+
+std::string Weight_Note(Design_State& design, Decimal_Symbol symbol)
+{
+    const Numbers number(symbol);
+    const std::string mass = Unit_Word(design, Form_Unit::mass);
+    const auto weight = [&](double value) { return With_Unit(number(value), mass); };
+    const Mass_over_Cycle real = True_Mass_over_Cycle(design);
+    return "By its kinetic energy the train weighs from " + weight(real.least) + " to " + weight(real.largest) +
+           " at the follower over the cycle, " + weight(real.mean) + " on the mean.";
 }
 
 }  // namespace lobemax

@@ -149,7 +149,15 @@ Massprop_Result Calc_Massprop(Design_State& design, Speed_Choice choice)
     const Massprop_Texts texts{Shown(design, effect->mass.at_follower), Shown(design, effect->mass.at_effector),
                                Shown(design, effect->mass.Total()),
                                effect->stiffness ? Shown(design, *effect->stiffness) : std::string()};
-    return {texts, Mass_Notes(design, *effect)};
+    // The model's type decides which of them it has.
+    const Dynamics_Group& d = design.dynamics;
+    const std::string unit = " " + Unit_Word(design, Form_Unit::mass);
+    const bool two_masses = d.Mass_m(1) != Single(effect->mass.Total());
+    std::string model = "The model of the follower train has taken m1 = " + Shown(design, d.Mass_m(1)) + unit;
+    if (two_masses)
+        model += " and m2 = " + Shown(design, d.Mass_m(2)) + unit;
+    model += effect->stiffness ? " and the stiffness." : "; its stiffness is as it was.";
+    return {texts, {model, Weight_Note(design, Current_Decimal_Symbol(design))}};
 }
 
 std::span<const Form_Control> Controls_of_Massprop()

@@ -149,6 +149,7 @@ TEST_F(Massprop_Forms, a_stiffness_of_zero_is_told_and_the_masses_stand)
     const Massprop_Result result = Calc_Massprop(design, Speed_Choice::peak);
     EXPECT_NE(result.texts.lbl_Effmass, "");
     EXPECT_EQ(result.texts.lbl_Effspring, "");
+    EXPECT_TRUE(result.notes[0].ends_with("; its stiffness is as it was."));
 }
 
 TEST_F(Massprop_Forms, the_results_go_into_the_model_and_onto_the_labels)
@@ -163,6 +164,14 @@ TEST_F(Massprop_Forms, the_results_go_into_the_model_and_onto_the_labels)
     EXPECT_NEAR(m2, design.dynamics.Mass_m(2), 1E-6);
     EXPECT_NEAR(testing::Number_In(texts.lbl_Effmass), m1 + m2, 1E-5);
     EXPECT_NEAR(testing::Number_In(texts.lbl_Effspring), design.dynamics.Kspring(1), 1.0);
+    const std::vector<std::string> two = Calc_Massprop(design, Speed_Choice::peak).notes;
+    ASSERT_EQ(two.size(), 2U);
+    EXPECT_EQ(two[0], "The model of the follower train has taken m1 = " + texts.lbl_Mass1 +
+                          " kg and m2 = " + texts.lbl_Mass2 + " kg and the stiffness.");
+    EXPECT_TRUE(two[1].starts_with("By its kinetic energy the train weighs from "));
+    design.dynamics.Model_Type = 2;  // of one mass
+    EXPECT_EQ(Calc_Massprop(design, Speed_Choice::peak).notes[0],
+              "The model of the follower train has taken m1 = " + texts.lbl_Effmass + " kg and the stiffness.");
     EXPECT_NE(Calc_Massprop(design, Speed_Choice::average).texts.lbl_Mass2, texts.lbl_Mass2) << "the speeds count";
 }
 
