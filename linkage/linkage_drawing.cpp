@@ -182,6 +182,25 @@ private:
     double rest_;
 };
 
+/// A point of the cam, turned for point i of the cycle.
+World_Point Turned_Point(const Design_State& design, int row, int i)
+{
+    const World_Point turn = Direction(design.cam.Rotflag * design.results.CalcData(var::Angle, i) * Rad_per_Deg);
+    return design.results.CalcData(row, i) * turn + design.results.CalcData(row + 1, i) * Left_of(turn);
+}
+
+/// The roller's centre, or the end of a flat face, which reaches a little beyond its contact.
+World_Point Follower_at(const Design_State& design, const Machine& machine, int i)
+{
+    constexpr double beyond_contact = 1.3;
+    if (design.cam.Camtype != "Radial")
+        return machine.Arm_End(i);
+    if (design.cam.Followtype == 1)
+        return Turned_Point(design, var::X, i);
+    const World_Point pivot = machine.Pivot();
+    return pivot + beyond_contact * (Turned_Point(design, var::X_Surface, i) - pivot);
+}
+
 bool Rocks_First(const Design_State& design)
 {
     return Six_Links(design) || !Ends_in_Slider(design);
@@ -276,12 +295,14 @@ public:
     World_Point Place(const std::string& word, const Points& candidates)
     {
         const World_Point half{size_ * letter_width * static_cast<double>(word.size()) / 2, size_ * letter_height / 2};
+        // The first of equals, and of nearly equals: a label then keeps its side while the cam turns.
+        constexpr double later = 0.02;
         World_Point best = candidates.front();
         double least = Cost(best, half);
-        for (const World_Point& candidate : candidates)
-            if (const double cost = Cost(candidate, half); cost < least) {
+        for (std::size_t k = 1; k < candidates.size(); ++k)
+            if (const double cost = Cost(candidates[k], half) + later * static_cast<double>(k); cost < least) {
                 least = cost;
-                best = candidate;
+                best = candidates[k];
             }
         boxes_.push_back({best, half});
         return best;
@@ -321,11 +342,12 @@ private:
         // In units of the word's own size: within 1 a line runs through it.
         constexpr double crossed = 3.0;
         constexpr double near = 1.7;
+        constexpr double close = 0.3;
         const auto scaled = [&](World_Point p) { return World_Point{p.x / half.x, p.y / half.y}; };
         for (const auto& [a, b] : segments_) {
             const double distance = Distance_to_Segment(scaled(at), scaled(a), scaled(b));
             cost += distance < 1.0 ? crossed : 0.0;
-            cost += std::max(0.0, near - distance);
+            cost += close * std::max(0.0, near - distance);
         }
         return cost;
     }
@@ -458,20 +480,14 @@ void Frame::Draw_Cam_and_Arm()
     const bool radial = c.Camtype == "Radial";
     if (radial)
         Draw_Turned_Shaft(design_, surface_, i_);
-    if (c.Followtype != 1) {
+    const World_Point end = Follower_at(design_, machine_, i_);
+    if (c.Followtype == 1)
+        Outline(Rounded_Hull({machine_.Pivot(), end}, half_), Ink::follower);
+    if (radial)
         Draw_Follower_Arm(design_, surface_, i_);
-    } else if (radial) {
-        const double turn = c.Rotflag * design_.results.CalcData(var::Angle, i_) * Rad_per_Deg;
-        const World_Point in_cam{design_.results.CalcData(var::X, i_), design_.results.CalcData(var::Y, i_)};
-        const World_Point roller = in_cam.x * Direction(turn) + in_cam.y * Left_of(Direction(turn));
-        Outline(Rounded_Hull({machine_.Pivot(), roller}, half_), Ink::follower);
-        Draw_Follower_Arm(design_, surface_, i_);
-    } else {
-        const World_Point roller = machine_.Arm_End(i_);
-        Outline(Rounded_Hull({machine_.Pivot(), roller}, half_), Ink::follower);
-        Draw_Roller(design_, surface_, roller.x, roller.y, c.Follow_Rad, Ink::follower);
-    }
-    Keep_Labels_Off(machine_.Pivot(), machine_.Arm_End(i_));
+    else
+        Draw_Roller(design_, surface_, end.x, end.y, c.Follow_Rad, Ink::follower);
+    Keep_Labels_Off(machine_.Pivot(), end);
     if (radial)
         Draw_Turned_Outline(design_, surface_, i_);
 }
@@ -687,7 +703,7 @@ Extremes Extremes_of(const Design_State& design, const Machine& machine)
     }
     scene.Hold(machine.Pivot());
     for (int i = 0; i <= points; ++i) {
-        scene.Hold(machine.Arm_End(i), c.Follow_Rad);
+        scene.Hold(Follower_at(design, machine, i), c.Follow_Rad);
         scene.Hold(machine.A(i));
         if (const Train_Pose pose = machine.Pose(i); pose.Connects())
             Hold_Pose(design, pose, scene);

@@ -240,6 +240,30 @@ TEST_F(Linkage_Drawing, the_window_is_square_and_holds_every_position)
     }
 }
 
+TEST_F(Linkage_Drawing, the_window_holds_the_arm_of_a_conjugate_and_a_flat_face)
+{
+    const auto holds_the_follower = [&] {
+        for (int i = 0; i <= 360; i += 30) {
+            ASSERT_TRUE(Draw_Linkage_at(design, surface_, i));
+            EXPECT_TRUE(surface_.finite);
+            for (const auto& circle : surface_.circles)
+                EXPECT_GE(circle.y - circle.radius, surface_.top) << i;
+            for (const auto& line : surface_.lines)
+                for (const double x : {line.x1, line.x2, line.y1, line.y2}) {
+                    EXPECT_GE(x, surface_.left) << i;
+                    EXPECT_LE(x, surface_.right) << i;
+                }
+        }
+    };
+    Make("4-bar Linkage");
+    ASSERT_TRUE(Use_Conjugate(design));
+    holds_the_follower();
+    Make("4-bar Linkage");
+    ASSERT_TRUE(Put(design, "Followtype", 2));
+    ASSERT_TRUE(Run_Size(design));
+    holds_the_follower();
+}
+
 TEST_F(Linkage_Drawing, the_scene_stands_still_while_the_cam_turns)
 {
     Make("6-bar Slider");
