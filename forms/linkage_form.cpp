@@ -481,9 +481,11 @@ std::array<Effector_Line, 3> Effector_Lines(const Design_State& design)
 
 std::vector<std::string> Notes_of_Linkage(Design_State& design)
 {
-    if (!design.flags.Linkage_Calc)
-        return {};
     std::vector<std::string> notes;
+    if (!design.flags.Sized && !May_Suggest(design))
+        notes.emplace_back("The cam in gray is that of the size before.  Size it again.");
+    if (!design.flags.Linkage_Calc)
+        return notes;
     if (const int broken = design.linkage.Link_Broken; broken > 0)
         notes.push_back("The links do not connect at " + std::to_string(broken) + " of " +
                         std::to_string(design.motion.Max_Data_Points_used + 1) +
@@ -517,7 +519,7 @@ std::optional<World_Window> Window_of_Linkage(Design_State& design)
 {
     Window_Finder finder;
     bool drawn = false;
-    Trap("Link_Anim_Setup", [&] { drawn = Link_Anim_Setup(design, finder); });
+    Trap("Link_Anim_Setup", [&] { drawn = Link_Anim_Setup(design, finder, Drawn_Cam::of_before); });
     if (!drawn)
         return {};
     return finder.window;

@@ -106,7 +106,8 @@ struct Effector_Line {
 };
 std::array<Effector_Line, 3> Effector_Lines(const Design_State& design);
 
-/// What must be known beside them: at how many points the links do not connect, and what else figures do not show.
+/// What must be known beside them and the picture: a cam that is out of date, at how many points the links do not
+/// connect, and what else figures do not show.
 std::vector<std::string> Notes_of_Linkage(Design_State& design);
 
 // ---- the animation

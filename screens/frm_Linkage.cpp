@@ -173,6 +173,7 @@ QWidget* frm_Linkage::Make_Links()
     for (int k = 0; k < static_cast<int>(Fields_of_Linkage().size()); ++k) {
         const Linkout_Row& row = Fields_of_Linkage()[static_cast<std::size_t>(k)];
         Entry* const entry = Make_Entry(row);
+        entry->setMinimumWidth(entry->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 9);
         entry->setMaximumWidth(entry->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 13);
         entry->accepted = [this, k](const std::string& text) { Enter(k, text); };
         Add_Line(*grid, row, entry);
@@ -486,12 +487,13 @@ void frm_Linkage::Draw(int frame)
         view_->Show({});
         return;
     }
-    view_->Show([frame](Surface& surface) {
+    const auto picture = [frame](Surface& surface) {
         try {
-            Link_Anim_Frame(design, surface, frame);
+            Link_Anim_Frame(design, surface, frame, Drawn_Cam::of_before);
         } catch (const Fault&) {  // told as the scene was set: a repaint does not tell it again
         }
-    });
+    };
+    view_->Show(picture, design.flags.Sized ? std::vector<Ink>{} : std::vector<Ink>{Ink::cam, Ink::prime, Ink::key});
 }
 
 void frm_Linkage::Set_Bar(int value)

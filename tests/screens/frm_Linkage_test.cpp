@@ -264,6 +264,13 @@ TEST_F(Linkage_Screens, options_put_their_choices_and_draw_them)
     user.Press("Opt_SVAJ(1)");
     EXPECT_TRUE(k_.Drive_End_Effector);
     EXPECT_FALSE(f_.Sized) << "the cam is that of the arm";
+    // It is drawn all the same, with the cam of before, and moves.
+    EXPECT_TRUE(user.Visible("pct_Cam") && user.Enabled("cmd_Step") && user.Enabled("hsc_step"));
+    user.Press("cmd_Calc");
+    EXPECT_TRUE(user.Text("lbl_Notes").starts_with("The cam in gray is that of the size before"));
+    const QImage before = Picture(user);
+    user.Find<QScrollBar>("hsc_step").setValue(45);
+    EXPECT_NE(Picture(user), before);
     user.Press("Opt_SVAJ(0)");
     EXPECT_FALSE(k_.Drive_End_Effector);
 }
