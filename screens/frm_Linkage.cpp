@@ -173,7 +173,7 @@ QWidget* frm_Linkage::Make_Links()
     for (int k = 0; k < static_cast<int>(Fields_of_Linkage().size()); ++k) {
         const Linkout_Row& row = Fields_of_Linkage()[static_cast<std::size_t>(k)];
         Entry* const entry = Make_Entry(row);
-        entry->setMinimumWidth(entry->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 9);
+        entry->setMinimumWidth(entry->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 8);
         entry->setMaximumWidth(entry->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 13);
         entry->accepted = [this, k](const std::string& text) { Enter(k, text); };
         Add_Line(*grid, row, entry);
@@ -192,7 +192,7 @@ QLayout* frm_Linkage::Make_Picture()
     auto* const column = new QVBoxLayout;
     view_ = new Linkage_View(QStringLiteral("pct_Cam"));
     view_->setToolTip(To_Qt(Words_of("pct_Cam").tip));
-    view_->setMinimumSize(360, 300);
+    view_->setMinimumSize(320, 280);
     view_->gripped = [this](const QPointF& at) { Run_Guarded_Key(*view_, [this, at] { Grip(at); }); };
     view_->dragged = [this](const QPointF& to) { Run_Guarded_Key(*view_, [this, to] { Drag(to); }); };
     view_->let_go = [this] { Run_Guarded(*view_, [this] { Let_Go(); }); };
@@ -212,7 +212,13 @@ QLayout* frm_Linkage::Make_Picture()
     bar_ = bar;
     connect(bar_, &QScrollBar::valueChanged, this,
             [this](int value) { Run_Guarded_Key(*bar_, [this, value] { Move_Bar(value); }); });
-    column->addWidget(bar_);
+    auto* const line = new QHBoxLayout;
+    line->addWidget(bar_, 1);
+    QLabel* const angle = Label(QStringLiteral("lbl_theta"), {}, To_Qt(Words_of("lbl_theta").tip));
+    angle->setMinimumWidth(angle->fontMetrics().horizontalAdvance(QStringLiteral("359.875 deg")));
+    line->addWidget(Make_Caption(Words_of("lbl_theta"), angle));
+    line->addWidget(angle);
+    column->addLayout(line);
     column->addLayout(Make_Animation());
     return column;
 }
@@ -227,10 +233,19 @@ QLayout* frm_Linkage::Make_Animation()
         Make_Button(Words_of("cmd_Run"), [] { Show_Message(Run_Advice(), Buttons::OK, Symbol::information); }));
     run->addWidget(Make_Button(Words_of("cmd_Redraw"), [this] { New_Scene(); }));
     run->addStretch();
-    QLabel* const angle = Label(QStringLiteral("lbl_theta"), {}, To_Qt(Words_of("lbl_theta").tip));
-    run->addWidget(Make_Caption(Words_of("lbl_theta"), angle));
-    angle->setMinimumWidth(angle->fontMetrics().horizontalAdvance(QStringLiteral("359.875 deg")));
-    run->addWidget(angle);
+    QComboBox* const steps = Choice(
+        QStringLiteral("cmb_Steps"), Texts_of(Step_Strides),
+        [this](int place) { Pick_Steps(std::to_string(Step_Strides.at(static_cast<std::size_t>(place)))); },
+        To_Qt(Words_of("cmb_Steps").tip));
+    steps->setEditable(true);
+    steps->setInsertPolicy(QComboBox::NoInsert);
+    steps->setCompleter(nullptr);  // which would make 72 of a 7
+    steps->setCurrentText(QString::number(stride_));
+    steps->lineEdit()->setMaximumWidth(60);
+    connect(steps->lineEdit(), &QLineEdit::editingFinished, this,
+            [this, steps] { Run_Guarded_Key(*steps, [this, steps] { Pick_Steps(From_Qt(steps->currentText())); }); });
+    run->addWidget(Make_Caption(Words_of("cmb_Steps"), steps));
+    run->addWidget(steps);
     rows->addLayout(run);
 
     auto* const pace = new QHBoxLayout;
@@ -240,7 +255,7 @@ QLayout* frm_Linkage::Make_Animation()
     speed->setRange(0, Fastest_Speed);
     speed->setPageStep(Fastest_Speed / 10);
     speed->setValue(Fastest_Speed / 2);
-    speed->setMinimumWidth(110);
+    speed->setMinimumWidth(80);
     connect(speed, &QSlider::valueChanged, this, [this] { timer_->setInterval(Delay()); });
     auto* const pace_of_speed = new QVBoxLayout;
     pace_of_speed->setSpacing(0);
@@ -258,19 +273,6 @@ QLayout* frm_Linkage::Make_Animation()
     wait->setCurrentIndex(wait_range_);
     pace->addWidget(Make_Caption(Words_of("cmb_wait"), wait));
     pace->addWidget(wait);
-    QComboBox* const steps = Choice(
-        QStringLiteral("cmb_Steps"), Texts_of(Step_Strides),
-        [this](int place) { Pick_Steps(std::to_string(Step_Strides.at(static_cast<std::size_t>(place)))); },
-        To_Qt(Words_of("cmb_Steps").tip));
-    steps->setEditable(true);
-    steps->setInsertPolicy(QComboBox::NoInsert);
-    steps->setCompleter(nullptr);  // which would make 72 of a 7
-    steps->setCurrentText(QString::number(stride_));
-    steps->lineEdit()->setMaximumWidth(60);
-    connect(steps->lineEdit(), &QLineEdit::editingFinished, this,
-            [this, steps] { Run_Guarded_Key(*steps, [this, steps] { Pick_Steps(From_Qt(steps->currentText())); }); });
-    pace->addWidget(Make_Caption(Words_of("cmb_Steps"), steps));
-    pace->addWidget(steps);
     Entry* const cycles = Make_Entry(Words_of("txt_Cycles"));
     cycles->setMaximumWidth(60);
     cycles->accepted = [this, cycles](const std::string& text) {
@@ -318,7 +320,7 @@ QLayout* frm_Linkage::Make_Choices()
     QLabel* const notes = Label(QStringLiteral("lbl_Notes"));
     notes->setWordWrap(true);
     notes->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    notes->setMinimumWidth(240);
+    notes->setMinimumWidth(220);
     column->addWidget(notes, 1);
     return column;
 }
