@@ -16,7 +16,7 @@ namespace lobemax {
 std::string Unit_Word(const Design_State& design, Form_Unit unit)
 {
     const Unit_Words& words = Words_of_Units(design.identity.WhichUnit);
-    // The springs of all metric systems are per metre.
+    // Springs and inertias of all metric systems have metres.
     const std::string per = design.identity.WhichUnit >= 3 ? "m" : words.length;
     switch (unit) {
     case Form_Unit::none:
@@ -27,6 +27,8 @@ std::string Unit_Word(const Design_State& design, Form_Unit unit)
         return "deg";
     case Form_Unit::mass:
         return words.mass;
+    case Form_Unit::inertia:
+        return words.mass + ("-" + per + "^2");
     case Form_Unit::force:
         return words.force;
     case Form_Unit::spring:

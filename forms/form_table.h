@@ -17,6 +17,7 @@ enum class Form_Unit {
     length,
     degrees,
     mass,
+    inertia,  // mass x length squared, of metres in all metric systems
     force,
     spring,   // force per length, in all metric systems per metre
     damping,  // force x s per the same length

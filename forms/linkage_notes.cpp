@@ -95,10 +95,23 @@ std::vector<std::string> Linkage_Notes(Design_State& design, Decimal_Symbol symb
     notes.push_back("Its velocity goes " + Range_Text(summary.least[1], summary.largest[1], unit(velocity), number) +
                     ", its acceleration " +
                     Range_Text(summary.least[2], summary.largest[2], unit(acceleration), number) + ".");
+    for (std::string& caution : Linkage_Cautions(design, symbol))
+        notes.push_back(std::move(caution));
+    return notes;
+}
+
+std::vector<std::string> Linkage_Cautions(Design_State& design, Decimal_Symbol symbol)
+{
+    if (!design.flags.Linkage_Calc)
+        return {};
+    using enum Link_Quantity;
+    const Numbers number(symbol);
+    const int last = Last_Link(design);
+    std::vector<std::string> notes;
     if (const int dead = design.linkage.Link_Indeterminate; dead > 0)
         notes.push_back("Dead centre at " + std::to_string(dead) +
                         (dead == 1 ? " point, which has no velocities." : " points, which have no velocities."));
-    Tell_Truth(design, unit(velocity), unit(acceleration), number, notes);
+    Tell_Truth(design, Unit_of(design, {last, velocity}), Unit_of(design, {last, acceleration}), number, notes);
     if (design.linkage.Drive_End_Effector && design.flags.Calculated) {
         constexpr double least_percent = 0.001;
         const double percent = Error_of_Driving(design) * 100.0;
@@ -128,10 +141,18 @@ std::vector<std::string> Mass_Notes(Design_State& design, const Link_Effect& eff
                                             With_Unit(number(*effect.stiffness), Unit_Word(design, Form_Unit::spring))
                                       : std::string(", no effective stiffness")) +
                     ".");
-    const Mass_over_Cycle real = True_Mass_over_Cycle(design);
-    notes.push_back("By its kinetic energy the train weighs from " + weight(real.least) + " to " +
-                    weight(real.largest) + " at the follower over the cycle, " + weight(real.mean) + " on the mean.");
+    notes.push_back(Weight_Note(design, symbol));
     return notes;
+}
+
+std::string Weight_Note(Design_State& design, Decimal_Symbol symbol)
+{
+    const Numbers number(symbol);
+    const std::string mass = Unit_Word(design, Form_Unit::mass);
+    const auto weight = [&](double value) { return With_Unit(number(value), mass); };
+    const Mass_over_Cycle real = True_Mass_over_Cycle(design);
+    return "By its kinetic energy the train weighs from " + weight(real.least) + " to " + weight(real.largest) +
+           " at the follower over the cycle, " + weight(real.mean) + " on the mean.";
 }
 
 }  // namespace lobemax

@@ -19,9 +19,16 @@ struct Design_State;
 std::vector<std::string> Linkage_Notes(Design_State& design);
 std::vector<std::string> Linkage_Notes(Design_State& design, Decimal_Symbol symbol);
 
+/// Of them what figures alone do not show: dead centres, what mechanics has beside the tables, the
+/// error of a driven end effector.
+std::vector<std::string> Linkage_Cautions(Design_State& design, Decimal_Symbol symbol);
+
 /// After a calculation of effective masses: what went into the model, effective mass and stiffness at the follower, and
 /// what the train really weighs there over the cycle.
 std::vector<std::string> Mass_Notes(Design_State& design, const Link_Effect& effect);
 std::vector<std::string> Mass_Notes(Design_State& design, const Link_Effect& effect, Decimal_Symbol symbol);
+
+/// Of them what the train really weighs.
+std::string Weight_Note(Design_State& design, Decimal_Symbol symbol);
 
 }  // namespace lobemax

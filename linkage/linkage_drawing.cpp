@@ -95,10 +95,11 @@ double Distance_to_Segment(World_Point p, World_Point a, World_Point b)
     return Length_of(p - (a + t * along));
 }
 
-bool Has_Scene(const Design_State& design)
+bool Has_Scene(const Design_State& design, Drawn_Cam cam)
 {
     const Flags_Group& f = design.flags;
-    return f.Calculated && f.Sized && !design.cam.Translating && Missing_Length(design).empty();
+    const bool profile = f.Sized || cam == Drawn_Cam::of_before;
+    return f.Calculated && profile && !design.cam.Translating && Missing_Length(design).empty();
 }
 
 /// The arm's angle at rest, degrees. The conjugate's roller sits on a second arm of one lever, whose first arm the
@@ -722,9 +723,9 @@ void Use_Window(const Design_State& design, Surface& surface)
 
 }  // namespace
 
-bool Link_Anim_Setup(Design_State& design, Surface& surface)
+bool Link_Anim_Setup(Design_State& design, Surface& surface, Drawn_Cam cam)
 {
-    if (!Has_Scene(design))
+    if (!Has_Scene(design, cam))
         return false;
     Cam_Group& c = design.cam;
     if (c.Camtype == "Radial" && !Set_Base_Circle(design))
@@ -743,9 +744,9 @@ bool Link_Anim_Setup(Design_State& design, Surface& surface)
     return true;
 }
 
-bool Link_Anim_Frame(Design_State& design, Surface& surface, int step)
+bool Link_Anim_Frame(Design_State& design, Surface& surface, int step, Drawn_Cam cam)
 {
-    if (!Has_Scene(design) || step < 0 || step > design.motion.Max_Data_Points_used)
+    if (!Has_Scene(design, cam) || step < 0 || step > design.motion.Max_Data_Points_used)
         return false;
     if (design.cam.Camtype == "Radial" && !Find_Base_Circle(design))
         return false;

@@ -15,14 +15,18 @@ namespace lobemax {
 
 struct Design_State;
 
+/// Which cam is drawn: that of the size that stands, or, while another choice has taken the size away, the one whose
+/// profile the rows still hold. What shows it so draws it as out of date.
+enum class Drawn_Cam { sized, of_before };
+
 /// The scale step: a world window that holds cam, arm and links in all positions of the cycle. View_Left, View_Right,
 /// Flip_Y. @return false where there is nothing to draw: no size, no motion, or a length is missing
-bool Link_Anim_Setup(Design_State& design, Surface& surface);
+bool Link_Anim_Setup(Design_State& design, Surface& surface, Drawn_Cam cam = Drawn_Cam::sized);
 
 /// One frame: the cam turned to point step, shaft and keyway, arm and roller, pivots, links with their pins, the slider
 /// with its guide, the end effector's mark. A train that does not connect there is drawn in its last pose, as broken.
 /// @return false where there is no such point or nothing to draw
-bool Link_Anim_Frame(Design_State& design, Surface& surface, int step);
+bool Link_Anim_Frame(Design_State& design, Surface& surface, int step, Drawn_Cam cam = Drawn_Cam::sized);
 
 /// Both of them, for a picture. @throws Fault{9} for a point outside the cycle
 bool Draw_Linkage_at(Design_State& design, Surface& surface, int point);

@@ -388,13 +388,19 @@ Link_Input True_Input(const Design_State& design, double rest, int i)
     return in;
 }
 
+Ground_Line Ground_of(const Design_State& design)
+{
+    const double x = design.linkage.O4x - design.cam.ArmX;
+    const double y = design.linkage.O4y - design.cam.ArmY;
+    return {Sqr(x * x + y * y), Atan2D(x, y)};
+}
+
 void Set_Ground(Design_State& design)
 {
     Linkage_Group& k = design.linkage;
-    const double x = k.O4x - design.cam.ArmX;
-    const double y = k.O4y - design.cam.ArmY;
-    k.Theta1 = Atan2D(x, y);
-    k.Link_1 = Sqr(x * x + y * y);
+    const Ground_Line ground = Ground_of(design);
+    k.Theta1 = ground.direction;
+    k.Link_1 = ground.length;
     k.O4D = k.Link_4a;
 }
 

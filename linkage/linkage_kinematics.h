@@ -126,7 +126,14 @@ Link_Input Input_at(const Design_State& design, double rest, int i);
 /// The same as mechanics has it.
 Link_Input True_Input(const Design_State& design, double rest, int i);
 
-/// The line of pivots from ArmX, ArmY to O4x, O4y: Theta1 and Link 1; O4D.
+/// The line of pivots from ArmX, ArmY to O4x, O4y.
+struct Ground_Line {
+    Single length;
+    Single direction;  // degrees
+};
+Ground_Line Ground_of(const Design_State& design);
+
+/// Theta1 and Link 1 are those of the line of pivots; O4D.
 void Set_Ground(Design_State& design);
 
 /// Why the train cannot be calculated: a length that is missing, in one sentence. Empty: it can.

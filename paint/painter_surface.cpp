@@ -50,6 +50,11 @@ QPointF Painter_Surface::To_Page(double x, double y) const
     return origin_ + QPointF(x * per_x_, y * per_y_);
 }
 
+World_Point Painter_Surface::To_World(const QPointF& page) const
+{
+    return {(page.x() - origin_.x()) / per_x_, (page.y() - origin_.y()) / per_y_};
+}
+
 QColor Painter_Surface::Colour_of(Ink ink) const
 {
     if (std::ranges::find(gray_, ink) != gray_.end())

@@ -32,6 +32,8 @@ public:
     void Outline(std::span<const World_Point> points, Ink ink) override;
     void Label(double x, double y, std::string_view text, Ink ink) override;
 
+    /// The place in the world of a place on the page.
+    World_Point To_World(const QPointF& page) const;
     QColor Colour_of(Ink ink) const;
     /// Draws these inks in gray: what they stand for is out of date.
     void Gray(std::vector<Ink> inks) { gray_ = std::move(inks); }

@@ -39,6 +39,7 @@
 #include "screens/frm_Dynamics.h"
 #include "screens/frm_FFT.h"
 #include "screens/frm_Input_Session.h"
+#include "screens/frm_LinkageType.h"
 #include "screens/frm_ModelType.h"
 #include "screens/frm_Plots.h"
 #include "screens/frm_Preferences.h"
@@ -78,6 +79,8 @@ QString Help_of(Home_Button button)
         return QStringLiteral("dynamics");
     case Stress:
         return QStringLiteral("stress");
+    case Linkage:
+        return QStringLiteral("linkage");
     case Plot:
         return QStringLiteral("plots");
     default:
@@ -442,9 +445,9 @@ void frm_HomeScreen::Press(Home_Button button)
         Run_Plots(this);
         break;
     case Linkage:
-        if (!May_Open_Linkage(design))
-            break;
-        [[fallthrough]];
+        if (May_Open_Linkage(design))
+            Run_Linkage_Screens(this);
+        break;
     default:
         Show_Message(
             "This screen comes with a later release.\n"

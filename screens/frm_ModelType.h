@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "screens/picture_choices.h"
 #include "screens/screen.h"
 
 namespace lobemax::screens {
@@ -11,8 +12,9 @@ public:
     explicit frm_ModelType(QWidget* parent = nullptr);
 
 private:
-    QWidget* Make_Choice(int choice);
     void Next();
+
+    Picture_Choices choices_;
 };
 
 /// The vibration screens, from the choice of the model on until the user leaves them, and the sizing screen that makes

@@ -30,6 +30,10 @@
 #include "screens/frm_HomeScreen.h"
 #include "screens/frm_InputData.h"
 #include "screens/frm_Knots.h"
+#include "screens/frm_Linkage.h"
+#include "screens/frm_LinkageType.h"
+#include "screens/frm_Linkplots.h"
+#include "screens/frm_MassProp.h"
 #include "screens/frm_Model.h"
 #include "screens/frm_ModelType.h"
 #include "screens/frm_Plots.h"
@@ -71,6 +75,38 @@ void Make_Conditions(char kind)
     Bound_Text(design, 1, 4, 0) = kind == 'S' ? "12" : "";
     m.T_boundary_cond(1, 4) = kind == 'S' ? "45" : "";
     Set_No_of_Conditions(design, 1, kind == 'S' ? "7" : "6");
+}
+
+/// The linkage screens: without a train, then with those of the examples.
+void Take_Linkages()
+{
+    Open_Example(design, "Oscillating");
+    Run_Size(design);
+    {
+        frm_LinkageType type;
+        Take(type, QStringLiteral("frm_LinkageType"));
+        frm_Linkage empty;
+        Take(empty, QStringLiteral("frm_Linkage_empty"));
+    }
+    for (const char* const example : {"4-bar Linkage", "6-bar Linkage", "4-bar Slider", "6-bar Slider"}) {
+        const QString name = QString::fromUtf8(example).remove(QLatin1Char(' '));
+        Open_Example(design, example);
+        Run_Size(design);
+        frm_Linkage train;
+        Take(train, QStringLiteral("frm_Linkage_") + name);
+        Run_Linkage(design);
+        for (int link = 2; link <= Max_Links; ++link) {
+            design.linkage.Mass_of_link(link) = 0.5;
+            design.linkage.Inertia_of_link(link) = 0.002;
+            design.linkage.CGx_of_link(link) = 60.0;
+            design.linkage.Stiffness_of_link(link) = 1E6;
+        }
+        frm_MassProp masses;
+        masses.Control<QPushButton>(QStringLiteral("cmd_Calc")).click();
+        Take(masses, QStringLiteral("frm_MassProp_") + name);
+        frm_Linkplots plots;
+        Take(plots, QStringLiteral("frm_Linkplots_") + name);
+    }
 }
 
 }  // namespace
@@ -172,6 +208,7 @@ int main(int argc, char** argv)
         frm_SizeCam size;
         Take(size, QStringLiteral("frm_SizeCam_") + QString::fromUtf8(example).remove(QLatin1Char(' ')));
     }
+    Take_Linkages();
     Open_Example(design, "Double Dwell");
     Make_Conditions('P');
     {

@@ -483,6 +483,8 @@ TEST_F(Linkage_Drawing, there_is_nothing_to_draw_before_the_size_without_an_arm_
     EXPECT_TRUE(Link_Anim_Setup(design, surface_));
     Set("Prime_Rad", 90);  // the size falls
     EXPECT_FALSE(Link_Anim_Setup(design, surface_));
+    EXPECT_TRUE(Link_Anim_Setup(design, surface_, Drawn_Cam::of_before));
+    EXPECT_TRUE(Link_Anim_Frame(design, surface_, 0, Drawn_Cam::of_before));
     ASSERT_TRUE(Run_Size(design));
     EXPECT_TRUE(Link_Anim_Setup(design, surface_));
     design.cam.Translating = true;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "edit/conditions.h"
+#include "edit/rungs.h"
 #include "motion/motion_programs.h"
 #include "motion/polynomial.h"
 #include "motion/segments.h"
@@ -20,6 +21,10 @@
 #include "screens/frm_HomeScreen.h"
 #include "screens/frm_InputData.h"
 #include "screens/frm_Knots.h"
+#include "screens/frm_Linkage.h"
+#include "screens/frm_LinkageType.h"
+#include "screens/frm_Linkplots.h"
+#include "screens/frm_MassProp.h"
 #include "screens/frm_Model.h"
 #include "screens/frm_ModelType.h"
 #include "screens/frm_Plots.h"
@@ -72,6 +77,12 @@ inline std::vector<A_Screen> Every_Screen()
             return std::unique_ptr<QWidget>(make());
         };
     };
+    const auto over_linkage = [](const char* example, auto make) {
+        return [example, make] {
+            EXPECT_TRUE(Open_Example(design, example) && Run_Size(design) && Run_Linkage(design));
+            return std::unique_ptr<QWidget>(make());
+        };
+    };
     std::vector<A_Screen> list{
         {"frm_HomeScreen", over_example([] { return new frm_HomeScreen(""); })},
         {"frm_Title", over_example([] { return new frm_Title; })},
@@ -92,6 +103,13 @@ inline std::vector<A_Screen> Every_Screen()
          })},
         {"frm_CompCam", over_example([] { return new frm_CompCam; })},
         {"frm_Stress", over_example([] { return new frm_Stress; })},
+        {"frm_LinkageType", over_linkage("4-bar Linkage", [] { return new frm_LinkageType; })},
+        {"frm_Linkage", over_linkage("6-bar Linkage", [] { return new frm_Linkage; })},
+        {"frm_CamSlider4", over_linkage("4-bar Slider", [] { return new frm_Linkage; })},
+        {"frm_CamSlider6", over_linkage("6-bar Slider", [] { return new frm_Linkage; })},
+        {"frm_MassProp4", over_linkage("4-bar Linkage", [] { return new frm_MassProp; })},
+        {"frm_MassProp6", over_linkage("6-bar Linkage", [] { return new frm_MassProp; })},
+        {"frm_Linkplots", over_linkage("4-bar Linkage", [] { return new frm_Linkplots; })},
         {"frm_PlotType", over_example([] { return new frm_PlotType; })},
     };
     for (int plot_style = 1; plot_style <= 4; ++plot_style) {

@@ -11,6 +11,7 @@
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSlider>
 #include <QTableWidget>
 #include <map>
 
@@ -211,6 +212,12 @@ TEST_F(Screens_at_Large, a_number_cut_short_is_shown_as_it_was_read_and_marked)
         {"frm_CompCam", "txt_max_steps", "900,7", "900"},
         {"frm_Stress", "txt_Length", "25,7", "25"},
         {"frm_Stress", "txt_Weight", "25,7", "25"},
+        {"frm_Linkage", Element("txt_Linkout", 2), "101,7", "101"},
+        {"frm_Linkage", "txt_Cycles", "2,7", "2"},
+        {"frm_CamSlider4", Element("txt_Linkout", 14), "355,7", "355"},
+        {"frm_CamSlider6", Element("txt_Linkout", 16), "179,7", "179"},
+        {"frm_MassProp4", Element("txt_Mass", 2), "2,7", "2"},
+        {"frm_MassProp6", Element("txt_Spring", 6), "25,7", "25"},
         {"frm_FFT", "txt_Harmonics", "25,7", "25"},
         {"frm_Bounds", "txt_NoConds", "6,7", "6"},
         {"frm_Bounds", Element("txt_Vbound", 0), "0,7", "0"},
@@ -351,7 +358,7 @@ TEST_F(Screens_at_Large, every_tab_stop_is_a_control_that_shows_its_focus)
         for (QWidget* const stop : Stops(*screen)) {
             const bool control = qobject_cast<QAbstractButton*>(stop) || qobject_cast<QLineEdit*>(stop) ||
                                  qobject_cast<QComboBox*>(stop) || qobject_cast<QTableWidget*>(stop) ||
-                                 qobject_cast<QPlainTextEdit*>(stop);
+                                 qobject_cast<QSlider*>(stop) || qobject_cast<QPlainTextEdit*>(stop);
             EXPECT_TRUE(control) << entry.name << ": " << Told(*stop);
             EXPECT_FALSE(stop->visibleRegion().isEmpty()) << entry.name << ": " << Told(*stop);
         }
@@ -407,6 +414,13 @@ TEST_F(Screens_at_Large, f1_opens_the_page_of_the_screen)
         {"frm_ModelType", "vibration"},
         {"frm_Model", "vibration"},
         {"frm_Stress", "stress"},
+        {"frm_LinkageType", "linkage"},
+        {"frm_Linkage", "linkage"},
+        {"frm_CamSlider4", "linkage"},
+        {"frm_CamSlider6", "linkage"},
+        {"frm_MassProp4", "linkage"},
+        {"frm_MassProp6", "linkage"},
+        {"frm_Linkplots", "linkage"},
     };
     for (const A_Screen& entry : Every_Screen()) {
         const auto screen = entry.make();
