@@ -17,7 +17,6 @@
 #include "forms/departure_notes.h"
 #include "forms/linkage_notes.h"
 #include "forms/workflow.h"
-#include "linkage/linkage_kinematics.h"
 #include "motion/continuity.h"
 #include "motion/segments.h"
 
@@ -169,8 +168,6 @@ bool Calculate_Linkage(Session& session, const Options&)
         return false;
     for (const std::string& note : Linkage_Notes(design, Decimal_Symbol::point))
         session.Say("linkage: " + note);
-    if (Is_Stephenson(design))
-        session.Say("linkage: no file holds the choice of Stephenson: commands that read this one take --stephenson");
     return true;
 }
 

@@ -52,9 +52,10 @@ const std::vector<const Field*>& Inputs()
     return inputs;
 }
 
-constexpr Mark results[]{Mark::motion,  Mark::size,     Mark::forces,         Mark::vibration,
-                         Mark::stress,  Mark::polydyne, Mark::external_force, Mark::compensating_cam,
-                         Mark::linkage, Mark::transform};
+// No file keeps the results of a linkage: they are worked out again where they are asked for.
+constexpr Mark results[]{Mark::motion, Mark::size,     Mark::forces,         Mark::vibration,
+                         Mark::stress, Mark::polydyne, Mark::external_force, Mark::compensating_cam,
+                         Mark::transform};
 
 }  // namespace
 

@@ -882,10 +882,26 @@ void Write_Model(Design_State& design, Byte_Sink& sink, std::string_view tag)
 
 namespace {
 
+/// What was typed and no format of the file has a place for; empty: nothing.
+std::string Not_Kept(const Design_State& design)
+{
+    const Linkage_Group& k = design.linkage;
+    std::string lost;
+    if (k.Stage_Mode == "S")
+        lost = "the choice of Stephenson";
+    for (int link = 2; link <= Max_Links; ++link)
+        if (k.Stiffness_of_link(link) != 0.0)
+            return lost + (lost.empty() ? "" : " and ") + "the stiffnesses of the links";
+    return lost;
+}
+
 void Tell_Written(const Design_State& design)
 {
     Show_Message("The file was successfully written to \n" + design.identity.File_Name, Buttons::OK,
                  Symbol::information);
+    if (const std::string lost = Not_Kept(design); !lost.empty())
+        Show_Message("This file has no place for " + lost + ".\nPlease set that again after opening it.", Buttons::OK,
+                     Symbol::exclamation);
 }
 
 /// The name under which a failed write is reported.

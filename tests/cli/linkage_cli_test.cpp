@@ -113,7 +113,7 @@ TEST_F(Linkage_Cli, stephenson_is_told_to_each_command)
     Make("6-bar Linkage");
     const Result result = Run("calc c.cam -o d.cam --levels linkage --stephenson " + stamps + links);
     ASSERT_EQ(result.status, 0) << result.err;
-    EXPECT_TRUE(Tells(result, "no file holds the choice of Stephenson")) << result.err;
+    EXPECT_TRUE(Tells(result, "This file has no place for the choice of Stephenson")) << result.err;
     // D rides 90 from A on the coupler, and the dyad hangs on it.
     const auto point = [&](const char* row, const char* flag) {
         const std::string text =

@@ -1001,6 +1001,26 @@ TEST_F(Saving, save_as_shows_its_dialog_and_names_the_model_after_the_file)
     EXPECT_EQ(Lines(Content(path_))[1], "\"9\"");
 }
 
+TEST_F(Saving, what_the_file_has_no_place_for_is_told)
+{
+    const auto lost = [](const std::string& what) {
+        return Expected_Box{"This file has no place for " + what + ".\nPlease set that again after opening it.",
+                            Buttons::OK, Symbol::exclamation};
+    };
+    design.linkage.Stage_Mode = "S";
+    user_.Expect(Success());
+    user_.Expect(lost("the choice of Stephenson"));
+    EXPECT_TRUE(Save_As_Plus(design));
+    design.linkage.Stiffness_of_link(5) = 2.0;
+    user_.Expect(Success());
+    user_.Expect(lost("the choice of Stephenson and the stiffnesses of the links"));
+    EXPECT_TRUE(Save_As_Plus(design));
+    design.linkage.Stage_Mode = "W";
+    user_.Expect(Success());
+    user_.Expect(lost("the stiffnesses of the links"));
+    EXPECT_TRUE(Save_As_Plus(design));
+}
+
 TEST_F(Saving, a_cancelled_dialog_changes_nothing)
 {
     user_.path.reset();
