@@ -40,6 +40,7 @@
 #include "screens/frm_FFT.h"
 #include "screens/frm_Input_Session.h"
 #include "screens/frm_LinkageType.h"
+#include "screens/frm_Linkplots.h"
 #include "screens/frm_ModelType.h"
 #include "screens/frm_Plots.h"
 #include "screens/frm_Preferences.h"
@@ -249,6 +250,10 @@ void frm_HomeScreen::Make_Menus()
             Run_Export(design, entry.name);
             Refresh();
         });
+    Add_Action(*file, QStringLiteral("mnu_linkagedata"), QStringLiteral("&Linkage Data..."), [this] {
+        frm_Linkplots plots(this);
+        Run_Modal(plots);
+    });
     file->addSeparator();
     Add_Action(*file, QStringLiteral("mnu_Quit"), QStringLiteral("&Quit"), [this] { Quit(); });
     auto* const units = new QActionGroup(this);
@@ -334,6 +339,7 @@ void frm_HomeScreen::Refresh()
     actions_.at("mnu_Aspect")->setChecked(design.run.Aspect_Flag);
     actions_.at("mnu_FullScreen")->setChecked(design.run.Full_Screen);
     actions_.at("mnu_StandardSize")->setChecked(!design.run.Full_Screen);
+    actions_.at("mnu_linkagedata")->setEnabled(view.linkage_data_entry);
     compcam_->setVisible(view.compcam_panel);
     status_->Refresh();
     Show_Design();

@@ -13,6 +13,7 @@
 #include <fstream>
 
 #include "core/units.h"
+#include "edit/rungs.h"
 #include "edit/unsaved.h"
 #include "files/model_file.h"
 #include "files/recovery.h"
@@ -439,6 +440,22 @@ TEST_F(Home_Screen, leaving_a_working_screen_by_back_drops_what_was_done_on_it)
     EXPECT_EQ(design.cam.Prime_Rad, 150.0);
     EXPECT_NE(design.results.CalcData(var::Phi, 45), phi);
     EXPECT_FALSE(design.flags.Dynamicflag);
+}
+
+TEST_F(Home_Screen, the_data_of_a_linkage_open_when_it_is_calculated)
+{
+    Build("4-bar Linkage");
+    frm_HomeScreen home("");
+    EXPECT_FALSE(Open(home, "mnu_linkagedata"));
+    Work_Out_Linkage(design);
+    home.Refresh();
+    std::string opened;
+    const testing::Modals modals([&](QDialog& open) {
+        opened = open.objectName().toStdString();
+        open.reject();
+    });
+    Trigger(home, "mnu_linkagedata");
+    EXPECT_EQ(opened, "frm_Linkplots");
 }
 
 TEST_F(Home_Screen, clicks_that_lead_nowhere_say_why)
