@@ -70,13 +70,24 @@ void Warn_of_Cut_Numbers(const Session& session)
         }
 }
 
-bool Calculate_Motion(Session& session, const Options&)
+/// A new motion is the arm's, unless the option says whose it is.
+void Keep_Effector(Session& session, bool driven, const Options& options)
+{
+    if (options.end_effector)
+        Put(session.design, "Drive_End_Effector", 1);
+    else if (driven && !session.design.linkage.Drive_End_Effector)
+        session.Say("svaj: a new motion is the arm's; --end-effector applies it to the end effector again");
+}
+
+bool Calculate_Motion(Session& session, const Options& options)
 {
     Warn_of_Cut_Numbers(session);
     Design_State& design = session.design;
+    const bool driven = design.linkage.Drive_End_Effector;
     const bool motion = design.motion.Motion;
     if (!Calc_All(design, motion) || !Motion_Done(design) || !design.flags.Calculated)
         return false;
+    Keep_Effector(session, driven, options);
     // The report that follows cmd_Done: of a smooth design it has nothing to tell.
     ContinuityCheck(design, design.motion.Firstlast, design.motion.Continuous, design.motion.Max_Jump);
     return design.motion.Continuous || Continuity_Report(design);

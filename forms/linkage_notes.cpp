@@ -134,8 +134,8 @@ std::vector<std::string> Mass_Notes(Design_State& design, const Link_Effect& eff
     const std::string mass = Unit_Word(design, Form_Unit::mass);
     const auto weight = [&](double value) { return With_Unit(number(value), mass); };
     std::vector<std::string> notes;
-    notes.push_back("Mass 1: " + weight(design.dynamics.Mass_m(1)) + ", Mass 2: " + weight(design.dynamics.Mass_m(2)) +
-                    ".");
+    notes.push_back("Mass 1, with the follower: " + weight(effect.mass.at_follower) +
+                    ", Mass 2, the rest of the train: " + weight(effect.mass.at_effector) + ".");
     notes.push_back("Effective mass at the follower: " + weight(effect.mass.Total()) +
                     (effect.stiffness ? ", effective stiffness at the follower: " +
                                             With_Unit(number(*effect.stiffness), Unit_Word(design, Form_Unit::spring))

@@ -101,6 +101,15 @@ TEST_F(Linkage_Cli, the_end_effector_changes_what_the_sizing_rests_on)
     EXPECT_TRUE(Tells(result, "Driven by its ratios, the end effector ")) << result.err;
     EXPECT_EQ(Show("d.cam", "Drive_End_Effector"), "Drive_End_Effector = true\n");
     EXPECT_GT(std::abs(Number("d.cam", "CalcData(9, 45)") - arm), 1e-3);
+    // A new motion does not take the choice away; without the option it does, and says so.
+    const Result anew = Run("calc c.cam -o n.cam --levels svaj,size,linkage --end-effector " + stamps);
+    ASSERT_EQ(anew.status, 0) << anew.err;
+    EXPECT_EQ(Show("n.cam", "Drive_End_Effector"), "Drive_End_Effector = true\n");
+    EXPECT_EQ(Number("n.cam", "CalcData(9, 45)"), Number("d.cam", "CalcData(9, 45)"));
+    const Result given_up = Run("calc d.cam -o g.cam --levels svaj,size " + stamps);
+    EXPECT_TRUE(Tells(given_up, "svaj: a new motion is the arm's")) << given_up.err;
+    EXPECT_EQ(Show("g.cam", "Drive_End_Effector"), "Drive_End_Effector = false\n");
+    EXPECT_EQ(Number("g.cam", "CalcData(9, 45)"), arm);
     // Without its level the size falls.
     ASSERT_EQ(Run("calc c.cam -o f.cam --levels linkage --end-effector " + stamps).status, 0);
     EXPECT_EQ(Show("f.cam", "Sized"), "Sized = false\n");
@@ -152,7 +161,7 @@ TEST_F(Linkage_Cli, masses_are_told_with_their_units_and_go_into_the_model)
     Make("4-bar Linkage");
     const Result result = Run("calc c.cam -o d.cam --levels masses " + stamps + Stiffness());
     ASSERT_EQ(result.status, 0) << result.err;
-    EXPECT_TRUE(Tells(result, "lobemax-cli: masses: Mass 1: ")) << result.err;
+    EXPECT_TRUE(Tells(result, "lobemax-cli: masses: Mass 1, with the follower: ")) << result.err;
     EXPECT_TRUE(Tells(result, " kg, effective stiffness at the follower: ")) << result.err;
     EXPECT_TRUE(Tells(result, " N/m.")) << result.err;
     EXPECT_TRUE(Tells(result, "By its kinetic energy the train weighs from ")) << result.err;

@@ -136,8 +136,8 @@ TEST_F(Linkage_Notes_of, masses_are_told_as_they_went_into_the_model_and_as_they
         EXPECT_NE(notes[k].find(words), std::string::npos) << notes[k];
         return std::stod(notes[k].substr(notes[k].find(words) + words.size()));
     };
-    EXPECT_NEAR(number_after(0, "Mass 1: "), design.dynamics.Mass_m(1), 1e-4);
-    EXPECT_NEAR(number_after(0, "Mass 2: "), design.dynamics.Mass_m(2), 1e-4);
+    EXPECT_NEAR(number_after(0, "Mass 1, with the follower: "), effect->mass.at_follower, 1e-4);
+    EXPECT_NEAR(number_after(0, "Mass 2, the rest of the train: "), effect->mass.at_effector, 1e-4);
     EXPECT_NEAR(number_after(1, "Effective mass at the follower: "), effect->mass.Total(), 1e-4);
     EXPECT_NEAR(number_after(1, "effective stiffness at the follower: "), *effect->stiffness, 10.0);
     EXPECT_TRUE(notes[1].ends_with(" N/m."));
