@@ -203,8 +203,10 @@ void Write_Default_Application(std::string_view application, const std::string& 
             before.resize(held);
         }
         const std::string after = Register_Cam_File(application, "cam", before);
-        if (after != before)
-            Write_Whole_File(path, after);
+        if (after == before)
+            return;
+        std::filesystem::create_directories(folder, none);  // a new account has no folder of settings yet
+        Write_Whole_File(path, after);
     });
 }
 

@@ -149,5 +149,17 @@ TEST_F(Preferences, the_association_is_a_line_of_the_users_default_applications)
     EXPECT_EQ(Register_Cam_File("Notepad", "cam", others), others);
 }
 
+TEST_F(Preferences, the_association_is_written_for_a_user_who_has_no_settings_yet)
+{
+    const std::string folder = ::testing::TempDir() + "lobemax_new_user_" + std::to_string(::getpid()) + "/.config/";
+    Write_Default_Application("Notepad", folder);
+    EXPECT_FALSE(std::filesystem::exists(folder)) << "nothing to write";
+    Write_Default_Application("Lobemax", folder);
+    std::stringstream text;
+    text << std::ifstream(folder + "mimeapps.list").rdbuf();
+    EXPECT_EQ(text.str(), "[Default Applications]\napplication/x-lobemax-cam=lobemax.desktop;\n");
+    std::filesystem::remove_all(std::filesystem::path(folder).parent_path().parent_path());
+}
+
 }  // namespace
 }  // namespace lobemax
