@@ -205,6 +205,16 @@ Fit_Point Spline_At(const Periodic_Spline& spline, double t)
             6 * d};
 }
 
+bool Even_Steps(std::span<const Single> x)
+{
+    constexpr double share = 0.01;
+    const double step = (x.back() - x.front()) / static_cast<double>(x.size() - 1);
+    for (std::size_t i = 1; i < x.size(); ++i)
+        if (std::abs(x[i] - x[i - 1] - step) > share * step)
+            return false;
+    return true;
+}
+
 Fourier_Series Fourier_Coeffs(std::span<const Single> x, std::span<const Single> y, int harmonics)
 {
     const std::size_t N = y.size();
@@ -277,16 +287,6 @@ void Make_Room(const Design_State& design, Fit_Result& result)
     const int points = design.motion.Max_Data_Points_used;
     if (result.Last_Row() != last_row || result.Last_Point() != points)
         result.Dimension(last_row, points);
-}
-
-bool Even_Steps(std::span<const Single> x)
-{
-    constexpr double share = 0.01;
-    const double step = (x.back() - x.front()) / static_cast<double>(x.size() - 1);
-    for (std::size_t i = 1; i < x.size(); ++i)
-        if (std::abs(x[i] - x[i - 1] - step) > share * step)
-            return false;
-    return true;
 }
 
 /// The same place of the cycle at the same displacement.

@@ -72,6 +72,9 @@ struct Fourier_Series {
     std::vector<double> a;  // a(0) the mean
     std::vector<double> b;
 };
+/// Whether the angles go on by even steps, within a hundredth of one.
+bool Even_Steps(std::span<const Single> x);
+
 /// The series through all points, or the first harmonics of it. @param harmonics  0: all
 Fourier_Series Fourier_Coeffs(std::span<const Single> x, std::span<const Single> y, int harmonics = 0);
 Fit_Point Fourier_Eval(const Fourier_Series& series, double t);

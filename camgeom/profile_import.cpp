@@ -458,6 +458,31 @@ Fit_Residuals Residuals_of(const Design_State& design, const Profile& profile)
     return residuals;
 }
 
+std::optional<int> Harmonics_for_Noise(const Profile& profile)
+{
+    const std::size_t points = profile.x.size();
+    // A closed cycle has its first point twice.
+    const bool closed = points > 1 && profile.y.front() == profile.y.back();
+    const std::size_t N = closed ? points - 1 : points;
+    const double noise = Noise_of(profile.y);
+    const double smallest = 1E-6 * (std::ranges::max(profile.y) - std::ranges::min(profile.y));
+    if (N < 8 || !(noise > smallest) || !Even_Steps(profile.x))
+        return {};
+    const Fourier_Series series = Fourier_Coeffs(std::span(profile.x).first(N), std::span(profile.y).first(N));
+    const double count = static_cast<double>(N);
+    // From the top down: the mean square that the harmonics left out have, against that of white noise in as many.
+    constexpr double margin = 1.1;
+    double left_out = 0.0;
+    for (std::size_t k = series.a.size() - 1; k > 0; --k) {
+        const double share = 2 * k == N ? 1.0 : 0.5;
+        left_out += share * (series.a[k] * series.a[k] + series.b[k] * series.b[k]);
+        const double of_noise = noise * noise * (count - 2.0 * static_cast<double>(k) + 1.0) / count;
+        if (left_out > margin * margin * of_noise && left_out - of_noise > 0.02 * noise * noise)
+            return static_cast<int>(k);
+    }
+    return 1;
+}
+
 void Store_Functions(Design_State& design, const Import_Choice& choice, const Profile& profile)
 {
     Motion_Group& m = design.motion;

@@ -81,6 +81,10 @@ bool Fit_Profile(Design_State& design, const Import_Choice& choice, Profile& pro
 
 Fit_Residuals Residuals_of(const Design_State& design, const Profile& profile);
 
+/// The fewest harmonics whose series misses the data by no more than their noise: what more of them add is noise. None
+/// where the data are no even cycle, or so smooth that all harmonics count.
+std::optional<int> Harmonics_for_Noise(const Profile& profile);
+
 /// The functions into rows 1 to 4 per second, row 17 empty; Prime_Rad, extremes of the displacement. Row 4 is not
 /// divided by 1000 as a calculated jerk is: meant. Plots and tables of an imported jerk so have 1000 times the figure
 /// of the same motion from segments.

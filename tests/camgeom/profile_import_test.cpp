@@ -285,6 +285,32 @@ TEST_F(Import, tells_how_near_a_fit_comes_and_what_noise_does_to_it)
     EXPECT_NEAR(moved, rough.largest, 1E-6);
 }
 
+TEST_F(Import, tells_how_many_harmonics_its_noise_leaves)
+{
+    // Five harmonics of 1 mm and below, under noise of 5 micrometres: those above the fifth are noise.
+    std::mt19937 random(11);
+    std::normal_distribution<double> error(0.0, 0.005);
+    std::string text;
+    for (int i = 0; i < 360; ++i) {
+        const double t = i * pi / 180;
+        text += std::to_string(i) + " " +
+                Shortest(Single(5 - 4 * std::cos(t) + std::sin(2 * t) + 0.3 * std::cos(5 * t) + error(random))) + "\n";
+    }
+    for (const bool close : {false, true}) {
+        Import_Choice choice = Choice();
+        choice.close = close;
+        Expect_Read();
+        ASSERT_TRUE(Take(text, choice));
+        const auto harmonics = Harmonics_for_Noise(profile_);
+        ASSERT_TRUE(harmonics);
+        EXPECT_GE(*harmonics, 5);
+        EXPECT_LE(*harmonics, 12);
+    }
+    Expect_Read();
+    ASSERT_TRUE(Take(Lines(360, 1.0, Harmonic), Choice()));
+    EXPECT_FALSE(Harmonics_for_Noise(profile_)) << "no noise to leave out";
+}
+
 TEST_F(Import, stores_its_functions_per_second)
 {
     Set_Shaft_Speed(design, 10.0);
