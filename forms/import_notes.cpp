@@ -34,7 +34,8 @@ std::vector<std::string> Import_Notes(const Design_State& design, const Import_C
         if (const std::optional<int> harmonics = Harmonics_for_Noise(profile);
             harmonics && (choice.harmonics == 0 || choice.harmonics > *harmonics))
             notes.push_back("These data carry " + std::to_string(*harmonics) +
-                            " harmonics: more of them fit nothing but their noise.");
+                            (*harmonics == 1 ? " harmonic" : " harmonics") +
+                            ": more of them fit nothing but their noise.");
     constexpr double turn = 360.0;
     constexpr double rounding = 0.01;
     const double covered = (profile.x.back() - profile.x.front()) * Deg_per_Rad;
