@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <string>
 #include <vector>
 
 class QPagedPaintDevice;
@@ -20,6 +21,8 @@ struct Printed_List {
 /// Prints a form as it stands, after the note about better prints and the printer's own dialog; behind it its lists,
 /// whole, on pages of their own.
 void Print_Form(QWidget& form, const std::vector<Printed_List>& lists = {});
+/// The same without lists and with another note.
+void Print_Form(QWidget& form, const std::string& note);
 
 /// Paints a form onto the first page, as Paint_Form below, and the lists onto those behind. @return the pages
 int Paint_Form(QWidget& form, const std::vector<Printed_List>& lists, QPagedPaintDevice& page);
