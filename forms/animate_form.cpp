@@ -190,16 +190,17 @@ bool Make_View(const Design_State& design, const Animate_Form& form, Design_Stat
     return made;
 }
 
-void Follow_Settings(const Design_State& design, Design_State& view)
+void Follow_Settings(const Design_State& from_design, Design_State& to_design)
 {
-    const Cam_Group& from = design.cam;
-    Cam_Group& to = view.cam;
+    const Cam_Group& from = from_design.cam;
+    Cam_Group& to = to_design.cam;
     to.Show_Follower_Path = from.Show_Follower_Path;
     to.Show_Cutter_Path = from.Show_Cutter_Path;
     to.Show_Cam_Key = from.Show_Cam_Key;
     to.Show_Surface = from.Show_Surface;
     to.Zoom_Factor = from.Zoom_Factor;
     to.Anim_Step = from.Anim_Step;
+    to.Anim_Wait = from.Anim_Wait;
 }
 
 Animate_Panels Panels_of_Animate(const Design_State& design, const Animate_Form& form)

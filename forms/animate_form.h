@@ -57,8 +57,8 @@ bool Size_Animated(Design_State& design);
 /// @param view  out: a copy of the design, calculated for what is shown
 /// @return      false, after a message, where it cannot be calculated
 bool Make_View(const Design_State& design, const Animate_Form& form, Design_State& view);
-/// Brings what the view takes from the design without a calculation: flags of the paths, zoom, step.
-void Follow_Settings(const Design_State& design, Design_State& view);
+/// Brings from one to the other what needs no calculation: flags of the paths, zoom, step and speed.
+void Follow_Settings(const Design_State& from, Design_State& to);
 
 /// What is shown and open. @param running  the cam turns, or pictures are being saved
 struct Animate_Panels {

@@ -375,6 +375,7 @@ void frm_Animate::Refresh()
     Show_Line(*this, "txt_Follower", panels.follower_entry);
     Show_Line(*this, "txt_Offset", panels.offset_entry);
     cam_->setVisible(panels.picture);
+    Control<QLabel>(QStringLiteral("pnl_initial")).setVisible(panels.picture);
     charts_->setVisible(panels.charts);
     Control<QPushButton>(QStringLiteral("cmd_Stop")).setVisible(saving_);
     Control<QProgressBar>(QStringLiteral("pgs_Save")).setVisible(saving_);
@@ -557,6 +558,7 @@ void frm_Animate::Done()
 
 void frm_Animate::Follow_Design()
 {
+    Follow_Settings(view_design_, design);  // a step holds the design as it was shown then
     Show_Sizes(design, form_);
     Show_View();
 }

@@ -11,6 +11,7 @@
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSlider>
 #include <QTableWidget>
 #include <map>
 
@@ -201,6 +202,9 @@ TEST_F(Screens_at_Large, a_number_cut_short_is_shown_as_it_was_read_and_marked)
         {"frm_SizeCam", "txt_Offset", "5,7", "5"},
         {"frm_SizeCam", "txt_folwrangle", "25,7", "25"},
         {"frm_SizeCam", "txt_ShiftAng", "25,7", "25"},
+        {"frm_Animate", "txt_Prime", "120,7", "120"},
+        {"frm_Animate", "txt_Follower", "25,7", "25"},
+        {"frm_Animate", "txt_Offset", "5,7", "5"},
         {"frm_Dynamics", "txt_Mass", "3,7", "3"},
         {"frm_Dynamics", "txt_Spring", "9000,7", "9000"},
         {"frm_Dynamics", "txt_Journal", "25,7", "25"},
@@ -351,7 +355,7 @@ TEST_F(Screens_at_Large, every_tab_stop_is_a_control_that_shows_its_focus)
         for (QWidget* const stop : Stops(*screen)) {
             const bool control = qobject_cast<QAbstractButton*>(stop) || qobject_cast<QLineEdit*>(stop) ||
                                  qobject_cast<QComboBox*>(stop) || qobject_cast<QTableWidget*>(stop) ||
-                                 qobject_cast<QPlainTextEdit*>(stop);
+                                 qobject_cast<QSlider*>(stop) || qobject_cast<QPlainTextEdit*>(stop);
             EXPECT_TRUE(control) << entry.name << ": " << Told(*stop);
             EXPECT_FALSE(stop->visibleRegion().isEmpty()) << entry.name << ": " << Told(*stop);
         }
@@ -402,6 +406,7 @@ TEST_F(Screens_at_Large, f1_opens_the_page_of_the_screen)
         {"frm_Knots", "splines"},
         {"frm_FFT", "fourier"},
         {"frm_SizeCam", "sizing"},
+        {"frm_Animate", "animation"},
         {"frm_Dynamics", "dynamics"},
         {"frm_CompCam", "compensation"},
         {"frm_ModelType", "vibration"},
