@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <filesystem>
 
 #include "camgeom/cam_animation.h"
@@ -67,6 +68,8 @@ constexpr std::array controls{
     Form_Control{"lbl_Pamax", "Max Phi"},
     Form_Control{"lbl_Rhomin", "Min Rho +"},
     Form_Control{"lbl_Rhomax", "Min Rho -"},
+    Form_Control{"lbl_Rholargest_pos", "Max Rho +"},
+    Form_Control{"lbl_Rholargest_neg", "Max Rho -"},
     Form_Control{"mnu_zoom", "&Zoom"},
     Form_Control{"mnu_plus", "&Plus"},
     Form_Control{"mnu_minus", "&Minus"},
@@ -214,6 +217,30 @@ Animate_Panels Panels_of_Animate(const Design_State& design, const Animate_Form&
             .follower_entry = !flat,
             .offset_entry = c.Translating || flat,
             .done = sized};
+}
+
+Animate_Figures Figures_of_Animate(const Design_State& view)
+{
+    if (!view.flags.Sized)
+        return {};
+    const Cam_Group& c = view.cam;
+    const auto at = [&](const std::string& value, const Single& angle) {
+        return Trim(value) + " at " + Shown(view, angle) + " deg";
+    };
+    const auto phi = [&](const Single& value, const Single& angle) { return at(FNRoundStr(view, value, 2), angle); };
+    const auto rho = [&](const std::string& text, const Single& angle) {
+        return text == "None" ? text : at(text, angle);
+    };
+    const auto& radii = view.results.CalcData.Points(var::Rho);
+    const double limit = c.Prime_Rad * 10.0;
+    const bool clipped = std::ranges::any_of(radii, [&](const Single& r) { return std::abs(r) >= Single(limit); });
+    return {phi(c.Phi_Min, c.Phi_Min_Angle),
+            phi(c.Phi_Max, c.Phi_Max_Angle),
+            rho(c.Rho_Min_Pos_Text, c.Rho_Min_Pos_Angle),
+            rho(c.Rho_Min_Neg_Text, c.Rho_Min_Neg_Angle),
+            rho(c.Rho_Max_Pos_Text, c.Rho_Max_Pos_Angle),
+            rho(c.Rho_Max_Neg_Text, c.Rho_Max_Neg_Angle),
+            clipped};
 }
 
 std::string Profile_Name(const Design_State& view)

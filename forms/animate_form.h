@@ -71,6 +71,19 @@ struct Animate_Panels {
 };
 Animate_Panels Panels_of_Animate(const Design_State& design, const Animate_Form& form);
 
+/// The summary's figures as its labels show them: each extreme with its cam angle, or a word.
+struct Animate_Figures {
+    std::string lbl_Pamin;
+    std::string lbl_Pamax;
+    std::string lbl_Rhomin;  // smallest positive radius
+    std::string lbl_Rhomax;  // smallest negative one
+    std::string lbl_Rholargest_pos;
+    std::string lbl_Rholargest_neg;
+    bool clipped;  // the curve of the radius is cut off: its extremes are not those of the cam
+};
+/// Empty where the view is not sized.
+Animate_Figures Figures_of_Animate(const Design_State& view);
+
 /// pnl_Profile: the name of the profile that the view draws.
 std::string Profile_Name(const Design_State& view);
 

@@ -278,7 +278,7 @@ QLayout* frm_Animate::Make_Views()
         return chart;
     };
     phi_ = add("pct_Pang", {"lbl_Pamin", "lbl_Pamax"});
-    rho_ = add("pct_Radcurv", {"lbl_Rhomin", "lbl_Rhomax"});
+    rho_ = add("pct_Radcurv", {"lbl_Rhomin", "lbl_Rhomax", "lbl_Rholargest_pos", "lbl_Rholargest_neg"});
     column->addWidget(charts_, 1);
     QLabel* const initial = Label(QStringLiteral("pnl_initial"), To_Qt(Words_of("pnl_initial").caption));
     initial->setWordWrap(true);
@@ -397,21 +397,23 @@ void frm_Animate::Refresh()
 
 void frm_Animate::Show_Figures()
 {
-    const bool sized = view_design_.flags.Sized;
-    const Size_Texts texts = sized ? Texts_of_Size(view_design_) : Size_Texts{};
-    for (const auto& [name, text] :
-         {std::pair{"lbl_Pamin", &texts.lbl_Pamin}, std::pair{"lbl_Pamax", &texts.lbl_Pamax},
-          std::pair{"lbl_Rhomin", &texts.lbl_Rhomin}, std::pair{"lbl_Rhomax", &texts.lbl_Rhomax}})
+    const Animate_Figures figures = Figures_of_Animate(view_design_);
+    for (const auto& [name, text] : {std::pair{"lbl_Pamin", &figures.lbl_Pamin},
+                                     {"lbl_Pamax", &figures.lbl_Pamax},
+                                     {"lbl_Rhomin", &figures.lbl_Rhomin},
+                                     {"lbl_Rhomax", &figures.lbl_Rhomax},
+                                     {"lbl_Rholargest_pos", &figures.lbl_Rholargest_pos},
+                                     {"lbl_Rholargest_neg", &figures.lbl_Rholargest_neg}})
         Control<QLabel>(QString::fromUtf8(name)).setText(To_Qt(*text));
     if (!form_.summary)
         return;
     for (const auto& [chart, row] : {std::pair{phi_, int{var::Phi}}, std::pair{rho_, int{var::Rho}}}) {
-        if (!sized) {
+        if (!view_design_.flags.Sized) {
             chart->Clear();
             continue;
         }
         paint::Show_Cycle(view_design_, *chart, row, row == var::Rho);
-        chart->Mark_Extremes(true);
+        chart->Mark_Extremes(row != var::Rho || !figures.clipped);
     }
 }
 

@@ -313,6 +313,32 @@ TEST_F(Animate_Form_Rules, the_profile_is_named)
     EXPECT_EQ(Profile_Name(design), "Conjugate cam, at machine zero");
 }
 
+TEST_F(Animate_Form_Rules, the_summary_tells_each_extreme_with_its_angle_or_a_word)
+{
+    c_.Phi_Max = 31.498;
+    c_.Phi_Max_Angle = 116.0;
+    c_.Phi_Min = -9.2293;
+    c_.Phi_Min_Angle = 61.5;
+    c_.Rho_Min_Pos_Text = " 63.73 ";
+    c_.Rho_Min_Pos_Angle = 12.0;
+    c_.Rho_Min_Neg_Text = c_.Rho_Max_Neg_Text = "None";
+    c_.Rho_Max_Pos_Text = "+ Infinity";
+    c_.Rho_Max_Pos_Angle = 81.0;
+    Animate_Figures figures = Figures_of_Animate(design);
+    EXPECT_EQ(figures.lbl_Pamax, "31.50 at 116 deg");
+    EXPECT_EQ(figures.lbl_Pamin, "-9.23 at 61.5 deg");
+    EXPECT_EQ(figures.lbl_Rhomin, "63.73 at 12 deg");
+    EXPECT_EQ(figures.lbl_Rhomax, "None");
+    EXPECT_EQ(figures.lbl_Rholargest_pos, "+ Infinity at 81 deg");
+    EXPECT_EQ(figures.lbl_Rholargest_neg, "None");
+    EXPECT_FALSE(figures.clipped);
+    design.results.CalcData(var::Rho, 5) = -600.0;  // ten prime radii
+    EXPECT_TRUE(Figures_of_Animate(design).clipped);
+    f_.Sized = false;
+    figures = Figures_of_Animate(design);
+    EXPECT_EQ(figures.lbl_Pamax + figures.lbl_Rhomin, "");
+}
+
 TEST_F(Animate_Form_Rules, plus_multiplies_the_zoom_minus_divides_it_and_normal_makes_it_one)
 {
     Zoom_Animation(design, 1);

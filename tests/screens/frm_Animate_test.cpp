@@ -312,9 +312,14 @@ TEST_F(Animate_Screen, the_summary_has_both_curves_with_their_extremes)
     ASSERT_EQ(rho.size(), 1U);
     EXPECT_EQ(phi[0].y, Row(var::Phi));
     EXPECT_EQ(rho[0].y, Row(var::Rho));
-    EXPECT_EQ(user.Text("lbl_Pamax"), Trim(FNRoundStr(design, c_.Phi_Max, 2)));
-    EXPECT_EQ(user.Text("lbl_Pamin"), Trim(FNRoundStr(design, c_.Phi_Min, 2)));
-    EXPECT_EQ(user.Text("lbl_Rhomin"), Trim(c_.Rho_Min_Pos_Text));
+    const auto at = [](const std::string& value, Single angle) {
+        return Trim(value) + " at " + Shortest(angle) + " deg";
+    };
+    EXPECT_EQ(user.Text("lbl_Pamax"), at(FNRoundStr(design, c_.Phi_Max, 2), c_.Phi_Max_Angle));
+    EXPECT_EQ(user.Text("lbl_Pamin"), at(FNRoundStr(design, c_.Phi_Min, 2), c_.Phi_Min_Angle));
+    EXPECT_EQ(user.Text("lbl_Rhomin"), at(c_.Rho_Min_Pos_Text, c_.Rho_Min_Pos_Angle));
+    EXPECT_EQ(user.Text("lbl_Rholargest_pos"), at(c_.Rho_Max_Pos_Text, c_.Rho_Max_Pos_Angle));
+    EXPECT_EQ(user.Text("lbl_Rhomax"), "None");
     const std::string primary = user.Text("lbl_Pamax");
     user.Press(Element("opt_Show", 2));
     user.Press(Element("opt_Show", 1));
