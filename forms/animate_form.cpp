@@ -10,6 +10,7 @@
 #include "camgeom/cam_drawing.h"
 #include "camgeom/sizing.h"
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "edit/door.h"
@@ -187,7 +188,7 @@ bool Make_View(const Design_State& design, const Animate_Form& form, Design_Stat
     const bool made = form.conjugate ? Use_Conjugate(view) : stands || Calculate_View(view);
     view.flags.Calc_Error = view.flags.Math_Error = false;
     if (!made) {
-        view.flags.Sized = false;
+        Apply(view, Event::sizing_began);
         Show_Incompatible();
     }
     return made;
