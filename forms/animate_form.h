@@ -60,7 +60,7 @@ bool Make_View(const Design_State& design, const Animate_Form& form, Design_Stat
 /// Brings from one to the other what needs no calculation: flags of the paths, zoom, step and speed.
 void Follow_Settings(const Design_State& from, Design_State& to);
 
-/// What is shown and open. @param running  the cam turns, or pictures are being saved
+/// What is shown and open.
 struct Animate_Panels {
     bool picture;         // pct_Cam
     bool charts;          // pct_Pang, pct_Radcurv

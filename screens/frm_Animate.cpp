@@ -149,17 +149,19 @@ QLayout* frm_Animate::Make_Choices()
     auto* const column = new QVBoxLayout;
     column->addWidget(Make_Options("fra_Show", "opt_Show", 3, [this](int k) { Choose_Picture(k); }));
     column->addWidget(Make_Paths());
-    column->addWidget(Make_Options("fra_Surface", "Opt_Surface", 2, [this](int k) {
+    auto* const pair = new QHBoxLayout;
+    pair->addWidget(Make_Options("fra_Surface", "Opt_Surface", 2, [this](int k) {
         Choose_Surface(design, form_, k == 1);
         Changed();
     }));
     QLabel* const note = Label(QStringLiteral("lbl_Surface"), {}, To_Qt(Words_of("lbl_Surface").tip));
     note->setWordWrap(true);
-    column->addWidget(note);
-    column->addWidget(Make_Options("fra_Rotate", "opt_Rotate", 2, [this](int k) {
+    pair->addWidget(Make_Options("fra_Rotate", "opt_Rotate", 2, [this](int k) {
         Choose_Turning(design, k == 0);
         Changed();
     }));
+    column->addLayout(pair);
+    column->addWidget(note);
     column->addWidget(Make_Sizes());
     column->addWidget(Make_Motion());
     column->addStretch();
@@ -263,17 +265,19 @@ QLayout* frm_Animate::Make_Views()
     charts->setContentsMargins({});
     const auto add = [&](const char* chart_name, std::initializer_list<const char*> extremes) {
         auto* const chart = new paint::Chart(design, QString::fromUtf8(chart_name));
-        auto* const line = new QHBoxLayout;
-        for (const char* const name : extremes) {
+        auto* const lines = new QGridLayout;
+        int place = 0;
+        for (const char* const name : extremes) {  // two in a line, a gap between them
             const Form_Control& words = Words_of(name);
             QLabel* const value = Label(To_Qt(words.name));
             value->setFont(bold);
-            line->addWidget(Make_Caption(words, value));
-            line->addWidget(value);
-            line->addSpacing(14);
+            lines->addWidget(Make_Caption(words, value), place / 2, place % 2 * 3);
+            lines->addWidget(value, place / 2, place % 2 * 3 + 1);
+            ++place;
         }
-        line->addStretch();
-        charts->addLayout(line);
+        lines->setColumnMinimumWidth(2, 14);
+        lines->setColumnStretch(5, 1);
+        charts->addLayout(lines);
         charts->addWidget(chart, 1);
         return chart;
     };

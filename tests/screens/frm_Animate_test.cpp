@@ -533,6 +533,21 @@ TEST_F(Animate_Screen, pictures_of_one_turn_are_saved_with_numbers)
     Trigger(screen, "mnu_SavePictures");  // cancelled: nothing is told
 }
 
+TEST_F(Animate_Screen, pictures_that_cannot_be_written_are_told_once)
+{
+    const QTemporaryDir folder;
+    script_.path = folder.filePath("none/turn.png").toStdString();
+    frm_Animate screen;
+    const Driver user(screen);
+    const testing::Watched_Boxes boxes(Answer::OK);
+    Trigger(screen, "mnu_SavePictures");
+    ASSERT_EQ(boxes.texts.size(), 1U);
+    const std::string start =
+        "The picture could not be saved as\n" + folder.filePath("none/turn_000.png").toStdString() + "\n";
+    EXPECT_TRUE(boxes.texts[0].starts_with(start) && boxes.texts[0].size() > start.size()) << boxes.texts[0];
+    EXPECT_TRUE(user.Enabled("cmd_Run"));
+}
+
 TEST_F(Animate_Screen, saving_shows_its_progress_and_can_be_stopped)
 {
     const QTemporaryDir folder;
