@@ -93,17 +93,6 @@ private:
     int pages_ = 0;
 };
 
-void Print_with_Note(QWidget& form, const std::string& note, const std::vector<Printed_List>& lists)
-{
-    Show_Message(note, Buttons::OK, Symbol::information);
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageOrientation(form.width() > form.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
-    QPrintDialog dialog(&printer, &form);
-    dialog.setWindowModality(Qt::WindowModal);  // the help stays usable
-    if (dialog.exec() == QDialog::Accepted)
-        Paint_Form(form, lists, printer);
-}
-
 }  // namespace
 
 int Paint_Form(QWidget& form, const std::vector<Printed_List>& lists, QPagedPaintDevice& page)
@@ -123,17 +112,23 @@ void Paint_Form(QWidget& form, QPagedPaintDevice& page)
 
 void Print_Form(QWidget& form, const std::vector<Printed_List>& lists)
 {
-    Print_with_Note(form,
-                    "You can print this form directly to a printer from here.\n"
-                    "But a better quality print can be obtained by copying the\n"
-                    "screen to the clipboard with the key combo Alt-PrintScrn,\n"
-                    "and pasting it into a word processing or graphics program,",
-                    lists);
+    Print_Form(form,
+               "You can print this form directly to a printer from here.\n"
+               "But a better quality print can be obtained by copying the\n"
+               "screen to the clipboard with the key combo Alt-PrintScrn,\n"
+               "and pasting it into a word processing or graphics program,",
+               lists);
 }
 
-void Print_Form(QWidget& form, const std::string& note)
+void Print_Form(QWidget& form, const std::string& note, const std::vector<Printed_List>& lists)
 {
-    Print_with_Note(form, note, {});
+    Show_Message(note, Buttons::OK, Symbol::information);
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageOrientation(form.width() > form.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
+    QPrintDialog dialog(&printer, &form);
+    dialog.setWindowModality(Qt::WindowModal);  // the help stays usable
+    if (dialog.exec() == QDialog::Accepted)
+        Paint_Form(form, lists, printer);
 }
 
 }  // namespace lobemax::paint

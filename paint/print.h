@@ -21,8 +21,8 @@ struct Printed_List {
 /// Prints a form as it stands, after the note about better prints and the printer's own dialog; behind it its lists,
 /// whole, on pages of their own.
 void Print_Form(QWidget& form, const std::vector<Printed_List>& lists = {});
-/// The same without lists and with another note.
-void Print_Form(QWidget& form, const std::string& note);
+/// The same with another note.
+void Print_Form(QWidget& form, const std::string& note, const std::vector<Printed_List>& lists = {});
 
 /// Paints a form onto the first page, as Paint_Form below, and the lists onto those behind. @return the pages
 int Paint_Form(QWidget& form, const std::vector<Printed_List>& lists, QPagedPaintDevice& page);
