@@ -10,6 +10,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
+#include "camgeom/cam_animation.h"
 #include "camgeom/cam_drawing.h"
 #include "core/startup.h"
 #include "edit/examples.h"
@@ -113,6 +114,38 @@ void Cam_Drawing(benchmark::State& state)
     }
 }
 BENCHMARK(Cam_Drawing)->Unit(benchmark::kMillisecond);
+
+/// A frame of the animation of 2881 points, painted: four milliseconds at the most.
+void Animation_Frame(benchmark::State& state, const char* example)
+{
+    Calculate_at_the_Finest_Step(example);
+    Run_Size(design);
+    QImage picture(700, 700, QImage::Format_ARGB32_Premultiplied);
+    int point = 0;
+    for (auto _ : state) {
+        QPainter painter(&picture);
+        paint::Painter_Surface surface(painter, picture.rect(), QApplication::palette());
+        Anim_Frame(design, surface, point);
+        point = (point + Anim_Stride(design)) % 2880;
+    }
+}
+BENCHMARK_CAPTURE(Animation_Frame, translating, "Double Dwell")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Animation_Frame, arm, "Oscillating")->Unit(benchmark::kMillisecond);
+
+/// The cam at rest with the follower all around.
+void Follower_All_Around(benchmark::State& state)
+{
+    Calculate_at_the_Finest_Step("Double Dwell");
+    Run_Size(design);
+    design.cam.Show_Surface = design.cam.Show_Follower_Path = true;
+    QImage picture(700, 700, QImage::Format_ARGB32_Premultiplied);
+    for (auto _ : state) {
+        QPainter painter(&picture);
+        paint::Painter_Surface surface(painter, picture.rect(), QApplication::palette());
+        Anim_Rest(design, surface);
+    }
+}
+BENCHMARK(Follower_All_Around)->Unit(benchmark::kMillisecond);
 
 /// A changed value with Autocalc on: calculation, cam and both curves, painted.
 void Changed_Value(benchmark::State& state)

@@ -192,10 +192,16 @@ double Machine_Zero_Direction(Design_State& design)
                          : c.Cam_Shift_Sign_Angle + c.Arm_Start_Theta;
 }
 
-/// How many positions of follower or cutter a path shows, from the second point on.
-int Path_Positions(Design_State& design)
+/// The positions of follower or cutter that a path shows: the first points from the second on, or all around.
+std::vector<int> Path_Positions(Design_State& design, const Cam_View& view)
 {
-    return std::min<int>(Point_at(design, path_span * C(design).Path_Step), design.motion.Max_Data_Points_used);
+    const int last = design.motion.Max_Data_Points_used;
+    const int step = view.whole_paths ? std::max<int>(Point_at(design, C(design).Path_Step), 1) : 1;
+    const int end = view.whole_paths ? last : std::min<int>(Point_at(design, path_span * C(design).Path_Step), last);
+    std::vector<int> positions;
+    for (int i = step; i <= end; i += step)
+        positions.push_back(i);
+    return positions;
 }
 
 void Trace_Path(Design_State& design, Surface& s, void (*trace_point)(Design_State&, Surface&, int))
@@ -381,14 +387,17 @@ void Repaint_Cam_Preview(Design_State& design, Surface& surface)
     Draw_Follower(design, surface, 0);
 }
 
-bool Draw_Cam(Design_State& design, Surface& surface)
+bool Draw_Cam(Design_State& design, Surface& surface, const Cam_View& view)
 {
     Cam_Group& c = C(design);
     if (c.Camtype == "Linear")
         return design.flags.Calculated && Plot_Cam_Setup(design, surface);
     if (!Radial_Ready(design) || !design.flags.Sized || !Set_Base_Circle(design))
         return false;
-    Set_Scale(design, surface);
+    if (view.turning_window)
+        Set_Turning_Scale(design, surface);
+    else
+        Set_Scale(design, surface);
     if (!c.Translating)
         Arm_Geometry(design);  // the start of the arm is not kept in a model file
     c.Cam_Start_Polar = Atan2D(Data(design, 9, 0), -c.Rotflag * Data(design, 10, 0));
@@ -401,13 +410,14 @@ bool Draw_Cam(Design_State& design, Surface& surface)
         Trace_Path(design, surface, Trace_Key_Point);
     if (c.Show_Follower_Path) {
         Trace_Path(design, surface, Trace_Roller_Point);
-        for (int k = 1; k <= Path_Positions(design); ++k)
+        for (const int k : Path_Positions(design, view))
             Draw_Follower_Outline(design, surface, k);
     }
     if (c.Show_Cutter_Path) {
         Trace_Path(design, surface, Trace_Cutter_Point);
-        for (int k = 1; k <= Path_Positions(design) && c.Cutter_Radius > 0.0; ++k)
-            Draw_Circle(design, surface, Row_Point(design, 40, k), c.Cutter_Radius, Ink::cutter);
+        if (c.Cutter_Radius > 0.0)
+            for (const int k : Path_Positions(design, view))
+                Draw_Circle(design, surface, Row_Point(design, 40, k), c.Cutter_Radius, Ink::cutter);
     }
     if (c.Show_Follower_Path || c.Show_Cutter_Path || c.Show_Surface)
         Draw_Keyway_Marker(design, surface, Start_Direction(design), c.Base_Circle, 1.0);

@@ -29,11 +29,19 @@ bool Draw_Cam_Preview(Design_State& design, Surface& surface);
 bool Cam_Preview_Possible(Design_State& design);
 void Repaint_Cam_Preview(Design_State& design, Surface& surface);
 
+/// How the full drawing is shown: in a window that holds the cam in all its positions, so that it stands still when the
+/// cam turns, and with the follower or cutter of a path all around, one each Path_Step degrees.
+struct Cam_View {
+    bool turning_window = false;
+    bool whole_paths = false;
+};
+
 /// The full drawing: the follower and, each by its flag, the cam's outline (Show_Surface), the follower's or the
 /// cutter's path (Show_Follower_Path, Show_Cutter_Path), and the surface at machine zero (Show_Cam_Key).
 ///
-/// A path starts with 3 x Path_Step / Deltatheta outlines of the follower or cutter, from the second point on.
-bool Draw_Cam(Design_State& design, Surface& surface);
+/// A path starts with 3 x Path_Step / Deltatheta outlines of the follower or cutter, from the second point on, unless
+/// the view wants them all around.
+bool Draw_Cam(Design_State& design, Surface& surface, const Cam_View& view = {});
 
 /// The cam turned until point i lies under the follower, which stands on its axis, or its arm about its pivot, as in
 /// the machine. The window holds all positions. @return false where there is nothing to draw or no such point

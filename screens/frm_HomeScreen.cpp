@@ -36,6 +36,7 @@
 #include "paint/plot_charts.h"
 #include "present/plot_selection.h"
 #include "screens/desk.h"
+#include "screens/frm_Animate.h"
 #include "screens/frm_Dynamics.h"
 #include "screens/frm_FFT.h"
 #include "screens/frm_Input_Session.h"
@@ -76,6 +77,8 @@ QString Help_of(Home_Button button)
         return QStringLiteral("input");
     case Size:
         return QStringLiteral("sizing");
+    case Draw:
+        return QStringLiteral("animation");
     case Force:
         return QStringLiteral("dynamics");
     case Stress:
@@ -436,6 +439,9 @@ void frm_HomeScreen::Press(Home_Button button)
         break;
     case Size:
         Open_Screen<frm_SizeCam>();
+        break;
+    case Draw:
+        Open_Screen<frm_Animate>();
         break;
     case Force:
         Open_Screen<frm_Dynamics>();

@@ -6,7 +6,9 @@
 #include <QComboBox>
 #include <QDir>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSettings>
+#include <QSlider>
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -22,6 +24,7 @@
 #include "present/plot_selection.h"
 #include "screens/dark_palette.h"
 #include "screens/desk.h"
+#include "screens/frm_Animate.h"
 #include "screens/frm_Bounds.h"
 #include "screens/frm_CompCam.h"
 #include "screens/frm_Continuity.h"
@@ -60,6 +63,24 @@ void Take(QWidget& window, const QString& name)
         QApplication::processEvents();
     window.grab().save(folder + QLatin1Char('/') + name + QStringLiteral(".png"));
     window.hide();
+}
+
+/// The drawing of the cam: at rest, turned, with each path, its conjugate, its summary.
+void Take_Animation(const QString& name)
+{
+    frm_Animate animation;
+    Take(animation, name);
+    animation.Control<QSlider>(QStringLiteral("hsc_step")).setValue(design.motion.Max_Data_Points_used / 4);
+    Take(animation, name + QStringLiteral("_turned"));
+    for (const char* const path : {"Chk_Follower", "chk_Cutter", "chk_Camkey"}) {
+        animation.Control<QCheckBox>(QString::fromUtf8(path)).click();
+        Take(animation, name + QLatin1Char('_') + QString::fromUtf8(path));
+    }
+    animation.Control<QCheckBox>(QStringLiteral("chk_Camkey")).click();
+    animation.Control<QRadioButton>(Element("opt_Show", 2)).click();
+    Take(animation, name + QStringLiteral("_conjugate"));
+    animation.Control<QRadioButton>(Element("opt_Show", 1)).click();
+    Take(animation, name + QStringLiteral("_summary"));
 }
 
 /// A rise by a polynomial or a spline of six conditions, a dwell, a fall, a dwell.
@@ -206,7 +227,9 @@ int main(int argc, char** argv)
     for (const char* const example : {"Single Dwell", "Flat Follower", "Four Dwell", "Oscillating"}) {
         Open_Example(design, example);
         frm_SizeCam size;
-        Take(size, QStringLiteral("frm_SizeCam_") + QString::fromUtf8(example).remove(QLatin1Char(' ')));
+        const QString name = QString::fromUtf8(example).remove(QLatin1Char(' '));
+        Take(size, QStringLiteral("frm_SizeCam_") + name);
+        Take_Animation(QStringLiteral("frm_Animate_") + name);
     }
     Take_Linkages();
     Open_Example(design, "Double Dwell");

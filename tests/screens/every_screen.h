@@ -13,6 +13,7 @@
 #include "motion/polynomial.h"
 #include "motion/segments.h"
 #include "present/plot_selection.h"
+#include "screens/frm_Animate.h"
 #include "screens/frm_Bounds.h"
 #include "screens/frm_CompCam.h"
 #include "screens/frm_Continuity.h"
@@ -95,6 +96,7 @@ inline std::vector<A_Screen> Every_Screen()
         {"frm_Knots", over_conditions('S', [] { return new frm_Knots(1); })},
         {"frm_FFT", over_example([] { return new frm_FFT; })},
         {"frm_SizeCam", over_example([] { return new frm_SizeCam; })},
+        {"frm_Animate", over_example([] { return new frm_Animate; })},
         {"frm_Dynamics", over_example([] { return new frm_Dynamics; })},
         {"frm_ModelType", over_example([] { return new frm_ModelType; })},
         {"frm_Model", over_example([] {
