@@ -546,16 +546,9 @@ std::optional<int> Stride_of(std::string_view text)
 
 Long Wait_of(int range, int speed)
 {
-    const Long longest = Wait_Counts[Checked_Place(range, 0, static_cast<int>(Wait_Counts.size()) - 1)];
+    const Long longest = Anim_Waits[Checked_Place(range, 0, static_cast<int>(Anim_Waits.size()) - 1)];
     const double share = static_cast<double>(Fastest_Speed - std::clamp(speed, 0, Fastest_Speed)) / Fastest_Speed;
     return static_cast<Long>(longest * share);
-}
-
-int Frame_Delay(Long Anim_Wait)
-{
-    // Counts go over five powers of ten; what the eye tells apart over two: 10 ms, 25, 63, 158, 398, 1000.
-    constexpr double least = 10.0;
-    return static_cast<int>(std::lround(least * std::pow(std::max(1.0, double(Anim_Wait)), 0.4)));
 }
 
 int Take_Step(Design_State& design, int stride)

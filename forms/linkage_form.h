@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "camgeom/cam_animation.h"
 #include "core/design_state.h"
 #include "forms/form_table.h"
 #include "linkage/linkage_drawing.h"
@@ -128,14 +129,10 @@ int Usual_Stride(const Design_State& design);
 /// @return none, after a message, for a text that the list does not have
 std::optional<int> Stride_of(std::string_view text);
 
-/// cmb_wait: the longest wait of hsc_speed, a count; larger is slower.
-inline constexpr std::array<Long, 6> Wait_Counts{1, 10, 100, 1000, 10000, 100000};
-inline constexpr int Usual_Wait = 2;       // place in the list
+/// hsc_speed shares out the wait picked in cmb_wait, one of Anim_Waits.
 inline constexpr int Fastest_Speed = 100;  // of hsc_speed, from 0
 /// Anim_Wait by both. @throws Fault{9}
 Long Wait_of(int range, int speed);
-/// Milliseconds between two frames for that count, 10 at least.
-int Frame_Delay(Long Anim_Wait);
 
 /// cmd_Step: the point whose frame is drawn, after which Link_Anim_Step stands a stride further. One beyond the cycle
 /// is its beginning.

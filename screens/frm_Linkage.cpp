@@ -264,7 +264,7 @@ QLayout* frm_Linkage::Make_Animation()
     pace->addLayout(pace_of_speed, 1);
     pace->addSpacing(10);
     QComboBox* const wait = Choice(
-        QStringLiteral("cmb_wait"), Texts_of(Wait_Counts),
+        QStringLiteral("cmb_wait"), Texts_of(Anim_Waits),
         [this](int range) {
             wait_range_ = range;
             timer_->setInterval(Delay());
@@ -520,7 +520,7 @@ void frm_Linkage::Move_Bar(int value)
 
 int frm_Linkage::Delay() const
 {
-    return Frame_Delay(Wait_of(wait_range_, Control<QSlider>(QStringLiteral("hsc_speed")).value()));
+    return Anim_Interval(Wait_of(wait_range_, Control<QSlider>(QStringLiteral("hsc_speed")).value()));
 }
 
 bool frm_Linkage::Is_Playing() const

@@ -73,7 +73,7 @@ private:
     bool opened_ = false;
     int frame_ = 0;  // that is shown
     int stride_ = 1;
-    int wait_range_ = Usual_Wait;
+    int wait_range_ = Usual_Anim_Wait;
     int cycles_ = 1;
     int turns_left_ = 0;
 };

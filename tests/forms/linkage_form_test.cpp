@@ -411,15 +411,15 @@ TEST_F(Linkage_Forms, strides_are_those_of_the_list_and_the_usual_one_is_a_degre
 TEST_F(Linkage_Forms, a_larger_wait_is_slower_and_a_faster_speed_is_faster)
 {
     int before = 0;
-    for (int range = 0; range < static_cast<int>(Wait_Counts.size()); ++range) {
-        const int slowest = Frame_Delay(Wait_of(range, 0));
+    for (int range = 0; range < static_cast<int>(Anim_Waits.size()); ++range) {
+        const int slowest = Anim_Interval(Wait_of(range, 0));
         EXPECT_GT(slowest, before);
         before = slowest;
-        EXPECT_EQ(Wait_of(range, 0), Wait_Counts[std::size_t(range)]);
+        EXPECT_EQ(Wait_of(range, 0), Anim_Waits[std::size_t(range)]);
         EXPECT_EQ(Wait_of(range, Fastest_Speed), 0);
         int faster = slowest;
         for (int speed = 10; speed <= Fastest_Speed; speed += 10) {
-            const int delay = Frame_Delay(Wait_of(range, speed));
+            const int delay = Anim_Interval(Wait_of(range, speed));
             EXPECT_LE(delay, faster);
             faster = delay;
         }
