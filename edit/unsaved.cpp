@@ -52,14 +52,13 @@ const std::vector<const Field*>& Inputs()
     return inputs;
 }
 
-// No file keeps the results of a linkage: they are worked out again where they are asked for.
 constexpr Mark results[]{Mark::motion, Mark::size,     Mark::forces,         Mark::vibration,
                          Mark::stress, Mark::polydyne, Mark::external_force, Mark::compensating_cam,
                          Mark::transform};
 
 }  // namespace
 
-std::uint64_t Key_of(const Design_State& design)
+std::uint64_t Key_of_Saved_Work(const Design_State& design)
 {
     Mixer mixer;
     auto& looked_at = const_cast<Design_State&>(design);  // the directory hands out places to write to
@@ -88,14 +87,22 @@ std::uint64_t Key_of(const Design_State& design)
     return mixer.Key();
 }
 
+std::uint64_t Key_of(const Design_State& design)
+{
+    Mixer mixer;
+    mixer.Word(Key_of_Saved_Work(design));
+    mixer.Word(Holds(design, Mark::linkage) ? 1 : 2);
+    return mixer.Key();
+}
+
 bool Unsaved(const Design_State& design)
 {
-    return Key_of(design) != design.run.Saved_Key;
+    return Key_of_Saved_Work(design) != design.run.Saved_Key;
 }
 
 void Mark_Saved(Design_State& design)
 {
-    design.run.Saved_Key = Key_of(design);
+    design.run.Saved_Key = Key_of_Saved_Work(design);
 }
 
 void Mark_Unsaved(Design_State& design)

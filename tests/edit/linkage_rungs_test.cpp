@@ -8,6 +8,7 @@
 #include "edit/door.h"
 #include "edit/examples.h"
 #include "edit/rungs.h"
+#include "edit/unsaved.h"
 #include "files/example_designs.h"
 #include "tests/support/linkage_design.h"
 #include "tests/support/script.h"
@@ -32,6 +33,15 @@ TEST_F(Linkage_Rungs, refuse_a_translating_follower)
     EXPECT_FALSE(Has_Linkage(design));
     Work_Out_Linkage(design);  // without a word
     EXPECT_FALSE(design.flags.Linkage_Calc);
+}
+
+TEST_F(Linkage_Rungs, leave_nothing_to_be_saved_and_are_a_step_of_the_history)
+{
+    Mark_Saved(design);
+    const std::uint64_t before = Key_of(design);
+    ASSERT_TRUE(Run_Linkage(design));
+    EXPECT_FALSE(Unsaved(design)) << "no file keeps it";
+    EXPECT_NE(Key_of(design), before) << "Undo gives it back";
 }
 
 TEST_F(Linkage_Rungs, work_a_linkage_out_where_one_is_and_none_was_calculated)
