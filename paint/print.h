@@ -3,9 +3,14 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
+#include <string_view>
 #include <vector>
 
+#include "paint/picture_file.h"
+
 class QPagedPaintDevice;
+class QPrinter;
 class QWidget;
 
 namespace lobemax::paint {
@@ -17,11 +22,38 @@ struct Printed_List {
     std::vector<QStringList> rows;  // a text for each head
 };
 
-/// Prints a form as it stands, after the note about better prints and the printer's own dialog; behind it its lists,
-/// whole, on pages of their own.
-void Print_Form(QWidget& form, const std::vector<Printed_List>& lists = {});
+/// What the user is told before the print of a form; of a form that holds a moving picture, an animation or a linkage.
+inline constexpr std::string_view Form_Note =
+    "You can print this form directly to a printer from here.\n"
+    "But a better quality print can be obtained by copying the\n"
+    "screen to the clipboard with the key combo Alt-PrintScrn,\n"
+    "and pasting it into a word processing or graphics program,";
+inline constexpr std::string_view Picture_Note =
+    "Note: The image on this screen may not print correctly on some printers.\n"
+    "If this occurs, you can still get a printout of the screen by copying it to the clipboard";
 
-/// Paints a form onto the first page, as Paint_Form below, and the lists onto those behind. @return the pages
+/// Prints a form as it stands, after its note and the printer's own dialog; behind it its lists, whole, on pages of
+/// their own. A printer that fails is told of, under the form's name.
+void Print_Form(QWidget& form, const std::vector<Printed_List>& lists = {}, std::string_view note = Form_Note);
+
+/// The run-time error of a printer that does not take its pages.
+inline constexpr int printer_error = 482;
+
+/// Prints pages through the printer's own dialog; a failure is told under the routine's name.
+/// @param letter  the paper that the dialog begins with: letter, else A4
+/// @return        whether they were printed; false too where the user called it off
+bool Print_Pages(QWidget* parent, const Page_Maker& make, bool letter, std::string_view routine);
+
+/// Shows the pages as they would be printed; they can be printed from there.
+void Preview_Pages(QWidget* parent, const Page_Maker& make, bool letter, std::string_view routine);
+
+/// What answers the dialogs of printing in place of a user: it sets the printer and tells whether to go on. Returns the
+/// one before; empty: the user does.
+using Print_Player = std::function<bool(QPrinter&)>;
+Print_Player Play_Prints(Print_Player player);
+
+/// Paints a form onto the first page, as Paint_Form below, and the lists onto those behind.
+/// @return the pages; 0 where the device takes none
 int Paint_Form(QWidget& form, const std::vector<Printed_List>& lists, QPagedPaintDevice& page);
 
 /// Paints a form onto a page, whole and as large as it fits.
