@@ -112,10 +112,11 @@ Report_Part Segment_Part(const Design_State& design)
     part.table.columns = {{"No"},      {"Motion", true}, {"Program", true}, {"Start deg"},
                           {"End deg"}, {"Beta deg"},     {"From " + unit},  {"To " + unit}};
     for (int i = 1; i <= m.No_of_segments; ++i)
-        part.table.rows.push_back(
-            {std::to_string(i), Kind_Word(m.Rise_Fall_Dwell(i)), On_One_Line(m.Program(i) + "  " + Trim(m.Function(i))),
-             Angle_Text(design, m.Shift(i)), Angle_Text(design, m.Gamma(i)), Angle_Text(design, m.Beta_Deg(i)),
-             On_One_Line(m.Start_Value(i)), On_One_Line(m.End_Value(i))});
+        part.table.rows.push_back({std::to_string(i), Kind_Word(m.Rise_Fall_Dwell(i)),
+                                   On_One_Line(Trim(m.Function(i).empty() ? m.Program(i) : m.Function(i))),
+                                   Angle_Text(design, m.Shift(i)), Angle_Text(design, m.Gamma(i)),
+                                   Angle_Text(design, m.Beta_Deg(i)), On_One_Line(m.Start_Value(i)),
+                                   On_One_Line(m.End_Value(i))});
     if (design.flags.Imported_Model)
         part.notes.emplace_back("The motion was imported as a table of points: it has no program of its own.");
     return part;
@@ -212,16 +213,24 @@ void Add_Pulses(const Design_State& design, const Torque_Pulses& pulses, std::ve
 {
     if (pulses.rows == 0)
         return;
-    const Unit_Words& words = Words_of_Units(Units_of_Results(design));
-    Report_Part part{
-        "Areas of camshaft torque",
-        {std::string("Pulses in order over one cycle, ") + words.force + " - " + words.length + " - radians."},
-        {{{"Order"}, {"Positive area"}, {"Negative area"}}, {}},
-        {}};
+    const std::string unit = " " + design.plot.Var_Unit(var::Torque);
+    Report_Part part{"Areas of camshaft torque",
+                     {"Pulses above and below the average torque, in order over one cycle: torque times degrees, and "
+                      "their energy."},
+                     {{{"Order"},
+                       {"Positive" + unit + "-deg"},
+                       {"Negative" + unit + "-deg"},
+                       {"Positive" + unit},
+                       {"Negative" + unit}},
+                      {}},
+                     {}};
     for (int k = 1; k <= pulses.rows; ++k) {
         const auto at = static_cast<std::size_t>(k);
-        part.table.rows.push_back(
-            {std::to_string(k), Number(design, pulses.positive[at]), Number(design, pulses.negative[at])});
+        std::vector<std::string>& row = part.table.rows.emplace_back();
+        row.push_back(std::to_string(k));
+        for (const double share : {1.0, Rad_per_Deg})
+            for (const double area : {double{pulses.positive[at]}, double{pulses.negative[at]}})
+                row.push_back(Number(design, area * share));
     }
     if (pulses.left_out > 0)
         part.notes.push_back(std::to_string(pulses.left_out) + " further pulses have no room in the table.");

@@ -261,13 +261,14 @@ constexpr std::array controls{
     Form_Control{"cmd_ClearAll", "C&lear", "Take all four picks away"},
     Form_Control{"cmd_Cancel", "< &Back"},
     Form_Control{"cmd_Report", "Design &Report", "The whole design on paper or in a file"},
-    Form_Control{"cmd_Preview", "Pre&view", "The table on its pages, as it is printed"},
+    Form_Control{"cmd_Preview", "Pre&view", "The pages as they are printed"},
     Form_Control{"cmd_PDF", "P&DF", "The pages in a PDF file"},
     Form_Control{"cmd_Help", "&Help"},
     Form_Control{"cmd_Done", "&Next >", "Show, print or save the table"},
     Form_Control{"cmd_Another", "< &Another Table", "Choose other columns; the choice is kept"},
-    Form_Control{"cmd_Print", "&Print", "Print the table"},
-    Form_Control{"cmd_File", "To &File", "Save the table as text"},
+    Form_Control{"cmd_Print", "&Print", "Print it"},
+    Form_Control{"cmd_File", "To &File", "Save it as text"},
+    Form_Control{"cmd_Close", "Cl&ose"},
 };
 
 }  // namespace

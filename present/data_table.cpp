@@ -95,6 +95,15 @@ Table_Base Base_of_Table(const Design_State& design, std::span<const int> variab
 
 namespace {
 
+/// The unit of a column: of a row that is kept in thousands it tells so, as its short head does not.
+std::string Table_Unit(const Design_State& design, int variable)
+{
+    if (variable > Plot_Group::Last_Variable)
+        return {};
+    const std::string unit = Axis_Unit(design, variable);
+    return design.plot.Var_Name(variable).ends_with("*E3") ? "E3 " + unit : unit;
+}
+
 /// Rows over the cam angle.
 void Fill_over_Angle(const Design_State& design, const Table_Choice& choice, Data_Table& table)
 {
@@ -157,7 +166,7 @@ Data_Table Make_Data_Table(const Design_State& design, const Table_Choice& choic
         Fill_over_Angle(design, choice, table);
     for (const int v : choice.variables) {
         table.heads.push_back(Column_Head(design, v));
-        table.units.push_back(v <= Plot_Group::Last_Variable ? Axis_Unit(design, v) : std::string());
+        table.units.push_back(Table_Unit(design, v));
     }
     if (table.rows.empty())
         throw Fault{out_of_bounds};

@@ -42,6 +42,7 @@
 #include "screens/frm_ModelType.h"
 #include "screens/frm_Plots.h"
 #include "screens/frm_Preferences.h"
+#include "screens/frm_PrintSelect.h"
 #include "screens/frm_Quit.h"
 #include "screens/frm_SizeCam.h"
 #include "screens/frm_Stress.h"
@@ -80,6 +81,8 @@ QString Help_of(Home_Button button)
         return QStringLiteral("stress");
     case Plot:
         return QStringLiteral("plots");
+    case Print:
+        return QStringLiteral("printing");
     default:
         return QStringLiteral("home");
     }
@@ -441,6 +444,11 @@ void frm_HomeScreen::Press(Home_Button button)
     case Plot:
         Run_Plots(this);
         break;
+    case Print: {
+        frm_PrintSelect screen(this);
+        Run_Modal(screen);
+        break;
+    }
     case Linkage:
         if (!May_Open_Linkage(design))
             break;

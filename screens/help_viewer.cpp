@@ -41,6 +41,7 @@ constexpr std::array pages{
     Help_Page{"compensation", "Torque compensation"},
     Help_Page{"stress", "Contact stress"},
     Help_Page{"plots", "Plots"},
+    Help_Page{"printing", "Tables, prints and reports"},
     Help_Page{"files", "Files and exports"},
     Help_Page{"units", "Units and numbers"},
     Help_Page{"preferences", "Preferences"},
@@ -69,6 +70,9 @@ constexpr std::array screen_pages{
     Screen_Page{"frm_CompCam", "compensation"},
     Screen_Page{"frm_Stress", "stress"},
     Screen_Page{"frm_Plot", "plots"},
+    Screen_Page{"frm_PrintSelect", "printing"},
+    Screen_Page{"frm_PrintData", "printing"},
+    Screen_Page{"frm_Report", "printing"},
     Screen_Page{"frm_Preferences", "preferences"},
     Screen_Page{"frm_Circles", "preferences"},
 };

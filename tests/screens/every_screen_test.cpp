@@ -407,6 +407,9 @@ TEST_F(Screens_at_Large, f1_opens_the_page_of_the_screen)
         {"frm_ModelType", "vibration"},
         {"frm_Model", "vibration"},
         {"frm_Stress", "stress"},
+        {"frm_PrintSelect", "printing"},
+        {"frm_PrintData", "printing"},
+        {"frm_Report", "printing"},
     };
     for (const A_Screen& entry : Every_Screen()) {
         const auto screen = entry.make();
