@@ -12,10 +12,12 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "dynamics/kinetostatics.h"
+#include "dynamics/vibration.h"
 #include "forms/departure_notes.h"
 #include "forms/form_table.h"
 #include "forms/linkage_notes.h"
 #include "forms/model_form.h"
+#include "motion/motion_programs.h"
 #include "present/plot_engine.h"
 #include "present/plot_selection.h"
 
@@ -104,6 +106,16 @@ std::string Kind_Word(const std::string& kind)
     return kind;
 }
 
+/// The program of a segment as its list has it.
+std::string Program_Text(const Design_State& design, int segment)
+{
+    const Motion_Group& m = design.motion;
+    const Motion_Program* const program = Find_Program(m.Program(segment));
+    if (program != nullptr)
+        return std::string(program->list_text);
+    return On_One_Line(Trim(m.Function(segment).empty() ? m.Program(segment) : m.Function(segment)));
+}
+
 Report_Part Segment_Part(const Design_State& design)
 {
     const Motion_Group& m = design.motion;
@@ -112,8 +124,7 @@ Report_Part Segment_Part(const Design_State& design)
     part.table.columns = {{"No"},      {"Motion", true}, {"Program", true}, {"Start deg"},
                           {"End deg"}, {"Beta deg"},     {"From " + unit},  {"To " + unit}};
     for (int i = 1; i <= m.No_of_segments; ++i)
-        part.table.rows.push_back({std::to_string(i), Kind_Word(m.Rise_Fall_Dwell(i)),
-                                   On_One_Line(Trim(m.Function(i).empty() ? m.Program(i) : m.Function(i))),
+        part.table.rows.push_back({std::to_string(i), Kind_Word(m.Rise_Fall_Dwell(i)), Program_Text(design, i),
                                    Angle_Text(design, m.Shift(i)), Angle_Text(design, m.Gamma(i)),
                                    Angle_Text(design, m.Beta_Deg(i)), On_One_Line(m.Start_Value(i)),
                                    On_One_Line(m.End_Value(i))});
@@ -226,6 +237,8 @@ void Add_Pulses(const Design_State& design, const Torque_Pulses& pulses, std::ve
                      {}};
     for (int k = 1; k <= pulses.rows; ++k) {
         const auto at = static_cast<std::size_t>(k);
+        if (pulses.positive[at] == 0.0 && pulses.negative[at] == 0.0)
+            continue;
         std::vector<std::string>& row = part.table.rows.emplace_back();
         row.push_back(std::to_string(k));
         for (const double share : {1.0, Rad_per_Deg})
@@ -303,10 +316,14 @@ Report_Part Vibration_Part(Design_State& design)
     pair("Mass", "Mass_m", has.second_mass);
     pair("Stiffness", "Kspring", has.second_spring);
     pair("Damping ratio", "Zeta", has.second_zeta);
-    pair("Natural frequency", "Omega", has.second_mass);
-    Add_Value(part.table, "Largest dynamic force", Number(design, design.dynamics.Force_Dyn_Max),
+    Model_Setup(design);  // no file keeps its figures
+    for (const int k : {1, 2})
+        if (design.dynamics.Omega(k) > 0.0)
+            Add_Field(design, part.table, {"Natural frequency", "Omega", k});
+    const Extremes force = MaxMin2(design.results.CalcData, var::Dynamic_Force, 0, design.motion.Max_Data_Points_used);
+    Add_Value(part.table, "Largest dynamic force", Number(design, force.largest),
               design.plot.Var_Unit(var::Dynamic_Force));
-    Add_Value(part.table, "Smallest dynamic force", Number(design, design.dynamics.Force_Dyn_Min),
+    Add_Value(part.table, "Smallest dynamic force", Number(design, force.smallest),
               design.plot.Var_Unit(var::Dynamic_Force));
     return part;
 }

@@ -237,13 +237,18 @@ TEST_F(Design_Reports, a_vibration_has_its_model_and_the_notes_of_the_screen)
     design.dynamics.Model_Type = 4;
     design.dynamics.Mass_m(1) = 1.5;
     design.dynamics.Mass_m(2) = 2.5;
-    design.dynamics.Force_Dyn_Max = 321.0;
+    design.dynamics.Kspring(1) = 6e5;
+    design.dynamics.Kspring(2) = 1e6;
+    for (int p = 0; p <= 360; ++p)
+        design.results.CalcData(var::Dynamic_Force, p) = p == 77 ? 321.0 : 100.0;
     const Design_Report report = Made();
     const Report_Part& part = Part(report, "Vibration");
     EXPECT_EQ(Row(part, "Model").at(1), "4");
     EXPECT_EQ(Row(part, "Mass"), (Texts{"Mass", "1.5", "kg"}));
     EXPECT_EQ(Row(part, "  second"), (Texts{"  second", "2.5", "kg"}));
     EXPECT_EQ(Row(part, "Largest dynamic force"), (Texts{"Largest dynamic force", "321", "N"}));
+    EXPECT_EQ(Row(part, "Smallest dynamic force"), (Texts{"Smallest dynamic force", "100", "N"}));
+    EXPECT_GT(std::stod(Row(part, "Natural frequency").at(1)), 0.0) << "worked out again where a file lost it";
     EXPECT_EQ(part.notes, Notes_of_Vibration(design));
 }
 
