@@ -88,6 +88,7 @@ struct Paged_Table {
     std::vector<QStringList> rows;
     std::vector<QStringList> last;
     std::vector<bool> left;  // by column
+    double least = 0.0;      // width of a column
 };
 
 /// Fills pages from above to below.
@@ -222,7 +223,7 @@ Table_Layout Lay_Out(const Paged_Table& table, double width)
         for (const QStringList* const heads : {&table.heads, &table.units})
             if (!heads->isEmpty())
                 widest = std::max(widest, Width_of((*heads)[cell], body_size, true));
-        layout.widths.push_back(widest);
+        layout.widths.push_back(std::max(widest, table.least));
     }
     double whole = column_gap * (static_cast<double>(columns) - 1.0);
     for (const double w : layout.widths)
@@ -274,13 +275,19 @@ void Page_Writer::Table(const Paged_Table& table)
         New_Page();
     heads();
     std::size_t next = 0;
+    bool turn = false;
     while (next < table.rows.size()) {
-        if (!Fits(height)) {
+        if (turn || !Fits(height)) {
             New_Page();
             heads();
         }
         const auto room = static_cast<std::size_t>(std::max(1.0, (Bottom() - y_) / height + 1e-6));
-        const std::size_t end = std::min(table.rows.size(), next + room);
+        std::size_t end = std::min(table.rows.size(), next + room);
+        constexpr std::size_t kept = 4;  // so many rows stay with the last ones
+        turn = end == table.rows.size() && end - next > kept && !table.last.empty() &&
+               !Fits(static_cast<double>(end - next + table.last.size()) * height + 3.0);
+        if (turn)
+            end -= kept;
         Put([=, y = y_](QPainter& painter) {
             for (std::size_t k = next; k < end; ++k)
                 row_at(painter, content->rows[k], y + static_cast<double>(k - next) * height, false, ink);
@@ -499,6 +506,8 @@ Page_Maker Table_Pages(const Design_State& design, const Table_in_Texts& table)
     for (const std::vector<std::string>& row : table.rows)
         paged.rows.push_back(In_Qt(row));
     paged.left.assign(table.heads.size(), false);
+    constexpr double column_width = 76.0;
+    paged.least = column_width;
     return [paged = std::move(paged), head = Head_of(design), date = Date_Text(),
             lines = Namedate_Print(design)](const QSizeF& area) {
         Page_Writer writer(area, head, date);

@@ -8,10 +8,12 @@
 #include <QPrinter>
 #include <QTemporaryDir>
 #include <QWidget>
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 
 #include "paint/chart.h"
+#include "paint/painter_surface.h"
 #include "paint/print.h"
 #include "paint/save_picture.h"
 #include "tests/support/desktop_design.h"
@@ -126,6 +128,16 @@ TEST_F(Printed_Pages, of_a_table_repeat_its_heads_and_count_themselves)
     EXPECT_EQ(pages.front().count(QStringLiteral("Min")), 0);
     EXPECT_EQ(pages.back().count(QStringLiteral("Min")), 1);
     EXPECT_EQ(pages.back().count(QStringLiteral("Max")), 1);
+}
+
+TEST_F(Printed_Pages, leave_Min_and_Max_never_alone)
+{
+    for (int points = 300; points <= 360; ++points) {  // a last page of every fill
+        design.motion.Max_Data_Points_used = points;
+        const QStringList last = Texts_of(paint::Table_Pages(design, Table(1))).back();
+        EXPECT_TRUE(last.contains(QString::number(points))) << points;
+        EXPECT_TRUE(last.contains(QStringLiteral("Max"))) << points;
+    }
 }
 
 TEST_F(Printed_Pages, identify_the_print_on_the_first)
@@ -293,6 +305,36 @@ TEST_F(Printed_Pages, a_chart_has_the_scale_of_its_page_at_any_resolution)
     };
     EXPECT_NEAR(share_of_ink(96), 0.25, 0.01);  // 150 x 100 of 300 x 200
     EXPECT_NEAR(share_of_ink(300), 0.25, 0.01);
+}
+
+TEST_F(Printed_Pages, a_label_has_the_size_of_its_page_at_any_resolution)
+{
+    const auto height = [](int resolution) {  // of a letter, points
+        const double per_point = resolution / 72.0;
+        QImage image(QSize(200, 200) * per_point, QImage::Format_RGB32);
+        image.setDotsPerMeterX(static_cast<int>(resolution / 0.0254));
+        image.setDotsPerMeterY(static_cast<int>(resolution / 0.0254));
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.scale(per_point, per_point);
+        paint::Painter_Surface surface(painter, QRectF(0, 0, 200, 200), QPalette(Qt::white));
+        surface.Window(0, 0, 200, 200);
+        surface.Label(100, 100, "H", Ink::ground);
+        painter.end();
+        int first = image.height();
+        int last = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (qGray(image.pixel(x, y)) < 128) {
+                    first = std::min(first, y);
+                    last = std::max(last, y);
+                }
+        return (last - first + 1) / per_point;
+    };
+    const double usual = height(96);
+    EXPECT_GT(usual, 5.0);
+    EXPECT_NEAR(height(300), usual, 1.0);
+    EXPECT_NEAR(height(600), usual, 1.0);
 }
 
 }  // namespace
