@@ -21,7 +21,6 @@ Page_Maker Table_Pages(const Design_State& design, const Table_in_Texts& table);
 /// keep a design of their own.
 Page_Maker Report_Pages(const Design_State& design, const Design_Report& report);
 
-
 /// Writes a report's pages to a PDF file (Save_Pages). @return whether it was written
 bool Save_Report(const Design_State& design, const Design_Report& report, const std::string& path,
                  std::string* why = nullptr);
