@@ -147,9 +147,19 @@ Print_Player Play_Prints(Print_Player player)
     return std::exchange(Player(), std::move(player));
 }
 
-void Print_Form(QWidget& form, const std::vector<Printed_List>& lists, std::string_view note)
+void Print_Form(QWidget& form, const std::vector<Printed_List>& lists)
 {
-    Show_Message(std::string(note), Buttons::OK, Symbol::information);
+    Print_Form(form,
+               "You can print this form directly to a printer from here.\n"
+               "But a better quality print can be obtained by copying the\n"
+               "screen to the clipboard with the key combo Alt-PrintScrn,\n"
+               "and pasting it into a word processing or graphics program,",
+               lists);
+}
+
+void Print_Form(QWidget& form, const std::string& note, const std::vector<Printed_List>& lists)
+{
+    Show_Message(note, Buttons::OK, Symbol::information);
     Trap("Print_Form in " + form.objectName().toStdString(), [&] {
         QPrinter printer(QPrinter::HighResolution);
         printer.setPageOrientation(form.width() > form.height() ? QPageLayout::Landscape : QPageLayout::Portrait);

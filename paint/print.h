@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -22,19 +23,11 @@ struct Printed_List {
     std::vector<QStringList> rows;  // a text for each head
 };
 
-/// What the user is told before the print of a form; of a form that holds a moving picture, an animation or a linkage.
-inline constexpr std::string_view Form_Note =
-    "You can print this form directly to a printer from here.\n"
-    "But a better quality print can be obtained by copying the\n"
-    "screen to the clipboard with the key combo Alt-PrintScrn,\n"
-    "and pasting it into a word processing or graphics program,";
-inline constexpr std::string_view Picture_Note =
-    "Note: The image on this screen may not print correctly on some printers.\n"
-    "If this occurs, you can still get a printout of the screen by copying it to the clipboard";
-
-/// Prints a form as it stands, after its note and the printer's own dialog; behind it its lists, whole, on pages of
-/// their own. A printer that fails is told of, under the form's name.
-void Print_Form(QWidget& form, const std::vector<Printed_List>& lists = {}, std::string_view note = Form_Note);
+/// Prints a form as it stands, after the note about better prints and the printer's own dialog; behind it its lists,
+/// whole, on pages of their own. A printer that fails is told of, under the form's name.
+void Print_Form(QWidget& form, const std::vector<Printed_List>& lists = {});
+/// The same with another note.
+void Print_Form(QWidget& form, const std::string& note, const std::vector<Printed_List>& lists = {});
 
 /// The run-time error of a printer that does not take its pages.
 inline constexpr int printer_error = 482;

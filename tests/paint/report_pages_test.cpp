@@ -72,6 +72,12 @@ std::vector<QStringList> Texts_of(const paint::Page_Maker& make, const QSizeF& a
     return texts;
 }
 
+const std::string note =
+    "You can print this form directly to a printer from here.\n"
+    "But a better quality print can be obtained by copying the\n"
+    "screen to the clipboard with the key combo Alt-PrintScrn,\n"
+    "and pasting it into a word processing or graphics program,";
+
 class Printed_Pages : public testing::Desktop_Test {
 protected:
     void SetUp() override
@@ -235,21 +241,15 @@ TEST_F(Printed_Pages, a_form_is_printed_after_its_note)
         EXPECT_EQ(printer.pageLayout().orientation(), QPageLayout::Landscape);
         return into(printer);
     });
-    script_.Expect(
-        {"You can print this form directly to a printer from here.\n"
-         "But a better quality print can be obtained by copying the\n"
-         "screen to the clipboard with the key combo Alt-PrintScrn,\n"
-         "and pasting it into a word processing or graphics program,"});
+    script_.Expect({note});
     paint::Print_Form(form);
     EXPECT_EQ(dialogs, 1);
     EXPECT_EQ(Content(Path("f.pdf")).substr(0, 5), "%PDF-");
-    script_.Expect(
-        {"Note: The image on this screen may not print correctly on some printers.\n"
-         "If this occurs, you can still get a printout of the screen by copying it to the clipboard"});
-    paint::Print_Form(form, {}, paint::Picture_Note);
+    script_.Expect({"Another note"});
+    paint::Print_Form(form, "Another note");
     EXPECT_EQ(dialogs, 2);
     paint::Play_Prints(Into("/no/such/folder/f.pdf"));
-    script_.Expect({std::string(paint::Form_Note)});
+    script_.Expect({note});
     script_.Expect(testing::Error_Box(482, "Printer error", "Print_Form in frm_Thing"));
     paint::Print_Form(form);
 }
