@@ -29,5 +29,6 @@ void Add_Export(CLI::App& app, Action& action);
 void Add_Plot(CLI::App& app, Action& action);
 void Add_Draw(CLI::App& app, Action& action);
 void Add_Table(CLI::App& app, Action& action);
+void Add_Report(CLI::App& app, Action& action);
 
 }  // namespace lobemax::cli

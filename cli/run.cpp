@@ -52,6 +52,7 @@ int Run(const std::vector<std::string>& words, std::istream& in, std::ostream& o
     Add_Export(app, action);
     Add_Plot(app, action);
     Add_Draw(app, action);
+    Add_Report(app, action);
 
     int status = done;
     try {

@@ -80,6 +80,8 @@ std::string Error_Description(int number)
         return "Disk not ready";
     case 75:
         return "Path or file access error";
+    case 482:
+        return "Printer error";
     default:
         return "Unknown error";
     }

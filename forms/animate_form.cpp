@@ -292,12 +292,6 @@ std::string Animate_Done_Message()
            "To suppress this message on further calculations, hit Cancel.";
 }
 
-std::string Animate_Print_Note()
-{
-    return "Note: The image on this screen may not print correctly on some printers.\n"
-           "If this occurs, you can still get a printout of the screen by copying it to the clipboard";
-}
-
 std::vector<Picture_Stride> Picture_Strides(const Design_State& design)
 {
     std::vector<Picture_Stride> strides{{"Every point", 1}};

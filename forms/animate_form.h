@@ -100,8 +100,6 @@ void Choose_Wait(Design_State& design, int place);
 std::string Theta_Text(const Design_State& design, int i);
 
 std::string Animate_Done_Message();
-std::string Animate_Print_Note();
-
 // ---- the series of pictures
 
 /// A choice of the distance from picture to picture.

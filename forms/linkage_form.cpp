@@ -624,12 +624,6 @@ std::string Run_Advice()
            "at the bottom of the white graphic window, or drag its scroll button.";
 }
 
-std::string Picture_Print_Note()
-{
-    return "Note: The image on this screen may not print correctly on some printers.\n"
-           "If this occurs, you can still get a printout of the screen by copying it to the clipboard";
-}
-
 bool Linkage_Done(const Design_State& design, bool drove)
 {
     const bool drives = design.linkage.Drive_End_Effector;

@@ -165,8 +165,6 @@ bool Move_Point(Design_State& design, Drag_Point point, const World_Point& to, d
 
 /// What cmd_Run tells, and the note before a print of a screen with a picture.
 std::string Run_Advice();
-std::string Picture_Print_Note();
-
 /// cmd_Done: tells what a changed choice of Opt_SVAJ asks for.
 /// @param drove  the choice as the screen opened
 /// @return       whether the sizing screen follows

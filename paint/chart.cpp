@@ -767,7 +767,14 @@ void Chart::Paint(QPainter& painter, const QRectF& area)
     plot_->toPainter(&recorder, static_cast<int>(area.width()), static_cast<int>(area.height()));
     on_paper_ = false;
     recorder.end();
-    painter.drawPicture(area.topLeft(), picture);
+    // A picture plays in the resolution of its device: here its units are those of the painter, whatever that is.
+    const QPaintDevice& device = *painter.device();
+    painter.save();
+    painter.translate(area.topLeft());
+    painter.scale(double(picture.logicalDpiX()) / device.logicalDpiX(),
+                  double(picture.logicalDpiY()) / device.logicalDpiY());
+    painter.drawPicture(QPointF(), picture);
+    painter.restore();
 }
 
 void Chart::Fill_Menu(QMenu& menu)

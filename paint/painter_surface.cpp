@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QFontInfo>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPolygonF>
@@ -158,6 +159,9 @@ void Painter_Surface::Outline(std::span<const World_Point> points, Ink ink)
 void Painter_Surface::Label(double x, double y, std::string_view text, Ink ink)
 {
     Use(ink);
+    QFont font = painter_.font();
+    font.setPixelSize(QFontInfo(QApplication::font()).pixelSize());  // the same on paper as on the screen
+    painter_.setFont(font);
     constexpr double room = 200.0;  // more than any word is wide
     const QRectF about(To_Page(x, y) - QPointF(room, room), QSizeF(2.0 * room, 2.0 * room));
     painter_.drawText(about, Qt::AlignCenter, QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));

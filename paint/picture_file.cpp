@@ -8,6 +8,7 @@
 #include <QImage>
 #include <QImageWriter>
 #include <QPdfWriter>
+#include <QPrinter>
 #include <QSvgGenerator>
 #include <algorithm>
 
@@ -85,11 +86,10 @@ QByteArray Picture_Bytes(const QSize& size, const QString& path, double scale,
 
 }  // namespace
 
-bool Save_Picture(const QSize& size, const std::string& path, double scale, const std::function<bool(QPainter&)>& paint,
-                  std::string* why)
+namespace {
+
+bool Write_Bytes(const QByteArray& bytes, const std::string& reason, const std::string& path, std::string* why)
 {
-    std::string reason;
-    const QByteArray bytes = Picture_Bytes(size, QFile::decodeName(path.c_str()), scale, paint, reason);
     if (bytes.isEmpty()) {
         if (why != nullptr)
             *why = reason;
@@ -103,6 +103,61 @@ bool Save_Picture(const QSize& size, const std::string& path, double scale, cons
         return false;
     }
     return true;
+}
+
+/// The first and the last page to print, from 1.
+std::pair<int, int> Pages_Wished(const QPagedPaintDevice& device, int pages)
+{
+    const auto* const printer = dynamic_cast<const QPrinter*>(&device);
+    if (printer == nullptr || printer->printRange() != QPrinter::PageRange || printer->fromPage() < 1)
+        return {1, pages};
+    return {printer->fromPage(), std::min(std::max(printer->toPage(), printer->fromPage()), pages)};
+}
+
+}  // namespace
+
+bool Save_Picture(const QSize& size, const std::string& path, double scale, const std::function<bool(QPainter&)>& paint,
+                  std::string* why)
+{
+    std::string reason;
+    const QByteArray bytes = Picture_Bytes(size, QFile::decodeName(path.c_str()), scale, paint, reason);
+    return Write_Bytes(bytes, reason, path, why);
+}
+
+bool Paint_Pages(const Page_Maker& make, QPagedPaintDevice& device)
+{
+    const QSizeF area = device.pageLayout().paintRect(QPageLayout::Point).size();
+    const std::vector<Page> pages = make(area);
+    const auto [first, last] = Pages_Wished(device, static_cast<int>(pages.size()));
+    QPainter painter;
+    if (!painter.begin(&device))
+        return false;
+    painter.scale(device.width() / area.width(), device.height() / area.height());
+    for (int k = first; k <= last; ++k) {
+        if (k > first && !device.newPage())
+            return false;
+        painter.save();
+        pages[static_cast<std::size_t>(k - 1)](painter);
+        painter.restore();
+    }
+    return painter.end();
+}
+
+bool Save_Pages(const Page_Maker& make, bool letter, const std::string& path, std::string* why)
+{
+    QByteArray bytes;
+    const Fixed_Hashes fixed;
+    bool made = false;
+    {
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        QPdfWriter pdf(&buffer);
+        pdf.setPageSize(QPageSize(letter ? QPageSize::Letter : QPageSize::A4));
+        pdf.setPageMargins(QMarginsF(Page_Margin, Page_Margin, Page_Margin, Page_Margin), QPageLayout::Millimeter);
+        made = Paint_Pages(make, pdf);
+    }
+    Take_Out_Date(bytes);
+    return Write_Bytes(made ? bytes : QByteArray(), {}, path, why);
 }
 
 }  // namespace lobemax::paint

@@ -6,6 +6,9 @@
 #include <QSize>
 #include <functional>
 #include <string>
+#include <vector>
+
+class QPagedPaintDevice;
 
 namespace lobemax::paint {
 
@@ -23,5 +26,23 @@ inline constexpr double Screen_Picture_Scale = 2.0;
 /// @return       whether the file was written
 bool Save_Picture(const QSize& size, const std::string& path, double scale, const std::function<bool(QPainter&)>& paint,
                   std::string* why = nullptr);
+
+/// What stands on a page: painted in points, from the upper left corner of the page's area.
+using Page = std::function<void(QPainter&)>;
+/// The pages of a print for an area of some points each: what fits on one depends on the paper.
+using Page_Maker = std::function<std::vector<Page>(const QSizeF& area)>;
+
+/// Paints pages onto a printer or into a PDF file within the margins that it has; of a print of a range those in it.
+/// @return whether the device took them
+bool Paint_Pages(const Page_Maker& make, QPagedPaintDevice& device);
+
+/// Margins of a printed page, millimetres.
+inline constexpr double Page_Margin = 15.0;
+
+/// Writes pages to a PDF file, whole or not at all, the same bytes each time.
+/// @param letter  the paper: letter, else A4
+/// @param why     out: what went wrong
+/// @return        whether the file was written
+bool Save_Pages(const Page_Maker& make, bool letter, const std::string& path, std::string* why = nullptr);
 
 }  // namespace lobemax::paint

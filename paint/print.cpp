@@ -4,11 +4,15 @@
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QPrintDialog>
+#include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QWidget>
 #include <algorithm>
+#include <utility>
 
+#include "core/basic_types.h"
 #include "core/messages.h"
+#include "core/traps.h"
 
 namespace lobemax::paint {
 
@@ -97,7 +101,9 @@ private:
 
 int Paint_Form(QWidget& form, const std::vector<Printed_List>& lists, QPagedPaintDevice& page)
 {
-    QPainter painter(&page);
+    QPainter painter;
+    if (!painter.begin(&page))
+        return 0;
     Paint_Whole(form, painter, QRectF(0, 0, page.width(), page.height()));
     List_Painter behind(painter, page);
     for (const Printed_List& list : lists)
@@ -108,6 +114,37 @@ int Paint_Form(QWidget& form, const std::vector<Printed_List>& lists, QPagedPain
 void Paint_Form(QWidget& form, QPagedPaintDevice& page)
 {
     Paint_Form(form, {}, page);
+}
+
+namespace {
+
+Print_Player& Player()
+{
+    static Print_Player player;
+    return player;
+}
+
+void Set_Paper(QPrinter& printer, bool letter)
+{
+    printer.setPageSize(QPageSize(letter ? QPageSize::Letter : QPageSize::A4));
+    printer.setPageMargins(QMarginsF(Page_Margin, Page_Margin, Page_Margin, Page_Margin), QPageLayout::Millimeter);
+}
+
+/// Whether the user wishes to print, with the printer set as he wishes.
+bool Ask_Printer(QPrinter& printer, QWidget* parent)
+{
+    if (Player())
+        return Player()(printer);
+    QPrintDialog dialog(&printer, parent);
+    dialog.setWindowModality(Qt::WindowModal);  // the help stays usable
+    return dialog.exec() == QDialog::Accepted;
+}
+
+}  // namespace
+
+Print_Player Play_Prints(Print_Player player)
+{
+    return std::exchange(Player(), std::move(player));
 }
 
 void Print_Form(QWidget& form, const std::vector<Printed_List>& lists)
@@ -123,12 +160,49 @@ void Print_Form(QWidget& form, const std::vector<Printed_List>& lists)
 void Print_Form(QWidget& form, const std::string& note, const std::vector<Printed_List>& lists)
 {
     Show_Message(note, Buttons::OK, Symbol::information);
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPageOrientation(form.width() > form.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
-    QPrintDialog dialog(&printer, &form);
-    dialog.setWindowModality(Qt::WindowModal);  // the help stays usable
-    if (dialog.exec() == QDialog::Accepted)
-        Paint_Form(form, lists, printer);
+    Trap("Print_Form in " + form.objectName().toStdString(), [&] {
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setPageOrientation(form.width() > form.height() ? QPageLayout::Landscape : QPageLayout::Portrait);
+        if (Ask_Printer(printer, &form) && Paint_Form(form, lists, printer) == 0)
+            throw Fault{printer_error};
+    });
+}
+
+bool Print_Pages(QWidget* parent, const Page_Maker& make, bool letter, std::string_view routine)
+{
+    bool printed = false;
+    Trap(routine, [&] {
+        QPrinter printer(QPrinter::HighResolution);
+        Set_Paper(printer, letter);
+        if (!Ask_Printer(printer, parent))
+            return;
+        if (!Paint_Pages(make, printer))
+            throw Fault{printer_error};
+        printed = true;
+    });
+    return printed;
+}
+
+void Preview_Pages(QWidget* parent, const Page_Maker& make, bool letter, std::string_view routine)
+{
+    Trap(routine, [&] {
+        QPrinter printer(QPrinter::HighResolution);
+        Set_Paper(printer, letter);
+        bool failed = false;
+        const auto paint = [&](QPrinter* onto) { failed = !Paint_Pages(make, *onto) || failed; };
+        if (Player()) {
+            if (Player()(printer))
+                paint(&printer);
+        } else {
+            QPrintPreviewDialog preview(&printer, parent);
+            preview.setWindowModality(Qt::WindowModal);
+            preview.setWindowFlag(Qt::WindowMaximizeButtonHint);
+            QObject::connect(&preview, &QPrintPreviewDialog::paintRequested, paint);
+            preview.exec();
+        }
+        if (failed)
+            throw Fault{printer_error};
+    });
 }
 
 }  // namespace lobemax::paint

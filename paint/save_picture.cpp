@@ -20,4 +20,16 @@ void Save_Picture_As(const std::string& title, const Picture_Writer& write)
         Show_Message("The picture could not be saved as\n" + *path + "\n" + why, Buttons::OK, Symbol::exclamation);
 }
 
+void Save_Pages_As(const std::string& title, const std::string& suggestion, const Page_Maker& make, bool letter)
+{
+    const Host& host = Installed_Host();
+    const std::optional<std::string> path =
+        host.save_dialog ? host.save_dialog({title, "PDF (*.pdf)|*.pdf", 1, suggestion, true}) : std::nullopt;
+    if (!path)
+        return;
+    std::string why;
+    if (!Save_Pages(make, letter, *path, &why))
+        Show_Message("The pages could not be saved as\n" + *path + "\n" + why, Buttons::OK, Symbol::exclamation);
+}
+
 }  // namespace lobemax::paint

@@ -10,6 +10,7 @@
 #include "core/points.h"
 #include "core/text.h"
 #include "dynamics/ode_solver.h"
+#include "present/plot_engine.h"
 
 namespace lobemax {
 
@@ -83,14 +84,33 @@ bool Is_Time_Response(const Design_State& design, std::span<const int> variables
            std::ranges::all_of(variables, [](int v) { return v >= var::Time_X && v <= var::Time_Error; });
 }
 
+Table_Base Base_of_Table(const Design_State& design, std::span<const int> variables)
+{
+    if (Is_Time_Response(design, variables))
+        return Table_Base::time;
+    if (Transform_in_Memory(design) && !variables.empty() && std::ranges::all_of(variables, Is_Fourier))
+        return Table_Base::harmonics;
+    return Table_Base::angle;
+}
+
 namespace {
+
+/// The unit of a column: of a row that is kept in thousands it tells so, as its short head does not.
+std::string Table_Unit(const Design_State& design, int variable)
+{
+    if (variable > Plot_Group::Last_Variable)
+        return {};
+    const std::string unit = Axis_Unit(design, variable);
+    return design.plot.Var_Name(variable).ends_with("*E3") ? "E3 " + unit : unit;
+}
 
 /// Rows over the cam angle.
 void Fill_over_Angle(const Design_State& design, const Table_Choice& choice, Data_Table& table)
 {
     const Table<Single>& data = design.results.CalcData;
     const Point_Range range = Points_of_Segment(design, choice.segment);
-    table.heads.push_back(Angle_Head);
+    table.heads.emplace_back(Angle_Head);
+    table.units.emplace_back("deg");
     const int step = std::min(choice.step, Max_Points + 1);
     for (int p = range.first; p <= range.last; p += step) {
         std::vector<double>& row = table.rows.emplace_back();
@@ -104,7 +124,8 @@ void Fill_over_Angle(const Design_State& design, const Table_Choice& choice, Dat
 void Fill_over_Time(const Design_State& design, const Table_Choice& choice, Data_Table& table)
 {
     const Results_Group& r = design.results;
-    table.heads.push_back(Time_Head);
+    table.heads.emplace_back(Time_Head);
+    table.units.emplace_back("sec");
     const auto state = [](int v) { return v == var::Time_Error ? 0 : v - var::Time_X + 1; };
     const Long step = std::min<Long>(choice.step, Max_Stored_Steps);
     for (Long j = 1; j <= design.dynamics.Ode_Count; j += step) {
@@ -115,6 +136,20 @@ void Fill_over_Time(const Design_State& design, const Table_Choice& choice, Data
     }
 }
 
+/// Rows over the harmonics of the transform that are shown, numbered as in its plots.
+void Fill_over_Harmonics(const Design_State& design, const Table_Choice& choice, Data_Table& table)
+{
+    const int last = Plotted_Harmonics(design);
+    table.heads.emplace_back(Harmonic_Head);
+    table.units.emplace_back();
+    for (int k = 1; k <= last; k += std::min(choice.step, last)) {
+        std::vector<double>& row = table.rows.emplace_back();
+        row.push_back(k);
+        for (const int v : choice.variables)
+            row.push_back(design.results.CalcData(v, k));
+    }
+}
+
 }  // namespace
 
 Data_Table Make_Data_Table(const Design_State& design, const Table_Choice& choice)
@@ -122,12 +157,17 @@ Data_Table Make_Data_Table(const Design_State& design, const Table_Choice& choic
     if (choice.step < 1)
         throw Fault{out_of_bounds};
     Data_Table table;
-    if (Is_Time_Response(design, choice.variables))
+    table.base = Base_of_Table(design, choice.variables);
+    if (table.base == Table_Base::time)
         Fill_over_Time(design, choice, table);
+    else if (table.base == Table_Base::harmonics)
+        Fill_over_Harmonics(design, choice, table);
     else
         Fill_over_Angle(design, choice, table);
-    for (const int v : choice.variables)
+    for (const int v : choice.variables) {
         table.heads.push_back(Column_Head(design, v));
+        table.units.push_back(Table_Unit(design, v));
+    }
     if (table.rows.empty())
         throw Fault{out_of_bounds};
     table.smallest = table.largest = table.rows.front();

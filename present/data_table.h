@@ -20,9 +20,15 @@ struct Table_Choice {
     int step = 1;                // every how many points a row stands
 };
 
-/// What the table shows, as numbers: the first column is the cam angle, in degrees, or the time, in seconds.
+/// What the rows of a table go over.
+enum class Table_Base { angle, time, harmonics };
+
+/// What the table shows, as numbers: the first column is the cam angle, in degrees, the time, in seconds, or the number
+/// of a harmonic.
 struct Data_Table {
+    Table_Base base = Table_Base::angle;
     std::vector<std::string> heads;
+    std::vector<std::string> units;  // by column
     std::vector<std::vector<double>> rows;
     std::vector<double> smallest;  // by column, of the rows shown; the angle's is left out
     std::vector<double> largest;
@@ -41,12 +47,17 @@ struct Point_Range {
 };
 Point_Range Points_of_Segment(const Design_State& design, int segment);
 
-/// The head of the first column of a table over time, seconds.
+/// The heads of the first column of a table over time, in seconds, and of one of a Fourier transform.
 inline constexpr const char* Time_Head = "Time";
+inline constexpr const char* Harmonic_Head = "Harmonic";
 
 /// Whether these variables are the response over time, rows 50 to 53, of a vibration in memory: their table then goes
 /// over the points that the integration stored. A file keeps none of these.
 bool Is_Time_Response(const Design_State& design, std::span<const int> variables);
+
+/// What a table of these variables goes over: the harmonics where all of them are parts of a transform in memory, time
+/// where Is_Time_Response, else the cam angle.
+Table_Base Base_of_Table(const Design_State& design, std::span<const int> variables);
 
 /// @throws Fault{9} for a variable, a segment or a step that the design does not have
 Data_Table Make_Data_Table(const Design_State& design, const Table_Choice& choice);

@@ -24,6 +24,7 @@
 #include "files/exports.h"
 #include "forms/home_commands.h"
 #include "forms/preference_choice.h"
+#include "forms/print_form.h"
 #include "forms/size_form.h"
 #include "paint/chart.h"
 #include "paint/painter_surface.h"
@@ -313,7 +314,7 @@ QLayout* frm_Animate::Make_Buttons()
         Show_View();
     });
     row->addWidget(Copy_Button(To_Qt(Words_of("cmd_Copy").caption)));
-    add("cmd_AnimatePrint", [this] { paint::Print_Form(*this, Animate_Print_Note()); });
+    add("cmd_AnimatePrint", [this] { paint::Print_Form(*this, Picture_Print_Note()); });
     row->addStretch();
     add("cmd_Done", [this] { Done(); });
     return row;

@@ -5,52 +5,29 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <array>
 
 #include "core/messages.h"
 #include "core/text.h"
 #include "motion/continuity.h"
 #include "paint/chart.h"
 #include "paint/print.h"
+#include "present/report.h"
 #include "screens/desk.h"
 
 namespace lobemax::screens {
-
-namespace {
-
-/// The jumps of S, V and A in words, with the joint where each stands.
-QString Explanation()
-{
-    const Motion_Group& m = design.motion;
-    QString text;
-    for (int d = 0; d <= 2; ++d) {
-        const int joint = Worst_Joint(design, d);
-        const QString unit = To_Qt(design.plot.Var_Unit(var::S + d));
-        text += QStringLiteral("%1: largest jump %2 %3, %4 % of the maximum")
-                    .arg(QStringLiteral("SVA").mid(d, 1), To_Qt(Trim(FNRoundStr(design, m.Max_Jump(d), 6))), unit,
-                         To_Qt(Trim(FNRoundStr(design, Jump_Percent(design, d), 4))));
-        if (joint > 0)
-            text += QStringLiteral(", at the end of segment %1").arg(joint);
-        text += QLatin1Char('\n');
-    }
-    return text.trimmed();
-}
-
-}  // namespace
 
 frm_Continuity::frm_Continuity(QWidget* parent)
     : Screen(QStringLiteral("frm_Continuity"), QStringLiteral("Continuity of the cam program"), parent)
 {
     Motion_Group& m = design.motion;
     ContinuityCheck(design, m.Firstlast, m.Continuous, m.Max_Jump);
-    QLabel* const header =
-        Label(QStringLiteral("lbl_Header"),
-              m.Continuous ? QStringLiteral("The segments meet within rounding.")
-                           : QStringLiteral("One or more of the segment boundaries is discontinuous."));
+    const Report_Lines report = Continuity_Form(design);
+    QLabel* const header = Label(QStringLiteral("lbl_Header"), To_Qt(report.front()));
     QFont bold = header->font();
     bold.setWeight(QFont::DemiBold);
     header->setFont(bold);
-    QLabel* const explanation = Label(QStringLiteral("lbl_Explanation"), Explanation());
+    QLabel* const explanation =
+        Label(QStringLiteral("lbl_Explanation"), To_Qt(Trim(Joined({report.begin() + 1, report.end()}))));
     explanation->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
     auto* const plots = new QWidget;

@@ -45,6 +45,7 @@
 #include "screens/frm_ModelType.h"
 #include "screens/frm_Plots.h"
 #include "screens/frm_Preferences.h"
+#include "screens/frm_PrintSelect.h"
 #include "screens/frm_Quit.h"
 #include "screens/frm_SizeCam.h"
 #include "screens/frm_Stress.h"
@@ -87,6 +88,8 @@ QString Help_of(Home_Button button)
         return QStringLiteral("linkage");
     case Plot:
         return QStringLiteral("plots");
+    case Print:
+        return QStringLiteral("printing");
     default:
         return QStringLiteral("home");
     }
@@ -456,6 +459,11 @@ void frm_HomeScreen::Press(Home_Button button)
     case Plot:
         Run_Plots(this);
         break;
+    case Print: {
+        frm_PrintSelect screen(this);
+        Run_Modal(screen);
+        break;
+    }
     case Linkage:
         if (May_Open_Linkage(design))
             Run_Linkage_Screens(this);

@@ -4,6 +4,7 @@
 #include "files/example_designs.h"
 #include "files/model_file.h"
 #include "forms/home_commands.h"
+#include "forms/print_form.h"
 #include "forms/workflow.h"
 #include "motion/segments.h"
 #include "screens/desk.h"
@@ -12,6 +13,7 @@
 #include "screens/frm_InputData.h"
 #include "screens/frm_Plots.h"
 #include "screens/frm_Poly.h"
+#include "screens/frm_PrintData.h"
 
 namespace lobemax::screens {
 
@@ -41,7 +43,8 @@ Input_Services Services(QWidget* parent)
             frm_Poly poly(segment, parent);
             Run_Modal(poly);
         }
-        Run_Segment_Plot(segment, parent);
+        frm_PrintData table(Segment_Print_Choice(design, segment), parent);
+        Run_Modal(table);
     };
     services.build_example = [](const std::string& name) {
         return May_Build_Example(design) && May_Reset(design) && Open_Example(design, name);

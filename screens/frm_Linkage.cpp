@@ -22,6 +22,7 @@
 #include "core/text.h"
 #include "edit/rungs.h"
 #include "forms/preference_choice.h"
+#include "forms/print_form.h"
 #include "paint/painter_surface.h"
 #include "paint/print.h"
 #include "screens/desk.h"

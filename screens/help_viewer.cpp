@@ -43,6 +43,7 @@ constexpr std::array pages{
     Help_Page{"stress", "Contact stress"},
     Help_Page{"linkage", "Linkages"},
     Help_Page{"plots", "Plots"},
+    Help_Page{"printing", "Tables, prints and reports"},
     Help_Page{"files", "Files and exports"},
     Help_Page{"units", "Units and numbers"},
     Help_Page{"preferences", "Preferences"},
@@ -75,6 +76,9 @@ constexpr std::array screen_pages{
     Screen_Page{"frm_CamSlider", "linkage"},
     Screen_Page{"frm_MassProp", "linkage"},
     Screen_Page{"frm_Plot", "plots"},
+    Screen_Page{"frm_PrintSelect", "printing"},
+    Screen_Page{"frm_PrintData", "printing"},
+    Screen_Page{"frm_Report", "printing"},
     Screen_Page{"frm_Preferences", "preferences"},
     Screen_Page{"frm_Circles", "preferences"},
 };

@@ -42,7 +42,10 @@
 #include "screens/frm_Plots.h"
 #include "screens/frm_Poly.h"
 #include "screens/frm_Preferences.h"
+#include "screens/frm_PrintData.h"
+#include "screens/frm_PrintSelect.h"
 #include "screens/frm_Quit.h"
+#include "screens/frm_Report.h"
 #include "screens/frm_SizeCam.h"
 #include "screens/frm_Stress.h"
 #include "screens/frm_Title.h"
@@ -223,6 +226,14 @@ int main(int argc, char** argv)
             frm_Plot plot(plot_style);
             Take(plot, QStringLiteral("frm_Plot%1").arg(plot_style));
         }
+    }
+    {
+        frm_PrintSelect select;
+        Take(select, QStringLiteral("frm_PrintSelect"));
+        frm_PrintData table(Segment_Print_Choice(design, 1));
+        Take(table, QStringLiteral("frm_PrintData"));
+        frm_Report report;
+        Take(report, QStringLiteral("frm_Report"));
     }
     for (const char* const example : {"Single Dwell", "Flat Follower", "Four Dwell", "Oscillating"}) {
         Open_Example(design, example);

@@ -272,7 +272,7 @@ protected:
     {
         const std::string model = dice.Chance(95) ? "t.cam" : "n.cam";
         Line line;
-        switch (dice.Whole(0, 9)) {
+        switch (dice.Whole(0, 10)) {
         case 0:
             line.words = {"show", model};
             if (dice.Chance(50))
@@ -323,6 +323,10 @@ protected:
                 line.words.insert(line.words.end(), {"--units", std::to_string(dice.Whole(1, 5))});
             if (dice.Chance(40))
                 line.words.emplace_back("--recalculate");
+            break;
+        case 10:
+            line.file = dice.Chance(80) ? "report.txt" : "report.pdf";
+            line.words = {"report", model, "-o", line.file};
             break;
         case 7:
         case 8:

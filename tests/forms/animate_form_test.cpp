@@ -389,9 +389,6 @@ TEST_F(Animate_Form_Rules, its_messages)
               "or print desired data to disk with the Print button.\n"
               "\n"
               "To suppress this message on further calculations, hit Cancel.");
-    EXPECT_EQ(Animate_Print_Note(),
-              "Note: The image on this screen may not print correctly on some printers.\n"
-              "If this occurs, you can still get a printout of the screen by copying it to the clipboard");
 }
 
 TEST_F(Animate_Form_Rules, pictures_come_every_point_or_every_so_many_degrees)

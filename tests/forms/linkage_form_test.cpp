@@ -502,15 +502,12 @@ TEST_F(Linkage_Forms, a_changed_choice_of_the_driven_end_leads_to_the_sizing_wit
     EXPECT_TRUE(Linkage_Done(design, true));
 }
 
-TEST_F(Linkage_Forms, advice_and_note_have_their_texts)
+TEST_F(Linkage_Forms, advice_has_its_text)
 {
     EXPECT_EQ(Run_Advice(),
               "To run the linkage in either forward or reverse direction,\n"
               "click and hold the arrows at either end of the scroll bar.\n"
               "at the bottom of the white graphic window, or drag its scroll button.");
-    EXPECT_EQ(Picture_Print_Note(),
-              "Note: The image on this screen may not print correctly on some printers.\n"
-              "If this occurs, you can still get a printout of the screen by copying it to the clipboard");
 }
 
 /// The window of the drawing is that of a frame drawn by itself.

@@ -336,8 +336,33 @@ TEST_F(Data_Tables, of_the_response_over_time_goes_over_the_points_of_the_integr
     EXPECT_EQ(table.heads, (std::vector<std::string>{"Time", "x", "x ddot", "s - x"}));
     EXPECT_EQ(table.rows, (std::vector<std::vector<double>>{{0.5, 11, 31, 1}, {2.0, 14, 34, 4}, {3.5, 17, 37, 7}}));
     EXPECT_EQ(table.largest[1], 17);
+    EXPECT_EQ(table.units.front(), "sec");
+    EXPECT_EQ(table.base, Table_Base::time);
     choice.variables.push_back(var::Response_X);
     EXPECT_EQ(Make_Data_Table(design, choice).heads.front(), "Angle") << "the response over the cam angle is not";
+}
+
+TEST_F(Data_Tables, of_a_transform_goes_over_its_harmonics)
+{
+    for (int k = 1; k <= 15; ++k)
+        design.results.CalcData(var::FFT_Mag, k) = k * k;
+    design.motion.Fft_Half = 180;
+    design.motion.No_Harmonics = 15;
+    design.motion.Fft_Variable = var::S;
+    Table_Choice choice;
+    choice.variables = {var::FFT_Mag};
+    EXPECT_EQ(Make_Data_Table(design, choice).heads.front(), "Angle") << "no transform is in memory";
+    design.flags.FFT_Done = true;
+    choice.step = 7;
+    choice.segment = 2;  // a segment is one of the cam angle
+    const Data_Table table = Make_Data_Table(design, choice);
+    EXPECT_EQ(table.heads, (std::vector<std::string>{"Harmonic", "Mag"}));
+    EXPECT_EQ(table.rows, (std::vector<std::vector<double>>{{1, 1}, {8, 64}, {15, 225}}));
+    choice.step = 32767;
+    EXPECT_EQ(Make_Data_Table(design, choice).rows.size(), 1U);
+    choice.variables.push_back(var::V);
+    choice.step = 1;
+    EXPECT_EQ(Make_Data_Table(design, choice).heads.front(), "Angle") << "a function of the cam angle is among them";
 }
 
 }  // namespace

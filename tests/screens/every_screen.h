@@ -31,7 +31,10 @@
 #include "screens/frm_Plots.h"
 #include "screens/frm_Poly.h"
 #include "screens/frm_Preferences.h"
+#include "screens/frm_PrintData.h"
+#include "screens/frm_PrintSelect.h"
 #include "screens/frm_Quit.h"
+#include "screens/frm_Report.h"
 #include "screens/frm_SizeCam.h"
 #include "screens/frm_Stress.h"
 #include "screens/frm_Title.h"
@@ -113,6 +116,9 @@ inline std::vector<A_Screen> Every_Screen()
         {"frm_MassProp6", over_linkage("6-bar Linkage", [] { return new frm_MassProp; })},
         {"frm_Linkplots", over_linkage("4-bar Linkage", [] { return new frm_Linkplots; })},
         {"frm_PlotType", over_example([] { return new frm_PlotType; })},
+        {"frm_PrintSelect", over_example([] { return new frm_PrintSelect; })},
+        {"frm_PrintData", over_example([] { return new frm_PrintData(Segment_Print_Choice(design, 1)); })},
+        {"frm_Report", over_example([] { return new frm_Report; })},
     };
     for (int plot_style = 1; plot_style <= 4; ++plot_style) {
         list.push_back({"frm_PlotSelect" + std::to_string(plot_style),

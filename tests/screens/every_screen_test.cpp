@@ -425,6 +425,9 @@ TEST_F(Screens_at_Large, f1_opens_the_page_of_the_screen)
         {"frm_MassProp4", "linkage"},
         {"frm_MassProp6", "linkage"},
         {"frm_Linkplots", "linkage"},
+        {"frm_PrintSelect", "printing"},
+        {"frm_PrintData", "printing"},
+        {"frm_Report", "printing"},
     };
     for (const A_Screen& entry : Every_Screen()) {
         const auto screen = entry.make();
