@@ -400,6 +400,7 @@ TEST_F(Screens_at_Large, f1_opens_the_page_of_the_screen)
         {"frm_Bounds", "conditions"},
         {"frm_Poly", "conditions"},
         {"frm_Knots", "splines"},
+        {"frm_Import_data", "import"},
         {"frm_FFT", "fourier"},
         {"frm_SizeCam", "sizing"},
         {"frm_Dynamics", "dynamics"},
