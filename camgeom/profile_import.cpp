@@ -296,10 +296,11 @@ bool Take_Profile(Design_State& design, std::string_view text, const std::string
             Exclaim(problem);
             return;
         }
+        const double shift = std::fmod(choice.shift, 360.0);
         for (const Measured_Pair& pair : pairs) {
             profile.Raw_Angle.emplace_back(pair.first);
             profile.Raw_Displacement.emplace_back(pair.second);
-            profile.x.emplace_back((pair.first + choice.shift) * Rad_per_Deg);
+            profile.x.emplace_back((pair.first + shift) * Rad_per_Deg);
         }
         profile.y = profile.Raw_Displacement;
         const auto [least, largest] = std::ranges::minmax(profile.y);

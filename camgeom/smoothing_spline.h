@@ -30,11 +30,11 @@ struct Largest_Move {
 };
 
 /// A symmetric cyclic system of five diagonals and n >= 5 rows: diagonal[i], next[i] of rows i and i + 1, beyond[i] of
-/// rows i and i + 2, indices modulo n. Positive definite; O(n).
+/// rows i and i + 2, indices modulo n. Positive definite; O(n). (220)
 std::vector<double> Solve_Cyclic_Five(std::span<const double> diagonal, std::span<const double> next,
                                       std::span<const double> beyond, std::span<const double> right);
 
-/// The spline of one smoothing factor through at least five intervals. (216) to (219)
+/// The spline of one smoothing factor through at least five intervals. (216), (218), (219)
 /// @param factor  radians^3; 0: the spline through the data
 Smoothing_Spline Spline_of_Factor(std::span<const Single> x, std::span<const Single> y, double factor);
 
@@ -45,7 +45,7 @@ Largest_Move Largest_Move_of(const Smoothing_Spline& spline, std::span<const Sin
 ///         angle, a negative bound, or one of half the lift and more, which leaves nothing of the motion
 Fit_Status Smooth_within(std::span<const Single> x, std::span<const Single> y, double bound, Smoothing_Spline& spline);
 
-/// Value and derivatives at t radians; below the first angle the pieces a turn further on serve.
+/// Value and derivatives at t radians, (217); below the first angle the pieces a turn further on serve.
 Fit_Point Smoothing_Spline_At(const Smoothing_Spline& spline, double t);
 
 /// The whole fit: the spline, then the grid. @param move  out: the most that a point was moved by

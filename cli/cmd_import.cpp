@@ -53,7 +53,7 @@ int Run(Session& session, const Options& options)
         return session.Wrong("--delta: the step is 1.0, 0.50, 0.25 or 0.125");
     Put(design, "Translating", options.oscillating ? 0 : 1);
     Import_Choice choice;
-    choice.coord = options.coord == "XY" ? Import_Coord::XY : Import_Coord::RT;
+    choice.coord = Same_Text(options.coord, "XY") ? Import_Coord::XY : Import_Coord::RT;
     choice.method = options.method == "fourier"   ? Fit_Method::fourier
                     : options.method == "lanczos" ? Fit_Method::lanczos
                     : options.method == "smooth"  ? Fit_Method::smooth
@@ -73,7 +73,6 @@ int Run(Session& session, const Options& options)
             return session.Wrong(refusal);
     if (choice.method == Fit_Method::smooth && !bound)
         return session.Wrong("--method smooth: --bound tells by how much a point may be moved");
-    choice.bound = bound.value_or(0.0);
     try {
         if (prime)
             if (const Verdict verdict = Put(design, "Prime_Rad", *prime); !verdict)
@@ -81,7 +80,8 @@ int Run(Session& session, const Options& options)
         if (!session.Apply_Settings(options.settings))
             return wrong_input;
         choice.prime = design.cam.Prime_Rad;
-        choice.shift = shift.value_or(0.0);
+        choice.shift = Single(shift.value_or(0.0));
+        choice.bound = Single(bound.value_or(0.0));
         const Import_Units units{options.units, rpm ? double{Single(*rpm)} : design.motion.Shaft_speed * 30.0 / PI};
         Profile profile;
         if (!Take_Profile_File(design, options.input, choice, profile))
@@ -94,7 +94,7 @@ int Run(Session& session, const Options& options)
             return failed;
         Keep_Import(design);
     } catch (const Fault&) {
-        return session.Wrong("--prime, --rpm or --shift is too large");
+        return session.Wrong("--prime, --rpm, --shift or --bound is too large");
     }
     return session.Save(options.output);
 }

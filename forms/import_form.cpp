@@ -409,7 +409,7 @@ std::vector<Import_Chart> Charts_of_Import(const Design_State& design, const Imp
         points.emplace_back(within ? degrees : double{FN_Modulo(degrees, 360.0)}, profile.y[i]);
     }
     std::ranges::sort(points);
-    Import_Series raw{"RawData", unit, {}, {}};
+    Import_Series raw{"RawData", {}, {}};
     for (const auto& [degrees, displacement] : points) {
         raw.x.push_back(degrees);
         raw.y.push_back(displacement);
@@ -419,7 +419,7 @@ std::vector<Import_Chart> Charts_of_Import(const Design_State& design, const Imp
         return charts;
     constexpr std::array<std::string_view, Import_Chart_Count> names{"Splined", "Veloc", "Accel", "Jerk"};
     for (std::size_t k = 0; k < names.size(); ++k) {
-        Import_Series fit{names[k], {}, {}, {}};
+        Import_Series fit{names[k], {}, {}};
         for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i) {
             fit.x.push_back(i * design.motion.Deltatheta);
             fit.y.push_back(profile.result(static_cast<int>(k) + 1, i));

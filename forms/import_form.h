@@ -109,7 +109,6 @@ std::string Data_Text(const Import_Form& form);
 /// A series of grf_Plot over degrees, derivatives per degree.
 struct Import_Series {
     std::string_view name;
-    std::string unit;
     std::vector<double> x;
     std::vector<double> y;
 };

@@ -27,7 +27,7 @@ std::vector<std::string> Import_Notes(const Design_State& design, const Import_C
         notes.push_back("The smoothing moves a point by " + shown(profile.move.distance, decimals) + unit +
                         " at most, at " + shown(FN_Modulo(profile.move.x * Deg_per_Rad, turn), 2) + " deg; " +
                         shown(choice.bound, decimals) + unit + " are allowed.");
-    constexpr double usual_reach = 3.0;  // of normal noise: one point in four hundred lies beyond it
+    constexpr double usual_reach = 3.5;  // of normal noise: one point in two thousand lies beyond it
     const bool smoothed_away = choice.method == Fit_Method::smooth && choice.bound >= usual_reach * r.noise;
     if (r.noise_share > worth_a_line && !smoothed_away) {
         std::string note = "The data are rough by about " + shown(r.noise, decimals) + unit + ": ";
@@ -35,7 +35,7 @@ std::vector<std::string> Import_Notes(const Design_State& design, const Import_C
             note += "a spline makes an acceleration of it that is " + shown(100.0 * r.noise_share, 0) +
                     " % of the whole.  Take a smoothing spline, Lanczos, or a Fourier series of few harmonics.";
         else if (choice.method == Fit_Method::smooth)
-            note += "less than three times that as the bound leaves some of it in acceleration and jerk.";
+            note += "less than 3.5 times that as the bound leaves some of it in acceleration and jerk.";
         else
             note += "what stands in acceleration and jerk may be this noise.";
         notes.push_back(std::move(note));

@@ -182,12 +182,11 @@ QLayout* frm_Import_data::Make_Results()
     }
     auto* const plots = new QWidget;
     plots->setObjectName(QStringLiteral("grf_Plot"));
-    auto* const grid = new QGridLayout(plots);
-    grid->setContentsMargins(0, 0, 0, 0);
+    plots_ = new QGridLayout(plots);
+    plots_->setContentsMargins(0, 0, 0, 0);
     for (int k = 0; k < Import_Chart_Count; ++k) {
         charts_.append(new paint::Chart(design, Element("grf_Plot", k)));
         charts_.back()->Set_Legend(k == 0);
-        grid->addWidget(charts_.back(), k / 2, k % 2);
     }
     column->addWidget(plots, 1);
     column->addStretch();
@@ -287,7 +286,6 @@ void frm_Import_data::Draw()
         for (const Import_Series& series : chart.series) {
             paint::Curve curve;
             curve.name = To_Qt(series.name);
-            curve.unit = To_Qt(series.unit);
             curve.x = series.x;
             curve.y = series.y;
             if (series.name == "RawData")
@@ -295,6 +293,10 @@ void frm_Import_data::Draw()
             curves.push_back(std::move(curve));
         }
         const bool wanted = view_ == View::all || (view_ == View::functions) == (k == 0);
+        if (view_ == View::derivatives)  // one above the other
+            plots_->addWidget(charts_[k], k, 0, 1, 2);
+        else
+            plots_->addWidget(charts_[k], k / 2, k % 2);
         charts_[k]->setVisible(wanted && !curves.empty());
         charts_[k]->Set_Axis_Titles(QStringLiteral("Cam angle (deg)"), To_Qt(chart.axis));
         charts_[k]->Show(std::move(curves));

@@ -4,6 +4,8 @@
 #include "forms/import_form.h"
 #include "screens/screen.h"
 
+class QGridLayout;
+
 namespace lobemax::paint {
 class Chart;
 }
@@ -36,6 +38,7 @@ private:
     Import_Form form_;
     View view_ = View::all;
     QList<paint::Chart*> charts_;
+    QGridLayout* plots_ = nullptr;  // of the charts
     Status_Panel* status_ = nullptr;
 };
 

@@ -98,7 +98,7 @@ TEST_F(Notes_of_an_Import, tell_how_far_a_smoothing_went_and_where)
     const auto tight = Notes(0.001);
     ASSERT_EQ(tight.size(), 3U);
     EXPECT_TRUE(
-        tight[2].ends_with(" mm: less than three times that as the bound leaves some of it in acceleration and jerk."))
+        tight[2].ends_with(" mm: less than 3.5 times that as the bound leaves some of it in acceleration and jerk."))
         << tight[2];
 }
 

@@ -211,6 +211,8 @@ TEST_F(Screens_at_Large, a_number_cut_short_is_shown_as_it_was_read_and_marked)
         {"frm_CompCam", "txt_max_steps", "900,7", "900"},
         {"frm_Stress", "txt_Length", "25,7", "25"},
         {"frm_Stress", "txt_Weight", "25,7", "25"},
+        {"frm_Import_data", "txt_Base", "25,7", "25"},
+        {"frm_Import_data", "txt_Omega", "120,7", "120"},
         {"frm_FFT", "txt_Harmonics", "25,7", "25"},
         {"frm_Bounds", "txt_NoConds", "6,7", "6"},
         {"frm_Bounds", Element("txt_Vbound", 0), "0,7", "0"},
@@ -391,23 +393,12 @@ TEST_F(Screens_at_Large, every_entry_that_takes_the_focus_by_tab_is_selected_who
 TEST_F(Screens_at_Large, f1_opens_the_page_of_the_screen)
 {
     const std::map<std::string, std::string> pages{
-        {"frm_HomeScreen", "home"},
-        {"frm_Title", "start"},
-        {"frm_Quit", "home"},
-        {"frm_Preferences", "preferences"},
-        {"frm_InputData", "input"},
-        {"frm_Continuity", "continuity"},
-        {"frm_Bounds", "conditions"},
-        {"frm_Poly", "conditions"},
-        {"frm_Knots", "splines"},
-        {"frm_Import_data", "import"},
-        {"frm_FFT", "fourier"},
-        {"frm_SizeCam", "sizing"},
-        {"frm_Dynamics", "dynamics"},
-        {"frm_CompCam", "compensation"},
-        {"frm_ModelType", "vibration"},
-        {"frm_Model", "vibration"},
-        {"frm_Stress", "stress"},
+        {"frm_HomeScreen", "home"},         {"frm_Title", "start"},          {"frm_Quit", "home"},
+        {"frm_Preferences", "preferences"}, {"frm_InputData", "input"},      {"frm_Continuity", "continuity"},
+        {"frm_Bounds", "conditions"},       {"frm_Poly", "conditions"},      {"frm_Knots", "splines"},
+        {"frm_Import_data", "import"},      {"frm_FFT", "fourier"},          {"frm_SizeCam", "sizing"},
+        {"frm_Dynamics", "dynamics"},       {"frm_CompCam", "compensation"}, {"frm_ModelType", "vibration"},
+        {"frm_Model", "vibration"},         {"frm_Stress", "stress"},
     };
     for (const A_Screen& entry : Every_Screen()) {
         const auto screen = entry.make();
