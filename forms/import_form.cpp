@@ -9,7 +9,7 @@
 #include "core/numeric.h"
 #include "core/text.h"
 #include "core/units.h"
-#include "core/variables.h"
+#include "dynamics/train_rules.h"
 #include "edit/door.h"
 #include "edit/rungs.h"
 #include "files/profile_file.h"
@@ -87,8 +87,9 @@ Form_Entry Edit_Base(Design_State& design, Import_Form& form, std::string_view t
 
 Form_Entry Edit_Follower(Design_State& design, Import_Form& form, std::string_view typed)
 {
-    if (!typed.empty() && Val(design, typed) < 0.0)
-        return Refused({"The follower radius must be zero or positive"}, form.txt_follower);
+    // Against the prime radius it is held when both are stored.
+    if (const Single radius = Val(design, typed); radius < 0.0)
+        return Refused(Query(design, "Follow_Rad", radius), form.txt_follower);
     form.stored = false;
     return {true, std::string(typed)};
 }
@@ -110,8 +111,9 @@ Form_Entry Edit_Harmonics(Design_State& design, Import_Form& form, std::string_v
 
 Form_Entry Edit_Bound(Design_State& design, Import_Form& form, std::string_view typed)
 {
-    if (!typed.empty() && !(Single(Val(design, typed)) > 0.0))
-        return Refused({"This value must be positive.  Please redo."}, form.txt_Bound);
+    if (!typed.empty())
+        if (const Verdict verdict = Figure_may_be(Single(Val(design, typed))); !verdict)
+            return Refused(verdict, form.txt_Bound);
     Take_Fit_Away(form);
     return {true, std::string(typed)};
 }

@@ -11,25 +11,16 @@
 #include "edit/rungs.h"
 #include "edit/unsaved.h"
 #include "files/example_designs.h"
+#include "tests/support/import_boxes.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
 
 namespace lobemax {
 namespace {
 
-using testing::Expected_Box;
 using testing::Script;
 
 constexpr double pi = 3.14159265358979323846;
-
-const Expected_Box functions_saved{
-    "The interpolated functions from your imported profile data \n"
-    "have been saved within the program for further calculation.\n"
-    "You still need to save the model to disk with the File/Save option.\n"
-    "When you select the Next button, you will return to the home page\n"
-    "and can plot the interpolated functions, size the cam, calculate\n"
-    "dynamic properties, and export the cam profile data for manufacture.\n"
-    "If you use the Back button, it will reset and lose the imported data."};
 
 class Import_Rung : public ::testing::Test {
 protected:
@@ -61,7 +52,7 @@ TEST_F(Import_Rung, stores_per_second_in_the_units_and_by_the_speed_given)
 {
     Fit();
     Put(design, "Time Base", 3);
-    script_.Expect(functions_saved);
+    script_.Expect(testing::Functions_Saved_Box);
     ASSERT_TRUE(Save_Functions(design, choice_, {1, 60.0}, profile_));
     EXPECT_EQ(design.identity.WhichUnit, 1);
     EXPECT_EQ(design.motion.Time_Base, 1);
@@ -85,7 +76,7 @@ TEST_F(Import_Rung, takes_away_what_rests_on_the_motion_before)
 {
     ASSERT_TRUE(design.flags.Sized && design.flags.Dynamicflag);
     Fit();
-    script_.Expect(functions_saved);
+    script_.Expect(testing::Functions_Saved_Box);
     ASSERT_TRUE(Save_Functions(design, choice_, {5, 120.0}, profile_));
     const Flags_Group& f = design.flags;
     EXPECT_FALSE(f.Sized || f.Dynamicflag || f.Modelflag || f.Stressflag || f.Polydyne_Calc || f.CompCam_Calc ||
@@ -119,7 +110,7 @@ TEST_F(Import_Rung, a_speed_too_large_for_its_powers_leaves_the_design)
 TEST_F(Import_Rung, kept_it_is_the_motion_of_a_design_that_counts_on)
 {
     Fit();
-    script_.Expect(functions_saved);
+    script_.Expect(testing::Functions_Saved_Box);
     ASSERT_TRUE(Save_Functions(design, choice_, {5, 120.0}, profile_));
     const int number = design.identity.Design_No;
     Keep_Import(design);
@@ -140,7 +131,7 @@ TEST_F(Import_Rung, kept_it_is_the_motion_of_a_design_that_counts_on)
 TEST_F(Import_Rung, given_up_there_is_no_motion)
 {
     Fit();
-    script_.Expect(functions_saved);
+    script_.Expect(testing::Functions_Saved_Box);
     ASSERT_TRUE(Save_Functions(design, choice_, {5, 120.0}, profile_));
     Keep_Import(design);
     Give_Up_Import(design);
@@ -152,7 +143,7 @@ TEST_F(Import_Rung, given_up_there_is_no_motion)
 TEST_F(Import_Rung, is_not_calculated_anew_from_the_table)
 {
     Fit();
-    script_.Expect(functions_saved);
+    script_.Expect(testing::Functions_Saved_Box);
     ASSERT_TRUE(Save_Functions(design, choice_, {5, 120.0}, profile_));
     Keep_Import(design);
     std::vector<float> before;

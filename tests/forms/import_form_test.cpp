@@ -15,6 +15,7 @@
 #include "edit/door.h"
 #include "edit/rungs.h"
 #include "files/example_designs.h"
+#include "tests/support/import_boxes.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
 
@@ -25,16 +26,6 @@ using testing::Expected_Box;
 using testing::Script;
 
 constexpr double pi = 3.14159265358979323846;
-
-const Expected_Box read_box{"File lobe.txt\n\n   of Cam Profile data successfully read."};
-const Expected_Box saved_box{
-    "The interpolated functions from your imported profile data \n"
-    "have been saved within the program for further calculation.\n"
-    "You still need to save the model to disk with the File/Save option.\n"
-    "When you select the Next button, you will return to the home page\n"
-    "and can plot the interpolated functions, size the cam, calculate\n"
-    "dynamic properties, and export the cam profile data for manufacture.\n"
-    "If you use the Back button, it will reset and lose the imported data."};
 
 class Import_Screen_Form : public ::testing::Test {
 protected:
@@ -72,7 +63,7 @@ protected:
         Write(Harmonic(359));
         Enter("txt_Base", "30");
         form_.close = true;
-        script_.Expect(read_box);
+        script_.Expect(testing::Profile_Read_Box);
         ASSERT_TRUE(Import_Data(design, form_));
     }
     void Fit()
@@ -138,7 +129,7 @@ TEST_F(Import_Screen_Form, opens_its_buttons_with_each_step_and_closes_them_with
         if (!form_.profile.fitted) {
             EXPECT_TRUE(Fit_Functions(design, form_));
         }
-        script_.Expect(saved_box);
+        script_.Expect(testing::Functions_Saved_Box);
         EXPECT_EQ(Save_Imported(design, form_), Save_Outcome::stored);
         EXPECT_TRUE(Open(&Import_Buttons::cmd_Done));
     };
@@ -280,7 +271,7 @@ TEST_F(Import_Screen_Form, stores_speed_sizes_and_functions_in_the_units_picked)
     ASSERT_TRUE(Choose_Import_Units(design, form_, "ips"));  // after the reading: the numbers are inches all along
     Enter("txt_Omega", "60");
     Enter("txt_follower", "12");
-    script_.Expect(saved_box);
+    script_.Expect(testing::Functions_Saved_Box);
     ASSERT_EQ(Save_Imported(design, form_), Save_Outcome::stored);
     EXPECT_EQ(design.identity.WhichUnit, 1);
     EXPECT_EQ(design.cam.Prime_Rad, 30.0);
@@ -308,7 +299,7 @@ TEST_F(Import_Screen_Form, a_failed_fit_leaves_no_curve_and_no_button)
 {
     Write(Harmonic(359));
     Enter("txt_Base", "30");
-    script_.Expect(read_box);
+    script_.Expect(testing::Profile_Read_Box);
     ASSERT_TRUE(Import_Data(design, form_));
     script_.Expect({"The function is not periodic - will terminate the calculation. (Check = 1)"});
     script_.Expect({"Something is wrong with the solution - cannot continue"});

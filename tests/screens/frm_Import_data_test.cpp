@@ -18,6 +18,7 @@
 #include "screens/frm_SizeCam.h"
 #include "screens/resources.h"
 #include "tests/support/desktop_design.h"
+#include "tests/support/import_boxes.h"
 #include "tests/support/test_design.h"
 
 namespace lobemax {
@@ -27,19 +28,8 @@ using screens::Element;
 using screens::frm_HomeScreen;
 using screens::frm_Import_data;
 using testing::Driver;
-using testing::Expected_Box;
 
 constexpr double pi = 3.14159265358979323846;
-
-const Expected_Box read_box{"File lobe.txt\n\n   of Cam Profile data successfully read."};
-const Expected_Box saved_box{
-    "The interpolated functions from your imported profile data \n"
-    "have been saved within the program for further calculation.\n"
-    "You still need to save the model to disk with the File/Save option.\n"
-    "When you select the Next button, you will return to the home page\n"
-    "and can plot the interpolated functions, size the cam, calculate\n"
-    "dynamic properties, and export the cam profile data for manufacture.\n"
-    "If you use the Back button, it will reset and lose the imported data."};
 
 double Harmonic(int degrees)
 {
@@ -80,14 +70,14 @@ protected:
         user.Fill("txt_Base", "30");
         if (!user.Checked("chk_Close"))
             user.Press("chk_Close");
-        script_.Expect(read_box);
+        script_.Expect(testing::Profile_Read_Box);
         user.Press("cmd_Import");
         user.Press("cmd_Calc");
     }
     void Save(const Driver& user)
     {
         user.Fill("txt_Omega", "120");
-        script_.Expect(saved_box);
+        script_.Expect(testing::Functions_Saved_Box);
         user.Press("cmd_Save_Functions");
     }
     static void Trigger(const frm_HomeScreen& home, const char* name)
@@ -136,7 +126,7 @@ TEST_F(Import_Screen, reads_fits_and_saves_from_its_controls)
     user.Press("cmd_Import");
     user.Fill("txt_Base", "30");
     user.Press("chk_Close");
-    script_.Expect(read_box);
+    script_.Expect(testing::Profile_Read_Box);
     user.Press("cmd_Import");
     EXPECT_EQ(user.Text("txt_Data"), "361");
     EXPECT_TRUE(user.Visible("grf_Plot"));
@@ -218,7 +208,7 @@ TEST_F(Import_Screen, shows_the_step_that_a_file_needs)
     const Driver user(screen);
     user.Fill("txt_Base", "30");
     script_.Expect({"There are 720 data sets in this file. \nDelta Theta has been reset to allow that many."});
-    script_.Expect(read_box);
+    script_.Expect(testing::Profile_Read_Box);
     user.Press("cmd_Import");
     EXPECT_EQ(user.Text("cmb_Delta"), "0.50");
     EXPECT_EQ(design.motion.Deltatheta, 0.5);
