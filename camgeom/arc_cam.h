@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 /// Cams made of circular arcs: base circle, two flanks that bulge, a nose. Symmetric about the nose; a flat face or a
-/// roller rides on them radially. docs/theory.md, 15.
+/// roller rides on them radially. docs/theory.md, 16.
 #pragma once
 
 #include <array>

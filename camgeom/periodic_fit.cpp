@@ -144,24 +144,32 @@ Fit_Status Solve_Periodic(int n, std::span<Single> a1, std::span<Single> a2, std
     return status;
 }
 
-Fit_Status Spline_Coeffs(std::span<const Single> x, std::span<const Single> y, Periodic_Spline& spline)
+Fit_Status Check_Closed(std::span<const Single> x, std::span<const Single> y, int fewest)
 {
     const int n = static_cast<int>(std::min(x.size(), y.size())) - 1;
     if (n < 1 || y[At_Place(n)] != y[0]) {
         Tell("The function is not periodic - will terminate the calculation. (Check = 1)");
         return Fit_Status::not_periodic;
     }
-    if (n < fewest_intervals) {
+    if (n < fewest) {
         Tell_Too_Small();
         return Fit_Status::too_small;
     }
+    for (int i = 0; i < n; ++i)
+        if (!(x[At_Place(i + 1)] > x[At_Place(i)]))
+            return Singular();
+    return Fit_Status::success;
+}
+
+Fit_Status Spline_Coeffs(std::span<const Single> x, std::span<const Single> y, Periodic_Spline& spline)
+{
+    if (const Fit_Status status = Check_Closed(x, y, fewest_intervals); status != Fit_Status::success)
+        return status;
+    const int n = static_cast<int>(std::min(x.size(), y.size())) - 1;
     const std::size_t count = At_Place(n) + 1;
     std::vector<Single> h(count), a1(count), a2(count), a3(count), r(count);
-    for (int i = 0; i < n; ++i) {
+    for (int i = 0; i < n; ++i)
         h[At_Place(i)] = x[At_Place(i + 1)] - x[At_Place(i)];
-        if (!(h[At_Place(i)] > 0.0))
-            return Singular();
-    }
     h[At_Place(n)] = h[0];  // around the cycle
     const auto slope = [&](int i) {
         const int from = i % n;
@@ -264,13 +272,12 @@ Fit_Point Fourier_Eval(const Fourier_Series& series, double t)
     return point;
 }
 
-namespace {
-
-/// The points of the grid by a function of the angle in radians.
-template <class Function>
-void Fill_Grid(Design_State& design, Fit_Result& result, const Function& at)
+void Fill_Grid(Design_State& design, Fit_Result& result, const std::function<Fit_Point(double)>& at)
 {
+    constexpr int last_row = 4;
     const int points = design.motion.Max_Data_Points_used;
+    if (result.Last_Row() != last_row || result.Last_Point() != points)
+        result.Dimension(last_row, points);
     for (int i = 0; i <= points; ++i) {
         design.results.CalcData(var::Angle, i) = i * design.motion.Deltatheta;
         const Fit_Point point = at(i * design.motion.Deltatheta * Rad_per_Deg);
@@ -281,13 +288,7 @@ void Fill_Grid(Design_State& design, Fit_Result& result, const Function& at)
     }
 }
 
-void Make_Room(const Design_State& design, Fit_Result& result)
-{
-    constexpr int last_row = 4;
-    const int points = design.motion.Max_Data_Points_used;
-    if (result.Last_Row() != last_row || result.Last_Point() != points)
-        result.Dimension(last_row, points);
-}
+namespace {
 
 /// The same place of the cycle at the same displacement.
 bool Closed(std::span<const Single> x, std::span<const Single> y)
@@ -306,7 +307,6 @@ bool Periodic_Spline_Fit(Design_State& design, std::span<const Single> x, std::s
         Periodic_Spline spline;
         if (Spline_Coeffs(x, y, spline) != Fit_Status::success)
             return;
-        Make_Room(design, result);
         Fill_Grid(design, result, [&](double t) { return Spline_At(spline, t); });
         fitted = true;
     });
@@ -327,7 +327,6 @@ bool Fourier_Fit(Design_State& design, std::span<const Single> x, std::span<cons
             return;
         }
         const Fourier_Series series = Fourier_Coeffs(x, y, harmonics);
-        Make_Room(design, result);
         Fill_Grid(design, result, [&](double t) { return Fourier_Eval(series, t); });
         fitted = true;
     });

@@ -6,6 +6,7 @@
 /// rows 1 to 4 displacement and its first three derivatives, per degree. Source: docs/theory.md, 14.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -46,6 +47,9 @@ struct Fit_Point {
     double j = 0.0;
 };
 
+/// Whether data end where they begin, have so many intervals and rise; a message tells what they do not.
+Fit_Status Check_Closed(std::span<const Single> x, std::span<const Single> y, int fewest);
+
 /// Builds and solves, (207) to (209). A message tells what is wrong: data that do not end where they begin, fewer than
 /// three intervals, a repeated angle.
 Fit_Status Spline_Coeffs(std::span<const Single> x, std::span<const Single> y, Periodic_Spline& spline);
@@ -78,6 +82,9 @@ bool Even_Steps(std::span<const Single> x);
 /// The series through all points, or the first harmonics of it. @param harmonics  0: all
 Fourier_Series Fourier_Coeffs(std::span<const Single> x, std::span<const Single> y, int harmonics = 0);
 Fit_Point Fourier_Eval(const Fourier_Series& series, double t);
+
+/// The points of the grid by a function of the angle in radians: rows 1 to 4 of the result, row 0 of CalcData.
+void Fill_Grid(Design_State& design, Fit_Result& result, const std::function<Fit_Point(double)>& at);
 
 /// The whole fits: coefficients, then the grid; row 0 of CalcData becomes the angles. Rows 1 to 4 of the result.
 /// @return whether there is a result; else a message was shown

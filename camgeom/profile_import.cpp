@@ -296,10 +296,11 @@ bool Take_Profile(Design_State& design, std::string_view text, const std::string
             Exclaim(problem);
             return;
         }
+        const double shift = std::fmod(choice.shift, 360.0);
         for (const Measured_Pair& pair : pairs) {
             profile.Raw_Angle.emplace_back(pair.first);
             profile.Raw_Displacement.emplace_back(pair.second);
-            profile.x.emplace_back((pair.first + choice.shift) * Rad_per_Deg);
+            profile.x.emplace_back((pair.first + shift) * Rad_per_Deg);
         }
         profile.y = profile.Raw_Displacement;
         const auto [least, largest] = std::ranges::minmax(profile.y);
@@ -311,10 +312,10 @@ bool Take_Profile(Design_State& design, std::string_view text, const std::string
             design.cam.Prime_Rad = *choice.prime;
         taken = true;
     });
-    if (taken)
+    if (taken && !name.empty())
         Show_Message("File " + name + "\n\n   of Cam Profile data successfully read.", Buttons::OK,
                      Symbol::information);
-    else
+    if (!taken)
         profile = {};
     return taken;
 }
@@ -366,6 +367,9 @@ bool Fit_Profile(Design_State& design, const Import_Choice& choice, Profile& pro
             break;
         case Fit_Method::lanczos:
             fitted = Lanczos_Fit(design, profile.x, profile.y, profile.result);
+            break;
+        case Fit_Method::smooth:
+            fitted = Smoothing_Fit(design, profile.x, profile.y, choice.bound, profile.result, profile.move);
             break;
         }
         if (fitted)

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "camgeom/periodic_fit.h"
+#include "camgeom/smoothing_spline.h"
 #include "core/basic_types.h"
 
 namespace lobemax {
@@ -34,7 +35,10 @@ struct Pairs_Read {
 Pairs_Read Read_Pairs(std::string_view text);
 
 enum class Import_Coord { RT, XY };
-enum class Fit_Method { spline = 1, fourier = 2, lanczos = 3 };
+enum class Fit_Method { spline = 1, fourier = 2, lanczos = 3, smooth = 4 };
+
+/// Half the count of the finest grid.
+inline constexpr int Most_Harmonics = 1440;
 
 /// What the screen's choices are, and the options of the command.
 struct Import_Choice {
@@ -46,6 +50,7 @@ struct Import_Choice {
     std::optional<double> prime{};  // txt_Base
     double shift = 0.0;             // txt_ShiftAng, degrees that the functions come later
     int harmonics = 0;              // of the Fourier series; 0: all
+    double bound = 0.0;             // of the smoothing spline: no point moves by more
 };
 
 /// A profile at work: as it was read, what is fitted, and the fit.
@@ -55,6 +60,7 @@ struct Profile {
     std::vector<Single> x;  // radians
     std::vector<Single> y;
     Fit_Result result;
+    Largest_Move move;  // of a smoothing spline
     bool fitted = false;
     int Data_Count() const { return static_cast<int>(x.size()); }
 };
@@ -70,7 +76,7 @@ struct Fit_Residuals {
 
 /// Takes a text: reads it, chooses the step of the grid by the count of pairs, closes and normalises the data, and the
 /// prime radius and Lift. The arrays of the design are those of the grid.
-/// @param name  of the file, for the message
+/// @param name  of the file, for the message that it was read; empty: nobody is told
 /// @return false after a message: the line that is no pair, angles that do not rise, too many pairs, no prime radius
 bool Take_Profile(Design_State& design, std::string_view text, const std::string& name, const Import_Choice& choice,
                   Profile& profile);

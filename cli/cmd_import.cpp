@@ -25,6 +25,7 @@ struct Options {
     std::string rpm;
     std::string prime;
     std::string shift;
+    std::string bound;
     std::vector<std::string> settings;
     int units = 5;
     int harmonics = 0;
@@ -52,9 +53,10 @@ int Run(Session& session, const Options& options)
         return session.Wrong("--delta: the step is 1.0, 0.50, 0.25 or 0.125");
     Put(design, "Translating", options.oscillating ? 0 : 1);
     Import_Choice choice;
-    choice.coord = options.coord == "XY" ? Import_Coord::XY : Import_Coord::RT;
+    choice.coord = Same_Text(options.coord, "XY") ? Import_Coord::XY : Import_Coord::RT;
     choice.method = options.method == "fourier"   ? Fit_Method::fourier
                     : options.method == "lanczos" ? Fit_Method::lanczos
+                    : options.method == "smooth"  ? Fit_Method::smooth
                                                   : Fit_Method::spline;
     choice.normalize = options.normalize;
     choice.raw = options.raw;
@@ -63,11 +65,14 @@ int Run(Session& session, const Options& options)
     std::optional<double> prime;
     std::optional<double> rpm;
     std::optional<double> shift;
+    std::optional<double> bound;
     for (const std::string& refusal :
          {Take_Number("--prime", options.prime, prime), Take_Number("--rpm", options.rpm, rpm),
-          Take_Number("--shift", options.shift, shift)})
+          Take_Number("--shift", options.shift, shift), Take_Number("--bound", options.bound, bound)})
         if (!refusal.empty())
             return session.Wrong(refusal);
+    if (choice.method == Fit_Method::smooth && !bound)
+        return session.Wrong("--method smooth: --bound tells by how much a point may be moved");
     try {
         if (prime)
             if (const Verdict verdict = Put(design, "Prime_Rad", *prime); !verdict)
@@ -75,7 +80,8 @@ int Run(Session& session, const Options& options)
         if (!session.Apply_Settings(options.settings))
             return wrong_input;
         choice.prime = design.cam.Prime_Rad;
-        choice.shift = shift.value_or(0.0);
+        choice.shift = Single(shift.value_or(0.0));
+        choice.bound = Single(bound.value_or(0.0));
         const Import_Units units{options.units, rpm ? double{Single(*rpm)} : design.motion.Shaft_speed * 30.0 / PI};
         Profile profile;
         if (!Take_Profile_File(design, options.input, choice, profile))
@@ -88,7 +94,7 @@ int Run(Session& session, const Options& options)
             return failed;
         Keep_Import(design);
     } catch (const Fault&) {
-        return session.Wrong("--prime, --rpm or --shift is too large");
+        return session.Wrong("--prime, --rpm, --shift or --bound is too large");
     }
     return session.Save(options.output);
 }
@@ -106,11 +112,13 @@ void Add_Import(CLI::App& app, Action& action)
     command->add_option("--coord", options->coord, "RT: angle and displacement; XY: points of the roller's path")
         ->check(CLI::IsMember({"RT", "XY"}, CLI::ignore_case))
         ->capture_default_str();
-    command->add_option("--method", options->method, "spline, fourier, lanczos (a smoothed spline)")
-        ->check(CLI::IsMember({"spline", "fourier", "lanczos"}))
+    command
+        ->add_option("--method", options->method,
+                     "spline, fourier, lanczos (smoothed over five points), smooth (within --bound)")
+        ->check(CLI::IsMember({"spline", "fourier", "lanczos", "smooth"}))
         ->capture_default_str();
     command->add_option("--harmonics", options->harmonics, "fourier: the first so many only (default: all)")
-        ->check(CLI::Range(0, 1440))
+        ->check(CLI::Range(0, Most_Harmonics))
         ->type_name("H");
     command->add_option("--units", options->units, "unit system of the file: 1 in-lb, 2 ft-lb, 3 m-N, 4 cm-N, 5 mm-N")
         ->check(CLI::Range(First_Unit_System, Last_Unit_System))
@@ -123,6 +131,8 @@ void Add_Import(CLI::App& app, Action& action)
     command->add_option("--rpm", options->rpm, "shaft speed, revolutions per minute")->type_name("N");
     command->add_option("--prime", options->prime, "prime radius of the cam")->type_name("R");
     command->add_option("--shift", options->shift, "degrees by which the motion comes later")->type_name("DEG");
+    command->add_option("--bound", options->bound, "smooth: no point moves by more, in the unit of the file")
+        ->type_name("B");
     command->add_flag("--oscillating", options->oscillating,
                       "the follower is an oscillating arm, displacements in degrees");
     command->add_flag("--normalize", options->normalize, "the lowest displacement is taken off");

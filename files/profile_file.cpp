@@ -28,6 +28,11 @@ std::optional<std::string> Read_Profile_Text(const std::string& path)
     return text;
 }
 
+std::string Name_in_Path(const std::string& path)
+{
+    return path.substr(path.find_last_of('/') + 1);
+}
+
 bool Take_Profile_File(Design_State& design, const std::string& path, const Import_Choice& choice, Profile& profile)
 {
     const std::optional<std::string> text = Read_Profile_Text(path);
@@ -35,8 +40,7 @@ bool Take_Profile_File(Design_State& design, const std::string& path, const Impo
         profile = {};
         return false;
     }
-    const std::string name = path.substr(path.find_last_of('/') + 1);
-    return Take_Profile(design, *text, name, choice, profile);
+    return Take_Profile(design, *text, Name_in_Path(path), choice, profile);
 }
 
 }  // namespace lobemax

@@ -15,7 +15,10 @@ inline constexpr std::size_t Largest_Profile_File = 16U << 20U;  // bytes
 /// The text of a file, under the trap "Read_File". @return none after a message
 std::optional<std::string> Read_Profile_Text(const std::string& path);
 
-/// Take_Profile of a file; its name without the folders is told.
+/// The name of a file without its folders, as the messages tell it.
+std::string Name_in_Path(const std::string& path);
+
+/// Take_Profile of a file.
 bool Take_Profile_File(Design_State& design, const std::string& path, const Import_Choice& choice, Profile& profile);
 
 }  // namespace lobemax

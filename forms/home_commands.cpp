@@ -50,6 +50,7 @@ constexpr std::array menus{
     Menu_Entry{file_menu, save_as_menu, "mnu_Plus", "Lobemax 9.x", Always},
     Menu_Entry{file_menu, save_as_menu, "mnu_V8", "Lobemax 8.x", Always},
     Menu_Entry{file_menu, save_as_menu, "mnu_V7", "Lobemax 7.2 - 7.5", Always},
+    Menu_Entry{file_menu, "", "mnu_Import", "&Import Profile...", Always},
     Menu_Entry{file_menu, "", "mnu_Recalculate", "Re&calculate", May_Be_Recalculated},
     Menu_Entry{units_menu, "", "mnu_pick(1)", "&in-lb", Always},
     Menu_Entry{units_menu, "", "mnu_pick(2)", "&ft-lb", Always},

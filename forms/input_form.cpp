@@ -206,19 +206,25 @@ std::string Enter_Segment_Count(Design_State& design, std::string_view text, boo
     return std::to_string(design.motion.No_of_segments);
 }
 
-std::string Enter_Step(Design_State& design, std::string_view text)
+std::optional<double> Listed_Step(const Design_State& design, std::string_view text)
 {
     const std::array<std::string, 4> texts = Step_Texts(design);
     const auto found = std::find(texts.begin(), texts.end(), text);
-    const bool listed = found != texts.end();
-    const double step = listed ? Steps.at(static_cast<std::size_t>(found - texts.begin())) : 1.0;
-    if (!listed)
-        Show_Message("Please select one of the drop-down menu items for Delta Theta", Buttons::OK, Symbol::information);
+    if (found != texts.end())
+        return Steps.at(static_cast<std::size_t>(found - texts.begin()));
+    Show_Message("Please select one of the drop-down menu items for Delta Theta", Buttons::OK, Symbol::information);
+    return {};
+}
+
+std::string Enter_Step(Design_State& design, std::string_view text)
+{
+    const std::optional<double> listed = Listed_Step(design, text);
+    const double step = listed.value_or(1.0);
     const bool filled = Any_End_Position(design);
     Put(design, "Deltatheta", step);
     if (filled)
         Rearm_All_Rows(design);
-    return listed ? *found : texts[0];
+    return listed ? std::string(text) : Step_Texts(design)[0];
 }
 
 void Enter_Omega(Design_State& design, std::string_view text)

@@ -3,6 +3,7 @@
 /// and copy, which questions and advice appear. Rows are counted from 0, segments from 1.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -61,6 +62,9 @@ std::string End_Label(const Design_State& design, int row);
 
 /// The number of segments as typed, brought into 1..20. @return the text that the field then shows
 std::string Enter_Segment_Count(Design_State& design, std::string_view text, bool clear_rows);
+
+/// The step that a text of the list of steps means, in the number format in force; any other text is told of.
+std::optional<double> Listed_Step(const Design_State& design, std::string_view text);
 
 /// The step by its text in the number format in force; any other text sets 1 and tells. Results are lost, rows with an
 /// end position wait for their calculation again.

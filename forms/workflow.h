@@ -58,7 +58,7 @@ bool May_Open_Vibration(const Design_State& design);
 /// cmd_Input: closed for an imported model; warns of an unsaved compensating cam, and going on gives it up.
 bool May_Open_Input(Design_State& design);
 
-/// The examples menu: warns of an unsaved compensating cam, and going on gives it up.
+/// The examples menu and mnu_Import: warns of an unsaved compensating cam, and going on gives it up.
 bool May_Build_Example(Design_State& design);
 
 /// Whether pnl_compcam is visible, and its text.

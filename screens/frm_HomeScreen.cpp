@@ -39,6 +39,7 @@
 #include "screens/frm_Animate.h"
 #include "screens/frm_Dynamics.h"
 #include "screens/frm_FFT.h"
+#include "screens/frm_Import_data.h"
 #include "screens/frm_Input_Session.h"
 #include "screens/frm_LinkageType.h"
 #include "screens/frm_Linkplots.h"
@@ -386,6 +387,8 @@ void frm_HomeScreen::Run_Action(const std::string& name)
         Save_As_V8(design);
     } else if (name == "mnu_V7") {
         Save_As_V7(design);
+    } else if (name == "mnu_Import") {
+        Run_Import(this);
     } else if (name.starts_with("mnu_pick(")) {
         Change_Units_from_Home(design, name.at(9) - '0');
     } else if (name.starts_with("mnu_Sec_Deg(")) {

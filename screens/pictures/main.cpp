@@ -12,6 +12,9 @@
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <cmath>
+#include <fstream>
+#include <random>
 
 #include "core/messages.h"
 #include "core/startup.h"
@@ -31,6 +34,7 @@
 #include "screens/frm_Dynamics.h"
 #include "screens/frm_FFT.h"
 #include "screens/frm_HomeScreen.h"
+#include "screens/frm_Import_data.h"
 #include "screens/frm_InputData.h"
 #include "screens/frm_Knots.h"
 #include "screens/frm_Linkage.h"
@@ -133,6 +137,36 @@ void Take_Linkages()
     }
 }
 
+/// A measured rise and return, read and fitted within a bound.
+void Import_Lobe(frm_Import_data& screen)
+{
+    const QTemporaryDir measured;
+    const std::string path = measured.filePath(QStringLiteral("lobe.txt")).toStdString();
+    {
+        std::ofstream file(path);
+        std::mt19937 random(3);
+        std::normal_distribution<double> error(0.0, 0.001);
+        for (int i = 0; i < 360; ++i)
+            file << i << " " << 5 - 5 * std::cos(i * 3.14159265 / 180) + error(random) << "\n";
+    }
+    Host host;
+    host.open_dialog = [&](const File_Dialog&) { return std::optional(path); };
+    const Host before = Install_Host(host);
+    for (const auto& [name, text] : {std::pair{"txt_Omega", "120"}, std::pair{"txt_Base", "30"}}) {
+        auto& entry = screen.Control<Entry>(QString::fromUtf8(name));
+        entry.setText(QString::fromUtf8(text));
+        entry.accepted(text);
+    }
+    screen.Control<QCheckBox>(QStringLiteral("chk_Close")).click();
+    screen.Control<QPushButton>(QStringLiteral("cmd_Import")).click();
+    screen.Control<QRadioButton>(QStringLiteral("opt_Interpolate(3)")).click();
+    auto& bound = screen.Control<Entry>(QStringLiteral("txt_Bound"));
+    bound.setText(QStringLiteral("0.004"));
+    bound.accepted("0.004");
+    screen.Control<QPushButton>(QStringLiteral("cmd_Calc")).click();
+    Install_Host(before);
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
@@ -181,6 +215,17 @@ int main(int argc, char** argv)
         list.setCurrentIndex(2);
         emit list.activated(2);
         Take(fft, QStringLiteral("frm_FFT"));
+    }
+    {
+        frm_Import_data import;
+        Take(import, QStringLiteral("frm_Import_data_empty"));
+        Import_Lobe(import);
+        Take(import, QStringLiteral("frm_Import_data"));
+        import.Control<QPushButton>(QStringLiteral("cmd_Derivs")).click();
+        Take(import, QStringLiteral("frm_Import_data_derivatives"));
+        import.Control<QPushButton>(QStringLiteral("cmd_Functions")).click();
+        Take(import, QStringLiteral("frm_Import_data_functions"));
+        Open_Example(design, "Double Dwell");
     }
     {
         frm_SizeCam size;

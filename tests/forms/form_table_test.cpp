@@ -13,6 +13,7 @@
 #include "forms/compcam_form.h"
 #include "forms/dynamics_form.h"
 #include "forms/fft_form.h"
+#include "forms/import_form.h"
 #include "forms/input_form.h"
 #include "forms/size_form.h"
 #include "forms/stress_form.h"
@@ -82,6 +83,7 @@ TEST_F(Form_Tables, name_each_control_of_a_screen_once)
     expect("frm_Dynamics", Fields_of_Dynamics(), Read_Outs_of_Dynamics(), Controls_of_Dynamics());
     expect("frm_Stress", Fields_of_Stress(), Controls_of_Stress());
     expect("frm_CompCam", Fields_of_Compcam(), Read_Outs_of_Compcam(), Controls_of_Compcam());
+    expect("frm_Import_data", Fields_of_Import(), Controls_of_Import());
     expect("frm_FFT", Read_Outs_of_FFT(), Controls_of_FFT());
 }
 
@@ -104,6 +106,7 @@ TEST_F(Form_Tables, give_each_field_its_words_its_text_and_its_rule)
     Expect_Complete(Fields_of_Dynamics());
     Expect_Complete(Fields_of_Stress());
     Expect_Complete(Fields_of_Compcam());
+    Expect_Complete(Fields_of_Import());
     for (const Stress_Field field : {Stress_Field::Cam_E, Stress_Field::Fol_v, Stress_Field::Weight})
         EXPECT_EQ(Fields_of_Stress()[static_cast<std::size_t>(field)].name, field == Stress_Field::Cam_E ? "txt_Cam_E"
                                                                             : field == Stress_Field::Fol_v

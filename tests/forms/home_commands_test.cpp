@@ -77,8 +77,9 @@ TEST_F(Home_Commands, every_menu_entry_has_a_name_of_its_own_and_a_caption)
     for (const Export_Entry& entry : Export_Menu())
         EXPECT_TRUE(names.insert(entry.name).second) << entry.name;
     for (const std::string_view name :
-         {"mnu_New", "mnu_Open", "mnu_OpenExample", "mnu_Save", "mnu_Plus", "mnu_V8", "mnu_V7", "mnu_USA", "mnu_Europe",
-          "mnu_CalcFFT", "mnu_FullScreen", "mnu_StandardSize", "mnu_Aspect", "mnu_Circles", "mnu_Preferences"})
+         {"mnu_New", "mnu_Open", "mnu_OpenExample", "mnu_Save", "mnu_Plus", "mnu_V8", "mnu_V7", "mnu_Import", "mnu_USA",
+          "mnu_Europe", "mnu_CalcFFT", "mnu_FullScreen", "mnu_StandardSize", "mnu_Aspect", "mnu_Circles",
+          "mnu_Preferences"})
         EXPECT_TRUE(names.contains(name)) << name;
 }
 
@@ -91,7 +92,7 @@ TEST_F(Home_Commands, each_menu_has_its_entries_in_their_order)
                 names += std::string(entry.name.substr(4)) + " ";
         return names;
     };
-    EXPECT_EQ(names_of("&File"), "New Open OpenExample Save Plus V8 V7 Recalculate ");
+    EXPECT_EQ(names_of("&File"), "New Open OpenExample Save Plus V8 V7 Import Recalculate ");
     EXPECT_EQ(names_of("&Units"),
               "pick(1) pick(2) pick(3) pick(4) pick(5) USA Europe Sec_Deg(1) Sec_Deg(2) Sec_Deg(3) ");
     EXPECT_EQ(names_of("E&xamples"),

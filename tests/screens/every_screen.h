@@ -20,6 +20,7 @@
 #include "screens/frm_Dynamics.h"
 #include "screens/frm_FFT.h"
 #include "screens/frm_HomeScreen.h"
+#include "screens/frm_Import_data.h"
 #include "screens/frm_InputData.h"
 #include "screens/frm_Knots.h"
 #include "screens/frm_Linkage.h"
@@ -98,6 +99,7 @@ inline std::vector<A_Screen> Every_Screen()
         {"frm_Poly", over_conditions('P', [] { return new frm_Poly(1); })},
         {"frm_Knots", over_conditions('S', [] { return new frm_Knots(1); })},
         {"frm_FFT", over_example([] { return new frm_FFT; })},
+        {"frm_Import_data", over_example([] { return new frm_Import_data; })},
         {"frm_SizeCam", over_example([] { return new frm_SizeCam; })},
         {"frm_Animate", over_example([] { return new frm_Animate; })},
         {"frm_Dynamics", over_example([] { return new frm_Dynamics; })},
