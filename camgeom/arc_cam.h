@@ -29,7 +29,7 @@ struct Arc_Angles {
 };
 Arc_Angles Angles_of(const Arc_Cam& cam);
 
-/// Displacement, and its first two derivatives per radian, at an angle from the nose in radians.
+/// Displacement, and its first two derivatives per radian, at an angle from the nose in radians. (223), (224)
 /// Second derivatives jump where arcs meet: the value is that of the arc nearer to the nose.
 std::array<double, 3> Lift_of(const Arc_Cam& cam, double angle);
 

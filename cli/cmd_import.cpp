@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <memory>
 #include <optional>
+#include <sstream>
 
+#include "camgeom/arc_cam.h"
 #include "cli/commands.h"
 #include "cli/session.h"
 #include "core/design_state.h"
@@ -26,6 +28,8 @@ struct Options {
     std::string prime;
     std::string shift;
     std::string bound;
+    std::string arcs;
+    std::string roller;
     std::vector<std::string> settings;
     int units = 5;
     int harmonics = 0;
@@ -42,6 +46,41 @@ std::string Take_Number(const char* option, const std::string& text, std::option
         return {};
     value = Whole_Number(text);
     return value ? std::string() : std::string(option) + ": '" + text + "' is not a number";
+}
+
+/// The cam of --arcs 'BASE FLANK NOSE LIFT' and --roller. @return empty, or why there is none
+std::string Take_Arcs(const Options& options, Arc_Cam& cam)
+{
+    std::istringstream words(options.arcs);
+    std::vector<double> lengths;
+    for (std::string word; words >> word;) {
+        const std::optional<double> length = Whole_Number(word);
+        if (!length)
+            return "--arcs: '" + word + "' is not a number";
+        lengths.push_back(*length);
+    }
+    if (lengths.size() != 4)
+        return "--arcs '" + options.arcs + "': not 'BASE FLANK NOSE LIFT'";
+    std::optional<double> roller;
+    if (std::string refusal = Take_Number("--roller", options.roller, roller); !refusal.empty())
+        return refusal;
+    cam = {lengths[0], lengths[1], lengths[2], lengths[3], roller.value_or(0.0)};
+    const std::string refusal = Arcs_may_be(cam);
+    return refusal.empty() ? refusal : "--arcs: " + refusal;
+}
+
+/// The follower that rides on a cam of arcs, and the pairs of its motion: closed, the nose at a half turn.
+/// @return empty, or why it cannot be
+std::string Use_Arcs(Design_State& design, const Arc_Cam& cam, Import_Choice& choice)
+{
+    for (const Verdict& verdict :
+         {Put(design, "Followtype", cam.roller > 0.0 ? 1 : 2), Put(design, "Prime_Rad", cam.base + cam.roller),
+          cam.roller > 0.0 ? Put(design, "Follow_Rad", cam.roller) : Verdict{}})
+        if (!verdict)
+            return "--arcs: " + verdict.sentence;
+    choice.close = choice.method != Fit_Method::fourier;
+    choice.coord = Import_Coord::RT;
+    return {};
 }
 
 int Run(Session& session, const Options& options)
@@ -71,12 +110,21 @@ int Run(Session& session, const Options& options)
           Take_Number("--shift", options.shift, shift), Take_Number("--bound", options.bound, bound)})
         if (!refusal.empty())
             return session.Wrong(refusal);
+    if (options.input.empty() == options.arcs.empty())
+        return session.Wrong("either a file or --arcs tells what to import");
+    Arc_Cam arcs;
+    if (!options.arcs.empty())
+        if (const std::string refusal = Take_Arcs(options, arcs); !refusal.empty())
+            return session.Wrong(refusal);
     if (choice.method == Fit_Method::smooth && !bound)
         return session.Wrong("--method smooth: --bound tells by how much a point may be moved");
     try {
         if (prime)
             if (const Verdict verdict = Put(design, "Prime_Rad", *prime); !verdict)
                 return session.Wrong("--prime: " + verdict.sentence);
+        if (!options.arcs.empty())
+            if (const std::string refusal = Use_Arcs(design, arcs, choice); !refusal.empty())
+                return session.Wrong(refusal);
         if (!session.Apply_Settings(options.settings))
             return wrong_input;
         choice.prime = design.cam.Prime_Rad;
@@ -84,7 +132,10 @@ int Run(Session& session, const Options& options)
         choice.bound = Single(bound.value_or(0.0));
         const Import_Units units{options.units, rpm ? double{Single(*rpm)} : design.motion.Shaft_speed * 30.0 / PI};
         Profile profile;
-        if (!Take_Profile_File(design, options.input, choice, profile))
+        const bool taken = options.arcs.empty() ? Take_Profile_File(design, options.input, choice, profile)
+                                                : Take_Profile(design, Pairs_of(arcs, design.motion.Deltatheta),
+                                                               "of arcs", choice, profile);
+        if (!taken)
             return wrong_input;
         if (!Fit_Profile(design, choice, profile))
             return failed;
@@ -106,8 +157,7 @@ void Add_Import(CLI::App& app, Action& action)
     CLI::App* command = app.add_subcommand("import", "Makes a design of a measured profile");
     const auto options = std::make_shared<Options>();
     command->add_option("input", options->input, "text file of pairs: cam angle and displacement, or x and y")
-        ->type_name("PROFILE.txt")
-        ->required();
+        ->type_name("PROFILE.txt");
     Add_Output(*command, options->output, "model file to write");
     command->add_option("--coord", options->coord, "RT: angle and displacement; XY: points of the roller's path")
         ->check(CLI::IsMember({"RT", "XY"}, CLI::ignore_case))
@@ -133,6 +183,14 @@ void Add_Import(CLI::App& app, Action& action)
     command->add_option("--shift", options->shift, "degrees by which the motion comes later")->type_name("DEG");
     command->add_option("--bound", options->bound, "smooth: no point moves by more, in the unit of the file")
         ->type_name("B");
+    command
+        ->add_option("--arcs", options->arcs,
+                     "in place of a file: radii of base circle, flanks and nose, and the lift; the nose at 180 degrees")
+        ->type_name("'BASE FLANK NOSE LIFT'");
+    command
+        ->add_option("--roller", options->roller,
+                     "arcs: radius of the roller that rides on them (default: a flat face)")
+        ->type_name("R");
     command->add_flag("--oscillating", options->oscillating,
                       "the follower is an oscillating arm, displacements in degrees");
     command->add_flag("--normalize", options->normalize, "the lowest displacement is taken off");

@@ -10,12 +10,14 @@
 #include <unordered_set>
 #include <vector>
 
+#include "camgeom/lobe_figures.h"
 #include "cli/commands.h"
 #include "cli/session.h"
 #include "core/design_state.h"
 #include "core/field_directory.h"
 #include "core/text.h"
 #include "core/units.h"
+#include "core/variables.h"
 #include "forms/departure_notes.h"
 
 namespace lobemax::cli {
@@ -27,6 +29,7 @@ struct Options {
     std::vector<std::string> fields;
     bool json = false;
     Stage_Choice stage;
+    std::optional<double> lobe;  // lift
 };
 
 /// A field's element as JSON: a number, a flag or a text.
@@ -184,6 +187,20 @@ bool Is_Link_Result(std::string_view text)
     return field != nullptr && std::ranges::find(results, field->name) != results.end();
 }
 
+/// The figures of the motion's lobe at a lift, a name and a value each; none where the motion never has that lift.
+std::optional<std::vector<std::pair<std::string, double>>> Lobe_at(const Design_State& design, double lift)
+{
+    const std::optional<Lobe_Figures> lobe = Figures_of_Lobe(design, lift);
+    if (!lobe)
+        return {};
+    return {{{"Lobe opens", lobe->opens},
+             {"Lobe closes", lobe->closes},
+             {"Lobe duration", lobe->duration},
+             {"Lobe centre", lobe->centre},
+             {"Lobe peak", lobe->peak},
+             {"Lobe area", lobe->area}}};
+}
+
 int Run(Session& session, const Options& options)
 {
     Design_State& design = session.design;
@@ -219,6 +236,20 @@ int Run(Session& session, const Options& options)
         else  // an array without its index: all of it
             Each_Element(design, *reference.field, take);
     }
+    if (options.lobe) {
+        if (!design.flags.Calculated)
+            return session.Wrong("--lobe: the motion is not calculated");
+        const auto figures = Lobe_at(design, *options.lobe);
+        if (!figures)
+            return session.Wrong("--lobe: the motion never has this lift above its lowest position, or has it always");
+        for (const auto& [name, value] : *figures) {
+            const std::string unit = name == "Lobe area" ? Trim(design.plot.Var_Unit(var::S)) + "-deg" : "deg";
+            if (options.json)
+                object[name] = double{Single(value)};
+            else
+                lines += name + " = " + Shortest(Single(value)) + " " + unit + "\n";
+        }
+    }
     if (options.json)
         lines = object.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
     session.out << lines;
@@ -234,6 +265,10 @@ void Add_Show(CLI::App& app, Action& action)
     command->add_option("input", options->input, "model file to read")->type_name("IN.cam")->required();
     command->add_option("fields", options->fields, "fields, as 'Prime_Rad' or 'Beta_Deg(2)'")->type_name("FIELD");
     command->add_flag("--json", options->json, "as a JSON object");
+    Add_Number(
+        *command, "--lobe", 0.0, 1E30, [options](double lift) { options->lobe = lift; },
+        "the cam angles at which the motion has a lift, its duration, middle and area")
+        ->type_name("LIFT");
     Add_Stage_Options(*command, options->stage);
     command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }

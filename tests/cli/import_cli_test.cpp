@@ -242,5 +242,60 @@ TEST_F(Import_Cli, a_command_line_that_cannot_be_is_status_2)
     EXPECT_FALSE(Exists("m.cam"));
 }
 
+TEST_F(Import_Cli, a_cam_of_arcs_is_made_of_its_radii)
+{
+    // Base 20, flanks 60, nose 5, lift 8 under a flat face: the support of each circle along the face.
+    const Result made = Run("import --arcs '20 60 5 8' -o m.cam --rpm 600 --delta 0.5 " + stamps);
+    ASSERT_EQ(made.status, 0) << made.err;
+    const double d = 20 + 8 - 5;
+    const double end = std::acos((55.0 * 55.0 - d * d - 40.0 * 40.0) / (2 * d * 40.0));
+    EXPECT_NEAR(S(360), 8.0, 1E-5);
+    const auto nose = [&](double degrees) { return 5 + d * std::cos(degrees * pi / 180) - 20; };
+    const auto flank = [&](double degrees) { return 60 - 40 * std::cos(degrees * pi / 180 - end) - 20; };
+    EXPECT_NEAR(S(360 + 2 * 10), nose(10), 1E-4);
+    EXPECT_NEAR(S(360 - 2 * 45), flank(45), 1E-4);
+    EXPECT_NEAR(S(0), 0.0, 1E-5);
+    EXPECT_EQ(Value("Followtype"), 2.0);
+    EXPECT_EQ(Value("Prime_Rad"), 20.0);
+    EXPECT_EQ(Run("calc m.cam -o s.cam --levels size " + stamps).status, 0);
+    // With a roller the prime radius is that of its centre.
+    ASSERT_EQ(Run("import --arcs '20 60 5 8' --roller 9 -o m.cam " + stamps).status, 0);
+    EXPECT_EQ(Value("Prime_Rad"), 29.0);
+    EXPECT_EQ(Value("Follow_Rad"), 9.0);
+    EXPECT_NEAR(S(180), 8.0, 1E-5);
+
+    const auto refused = [this](const std::string& arguments, const std::string& why) {
+        const Result result = Run("import " + arguments + " -o n.cam");
+        EXPECT_EQ(result.status, 2) << arguments;
+        EXPECT_NE(result.err.find(why), std::string::npos) << result.err;
+        EXPECT_FALSE(Exists("n.cam"));
+    };
+    refused("--arcs '20 60 5'", "not 'BASE FLANK NOSE LIFT'");
+    refused("--arcs '20 60 5 x'", "'x' is not a number");
+    refused("--arcs '20 15 5 8'", "The flank's radius must be larger than those of base and nose.");
+    refused("--arcs '20 60 5 8' --roller x", "--roller: 'x' is not a number");
+    refused("lobe.txt --arcs '20 60 5 8'", "either a file or --arcs tells what to import");
+    refused("", "either a file or --arcs tells what to import");
+}
+
+TEST_F(Import_Cli, the_figures_of_a_lobe_are_shown_at_a_lift)
+{
+    ASSERT_EQ(Import("--close").status, 0);
+    // 5 - 5 cos passes 2.5 at 60 and 300 degrees; its mean is 5.
+    const std::string shown = Run("show m.cam Prime_Rad --lobe 2.5").out;
+    const auto figure = [&](const std::string& name) {
+        return Number_In(shown.substr(shown.find(name + " = ") + name.size() + 3));
+    };
+    EXPECT_NEAR(figure("Lobe opens"), 60.0, 1E-3);
+    EXPECT_NEAR(figure("Lobe closes"), 300.0, 1E-3);
+    EXPECT_NEAR(figure("Lobe duration"), 240.0, 1E-3);
+    EXPECT_NEAR(figure("Lobe centre"), 180.0, 1E-3);
+    EXPECT_NEAR(figure("Lobe peak"), 180.0, 1E-3);
+    EXPECT_NEAR(figure("Lobe area"), 1800.0, 0.1);
+    EXPECT_NE(Run("show m.cam --json --lobe 2.5").out.find("\"Lobe duration\": 24"), std::string::npos);
+    EXPECT_EQ(Run("show m.cam --lobe 10.5").status, 2);
+    EXPECT_EQ(Run("show m.cam --lobe 0").status, 2);
+}
+
 }  // namespace
 }  // namespace lobemax
