@@ -292,7 +292,10 @@ TEST_F(Import_Cli, the_figures_of_a_lobe_are_shown_at_a_lift)
     EXPECT_NEAR(figure("Lobe centre"), 180.0, 1E-3);
     EXPECT_NEAR(figure("Lobe peak"), 180.0, 1E-3);
     EXPECT_NEAR(figure("Lobe area"), 1800.0, 0.1);
-    EXPECT_NE(Run("show m.cam --json --lobe 2.5").out.find("\"Lobe duration\": 24"), std::string::npos);
+    const std::string json = Run("show m.cam Prime_Rad --json --lobe 2.5").out;
+    const std::string name = "\"Lobe duration\": ";
+    ASSERT_NE(json.find(name), std::string::npos) << json;
+    EXPECT_NEAR(Number_In(json.substr(json.find(name) + name.size())), 240.0, 1E-3);
     EXPECT_EQ(Run("show m.cam --lobe 10.5").status, 2);
     EXPECT_EQ(Run("show m.cam --lobe 0").status, 2);
 }
