@@ -369,9 +369,12 @@ Deviation Deviation_of(Fit_Method method, const char* code, double step, double 
     std::mt19937 random(7);
     std::normal_distribution<double> error(0.0, noise > 0.0 ? noise : 1.0);
     std::string text;
-    for (int i = 0; i * step < 359.999; ++i) {
-        const double lift = law.CalcData(var::S, static_cast<int>(std::lround(2 * i * step)));
-        text += Shortest(i * step) + " " + Shortest(Single(noise > 0.0 ? lift + error(random) : lift)) + "\n";
+    // A step of 0 stands for uneven ones: a half, one, one and a half degrees in turn.
+    double angle = 0.0;
+    for (int i = 0; angle < 359.999; ++i) {
+        const double lift = law.CalcData(var::S, static_cast<int>(std::lround(2 * angle)));
+        text += Shortest(angle) + " " + Shortest(Single(noise > 0.0 ? lift + error(random) : lift)) + "\n";
+        angle += step > 0.0 ? step : 0.5 * (1 + i % 3);
     }
     Import_Choice choice;
     choice.prime = 30.0;
@@ -414,6 +417,20 @@ TEST_P(Fit_of_a_Law, comes_near_in_displacement_velocity_and_acceleration)
         EXPECT_LT(smooth.V, 3E-4);
         EXPECT_LT(smooth.A, 0.05);
     }
+}
+
+TEST_P(Fit_of_a_Law, comes_near_from_uneven_steps_too)
+{
+    const Deviation spline = Deviation_of(Fit_Method::spline, GetParam(), 0.0);
+    EXPECT_LT(spline.S, 1E-6);
+    EXPECT_LT(spline.V, 1E-4);
+    EXPECT_LT(spline.A, 0.03);
+    const Deviation lanczos = Deviation_of(Fit_Method::lanczos, GetParam(), 0.0);
+    EXPECT_LT(lanczos.V, 3E-4);
+    EXPECT_LT(lanczos.A, 0.05);
+    const Deviation smooth = Deviation_of(Fit_Method::smooth, GetParam(), 0.0, 0.001, 0, 0.004);
+    EXPECT_LT(smooth.S, 5E-4);
+    EXPECT_LT(smooth.A, 0.25);
 }
 
 TEST_P(Fit_of_a_Law, feels_a_micrometre_of_noise_by_its_method)
