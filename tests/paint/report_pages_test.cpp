@@ -171,7 +171,7 @@ TEST_F(Printed_Pages, of_a_report_have_its_parts_then_plots_then_the_drawing)
         const QString title = QString::fromStdString(part.title);
         EXPECT_TRUE(pages[0].contains(title) || pages[1].contains(title)) << part.title;
     }
-    for (const std::size_t plots : {2, 3})
+    for (const std::size_t plots : {std::size_t{2}, std::size_t{3}})
         EXPECT_TRUE(pages[plots].contains(QStringLiteral("Plots over the cam angle")));
     EXPECT_TRUE(pages[2].contains(QStringLiteral("Velocity  mm/sec")));
     EXPECT_TRUE(pages[3].contains(QStringLiteral("Force-kin  N")));
