@@ -94,7 +94,7 @@ TEST_F(Process, a_full_disk_leaves_older_models_exports_and_pictures)
 
 TEST_F(Process, a_picture_that_there_is_no_memory_for_is_told)
 {
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(LOBEMAX_ADDRESS_SANITIZER)
     GTEST_SKIP() << "the sanitizer has memory of its own";
 #endif
     ASSERT_EQ(Shell("$cli example 'Double Dwell' -o e.cam"), 0);

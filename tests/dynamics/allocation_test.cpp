@@ -25,7 +25,7 @@ std::atomic<long> allocations{0};
 // The whole test program counts its allocations; nothing else about them changes. The sanitizer brings operators of
 // its own, so its build does not count. Not inlined: the compiler would see new and free meet and take it for a
 // mistake.
-#ifndef __SANITIZE_ADDRESS__
+#ifndef LOBEMAX_ADDRESS_SANITIZER
 [[gnu::noinline]] void* operator new(std::size_t size)
 {
     ++allocations;

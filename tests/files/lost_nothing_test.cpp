@@ -177,7 +177,7 @@ TEST_F(Lost_Nothing, the_run_record_is_whole_under_every_fault)
     }
 }
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(LOBEMAX_ADDRESS_SANITIZER)
 constexpr int kills = 100;  // a process under the sanitizer is slow to start
 #else
 constexpr int kills = 500;

@@ -16,7 +16,7 @@
 #include "tests/screens/every_screen.h"
 #include "tests/support/watched_boxes.h"
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef LOBEMAX_ADDRESS_SANITIZER
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes();  // its header comes with another compiler
 #endif
 
@@ -26,7 +26,7 @@ namespace {
 using screens::frm_HomeScreen;
 using testing::Driver;
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef LOBEMAX_ADDRESS_SANITIZER
 constexpr int openings = 1000;
 std::size_t Bytes_in_Use()
 {
