@@ -17,7 +17,6 @@
 #include "core/field_directory.h"
 #include "core/text.h"
 #include "core/units.h"
-#include "core/variables.h"
 #include "forms/departure_notes.h"
 #include "forms/lobe_form.h"
 

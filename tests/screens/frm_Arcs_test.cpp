@@ -141,8 +141,8 @@ TEST_F(Arcs_Screen, a_roller_brings_the_radius_of_its_centre)
     EXPECT_EQ(design.cam.Followtype, 1);
     EXPECT_EQ(design.cam.Prime_Rad, 29.0);
     EXPECT_EQ(design.cam.Follow_Rad, 9.0);
-    // 10 degrees from the nose's middle; its arc goes to 14.7. The roller's centre is 14 from the nose's centre, which is
-    // 23 from the cam's.
+    // 10 degrees from the nose's middle; its arc goes to 14.7. The roller's centre is 14 from the nose's centre, which
+    // is 23 from the cam's.
     const double s = 23 * std::sin(10 * pi / 180);
     EXPECT_NEAR(Data(var::S, 2 * (180 - 10)), 23 * std::cos(10 * pi / 180) + std::sqrt(14 * 14 - s * s) - 29, 1E-4);
 }
