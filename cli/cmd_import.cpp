@@ -12,6 +12,7 @@
 #include "edit/door.h"
 #include "edit/rungs.h"
 #include "files/profile_file.h"
+#include "forms/arc_form.h"
 #include "forms/import_notes.h"
 
 namespace lobemax::cli {
@@ -69,20 +70,6 @@ std::string Take_Arcs(const Options& options, Arc_Cam& cam)
     return refusal.empty() ? refusal : "--arcs: " + refusal;
 }
 
-/// The follower that rides on a cam of arcs, and the pairs of its motion: closed, the nose at a half turn.
-/// @return empty, or why it cannot be
-std::string Use_Arcs(Design_State& design, const Arc_Cam& cam, Import_Choice& choice)
-{
-    for (const Verdict& verdict :
-         {Put(design, "Followtype", cam.roller > 0.0 ? 1 : 2), Put(design, "Prime_Rad", cam.base + cam.roller),
-          cam.roller > 0.0 ? Put(design, "Follow_Rad", cam.roller) : Verdict{}})
-        if (!verdict)
-            return "--arcs: " + verdict.sentence;
-    choice.close = choice.method != Fit_Method::fourier;
-    choice.coord = Import_Coord::RT;
-    return {};
-}
-
 int Run(Session& session, const Options& options)
 {
     Design_State& design = session.design;
@@ -112,6 +99,8 @@ int Run(Session& session, const Options& options)
             return session.Wrong(refusal);
     if (options.input.empty() == options.arcs.empty())
         return session.Wrong("either a file or --arcs tells what to import");
+    if (options.oscillating && !options.arcs.empty())
+        return session.Wrong("--oscillating: the follower of a cam of arcs moves along a line");
     Arc_Cam arcs;
     if (!options.arcs.empty())
         if (const std::string refusal = Take_Arcs(options, arcs); !refusal.empty())
@@ -122,9 +111,11 @@ int Run(Session& session, const Options& options)
         if (prime)
             if (const Verdict verdict = Put(design, "Prime_Rad", *prime); !verdict)
                 return session.Wrong("--prime: " + verdict.sentence);
-        if (!options.arcs.empty())
-            if (const std::string refusal = Use_Arcs(design, arcs, choice); !refusal.empty())
-                return session.Wrong(refusal);
+        if (!options.arcs.empty()) {
+            if (const Verdict verdict = Put_Measured_Cam(design, Measured_Cam_of(arcs)); !verdict)
+                return session.Wrong("--arcs: " + verdict.sentence);
+            Choose_as_Arcs(choice);
+        }
         if (!session.Apply_Settings(options.settings))
             return wrong_input;
         choice.prime = design.cam.Prime_Rad;

@@ -17,8 +17,8 @@
 #include "core/field_directory.h"
 #include "core/text.h"
 #include "core/units.h"
-#include "core/variables.h"
 #include "forms/departure_notes.h"
+#include "forms/lobe_form.h"
 
 namespace lobemax::cli {
 
@@ -187,20 +187,6 @@ bool Is_Link_Result(std::string_view text)
     return field != nullptr && std::ranges::find(results, field->name) != results.end();
 }
 
-/// The figures of the motion's lobe at a lift, a name and a value each; none where the motion never has that lift.
-std::optional<std::vector<std::pair<std::string, double>>> Lobe_at(const Design_State& design, double lift)
-{
-    const std::optional<Lobe_Figures> lobe = Figures_of_Lobe(design, lift);
-    if (!lobe)
-        return {};
-    return {{{"Lobe opens", lobe->opens},
-             {"Lobe closes", lobe->closes},
-             {"Lobe duration", lobe->duration},
-             {"Lobe centre", lobe->centre},
-             {"Lobe peak", lobe->peak},
-             {"Lobe area", lobe->area}}};
-}
-
 int Run(Session& session, const Options& options)
 {
     Design_State& design = session.design;
@@ -239,15 +225,16 @@ int Run(Session& session, const Options& options)
     if (options.lobe) {
         if (!design.flags.Calculated)
             return session.Wrong("--lobe: the motion is not calculated");
-        const auto figures = Lobe_at(design, *options.lobe);
+        const std::optional<Lobe_Figures> figures = Figures_of_Lobe(design, *options.lobe);
         if (!figures)
-            return session.Wrong("--lobe: the motion never has this lift above its lowest position, or has it always");
-        for (const auto& [name, value] : *figures) {
-            const std::string unit = name == "Lobe area" ? Trim(design.plot.Var_Unit(var::S)) + "-deg" : "deg";
+            return session.Wrong("--lobe: " + std::string(No_Lobe));
+        for (const Lobe_Row& row : Rows_of_Lobe()) {
+            const std::string name(row.caption);
+            const Single value = *figures.*row.figure;
             if (options.json)
-                object[name] = double{Single(value)};
+                object[name] = double{value};
             else
-                lines += name + " = " + Shortest(Single(value)) + " " + unit + "\n";
+                lines += name + " = " + Shortest(value) + " " + Unit_of_Lobe(design, row) + "\n";
         }
     }
     if (options.json)

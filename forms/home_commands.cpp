@@ -52,6 +52,7 @@ constexpr std::array menus{
     Menu_Entry{file_menu, save_as_menu, "mnu_V7", "Lobemax 7.2 - 7.5", Always},
     Menu_Entry{file_menu, "", "mnu_Import", "&Import Profile...", Always},
     Menu_Entry{file_menu, "", "mnu_Recalculate", "Re&calculate", May_Be_Recalculated},
+    Menu_Entry{file_menu, "", "mnu_Lobe", "Lobe &Figures...", Calculated},
     Menu_Entry{units_menu, "", "mnu_pick(1)", "&in-lb", Always},
     Menu_Entry{units_menu, "", "mnu_pick(2)", "&ft-lb", Always},
     Menu_Entry{units_menu, "", "mnu_pick(3)", "&m-N", Always},

@@ -173,6 +173,7 @@ constexpr std::array controls{
     Form_Control{"lbl_Advice", "", "What the file must hold"},
     Form_Control{"lbl_Notes", "", "How near the fit comes to the data"},
     Form_Control{"cmd_Import", "&Import Data", "Reads a text file of pairs"},
+    Form_Control{"cmd_Arcs", "&Arcs...", "Takes the motion of a cam of circular arcs in place of a file"},
     Form_Control{"cmd_Calc", "Fit Fun&ctions", "Fits a closed function to the data"},
     Form_Control{"cmd_Functions", "Functions", "Shows the data and the function fitted"},
     Form_Control{"cmd_Derivs", "&Derivatives", "Shows velocity, acceleration and jerk per degree"},
@@ -309,10 +310,37 @@ bool Import_Data(Design_State& design, Import_Form& form)
     form.stored = false;
     form.text.clear();
     form.profile = {};
+    form.Followtype.reset();
     std::optional<std::string> text = Read_Profile_Text(*path);
     if (!text || !Take_Profile(design, *text, Name_in_Path(*path), Choice_of(design, form), form.profile))
         return false;
     form.text = std::move(*text);
+    return true;
+}
+
+bool Import_Arcs(Design_State& design, Import_Form& form, const Arc_Form& arcs)
+{
+    const Arcs_Read read = Read_Arcs(design, arcs);
+    if (!read.cam) {
+        Show_Message(read.line, Buttons::OK, Symbol::exclamation);
+        return false;
+    }
+    std::string text = Pairs_of(*read.cam, design.motion.Deltatheta);
+    const Measured_Cam cam = Measured_Cam_of(*read.cam);
+    form.arcs = arcs;
+    form.Followtype = cam.Followtype;
+    form.txt_Base = Shown(design, Single(cam.Prime_Rad));
+    form.txt_follower = cam.Follow_Rad ? Shown(design, Single(*cam.Follow_Rad)) : std::string();
+    form.text.clear();
+    form.stored = false;
+    Choose_Import_Motion(design, form, true);
+    Import_Choice choice = Choice_of(design, form);
+    Choose_as_Arcs(choice);
+    form.close = choice.close;
+    form.coord = choice.coord;
+    if (!Take_Profile(design, text, "of arcs", choice, form.profile))
+        return false;
+    form.text = std::move(text);
     return true;
 }
 
@@ -353,16 +381,12 @@ Save_Outcome Save_Imported(Design_State& design, Import_Form& form)
         return wanted("Please type the Prime Radius in its box") ? Save_Outcome::no_base : Save_Outcome::refused;
     const Design_State before = design;
     const Import_Choice choice = Choice_of(design, form);
-    const std::optional<double> roller = Number_in(design, form.txt_follower);
-    std::vector<Verdict> verdicts{Put(design, "Prime_Rad", *choice.prime)};
-    if (roller)
-        verdicts.push_back(Put(design, "Follow_Rad", *roller));
-    for (const Verdict& verdict : verdicts)
-        if (!verdict) {
-            Show_Refusal(verdict);
-            design = before;
-            return Save_Outcome::refused;
-        }
+    const Measured_Cam cam{form.Followtype, *choice.prime, Number_in(design, form.txt_follower)};
+    if (const Verdict verdict = Put_Measured_Cam(design, cam); !verdict) {
+        Show_Refusal(verdict);
+        design = before;
+        return Save_Outcome::refused;
+    }
     if (!Save_Functions(design, choice, {design.identity.WhichUnit, *Number_in(design, form.txt_Omega)},
                         form.profile)) {
         design = before;

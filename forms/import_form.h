@@ -6,6 +6,7 @@
 /// how it is read without the file being opened again.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -13,6 +14,7 @@
 
 #include "camgeom/profile_import.h"
 #include "core/messages.h"
+#include "forms/arc_form.h"
 #include "forms/form_table.h"
 
 namespace lobemax {
@@ -30,7 +32,9 @@ struct Import_Form {
     bool normalize = false;                  // chk_Normalize
     bool raw = false;                        // chk_Rawdata
     bool close = false;                      // chk_Close
-    std::string text;                        // of the file; empty: none was read
+    std::string text;                        // of the file or of arcs; empty: none was read
+    Arc_Form arcs;                           // as cmd_Arcs was left by OK
+    std::optional<int> Followtype;           // of the cam of arcs; none: the data are a file's
     Profile profile;
     bool stored = false;       // what stands on the screen is in the design
     bool overwritten = false;  // functions were stored over the motion that was there
@@ -73,6 +77,10 @@ File_Dialog Import_Dialog();
 /// cmd_Import: asks for the file by the host and reads it. @return false when it was cancelled, or after a message: a
 /// profile that was read before then stands as it was where no file was picked, else it is gone
 bool Import_Data(Design_State& design, Import_Form& form);
+
+/// cmd_Arcs, left by OK: the pairs of the cam of arcs at the step in force, as if a file of them had been read, and the
+/// sizes of its follower; the follower's kind goes to the design with the functions. @return false after a message
+bool Import_Arcs(Design_State& design, Import_Form& form, const Arc_Form& arcs);
 
 /// cmd_Calc. @return false after a message
 bool Fit_Functions(Design_State& design, Import_Form& form);

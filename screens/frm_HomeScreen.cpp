@@ -43,6 +43,7 @@
 #include "screens/frm_Input_Session.h"
 #include "screens/frm_LinkageType.h"
 #include "screens/frm_Linkplots.h"
+#include "screens/frm_Lobe.h"
 #include "screens/frm_ModelType.h"
 #include "screens/frm_Plots.h"
 #include "screens/frm_Preferences.h"
@@ -399,6 +400,9 @@ void frm_HomeScreen::Run_Action(const std::string& name)
         Change_Number_Format(design, "Europe");
     } else if (name == "mnu_Recalculate") {
         Recalculate_from_Home(design);
+    } else if (name == "mnu_Lobe") {
+        frm_Lobe lobe(this);
+        Run_Modal(lobe);
     } else if (name == "mnu_CalcFFT") {
         Fourier();
     } else if (name == "mnu_FullScreen") {

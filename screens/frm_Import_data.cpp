@@ -18,6 +18,7 @@
 #include "paint/print.h"
 #include "screens/desk.h"
 #include "screens/form_rows.h"
+#include "screens/frm_Arcs.h"
 #include "screens/status_panel.h"
 
 namespace lobemax::screens {
@@ -117,10 +118,13 @@ QLayout* frm_Import_data::Make_Inputs()
     QLayout* const read = frame("fra_Data", true);
     static_cast<QBoxLayout*>(read)->addLayout(ways);
     static_cast<QBoxLayout*>(read)->addLayout(shift);
-    read->addWidget(Make_Button(Words_of(QStringLiteral("cmd_Import")), [this] {
+    auto* const sources = new QHBoxLayout;
+    sources->addWidget(Make_Button(Words_of(QStringLiteral("cmd_Import")), [this] {
         view_ = View::all;
         Change([this] { Import_Data(design, form_); });
     }));
+    sources->addWidget(Make_Button(Words_of(QStringLiteral("cmd_Arcs")), [this] { Take_Arcs(); }));
+    static_cast<QBoxLayout*>(read)->addLayout(sources);
 
     auto* const methods = new QGridLayout;
     for (int k = 0; k < 4; ++k)
@@ -225,6 +229,18 @@ void frm_Import_data::Change(const std::function<void()>& work)
     Refresh();
 }
 
+void frm_Import_data::Take_Arcs()
+{
+    frm_Arcs arcs(form_.arcs, this);
+    if (Run_Modal(arcs) != QDialog::Accepted)
+        return;
+    view_ = View::all;
+    Change([&] {
+        Import_Arcs(design, form_, arcs.Form());
+        Show_Texts(*this, Fields_of_Import(), form_);
+    });
+}
+
 void frm_Import_data::Save()
 {
     Save_Outcome outcome = Save_Outcome::refused;
@@ -239,6 +255,7 @@ void frm_Import_data::Refresh()
 {
     const Filling filling(*this);
     const auto on = [this](const QString& name) { Control<QRadioButton>(name).setChecked(true); };
+    Control<QCheckBox>(QStringLiteral("chk_Close")).setChecked(form_.close);
     on(Element("opt_Coord", form_.coord == Import_Coord::RT ? 0 : 1));
     on(Element("opt_Interpolate", static_cast<int>(form_.method) - 1));
     on(Element("opt_Folmotion", design.cam.Translating ? 0 : 1));

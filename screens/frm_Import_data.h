@@ -31,6 +31,7 @@ private:
     QLayout* Make_Results();
     QLayout* Make_Buttons();
     void Change(const std::function<void()>& work);
+    void Take_Arcs();
     void Save();
     void Refresh();
     void Draw();

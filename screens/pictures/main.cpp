@@ -28,6 +28,7 @@
 #include "screens/dark_palette.h"
 #include "screens/desk.h"
 #include "screens/frm_Animate.h"
+#include "screens/frm_Arcs.h"
 #include "screens/frm_Bounds.h"
 #include "screens/frm_CompCam.h"
 #include "screens/frm_Continuity.h"
@@ -40,6 +41,7 @@
 #include "screens/frm_Linkage.h"
 #include "screens/frm_LinkageType.h"
 #include "screens/frm_Linkplots.h"
+#include "screens/frm_Lobe.h"
 #include "screens/frm_MassProp.h"
 #include "screens/frm_Model.h"
 #include "screens/frm_ModelType.h"
@@ -210,6 +212,8 @@ int main(int argc, char** argv)
         Take(input, QStringLiteral("frm_InputData"));
         frm_Continuity continuity;
         Take(continuity, QStringLiteral("frm_Continuity"));
+        frm_Lobe lobe;
+        Take(lobe, QStringLiteral("frm_Lobe"));
         frm_FFT fft;
         auto& list = fft.Control<QComboBox>(QStringLiteral("cmb_Var1"));
         list.setCurrentIndex(2);
@@ -217,6 +221,10 @@ int main(int argc, char** argv)
         Take(fft, QStringLiteral("frm_FFT"));
     }
     {
+        frm_Arcs none;
+        Take(none, QStringLiteral("frm_Arcs_empty"));
+        frm_Arcs arcs({.txt_Base = "20", .txt_Flank = "60", .txt_Nose = "5", .txt_Lift = "8", .txt_Roller = "9"});
+        Take(arcs, QStringLiteral("frm_Arcs"));
         frm_Import_data import;
         Take(import, QStringLiteral("frm_Import_data_empty"));
         Import_Lobe(import);

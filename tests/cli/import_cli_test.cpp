@@ -273,6 +273,7 @@ TEST_F(Import_Cli, a_cam_of_arcs_is_made_of_its_radii)
     refused("--arcs '20 60 5'", "not 'BASE FLANK NOSE LIFT'");
     refused("--arcs '20 60 5 x'", "'x' is not a number");
     refused("--arcs '20 15 5 8'", "The flank's radius must be larger than those of base and nose.");
+    refused("--arcs '20 60 5 8' --oscillating", "--oscillating: the follower of a cam of arcs moves along a line");
     refused("--arcs '20 60 5 8' --roller x", "--roller: 'x' is not a number");
     refused("lobe.txt --arcs '20 60 5 8'", "either a file or --arcs tells what to import");
     refused("", "either a file or --arcs tells what to import");

@@ -92,7 +92,7 @@ TEST_F(Home_Commands, each_menu_has_its_entries_in_their_order)
                 names += std::string(entry.name.substr(4)) + " ";
         return names;
     };
-    EXPECT_EQ(names_of("&File"), "New Open OpenExample Save Plus V8 V7 Import Recalculate ");
+    EXPECT_EQ(names_of("&File"), "New Open OpenExample Save Plus V8 V7 Import Recalculate Lobe ");
     EXPECT_EQ(names_of("&Units"),
               "pick(1) pick(2) pick(3) pick(4) pick(5) USA Europe Sec_Deg(1) Sec_Deg(2) Sec_Deg(3) ");
     EXPECT_EQ(names_of("E&xamples"),
@@ -104,7 +104,9 @@ TEST_F(Home_Commands, each_menu_has_its_entries_in_their_order)
 TEST_F(Home_Commands, every_entry_that_needs_no_motion_is_open_on_a_fresh_design)
 {
     for (const Menu_Entry& entry : Home_Menus())
-        EXPECT_EQ(entry.enabled(design), entry.name != "mnu_CalcFFT" && entry.name != "mnu_Recalculate") << entry.name;
+        EXPECT_EQ(entry.enabled(design),
+                  entry.name != "mnu_CalcFFT" && entry.name != "mnu_Recalculate" && entry.name != "mnu_Lobe")
+            << entry.name;
 }
 
 TEST_F(Home_Commands, export_entries_have_their_captions)
@@ -147,12 +149,16 @@ TEST_F(Home_Commands, the_examples_menu_has_the_nine_in_their_order)
     EXPECT_TRUE(std::equal(captions.begin(), captions.end(), Example_Names.begin(), Example_Names.end()));
 }
 
-TEST_F(Home_Commands, a_transform_needs_a_motion)
+TEST_F(Home_Commands, a_transform_and_the_figures_of_a_lobe_need_a_motion)
 {
-    const auto fft = std::ranges::find(Home_Menus(), "mnu_CalcFFT", &Menu_Entry::name);
-    EXPECT_FALSE(fft->enabled(design));
-    design.flags.Calculated = true;
-    EXPECT_TRUE(fft->enabled(design));
+    for (const std::string_view name : {"mnu_CalcFFT", "mnu_Lobe"}) {
+        const auto entry = std::ranges::find(Home_Menus(), name, &Menu_Entry::name);
+        ASSERT_NE(entry, Home_Menus().end()) << name;
+        design.flags.Calculated = false;
+        EXPECT_FALSE(entry->enabled(design)) << name;
+        design.flags.Calculated = true;
+        EXPECT_TRUE(entry->enabled(design)) << name;
+    }
 }
 
 TEST_F(Home_Commands, export_entries_follow_the_kind_of_cam_and_its_size)

@@ -370,5 +370,35 @@ TEST_F(Import_Screen_Form, shows_the_entries_of_the_method_and_its_notes)
               "Please be sure that the correct angular velocity is typed in its box.");
 }
 
+TEST_F(Import_Screen_Form, a_file_after_arcs_leaves_the_follower_of_the_design)
+{
+    script_.Expect({"File of arcs\n\n   of Cam Profile data successfully read."});
+    ASSERT_TRUE(Import_Arcs(design, form_, {"20", "60", "5", "8", ""}));
+    EXPECT_EQ(form_.Followtype, 2);
+    EXPECT_EQ(form_.txt_Base, "20");
+    Write(Harmonic(359));
+    script_.Expect(testing::Profile_Read_Box);
+    ASSERT_TRUE(Import_Data(design, form_));
+    ASSERT_TRUE(Fit_Functions(design, form_));
+    form_.txt_Omega = "120";
+    script_.Expect(testing::Functions_Saved_Box);
+    ASSERT_EQ(Save_Imported(design, form_), Save_Outcome::stored);
+    EXPECT_EQ(design.cam.Followtype, 1);
+    EXPECT_EQ(design.cam.Prime_Rad, 20.0);
+}
+
+TEST_F(Import_Screen_Form, arcs_that_make_no_cam_leave_what_was_read)
+{
+    Enter("txt_Base", "30");
+    Write(Harmonic(359));
+    script_.Expect(testing::Profile_Read_Box);
+    ASSERT_TRUE(Import_Data(design, form_));
+    script_.Expect(
+        {"The flank's radius must be larger than those of base and nose.", Buttons::OK, Symbol::exclamation});
+    EXPECT_FALSE(Import_Arcs(design, form_, {"20", "15", "5", "8", ""}));
+    EXPECT_EQ(Data_Text(form_), "360");
+    EXPECT_EQ(form_.txt_Base, "30");
+}
+
 }  // namespace
 }  // namespace lobemax

@@ -14,6 +14,7 @@
 #include "motion/segments.h"
 #include "present/plot_selection.h"
 #include "screens/frm_Animate.h"
+#include "screens/frm_Arcs.h"
 #include "screens/frm_Bounds.h"
 #include "screens/frm_CompCam.h"
 #include "screens/frm_Continuity.h"
@@ -26,6 +27,7 @@
 #include "screens/frm_Linkage.h"
 #include "screens/frm_LinkageType.h"
 #include "screens/frm_Linkplots.h"
+#include "screens/frm_Lobe.h"
 #include "screens/frm_MassProp.h"
 #include "screens/frm_Model.h"
 #include "screens/frm_ModelType.h"
@@ -100,6 +102,8 @@ inline std::vector<A_Screen> Every_Screen()
         {"frm_Knots", over_conditions('S', [] { return new frm_Knots(1); })},
         {"frm_FFT", over_example([] { return new frm_FFT; })},
         {"frm_Import_data", over_example([] { return new frm_Import_data; })},
+        {"frm_Arcs", over_example([] { return new frm_Arcs; })},
+        {"frm_Lobe", over_example([] { return new frm_Lobe; })},
         {"frm_SizeCam", over_example([] { return new frm_SizeCam; })},
         {"frm_Animate", over_example([] { return new frm_Animate; })},
         {"frm_Dynamics", over_example([] { return new frm_Dynamics; })},

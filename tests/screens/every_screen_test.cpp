@@ -119,8 +119,9 @@ TEST_F(Screens_at_Large, what_moves_on_and_back_stands_outside_of_what_scrolls)
             continue;
         const auto screen = entry.make();
         const Driver user(*screen);
-        for (const char* const name : {"cmd_Done", "cmd_Cancel", "cmd_Back", "cmd_Calc", "cmd_CalcAll", "cmd_PlotDone",
-                                       "cmd_PickPlotDone", "cmd_Save", "cmd_Exit", "cmd_Start", "cmd_YesQuit"})
+        for (const char* const name :
+             {"cmd_Done", "cmd_Cancel", "cmd_Back", "cmd_Calc", "cmd_CalcAll", "cmd_PlotDone", "cmd_PickPlotDone",
+              "cmd_Save", "cmd_Exit", "cmd_Start", "cmd_YesQuit", "cmd_OK", "cmd_Close"})
             if (const auto* const button = screen->findChild<QPushButton*>(name)) {
                 for (const QWidget* w = button; w != nullptr; w = w->parentWidget())
                     EXPECT_EQ(qobject_cast<const QScrollArea*>(w), nullptr) << entry.name << "." << name;
@@ -175,7 +176,8 @@ TEST_F(Screens_at_Large, full_screen_is_for_all_but_questions_and_short_choices)
             const auto screen = entry.make();
             const Driver user(*screen);
             const bool small = entry.name == "frm_Title" || entry.name == "frm_Quit" ||
-                               entry.name == "frm_Preferences" || entry.name == "frm_PlotType";
+                               entry.name == "frm_Preferences" || entry.name == "frm_PlotType" ||
+                               entry.name == "frm_Arcs" || entry.name == "frm_Lobe";
             EXPECT_EQ(screen->isMaximized(), full && !small) << entry.name;
         }
     }
@@ -222,6 +224,8 @@ TEST_F(Screens_at_Large, a_number_cut_short_is_shown_as_it_was_read_and_marked)
         {"frm_MassProp4", Element("txt_Mass", 2), "2,7", "2"},
         {"frm_MassProp6", Element("txt_Spring", 6), "25,7", "25"},
         {"frm_Import_data", "txt_Base", "25,7", "25"},
+        {"frm_Arcs", "txt_Flank", "60,7", "60"},
+        {"frm_Lobe", "txt_Lift", "5,7", "5"},
         {"frm_Import_data", "txt_Omega", "120,7", "120"},
         {"frm_FFT", "txt_Harmonics", "25,7", "25"},
         {"frm_Bounds", "txt_NoConds", "6,7", "6"},
@@ -412,6 +416,8 @@ TEST_F(Screens_at_Large, f1_opens_the_page_of_the_screen)
         {"frm_Bounds", "conditions"},
         {"frm_Poly", "conditions"},
         {"frm_Knots", "splines"},
+        {"frm_Arcs", "import"},
+        {"frm_Lobe", "plots"},
         {"frm_FFT", "fourier"},
         {"frm_SizeCam", "sizing"},
         {"frm_Animate", "animation"},

@@ -100,7 +100,7 @@ protected:
     {
         // The input last: accepted again, its motion takes the rungs above away.
         for (const char* const name : {"cmd_Size", "cmd_Draw", "cmd_Force", "cmd_Model", "cmd_Stress", "cmd_Plot",
-                                       "mnu_CalcFFT", "mnu_Circles", "mnu_Preferences", "cmd_Input"})
+                                       "mnu_CalcFFT", "mnu_Lobe", "mnu_Circles", "mnu_Preferences", "cmd_Input"})
             Open_from_Home(name);
         for (const testing::A_Screen& entry : screens_)
             Open_alone(entry);
