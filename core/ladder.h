@@ -95,8 +95,8 @@ enum class Event : std::uint8_t {
     transform_began,
     compensation_done,  // the rows of the motion are those of the balancing cam
     compensation_given_up,
-    imported,         // a measured profile became the motion
-    import_given_up,  // and was thrown away
+    imported,            // a measured profile became the motion
+    import_given_up,     // and was thrown away
     load_without_table,  // the file holds no calculated data
     load_partial,
     load_succeeded,

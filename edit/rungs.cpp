@@ -199,9 +199,8 @@ bool Save_Functions(Design_State& design, const Import_Choice& choice, const Imp
     const Design_State before = design;
     bool stored = false;
     Trap("Save_Functions", [&] {
-        for (const Verdict& verdict :
-             {Put(design, "WhichUnit", units.WhichUnit), Put(design, "Time Base", 1),
-              Put(design, "Shaft speed", units.rpm * PI / 30.0)})
+        for (const Verdict& verdict : {Put(design, "WhichUnit", units.WhichUnit), Put(design, "Time Base", 1),
+                                       Put(design, "Shaft speed", units.rpm * PI / 30.0)})
             if (!verdict) {
                 Show_Refusal(verdict);
                 return;

@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
-#include "core/design_state.h"
 #include "camgeom/profile_import.h"
+#include "core/design_state.h"
 #include "dynamics/torque_compensation.h"
 #include "dynamics/vibration.h"
 #include "linkage/linkage_masses.h"

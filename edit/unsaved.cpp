@@ -52,9 +52,8 @@ const std::vector<const Field*>& Inputs()
     return inputs;
 }
 
-constexpr Mark results[]{Mark::motion, Mark::size,     Mark::forces,         Mark::vibration,
-                         Mark::stress, Mark::polydyne, Mark::external_force, Mark::compensating_cam,
-                         Mark::transform};
+constexpr Mark results[]{Mark::motion,   Mark::size,           Mark::forces,           Mark::vibration, Mark::stress,
+                         Mark::polydyne, Mark::external_force, Mark::compensating_cam, Mark::transform};
 
 }  // namespace
 
