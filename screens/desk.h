@@ -20,4 +20,12 @@ std::function<void()> On_Step(std::function<void()> work);
 /// Calls it.
 void Step_Taken();
 
+/// Messages that the user has not sent away for this run of the program.
+struct Wanted_Messages {
+    bool axial_cam = true;
+    bool linear_help = true;
+    bool animation_done = true;
+};
+inline Wanted_Messages wanted_messages;
+
 }  // namespace lobemax::screens

@@ -40,9 +40,6 @@ namespace lobemax::screens {
 
 namespace {
 
-/// The message of cmd_Done, until the user keeps it away for the run of the program.
-bool done_message_wanted = true;
-
 const Form_Control& Words_of(std::string_view name)
 {
     return Control_of(Controls_of_Animate(), name);
@@ -556,8 +553,8 @@ void frm_Animate::Save_Series()
 void frm_Animate::Done()
 {
     Run(false);
-    if (done_message_wanted)
-        done_message_wanted =
+    if (wanted_messages.animation_done)
+        wanted_messages.animation_done =
             Show_Message(Animate_Done_Message(), Buttons::OK_Cancel, Symbol::information) != Answer::Cancel;
     Refresh_Screens();
     accept();

@@ -37,10 +37,6 @@ namespace {
 const QStringList keyways{QStringLiteral("12 O'clock"), QStringLiteral("3 O'clock"), QStringLiteral("6 O'clock"),
                           QStringLiteral("9 O'clock")};
 
-/// The messages of an axial and of a linear cam, until the user keeps them away for the run.
-bool axial_message_wanted = true;
-bool linear_help_wanted = true;
-
 const Form_Control& Words_of(const QString& name)
 {
     return Control_of(Controls_of_Size(), From_Qt(name));
@@ -48,8 +44,8 @@ const Form_Control& Words_of(const QString& name)
 
 void Explain_Linear_Cam()
 {
-    if (linear_help_wanted)
-        linear_help_wanted =
+    if (wanted_messages.linear_help)
+        wanted_messages.linear_help =
             Show_Message(Linear_Cam_Message(), Buttons::OK_Cancel, Symbol::information) != Answer::Cancel;
 }
 
@@ -477,8 +473,8 @@ void frm_SizeCam::Done()
 {
     Reach(design, Mark::size);
     const std::string message = Axial_Cam_Message(design);
-    if (!message.empty() && axial_message_wanted)
-        axial_message_wanted = Show_Message(message, Buttons::OK_Cancel, Symbol::information) != Answer::Cancel;
+    if (!message.empty() && wanted_messages.axial_cam)
+        wanted_messages.axial_cam = Show_Message(message, Buttons::OK_Cancel, Symbol::information) != Answer::Cancel;
     Refresh_Screens();
     accept();
 }

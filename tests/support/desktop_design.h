@@ -22,6 +22,7 @@ protected:
     void SetUp() override
     {
         QSettings().clear();
+        screens::wanted_messages = {};
         ASSERT_TRUE(Sub_Main(design, "", {}));
         Mark_Saved(design);
         screens::Desk_History().Start_Anew();
