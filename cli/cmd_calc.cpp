@@ -336,15 +336,15 @@ void Add_Calc(CLI::App& app, Action& action)
     command->add_option("--model", options->model, "vibration: the model of the follower train")
         ->type_name("1..5")
         ->check(CLI::Range(First_Model, Last_Model));
-    command->add_option("--t-start", options->t_start, "vibration: start of the integration, seconds")->type_name("S");
-    command->add_option("--t-end", options->t_end, "vibration: its end (default: twice the cam period)")
+    Add_Number(*command, "--t-start", options->t_start, "vibration: start of the integration, seconds")->type_name("S");
+    Add_Number(*command, "--t-end", options->t_end, "vibration: its end (default: twice the cam period)")
         ->type_name("S");
-    command->add_option("--eps", options->eps, "vibration: accuracy of a step (default: 0.001)")->type_name("E");
-    command->add_option("--start-step", options->start_step, "vibration: first step, seconds (default: 0.0001)")
+    Add_Number(*command, "--eps", options->eps, "vibration: accuracy of a step (default: 0.001)")->type_name("E");
+    Add_Number(*command, "--start-step", options->start_step, "vibration: first step, seconds (default: 0.0001)")
         ->type_name("H");
     command->add_option("--max-steps", options->max_steps, "vibration: largest count of steps (default: the model's)")
         ->type_name("N");
-    command->add_option("--x-start", options->x_start, "vibration: displacement that the mass starts with")
+    Add_Number(*command, "--x-start", options->x_start, "vibration: displacement that the mass starts with")
         ->type_name("X");
     command->add_option("--cam-e", options->youngs_cam, "stress: Young's modulus of the cam")->type_name("E");
     command->add_option("--cam-nu", options->poisson_cam, "stress: Poisson's ratio of the cam")->type_name("NU");

@@ -127,6 +127,20 @@ void Add_Settings(CLI::App& command, std::vector<std::string>& settings)
         ->type_name("FIELD=VALUE");
 }
 
+namespace {
+
+/// A number as an option's word has it; none for any other word, and for one beyond a double.
+std::optional<double> Number_of(const std::string& word)
+{
+    try {
+        return Whole_Number(word);
+    } catch (const Fault&) {
+        return {};
+    }
+}
+
+}  // namespace
+
 CLI::Option* Add_Number(CLI::App& command, const std::string& name, double low, double high,
                         std::function<void(double)> take, const std::string& help)
 {
@@ -134,12 +148,25 @@ CLI::Option* Add_Number(CLI::App& command, const std::string& name, double low, 
     return command.add_option_function<std::string>(name, store, help)
         ->check(CLI::Validator(
             [low, high](const std::string& word) -> std::string {
-                const auto number = Whole_Number(word);
+                const auto number = Number_of(word);
                 return number && *number >= low && *number <= high
                            ? ""
                            : "Value " + word + " not in range " + Shortest(low) + " to " + Shortest(high);
             },
             "FLOAT in [" + Shortest(low) + " - " + Shortest(high) + "]"));
+}
+
+CLI::Option* Add_Number(CLI::App& command, const std::string& name, std::optional<double>& value,
+                        const std::string& help)
+{
+    return command.add_option_function<std::string>(
+        name,
+        [name, &value](const std::string& word) {
+            value = Number_of(word);
+            if (!value)
+                throw CLI::ConversionError(word, name);
+        },
+        help);
 }
 
 void Add_Stage_Options(CLI::App& command, Stage_Choice& choice)

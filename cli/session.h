@@ -123,6 +123,10 @@ void Add_Output(CLI::App& command, std::string& path, const std::string& help);
 CLI::Option* Add_Number(CLI::App& command, const std::string& name, double low, double high,
                         std::function<void(double)> take, const std::string& help);
 
+/// The same with any number.
+CLI::Option* Add_Number(CLI::App& command, const std::string& name, std::optional<double>& value,
+                        const std::string& help);
+
 /// A number wholly read from an argument, with a decimal point.
 std::optional<double> Whole_Number(const std::string& text);
 

@@ -6,11 +6,14 @@
 #include <string>
 #include <utility>
 
+#include "core/text.h"
 #include "tests/cli/cli_folder.h"
+#include "tests/support/number_in.h"
 
 namespace lobemax {
 namespace {
 
+using testing::Number_In;
 using testing::Result;
 
 class Linkage_Cli : public testing::Cli_Folder {
@@ -29,13 +32,13 @@ protected:
     /// No file holds the stiffness of links.
     static std::string Stiffness(double third = 2e6)
     {
-        return " --set 'Stiffness of link(2)=2e6' --set 'Stiffness of link(3)=" + std::to_string(third) +
+        return " --set 'Stiffness of link(2)=2e6' --set 'Stiffness of link(3)=" + Shortest(third) +
                "' --set 'Stiffness of link(4)=2e6'";
     }
     static double Number(const std::string& file, const std::string& field)
     {
         const std::string line = Show(file, "'" + field + "'");
-        return std::stod(line.substr(line.find('=') + 1));
+        return Number_In(line.substr(line.find('=') + 1));
     }
     static bool Tells(const Result& result, const std::string& words)
     {
@@ -128,8 +131,8 @@ TEST_F(Linkage_Cli, stephenson_is_told_to_each_command)
         const std::string text =
             Run(std::string("show d.cam 'Link_X(") + row + ", 50)' 'Link_Y(" + row + ", 50)' " + flag).out;
         const std::size_t second = text.find('\n');
-        return std::pair{std::stod(text.substr(text.find("= ") + 2)),
-                         std::stod(text.substr(text.find("= ", second) + 2))};
+        return std::pair{Number_In(text.substr(text.find("= ") + 2)),
+                         Number_In(text.substr(text.find("= ", second) + 2))};
     };
     const auto apart = [](std::pair<double, double> a, std::pair<double, double> b) {
         return std::hypot(a.first - b.first, a.second - b.second);
@@ -167,7 +170,7 @@ TEST_F(Linkage_Cli, masses_are_told_with_their_units_and_go_into_the_model)
     EXPECT_TRUE(Tells(result, "By its kinetic energy the train weighs from ")) << result.err;
     const double peak = Number("d.cam", "Mass");
     const std::string words = "Effective mass at the follower: ";
-    EXPECT_NEAR(std::stod(result.err.substr(result.err.find(words) + words.size())), peak, 1e-4);
+    EXPECT_NEAR(Number_In(result.err.substr(result.err.find(words) + words.size())), peak, 1e-4);
     const Result mean = Run("calc c.cam -o m.cam --levels masses --average-velocity " + stamps + Stiffness());
     ASSERT_EQ(mean.status, 0) << mean.err;
     EXPECT_NE(Number("m.cam", "Mass"), peak);
