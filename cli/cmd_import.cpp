@@ -70,7 +70,8 @@ std::string Take_Arcs(const Options& options, Arc_Cam& cam)
     return refusal.empty() ? refusal : "--arcs: " + refusal;
 }
 
-int Run(Session& session, const Options& options)
+/// @throws Fault where a number is too large
+int Import(Session& session, const Options& options)
 {
     Design_State& design = session.design;
     session.Use_Units_for_New_Design(options.units);
@@ -107,38 +108,43 @@ int Run(Session& session, const Options& options)
             return session.Wrong(refusal);
     if (choice.method == Fit_Method::smooth && !bound)
         return session.Wrong("--method smooth: --bound tells by how much a point may be moved");
-    try {
-        if (prime)
-            if (const Verdict verdict = Put(design, "Prime_Rad", *prime); !verdict)
-                return session.Wrong("--prime: " + verdict.sentence);
-        if (!options.arcs.empty()) {
-            if (const Verdict verdict = Put_Measured_Cam(design, Measured_Cam_of(arcs)); !verdict)
-                return session.Wrong("--arcs: " + verdict.sentence);
-            Choose_as_Arcs(choice);
-        }
-        if (!session.Apply_Settings(options.settings))
-            return wrong_input;
-        choice.prime = design.cam.Prime_Rad;
-        choice.shift = Single(shift.value_or(0.0));
-        choice.bound = Single(bound.value_or(0.0));
-        const Import_Units units{options.units, rpm ? double{Single(*rpm)} : design.motion.Shaft_speed * 30.0 / PI};
-        Profile profile;
-        const bool taken = options.arcs.empty() ? Take_Profile_File(design, options.input, choice, profile)
-                                                : Take_Profile(design, Pairs_of(arcs, design.motion.Deltatheta),
-                                                               "of arcs", choice, profile);
-        if (!taken)
-            return wrong_input;
-        if (!Fit_Profile(design, choice, profile))
-            return failed;
-        for (const std::string& note : Import_Notes(design, choice, profile, Decimal_Symbol::point))
-            session.Say("import: " + note);
-        if (!Save_Functions(design, choice, units, profile))
-            return failed;
-        Keep_Import(design);
-    } catch (const Fault&) {
-        return session.Wrong("--prime, --rpm, --shift or --bound is too large");
+    if (prime)
+        if (const Verdict verdict = Put(design, "Prime_Rad", *prime); !verdict)
+            return session.Wrong("--prime: " + verdict.sentence);
+    if (!options.arcs.empty()) {
+        if (const Verdict verdict = Put_Measured_Cam(design, Measured_Cam_of(arcs)); !verdict)
+            return session.Wrong("--arcs: " + verdict.sentence);
+        Choose_as_Arcs(choice);
     }
+    if (!session.Apply_Settings(options.settings))
+        return wrong_input;
+    choice.prime = design.cam.Prime_Rad;
+    choice.shift = Single(shift.value_or(0.0));
+    choice.bound = Single(bound.value_or(0.0));
+    const Import_Units units{options.units, rpm ? double{Single(*rpm)} : design.motion.Shaft_speed * 30.0 / PI};
+    Profile profile;
+    const bool taken = options.arcs.empty()
+                           ? Take_Profile_File(design, options.input, choice, profile)
+                           : Take_Profile(design, Pairs_of(arcs, design.motion.Deltatheta), "of arcs", choice, profile);
+    if (!taken)
+        return wrong_input;
+    if (!Fit_Profile(design, choice, profile))
+        return failed;
+    for (const std::string& note : Import_Notes(design, choice, profile, Decimal_Symbol::point))
+        session.Say("import: " + note);
+    if (!Save_Functions(design, choice, units, profile))
+        return failed;
+    Keep_Import(design);
     return session.Save(options.output);
+}
+
+int Run(Session& session, const Options& options)
+{
+    try {
+        return Import(session, options);
+    } catch (const Fault&) {
+        return session.Wrong("a number of the command line is too large");
+    }
 }
 
 }  // namespace

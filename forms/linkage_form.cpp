@@ -624,11 +624,18 @@ std::string Run_Advice()
            "at the bottom of the white graphic window, or drag its scroll button.";
 }
 
-bool Linkage_Done(const Design_State& design, bool drove)
+bool Linkage_Done(const Design_State& design, bool drove, bool sized)
 {
     const bool drives = design.linkage.Drive_End_Effector;
-    if (drives == drove)
-        return false;
+    if (drives == drove) {
+        if (!sized || design.flags.Sized)
+            return false;
+        Show_Message(
+            "The cam's size rested on what you have changed.\n"
+            "You will now be taken to the Sizecam Screen to calculate its profile again.",
+            Buttons::OK, Symbol::information);
+        return true;
+    }
     const std::string change = drives ? "You have chosen to apply the SVAJ functions to the end effector \n"
                                         "of the linkage rather than to the cam follower arm directly.\n"
                                       : "You have changed the point of application of the SVAJ functions.\n";

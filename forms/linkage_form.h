@@ -163,11 +163,13 @@ bool Move_Point(Design_State& design, Drag_Point point, const World_Point& to, d
 
 // ---- how the screen is left
 
-/// What cmd_Run tells, and the note before a print of a screen with a picture.
+/// What cmd_Run tells.
 std::string Run_Advice();
-/// cmd_Done: tells what a changed choice of Opt_SVAJ asks for.
+/// cmd_Done: tells what a changed choice of Opt_SVAJ asks for, or a size that was lost here otherwise, as with a link
+/// of a train that drives.
 /// @param drove  the choice as the screen opened
+/// @param sized  whether the cam was sized then
 /// @return       whether the sizing screen follows
-bool Linkage_Done(const Design_State& design, bool drove);
+bool Linkage_Done(const Design_State& design, bool drove, bool sized);
 
 }  // namespace lobemax

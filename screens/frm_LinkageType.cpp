@@ -58,6 +58,7 @@ void Run_Linkage_Screens(QWidget* parent)
     {
         History::Transaction work(Desk_History());
         const bool drove = design.linkage.Drive_End_Effector;
+        const bool sized = design.flags.Sized;
         while (true) {
             frm_LinkageType type(parent);
             if (Run_Modal(type) != QDialog::Accepted)
@@ -66,7 +67,7 @@ void Run_Linkage_Screens(QWidget* parent)
             if (Run_Modal(train) == QDialog::Accepted)
                 break;
         }
-        to_size = Linkage_Done(design, drove);
+        to_size = Linkage_Done(design, drove, sized);
         work.Commit("linkage");
     }
     if (!to_size)

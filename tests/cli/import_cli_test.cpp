@@ -301,5 +301,17 @@ TEST_F(Import_Cli, the_figures_of_a_lobe_are_shown_at_a_lift)
     EXPECT_EQ(Run("show m.cam --lobe 0").status, 2);
 }
 
+TEST_F(Import_Cli, numbers_that_no_design_holds_are_refused)
+{
+    for (const char* const arguments :
+         {"lobe.txt --prime 1e400", "lobe.txt --delta 1e400", "lobe.txt --rpm 1e39", "lobe.txt --shift 1e400",
+          "lobe.txt --method smooth --bound 1e400", "--arcs '20 60 5 1e400'", "--arcs '20 60 5 8' --roller 1e400"}) {
+        const Result result = Run(std::string("import ") + arguments + " -o n.cam");
+        EXPECT_EQ(result.status, 2) << arguments;
+        EXPECT_EQ(result.err, "lobemax-cli: a number of the command line is too large\n") << arguments;
+        EXPECT_FALSE(Exists("n.cam"));
+    }
+}
+
 }  // namespace
 }  // namespace lobemax

@@ -483,23 +483,38 @@ TEST_F(Linkage_Forms, the_axis_of_a_sixbars_slider_goes_through_where_it_is_drag
 
 TEST_F(Linkage_Forms, a_changed_choice_of_the_driven_end_leads_to_the_sizing_with_its_text)
 {
-    EXPECT_FALSE(Linkage_Done(design, false));
+    EXPECT_FALSE(Linkage_Done(design, false, false));
     k_.Drive_End_Effector = true;
-    EXPECT_FALSE(Linkage_Done(design, true));
+    EXPECT_FALSE(Linkage_Done(design, true, false));
     script_.Expect(
         {"You have chosen to apply the SVAJ functions to the end effector \n"
          "of the linkage rather than to the cam follower arm directly.\n"
          "This requires that you recalculate the cam profile. The cam\n"
          "pressure angles and radii of curvature will also change.\n"
          "You will now be taken back to the Sizecam Screen to regenerate these data."});
-    EXPECT_TRUE(Linkage_Done(design, false));
+    EXPECT_TRUE(Linkage_Done(design, false, false));
     k_.Drive_End_Effector = false;
     script_.Expect(
         {"You have changed the point of application of the SVAJ functions.\n"
          "This requires that you recalculate the cam profile. The cam\n"
          "pressure angles and radii of curvature will also change.\n"
          "You will now be taken back to the Sizecam Screen to regenerate these data."});
-    EXPECT_TRUE(Linkage_Done(design, true));
+    EXPECT_TRUE(Linkage_Done(design, true, false));
+}
+
+TEST_F(Linkage_Forms, a_size_that_was_lost_leads_to_the_sizing_screen)
+{
+    Build("4-bar Linkage");
+    ASSERT_TRUE(Put(design, "Drive_End_Effector", 1));
+    ASSERT_TRUE(Run_Size(design));
+    EXPECT_FALSE(Linkage_Done(design, true, true));
+    ASSERT_TRUE(Put(design, "Link 3", double{design.linkage.Link_3} + 5));
+    ASSERT_FALSE(design.flags.Sized);
+    script_.Expect(
+        {"The cam's size rested on what you have changed.\n"
+         "You will now be taken to the Sizecam Screen to calculate its profile again."});
+    EXPECT_TRUE(Linkage_Done(design, true, true));
+    EXPECT_FALSE(Linkage_Done(design, true, false)) << "it had none before";
 }
 
 TEST_F(Linkage_Forms, advice_has_its_text)

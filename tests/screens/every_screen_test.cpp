@@ -436,23 +436,7 @@ TEST_F(Screens_at_Large, f1_opens_the_page_of_the_screen)
         {"frm_PrintSelect", "printing"},
         {"frm_PrintData", "printing"},
         {"frm_Report", "printing"},
-        {"frm_HomeScreen", "home"},
-        {"frm_Title", "start"},
-        {"frm_Quit", "home"},
-        {"frm_Preferences", "preferences"},
-        {"frm_InputData", "input"},
-        {"frm_Continuity", "continuity"},
-        {"frm_Bounds", "conditions"},
-        {"frm_Poly", "conditions"},
-        {"frm_Knots", "splines"},
         {"frm_Import_data", "import"},
-        {"frm_FFT", "fourier"},
-        {"frm_SizeCam", "sizing"},
-        {"frm_Dynamics", "dynamics"},
-        {"frm_CompCam", "compensation"},
-        {"frm_ModelType", "vibration"},
-        {"frm_Model", "vibration"},
-        {"frm_Stress", "stress"},
     };
     for (const A_Screen& entry : Every_Screen()) {
         const auto screen = entry.make();
