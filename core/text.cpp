@@ -658,6 +658,15 @@ std::string On_One_Line(std::string_view text)
     return line;
 }
 
+std::string In_Figures(const Design_State& design, double value, int figures)
+{
+    if (value == 0.0)
+        return "0";
+    const int decimals = figures - 1 - static_cast<int>(std::floor(std::log10(std::abs(value))));
+    const double rounded = FNRound(std::abs(value), decimals);
+    return In_Number_Format(design, Shortest(Single(value < 0.0 ? -rounded : rounded)));
+}
+
 std::string Trim(std::string_view text)
 {
     constexpr std::string_view white = " \t\r\n";

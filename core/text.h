@@ -95,6 +95,9 @@ std::string Shortest(Single value, Decimal_Symbol symbol);
 /// A value as a field or a message shows it: the shortest text of its 32 bits in the number format in force.
 std::string Shown(const Design_State& design, Single value);
 
+/// A number rounded to so many figures, in the number format in force.
+std::string In_Figures(const Design_State& design, double value, int figures);
+
 /// Text without the blanks, tabs and line ends at both ends.
 std::string Trim(std::string_view text);
 

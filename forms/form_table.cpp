@@ -45,15 +45,6 @@ std::string Unit_Word(const Design_State& design, Form_Unit unit)
     throw Fault{internal_error};
 }
 
-std::string In_Figures(const Design_State& design, double value, int figures)
-{
-    if (value == 0.0)
-        return "0";
-    const int decimals = figures - 1 - static_cast<int>(std::floor(std::log10(std::abs(value))));
-    const double rounded = FNRound(std::abs(value), decimals);
-    return In_Number_Format(design, Shortest(Single(value < 0.0 ? -rounded : rounded)));
-}
-
 const Form_Control& Control_of(std::span<const Form_Control> controls, std::string_view name)
 {
     const auto found = std::ranges::find(controls, name, &Form_Control::name);

@@ -29,9 +29,6 @@ enum class Form_Unit {
 /// The word of a unit in the unit system in force; empty for none.
 std::string Unit_Word(const Design_State& design, Form_Unit unit);
 
-/// A number rounded to so many figures, in the number format in force.
-std::string In_Figures(const Design_State& design, double value, int figures);
-
 /// A control: its name, its caption or title with the access key as "&X", its tip, and the unit of what it shows.
 struct Form_Control {
     std::string_view name;
