@@ -34,8 +34,10 @@ public:
     struct Block {
         Vector center;
         double radius = 0.0;
+        double reach = 0.0;  // of its elements, the furthest from where it starts
     };
-    static constexpr std::size_t Block_Size = 16;  // elements a block, and blocks a group
+    static constexpr std::size_t Block_Size = 8;   // elements
+    static constexpr std::size_t Group_Size = 16;  // blocks
     std::span<const Block> Blocks() const { return blocks_; }
     std::span<const Block> Groups() const { return groups_; }
 
