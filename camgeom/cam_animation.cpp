@@ -10,14 +10,14 @@
 
 namespace lobemax {
 
-bool Anim_Frame(Design_State& design, Surface& surface, int i)
+bool Anim_Frame(Design_State& design, Surface& surface, int i, std::span<const Cam_Stretch> warned)
 {
-    return Draw_Cam_at(design, surface, i);
+    return Draw_Cam_at(design, surface, i, warned);
 }
 
-bool Anim_Rest(Design_State& design, Surface& surface)
+bool Anim_Rest(Design_State& design, Surface& surface, std::span<const Cam_Stretch> warned)
 {
-    return Draw_Cam(design, surface, {.turning_window = true, .whole_paths = true});
+    return Draw_Cam(design, surface, {.turning_window = true, .whole_paths = true, .warned = warned});
 }
 
 Integer Anim_Stride(const Design_State& design, double degrees)

@@ -5,8 +5,10 @@
 
 #include <array>
 #include <optional>
+#include <span>
 #include <vector>
 
+#include "camgeom/cam_drawing.h"
 #include "core/basic_types.h"
 #include "core/surface.h"
 
@@ -21,11 +23,11 @@ inline constexpr double Run_Steps = 5.0;
 ///
 /// A translating follower stays on its axis, an arm turns about its pivot. @return false where there is nothing to draw
 /// or no such point
-bool Anim_Frame(Design_State& design, Surface& surface, int i);
+bool Anim_Frame(Design_State& design, Surface& surface, int i, std::span<const Cam_Stretch> warned = {});
 
 /// The cam at rest, in its first position, with the paths that its flags ask for: all around, one outline each
 /// Path_Step degrees. In the window of the frames.
-bool Anim_Rest(Design_State& design, Surface& surface);
+bool Anim_Rest(Design_State& design, Surface& surface, std::span<const Cam_Stretch> warned = {});
 
 /// Points from frame to frame: so many degrees, whatever the step of the table. @throws Fault{6}, Fault{11}
 Integer Anim_Stride(const Design_State& design, double degrees = Run_Steps);

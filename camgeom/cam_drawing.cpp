@@ -104,6 +104,31 @@ void Draw_Outline(Design_State& design, Surface& s, double turn)
     s.Outline(points, Ink::cam);
 }
 
+/// Whether any of the stretches reaches into the way from one point to the next.
+bool Warned(std::span<const Cam_Stretch> warned, double from, double to)
+{
+    return std::ranges::any_of(warned, [&](const Cam_Stretch& stretch) {
+        return stretch.from <= stretch.to ? from <= stretch.to && to >= stretch.from
+                                          : from <= stretch.to || to >= stretch.from;
+    });
+}
+
+/// Those parts of a path through the points of the table. @param place  of a point, in the drawing
+template <class Place>
+void Draw_Warned(Design_State& design, Surface& s, std::span<const Cam_Stretch> warned, Place place)
+{
+    for (int i = 1; i <= design.motion.Max_Data_Points_used; ++i)
+        if (Warned(warned, Data(design, var::Angle, i - 1), Data(design, var::Angle, i)))
+            Draw_Line(design, s, place(i - 1), place(i), Ink::warned);
+}
+
+/// The cam's surface with these parts over it.
+void Draw_Outline(Design_State& design, Surface& s, double turn, std::span<const Cam_Stretch> warned)
+{
+    Draw_Outline(design, s, turn);
+    Draw_Warned(design, s, warned, [&](int i) { return Row_Point(design, var::X_Surface, i, turn); });
+}
+
 void Trace(Design_State& design, Surface& s, int row, int i, Ink ink)
 {
     const World_Point p = Row_Point(design, row, i);
@@ -251,7 +276,7 @@ bool Track_Takes_Roller(Design_State& design)
 }
 
 /// The strip of a linear cam with its track, the roller at a point.
-void Draw_Strip(Design_State& design, Surface& surface, int at)
+void Draw_Strip(Design_State& design, Surface& surface, int at, std::span<const Cam_Stretch> warned)
 {
     const Cam_Group& c = C(design);
     Set_Scale(design, surface);
@@ -281,6 +306,9 @@ void Draw_Strip(Design_State& design, Surface& surface, int at)
             else
                 surface.Line_to(x, y, ink);
         }
+    Draw_Warned(design, surface, warned, [&](int i) {
+        return World_Point{left + Data(design, var::Lambda_Surface, i), Data(design, var::Z_Surface, i)};
+    });
     Draw_Roller(design, surface, left + Data(design, 12, at), Data(design, 11, at), c.Follow_Rad, Ink::follower);
 }
 
@@ -351,7 +379,7 @@ bool Plot_Cam_Setup(Design_State& design, Surface& surface)
 {
     if (!Track_Takes_Roller(design))
         return false;
-    Draw_Strip(design, surface, 0);
+    Draw_Strip(design, surface, 0, {});
     return true;
 }
 
@@ -370,17 +398,17 @@ bool Draw_Cam_Preview(Design_State& design, Surface& surface)
     return true;
 }
 
-void Repaint_Cam_Preview(Design_State& design, Surface& surface)
+void Repaint_Cam_Preview(Design_State& design, Surface& surface, std::span<const Cam_Stretch> warned)
 {
     if (C(design).Camtype == "Linear") {
         if (design.flags.Calculated && C(design).Followtype != 2)
-            Draw_Strip(design, surface, 0);
+            Draw_Strip(design, surface, 0, warned);
         return;
     }
     if (!Radial_Ready(design) || !Find_Base_Circle(design))
         return;
     Set_Scale(design, surface);
-    Draw_Outline(design, surface, Axis_Angle(design));
+    Draw_Outline(design, surface, Axis_Angle(design), warned);
     Set_Keyway_Angle(design);
     Set_Machine_Zero(design);
     Draw_Shaft(design, surface, C(design).Cam_Draw_Angle);
@@ -390,8 +418,12 @@ void Repaint_Cam_Preview(Design_State& design, Surface& surface)
 bool Draw_Cam(Design_State& design, Surface& surface, const Cam_View& view)
 {
     Cam_Group& c = C(design);
-    if (c.Camtype == "Linear")
-        return design.flags.Calculated && Plot_Cam_Setup(design, surface);
+    if (c.Camtype == "Linear") {
+        if (!design.flags.Calculated || !Track_Takes_Roller(design))
+            return false;
+        Draw_Strip(design, surface, 0, view.warned);
+        return true;
+    }
     if (!Radial_Ready(design) || !design.flags.Sized || !Set_Base_Circle(design))
         return false;
     if (view.turning_window)
@@ -405,7 +437,7 @@ bool Draw_Cam(Design_State& design, Surface& surface, const Cam_View& view)
     Set_Machine_Zero(design);
     // From the bottom up, so that nothing hides what stands before it.
     if (c.Show_Surface)
-        Draw_Outline(design, surface, Axis_Angle(design));
+        Draw_Outline(design, surface, Axis_Angle(design), view.warned);
     if (c.Show_Cam_Key)
         Trace_Path(design, surface, Trace_Key_Point);
     if (c.Show_Follower_Path) {
@@ -430,7 +462,7 @@ bool Draw_Cam(Design_State& design, Surface& surface, const Cam_View& view)
     return true;
 }
 
-bool Draw_Cam_at(Design_State& design, Surface& surface, int i)
+bool Draw_Cam_at(Design_State& design, Surface& surface, int i, std::span<const Cam_Stretch> warned)
 {
     const Cam_Group& c = C(design);
     if (i < 0 || i > design.motion.Max_Data_Points_used)
@@ -438,13 +470,13 @@ bool Draw_Cam_at(Design_State& design, Surface& surface, int i)
     if (c.Camtype == "Linear") {
         if (!design.flags.Calculated || !design.flags.Sized || !Track_Takes_Roller(design))
             return false;
-        Draw_Strip(design, surface, i);
+        Draw_Strip(design, surface, i, warned);
         return true;
     }
     if (!Radial_Ready(design) || !design.flags.Sized || !Set_Base_Circle(design))
         return false;
     Set_Turning_Scale(design, surface);
-    Draw_Turned_Outline(design, surface, i);
+    Draw_Outline(design, surface, Turn_at(design, i), warned);
     Draw_Turned_Shaft(design, surface, i);
     Draw_Follower(design, surface, i);
     return true;

@@ -6,11 +6,20 @@
 /// as Flip_Y - y. A translating follower stands at Follower_Angle from the x axis, and the cam turned with it.
 #pragma once
 
+#include <span>
+
 #include "core/surface.h"
 
 namespace lobemax {
 
 struct Design_State;
+
+/// A part of the cycle whose outline is drawn thick, in the ink of a warning, over the rest of it: degrees of cam; to
+/// is below from where it runs over the end of the turn.
+struct Cam_Stretch {
+    double from = 0.0;
+    double to = 0.0;
+};
 
 /// Base_Circle: prime radius less the roller's. @return false, after a message, where it is not positive
 bool Set_Base_Circle(Design_State& design);
@@ -27,13 +36,15 @@ bool Draw_Cam_Preview(Design_State& design, Surface& surface);
 /// The two halves of it, for a window that repaints itself: whether there is something to draw, told once where sizes
 /// forbid it, and the drawing without a word, which is empty then.
 bool Cam_Preview_Possible(Design_State& design);
-void Repaint_Cam_Preview(Design_State& design, Surface& surface);
+void Repaint_Cam_Preview(Design_State& design, Surface& surface, std::span<const Cam_Stretch> warned = {});
 
 /// How the full drawing is shown: in a window that holds the cam in all its positions, so that it stands still when the
-/// cam turns, and with the follower or cutter of a path all around, one each Path_Step degrees.
+/// cam turns, with the follower or cutter of a path all around, one each Path_Step degrees, and with a warning where
+/// the outline must not be cut so.
 struct Cam_View {
     bool turning_window = false;
     bool whole_paths = false;
+    std::span<const Cam_Stretch> warned = {};
 };
 
 /// The full drawing: the follower and, each by its flag, the cam's outline (Show_Surface), the follower's or the
@@ -45,7 +56,7 @@ bool Draw_Cam(Design_State& design, Surface& surface, const Cam_View& view = {})
 
 /// The cam turned until point i lies under the follower, which stands on its axis, or its arm about its pivot, as in
 /// the machine. The window holds all positions. @return false where there is nothing to draw or no such point
-bool Draw_Cam_at(Design_State& design, Surface& surface, int i);
+bool Draw_Cam_at(Design_State& design, Surface& surface, int i, std::span<const Cam_Stretch> warned = {});
 
 /// The parts of it for a scene that holds more than the cam, in a window that stands: whether the base circle is a
 /// circle, without a word; shaft with keyway, and outline, of a radial cam turned for point i.

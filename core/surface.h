@@ -25,6 +25,7 @@ enum class Ink {
     slider,
     effector,
     broken,  // of a linkage that does not connect
+    warned,  // a stretch of an outline that must not be cut so
 };
 
 struct World_Point {

@@ -192,6 +192,7 @@ Chart::Chart(const Design_State& design, const QString& name, QWidget* parent)
         if (equal_)
             Fit_Equal_Scales();
         Place_Legend();
+        Arrange_Levels();
         Arrange_Extremes();
     });
     Apply_Palette();
@@ -210,7 +211,8 @@ void Chart::Update(std::vector<Curve> curves)
     bool alike = curves.size() == curves_.size() && drawn_.size() == curves_.size();
     for (std::size_t k = 0; k < curves.size() && k < curves_.size(); ++k) {
         curves[k].style = curves_[k].style;
-        alike = alike && curves[k].faint == curves_[k].faint && curves[k].right_axis == curves_[k].right_axis;
+        alike = alike && curves[k].faint == curves_[k].faint && curves[k].beside == curves_[k].beside &&
+                curves[k].right_axis == curves_[k].right_axis;
     }
     curves_ = std::move(curves);
     if (alike) {
@@ -328,6 +330,16 @@ void Chart::Set_Marks(const std::vector<double>& x, const QColor& colour)
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
+void Chart::Set_Levels(std::vector<Level> levels)
+{
+    levels_ = std::move(levels);
+    Place_Levels();
+    if (zoomed_)
+        plot_->replot(QCustomPlot::rpQueuedReplot);
+    else
+        Reset_View();
+}
+
 void Chart::Mark_Extremes(bool marked)
 {
     extremes_ = marked;
@@ -342,6 +354,10 @@ void Chart::Reset_View()
     if (plot_->plottableCount() > 0) {
         for (QCPAxis* const axis : {plot_->xAxis, plot_->yAxis, plot_->yAxis2})
             Set_to_Curves(*axis);
+        if (!equal_) {
+            Widen_to_Near(*plot_->yAxis);
+            Widen_to_Near(*plot_->yAxis2);
+        }
         Show_Range(*plot_->yAxis);
         Show_Range(*plot_->yAxis2);
         if (ticks_ && ticks_->points > 1)
@@ -361,7 +377,7 @@ void Chart::Set_to_Curves(QCPAxis& axis) const
     double most = std::numeric_limits<double>::lowest();
     for (const Curve& curve : curves_) {
         const bool abscissa = &axis == plot_->xAxis;
-        if (!abscissa && curve.right_axis != (&axis == plot_->yAxis2))
+        if (curve.beside || (!abscissa && curve.right_axis != (&axis == plot_->yAxis2)))
             continue;
         for (const double value : abscissa ? curve.x : curve.y) {
             least = std::min(least, value);
@@ -378,12 +394,33 @@ void Chart::Set_to_Curves(QCPAxis& axis) const
         axis.setRange(least, 2.0, Qt::AlignCenter);  // a flat line shows as one
 }
 
+/// Widens an axis of values to the levels on it and the values beside its curves, as far as it need not grow by more
+/// than half on a side: one that is far away would press the curves flat.
+void Chart::Widen_to_Near(QCPAxis& axis) const
+{
+    constexpr double most = 0.5;
+    const QCPRange range = axis.range();
+    const double reach = most * range.size();
+    QCPRange wide = range;
+    const auto hold = [&](double value) {
+        if (value >= range.lower - reach && value <= range.upper + reach)
+            wide.expand(QCPRange(value, value));
+    };
+    if (&axis == plot_->yAxis)
+        for (const Level& level : levels_)
+            hold(level.value);
+    for (const Curve& curve : curves_)
+        if (curve.beside && curve.right_axis == (&axis == plot_->yAxis2))
+            std::ranges::for_each(curve.y, hold);
+    axis.setRange(wide);
+}
+
 /// Widens an axis of values to a view that is fit to look at.
 void Chart::Show_Range(QCPAxis& axis)
 {
     const bool right = &axis == plot_->yAxis2;
     for (const Curve& curve : curves_)
-        if (curve.right_axis == right && Has_Sticks(curve) && !equal_)
+        if (curve.right_axis == right && !curve.beside && Has_Sticks(curve) && !equal_)
             axis.setRange(std::min(axis.range().lower, 0.0), std::max(axis.range().upper, 0.0));
     if (axis.range().size() < 1e-9 * std::max(1.0, std::abs(axis.range().center())))
         axis.setRange(axis.range().center(), 2.0, Qt::AlignCenter);
@@ -417,6 +454,7 @@ void Chart::Make_Graphs()
         place += curve.faint ? 0 : 1;
     }
     plot_->yAxis2->setVisible(right);
+    Place_Levels();
     Place_Marks();
     Place_Extremes();
 }
@@ -437,7 +475,7 @@ void Chart::Make_Graph(const Curve& curve, int place)
     graph.setAdaptiveSampling(true);
     graph.setScatterStyle(Dots(curve));
     if (Has_Line(curve)) {
-        graph.setPen(QPen(colour, curve.faint ? 1.0 : 1.6, curve.faint ? Qt::DashLine : curve.pattern));
+        graph.setPen(QPen(colour, curve.faint || curve.beside ? 1.0 : 1.6, curve.faint ? Qt::DashLine : curve.pattern));
     } else {
         graph.setLineStyle(Has_Sticks(curve) ? QCPGraph::lsImpulse : QCPGraph::lsNone);
         graph.setPen(Has_Sticks(curve) ? Stick_Pen(curve, colour) : QPen(colour, 1.6));
@@ -484,9 +522,9 @@ void Chart::Make_Closed_Curve(const Curve& curve, int place)
 
 void Chart::Place_Marks()
 {
-    for (int k = plot_->itemCount() - 1; k >= 0; --k)
-        if (qobject_cast<QCPItemStraightLine*>(plot_->item(k)) != nullptr)
-            plot_->removeItem(k);
+    for (QCPItemStraightLine* const line : mark_lines_)
+        plot_->removeItem(line);
+    mark_lines_.clear();
     const QColor colour = mark_colour_.isValid() ? mark_colour_ : palette().color(QPalette::Mid);
     for (const double x : marks_) {
         auto* const line = new QCPItemStraightLine(plot_);
@@ -494,6 +532,46 @@ void Chart::Place_Marks()
         line->point2->setTypeX(QCPItemPosition::ptPlotCoords);
         line->point2->setCoords(x, 1);
         line->setPen(QPen(colour, 1, mark_colour_.isValid() ? Qt::SolidLine : Qt::DotLine));
+        mark_lines_.push_back(line);
+    }
+}
+
+void Chart::Place_Levels()
+{
+    for (const Drawn_Level& drawn : drawn_levels_) {
+        plot_->removeItem(drawn.line);
+        plot_->removeItem(drawn.label);
+    }
+    drawn_levels_.clear();
+    QFont small = font();
+    small.setPointSizeF(small.pointSizeF() * 0.85);
+    const QColor ink = stale_ ? palette().color(QPalette::Mid) : Ink();
+    for (const Level& level : levels_) {
+        auto* const line = new QCPItemStraightLine(plot_);
+        line->point1->setCoords(0, level.value);
+        line->point2->setCoords(1, level.value);
+        line->setPen(QPen(ink, 1, Qt::DotLine));
+        auto* const label = new QCPItemText(plot_);
+        label->setText(level.words);
+        label->setFont(small);
+        label->setColor(ink);
+        label->setPadding(QMargins(2, 0, 2, 0));
+        label->position->setType(QCPItemPosition::ptAbsolute);
+        drawn_levels_.push_back({line, label});
+    }
+}
+
+/// Puts the words of a level at its right end: on the line, or below it where there is no room above.
+void Chart::Arrange_Levels()
+{
+    const QRect room = plot_->axisRect()->rect();
+    for (std::size_t k = 0; k < drawn_levels_.size(); ++k) {
+        QCPItemText& label = *drawn_levels_[k].label;
+        const double y = plot_->yAxis->coordToPixel(levels_[k].value);
+        label.setVisible(y >= room.top() - 1 && y <= room.bottom() + 1);
+        const bool below = y - QFontMetricsF(label.font()).height() < room.top();
+        label.setPositionAlignment(Qt::AlignRight | (below ? Qt::AlignTop : Qt::AlignBottom));
+        label.position->setCoords(room.right(), y);
     }
 }
 
@@ -595,7 +673,8 @@ QString Chart::Values_at(double x) const
             --i;
         if (text.isEmpty())
             text = Number(design_, curve.x[i]);
-        text += QStringLiteral("    %1 %2").arg(curve.name.trimmed(), Number(design_, curve.y[i]));
+        if (std::isfinite(curve.y[i]))
+            text += QStringLiteral("    %1 %2").arg(curve.name.trimmed(), Number(design_, curve.y[i]));
     }
     return text;
 }
@@ -637,7 +716,7 @@ void Chart::Place_Extremes()
     QFont small = font();
     small.setPointSizeF(small.pointSizeF() * 0.85);
     for (const Curve& curve : curves_) {
-        if (curve.faint || curve.y.empty())
+        if (curve.faint || curve.beside || curve.y.empty())
             continue;
         QCPAxis* const values = curve.right_axis ? plot_->yAxis2 : plot_->yAxis;
         const auto [least, most] = std::minmax_element(curve.y.begin(), curve.y.end());
@@ -725,7 +804,7 @@ std::string Chart::Data_Text() const
         rows = std::max(rows, curve.x.size());
     }
     const auto cell = [](const std::vector<double>& values, std::size_t i) {
-        return i < values.size() ? Shortest(Single(values[i])) : std::string();
+        return i < values.size() && std::isfinite(values[i]) ? Shortest(Single(values[i])) : std::string();
     };
     std::string text = "X";
     for (std::size_t k = 0; k < shown.size(); ++k)
@@ -844,6 +923,7 @@ void Chart::Apply_Palette()
     plot_->legend->setFont(small);
     plot_->legend->setBrush(QBrush(ground));
     plot_->legend->setBorderPen(QPen(lines));
+    Place_Levels();
     Place_Extremes();
     plot_->replot(QCustomPlot::rpQueuedReplot);
 }

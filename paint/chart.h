@@ -19,6 +19,7 @@
 
 class QCPAxis;
 class QCPGraph;
+class QCPItemStraightLine;
 class QCPItemText;
 class QCPItemTracer;
 class QCPTextElement;
@@ -45,6 +46,7 @@ struct Curve {
     QColor colour;                         // invalid: the next of the chart's own
     Qt::PenStyle pattern = Qt::SolidLine;  // tells curves of one colour apart
     bool faint = false;                    // for comparison, behind the others
+    bool beside = false;                   // thin beside what is shown: the view is that of the others
     bool right_axis = false;
     std::vector<double> angle;     // of a closed curve: the cam angle of each point, degrees
     bool value_as_radius = false;  // a closed curve made of values at their cam angles
@@ -60,6 +62,12 @@ struct Point_Ticks {
     double margin = 0.0;  // shown beyond the last point
 
     double Last() const { return first + per_point * (points - 1); }
+};
+
+/// A value that the curves shall keep within: a thin dotted line across the chart with its words.
+struct Level {
+    double value = 0.0;
+    QString words;
 };
 
 /// A curve from a row of results: points first..last over their cam angles.
@@ -94,6 +102,10 @@ public:
     void Clear_Ticks();
     /// Vertical lines, at segment boundaries or knots.
     void Set_Marks(const std::vector<double>& x, const QColor& colour = {});
+    /// Horizontal lines on the left axis. The view grows for one, and for a curve beside the others, where it lies
+    /// near.
+    void Set_Levels(std::vector<Level> levels);
+    const std::vector<Level>& Levels() const { return levels_; }
     /// A ring and a label at the extremes of every curve; labels stand inside the chart and clear of one another.
     void Mark_Extremes(bool marked);
     /// The curves are of a calculation that what the screen now holds has left behind: they are shown in gray.
@@ -143,6 +155,11 @@ private:
         double x;
         double y;
     };
+    /// What stands for a level.
+    struct Drawn_Level {
+        QCPItemStraightLine* line;
+        QCPItemText* label;
+    };
     /// While it lives, changes of the axes are the chart's own and no zoom of the user's.
     class Own_View {
     public:
@@ -170,7 +187,10 @@ private:
     QString Values_at(double x) const;
     QString Nearest_Point(const QPoint& position) const;
     void Open_Menu(const QPoint& position);
+    void Widen_to_Near(QCPAxis& axis) const;
     void Place_Marks();
+    void Place_Levels();
+    void Arrange_Levels();
     void Place_Extremes();
     void Arrange_Extremes();
 
@@ -181,6 +201,9 @@ private:
     std::vector<Curve> curves_;
     std::vector<Drawn> drawn_;
     std::vector<double> marks_;
+    std::vector<QCPItemStraightLine*> mark_lines_;
+    std::vector<Level> levels_;
+    std::vector<Drawn_Level> drawn_levels_;
     std::vector<Extreme> marked_;
     std::optional<Point_Ticks> ticks_;
     std::optional<QPoint> pointer_;  // while it is over the chart

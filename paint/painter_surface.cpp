@@ -84,6 +84,7 @@ QColor Painter_Surface::Colour_of(Ink ink) const
     case Ink::effector:
         return {0xC8, 0x3E, 0x8E};
     case Ink::broken:
+    case Ink::warned:
         return {0xD6, 0x2F, 0x2F};
     case Ink::ground:
     case Ink::shaft:
@@ -102,9 +103,10 @@ void Painter_Surface::Use(Ink ink)
     const bool fine = ink == Ink::shaft || ink == Ink::axis || ink == Ink::prime || ink == Ink::ground;
     const bool dashed = ink == Ink::prime || ink == Ink::broken;
     QPen pen(Colour_of(ink),
-             strong ? 1.8
-             : fine ? 1.0
-                    : 1.4,
+             ink == Ink::warned ? 4.0
+             : strong           ? 1.8
+             : fine             ? 1.0
+                                : 1.4,
              dashed ? Qt::DashLine : Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin);
     painter_.setPen(pen);
     painter_.setBrush(Qt::NoBrush);

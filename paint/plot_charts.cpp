@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <memory>
 
 #include "core/design_state.h"
@@ -142,6 +143,30 @@ void Show_Cycle(const Design_State& design, Chart& chart, int row, bool with_bot
     Set_Angle_Ticks(design, chart);
     chart.Show({Row_Curve(name, unit, results.Points(var::Angle), results.Points(row), 0,
                           design.motion.Max_Data_Points_used)});
+}
+
+void Put_Beside(Chart& chart, const QString& name, const std::vector<double>& values)
+{
+    std::vector<Curve> curves = chart.Curves();
+    const auto gone = std::ranges::remove_if(curves, &Curve::beside);
+    const bool there = !gone.empty();
+    curves.erase(gone.begin(), gone.end());
+    if (!values.empty() && !curves.empty()) {
+        Curve beside = curves.front();
+        beside.name = name;
+        beside.y = values;
+        beside.y.resize(beside.x.size(), std::numeric_limits<double>::quiet_NaN());
+        for (double& value : beside.y)
+            if (!std::isfinite(value))
+                value = std::numeric_limits<double>::quiet_NaN();  // a gap
+        beside.style = Curve_Style::line;
+        beside.pattern = Qt::DashLine;
+        beside.beside = true;
+        curves.insert(curves.begin() + 1, std::move(beside));
+    } else if (!there) {
+        return;
+    }
+    chart.Update(std::move(curves));
 }
 
 int Windows_of(int plot_style)

@@ -22,6 +22,10 @@ void Set_Angle_Ticks(const Design_State& design, Chart& chart);
 /// Shows a row of the table over the whole cycle, with its name and unit beside it.
 void Show_Cycle(const Design_State& design, Chart& chart, int row, bool with_bottom_title = true);
 
+/// Shows true values beside a row of the whole cycle, thin and dashed, in place of those before; none: takes them away.
+/// The curves and the part of them in view stay. @param values  of the points of the table; not finite: none there
+void Put_Beside(Chart& chart, const QString& name, const std::vector<double>& values);
+
 /// Charts of a style 1..4: one, two, four, one.
 int Windows_of(int plot_style);
 
