@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "core/design_state.h"
 #include "core/text.h"
@@ -156,6 +157,15 @@ bool Applies(const Design_State& design, Limit limit)
     return design.cam.Translating || !Has_Counterpart(limit);
 }
 
+std::string Refused_Limit(Limit limit, double value)
+{
+    if (std::isinf(value) && value > 0.0)
+        return "A limit must not be so large.";
+    if (value > 0.0 || (value == 0.0 && limit == L::Contact_Force))
+        return "";
+    return "A limit must be positive, or off.";
+}
+
 std::string Put_Limit(Limits& limits, const Design_State& design, std::string_view name, std::string_view text)
 {
     const auto by_key = std::ranges::find_if(
@@ -178,14 +188,17 @@ std::string Put_Limit(Limits& limits, const Design_State& design, std::string_vi
         limits[found->limit] = std::nullopt;
         return "";
     }
-    const Number_Read number = Read_Number(text, Current_Decimal_Symbol(design));
-    if (!number.whole)
+    Number_Read number;
+    try {
+        number = Read_Number(text, Current_Decimal_Symbol(design));
+    } catch (const Fault&) {
+        return Refused_Limit(found->limit, std::numeric_limits<double>::infinity());
+    }
+    if (!number.any || !number.whole)
         return "'" + std::string(text) + "' is neither a number nor off.";
-    if (!(number.value >= 0.0) || (number.value == 0.0 && found->limit != L::Contact_Force))
-        return "A limit must be positive, or off.";
     const double kept = number.value * Limit_Factor(design, found->unit);
-    if (!std::isfinite(kept))
-        return "'" + std::string(text) + "' is too large.";
+    if (std::string refusal = Refused_Limit(found->limit, kept); !refusal.empty())
+        return refusal;
     limits[found->limit] = kept;
     return "";
 }

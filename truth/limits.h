@@ -82,6 +82,9 @@ std::string Unit_of_Limit(const Design_State& design, Limit limit);
 /// Whether a limit is one of the design's follower: that of an arm, or that of a translating one.
 bool Applies(const Design_State& design, Limit limit);
 
+/// Why a limit cannot have a value, in the units that limits are kept in; empty where it can.
+std::string Refused_Limit(Limit limit, double value);
+
 /// Sets a limit by its name, as the design's follower has it, to a number in the design's units, or off: "Phi", "28";
 /// "Sigma", "off". Names are the same in upper and lower case; a key names its own limit.
 /// @return empty, or why it is refused
