@@ -89,6 +89,8 @@ constexpr std::array controls{
     Form_Control{"opt_Torque(0)", "Start Fresh", "New torque calculation overwrites previous values"},
     Form_Control{"opt_Torque(1)", "Accumulate", "Retains previous torque and adds new to it"},
     Form_Control{"chk_compcam", "Calc Comp Cam", "Create a torque compensation cam"},
+    Form_Control{"chk_True", "&True curve",
+                 "The force across the contact as geometry alone gives it, dashed beside the row"},
     Form_Control{"grf_Plot(0)", "Kinetostatic camshaft torque"},
     Form_Control{"grf_Plot(1)", "Kinetostatic force at follower"},
     Form_Control{"pct_Pict1", "", "These data can be used to calculate flywheel size - see textbook"},

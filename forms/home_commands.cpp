@@ -53,6 +53,8 @@ constexpr std::array menus{
     Menu_Entry{file_menu, "", "mnu_Import", "&Import Profile...", Always},
     Menu_Entry{file_menu, "", "mnu_Recalculate", "Re&calculate", May_Be_Recalculated},
     Menu_Entry{file_menu, "", "mnu_Lobe", "Lobe &Figures...", Calculated},
+    Menu_Entry{file_menu, "", "mnu_Findings", "Fin&dings...", Calculated},
+    Menu_Entry{file_menu, "", "mnu_Limits", "Limi&ts...", Always},
     Menu_Entry{units_menu, "", "mnu_pick(1)", "&in-lb", Always},
     Menu_Entry{units_menu, "", "mnu_pick(2)", "&ft-lb", Always},
     Menu_Entry{units_menu, "", "mnu_pick(3)", "&m-N", Always},

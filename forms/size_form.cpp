@@ -171,6 +171,7 @@ constexpr std::array controls{
     Form_Control{"lbl_Pamax", "Max Phi"},
     Form_Control{"lbl_Rhomin", "Min Rho +"},
     Form_Control{"lbl_Rhomax", "Min Rho -"},
+    Form_Control{"chk_True", "&True curves", "What geometry alone gives, dashed beside the rows"},
     Form_Control{"lbl_Notes", "", "What mechanics has beside these figures"},
     Form_Control{"cmd_Cancel", "< &Back"},
     Form_Control{"chk_Autocalc", "&Autocalc", "Will calculate when any change is made"},

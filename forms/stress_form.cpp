@@ -96,6 +96,7 @@ constexpr std::array controls{
     Form_Control{"opt_Fol_type(0)", "Cylindrical"},
     Form_Control{"opt_Fol_type(1)", "Crowned"},
     Form_Control{"chk_Extforce", " Include dynamic external force  "},
+    Form_Control{"chk_True", "&True curves", "What geometry alone gives, dashed beside the rows"},
     Form_Control{"cmd_Cancel", "< &Back"},
     Form_Control{"cmd_Print", "&Print Form"},
     Form_Control{"cmd_Help", "&Help"},

@@ -21,7 +21,7 @@
 
 #include "camgeom/cam_drawing.h"
 #include "core/messages.h"
-#include "files/exports.h"
+#include "forms/findings_form.h"
 #include "forms/home_commands.h"
 #include "forms/preference_choice.h"
 #include "forms/print_form.h"
@@ -32,6 +32,7 @@
 #include "paint/print.h"
 #include "screens/desk.h"
 #include "screens/form_rows.h"
+#include "screens/frm_Export_Question.h"
 #include "screens/help_viewer.h"
 #include "screens/long_run.h"
 #include "screens/status_panel.h"
@@ -129,7 +130,7 @@ void frm_Animate::Make_Menus()
         if (entry.need == Export_Need::radial) {
             QAction* const action = exports->addAction(To_Qt(entry.caption));
             action->setObjectName(To_Qt(entry.name));
-            On_Pick(action, this, [this, entry] { Run_Export(view_design_, entry.name); });
+            On_Pick(action, this, [this, entry] { Export_from_Screen(view_design_, entry.name, this); });
         }
     QMenu* const zoom = menu("mnu_zoom");
     Add_Entry(*zoom, this, "mnu_plus", [this] { Show_Zoom(1); })->setShortcut(QKeySequence::ZoomIn);
@@ -350,6 +351,7 @@ void frm_Animate::Show_View()
         form_.conjugate = false;
         Make_View(design, form_, view_design_);
     }
+    warned_ = Warned_Stretches(Check_Design(view_design_, Desk_Limits()));
     Draw_Rest();
     Refresh();
 }
@@ -433,7 +435,7 @@ void frm_Animate::Draw_Rest()
     Set_Slider(0);
     Control<QLabel>(QStringLiteral("lbl_theta")).setText(QStringLiteral("0"));
     cam_->Widen(Circle_Width(design));
-    cam_->Show(Picture_Possible() ? Quietly([this](Surface& surface) { Anim_Rest(view_design_, surface); })
+    cam_->Show(Picture_Possible() ? Quietly([this](Surface& surface) { Anim_Rest(view_design_, surface, warned_); })
                                   : paint::Drawing());
 }
 
@@ -444,7 +446,7 @@ void frm_Animate::Draw_Frame(int point)
     Follow_Settings(design, view_design_);
     frame_ = point;
     Control<QLabel>(QStringLiteral("lbl_theta")).setText(To_Qt(Theta_Text(view_design_, point)));
-    cam_->Show(Quietly([this, point](Surface& surface) { Anim_Frame(view_design_, surface, point); }));
+    cam_->Show(Quietly([this, point](Surface& surface) { Anim_Frame(view_design_, surface, point, warned_); }));
 }
 
 void frm_Animate::Set_Slider(int point)
@@ -539,8 +541,9 @@ void frm_Animate::Save_Series()
     Save_Pictures(
         view_design_, *name, stride,
         [&](int point, const std::string& path, std::string& why) {
-            return paint::Save_Drawing([&](Surface& surface) { return Anim_Frame(view_design_, surface, point); }, size,
-                                       path, palette(), paint::Screen_Picture_Scale, &why);
+            return paint::Save_Drawing(
+                [&](Surface& surface) { return Anim_Frame(view_design_, surface, point, warned_); }, size, path,
+                palette(), paint::Screen_Picture_Scale, &why);
         },
         [&](int done, int count) {
             bar.setMaximum(count);

@@ -68,7 +68,8 @@ private:
     void Save_Series();
     void Done();
 
-    Design_State view_design_;  // that is drawn
+    Design_State view_design_;         // that is drawn
+    std::vector<Cam_Stretch> warned_;  // of the cam that is shown
     Animate_Form form_;
     std::optional<Anim_Run> run_;
     paint::Drawing_View* cam_ = nullptr;

@@ -20,12 +20,14 @@
 #include "paint/chart.h"
 #include "paint/plot_charts.h"
 #include "paint/print.h"
+#include "screens/check_mark.h"
 #include "screens/desk.h"
 #include "screens/form_rows.h"
 #include "screens/frm_CompCam.h"
 #include "screens/frm_SizeCam.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
+#include "screens/true_curves.h"
 
 namespace lobemax::screens {
 
@@ -58,6 +60,7 @@ frm_Dynamics::frm_Dynamics(QWidget* parent)
     row->addLayout(Charts(), 1);
     row->addWidget(Pulses());
     Body().addLayout(row);
+    mark_ = Add_Mark(Foot(), Finding_Place::forces, [this] { Show_Findings(); });
     Foot().addLayout(Buttons_Row());
     status_ = new Status_Panel;
     Foot().addWidget(status_);
@@ -145,6 +148,10 @@ QLayout* frm_Dynamics::Figures_Grid()
 QLayout* frm_Dynamics::Charts()
 {
     auto* const column = new QVBoxLayout;
+    auto* const line = new QHBoxLayout;
+    line->addStretch();
+    line->addWidget(Make_Check(Words_of(QStringLiteral("chk_True")), [this](bool) { Show_Truth(); }));
+    column->addLayout(line);
     for (paint::Chart** const chart : {&torque_, &force_}) {
         const QString name = Element("grf_Plot", chart == &torque_ ? 0 : 1);
         *chart = new paint::Chart(design, name);
@@ -214,6 +221,9 @@ void frm_Dynamics::Refresh()
     Control<Entry>(QStringLiteral("txt_Zeta")).setEnabled(!open.damping_enabled);
     Control<QCheckBox>(QStringLiteral("chk_Extforce")).setEnabled(open.external_enabled);
     Control<QCheckBox>(QStringLiteral("chk_compcam")).setEnabled(open.compcam_enabled);
+    if (design.flags.Dynamicflag)
+        mark_->Refresh();
+    mark_->Set_Pending(!design.flags.Dynamicflag);
     status_->Refresh();
 }
 
@@ -310,9 +320,27 @@ void frm_Dynamics::Show_Results()
     pulses_->setPlainText(lines.join(QLatin1Char('\n')));
     paint::Show_Cycle(design, *torque_, var::Torque);
     paint::Show_Cycle(design, *force_, var::Force);
+    Show_Truth();
     Show_Stale(false);
     torque_->show();
     force_->show();
+}
+
+void frm_Dynamics::Show_Truth()
+{
+    const bool there = design.flags.Dynamicflag && !force_->Curves().empty();
+    Show_True_Row(*torque_, var::Torque, there, false);
+    Show_True_Row(*force_, var::Force, there, Control<QCheckBox>(QStringLiteral("chk_True")).isChecked());
+}
+
+void frm_Dynamics::Show_Findings()
+{
+    if (Open_Findings(*this, Finding_Place::forces)) {
+        Close_Box();
+        return;
+    }
+    Refresh();
+    Show_Truth();
 }
 
 void frm_Dynamics::Close_Box()

@@ -12,6 +12,7 @@ class Chart;
 
 namespace lobemax::screens {
 
+class Check_Mark;
 class Status_Panel;
 
 /// Follower force and camshaft torque, with their charts, figures and the table of torque pulses.
@@ -38,6 +39,9 @@ private:
     /// Shows what a run has filled, if there was one.
     void Show_Run(bool run);
     void Show_Results();
+    /// Limits and true curve of the charts.
+    void Show_Truth();
+    void Show_Findings();
     void Hide_Charts();
     /// Figures and charts of an earlier run, or of values that do not stand any more, are gray.
     void Show_Stale(bool stale);
@@ -46,6 +50,7 @@ private:
     paint::Chart* force_ = nullptr;
     QPlainTextEdit* pulses_ = nullptr;
     Status_Panel* status_ = nullptr;
+    Check_Mark* mark_ = nullptr;
 };
 
 }  // namespace lobemax::screens

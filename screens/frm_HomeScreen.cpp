@@ -6,6 +6,7 @@
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
 #include <QMenu>
@@ -19,28 +20,32 @@
 #include <QVBoxLayout>
 #include <array>
 #include <chrono>
+#include <utility>
 
 #include "core/text.h"
 #include "core/units.h"
 #include "edit/examples.h"
 #include "edit/unsaved.h"
 #include "files/example_designs.h"
-#include "files/exports.h"
 #include "files/model_file.h"
 #include "files/preferences.h"
 #include "files/recovery.h"
 #include "files/run_record.h"
+#include "forms/findings_form.h"
 #include "forms/home_commands.h"
 #include "forms/preference_choice.h"
 #include "paint/chart.h"
 #include "paint/plot_charts.h"
 #include "present/plot_selection.h"
+#include "screens/check_mark.h"
 #include "screens/desk.h"
 #include "screens/frm_Animate.h"
 #include "screens/frm_Dynamics.h"
+#include "screens/frm_Export_Question.h"
 #include "screens/frm_FFT.h"
 #include "screens/frm_Import_data.h"
 #include "screens/frm_Input_Session.h"
+#include "screens/frm_Limits.h"
 #include "screens/frm_LinkageType.h"
 #include "screens/frm_Linkplots.h"
 #include "screens/frm_Lobe.h"
@@ -255,7 +260,7 @@ void frm_HomeScreen::Make_Menus()
     exports->setObjectName(QStringLiteral("mnu_Export"));
     for (const Export_Entry& entry : Export_Menu())
         Add_Action(*exports, To_Qt(entry.name), To_Qt(entry.caption), [this, entry] {
-            Run_Export(design, entry.name);
+            Export_from_Screen(design, entry.name, this);
             Refresh();
         });
     Add_Action(*file, QStringLiteral("mnu_linkagedata"), QStringLiteral("&Linkage Data..."), [this] {
@@ -316,13 +321,19 @@ QWidget* frm_HomeScreen::Make_Center()
     preview_ = new paint::Chart(design, QStringLiteral("grf_Preview"));
     preview_->Set_Axis_Titles(QStringLiteral("Cam Angle (Deg)"), {});
     status_ = new Status_Panel;
+    mark_ = new Check_Mark(std::nullopt, [this] { Open_Findings(); });
+    mark_->setWhatsThis(QStringLiteral("findings"));
     auto* const right = new QVBoxLayout;
     right->addWidget(compcam_);
     right->addWidget(design_);
     right->addWidget(preview_, 1);
     grid->addLayout(column, 0, 0);
     grid->addLayout(right, 0, 1);
-    grid->addWidget(status_, 1, 0, 1, 2);
+    auto* const mark = new QHBoxLayout;
+    mark->addWidget(mark_);
+    mark->addStretch();
+    grid->addLayout(mark, 1, 0, 1, 2);
+    grid->addWidget(status_, 2, 0, 1, 2);
     grid->setColumnStretch(1, 1);
     return center;
 }
@@ -350,6 +361,8 @@ void frm_HomeScreen::Refresh()
     actions_.at("mnu_linkagedata")->setEnabled(view.linkage_data_entry);
     compcam_->setVisible(view.compcam_panel);
     status_->Refresh();
+    mark_->setVisible(design.flags.Calculated);
+    mark_->Refresh();
     Show_Design();
     History& history = Desk_History();
     Show_Undo(*actions_.at("mnu_Undo"), *actions_.at("mnu_Redo"));
@@ -403,6 +416,11 @@ void frm_HomeScreen::Run_Action(const std::string& name)
     } else if (name == "mnu_Lobe") {
         frm_Lobe lobe(this);
         Run_Modal(lobe);
+    } else if (name == "mnu_Findings") {
+        Open_Findings();
+    } else if (name == "mnu_Limits") {
+        frm_Limits limits(this);
+        Run_Modal(limits);
     } else if (name == "mnu_CalcFFT") {
         Fourier();
     } else if (name == "mnu_FullScreen") {
@@ -484,6 +502,20 @@ void frm_HomeScreen::Press(Home_Button button)
     }
     Keep_Recovery();
     Refresh();
+    Go_to_Chosen();
+}
+
+void frm_HomeScreen::Open_Findings()
+{
+    screens::Open_Findings(*this, std::nullopt);
+    Refresh();
+    Go_to_Chosen();
+}
+
+void frm_HomeScreen::Go_to_Chosen()
+{
+    if (const auto place = std::exchange(Chosen_Place(), std::nullopt); place && May_Go(design, *place))
+        Press(Button_of(*place));
 }
 
 void frm_HomeScreen::Open_Path(const QString& path)

@@ -27,6 +27,7 @@ class Chart;
 
 namespace lobemax::screens {
 
+class Check_Mark;
 class Status_Panel;
 
 /// The folders of the files that were opened or saved last.
@@ -59,6 +60,9 @@ private:
     QAction* Add_Action(QMenu& menu, const QString& name, const QString& caption, std::function<void()> work);
     void Run_Action(const std::string& name);
     void Press(Home_Button button);
+    void Open_Findings();
+    /// Opens the screen that was chosen among the findings, if one was.
+    void Go_to_Chosen();
     template <class Form>
     void Open_Screen()
     {
@@ -88,6 +92,7 @@ private:
     QLabel* design_ = nullptr;
     paint::Chart* preview_ = nullptr;
     Status_Panel* status_ = nullptr;
+    Check_Mark* mark_ = nullptr;
     QTimer* autosave_ = nullptr;
     QTimer* soon_ = nullptr;  // a recovery that waits for its time
     QElapsedTimer kept_;      // since the last one

@@ -14,6 +14,7 @@
 
 #include "core/traps.h"
 #include "screens/desk.h"
+#include "screens/frm_Limits.h"
 
 namespace lobemax::screens {
 
@@ -101,6 +102,13 @@ frm_Preferences::frm_Preferences(Preference_Services services, QWidget* parent)
     grid->addWidget(start, 2, 1, 1, 2);
 
     auto* const buttons = new QHBoxLayout;
+    buttons->addWidget(Button(
+        QStringLiteral("cmd_Limits"), QStringLiteral("&Limits..."),
+        [this] {
+            frm_Limits limits(this);
+            Run_Modal(limits);
+        },
+        QStringLiteral("What a design shall keep within")));
     buttons->addStretch();
     buttons->addWidget(Button(
         QStringLiteral("cmd_UseNow"), QStringLiteral("&Use These Now but Don't Save Them"),

@@ -12,23 +12,25 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "camgeom/cam_drawing.h"
 #include "camgeom/sizing.h"
 #include "core/ladder.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/units.h"
 #include "forms/departure_notes.h"
+#include "forms/findings_form.h"
 #include "forms/preference_choice.h"
 #include "forms/workflow.h"
 #include "paint/chart.h"
 #include "paint/painter_surface.h"
 #include "paint/plot_charts.h"
 #include "paint/print.h"
+#include "screens/check_mark.h"
 #include "screens/desk.h"
 #include "screens/form_rows.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
+#include "screens/true_curves.h"
 
 namespace lobemax::screens {
 
@@ -63,6 +65,7 @@ frm_SizeCam::frm_SizeCam(QWidget* parent)
     row->addLayout(left);
     row->addWidget(Make_Views(), 1);
     Body().addLayout(row);
+    mark_ = Add_Mark(Foot(), Finding_Place::size, [this] { Show_Findings(); });
     Foot().addWidget(Make_Foot());
     status_ = new Status_Panel;
     Foot().addWidget(status_);
@@ -236,6 +239,7 @@ QWidget* frm_SizeCam::Make_Views()
         extremes->addSpacing(14);
     }
     extremes->addStretch();
+    extremes->addWidget(Make_Check(Words_of(QStringLiteral("chk_True")), [this](bool) { Show_Truth(); }));
     column->addLayout(extremes);
     const Form_Control& words = Words_of(QStringLiteral("lbl_Notes"));
     QLabel* const notes = Label(To_Qt(words.name), {}, To_Qt(words.tip));
@@ -411,6 +415,7 @@ void frm_SizeCam::Set_Pending(bool pending)
         Control<QLabel>(QString::fromUtf8(name)).setEnabled(!pending);
     phi_->Set_Stale(pending);
     rho_->Set_Stale(pending);
+    mark_->Set_Pending(pending);
     status_->Refresh();
 }
 
@@ -428,6 +433,7 @@ void frm_SizeCam::Draw_Views()
     rho_->Set_Axis_Titles(QStringLiteral("Cam Angle (Deg)"), QStringLiteral("Rho  ") + length);
     Show_Curve(*phi_, "Phi", QStringLiteral("deg"), var::Phi);
     Show_Curve(*rho_, "Rho", length, var::Rho);
+    Show_Truth();
     Draw_Cam_View();
 }
 
@@ -447,6 +453,26 @@ void frm_SizeCam::Show_Curve(paint::Chart& chart, const char* name, const QStrin
     chart.Update(std::move(curves));
 }
 
+void frm_SizeCam::Show_Truth()
+{
+    if (has_results_)
+        mark_->Refresh();
+    const bool wanted = has_results_ && Control<QCheckBox>(QStringLiteral("chk_True")).isChecked();
+    Show_True_Row(*phi_, var::Phi, has_results_, wanted);
+    Show_True_Row(*rho_, var::Rho, has_results_, wanted);
+    warned_ = has_results_ ? Warned_Stretches(Desk_Check()) : std::vector<Cam_Stretch>{};
+}
+
+void frm_SizeCam::Show_Findings()
+{
+    if (Open_Findings(*this, Finding_Place::size)) {
+        Close_Box();
+        return;
+    }
+    Show_Truth();
+    Draw_Cam_View();
+}
+
 void frm_SizeCam::Draw_Cam_View()
 {
     auto& info = Control<QLabel>(QStringLiteral("pnl_info"));
@@ -457,8 +483,9 @@ void frm_SizeCam::Draw_Cam_View()
     }
     cam_->Widen(Circle_Width(design));
     // A changed follower is drawn at once; the outline waits for its calculation.
-    const std::vector<Ink> old = calculated_ ? std::vector<Ink>{} : std::vector<Ink>{Ink::cam, Ink::surface, Ink::path};
-    cam_->Show([](Surface& surface) { Repaint_Cam_Preview(design, surface); }, old);
+    const std::vector<Ink> old =
+        calculated_ ? std::vector<Ink>{} : std::vector<Ink>{Ink::cam, Ink::surface, Ink::path, Ink::warned};
+    cam_->Show([this](Surface& surface) { Repaint_Cam_Preview(design, surface, warned_); }, old);
     info.setText(To_Qt(Texts_of_Size(design).pnl_info));
 }
 

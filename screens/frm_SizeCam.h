@@ -2,7 +2,9 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
+#include "camgeom/cam_drawing.h"
 #include "forms/size_form.h"
 #include "screens/screen.h"
 
@@ -15,6 +17,7 @@ class Drawing_View;
 
 namespace lobemax::screens {
 
+class Check_Mark;
 class Status_Panel;
 
 /// Cam and follower: their kind and dimensions, the cam drawn, pressure angle and curvature over the cycle.
@@ -49,6 +52,9 @@ private:
     void Set_Pending(bool pending);
     void Draw_Views();
     void Show_Curve(paint::Chart& chart, const char* name, const QString& unit, int row);
+    /// Limits and true curves of the charts.
+    void Show_Truth();
+    void Show_Findings();
     void Draw_Cam_View();
     void Show_Views();
     void Done();
@@ -57,10 +63,12 @@ private:
     paint::Chart* phi_ = nullptr;
     paint::Chart* rho_ = nullptr;
     Status_Panel* status_ = nullptr;
+    Check_Mark* mark_ = nullptr;
     enum class View { cam, data, both };
     View view_ = View::both;
     QWidget* cam_view_ = nullptr;
     QWidget* data_view_ = nullptr;
+    std::vector<Cam_Stretch> warned_;  // of the last calculation
     bool calculated_ = false;
     bool has_results_ = false;  // the rows hold the last calculation, be a change pending or not
 };

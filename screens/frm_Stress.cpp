@@ -17,10 +17,12 @@
 #include "paint/plot_charts.h"
 #include "paint/print.h"
 #include "present/plot_engine.h"
+#include "screens/check_mark.h"
 #include "screens/desk.h"
 #include "screens/form_rows.h"
 #include "screens/help_viewer.h"
 #include "screens/status_panel.h"
+#include "screens/true_curves.h"
 
 namespace lobemax::screens {
 
@@ -71,8 +73,15 @@ frm_Stress::frm_Stress(QWidget* parent)
 {
     auto* const row = new QHBoxLayout;
     row->addLayout(Inputs());
-    row->addLayout(plots_.Make(), 1);
+    auto* const views = new QVBoxLayout;
+    auto* const line = new QHBoxLayout;
+    line->addStretch();
+    line->addWidget(Make_Check(Words_of(QStringLiteral("chk_True")), [this](bool) { Show_Truth(); }));
+    views->addLayout(line);
+    views->addLayout(plots_.Make(), 1);
+    row->addLayout(views, 1);
     Body().addLayout(row);
+    mark_ = Add_Mark(Foot(), Finding_Place::stress, [this] { Show_Findings(); });
     Foot().addLayout(Buttons_Row());
     status_ = new Status_Panel;
     Foot().addWidget(status_);
@@ -216,6 +225,7 @@ void frm_Stress::Refresh()
     auto& external = Control<QCheckBox>(QStringLiteral("chk_Extforce"));
     external.setEnabled(design.flags.Ext_Force_Calc);
     external.setChecked(design.dynamics.Ext_Force_Add);
+    mark_->Set_Pending(!design.flags.Stressflag);
     status_->Refresh();
 }
 
@@ -268,12 +278,33 @@ void frm_Stress::Calculate()
         const Plot_Figures figures = Figures_of_Plot(design, v, 0, design.motion.Max_Data_Points_used);
         plots_.Show_Figures(*this, k, figures.lbl_Min, figures.lbl_Max, figures.lbl_Peak);
     }
+    Show_Truth();
     Show_Stale(false);
+}
+
+void frm_Stress::Show_Truth()
+{
+    const bool there = design.flags.Stressflag && !plots_.At(0).Curves().empty();
+    const bool wanted = Control<QCheckBox>(QStringLiteral("chk_True")).isChecked();
+    const auto rows = Stress_Plot_Rows(design);
+    for (int k = 0; k < plots_.Count(); ++k)
+        Show_True_Row(plots_.At(k), rows.at(static_cast<std::size_t>(k)), there, wanted);
+    if (there)
+        mark_->Refresh();
+}
+
+void frm_Stress::Show_Findings()
+{
+    if (Open_Findings(*this, Finding_Place::stress))
+        Close_Box();
+    else
+        Show_Truth();
 }
 
 void frm_Stress::Show_Stale(bool stale)
 {
     plots_.Set_Stale(*this, stale);
+    mark_->Set_Pending(stale);
     Control<QPushButton>(QStringLiteral("cmd_Done")).setEnabled(!stale);
     status_->Refresh();
 }

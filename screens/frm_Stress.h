@@ -9,6 +9,7 @@ class QGridLayout;
 
 namespace lobemax::screens {
 
+class Check_Mark;
 class Status_Panel;
 
 /// Contact stress: materials and geometry of the contact, with force, curvature and both stresses over the cycle.
@@ -33,6 +34,9 @@ private:
     void Calculate();
     /// Figures and plots of an earlier run, or of values that do not stand any more, are gray, and Next is closed.
     void Show_Stale(bool stale);
+    /// Limits and true curves of the plots.
+    void Show_Truth();
+    void Show_Findings();
     void Choose_Material(int member, bool steel);
     void Choose_Roller(bool crowned);
 
@@ -40,6 +44,7 @@ private:
     bool type_chosen_ = false;
     Plot_Windows plots_;
     Status_Panel* status_ = nullptr;
+    Check_Mark* mark_ = nullptr;
 };
 
 }  // namespace lobemax::screens

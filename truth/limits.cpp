@@ -184,22 +184,27 @@ std::string Put_Limit(Limits& limits, const Design_State& design, std::string_vi
                 names += (names.empty() ? "" : ", ") + std::string(entry.name);
         return "There is no limit '" + std::string(name) + "'; there are " + names + ".";
     }
+    return Put_Limit(limits, design, found->limit, text);
+}
+
+std::string Put_Limit(Limits& limits, const Design_State& design, Limit limit, std::string_view text)
+{
     if (Same_Text(Trim(text), "off")) {
-        limits[found->limit] = std::nullopt;
+        limits[limit] = std::nullopt;
         return "";
     }
     Number_Read number;
     try {
         number = Read_Number(text, Current_Decimal_Symbol(design));
     } catch (const Fault&) {
-        return Refused_Limit(found->limit, std::numeric_limits<double>::infinity());
+        return Refused_Limit(limit, std::numeric_limits<double>::infinity());
     }
     if (!number.any || !number.whole)
         return "'" + std::string(text) + "' is neither a number nor off.";
-    const double kept = number.value * Limit_Factor(design, found->unit);
-    if (std::string refusal = Refused_Limit(found->limit, kept); !refusal.empty())
+    const double kept = number.value * Limit_Factor(design, Entry_of(limit).unit);
+    if (std::string refusal = Refused_Limit(limit, kept); !refusal.empty())
         return refusal;
-    limits[found->limit] = kept;
+    limits[limit] = kept;
     return "";
 }
 

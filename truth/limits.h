@@ -89,5 +89,7 @@ std::string Refused_Limit(Limit limit, double value);
 /// "Sigma", "off". Names are the same in upper and lower case; a key names its own limit.
 /// @return empty, or why it is refused
 std::string Put_Limit(Limits& limits, const Design_State& design, std::string_view name, std::string_view text);
+/// The same of one limit, whatever follower the design has.
+std::string Put_Limit(Limits& limits, const Design_State& design, Limit limit, std::string_view text);
 
 }  // namespace lobemax

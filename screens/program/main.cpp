@@ -20,6 +20,7 @@
 #include "core/startup.h"
 #include "core/traps.h"
 #include "edit/unsaved.h"
+#include "files/limits_file.h"
 #include "files/model_file.h"
 #include "files/preferences.h"
 #include "files/recovery.h"
@@ -135,7 +136,11 @@ int Run(const Options& options)
         return 0;
     bool started = true;
     Start_Services services;
-    services.read_preferences = [&folder] { Read_Preferences(design, folder); };
+    services.read_preferences = [&folder] {
+        Read_Preferences(design, folder);
+        Set_Desk_Limits(Read_Limits(design, folder));
+        Keep_Limits([folder](const Limits& limits) { Write_Limits(design, folder, limits); });
+    };
     services.register_cam_file = Register;
     services.open_model = [](const std::string& path) {
         Mark_Saved(design);  // nothing has been typed yet, so there is nothing to ask about

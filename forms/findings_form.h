@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The findings of a check on the screens, without their windows: the panel that lists them, what the plots and the
+/// drawing show of them, and the question before an export.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "camgeom/cam_drawing.h"
+#include "forms/form_table.h"
+#include "forms/workflow.h"
+#include "truth/check.h"
+
+namespace lobemax {
+
+/// Every captioned control of the panel, and of the question.
+std::span<const Form_Control> Controls_of_Findings();
+std::span<const Form_Control> Controls_of_Export_Question();
+
+/// The columns of the panel's table.
+inline constexpr int Finding_Columns = 7;
+/// A head a column.
+std::array<std::string_view, Finding_Columns> Heads_of_Findings();
+/// A finding in these columns: severity with its sign, name, where, what the row says, what is true, the limit, screen.
+std::array<std::string, Finding_Columns> Cells_of(const Design_State& design, const Finding& finding);
+
+/// A sign that tells severities apart without colour: a cross, a triangle, an i.
+std::string_view Sign_of(const Finding& finding);
+/// Whether a finding is to be seen at once: must not be cut, or beyond a limit.
+bool Is_Grave(const Finding& finding);
+
+/// What the mark of a screen shows: a tick, or the sign of its worst finding, and the words of it.
+std::string Sign_and_Words(const Design_State& design, const Check& check, std::optional<Finding_Place> place);
+/// The same at length, with what to do.
+std::string Mark_Tip(const Design_State& design, const Check& check, std::optional<Finding_Place> place);
+
+/// The button of the Home screen that opens the screen of a place.
+Home_Button Button_of(Finding_Place place);
+/// Whether its button is open.
+bool May_Go(const Design_State& design, Finding_Place place);
+
+/// What a chart of a row has lines for: the limits that are on, in the units of the row.
+struct Limit_Level {
+    double value = 0.0;
+    std::string words;  // "limit 30 deg"
+};
+std::vector<Limit_Level> Levels_of(const Design_State& design, const Limits& limits, int row);
+
+/// The true values of a row of pressure angle, curvature, force or stress at the points of the table, in the row's
+/// unit; empty where they are not known.
+std::vector<double> True_Values(const Design_State& design, const Check& check, int row);
+
+/// The stretches of the outline that must not be cut so, or break a limit.
+std::vector<Cam_Stretch> Warned_Stretches(const Check& check);
+
+/// Whether an entry of the Export list writes a profile, and does not refuse to.
+bool Is_Profile_Export(std::string_view entry);
+
+}  // namespace lobemax
