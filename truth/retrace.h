@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+/// The lift that a surface gives back: the follower is laid on it by collision, at any cam angle, whatever the surface
+/// was made from. docs/theory.md, 17.4.
+#pragma once
+
+#include <cstddef>
+#include <limits>
+#include <span>
+#include <vector>
+
+#include "truth/true_cam.h"
+
+namespace lobemax {
+
+/// From one point to the next, straight or by an arc.
+struct Surface_Element {
+    Vector from;
+    Vector to;
+    double bulge = 0.0;  // tangent of a quarter of the arc's angle, positive counterclockwise; 0 straight
+};
+
+/// A surface as a shop cuts it: lines and arcs in the coordinates of True_Cam. One of an axial cam goes round the drum.
+class Surface_Path {
+public:
+    explicit Surface_Path(std::vector<Surface_Element> elements);
+
+    /// Straight from point to point, and from the last to the first. @param around  of an axial cam the length of its
+    /// turn, which the first point is moved on by; 0 of a disk
+    static Surface_Path Through(std::span<const Vector> points, double around = 0.0);
+
+    std::span<const Surface_Element> Elements() const { return elements_; }
+
+    /// A circle that holds consecutive elements.
+    struct Block {
+        Vector center;
+        double radius = 0.0;
+    };
+    static constexpr std::size_t Block_Size = 16;  // elements a block, and blocks a group
+    std::span<const Block> Blocks() const { return blocks_; }
+    std::span<const Block> Groups() const { return groups_; }
+
+private:
+    std::vector<Surface_Element> elements_;
+    std::vector<Block> blocks_;
+    std::vector<Block> groups_;
+};
+
+/// What the follower does on a surface.
+struct Retraced {
+    std::vector<double> s;  // length, or radians of an arm, at each angle; no number where the follower meets nothing
+    double largest_error = 0.0;  // of these against the motion, in their unit; infinite where it meets nothing
+    double at = 0.0;             // degrees
+};
+
+/// @param angles  degrees, in rising order
+Retraced Retrace(const True_Cam& cam, const Surface_Path& surface, std::span<const double> angles);
+
+/// What is left of the points of a surface when the follower's places at the given angles have cut it: those that none
+/// of them covers. Depths below the bound count as touching. (238)
+std::vector<Vector> Points_left(const True_Cam& cam, std::span<const True_Point> points, double bound);
+
+}  // namespace lobemax
