@@ -1,27 +1,59 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-/// Contact of two elastic bodies by theory: line and ellipse. docs/theory.md, 10 and 18.
+/// Contact of two elastic bodies by theory: line and ellipse. Lengths, forces and pressures in units that go together.
+/// docs/theory.md, 10 and 18.
 #pragma once
+
+#include <array>
 
 namespace lobemax {
 
 /// The contact of a force.
 struct Contact {
-    double half_width = 0.0;   // of the strip, or the ellipse's half axis across the rolling axis (its shorter one)
+    double half_width = 0.0;   // of the strip, or the ellipse's shorter half axis
     double half_length = 0.0;  // the ellipse's longer half axis; 0 of a strip
     double pressure = 0.0;     // largest
     double shear = 0.0;        // largest below the surface
     double depth = 0.0;        // where
 };
 
-/// A strip of a length. (124), (125) @param convexity  1/R_1 + 1/R_2, above 0  @param compliance  (122)
+/// A strip of a length. (124), (125), (261) @param convexity  1/R_1 + 1/R_2, above 0  @param compliance  (122)
 Contact Line_Contact(double force, double length, double convexity, double compliance);
 
-/// The ellipse of two bodies with the relative curvatures A <= B, both above 0, of the gap A x^2 + B y^2: exact, by the
-/// complete elliptic integrals. (130) to (132)
+/// The ellipse of two bodies of the gap A x^2 + B y^2, both curvatures above 0, in any order: exact, by the complete
+/// elliptic integrals and the stresses below the centre. (130) to (132), (262) to (269)
 /// @param poisson  of the body whose shear is asked for
 Contact Elliptic_Contact(double force, double A, double B, double compliance, double poisson);
 
-/// Ratio b/a (0..1] of the ellipse's half axes by the ratio B/A >= 1 of the gap's curvatures: the root of (130).
+/// Ratio b/a (0..1] of the ellipse's half axes by the ratio B/A >= 1 of the gap's curvatures: the root of (130), to
+/// 1E-11 of it, from the circle up to a strip.
 double Axes_Ratio(double B_over_A);
+
+/// A shear stress over the largest pressure and its depth over the ellipse's shorter half axis.
+struct Shear_Below {
+    double shear = 0.0;
+    double depth = 0.0;
+};
+
+/// The largest shear below the centre of an ellipse. (264) to (269) @param axes_ratio  b/a, (0..1]
+Shear_Below Largest_Shear(double axes_ratio, double poisson);
+
+/// The contacts of one pair of bodies for many forces and curvatures: the exact shear at nodes of the axes' ratio, a
+/// curve of third degree between, within 1E-5 of the largest pressure. All else as Elliptic_Contact has it.
+class Elliptic_Contacts {
+public:
+    Elliptic_Contacts(double compliance, double poisson);
+
+    Contact At(double force, double A, double B) const;
+
+private:
+    static constexpr int Nodes = 25;
+    using Curve = std::array<double, Nodes>;
+
+    double compliance_;
+    Curve across_{};  // largest shear of the two directions, and their depths
+    Curve along_{};
+    Curve across_depth_{};
+    Curve along_depth_{};
+};
 
 }  // namespace lobemax

@@ -58,10 +58,10 @@ public:
         } else {
             axis_ = {0.0, 1.0};
             base_ = {m.arm ? m.rot * m.pivot_x : 0.0, 0.0};
-            // Seen with Lambda to the right the arm of a clockwise cam is mirrored.
-            sense_ = m.swing * m.rot;
-            zero_angle_ = m.rot > 0 ? m.rest : PI - m.rest;
-            const double level = m.arm ? m.swing * std::cos(m.rest) : 1.0;
+            // Seen with Lambda to the right the arm of a clockwise cam is mirrored, and again where Z counts downwards.
+            sense_ = m.swing * m.rot * m.z_sense;
+            zero_angle_ = m.z_sense * (m.rot > 0 ? m.rest : PI - m.rest);
+            const double level = m.arm ? m.swing * m.z_sense * std::cos(m.rest) : 1.0;
             push_ = level < 0.0 ? -m.side : m.side;
         }
     }
@@ -259,7 +259,7 @@ private:
 /// Elements, blocks and groups in the coordinates of the follower at an angle.
 class Search {
 public:
-    Search(const True_Cam& cam, const Surface_Path& surface) : m_(cam.Follower()), surface_(surface)
+    Search(const Mechanism& follower, const Surface_Path& surface) : m_(follower), surface_(surface)
     {
         if (m_.body == Cam_Body::disk)
             return;
@@ -459,20 +459,21 @@ Surface_Path Surface_Path::Through(std::span<const Vector> points, double around
     return Surface_Path(std::move(elements));
 }
 
-Retraced Retrace(const True_Cam& cam, const Surface_Path& surface, std::span<const double> angles)
+Retraced Retrace(const Mechanism& follower, const True_Motion& motion, const Surface_Path& surface,
+                 std::span<const double> angles)
 {
     Retraced result;
     result.s.reserve(angles.size());
-    Search search(cam, surface);
+    Search search(follower, surface);
     for (const double theta : angles) {
         int push = 1;
-        const double wanted = cam.Motion().At(theta).s;
+        const double wanted = motion.At(theta).s;
         const double touch = search.At(theta, wanted, push);
         const bool met = touch != nothing;
         const double s = met ? push * touch : std::numeric_limits<double>::quiet_NaN();
         double error = std::numeric_limits<double>::infinity();
         if (met)
-            error = cam.Follower().arm ? std::abs(std::remainder(s - wanted, PI2)) : std::abs(s - wanted);
+            error = follower.arm ? std::abs(std::remainder(s - wanted, PI2)) : std::abs(s - wanted);
         if (error > result.largest_error) {
             result.largest_error = error;
             result.at = theta;
@@ -480,6 +481,11 @@ Retraced Retrace(const True_Cam& cam, const Surface_Path& surface, std::span<con
         result.s.push_back(s);
     }
     return result;
+}
+
+Retraced Retrace(const True_Cam& cam, const Surface_Path& surface, std::span<const double> angles)
+{
+    return Retrace(cam.Follower(), cam.Motion(), surface, angles);
 }
 
 std::vector<Vector> Points_left(const True_Cam& cam, std::span<const True_Point> points, double bound)

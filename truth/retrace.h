@@ -56,6 +56,9 @@ struct Retraced {
 
 /// @param angles  degrees, in rising order
 Retraced Retrace(const True_Cam& cam, const Surface_Path& surface, std::span<const double> angles);
+/// The same by another mechanism than the motion's own, as the drum unrolled.
+Retraced Retrace(const Mechanism& follower, const True_Motion& motion, const Surface_Path& surface,
+                 std::span<const double> angles);
 
 /// What is left of the points of a surface when the follower's places at the given angles have cut it: those that none
 /// of them covers. Depths below the bound count as touching. (238)

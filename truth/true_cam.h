@@ -76,6 +76,8 @@ public:
 
     /// @param theta  degrees
     True_Point At(double theta) const;
+    /// The same with the motion of that angle at hand.
+    True_Point At(double theta, const Follower_Point& motion) const;
 
     /// Centre of a cutter or wheel of a radius that touches the surface at the point.
     Vector Cutter(const True_Point& point, double radius) const;

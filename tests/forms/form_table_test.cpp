@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include "core/startup.h"
+#include "core/text.h"
 #include "core/units.h"
 #include "forms/compcam_form.h"
 #include "forms/dynamics_form.h"
