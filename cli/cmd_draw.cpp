@@ -24,6 +24,7 @@ struct Options {
     bool conjugate = false;
     bool cam_only = false;
     std::string path;
+    bool truth = false;
     Picture_Options picture;
     Stage_Choice stage;
 };
@@ -58,6 +59,8 @@ int Run(Session& session, const Options& options)
         if (!refusal.empty())
             return session.Wrong("the conjugate cam cannot be calculated with these sizes: " + refusal);
     }
+    if (options.truth && !session.Take_Truth())
+        return failed;
     if (train)
         Work_Out_Linkage(design);  // a train that cannot be is drawn as it is, and was told of
     c.Show_Surface = options.path != "machine";
@@ -95,6 +98,7 @@ void Add_Draw(CLI::App& app, Action& action)
     command->add_option("--path", options->path, "a path beside the cam: follower, cutter or machine")
         ->check(CLI::IsMember({"follower", "cutter", "machine"}));
     Add_Picture_Options(*command, options->picture, "800x800");
+    Add_Truth_Option(*command, options->truth);
     Add_Stage_Options(*command, options->stage);
     command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <array>
 #include <memory>
+#include <optional>
 
 #include "cli/commands.h"
 #include "cli/session.h"
 #include "core/design_state.h"
+#include "core/units.h"
 #include "files/exports.h"
+#include "forms/finding_words.h"
+#include "truth/check.h"
 
 namespace lobemax::cli {
 
@@ -16,6 +20,8 @@ struct Options {
     std::string kind;
     std::string output;
     int code = 1;
+    bool truth = false;
+    bool even_if_wrong = false;
     Stage_Choice stage;
 };
 
@@ -28,6 +34,29 @@ const char* Entry_of(const std::string& kind)
     return kind == "spreadsheet" ? "mnu_Spread" : kind == "sva" ? "mnu_sva" : "mnu_xdot";
 }
 
+/// Puts the true rows into the design, for a profile file. @return how far its points are from the rows before, at
+/// most; none: there is no truth, and the user was told
+std::optional<double> Take_Truth(Session& session, int code)
+{
+    const auto rows = std::make_unique<Design_State>(session.design);
+    if (!session.Take_Truth())
+        return std::nullopt;
+    return Profile_Distance(*rows, session.design, code);
+}
+
+/// Tells what speaks against cutting by the profile. @return whether it is to be written
+bool May_be_Cut(Session& session, bool even_if_wrong)
+{
+    const Check check = Check_Design(session.design, Limits());
+    for (const Finding& finding : check.findings)
+        if (finding.severity == Severity::do_not_cut)
+            session.Say(Line_of(session.design, finding) + " " + finding.advice);
+    if (!check.Do_Not_Cut() || even_if_wrong)
+        return true;
+    session.Say("nothing was written: --even-if-wrong writes it all the same");
+    return false;
+}
+
 int Run(Session& session, const Options& options)
 {
     Design_State& design = session.design;
@@ -36,17 +65,33 @@ int Run(Session& session, const Options& options)
     if (!session.Read_as(options.stage))
         return wrong_input;
     const bool profile = options.kind == "profile";
+    if (!profile && (options.truth || options.even_if_wrong))
+        return session.Wrong(std::string(options.truth ? "--true" : "--even-if-wrong") + " is for a profile");
     if (profile && design.flags.Calculated && !design.flags.Sized)
         return session.Wrong("the cam is not sized: it has no profile");
     const bool has_it =
         design.flags.Calculated && (profile || options.kind == "spreadsheet" || !design.cam.Translating);
     if (!profile && options.kind != "spreadsheet" && !session.Linkage_Worked_Out())
         return failed;
+    std::optional<double> distance;
+    if (profile && has_it) {
+        if (options.truth) {
+            distance = Take_Truth(session, options.code);
+            if (!distance)
+                return failed;
+        }
+        if (!May_be_Cut(session, options.even_if_wrong))
+            return failed;
+    }
     session.Answer_Save_Dialogs(options.output);
-    if (Run_Export(design,
-                   profile ? profile_entries[static_cast<std::size_t>(options.code - 1)] : Entry_of(options.kind)))
-        return done;
-    return has_it ? failed : wrong_input;
+    if (!Run_Export(design,
+                    profile ? profile_entries[static_cast<std::size_t>(options.code - 1)] : Entry_of(options.kind)))
+        return has_it ? failed : wrong_input;
+    if (distance)
+        session.Say("the true profile was written: its points are up to " +
+                    Figure_Text(design, *distance, Words_of_Units(design.identity.WhichUnit).length) +
+                    " from the program's own rows");
+    return done;
 }
 
 }  // namespace
@@ -64,6 +109,9 @@ void Add_Export(CLI::App& app, Action& action)
                      "profile: 1 roller centre, 2 surface, 3 cutter centre; 4, 5 the first two versus machine zero")
         ->check(CLI::Range(1, static_cast<int>(profile_entries.size())))
         ->capture_default_str();
+    Add_Truth_Option(*command, options->truth);
+    command->add_flag("--even-if-wrong", options->even_if_wrong,
+                      "profile: also where the check says that the cam should not be cut");
     Add_Output(*command, options->output, "file to write");
     Add_Stage_Options(*command, options->stage);
     command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });

@@ -28,6 +28,7 @@ struct Options {
     Picture_Options picture;
     int plot_style = 0;
     std::optional<int> segment;  // none: the whole cycle
+    bool truth = false;
     Stage_Choice stage;
 };
 
@@ -119,6 +120,8 @@ int Run(Session& session, const Options& options)
         return wrong_input;
     if (!design.flags.Calculated)
         return session.Wrong("the model is not calculated: there is nothing to plot");
+    if (options.truth && !session.Take_Truth())
+        return failed;
     if (Shows_Links(design, options))
         return Plot_Links(session, options);
     if (const std::string refusal = session.Refused_Segment(options.segment); !refusal.empty())
@@ -179,6 +182,7 @@ void Add_Plot(CLI::App& app, Action& action)
         ->check(CLI::Range(1, 4));
     command->add_option("--segment", options->segment, "only one segment")->type_name("S");
     Add_Picture_Options(*command, options->picture, "900x600");
+    Add_Truth_Option(*command, options->truth);
     Add_Stage_Options(*command, options->stage);
     command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }

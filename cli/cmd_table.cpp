@@ -23,6 +23,7 @@ struct Options {
     std::optional<int> segment;  // none: all points
     int step = 0;
     int decimals = -1;
+    bool truth = false;
 };
 
 int Run(Session& session, const Options& options)
@@ -30,6 +31,8 @@ int Run(Session& session, const Options& options)
     const Design_State& design = session.design;
     if (session.Load(options.input) == wrong_input)
         return wrong_input;
+    if (options.truth && !session.Take_Truth())
+        return failed;
     Table_Choice choice;
     for (const std::string& word : options.variables) {
         const auto variable = Variable_Named(design, word);
@@ -70,6 +73,7 @@ void Add_Table(CLI::App& app, Action& action)
     command->add_option("--decimals", options->decimals, "decimal places (default: shortest)")
         ->type_name("D")
         ->check(CLI::Range(0, 9));
+    Add_Truth_Option(*command, options->truth);
     command->add_option("-o,--output", options->output, "file to write instead of standard output")->type_name("FILE");
     command->callback([options, &action] { action = [options](Session& session) { return Run(session, *options); }; });
 }

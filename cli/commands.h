@@ -24,6 +24,7 @@ void Add_Import(CLI::App& app, Action& action);
 void Add_Calc(CLI::App& app, Action& action);
 void Add_Convert(CLI::App& app, Action& action);
 void Add_Show(CLI::App& app, Action& action);
+void Add_Check(CLI::App& app, Action& action);
 void Add_Fft(CLI::App& app, Action& action);
 void Add_Export(CLI::App& app, Action& action);
 void Add_Plot(CLI::App& app, Action& action);

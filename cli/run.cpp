@@ -47,6 +47,7 @@ int Run(const std::vector<std::string>& words, std::istream& in, std::ostream& o
     Add_Calc(app, action);
     Add_Convert(app, action);
     Add_Show(app, action);
+    Add_Check(app, action);
     Add_Fft(app, action);
     Add_Table(app, action);
     Add_Export(app, action);

@@ -17,6 +17,7 @@
 #include "files/model_file.h"
 #include "files/whole_file.h"
 #include "motion/segments.h"
+#include "truth/check.h"
 
 namespace lobemax::cli {
 
@@ -187,6 +188,13 @@ std::string Take_Stage(Design_State& design, const Stage_Choice& choice)
     return verdict ? std::string() : std::string(choice.watt ? "--watt: " : "--stephenson: ") + verdict.sentence;
 }
 
+void Add_Truth_Option(CLI::App& command, bool& truth)
+{
+    command.add_flag("--true", truth,
+                     "the true pressure angle, curvature and profile in place of the program's, which depart from them "
+                     "in some configurations (check tells)");
+}
+
 void Add_Output(CLI::App& command, std::string& path, const std::string& help)
 {
     command.add_option("-o,--output", path, help)->type_name("FILE")->required();
@@ -296,6 +304,20 @@ bool Session::Read_as(const Stage_Choice& choice)
     for (const Mark mark : stood)
         Reach(design, mark);
     return true;
+}
+
+bool Session::Take_Truth()
+{
+    auto with_truth = With_True_Profile(design);
+    if (with_truth)
+        design = std::move(*with_truth);
+    else if (!Holds(design, Mark::size))
+        Say("--true: the cam is not sized: it has no true surface");
+    else if (Results_in_Other_Units(design))
+        Say("--true: " + Other_Units_Sentence(design));
+    else
+        Say("--true: these sizes have no geometry: arm, offset and prime radius do not go together");
+    return with_truth.has_value();
 }
 
 bool Session::Linkage_Worked_Out()

@@ -33,6 +33,9 @@ void Add_Stage_Options(CLI::App& command, Stage_Choice& choice);
 /// Makes the choice. @return empty, or why it is refused
 std::string Take_Stage(Design_State& design, const Stage_Choice& choice);
 
+/// The option of the commands that show or write rows: the true ones in place of the program's.
+void Add_Truth_Option(CLI::App& command, bool& truth);
+
 /// One run of a command: its design, its streams, and the host that prints each message as one line on standard error
 /// and answers it. Nothing is read from or written to the user's documents.
 class Session {
@@ -84,6 +87,10 @@ public:
     /// Reads the design as of a stage, for a command that shows it: what was calculated of it stands as it was read.
     /// @return false: it has no such choice, and the user was told
     bool Read_as(const Stage_Choice& choice);
+
+    /// Puts the true rows of pressure angle, curvature and profile into the design.
+    /// @return false: it has none, and the user was told why
+    bool Take_Truth();
 
     /// Works the linkage out for a command that shows or writes its results, where the design has one and a motion.
     /// @return false: it could not be, and the user was told why

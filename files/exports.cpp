@@ -70,6 +70,13 @@ double Turned_Lambda(const Design_State& design, double Lambda)
     return Single(turned) < Single(turn) ? turned : 0.0;  // a hair below the turn is written as the turn itself
 }
 
+/// The rows of the columns of a profile file.
+Coordinate_Rows Rows_of_Profile(const Design_State& design, int code)
+{
+    const int curve = profile_curves[Checked_Place(code, 1, static_cast<int>(profile_curves.size()))];
+    return design.cam.Camtype == "Radial" ? Radial_Coordinates(curve) : Axial_Coordinates(curve);
+}
+
 std::string Profile_Text(const Design_State& design, int code)
 {
     const Cam_Group& c = design.cam;
@@ -77,8 +84,7 @@ std::string Profile_Text(const Design_State& design, int code)
     const Table<Single>& data = design.results.CalcData;
     const bool radial = c.Camtype == "Radial";
     const bool barrel = c.Camtype == "Barrel";
-    const int curve = profile_curves[Checked_Place(code, 1, static_cast<int>(profile_curves.size()))];
-    const auto [first, second] = radial ? Radial_Coordinates(curve) : Axial_Coordinates(curve);
+    const auto [first, second] = Rows_of_Profile(design, code);
     const bool turned = !radial && code > cutter_code && c.Prime_Rad > 0.0;
     std::string text = Opening_Lines(design);
     if (barrel)
@@ -313,6 +319,24 @@ bool Export_Profile_to_File(const Design_State& design, const std::string& path,
     if (Refused_Axial_Cutter(design, code))
         return false;
     return Trap("Export_Profile_to_File", [&] { Write_Whole_File(path, Profile_Text(design, code)); });
+}
+
+double Profile_Distance(const Design_State& design, const Design_State& other, int code)
+{
+    const Cam_Group& c = design.cam;
+    const auto [first, second] = Rows_of_Profile(design, code);
+    const Table<Single>& rows = design.results.CalcData;
+    const Table<Single>& others = other.results.CalcData;
+    double largest = 0.0;
+    for (int i = 0; i < design.motion.Max_Data_Points_used; ++i) {
+        double across = double{rows(first, i)} - others(first, i);
+        if (c.Camtype == "Barrel")
+            across = std::remainder(across, 360.0) * PI / 180.0 * c.Prime_Rad;
+        else if (c.Camtype == "Linear" && c.Prime_Rad > 0.0)
+            across = std::remainder(across, c.Prime_Rad * PI2);
+        largest = std::max(largest, std::hypot(across, double{rows(second, i)} - others(second, i)));
+    }
+    return largest;
 }
 
 bool Export_SVA_to_File(const Design_State& design, const std::string& path, Motion_Columns columns)

@@ -28,6 +28,11 @@ bool Export_All_to_File(const Design_State& design, const std::string& path);
 /// @return      false after a fault or a refusal: the cutter centre of an axial cam is not calculated
 bool Export_Profile_to_File(const Design_State& design, const std::string& path, int code);
 
+/// How far the points of a profile file are from those of the same design with other rows, at most: in the unit of
+/// length, along the surface of a barrel cam.
+/// @param code  as Export_Profile_to_File's. @throws Fault{9} for any other
+double Profile_Distance(const Design_State& design, const Design_State& other, int code);
+
 /// Motion of an oscillating follower or its linkage, under its trap:
 ///
 ///   three opening lines; then a line of counts ("Points", n, "Step deg", step, "Links", links, "Cam speed rad/s",

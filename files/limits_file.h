@@ -17,8 +17,8 @@ struct Design_State;
 /// The limits of a folder that ends with its separator; the usual ones where it has no such file, and none is made.
 ///
 /// What cannot be read keeps its usual value: a key that is not known, a number that is none or out of range, a line
-/// that is missing; without the head line all of them, since the numbers might be in other units. Of two lines of one limit
-/// the first counts. All of it is told in one message, and the file is left as it is.
+/// that is missing; without the head line all of them, since the numbers might be in other units. Of two lines of one
+/// limit the first counts. All of it is told in one message, and the file is left as it is.
 /// @param design  whose number format the message is written in
 Limits Read_Limits(const Design_State& design, const std::string& folder);
 

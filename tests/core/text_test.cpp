@@ -682,5 +682,17 @@ TEST(Cut_Numbers, are_told_with_what_was_read_of_them)
     EXPECT_EQ(Cut_Sentence(of, "25,7mm"), "'25,7mm' was read as 25,7");
 }
 
+TEST(In_Figures, keeps_so_many_figures_in_the_number_format)
+{
+    Design_State of;
+    EXPECT_EQ(In_Figures(of, 0.0, 3), "0");
+    EXPECT_EQ(In_Figures(of, 0.0347812, 3), "0.0348");
+    EXPECT_EQ(In_Figures(of, -1234567.0, 3), "-1230000");
+    EXPECT_EQ(In_Figures(of, 25.0, 6), "25");
+    EXPECT_EQ(In_Figures(of, 9.996, 3), "10");
+    of.identity.Number_Format = "Europe";
+    EXPECT_EQ(In_Figures(of, 0.0347812, 3), "0,0348");
+}
+
 }  // namespace
 }  // namespace lobemax

@@ -54,17 +54,6 @@ TEST_F(Form_Tables, units_are_those_of_the_system_in_force)
     }
 }
 
-TEST_F(Form_Tables, a_number_keeps_so_many_figures_in_the_number_format)
-{
-    EXPECT_EQ(In_Figures(design, 0.0, 3), "0");
-    EXPECT_EQ(In_Figures(design, 0.0347812, 3), "0.0348");
-    EXPECT_EQ(In_Figures(design, -1234567.0, 3), "-1230000");
-    EXPECT_EQ(In_Figures(design, 25.0, 6), "25");
-    EXPECT_EQ(In_Figures(design, 9.996, 3), "10");
-    design.identity.Number_Format = "Europe";
-    EXPECT_EQ(In_Figures(design, 0.0347812, 3), "0,0348");
-}
-
 /// Collects the names of a table; none may stand in it twice.
 void Add_Names(std::set<std::string>& names, const auto& rows, const char* screen)
 {
