@@ -151,13 +151,11 @@ std::vector<Limit_Level> Levels_of(const Design_State& design, const Limits& lim
         Add_Level(design, limits, c.Translating ? Limit::Phi : Limit::Phi_Arm, 1.0, true, true, levels);
         break;
     case var::Rho:
-        // The inner side of a disk cam's roller path alone can be too sharp; a track has walls on both.
+        // On the side of the material alone can the path of the roller be too sharp.
         if (roller && limits[Limit::Rho_Ratio]) {
             const double least = *limits[Limit::Rho_Ratio] * c.Follow_Rad;
             const std::string words = "limit " + In_Figures(design, *limits[Limit::Rho_Ratio], figures) + " x roller";
-            levels.push_back({least, words});
-            if (c.Camtype != "Radial")
-                levels.push_back({-least, words});
+            levels.push_back({Mechanism(design).side * least, words});
         }
         break;
     case var::Force:

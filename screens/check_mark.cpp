@@ -29,7 +29,7 @@ Check_Mark::Check_Mark(std::optional<Finding_Place> place, std::function<void()>
 
 void Check_Mark::Refresh()
 {
-    const Check& check = Desk_Check();
+    const lobemax::Check& check = Desk_Check();
     const Finding* const worst = place_ ? check.Worst_of(*place_) : check.Worst();
     words_ = To_Qt(Sign_and_Words(design, check, place_)).simplified();
     grave_ = worst != nullptr && Is_Grave(*worst);

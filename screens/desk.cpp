@@ -79,10 +79,10 @@ std::function<void(const Limits&)> Keep_Limits(std::function<void(const Limits&)
     return std::exchange(Keeper(), std::move(keep));
 }
 
-const Check& Desk_Check()
+const lobemax::Check& Desk_Check()
 {
     static std::optional<Check_Key> key;
-    static Check check;
+    static lobemax::Check check;
     Check_Key now{Key_of(design), Holds(design, Mark::units_changed), Desk_Limits(), design.identity.Number_Format};
     if (key != now) {
         check = Check_Design(design, Desk_Limits());

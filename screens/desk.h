@@ -31,7 +31,7 @@ std::function<void(const Limits&)> Keep_Limits(std::function<void(const Limits&)
 
 /// The check of the design on the desk within these limits. It is worked out where one of both has changed since, and
 /// takes some milliseconds then: after a calculation, never in an event that paints. The reference holds until then.
-const Check& Desk_Check();
+const lobemax::Check& Desk_Check();
 
 /// The screen that the user chose among the findings, for the Home screen to open when it is reached again.
 std::optional<Finding_Place>& Chosen_Place();

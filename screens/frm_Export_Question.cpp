@@ -26,7 +26,7 @@ const Form_Control& Words_of(const char* name)
 
 }  // namespace
 
-frm_Export_Question::frm_Export_Question(const Design_State& exported, const Check& check, QWidget* parent)
+frm_Export_Question::frm_Export_Question(const Design_State& exported, const lobemax::Check& check, QWidget* parent)
     : Screen(QStringLiteral("frm_Export_Question"), To_Qt(Words_of("frm_Export_Question").caption), parent)
 {
     auto* const line = new QHBoxLayout;
@@ -69,7 +69,7 @@ void Export_from_Screen(Design_State& exported, std::string_view entry, QWidget*
         Run_Export(exported, entry);
         return;
     }
-    const Check check = &exported == &design ? Desk_Check() : Check_Design(exported, Desk_Limits());
+    const lobemax::Check check = &exported == &design ? Desk_Check() : Check_Design(exported, Desk_Limits());
     if (!check.Do_Not_Cut()) {
         Run_Export(exported, entry);
         return;

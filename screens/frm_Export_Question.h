@@ -12,7 +12,7 @@ namespace lobemax::screens {
 /// Cancel is what Enter presses.
 class frm_Export_Question : public Screen {
 public:
-    frm_Export_Question(const Design_State& exported, const Check& check, QWidget* parent = nullptr);
+    frm_Export_Question(const Design_State& exported, const lobemax::Check& check, QWidget* parent = nullptr);
     /// Whether the true surface is wanted.
     bool True_Surface() const;
 };

@@ -109,7 +109,7 @@ frm_Findings::frm_Findings(std::optional<Finding_Place> here, QWidget* parent)
 
 void frm_Findings::Fill()
 {
-    const Check& check = Desk_Check();
+    const lobemax::Check& check = Desk_Check();
     Control<QLabel>(QStringLiteral("lbl_Count")).setText(To_Qt(Count_of_Findings(check)));
     const Filling filling(*this);
     table_->setRowCount(static_cast<int>(check.findings.size()));

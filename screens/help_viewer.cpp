@@ -43,6 +43,7 @@ constexpr std::array pages{
     Help_Page{"compensation", "Torque compensation"},
     Help_Page{"stress", "Contact stress"},
     Help_Page{"linkage", "Linkages"},
+    Help_Page{"findings", "Findings and limits"},
     Help_Page{"plots", "Plots"},
     Help_Page{"printing", "Tables, prints and reports"},
     Help_Page{"files", "Files and exports"},
@@ -85,6 +86,9 @@ constexpr std::array screen_pages{
     Screen_Page{"frm_Report", "printing"},
     Screen_Page{"frm_Preferences", "preferences"},
     Screen_Page{"frm_Circles", "preferences"},
+    Screen_Page{"frm_Findings", "findings"},
+    Screen_Page{"frm_Limits", "findings"},
+    Screen_Page{"frm_Export_Question", "findings"},
 };
 
 constexpr QSize picture_size(520, 150);

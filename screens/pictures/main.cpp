@@ -33,11 +33,14 @@
 #include "screens/frm_CompCam.h"
 #include "screens/frm_Continuity.h"
 #include "screens/frm_Dynamics.h"
+#include "screens/frm_Export_Question.h"
 #include "screens/frm_FFT.h"
+#include "screens/frm_Findings.h"
 #include "screens/frm_HomeScreen.h"
 #include "screens/frm_Import_data.h"
 #include "screens/frm_InputData.h"
 #include "screens/frm_Knots.h"
+#include "screens/frm_Limits.h"
 #include "screens/frm_Linkage.h"
 #include "screens/frm_LinkageType.h"
 #include "screens/frm_Linkplots.h"
@@ -137,6 +140,58 @@ void Take_Linkages()
         frm_Linkplots plots;
         Take(plots, QStringLiteral("frm_Linkplots_") + name);
     }
+}
+
+/// A cam with an offset whose roller is too large for it, and what is told of it.
+void Take_Findings()
+{
+    Open_Example(design, "Double Dwell");
+    design.cam.Prime_Rad = 42;
+    design.cam.Follow_Rad = 21;
+    design.cam.Offset = 8;
+    Run_Size(design);
+    Run_Forces(design);
+    Put_Materials(design);
+    Contact_Field refused{};
+    Run_Stress(design, refused);
+    Limits limits;
+    limits[Limit::Contact_Force] = 100.0;
+    limits[Limit::Torque] = 20.0;
+    limits[Limit::Sigma] = 900.0;
+    Set_Desk_Limits(limits);
+    {
+        frm_HomeScreen home("");
+        Take(home, QStringLiteral("frm_HomeScreen_findings"));
+    }
+    frm_Findings findings(std::nullopt);
+    Take(findings, QStringLiteral("frm_Findings"));
+    frm_Limits form;
+    Take(form, QStringLiteral("frm_Limits"));
+    frm_Export_Question question(design, Desk_Check());
+    Take(question, QStringLiteral("frm_Export_Question"));
+    {
+        frm_SizeCam size;
+        size.Control<QCheckBox>(QStringLiteral("chk_True")).click();
+        Take(size, QStringLiteral("frm_SizeCam_findings"));
+        size.Control<Entry>(QStringLiteral("txt_Prime")).accepted("-1");
+        Take(size, QStringLiteral("frm_SizeCam_findings_pending"));
+    }
+    Run_Size(design);
+    {
+        frm_Animate animation;
+        Take(animation, QStringLiteral("frm_Animate_findings"));
+    }
+    frm_Dynamics dynamics;
+    Take(dynamics, QStringLiteral("frm_Dynamics_findings_closed"));
+    dynamics.Control<QPushButton>(QStringLiteral("cmd_Calc")).click();
+    dynamics.Control<QCheckBox>(QStringLiteral("chk_True")).click();
+    Take(dynamics, QStringLiteral("frm_Dynamics_findings"));
+    frm_Stress stress;
+    stress.Control<QCheckBox>(QStringLiteral("chk_True")).click();
+    Take(stress, QStringLiteral("frm_Stress_findings"));
+    Set_Desk_Limits({});
+    frm_Findings none(std::nullopt);
+    Take(none, QStringLiteral("frm_Findings_usual"));
 }
 
 /// A measured rise and return, read and fitted within a bound.
@@ -295,6 +350,7 @@ int main(int argc, char** argv)
         Take(size, QStringLiteral("frm_SizeCam_") + name);
         Take_Animation(QStringLiteral("frm_Animate_") + name);
     }
+    Take_Findings();
     Take_Linkages();
     Open_Example(design, "Double Dwell");
     Make_Conditions('P');

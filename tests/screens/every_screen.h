@@ -19,11 +19,14 @@
 #include "screens/frm_CompCam.h"
 #include "screens/frm_Continuity.h"
 #include "screens/frm_Dynamics.h"
+#include "screens/frm_Export_Question.h"
 #include "screens/frm_FFT.h"
+#include "screens/frm_Findings.h"
 #include "screens/frm_HomeScreen.h"
 #include "screens/frm_Import_data.h"
 #include "screens/frm_InputData.h"
 #include "screens/frm_Knots.h"
+#include "screens/frm_Limits.h"
 #include "screens/frm_Linkage.h"
 #include "screens/frm_LinkageType.h"
 #include "screens/frm_Linkplots.h"
@@ -104,6 +107,9 @@ inline std::vector<A_Screen> Every_Screen()
         {"frm_Import_data", over_example([] { return new frm_Import_data; })},
         {"frm_Arcs", over_example([] { return new frm_Arcs; })},
         {"frm_Lobe", over_example([] { return new frm_Lobe; })},
+        {"frm_Findings", over_example([] { return new frm_Findings(std::nullopt); })},
+        {"frm_Limits", over_example([] { return new frm_Limits; })},
+        {"frm_Export_Question", over_example([] { return new frm_Export_Question(design, Desk_Check()); })},
         {"frm_SizeCam", over_example([] { return new frm_SizeCam; })},
         {"frm_Animate", over_example([] { return new frm_Animate; })},
         {"frm_Dynamics", over_example([] { return new frm_Dynamics; })},

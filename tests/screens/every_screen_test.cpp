@@ -121,7 +121,7 @@ TEST_F(Screens_at_Large, what_moves_on_and_back_stands_outside_of_what_scrolls)
         const Driver user(*screen);
         for (const char* const name :
              {"cmd_Done", "cmd_Cancel", "cmd_Back", "cmd_Calc", "cmd_CalcAll", "cmd_PlotDone", "cmd_PickPlotDone",
-              "cmd_Save", "cmd_Exit", "cmd_Start", "cmd_YesQuit", "cmd_OK", "cmd_Close"})
+              "cmd_Save", "cmd_Exit", "cmd_Start", "cmd_YesQuit", "cmd_OK", "cmd_Close", "cmd_Go"})
             if (const auto* const button = screen->findChild<QPushButton*>(name)) {
                 for (const QWidget* w = button; w != nullptr; w = w->parentWidget())
                     EXPECT_EQ(qobject_cast<const QScrollArea*>(w), nullptr) << entry.name << "." << name;
@@ -177,7 +177,8 @@ TEST_F(Screens_at_Large, full_screen_is_for_all_but_questions_and_short_choices)
             const Driver user(*screen);
             const bool small = entry.name == "frm_Title" || entry.name == "frm_Quit" ||
                                entry.name == "frm_Preferences" || entry.name == "frm_PlotType" ||
-                               entry.name == "frm_Arcs" || entry.name == "frm_Lobe";
+                               entry.name == "frm_Arcs" || entry.name == "frm_Lobe" || entry.name == "frm_Limits" ||
+                               entry.name == "frm_Export_Question";
             EXPECT_EQ(screen->isMaximized(), full && !small) << entry.name;
         }
     }
@@ -226,6 +227,7 @@ TEST_F(Screens_at_Large, a_number_cut_short_is_shown_as_it_was_read_and_marked)
         {"frm_Import_data", "txt_Base", "25,7", "25"},
         {"frm_Arcs", "txt_Flank", "60,7", "60"},
         {"frm_Lobe", "txt_Lift", "5,7", "5"},
+        {"frm_Limits", "txt_Phi", "28,5", "28"},
         {"frm_Import_data", "txt_Omega", "120,7", "120"},
         {"frm_FFT", "txt_Harmonics", "25,7", "25"},
         {"frm_Bounds", "txt_NoConds", "6,7", "6"},
@@ -436,6 +438,9 @@ TEST_F(Screens_at_Large, f1_opens_the_page_of_the_screen)
         {"frm_PrintSelect", "printing"},
         {"frm_PrintData", "printing"},
         {"frm_Report", "printing"},
+        {"frm_Findings", "findings"},
+        {"frm_Limits", "findings"},
+        {"frm_Export_Question", "findings"},
         {"frm_Import_data", "import"},
     };
     for (const A_Screen& entry : Every_Screen()) {

@@ -23,6 +23,8 @@ protected:
     {
         QSettings().clear();
         screens::wanted_messages = {};
+        screens::Set_Desk_Limits({});
+        screens::Chosen_Place().reset();
         ASSERT_TRUE(Sub_Main(design, "", {}));
         Mark_Saved(design);
         screens::Desk_History().Start_Anew();
