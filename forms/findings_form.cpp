@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "core/design_state.h"
 #include "core/ladder.h"
@@ -104,11 +105,12 @@ bool Is_Grave(const Finding& finding)
     return finding.severity == Severity::do_not_cut || finding.beyond_limit;
 }
 
-std::string Sign_and_Words(const Design_State& design, const Check& check, std::optional<Finding_Place> place)
+std::string Sign_and_Words(const Check& check, std::optional<Finding_Place> place)
 {
     const Finding* const worst = Worst_at(check, place);
-    return std::string(worst == nullptr ? "\u2714" : Sign_of(*worst)) + " " +
-           (place ? Mark_Text(design, check, *place) : Mark_Text(design, check));
+    if (worst == nullptr)
+        return "\u2714 " + std::string(No_Findings);  // a tick
+    return std::string(Sign_of(*worst)) + " " + Severity_Caption(*worst) + ": " + worst->sentence;
 }
 
 std::string Mark_Tip(const Design_State& design, const Check& check, std::optional<Finding_Place> place)
@@ -191,8 +193,11 @@ std::vector<double> True_Values(const Design_State& design, const Check& check, 
             values.push_back(point.Phi);
         break;
     case var::Rho:
+        // The row, too, ends at ten times the prime radius: beyond it the path is as good as straight.
         for (const True_Point& point : truth.points)
-            values.push_back(point.Rho);
+            values.push_back(std::abs(point.Rho) <= 10.0 * design.cam.Prime_Rad
+                                 ? point.Rho
+                                 : std::numeric_limits<double>::infinity());
         break;
     case var::Force:
     case var::Dynamic_Force:  // after a vibration the contact bears the dynamic one

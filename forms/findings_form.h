@@ -33,8 +33,8 @@ std::string_view Sign_of(const Finding& finding);
 /// Whether a finding is to be seen at once: must not be cut, or beyond a limit.
 bool Is_Grave(const Finding& finding);
 
-/// What the mark of a screen shows: a tick, or the sign of its worst finding, and the words of it.
-std::string Sign_and_Words(const Design_State& design, const Check& check, std::optional<Finding_Place> place);
+/// What the mark of a screen shows: a tick, or the sign of its worst finding, severity and sentence.
+std::string Sign_and_Words(const Check& check, std::optional<Finding_Place> place);
 /// The same at length, with what to do.
 std::string Mark_Tip(const Design_State& design, const Check& check, std::optional<Finding_Place> place);
 
@@ -51,7 +51,7 @@ struct Limit_Level {
 std::vector<Limit_Level> Levels_of(const Design_State& design, const Limits& limits, int row);
 
 /// The true values of a row of pressure angle, curvature, force or stress at the points of the table, in the row's
-/// unit; empty where they are not known.
+/// unit; empty where they are not known, infinite where the path is as good as straight.
 std::vector<double> True_Values(const Design_State& design, const Check& check, int row);
 
 /// The stretches of the outline that must not be cut so, or break a limit.

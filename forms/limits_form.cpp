@@ -13,7 +13,7 @@ constexpr int figures = 7;
 
 constexpr std::array controls{
     Form_Control{"frm_Limits", "Limits"},
-    Form_Control{"lbl_Head", "", "Limits belong to you and not to a design: they are kept beside the preferences"},
+    Form_Control{"lbl_Head", "", "Yours, whatever the design: kept beside the preferences"},
     Form_Control{"cmd_Usual", "&Usual Values", "The limits that the program starts with"},
     Form_Control{"cmd_Help", "&Help"},
     Form_Control{"cmd_OK", "&OK"},

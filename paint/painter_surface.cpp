@@ -107,7 +107,7 @@ void Painter_Surface::Use(Ink ink)
              : strong           ? 1.8
              : fine             ? 1.0
                                 : 1.4,
-             dashed ? Qt::DashLine : Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin);
+             dashed ? Qt::DashLine : Qt::SolidLine, ink == Ink::warned ? Qt::RoundCap : Qt::FlatCap, Qt::BevelJoin);
     painter_.setPen(pen);
     painter_.setBrush(Qt::NoBrush);
 }

@@ -3,6 +3,7 @@
 
 #include <QEvent>
 #include <QKeyEvent>
+#include <QStyle>
 #include <algorithm>
 #include <utility>
 
@@ -31,7 +32,7 @@ void Check_Mark::Refresh()
 {
     const lobemax::Check& check = Desk_Check();
     const Finding* const worst = place_ ? check.Worst_of(*place_) : check.Worst();
-    words_ = To_Qt(Sign_and_Words(design, check, place_)).simplified();
+    words_ = To_Qt(Sign_and_Words(check, place_)).simplified();
     grave_ = worst != nullptr && Is_Grave(*worst);
     setToolTip(To_Qt(Mark_Tip(design, check, place_)));
     setAccessibleName(words_);
@@ -50,11 +51,16 @@ void Check_Mark::Set_Pending(bool pending)
     }
 }
 
+/// What a button has around its words.
+int Check_Mark::Frame() const
+{
+    return style()->pixelMetric(QStyle::PM_ButtonMargin, nullptr, this) +
+           2 * style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, this) + 2;
+}
+
 QSize Check_Mark::sizeHint() const
 {
-    const QSize own = QPushButton::sizeHint();
-    const int frame = own.width() - fontMetrics().horizontalAdvance(text());
-    return {std::max(frame + fontMetrics().horizontalAdvance(words_) + 4, own.height()), own.height()};
+    return {Frame() + fontMetrics().horizontalAdvance(words_) + 1, QPushButton::sizeHint().height()};
 }
 
 QSize Check_Mark::minimumSizeHint() const
@@ -87,8 +93,7 @@ void Check_Mark::keyPressEvent(QKeyEvent* event)
 
 void Check_Mark::Show_Words()
 {
-    constexpr int frame = 16;  // of a flat button
-    const QString shown = fontMetrics().elidedText(words_, Qt::ElideRight, std::max(width() - frame, 0));
+    const QString shown = fontMetrics().elidedText(words_, Qt::ElideRight, std::max(width() - Frame(), 0));
     setText(QString(shown).replace(QLatin1Char('&'), QLatin1String("&&")));
 }
 

@@ -31,6 +31,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    int Frame() const;
     void Show_Words();
     void Colour();
 

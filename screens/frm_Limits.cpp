@@ -36,10 +36,9 @@ frm_Limits::frm_Limits(QWidget* parent)
     : Screen(QStringLiteral("frm_Limits"), To_Qt(Words_of("frm_Limits").caption), parent), limits_(Desk_Limits())
 {
     QLabel* const head = Label(QStringLiteral("lbl_Head"), To_Qt(Words_of("lbl_Head").tip));
-    head->setWordWrap(true);
     Body().addWidget(head);
     auto* const grid = new QGridLayout;
-    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(2, 1);
     for (const Limit_Entry& row : Limit_Table()) {
         const Limit limit = row.limit;
         const QString tip = To_Qt(Tip_of_Limit(design, limit));
@@ -56,8 +55,11 @@ frm_Limits::frm_Limits(QWidget* parent)
                 QMetaObject::invokeMethod(
                     entry, [entry] { entry->setFocus(); }, Qt::QueuedConnection);
         };
-        grid->addWidget(entry, line, 1);
-        grid->addWidget(Label(QStringLiteral("unit_") + To_Qt(row.key), To_Qt(Unit_of_Limit(design, limit))), line, 2);
+        grid->addWidget(Label(QStringLiteral("lbl_") + To_Qt(row.key),
+                              row.least ? QStringLiteral("at least") : QStringLiteral("at most"), tip),
+                        line, 1);
+        grid->addWidget(entry, line, 2);
+        grid->addWidget(Label(QStringLiteral("unit_") + To_Qt(row.key), To_Qt(Unit_of_Limit(design, limit))), line, 3);
     }
     Body().addLayout(grid);
     Body().addStretch();
@@ -76,7 +78,7 @@ frm_Limits::frm_Limits(QWidget* parent)
     add("cmd_OK", [this] { Use(); });
     Foot().addLayout(buttons);
     Stay_Small();
-    Open_at({440, 560});
+    Open_at({480, 600});
     Fill();
 }
 

@@ -167,8 +167,6 @@ void Take_Findings()
     Take(findings, QStringLiteral("frm_Findings"));
     frm_Limits form;
     Take(form, QStringLiteral("frm_Limits"));
-    frm_Export_Question question(design, Desk_Check());
-    Take(question, QStringLiteral("frm_Export_Question"));
     {
         frm_SizeCam size;
         size.Control<QCheckBox>(QStringLiteral("chk_True")).click();
@@ -190,8 +188,14 @@ void Take_Findings()
     stress.Control<QCheckBox>(QStringLiteral("chk_True")).click();
     Take(stress, QStringLiteral("frm_Stress_findings"));
     Set_Desk_Limits({});
-    frm_Findings none(std::nullopt);
-    Take(none, QStringLiteral("frm_Findings_usual"));
+    design.cam.Follow_Rad = 34;
+    Run_Size(design);
+    frm_Export_Question question(design, Desk_Check());
+    Take(question, QStringLiteral("frm_Export_Question"));
+    frm_Findings undercut(std::nullopt);
+    Take(undercut, QStringLiteral("frm_Findings_undercut"));
+    frm_SizeCam size;
+    Take(size, QStringLiteral("frm_SizeCam_undercut"));
 }
 
 /// A measured rise and return, read and fitted within a bound.
@@ -351,6 +355,8 @@ int main(int argc, char** argv)
         Take_Animation(QStringLiteral("frm_Animate_") + name);
     }
     Take_Findings();
+    if (argc > 4)
+        return 0;
     Take_Linkages();
     Open_Example(design, "Double Dwell");
     Make_Conditions('P');
