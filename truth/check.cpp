@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "camgeom/sizing.h"
 #include "core/ladder.h"
 #include "core/text.h"
 #include "core/units.h"
@@ -62,6 +63,30 @@ True_Design Truth_of(const Design_State& design)
         points.push_back(cam.At(design.results.CalcData(var::Angle, static_cast<int>(i)), motion[i]));
     True_Contact contact = Find_True_Contact(design, cam.Follower(), points);
     return {std::move(cam), std::move(points), std::move(motion), std::move(contact)};
+}
+
+/// The other cam of a form closure, where it can differ from the first by more than its side. Whether it is made is not
+/// known, a track has none: what stands against it is no more than a warning.
+void Check_Conjugate(const Design_State& design, const Limits& limits, std::vector<Finding>& findings)
+{
+    const Cam_Group& c = design.cam;
+    const bool differs = !c.Translating || c.Offset != 0.0;
+    if (c.Camtype != "Radial" || c.Closure != "Form" || c.Conjugate || !differs)
+        return;
+    Design_State other = design;
+    if (!Use_Conjugate(other))
+        return;
+    std::vector<Finding> found;
+    Check_Work work(other, limits, found);
+    Check_Geometry(work, Truth_of(other));
+    for (Finding& finding : found) {
+        if (finding.severity == Severity::note)
+            continue;
+        finding.severity = Severity::warning;
+        finding.name = "Conjugate: " + finding.name;
+        finding.sentence = "If its conjugate is made: " + finding.sentence;
+        findings.push_back(std::move(finding));
+    }
 }
 
 int Rank(const Finding& finding)
@@ -237,6 +262,7 @@ Check Check_Design(const Design_State& design, const Limits& limits)
             const True_Design& truth = *check.truth;
             guarded("the motion", Finding_Place::motion, [&] { Check_Motion(work, truth.cam.Motion(), truth.motion); });
             guarded("the geometry", Finding_Place::size, [&] { Check_Geometry(work, truth); });
+            guarded("the conjugate cam", Finding_Place::size, [&] { Check_Conjugate(design, limits, check.findings); });
             guarded("the loads", Finding_Place::forces, [&] { Check_Loads(work, truth); });
         }
     }

@@ -3,7 +3,6 @@
 #include <array>
 #include <cmath>
 #include <limits>
-#include <numbers>
 
 #include "core/text.h"
 #include "truth/check_parts.h"
@@ -13,6 +12,7 @@ namespace lobemax {
 
 namespace {
 
+constexpr double pointed = 1.05;  // of the roller's radius: what is left of the surface bears nothing
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
 /// A cam with what is needed of it again and again.
@@ -221,7 +221,6 @@ private:
 
     void Check_Undercut()
     {
-        constexpr double pointed = 0.05;  // of the roller's radius: what is left of the surface bears nothing
         if (sharpest_ < 0)
             return;
         const double sharpest = Convex(sharpest_);
@@ -230,7 +229,7 @@ private:
             Tell_Undercut(sharpest);
             return;
         }
-        if (m_.roller && sharpest - least < pointed * least) {
+        if (m_.roller && sharpest <= pointed * least) {
             Finding& f = Add("pointed", "Surface comes to a point", Severity::do_not_cut);
             Put_Radii(f, sharpest);
             f.sentence = "The radius of curvature of the roller centre's path is " + work_.Length(sharpest, 5) + " " +
@@ -239,17 +238,39 @@ private:
             f.advice = "Take a smaller roller or a larger prime radius, or give the segment more of the cycle.";
             return;
         }
-        const double allowed = tolerance_ ? *tolerance_ / unit_ : infinite;
-        if (true_lift_.largest_error > allowed) {
-            const int i = Point_at(true_lift_);
-            Finding& f = Add("interference", "Another part of the cam is in the way", Severity::do_not_cut);
-            At(f, i);
-            f.truth = true_lift_.largest_error * unit_;
-            f.unit = work_.Position_Unit();
-            f.sentence = "The follower strikes another part of the cam's surface " + Where(i) +
-                         ": cutting it there spoils the lift elsewhere by up to " + Error_of(true_lift_) + ".";
-            f.advice = "Take a smaller roller or a larger prime radius.";
+        Check_Interference();
+    }
+
+    /// The follower of one place struck by the surface of another. What is a neighbour's is a matter of the straight
+    /// lines between the points.
+    void Check_Interference()
+    {
+        constexpr std::size_t near = 3;
+        const std::size_t count = Points() - 1;
+        if (!tolerance_ || true_lift_.largest_error * unit_ <= *tolerance_)
+            return;
+        double largest = *tolerance_ / unit_;
+        int worst = -1;
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::size_t apart = (true_lift_.contact[i] + count - i) % count;
+            if (apart <= near || apart >= count - near)
+                continue;
+            const double off = std::abs(std::remainder(true_lift_.s[i] - truth_.points[i].s, m_.arm ? PI2 : 1e30));
+            if (off > largest) {
+                largest = off;
+                worst = static_cast<int>(i);
+            }
         }
+        if (worst < 0)
+            return;
+        Finding& f = Add("interference", "Another part of the cam is in the way", Severity::do_not_cut);
+        At(f, worst);
+        f.truth = largest * unit_;
+        f.limit = tolerance_;
+        f.unit = work_.Position_Unit();
+        f.sentence = "The follower strikes another part of the cam's surface " + Where(worst) +
+                     ": cutting it there spoils the lift elsewhere by up to " + work_.Position(largest * unit_) + ".";
+        f.advice = "Take a smaller roller or a larger prime radius.";
     }
 
     void Put_Radii(Finding& f, double sharpest)
@@ -262,7 +283,7 @@ private:
             f.row = row;
         f.stretch = work_.Stretches([&](int i) {
             const double c = Convex(i);
-            return (m_.roller ? c > 0.0 : true) && c <= 1.05 * m_.roller_radius;
+            return (m_.roller ? c > 0.0 : true) && c <= pointed * m_.roller_radius;
         });
     }
 
@@ -331,16 +352,18 @@ private:
         const double clip = 10.0 * m_.prime;
         int worst = -1;
         double largest = 0.0;
-        for (int i = 0; i <= work_.Last(); ++i) {
+        for (int i = 0; i < work_.Last(); ++i) {
             const double truth = std::clamp(Point(i).Rho, -clip, clip);
-            const double off = std::abs(work_.Row(var::Rho, i) - truth) / std::abs(truth);
+            const double row = work_.Row(var::Rho, i);
+            const double off = std::abs(row - truth) / std::max(std::abs(truth), std::abs(row));
             if (std::abs(truth) < 0.5 * clip && off > largest) {
                 largest = off;
                 worst = i;
             }
         }
-        const std::optional<double> row = Smallest_Row();
-        const bool unsafe = sharpest_ >= 0 && row && *row - Convex(sharpest_) > same * std::abs(Convex(sharpest_)) &&
+        const std::optional<double> smallest = Smallest_Row();
+        const bool unsafe = sharpest_ >= 0 && smallest &&
+                            *smallest - Convex(sharpest_) > same * std::abs(Convex(sharpest_)) &&
                             Convex(sharpest_) < 0.5 * clip;
         if (largest <= same && !unsafe)
             return;
@@ -351,9 +374,7 @@ private:
         f.truth = Point(at).Rho;
         f.unit = work_.Length_Unit();
         f.sentence = "The row of Rho has " + work_.Number(*f.row) + " " + Where(at) + " where the curve has " +
-                     work_.Length(*f.truth) + (unsafe ? ", on the unsafe side" : "") +
-                     (unsafe || worst == at ? "" : "") + ": it is off by up to " + work_.Number(100.0 * largest, 3) +
-                     " %.";
+                     work_.Length(*f.truth) + (unsafe ? ", on the unsafe side." : ".");
         f.advice = "Judge undercutting and contact stress by the true curve.";
     }
 
@@ -363,7 +384,7 @@ private:
         int worst = -1;
         double largest = same;
         int highest = 0;
-        for (int i = 0; i <= work_.Last(); ++i) {
+        for (int i = 0; i < work_.Last(); ++i) {
             const double off = std::abs(work_.Row(var::Phi, i) - Point(i).Phi);
             if (off > largest) {
                 largest = off;
@@ -394,7 +415,7 @@ private:
         const double turn = Disk() ? 0.0 : Point(0).center.x - work_.Row(var::Lambda, 0) * per_row;
         double largest = 0.0;
         int worst = 0;
-        for (int i = 0; i <= work_.Last(); ++i) {
+        for (int i = 0; i < work_.Last(); ++i) {
             const True_Point& p = Point(i);
             Vector row{work_.Row(Disk() ? var::X : var::Lambda, i), work_.Row(Disk() ? var::Y : var::Z, i)};
             if (!Disk())
@@ -429,7 +450,7 @@ private:
         int deepest = -1;
         double largest = 0.0;
         int worst = 0;
-        for (int i = 0; i <= work_.Last(); ++i) {
+        for (int i = 0; i < work_.Last(); ++i) {
             const True_Point& p = Point(i);
             if (p.Rho_Surface < 0.0 && (deepest < 0 || p.Rho_Surface > Point(deepest).Rho_Surface))
                 deepest = i;
@@ -549,7 +570,8 @@ private:
                                : "Take a larger prime radius or an offset that helps, or give the segment more of the "
                                  "cycle.";
         }
-        if (m_.roller && sharpest_ >= 0 && m_.roller_radius > 0.0) {
+        // One that is no surface at all was told of.
+        if (m_.roller && sharpest_ >= 0 && Convex(sharpest_) > pointed * m_.roller_radius) {
             const double ratio = Convex(sharpest_) / m_.roller_radius;
             if (Finding* const f =
                     work_.Hold_Against(Limit::Rho_Ratio, ratio, sharpest_, Finding_Place::size, Motion())) {
@@ -558,7 +580,7 @@ private:
                     work_.Stretches([&](int i) { return Convex(i) > 0.0 && Convex(i) < bound * m_.roller_radius; });
                 f->sentence = "The smallest radius of curvature, " + work_.Length(Convex(sharpest_)) + " " +
                               Where(sharpest_) + ", is " + work_.Number(ratio, 3) +
-                              " of the roller's radius; your limit is " + work_.Number(bound, 3) + ".";
+                              " times the roller's; your limit is " + work_.Number(bound, 3) + ".";
                 f->advice = "Take a smaller roller or a larger prime radius, or give the segment more of the cycle.";
             }
         }

@@ -84,7 +84,7 @@ private:
         double high = -1e300;
         double off = 0.0;
         int at = 0;
-        for (int i = 0; i <= work_.Last(); ++i) {
+        for (int i = 0; i < work_.Last(); ++i) {  // the last point is the first again
             const Follower_Point& p = truth_.motion[static_cast<std::size_t>(i)];
             const double force = d.Return_Spring_Rate * (p.s - least) * length + d.Preload +
                                  d.Damping * omega * p.v * length + d.Mass * omega * omega * p.a * length;
@@ -99,7 +99,6 @@ private:
         }
         if (off <= same * std::max(high - low, std::abs(high)))
             return;
-        // A jump of the acceleration may be read from either side.
         Finding& f =
             Add("stale_forces", "Forces are not those of the fields", Severity::warning, Finding_Place::forces, at);
         f.row = work_.Row(var::Force, at);

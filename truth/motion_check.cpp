@@ -75,7 +75,7 @@ void Check_Rows(Check_Work& work, const True_Motion& motion, const std::vector<F
     const double unit = work.design.cam.Translating ? 1.0 : Rad_per_Deg;
     double worst = 0.0;
     int at = 0;
-    for (int i = 0; i <= work.Last(); ++i) {
+    for (int i = 0; i < work.Last(); ++i) {
         const double off = std::abs(work.Row(var::S, i) * unit - points[static_cast<std::size_t>(i)].s);
         if (off > worst) {
             worst = off;

@@ -302,6 +302,9 @@ public:
         return best;
     }
 
+    /// The element that was touched last.
+    std::size_t Contact() const { return contact_; }
+
 private:
     struct Place {
         Vector from;
@@ -464,6 +467,7 @@ Retraced Retrace(const Mechanism& follower, const True_Motion& motion, const Sur
 {
     Retraced result;
     result.s.reserve(angles.size());
+    result.contact.reserve(angles.size());
     Search search(follower, surface);
     for (const double theta : angles) {
         int push = 1;
@@ -479,6 +483,7 @@ Retraced Retrace(const Mechanism& follower, const True_Motion& motion, const Sur
             result.at = theta;
         }
         result.s.push_back(s);
+        result.contact.push_back(search.Contact());
     }
     return result;
 }

@@ -50,8 +50,9 @@ private:
 /// What the follower does on a surface.
 struct Retraced {
     std::vector<double> s;  // length, or radians of an arm, at each angle; no number where the follower meets nothing
-    double largest_error = 0.0;  // of these against the motion, in their unit; infinite where it meets nothing
-    double at = 0.0;             // degrees
+    std::vector<std::size_t> contact;  // the element that is touched
+    double largest_error = 0.0;        // of these against the motion, in their unit; infinite where it meets nothing
+    double at = 0.0;                   // degrees
 };
 
 /// @param angles  degrees, in rising order

@@ -76,11 +76,11 @@ std::vector<Follower_Point> Nodes_of(const Design_State& design)
 
 /// Displacement of a curve and its derivatives by differences of fourth order, (226). The formulas of a law go on
 /// beyond its ends, so that no end needs another rule.
-Follower_Point Differences(const Segment_Curve& curve, double local)
+Follower_Point Differences(const Segment_Curve& curve, double beta, double local)
 {
-    constexpr double step =
-        0.1;  // degrees: its fourth power and the rounding of a double's second difference are below 1e-9
-    constexpr double h = step * Rad_per_Deg;
+    // Degrees: truncation goes with the fourth power of the step's share of beta, rounding with 1E-16 over its square.
+    const double step = std::min(0.1, beta / 500.0);
+    const double h = step * Rad_per_Deg;
     const auto at = [&](int k) { return curve.At(local + k * step).S; };
     const double s = at(0);
     const double near_sum = at(1) + at(-1);
