@@ -6,7 +6,6 @@
 #include "cli/commands.h"
 #include "cli/session.h"
 #include "core/design_state.h"
-#include "core/units.h"
 #include "files/exports.h"
 #include "forms/finding_words.h"
 #include "truth/check.h"
@@ -34,23 +33,13 @@ const char* Entry_of(const std::string& kind)
     return kind == "spreadsheet" ? "mnu_Spread" : kind == "sva" ? "mnu_sva" : "mnu_xdot";
 }
 
-/// Puts the true rows into the design, for a profile file. @return how far its points are from the rows before, at
-/// most; none: there is no truth, and the user was told
-std::optional<double> Take_Truth(Session& session, int code)
-{
-    const auto rows = std::make_unique<Design_State>(session.design);
-    if (!session.Take_Truth())
-        return std::nullopt;
-    return Profile_Distance(*rows, session.design, code);
-}
-
 /// Tells what speaks against cutting by the profile. @return whether it is to be written
-bool May_be_Cut(Session& session, bool even_if_wrong)
+bool May_be_Cut(const Session& session, const Design_State& design, bool even_if_wrong)
 {
-    const Check check = Check_Design(session.design, Limits());
+    const Check check = Check_Design(design, Limits());
     for (const Finding& finding : check.findings)
         if (finding.severity == Severity::do_not_cut)
-            session.Say(Line_of(session.design, finding) + " " + finding.advice);
+            session.Say(Line_of(design, finding) + " " + finding.advice);
     if (!check.Do_Not_Cut() || even_if_wrong)
         return true;
     session.Say("nothing was written: --even-if-wrong writes it all the same");
@@ -73,25 +62,18 @@ int Run(Session& session, const Options& options)
         design.flags.Calculated && (profile || options.kind == "spreadsheet" || !design.cam.Translating);
     if (!profile && options.kind != "spreadsheet" && !session.Linkage_Worked_Out())
         return failed;
-    std::optional<double> distance;
+    const Profile_Rows rows = options.truth ? Profile_Rows::truth : Profile_Rows::program;
     if (profile && has_it) {
-        if (options.truth) {
-            distance = Take_Truth(session, options.code);
-            if (!distance)
-                return failed;
-        }
-        if (!May_be_Cut(session, options.even_if_wrong))
+        const auto truth = options.truth ? With_True_Profile(design) : std::nullopt;
+        if (!May_be_Cut(session, truth ? *truth : design, options.even_if_wrong))
             return failed;
     }
     session.Answer_Save_Dialogs(options.output);
-    if (!Run_Export(design,
-                    profile ? profile_entries[static_cast<std::size_t>(options.code - 1)] : Entry_of(options.kind)))
-        return has_it ? failed : wrong_input;
-    if (distance)
-        session.Say("the true profile was written: its points are up to " +
-                    Figure_Text(design, *distance, Words_of_Units(design.identity.WhichUnit).length) +
-                    " from the program's own rows");
-    return done;
+    if (Run_Export(design,
+                   profile ? profile_entries[static_cast<std::size_t>(options.code - 1)] : Entry_of(options.kind),
+                   rows))
+        return done;
+    return has_it ? failed : wrong_input;
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "core/units.h"
 #include "edit/door.h"
 #include "edit/rungs.h"
+#include "files/exports.h"
 #include "files/model_file.h"
 #include "files/whole_file.h"
 #include "motion/segments.h"
@@ -311,12 +312,8 @@ bool Session::Take_Truth()
     auto with_truth = With_True_Profile(design);
     if (with_truth)
         design = std::move(*with_truth);
-    else if (!Holds(design, Mark::size))
-        Say("--true: the cam is not sized: it has no true surface");
-    else if (Results_in_Other_Units(design))
-        Say("--true: " + Other_Units_Sentence(design));
     else
-        Say("--true: these sizes have no geometry: arm, offset and prime radius do not go together");
+        Say("--true: " + Why_No_True_Profile(design));
     return with_truth.has_value();
 }
 

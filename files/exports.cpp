@@ -10,12 +10,14 @@
 #include <vector>
 
 #include "core/design_state.h"
+#include "core/ladder.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/traps.h"
 #include "core/units.h"
 #include "files/whole_file.h"
 #include "linkage/linkage_kinematics.h"
+#include "truth/check.h"
 
 namespace lobemax {
 
@@ -241,6 +243,11 @@ bool Refused_Blank(const Design_State& design)
     return true;
 }
 
+bool Write_Profile(const Design_State& design, const std::string& path, int code)
+{
+    return Trap("Export_Profile_to_File", [&] { Write_Whole_File(path, Profile_Text(design, code)); });
+}
+
 std::optional<std::string> Asked_Path(const char* title, const char* filter, const std::string& suggestion)
 {
     const Host& host = Installed_Host();
@@ -252,9 +259,9 @@ std::optional<std::string> Asked_Path(const char* title, const char* filter, con
     return host.save_dialog ? host.save_dialog(dialog) : std::nullopt;
 }
 
-void Tell_Written(const char* what, const std::string& path)
+void Tell_Written(const char* what, const std::string& path, const std::string& more = {})
 {
-    Show_Message(what + path + "\nThis tab-delimited file can be opened in any spreadsheet program", Buttons::OK,
+    Show_Message(what + path + "\nThis tab-delimited file can be opened in any spreadsheet program" + more, Buttons::OK,
                  Symbol::information);
 }
 
@@ -279,16 +286,40 @@ bool Refused_Axial_Cutter(const Design_State& design, int code)
     return true;
 }
 
-bool Make_Profile(Design_State& design, int code)
+/// Takes the true rows where they are wanted. @return false: what is wanted is not calculated, and the user was told
+bool Take_Rows(const Design_State& design, int code, Profile_Rows rows, std::optional<Design_State>& truth)
 {
-    if (Refused_Axial_Cutter(design, code))
+    if (rows == Profile_Rows::program)
+        return !Refused_Axial_Cutter(design, code);
+    truth = With_True_Profile(design);
+    if (!truth)
+        Show_Message(Why_No_True_Profile(design), Buttons::OK, Symbol::exclamation);
+    return truth.has_value();
+}
+
+/// What is told of true points that were written.
+std::string Distance_Sentence(const Design_State& design, const Design_State& truth, int code)
+{
+    constexpr int figures = 3;
+    const bool cutter_of_axial = code == cutter_code && design.cam.Camtype != "Radial";
+    if (cutter_of_axial)
+        return "\nIts points are true ones.";
+    return "\nIts points are true ones, up to " + In_Figures(design, Profile_Distance(design, truth, code), figures) +
+           " " + Words_of_Units(design.identity.WhichUnit).length + " from those that the program calculates.";
+}
+
+bool Make_Profile(Design_State& design, int code, Profile_Rows rows)
+{
+    std::optional<Design_State> truth;
+    if (!Take_Rows(design, code, rows, truth))
         return false;
     const auto path =
         Asked_Path("Export Profile Data to a Text File", "(*.pts)|*.pts", design.identity.Model_Name + ".pts");
-    if (!path || !Export_Profile_to_File(design, *path, code))
+    if (!path || !Write_Profile(truth ? *truth : design, *path, code))
         return false;
     design.identity.Model_Name = StripFilename(*path);
-    Tell_Written("The profile data for this cam has been written to ", *path);
+    Tell_Written("The profile data for this cam has been written to ", *path,
+                 truth ? Distance_Sentence(design, *truth, code) : std::string());
     return true;
 }
 
@@ -314,11 +345,21 @@ bool Export_All_to_File(const Design_State& design, const std::string& path)
     return Trap("Export_All_to_File", [&] { Write_Whole_File(path, All_Text(design)); });
 }
 
-bool Export_Profile_to_File(const Design_State& design, const std::string& path, int code)
+bool Export_Profile_to_File(const Design_State& design, const std::string& path, int code, Profile_Rows rows)
 {
-    if (Refused_Axial_Cutter(design, code))
-        return false;
-    return Trap("Export_Profile_to_File", [&] { Write_Whole_File(path, Profile_Text(design, code)); });
+    std::optional<Design_State> truth;
+    return Take_Rows(design, code, rows, truth) && Write_Profile(truth ? *truth : design, path, code);
+}
+
+std::string Why_No_True_Profile(const Design_State& design)
+{
+    if (Find_Truth(design))
+        return {};
+    if (!Holds(design, Mark::size))
+        return "The cam is not sized: it has no true surface.";
+    if (Results_in_Other_Units(design))
+        return Other_Units_Sentence(design);
+    return "There is no true surface: arm, offset and prime radius do not go together.";
 }
 
 double Profile_Distance(const Design_State& design, const Design_State& other, int code)
@@ -344,7 +385,7 @@ bool Export_SVA_to_File(const Design_State& design, const std::string& path, Mot
     return Trap("Export_SVA_to_File", [&] { Write_Whole_File(path, Motion_Text(design, columns)); });
 }
 
-bool Run_Export(Design_State& design, std::string_view entry)
+bool Run_Export(Design_State& design, std::string_view entry, Profile_Rows rows)
 {
     if (entry == "mnu_Cutter_mach") {
         Refuse_Cutter_at_Machine_Zero();
@@ -371,7 +412,7 @@ bool Run_Export(Design_State& design, std::string_view entry)
         else if (entry == "mnu_xdot")
             written = Export_Motion(design, Motion_Columns::xdot);
         else if (code != profile_codes.end())
-            written = Make_Profile(design, code->code);
+            written = Make_Profile(design, code->code, rows);
     });
     return written;
 }

@@ -16,6 +16,9 @@ struct Design_State;
 /// What is exported in a motion file.
 enum class Motion_Columns { sva, xdot };
 
+/// Which points a profile file has: those of the rows as they are calculated, or the true ones (truth/check.h).
+enum class Profile_Rows { program, truth };
+
 /// All variables 0..Saved Variables of every Printstep-th point, under its trap.
 bool Export_All_to_File(const Design_State& design, const std::string& path);
 
@@ -25,8 +28,13 @@ bool Export_All_to_File(const Design_State& design, const std::string& path);
 /// Versus machine zero Lambda of an axial cam is turned by the start angle, within one turn.
 /// @param code  versus cam zero 1 roller centre, 2 surface, 3 cutter centre; versus machine zero 4 roller centre,
 ///              5 surface
-/// @return      false after a fault or a refusal: the cutter centre of an axial cam is not calculated
-bool Export_Profile_to_File(const Design_State& design, const std::string& path, int code);
+/// @return      false after a fault or a refusal: the rows have no cutter centre of an axial cam, and some designs no
+///              true points
+bool Export_Profile_to_File(const Design_State& design, const std::string& path, int code,
+                            Profile_Rows rows = Profile_Rows::program);
+
+/// Why a design has no true points; empty where it has.
+std::string Why_No_True_Profile(const Design_State& design);
 
 /// How far the points of a profile file are from those of the same design with other rows, at most: in the unit of
 /// length, along the surface of a barrel cam.
@@ -46,8 +54,9 @@ double Profile_Distance(const Design_State& design, const Design_State& other, i
 bool Export_SVA_to_File(const Design_State& design, const std::string& path, Motion_Columns columns);
 
 /// An entry of the Export list, by its name, from its first check to its last message.
-/// @return true when a file was written
-bool Run_Export(Design_State& design, std::string_view entry);
+/// @param rows  of a profile. The last message then tells how far the true points are from the rows
+/// @return      true when a file was written
+bool Run_Export(Design_State& design, std::string_view entry, Profile_Rows rows = Profile_Rows::program);
 
 /// The two cutter entries versus machine zero: their messages, and nothing else.
 void Refuse_Cutter_at_Machine_Zero();         // mnu_Cutter_mach

@@ -74,7 +74,7 @@ TEST_F(Limits_of_a_User, are_at_first_those_of_practice)
     EXPECT_EQ(usual[Limit::Surface], 0.01);
     EXPECT_EQ(usual[Limit::Swing], 0.01);
     EXPECT_EQ(usual[Limit::Chord], 0.01);
-    EXPECT_EQ(std::ranges::count(usual.value, std::nullopt), 11);
+    EXPECT_EQ(std::ranges::count_if(usual.value, [](const auto& value) { return !value; }), 11);
     EXPECT_EQ(usual, Limits());
 }
 
