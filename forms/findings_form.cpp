@@ -9,6 +9,7 @@
 #include "core/ladder.h"
 #include "core/text.h"
 #include "core/variables.h"
+#include "files/exports.h"
 #include "forms/finding_words.h"
 #include "forms/home_commands.h"
 
@@ -35,6 +36,7 @@ constexpr std::array question{
     Form_Control{"txt_Question", "", "Why this surface must not be cut"},
     Form_Control{"chk_True", "Write the &true surface",
                  "The coordinates by geometry alone in place of the rows of the table"},
+    Form_Control{"lbl_True", "", "Whether the true surface can be cut"},
     Form_Control{"cmd_OK", "&Export"},
     Form_Control{"cmd_Cancel", "&Cancel"},
 };
@@ -233,6 +235,16 @@ bool Is_Profile_Export(std::string_view entry)
     const auto found = std::ranges::find(Export_Menu(), entry, &Export_Entry::name);
     return found != Export_Menu().end() && (found->need == Export_Need::radial || found->need == Export_Need::barrel ||
                                             found->need == Export_Need::linear);
+}
+
+True_Offer Offer_of_True_Surface(const Design_State& design, const Limits& limits)
+{
+    const std::optional<Design_State> truth = With_True_Profile(design);
+    if (!truth)
+        return {false, false, Why_No_True_Profile(design)};
+    if (Check_Design(*truth, limits).Do_Not_Cut())
+        return {true, false, "The true surface must not be cut either: the fault is in the design, not in the rows."};
+    return {true, true, "The true surface gives the lift of the motion."};
 }
 
 }  // namespace lobemax

@@ -60,4 +60,13 @@ std::vector<Cam_Stretch> Warned_Stretches(const Check& check);
 /// Whether an entry of the Export list writes a profile, and does not refuse to.
 bool Is_Profile_Export(std::string_view entry);
 
+/// What the question before an export offers: whether there is a true surface, whether it can be cut, and a sentence of
+/// it. Where the rows alone are wrong it is the better one.
+struct True_Offer {
+    bool there = false;
+    bool sound = false;
+    std::string words;
+};
+True_Offer Offer_of_True_Surface(const Design_State& design, const Limits& limits);
+
 }  // namespace lobemax

@@ -8,7 +8,6 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include "core/messages.h"
 #include "files/exports.h"
 #include "forms/finding_words.h"
 #include "forms/findings_form.h"
@@ -43,9 +42,13 @@ frm_Export_Question::frm_Export_Question(const Design_State& exported, const lob
     line->addWidget(text, 1);
     Body().addLayout(line, 1);
     QCheckBox* const truth = Make_Check(Words_of("chk_True"), {});
-    truth->setEnabled(check.truth.has_value());
-    truth->setChecked(check.truth.has_value());
+    const True_Offer offer = Offer_of_True_Surface(exported, Desk_Limits());
+    truth->setEnabled(offer.there);
+    truth->setChecked(offer.sound);
     Body().addWidget(truth);
+    QLabel* const words = Label(QStringLiteral("lbl_True"), To_Qt(offer.words), To_Qt(Words_of("lbl_True").tip));
+    words->setWordWrap(true);
+    Body().addWidget(words);
     auto* const buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(Make_Button(Words_of("cmd_OK"), [this] { accept(); }));
@@ -77,14 +80,7 @@ void Export_from_Screen(Design_State& exported, std::string_view entry, QWidget*
     frm_Export_Question question(exported, check, over);
     if (Run_Modal(question) != QDialog::Accepted)
         return;
-    std::optional<Design_State> truth;
-    if (question.True_Surface())
-        truth = With_True_Profile(exported);
-    if (question.True_Surface() && !truth) {
-        Show_Message("This cam has no true surface: nothing has been written.", Buttons::OK, Symbol::exclamation);
-        return;
-    }
-    Run_Export(truth ? *truth : exported, entry);
+    Run_Export(exported, entry, question.True_Surface() ? Profile_Rows::truth : Profile_Rows::program);
 }
 
 }  // namespace lobemax::screens

@@ -78,7 +78,7 @@ frm_Limits::frm_Limits(QWidget* parent)
     add("cmd_OK", [this] { Use(); });
     Foot().addLayout(buttons);
     Stay_Small();
-    Open_at({480, 600});
+    Open_at({480, 540});
     Fill();
 }
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include "camgeom/sizing.h"
 #include "core/numeric.h"
@@ -52,6 +53,40 @@ TEST_F(Cam_Drawing, the_window_is_square_and_holds_the_whole_mechanism)
             EXPECT_LE(circle.y + circle.radius, surface_.bottom);
         }
     }
+}
+
+TEST_F(Cam_Drawing, a_warned_stretch_is_drawn_over_the_outline_between_its_points)
+{
+    // From 10 to 20 degrees: the ways from point 9 to 10 up to 20 to 21 touch it. From 350 over the turn to 5: those
+    // from 349 to 360 and from 0 to 6. At 100 alone: the two beside it.
+    const std::vector<Cam_Stretch> warned{{10.0, 20.0}, {350.0, 5.0}, {100.0, 100.0}};
+    ASSERT_TRUE(Draw_Cam_at(design, surface_, 0, warned));
+    EXPECT_EQ(surface_.Lines_in(Ink::warned), 12 + 11 + 6 + 2);
+    ASSERT_EQ(surface_.outlines.size(), 1U);
+    const auto& outline = surface_.outlines.front().points;
+    for (const auto& line : surface_.lines) {
+        if (line.ink != Ink::warned)
+            continue;
+        for (const World_Point end : {World_Point{line.x1, line.y1}, World_Point{line.x2, line.y2}})
+            EXPECT_TRUE(std::ranges::any_of(
+                outline, [&](const World_Point& p) { return std::hypot(p.x - end.x, p.y - end.y) < 1e-9; }));
+    }
+    const auto preview_and_full = [&] {
+        surface_.Clear();
+        Repaint_Cam_Preview(design, surface_, warned);
+        EXPECT_EQ(surface_.Lines_in(Ink::warned), 31);
+        surface_.Clear();
+        c_.Show_Surface = true;
+        ASSERT_TRUE(Draw_Cam(design, surface_, {.warned = warned}));
+        EXPECT_EQ(surface_.Lines_in(Ink::warned), 31);
+        ASSERT_TRUE(Draw_Cam(design, surface_));
+        EXPECT_EQ(surface_.Lines_in(Ink::warned), 0);
+    };
+    preview_and_full();
+    c_.Camtype = "Linear";
+    Set_Units(design);
+    ASSERT_TRUE(Run_Size(design));
+    preview_and_full();
 }
 
 TEST_F(Cam_Drawing, the_margin_comes_from_prime_and_roller_radius_and_the_zoom_widens_the_window)

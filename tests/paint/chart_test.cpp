@@ -16,6 +16,7 @@
 #include <QTest>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "core/messages.h"
 #include "paint/print.h"
@@ -61,6 +62,90 @@ protected:
     Chart chart_;
     QTemporaryDir folder_;
 };
+
+/// The horizontal lines and the words of the levels of a chart.
+struct Shown_Levels {
+    std::vector<double> values;
+    std::vector<std::string> words;
+};
+
+Shown_Levels Levels_on(const Chart& chart)
+{
+    Shown_Levels shown;
+    for (int k = 0; k < chart.Plot().itemCount(); ++k) {
+        const QCPAbstractItem* const item = const_cast<Chart&>(chart).Plot().item(k);
+        if (const auto* line = qobject_cast<const QCPItemStraightLine*>(item);
+            line != nullptr && line->point1->value() == line->point2->value()) {
+            shown.values.push_back(line->point1->value());
+            EXPECT_EQ(line->pen().style(), Qt::DotLine);
+        }
+        if (const auto* text = qobject_cast<const QCPItemText*>(item))
+            shown.words.push_back(text->text().toStdString());
+    }
+    return shown;
+}
+
+TEST_F(Charts, a_near_level_is_in_view_and_a_far_one_does_not_press_the_curve_flat)
+{
+    chart_.Show({Sine()});
+    const double before = chart_.Plot().yAxis->range().upper;
+    chart_.Set_Levels({{14.0, "limit 14"}, {-40.0, "limit 40"}});
+    const QCPRange range = chart_.Plot().yAxis->range();
+    EXPECT_GT(range.upper, 14.0);
+    EXPECT_LT(range.upper, 16.0);
+    EXPECT_GT(range.lower, -13.0);
+    EXPECT_EQ(Levels_on(chart_).values, (std::vector<double>{14.0, -40.0}));
+    EXPECT_EQ(Levels_on(chart_).words, (std::vector<std::string>{"limit 14", "limit 40"}));
+    chart_.Set_Marks({90});  // marks and levels leave one another alone
+    chart_.Set_Marks({});
+    EXPECT_EQ(Levels_on(chart_).values.size(), 2U);
+    chart_.Set_Stale(true);
+    EXPECT_EQ(Levels_on(chart_).values.size(), 2U);
+    chart_.Set_Levels({});
+    EXPECT_EQ(Levels_on(chart_).values.size(), 0U);
+    EXPECT_EQ(chart_.Plot().yAxis->range().upper, before);
+}
+
+TEST_F(Charts, the_words_of_a_level_stand_inside_the_chart)
+{
+    chart_.Show({Sine()});
+    chart_.Set_Levels({{10.0, "above"}, {0.0, "middle"}, {-10.0, "below"}});
+    chart_.Picture();
+    const QRect room = chart_.Plot().axisRect()->rect();
+    for (int k = 0; k < chart_.Plot().itemCount(); ++k)
+        if (auto* const text = qobject_cast<QCPItemText*>(chart_.Plot().item(k))) {
+            const bool below = text->positionAlignment().testFlag(Qt::AlignTop);
+            const double height = QFontMetricsF(text->font()).height();
+            const double top = text->position->pixelPosition().y() - (below ? 0.0 : height);
+            EXPECT_GE(top, room.top() - 1) << text->text().toStdString();
+            EXPECT_LE(top + height, room.bottom() + 1 + height) << text->text().toStdString();
+            EXPECT_EQ(text->position->pixelPosition().x(), room.right());
+        }
+}
+
+TEST_F(Charts, a_curve_beside_is_thin_and_dashed_and_does_not_rule_the_view)
+{
+    Curve beside = Sine("S, true");
+    beside.beside = true;
+    beside.pattern = Qt::DashLine;
+    beside.y[90] = 1e6;
+    beside.y[91] = std::numeric_limits<double>::quiet_NaN();
+    beside.y[270] = -12.0;
+    chart_.Mark_Extremes(true);
+    chart_.Show({Sine(), beside});
+    EXPECT_LT(chart_.Plot().yAxis->range().upper, 12.0);
+    EXPECT_LT(chart_.Plot().yAxis->range().lower, -12.0);  // near enough
+    EXPECT_GT(chart_.Plot().yAxis->range().lower, -14.0);
+    const QPen row = chart_.Plot().graph(0)->pen();
+    const QPen truth = chart_.Plot().graph(1)->pen();
+    EXPECT_LT(truth.widthF(), row.widthF());
+    EXPECT_EQ(truth.style(), Qt::DashLine);
+    const std::string data = chart_.Data_Text();  // a gap is an empty cell
+    EXPECT_NE(data.find("\n91\t9.998477\t\n"), std::string::npos) << data;
+    chart_.Set_Stale(true);  // in gray the pattern tells them apart
+    EXPECT_EQ(chart_.Plot().graph(0)->pen().color(), chart_.Plot().graph(1)->pen().color());
+    EXPECT_EQ(chart_.Plot().graph(1)->pen().style(), Qt::DashLine);
+}
 
 TEST_F(Charts, a_curve_is_shown_whole)
 {
