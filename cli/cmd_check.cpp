@@ -80,9 +80,14 @@ std::string Text_of(const Design_State& design, const Check& check, const Limits
         lines = Table_Lines(table);
     for (const Finding& finding : check.findings) {
         lines.emplace_back();
-        for (const std::string& line : Lines_of(design, finding))
-            for (std::string& part : Wrapped(line, width, indent))
-                lines.push_back(std::move(part));
+        const std::string in_table = Figures_of(design, finding);
+        std::string margin;
+        for (const std::string& line : Lines_of(design, finding)) {
+            if (line != in_table)
+                for (std::string& part : Wrapped(margin + line, width, indent))
+                    lines.push_back(std::move(part));
+            margin = std::string(indent, ' ');
+        }
     }
     if (!check.findings.empty())
         lines.emplace_back();

@@ -19,6 +19,7 @@
 #include "files/whole_file.h"
 #include "tests/cli/cli_folder.h"
 #include "tests/support/random_design.h"
+#include "truth/limits.h"
 
 namespace lobemax {
 namespace {
@@ -268,11 +269,28 @@ protected:
         }
     }
 
+    static void Maybe_True(Dice& dice, Line& line)
+    {
+        if (dice.Chance(30))
+            line.words.emplace_back("--true");
+    }
+
     static Line Question(Dice& dice)
     {
         const std::string model = dice.Chance(95) ? "t.cam" : "n.cam";
         Line line;
-        switch (dice.Whole(0, 10)) {
+        switch (dice.Whole(0, 11)) {
+        case 11:
+            line.words = {"check", model};
+            if (dice.Chance(50))
+                line.words.emplace_back("--json");
+            for (int n = dice.Whole(-1, 2); n > 0; --n) {
+                const Limit_Entry& entry = dice.One_of(Limit_Table());
+                const std::string value = dice.Chance(20) ? "off" : testing::Typed(dice.Real(0.0, 50.0));
+                line.words.insert(line.words.end(),
+                                  {"--limit", std::string(entry.name) + "=" + Maybe_Wild(dice, value)});
+            }
+            break;
         case 0:
             line.words = {"show", model};
             if (dice.Chance(50))
@@ -289,6 +307,7 @@ protected:
                 line.words.insert(line.words.end(), {"--segment", std::to_string(dice.Whole(0, 4))});
             if (dice.Chance(30))
                 line.words.insert(line.words.end(), {"--decimals", std::to_string(dice.Whole(0, 9))});
+            Maybe_True(dice, line);
             if (dice.Chance(30)) {
                 line.file = "table.txt";
                 line.words.insert(line.words.end(), {"-o", line.file});
@@ -304,6 +323,10 @@ protected:
                           line.file,
                           "--code",
                           std::to_string(dice.Whole(1, 5))};
+            if (line.words[2] == "profile" && dice.Chance(30))
+                line.words.emplace_back("--even-if-wrong");
+            if (line.words[2] == "profile")
+                Maybe_True(dice, line);
             break;
         case 5:
             line.file = "fft.cam";
@@ -335,6 +358,7 @@ protected:
                 line.words.insert(line.words.end(), {"--style", std::to_string(dice.Whole(1, 4))});
             if (dice.Chance(20))
                 line.words.insert(line.words.end(), {"--segment", std::to_string(dice.Whole(0, 4))});
+            Maybe_True(dice, line);
             Add_Picture(dice, line, "plot");
             break;
         default:
@@ -346,6 +370,7 @@ protected:
             if (dice.Chance(30))
                 line.words.insert(line.words.end(),
                                   {"--path", dice.One_of(std::array{"follower", "cutter", "machine"})});
+            Maybe_True(dice, line);
             Add_Picture(dice, line, "draw");
         }
         return line;

@@ -263,6 +263,8 @@ TEST(Limits_File_Faults, no_failing_disk_leaves_half_a_file)
             EXPECT_TRUE(content() == older || content() == newer) << plan.call;
             EXPECT_FALSE(written) << plan.call;
             EXPECT_EQ(told, 1) << plan.call;
+            if (plan.from_there_on)
+                continue;  // nothing can be removed any more
             for (const auto& entry : fs::directory_iterator(folder))
                 EXPECT_TRUE(entry.path().filename() == "Limits.txt" || entry.path().filename() == "Limits.txt.bak")
                     << entry.path();

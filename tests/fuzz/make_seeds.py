@@ -179,6 +179,8 @@ def main():
     write("preferences", "europe", [line + "\r" for line in other])
     write("preferences", "mimeapps", ["[Added Associations]", "text/plain=a.desktop;", "[Default Applications]",
                                       "application/x-lobemax-cam=other.desktop;", "text/plain=a.desktop;"])
+    write("preferences", "limits", ['"Limits of cams in mm, N, N-m, MPa, deg, sec"', '"Phi", 28', '"Sigma", off',
+                                    '"Chord", 0.002', '"Phi", 3', '"V", 1E999'])
     write("run_record", "running", ["Running\r", "\r", "This file records an abnormal exit\r"])
     write("run_record", "normal", ["Normal Exit\r"])
     write("run_record", "quoted", ['"Running"'])

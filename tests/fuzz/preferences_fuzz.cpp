@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Preferences.txt, and the user's list of default applications.
+// Preferences.txt, Limits.txt, and the user's list of default applications.
 #include <memory>
 
+#include "files/limits_file.h"
 #include "files/preferences.h"
 #include "tests/fuzz/fuzz.h"
 
@@ -20,6 +21,23 @@ void Require_Known_Values(const Design_State& design)
             "preferences hold what the program knows");
 }
 
+void Read_as_Limits(const Design_State& design, const Host_of_Fuzz& host, std::string_view input)
+{
+    const std::string path = Folder() + "Limits.txt";
+    Put_File("Limits.txt", input);
+    const int told = host.Told();
+    const Limits limits = Read_Limits(design, Folder());
+    Require(host.Told() - told <= 1, "what is wrong with limits is told once");
+    for (const Limit_Entry& entry : Limit_Table())
+        Require(!limits[entry.limit] || Refused_Limit(entry.limit, *limits[entry.limit]).empty(),
+                "limits are those that can be set");
+    const bool whole = host.Told() == told;
+    Require(Write_Limits(design, Folder(), limits), "limits are written");
+    Require(whole == (host.Told() - told == 0), "what was not read is kept, and told");
+    Put_File("Limits.txt", host.files.Text(path));
+    Require(Read_Limits(design, Folder()) == limits, "limits that were written come back");
+}
+
 void Run(std::string_view input)
 {
     const Host_of_Fuzz host;
@@ -36,6 +54,8 @@ void Run(std::string_view input)
     const auto back = std::make_unique<Design_State>(Started_Design());
     Require(Read_Preferences(*back, Folder()), "preferences that were written are read");
     Require(Write_Preferences(*back, Folder()) && host.files.Text(path) == written, "preferences come back");
+
+    Read_as_Limits(*design, host, input);
 
     const std::string list(input);
     for (const char* const application : {"Lobemax", "None"}) {

@@ -15,6 +15,7 @@
 #include "edit/rungs.h"
 #include "files/exports.h"
 #include "files/model_file.h"
+#include "forms/finding_words.h"
 #include "motion/continuity.h"
 #include "motion/fourier.h"
 #include "motion/segments.h"
@@ -22,6 +23,7 @@
 #include "present/plot_engine.h"
 #include "present/plot_selection.h"
 #include "tests/fuzz/fuzz.h"
+#include "truth/check.h"
 
 namespace lobemax::fuzz {
 
@@ -89,9 +91,26 @@ void Export_All(Design_State& design, const Host_of_Fuzz& host)
     };
     exports("all", [&] { return Export_All_to_File(design, path); });
     for (int code = 1; code <= 5; ++code)
-        exports("profile", [&] { return Export_Profile_to_File(design, path, code); });
+        for (const Profile_Rows rows : {Profile_Rows::program, Profile_Rows::truth})
+            exports("profile", [&] { return Export_Profile_to_File(design, path, code, rows); });
     exports("sva", [&] { return Export_SVA_to_File(design, path, Motion_Columns::sva); });
     exports("xdot", [&] { return Export_SVA_to_File(design, path, Motion_Columns::xdot); });
+}
+
+/// A check tells something of every finding, and where it is.
+void Check_All(const Design_State& design, const Host_of_Fuzz& host)
+{
+    Do(host, "check", [&] {
+        const Check check = Check_Design(design, Limits());
+        for (const Finding& finding : check.findings) {
+            Require(!finding.name.empty() && !finding.sentence.empty() && !finding.advice.empty(),
+                    "a finding is told with what to do");
+            Require(!finding.angle || (*finding.angle >= 0.0 && *finding.angle <= 360.0),
+                    "a finding lies in the cycle");
+            Require(!Line_of(design, finding).empty(), "a finding has a line");
+        }
+        return true;
+    });
 }
 
 void Table_and_Plot_All(Design_State& design, const Host_of_Fuzz& host)
@@ -212,6 +231,7 @@ void Work_Through(Design_State& design, const Host_of_Fuzz& host)
     Require_Finite_Rows(design);
     constexpr int exported = 24;  // points
     design.cam.Printstep = std::max(int{design.cam.Printstep}, design.motion.Max_Data_Points_used / exported);
+    Check_All(design, host);
     Export_All(design, host);
     Table_and_Plot_All(design, host);
     Draw_All(design);
