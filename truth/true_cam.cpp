@@ -210,6 +210,10 @@ True_Point True_Cam::Of_Center(double theta, const Follower_Point& motion) const
     }
     p.Rho_Surface = m.side * p.Rho - m.roller_radius;
     if (m.body == Cam_Body::barrel) {
+        // (234): across the roller's axis the wall of a drum turns by what lies beside the axis too.
+        const double beside = m.rot * path.f.x - m.side * m.roller_radius * p.normal.x;
+        const double turning = Cross(first, second) - beside * first.y;
+        p.Rho_Surface = -m.side * Radius_of(turning / (speed * speed * speed)) - m.roller_radius;
         const Wall_Point wall = Wall_on_Cylinder(m, path, theta, m.side, m.prime);
         p.surface = {m.prime * wall.Lambda * Rad_per_Deg, wall.Z};
     } else {
