@@ -69,12 +69,21 @@ Motion_Curve::Motion_Curve(const Design_State& design)
     const Motion_Group& m = design.motion;
     parts_.reserve(static_cast<std::size_t>(m.No_of_segments));
     for (int i = 1; i <= m.No_of_segments; ++i)
-        parts_.push_back({m.Shift(i), m.Shift(i) + m.Beta_Deg(i), m.Base_Shift(i), Curve_of_Segment(design, i)});
+        parts_.push_back(
+            {m.Shift(i), m.Shift(i) + m.Beta_Deg(i), m.Beta_Deg(i), m.Base_Shift(i), Curve_of_Segment(design, i)});
     if (!parts_.empty() && turn - parts_.back().end <= m.Deltatheta / 2.0)
         parts_.back().end = std::max(parts_.back().end, turn);
 }
 
 Svajp Motion_Curve::At(double angle) const
+{
+    const Place place = Find(angle);
+    Svajp point = place.curve->At(place.local);
+    point.S += place.base;
+    return point;
+}
+
+Motion_Curve::Place Motion_Curve::Find(double angle) const
 {
     constexpr double turn = 360.0;
     if (!std::isfinite(angle))
@@ -92,9 +101,13 @@ Svajp Motion_Curve::At(double angle) const
     const Part& part = *(next - 1);
     if (place >= part.end)
         throw Fault{out_of_bounds};
-    Svajp point = part.curve.At(place - part.start);
-    point.S += part.base;
-    return point;
+    return {&part.curve, static_cast<int>(next - parts_.begin()), place - part.start, part.base};
+}
+
+Motion_Curve::Place Motion_Curve::End_of(int segment) const
+{
+    const Part& part = parts_[Checked_Place(segment, 1, Segments())];
+    return {&part.curve, segment, part.beta, part.base};
 }
 
 }  // namespace lobemax

@@ -72,10 +72,26 @@ public:
     /// @throws Fault{9} at an angle that no segment covers, Fault{6} at one that is no finite number
     Svajp At(double angle) const;
 
+    /// A segment of the cycle, and a place in it.
+    struct Place {
+        const Segment_Curve* curve = nullptr;  // lives as long as the motion
+        int segment = 0;                       // 1..20
+        double local = 0.0;                    // degrees from the segment's start
+        double base = 0.0;                     // position that the curve's S is added to
+    };
+    /// Where a cam angle lies, by the rules of At. @throws Fault as At
+    Place Find(double angle) const;
+
+    /// Segments in use.
+    int Segments() const { return static_cast<int>(parts_.size()); }
+    /// The end of a segment 1..Segments(), as its own curve has it. @throws Fault{9} when there is no such segment
+    Place End_of(int segment) const;
+
 private:
     struct Part {
         double start;  // degrees
         double end;
+        double beta;
         double base;  // position that the curve's S is added to
         Segment_Curve curve;
     };

@@ -50,6 +50,7 @@ struct Finding {
 struct True_Design {
     True_Cam cam;
     std::vector<True_Point> points;
+    std::vector<Follower_Point> motion;
     True_Contact contact;
 };
 

@@ -35,10 +35,10 @@ Arc Arc_of(const Surface_Element& element)
             ((1.0 - q) * (1.0 - q) - 4.0 * q) / ((1.0 + q) * (1.0 + q))};
 }
 
-Surface_Path::Block Circle_around(Vector low, Vector high)
+Surface_Path::Block Circle_around(Vector low, Vector high, double reach)
 {
     const Vector center = 0.5 * (low + high);
-    return {center, Length(high - center)};
+    return {center, Length(high - center), reach};
 }
 
 /// The follower at one cam angle, in the cam's coordinates: where it stands for a displacement, and which displacement
@@ -58,10 +58,10 @@ public:
         } else {
             axis_ = {0.0, 1.0};
             base_ = {m.arm ? m.rot * m.pivot_x : 0.0, 0.0};
-            // Seen with Lambda to the right the arm of a clockwise cam is mirrored.
-            sense_ = m.swing * m.rot;
-            zero_angle_ = m.rot > 0 ? m.rest : PI - m.rest;
-            const double level = m.arm ? m.swing * std::cos(m.rest) : 1.0;
+            // Seen with Lambda to the right the arm of a clockwise cam is mirrored, and again where Z counts downwards.
+            sense_ = m.swing * m.rot * m.z_sense;
+            zero_angle_ = m.z_sense * (m.rot > 0 ? m.rest : PI - m.rest);
+            const double level = m.arm ? m.swing * m.z_sense * std::cos(m.rest) : 1.0;
             push_ = level < 0.0 ? -m.side : m.side;
         }
     }
@@ -80,6 +80,8 @@ public:
         if (!m_.roller)
             axis_ = sense_ * Quarter(along);
     }
+
+    Vector Place() const { return center_; }
 
     /// Whether a circle comes into the follower.
     bool Covers_Circle(Vector center, double radius) const
@@ -115,7 +117,7 @@ public:
     /// The largest `push` times displacement at which the follower touches the element; none where it never does.
     double Touch(const Surface_Element& element) const
     {
-        double best = std::max(Touch_Circle(element.from, 0.0, 1), Touch_Circle(element.to, 0.0, 1));
+        double best = std::max(Touch_Start(element), Touch_Circle(element.to, 0.0, 1));
         if (element.bulge != 0.0) {
             const Arc arc = Arc_of(element);
             for (const int outside : {1, -1}) {
@@ -126,10 +128,19 @@ public:
                     best = s;
             }
         } else if (m_.roller) {
+            if (best != nothing) {
+                Placed_Follower there = *this;
+                there.Stand(push_ * best);
+                if (!there.Covers(element))
+                    return best;
+            }
             best = std::max(best, Touch_Line(element));
         }
         return best;
     }
+
+    /// The same for the point where the element starts.
+    double Touch_Start(const Surface_Element& element) const { return Touch_Circle(element.from, 0.0, 1); }
 
 private:
     double Square_of_Distance(const Surface_Element& element) const
@@ -248,26 +259,41 @@ private:
 /// Elements, blocks and groups in the coordinates of the follower at an angle.
 class Search {
 public:
-    Search(const True_Cam& cam, const Surface_Path& surface) : m_(cam.Follower()), surface_(surface)
+    Search(const Mechanism& follower, const Surface_Path& surface) : m_(follower), surface_(surface)
     {
-        around_ = m_.body == Cam_Body::disk ? 0.0 : PI2 * m_.prime;
+        if (m_.body == Cam_Body::disk)
+            return;
+        around_ = PI2 * m_.prime;
+        if (m_.body == Cam_Body::barrel) {
+            places_.reserve(surface_.Elements().size());
+            for (const Surface_Element& element : surface_.Elements())
+                places_.push_back({Direction(element.from.x / m_.prime), Direction(element.to.x / m_.prime)});
+        }
     }
 
+    /// @param expected  displacement that the surface was made for; the follower is looked for within a quarter turn of
+    ///                  an arm, on its own side of the cam
     /// @return displacement times push, nothing where the follower meets no element
-    double At(double theta, int& push)
+    double At(double theta, double expected, int& push)
     {
         Placed_Follower follower(m_, theta);
         push = follower.Push();
+        expected_ = push * expected;
         passed_ = m_.prime * theta * Rad_per_Deg;
+        turned_ = Direction(theta * Rad_per_Deg);
+        follower.Stand(expected);
+        toward_ = follower.Place();
         const std::size_t count = surface_.Elements().size();
         double best = nothing;
-        if (in_touch_) {
+        if (in_touch_) {  // the contact goes on by about an element a step
+            const std::size_t start = contact_ + count;
             for (std::size_t k = 0; k < 3; ++k)
-                best = Better(follower, (contact_ + count + k - 1) % count, best);
+                Better(follower.Touch_Start(Brought((start + k) % count)), (start + k) % count, best);
         }
         if (best == nothing)
             for (std::size_t i = 0; i < count; ++i)
-                best = Better(follower, i, best);
+                if (In_View(surface_.Elements()[i].from, 0.0))
+                    Better(follower.Touch(Brought(i)), i, best);
         if (best == nothing)
             return best;
         follower.Stand(push * best);
@@ -276,22 +302,30 @@ public:
         return best;
     }
 
+    /// The element that was touched last.
+    std::size_t Contact() const { return contact_; }
+
 private:
-    double Better(const Placed_Follower& follower, std::size_t i, double best)
+    struct Place {
+        Vector from;
+        Vector to;
+    };
+
+    bool Better(double s, std::size_t i, double& best)
     {
-        const double s = follower.Touch(Brought(surface_.Elements()[i]));
-        if (s > best) {
-            contact_ = i;
-            in_touch_ = true;
-            return s;
-        }
-        return best;
+        if (s <= best || (m_.arm && std::abs(s - expected_) > PIH))
+            return false;
+        best = s;
+        contact_ = i;
+        in_touch_ = true;
+        return true;
     }
 
     /// Lifts the follower off every element that comes into it. @return whether there was one
     bool Raise(Placed_Follower& follower, int push, double& best)
     {
         constexpr std::size_t size = Surface_Path::Block_Size;
+        constexpr std::size_t group = Surface_Path::Group_Size;
         const auto elements = surface_.Elements();
         const auto blocks = surface_.Blocks();
         const auto groups = surface_.Groups();
@@ -299,18 +333,15 @@ private:
         for (std::size_t g = 0; g < groups.size(); ++g) {
             if (!Meets(follower, groups[g]))
                 continue;
-            for (std::size_t b = g * size; b < std::min((g + 1) * size, blocks.size()); ++b) {
+            for (std::size_t b = g * group; b < std::min((g + 1) * group, blocks.size()); ++b) {
                 if (!Meets(follower, blocks[b]))
                     continue;
                 for (std::size_t i = b * size; i < std::min((b + 1) * size, elements.size()); ++i) {
-                    const Surface_Element element = Brought(elements[i]);
-                    if (!follower.Covers(element))
+                    const Surface_Element element = Brought(i);
+                    if (!follower.Covers_Circle(element.from, blocks[b].reach) || !follower.Covers(element))
                         continue;
-                    const double s = follower.Touch(element);
-                    if (s <= best)
+                    if (!Better(follower.Touch(element), i, best))
                         continue;
-                    best = s;
-                    contact_ = i;
                     follower.Stand(push * best);
                     raised = true;
                 }
@@ -319,41 +350,63 @@ private:
         return raised;
     }
 
+    /// An outer wall has the cam between its two sides: the follower meets its own.
+    bool In_View(Vector point, double radius) const
+    {
+        return m_.side > 0 || around_ != 0.0 || Dot(point, toward_) > -radius * Length(toward_);
+    }
+
     bool Meets(const Placed_Follower& follower, const Surface_Path::Block& block) const
     {
         if (around_ == 0.0)
-            return follower.Covers_Circle(block.center, block.radius);
-        return follower.Covers_Circle({Seen(Beside(block.center.x)), block.center.y}, block.radius);
+            return follower.Covers_Circle(block.center, block.radius) && In_View(block.center, block.radius);
+        const double beside = Beside(block.center.x);
+        if (m_.body == Cam_Body::linear)
+            return follower.Covers_Circle({beside, block.center.y}, block.radius);
+        if (std::abs(beside) > m_.prime * PIH + block.radius)
+            return false;
+        return follower.Covers_Circle({m_.prime * std::sin(beside / m_.prime), block.center.y}, block.radius);
     }
 
     /// How far a place around the drum is beside the follower, on the shorter way.
-    double Beside(double along) const { return std::remainder(along - passed_, around_); }
-
-    Surface_Element Brought(const Surface_Element& element) const
+    double Beside(double along) const
     {
-        if (around_ == 0.0)
-            return element;
-        Surface_Element here = element;
-        here.from.x = Beside(element.from.x);
-        here.to.x = here.from.x + (element.to.x - element.from.x);
-        here.from.x = Seen(here.from.x);
-        here.to.x = Seen(here.to.x);
-        return here;
+        double beside = along - passed_;
+        const double half = 0.5 * around_;
+        while (beside > half)
+            beside -= around_;
+        while (beside < -half)
+            beside += around_;
+        return beside;
     }
 
-    /// A place beside the follower as it is seen along the roller's axis; what lies behind the drum is far away.
-    double Seen(double beside) const
+    Surface_Element Brought(std::size_t i) const
     {
-        if (m_.body != Cam_Body::barrel)
-            return beside;
-        const double angle = std::clamp(beside / m_.prime, -PIH, PIH);
-        return m_.prime * std::sin(angle) + (beside - m_.prime * angle);
+        Surface_Element here = surface_.Elements()[i];
+        if (around_ == 0.0)
+            return here;
+        if (m_.body == Cam_Body::linear) {
+            const double wide = here.to.x - here.from.x;
+            here.from.x = Beside(here.from.x);
+            here.to.x = here.from.x + wide;
+            return here;
+        }
+        // A drum is seen along the roller's axis; its back is out of reach.
+        const Place& place = places_[i];
+        const bool front = Dot(turned_, place.from) > 0.0 && Dot(turned_, place.to) > 0.0;
+        here.from.x = front ? m_.prime * Cross(turned_, place.from) : around_;
+        here.to.x = front ? m_.prime * Cross(turned_, place.to) : around_;
+        return here;
     }
 
     const Mechanism& m_;
     const Surface_Path& surface_;
     double around_ = 0.0;
+    std::vector<Place> places_;  // of a drum's elements
     double passed_ = 0.0;
+    double expected_ = 0.0;
+    Vector turned_;
+    Vector toward_;            // where the follower is expected
     std::size_t contact_ = 0;  // the element touched last
     bool in_touch_ = false;
 };
@@ -365,6 +418,7 @@ Surface_Path::Surface_Path(std::vector<Surface_Element> elements) : elements_(st
     for (std::size_t i = 0; i < elements_.size(); i += Block_Size) {
         Vector low{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
         Vector high{nothing, nothing};
+        double longest = 0.0;
         const auto take = [&](Vector p, double r) {
             low = {std::min(low.x, p.x - r), std::min(low.y, p.y - r)};
             high = {std::max(high.x, p.x + r), std::max(high.y, p.y + r)};
@@ -373,22 +427,23 @@ Surface_Path::Surface_Path(std::vector<Surface_Element> elements) : elements_(st
             const Surface_Element& element = elements_[k];
             // An arc lies within a circle about the middle of its chord, no flatter than half the chord.
             const double half = 0.5 * Length(element.to - element.from);
+            longest = std::max(longest, 2.0 * half * std::max(1.0, std::abs(element.bulge)));
             take(element.from, 0.0);
             take(element.to, 0.0);
             if (element.bulge != 0.0)
                 take(0.5 * (element.from + element.to), half * std::max(1.0, std::abs(element.bulge)));
         }
-        blocks_.push_back(Circle_around(low, high));
+        blocks_.push_back(Circle_around(low, high, longest));
     }
-    for (std::size_t b = 0; b < blocks_.size(); b += Block_Size) {
+    for (std::size_t b = 0; b < blocks_.size(); b += Group_Size) {
         Vector low{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
         Vector high{nothing, nothing};
-        for (std::size_t k = b; k < std::min(b + Block_Size, blocks_.size()); ++k) {
+        for (std::size_t k = b; k < std::min(b + Group_Size, blocks_.size()); ++k) {
             const Block& block = blocks_[k];
             low = {std::min(low.x, block.center.x - block.radius), std::min(low.y, block.center.y - block.radius)};
             high = {std::max(high.x, block.center.x + block.radius), std::max(high.y, block.center.y + block.radius)};
         }
-        groups_.push_back(Circle_around(low, high));
+        groups_.push_back(Circle_around(low, high, 0.0));
     }
 }
 
@@ -407,27 +462,35 @@ Surface_Path Surface_Path::Through(std::span<const Vector> points, double around
     return Surface_Path(std::move(elements));
 }
 
-Retraced Retrace(const True_Cam& cam, const Surface_Path& surface, std::span<const double> angles)
+Retraced Retrace(const Mechanism& follower, const True_Motion& motion, const Surface_Path& surface,
+                 std::span<const double> angles)
 {
     Retraced result;
     result.s.reserve(angles.size());
-    Search search(cam, surface);
+    result.contact.reserve(angles.size());
+    Search search(follower, surface);
     for (const double theta : angles) {
         int push = 1;
-        const double touch = search.At(theta, push);
+        const double wanted = motion.At(theta).s;
+        const double touch = search.At(theta, wanted, push);
         const bool met = touch != nothing;
         const double s = met ? push * touch : std::numeric_limits<double>::quiet_NaN();
-        const double wanted = cam.Motion().At(theta).s;
         double error = std::numeric_limits<double>::infinity();
         if (met)
-            error = cam.Follower().arm ? std::abs(std::remainder(s - wanted, PI2)) : std::abs(s - wanted);
+            error = follower.arm ? std::abs(std::remainder(s - wanted, PI2)) : std::abs(s - wanted);
         if (error > result.largest_error) {
             result.largest_error = error;
             result.at = theta;
         }
         result.s.push_back(s);
+        result.contact.push_back(search.Contact());
     }
     return result;
+}
+
+Retraced Retrace(const True_Cam& cam, const Surface_Path& surface, std::span<const double> angles)
+{
+    return Retrace(cam.Follower(), cam.Motion(), surface, angles);
 }
 
 std::vector<Vector> Points_left(const True_Cam& cam, std::span<const True_Point> points, double bound)

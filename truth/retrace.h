@@ -34,8 +34,10 @@ public:
     struct Block {
         Vector center;
         double radius = 0.0;
+        double reach = 0.0;  // of its elements, the furthest from where it starts
     };
-    static constexpr std::size_t Block_Size = 16;  // elements a block, and blocks a group
+    static constexpr std::size_t Block_Size = 8;   // elements
+    static constexpr std::size_t Group_Size = 16;  // blocks
     std::span<const Block> Blocks() const { return blocks_; }
     std::span<const Block> Groups() const { return groups_; }
 
@@ -48,12 +50,16 @@ private:
 /// What the follower does on a surface.
 struct Retraced {
     std::vector<double> s;  // length, or radians of an arm, at each angle; no number where the follower meets nothing
-    double largest_error = 0.0;  // of these against the motion, in their unit; infinite where it meets nothing
-    double at = 0.0;             // degrees
+    std::vector<std::size_t> contact;  // the element that is touched
+    double largest_error = 0.0;        // of these against the motion, in their unit; infinite where it meets nothing
+    double at = 0.0;                   // degrees
 };
 
 /// @param angles  degrees, in rising order
 Retraced Retrace(const True_Cam& cam, const Surface_Path& surface, std::span<const double> angles);
+/// The same by another mechanism than the motion's own, as the drum unrolled.
+Retraced Retrace(const Mechanism& follower, const True_Motion& motion, const Surface_Path& surface,
+                 std::span<const double> angles);
 
 /// What is left of the points of a surface when the follower's places at the given angles have cut it: those that none
 /// of them covers. Depths below the bound count as touching. (238)

@@ -68,6 +68,7 @@ Mechanism::Mechanism(const Design_State& design)
     // Where the profile rows lay the wall: (102), (103).
     side = (arm ? rot : -rot) * (c.Top_Bot < 0 ? -1 : 1);
     if (arm) {
+        z_sense = swing;
         const double level = Arc_Sine_of(pivot_y, arm_length, reaches);
         rest = pivot_x > 0.0 ? PI - level : level;
     }
@@ -82,7 +83,8 @@ Vector Mechanism::Center(double s) const
     }
     if (!arm)
         return {0.0, s};
-    return Vector{pivot_x, 0.0} + arm_length * Direction(rest + swing * s);
+    const Vector tip = Vector{pivot_x, 0.0} + arm_length * Direction(rest + swing * s);
+    return {tip.x, z_sense * tip.y};
 }
 
 True_Cam::True_Cam(const Design_State& design) : motion_(design), follower_(design)
@@ -93,7 +95,11 @@ True_Cam::True_Cam(const Design_State& design) : motion_(design), follower_(desi
 
 True_Point True_Cam::At(double theta) const
 {
-    const Follower_Point motion = motion_.At(theta);
+    return At(theta, motion_.At(theta));
+}
+
+True_Point True_Cam::At(double theta, const Follower_Point& motion) const
+{
     return follower_.roller ? Of_Center(theta, motion) : Of_Face(theta, motion);
 }
 
@@ -119,7 +125,7 @@ Center_Path Path_of(const Mechanism& m, const Follower_Point& p)
     }
     const Vector pivot = m.body == Cam_Body::disk ? Vector{m.pivot_x, m.pivot_y} : Vector{m.pivot_x, 0.0};
     const Vector arm = path.f - pivot;
-    const Vector across = m.swing * Quarter(arm);
+    const Vector across = m.swing * m.z_sense * Quarter(arm);
     path.rise = 1.0 / m.arm_length * across;
     path.first = p.v * across;
     path.second = p.a * across - p.v * p.v * arm;

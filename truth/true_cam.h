@@ -26,9 +26,10 @@ struct Mechanism {
     Cam_Body body = Cam_Body::disk;
     bool roller = true;
     bool arm = false;
-    int rot = -1;   // sense of the cam, +1 counterclockwise
-    int swing = 1;  // sense of the arm in a rise; a conjugate's is the opposite
-    int side = 1;   // +1: the material lies on the inner side of the centre path, or below it; -1: on the other
+    int rot = -1;     // sense of the cam, +1 counterclockwise
+    int swing = 1;    // sense of the arm in a rise; a conjugate's is the opposite
+    int z_sense = 1;  // of an axial cam: that of its rows, which an arm with a clockwise rise counts downwards
+    int side = 1;     // +1: the material lies on the inner side of the centre path, or below it; -1: on the other
     double prime = 0.0;
     double roller_radius = 0.0;  // 0 of a flat face
     double cutter = 0.0;
@@ -76,6 +77,8 @@ public:
 
     /// @param theta  degrees
     True_Point At(double theta) const;
+    /// The same with the motion of that angle at hand.
+    True_Point At(double theta, const Follower_Point& motion) const;
 
     /// Centre of a cutter or wheel of a radius that touches the surface at the point.
     Vector Cutter(const True_Point& point, double radius) const;

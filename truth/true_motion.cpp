@@ -74,6 +74,44 @@ std::vector<Follower_Point> Nodes_of(const Design_State& design)
     return Nodes_of(corrected, var::Polydyne_S, var::Polydyne_V, var::Polydyne_A);
 }
 
+/// Displacement of a curve and its derivatives by differences of fourth order, (226). The formulas of a law go on
+/// beyond its ends, so that no end needs another rule.
+Follower_Point Differences(const Segment_Curve& curve, double beta, double local)
+{
+    // Degrees: truncation goes with the fourth power of the step's share of beta, rounding with 1E-16 over its square.
+    const double step = std::min(0.1, beta / 500.0);
+    const double h = step * Rad_per_Deg;
+    const auto at = [&](int k) { return curve.At(local + k * step).S; };
+    const double s = at(0);
+    const double near_sum = at(1) + at(-1);
+    const double far_sum = at(2) + at(-2);
+    const double near = at(1) - at(-1);
+    const double far = at(2) - at(-2);
+    return {s, (8.0 * near - far) / (12.0 * h), (16.0 * near_sum - far_sum - 30.0 * s) / (12.0 * h * h),
+            (far - 2.0 * near) / (2.0 * h * h * h)};
+}
+
+/// Whether the velocity and acceleration of a segment's curve are those of its displacement.
+bool Has_Own_Derivatives(const Segment_Curve& curve, double beta)
+{
+    constexpr double same = 1e-3;  // of the largest; the roundings of a law's constants stay below 1e-4
+    if (!curve.Law() || !(beta > 0.0))
+        return true;
+    double v = 0.0;
+    double a = 0.0;
+    double off_v = 0.0;
+    double off_a = 0.0;
+    for (const double x : {0.11, 0.29, 0.43, 0.57, 0.71, 0.89}) {
+        const Svajp own = curve.At(x * beta);
+        const Follower_Point by_differences = Differences(curve, beta, x * beta);
+        v = std::max(v, std::abs(by_differences.v));
+        a = std::max(a, std::abs(by_differences.a));
+        off_v = std::max(off_v, std::abs(own.V - by_differences.v));
+        off_a = std::max(off_a, std::abs(own.A - by_differences.a));
+    }
+    return off_v <= same * v && off_a <= same * a;
+}
+
 }  // namespace
 
 True_Motion::True_Motion(const Design_State& design)
@@ -85,23 +123,35 @@ True_Motion::True_Motion(const Design_State& design)
         highest_ = design.motion.Liftmax;
         sign_ = -1.0;
     }
-    if (Stands_in_Rows(design))
+    if (Stands_in_Rows(design)) {
         nodes_ = Nodes_of(design);
-    else
-        curve_.emplace(design);
+        return;
+    }
+    curve_.emplace(design);
+    for (int i = 1; i <= curve_->Segments(); ++i) {
+        const Motion_Curve::Place end = curve_->End_of(i);
+        if (!Has_Own_Derivatives(*end.curve, end.local))
+            odd_.push_back(i);
+    }
 }
 
 Follower_Point True_Motion::At(double theta) const
 {
-    Follower_Point p;
-    if (curve_) {
-        const Svajp at = curve_->At(theta);
-        p = {at.S, at.V, at.A, at.J};
-    } else {
-        p = From_Nodes(theta);
-    }
+    const Follower_Point p = curve_ ? From_Curve(theta) : From_Nodes(theta);
     const double k = sign_ * scale_;
     return {highest_ * scale_ + k * p.s, k * p.v, k * p.a, k * p.j};
+}
+
+Follower_Point True_Motion::From_Curve(double theta) const
+{
+    const Motion_Curve::Place place = curve_->Find(theta);
+    if (std::ranges::find(odd_, place.segment) != odd_.end()) {
+        Follower_Point p = Differences(*place.curve, curve_->End_of(place.segment).local, place.local);
+        p.s += place.base;
+        return p;
+    }
+    const Svajp at = place.curve->At(place.local);
+    return {at.S + place.base, at.V, at.A, at.J};
 }
 
 Follower_Point True_Motion::From_Nodes(double theta) const
