@@ -2,6 +2,7 @@
 #include "forms/drive_words.h"
 
 #include <cmath>
+#include <limits>
 
 #include "core/design_state.h"
 #include "core/text.h"
@@ -56,7 +57,10 @@ public:
              double least = 0.0)
     {
         const auto shown = [least](double x) { return std::abs(x) < least ? 0.0 : x; };
+        const auto holds = [](double x) { return std::abs(x) <= double{std::numeric_limits<float>::max()}; };
         for (const Told_Unit& unit : units) {
+            if (!holds(value * unit.factor) || !holds(with_friction.value_or(0.0) * unit.factor))
+                continue;
             Drive_Figure& figure = list.emplace_back();
             figure.name = name;
             figure.unit = unit.word;

@@ -25,7 +25,8 @@ struct Drive_Figure {
 /// All figures in the order of their reading: mean, RMS and peak torque, where the peak is, mean and peak power, energy
 /// swing, flywheel, and the follower's inertia at the shaft. Inch and foot systems have each in their own units and in
 /// SI ones below, power in watts and horsepower; the metric systems in SI units alone. What is less than a millionth of
-/// the peak counts as 0: it is rounding of the rows. Empty where the forces are not calculated.
+/// the peak counts as 0: it is rounding of the rows. A figure too large for 32 bits is left out. Empty where the forces
+/// are not calculated.
 std::vector<Drive_Figure> Figures_of_Drive(const Design_State& design);
 
 /// How a number is written.

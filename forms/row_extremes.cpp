@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "forms/row_extremes.h"
 
+#include <algorithm>
 #include <array>
 
 #include "core/design_state.h"
@@ -14,9 +15,11 @@ namespace lobemax {
 std::vector<Row_Extremes> Extremes_of(const Design_State& design, std::span<const int> rows)
 {
     std::vector<Row_Extremes> found;
-    const auto angle = design.results.CalcData.Points(var::Angle);
+    const Table<Single>& data = design.results.CalcData;
+    const auto angle = data.Points(var::Angle);
+    const int last = std::min<int>(design.motion.Max_Data_Points_used, data.Last_Point());
     for (const int row : rows) {
-        const Extremes e = MaxMin2(design.results.CalcData, row, 0, design.motion.Max_Data_Points_used);
+        const Extremes e = MaxMin2(data, row, 0, last);
         found.push_back({row, Trim(design.plot.Var_Name(row)), Axis_Unit(design, row), e.smallest,
                          angle[static_cast<std::size_t>(e.smallest_point)], e.largest,
                          angle[static_cast<std::size_t>(e.largest_point)]});

@@ -153,6 +153,14 @@ TEST_F(Drive_Words, the_torque_unit_of_centimetres_and_millimetres_is_explained)
     EXPECT_EQ(Notes_on_Drive(design).size(), 1U);
 }
 
+TEST_F(Drive_Words, a_shaft_that_hardly_turns_has_no_flywheel_to_write)
+{
+    design.motion.Shaft_speed = 1E-21;
+    EXPECT_TRUE(std::isnan(Value("Flywheel", "kg-m^2"))) << "beyond what 32 bits hold";
+    EXPECT_NEAR(Value("Peak torque", "N-m"), 50, 1E-4);
+    EXPECT_FALSE(Drive_Panel(design).empty());
+}
+
 TEST_F(Drive_Words, there_is_nothing_before_the_forces)
 {
     design.flags.Dynamicflag = false;
