@@ -124,7 +124,7 @@ TEST_F(Findings_Form, a_chart_has_the_limits_of_its_row_in_the_rows_unit)
     limits[Limit::Phi_Arm].reset();
     EXPECT_EQ(values(var::Phi), std::vector<double>{});
     // In inches, pounds and psi: 1 lb = 4.4482216 N, 1 in-lb = 0.11298483 N-m, 1 psi = 6894.757 Pa.
-    Change_Units_from_Home(design, 1);
+    ASSERT_TRUE(Convert_Units(design, 1));
     EXPECT_NEAR(values(var::Force).at(0), 22.480894, 1e-5);
     EXPECT_NEAR(values(var::Torque).at(0), 177.01492, 1e-4);
     EXPECT_NEAR(values(var::Sigma_Max).at(0), -130534.0, 1.0);

@@ -5,12 +5,14 @@
 
 #include <QGroupBox>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
 #include "core/text.h"
 #include "dynamics/kinetostatics.h"
+#include "forms/drive_words.h"
 #include "paint/chart.h"
 #include "tests/support/desktop_design.h"
 #include "tests/support/test_design.h"
@@ -143,6 +145,28 @@ TEST_F(Dynamics_Screen, has_its_titles_captions_and_tips)
     EXPECT_EQ(Chart(user, 0).Title().toStdString(), "Kinetostatic camshaft torque");
     EXPECT_EQ(Chart(user, 1).Title().toStdString(), "Kinetostatic force at follower");
     EXPECT_EQ(user.Tip("pct_Pict1"), "These data can be used to calculate flywheel size - see textbook");
+    EXPECT_TRUE(
+        user.Tip("pct_Drive").starts_with("What the drive has to give over a cycle, without and with friction"));
+}
+
+TEST_F(Dynamics_Screen, the_drives_figures_stand_whole_in_their_panel)
+{
+    for (const int system : {1, 5}) {
+        Start_in(system, "Double Dwell");
+        frm_Dynamics screen;
+        const Driver user(screen);
+        const auto& panel = user.Find<QPlainTextEdit>("pct_Drive");
+        EXPECT_EQ(panel.toPlainText().toStdString(), "");
+        user.Press("cmd_Calc");
+        EXPECT_EQ(panel.toPlainText().toStdString() + "\n", Joined(Drive_Panel(design)));
+        EXPECT_EQ(panel.toPlainText().contains("N-m"), true);
+        EXPECT_TRUE(panel.isEnabled());
+        EXPECT_EQ(panel.horizontalScrollBar()->maximum(), 0) << system;
+        EXPECT_EQ(panel.verticalScrollBar()->maximum(), 0) << system;
+        script_.Expect(positive);
+        user.Fill("txt_Mass", "-1");
+        EXPECT_FALSE(panel.isEnabled()) << "the figures of what stood before";
+    }
 }
 
 TEST_F(Dynamics_Screen, every_field_and_figure_has_its_unit)
@@ -584,6 +608,39 @@ TEST_F(Dynamics_Screen, closing_the_window_takes_the_entry_that_is_being_typed)
     EXPECT_EQ(d_.Preload, 500.0);
     EXPECT_TRUE(f_.Dynamicflag);
     EXPECT_EQ(screen.result(), QDialog::Accepted);
+}
+
+TEST_F(Dynamics_Screen, its_mark_waits_for_the_forces_and_its_charts_show_limits_and_the_true_contact_force)
+{
+    Limits limits;
+    limits[Limit::Contact_Force] = 1E6;
+    limits[Limit::Torque] = 3.0;
+    screens::Set_Desk_Limits(limits);
+    frm_Dynamics screen;
+    const Driver user(screen);
+    EXPECT_FALSE(user.Enabled("cmd_Mark"));
+    user.Press("cmd_Calc");
+    EXPECT_TRUE(user.Enabled("cmd_Mark"));
+    const Finding* const worst = screens::Desk_Check().Worst_of(Finding_Place::forces);
+    ASSERT_NE(worst, nullptr);
+    EXPECT_TRUE(worst->beyond_limit);
+    EXPECT_TRUE(user.Text("cmd_Mark").starts_with("\u26A0 Beyond a limit: ")) << user.Text("cmd_Mark");
+    const auto& torque = user.Find<paint::Chart>(Element("grf_Plot", 0));
+    const auto& force = user.Find<paint::Chart>(Element("grf_Plot", 1));
+    ASSERT_EQ(torque.Levels().size(), 2U);
+    EXPECT_EQ(torque.Levels()[1].value, -3.0);
+    ASSERT_EQ(force.Levels().size(), 1U);
+    EXPECT_EQ(force.Levels()[0].words, "limit 1000000 N");
+    ASSERT_EQ(force.Curves().size(), 1U);
+    user.Press("chk_True");
+    ASSERT_EQ(force.Curves().size(), 2U);
+    EXPECT_EQ(torque.Curves().size(), 1U);
+    EXPECT_EQ(force.Curves()[1].name, "Contact force, true");
+    // The row is along the stem: across the contact it is larger by the pressure angle's cosine.
+    const double phi = design.results.CalcData(var::Phi, 45) * Rad_per_Deg;
+    EXPECT_NEAR(force.Curves()[1].y[45], force.Curves()[0].y[45] / std::cos(phi), 1e-3);
+    user.Fill("txt_Mass", "9");  // calculated anew at once, or waiting
+    EXPECT_EQ(user.Enabled("cmd_Mark"), bool{design.flags.Dynamicflag});
 }
 
 }  // namespace

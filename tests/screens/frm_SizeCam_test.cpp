@@ -7,6 +7,8 @@
 #include <QGroupBox>
 #include <QMouseEvent>
 #include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
 
 #include "core/text.h"
 #include "paint/chart.h"
@@ -88,6 +90,98 @@ TEST_F(Size_Screen, controls_carry_their_tips_and_captions)
         EXPECT_EQ(user.Text(name), caption) << name.toStdString();
     EXPECT_EQ(user.Find<QGroupBox>("fra_Prime").title(), "Prime Radius");
     EXPECT_EQ(user.Find<QGroupBox>("fra_Rotate").title(), "Cam Rotation");
+}
+
+/// The lines of a chart at the limits that are on.
+std::vector<double> Levels_of_Chart(const paint::Chart& chart)
+{
+    std::vector<double> values;
+    for (const paint::Level& level : chart.Levels())
+        values.push_back(level.value);
+    return values;
+}
+
+TEST_F(Size_Screen, its_mark_follows_each_calculation_and_is_gray_before_it)
+{
+    frm_SizeCam screen;
+    const Driver user(screen);
+    EXPECT_TRUE(user.Text("cmd_Mark").starts_with("\u2714 No findings")) << user.Text("cmd_Mark");
+    EXPECT_TRUE(user.Enabled("cmd_Mark"));
+    user.Fill("txt_follower", "70");
+    user.Fill("txt_Prime", "75");
+    EXPECT_FALSE(user.Enabled("cmd_Mark"));
+    EXPECT_TRUE(user.Text("cmd_Mark").starts_with("\u2714 No findings"));
+    user.Press("cmd_Calc");
+    EXPECT_TRUE(user.Enabled("cmd_Mark"));
+    EXPECT_TRUE(user.Text("cmd_Mark").starts_with("\u2716 Do not cut: ")) << user.Text("cmd_Mark");
+    EXPECT_NE(user.Tip("cmd_Mark").find(screens::Desk_Check().findings.front().advice), std::string::npos);
+    user.Press("chk_Autocalc");
+    user.Fill("txt_follower", "20");
+    EXPECT_TRUE(user.Enabled("cmd_Mark"));
+    EXPECT_TRUE(user.Text("cmd_Mark").starts_with("\u2714 No findings")) << user.Text("cmd_Mark");
+}
+
+TEST_F(Size_Screen, a_cam_that_was_never_sized_is_not_checked)
+{
+    f_.Sized = false;
+    frm_SizeCam screen;
+    const Driver user(screen);
+    EXPECT_FALSE(user.Enabled("cmd_Mark"));
+    EXPECT_EQ(user.Text("cmd_Mark"), "Not checked before the calculation");
+}
+
+TEST_F(Size_Screen, its_charts_have_the_limits_and_on_request_the_true_curves)
+{
+    frm_SizeCam screen;
+    const Driver user(screen);
+    user.Press("chk_Autocalc");
+    user.Fill("txt_Prime", "60");
+    user.Fill("txt_Offset", "20");
+    const auto& phi = user.Find<paint::Chart>("pct_Pang");
+    const auto& rho = user.Find<paint::Chart>("pct_Radcurv");
+    EXPECT_EQ(Levels_of_Chart(phi), (std::vector<double>{30, -30}));
+    EXPECT_EQ(Levels_of_Chart(rho), (std::vector<double>{1.5 * 18.75}));
+    const auto beside = [](const paint::Chart& chart) {
+        return std::ranges::count_if(chart.Curves(), &paint::Curve::beside);
+    };
+    EXPECT_EQ(beside(phi) + beside(rho), 0);
+    const std::size_t before = rho.Curves().size();
+    user.Press("chk_True");
+    EXPECT_EQ(beside(phi), 1);
+    EXPECT_EQ(beside(rho), 1);
+    EXPECT_EQ(rho.Curves().size(), before + 1);
+    EXPECT_EQ(rho.Curves()[0].name, "Rho");
+    EXPECT_EQ(rho.Curves()[1].name, "Rho, true");
+    EXPECT_EQ(rho.Curves()[1].pattern, Qt::DashLine);
+    EXPECT_FALSE(phi.Curves()[1].faint);
+    // Half way up a rise with an offset the row leaves the offset out of its root.
+    EXPECT_GT(std::abs(rho.Curves()[1].y[65] - rho.Curves()[0].y[65]), 0.5);
+    EXPECT_NEAR(phi.Curves()[1].y[65], phi.Curves()[0].y[65], 1e-3);
+    user.Fill("txt_Prime", "61");  // a calculation brings its own, and leaves one faint curve, the row's
+    EXPECT_EQ(beside(rho), 1);
+    EXPECT_EQ(std::ranges::count_if(rho.Curves(), &paint::Curve::faint), 1);
+    EXPECT_EQ(rho.Curves().size(), 3U);
+    user.Press("chk_True");
+    EXPECT_EQ(beside(phi) + beside(rho), 0);
+}
+
+TEST_F(Size_Screen, limits_changed_on_its_panel_are_those_of_its_charts)
+{
+    frm_SizeCam screen;
+    const Driver user(screen);
+    const testing::Modals modals([&](QDialog& open) {
+        const Driver form(open);
+        if (open.objectName() == "frm_Limits") {
+            form.Fill("txt_Phi", "20");
+            form.Press("cmd_OK");
+        } else {
+            form.Press("cmd_Limits");
+            form.Press("cmd_Close");
+        }
+    });
+    user.Press("cmd_Mark");
+    EXPECT_EQ(Levels_of_Chart(user.Find<paint::Chart>("pct_Pang")), (std::vector<double>{20, -20}));
+    EXPECT_TRUE(screen.isVisible());
 }
 
 TEST_F(Size_Screen, without_autocalc_a_change_waits_for_the_button)

@@ -510,5 +510,35 @@ TEST_F(Stress_Screen, closing_the_window_takes_the_entry_that_is_being_typed)
     EXPECT_EQ(screen.result(), QDialog::Accepted);
 }
 
+TEST_F(Stress_Screen, its_mark_and_charts_have_limits_and_true_stresses)
+{
+    Limits limits;
+    limits[Limit::Sigma] = 50.0;  // N/mm^2
+    screens::Set_Desk_Limits(limits);
+    frm_Stress screen;
+    EXPECT_FALSE(screen.Control<QAbstractButton>("cmd_Mark").isEnabled());  // before the first calculation
+    const Driver user(screen);
+    ASSERT_TRUE(f_.Stressflag);
+    EXPECT_TRUE(user.Enabled("cmd_Mark"));
+    const Finding* const worst = screens::Desk_Check().Worst_of(Finding_Place::stress);
+    ASSERT_NE(worst, nullptr);
+    EXPECT_EQ(worst->code, "Sigma");
+    EXPECT_TRUE(user.Text("cmd_Mark").starts_with("\u26A0 Beyond a limit: Contact stress")) << user.Text("cmd_Mark");
+    const auto& sigma = user.Find<paint::Chart>(Element("pct_Plot", 2));
+    ASSERT_EQ(sigma.Levels().size(), 1U);
+    EXPECT_EQ(sigma.Levels()[0].value, -50.0);
+    for (int k = 0; k < 4; ++k)
+        EXPECT_EQ(Curves(user, k).size(), 1U) << k;
+    user.Press("chk_True");
+    for (int k = 0; k < 4; ++k) {
+        ASSERT_EQ(Curves(user, k).size(), 2U) << k;
+        EXPECT_TRUE(Curves(user, k)[1].beside) << k;
+    }
+    EXPECT_NEAR(Curves(user, 2)[1].y[135] / Curves(user, 2)[0].y[135], 1.0, 0.01);  // in the dwell both are right
+    user.Fill("txt_Length", "12");                                                  // a new calculation brings its own
+    EXPECT_EQ(Curves(user, 2).size(), 2U);
+    EXPECT_NEAR(Curves(user, 2)[1].y[135] / Curves(user, 2)[0].y[135], 1.0, 0.01);
+}
+
 }  // namespace
 }  // namespace lobemax
