@@ -639,7 +639,7 @@ TEST_F(Dynamics_Screen, its_mark_waits_for_the_forces_and_its_charts_show_limits
     // The row is along the stem: across the contact it is larger by the pressure angle's cosine.
     const double phi = design.results.CalcData(var::Phi, 45) * Rad_per_Deg;
     EXPECT_NEAR(force.Curves()[1].y[45], force.Curves()[0].y[45] / std::cos(phi), 1e-3);
-    user.Fill("txt_Mass", "9");  // calculated anew at once, or waiting
+    user.Fill("txt_Preload", "200");  // calculated anew at once, or waiting
     EXPECT_EQ(user.Enabled("cmd_Mark"), bool{design.flags.Dynamicflag});
 }
 
