@@ -18,7 +18,9 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "forms/departure_notes.h"
+#include "forms/drive_words.h"
 #include "forms/lobe_form.h"
+#include "forms/row_extremes.h"
 
 namespace lobemax::cli {
 
@@ -136,6 +138,56 @@ std::string Segment_Line(const std::array<std::string, 8>& cells)
     return line + "\n";
 }
 
+/// A number of 32 bits in the shortest text.
+std::string Shortest_Single(double value)
+{
+    return Shortest(Single(value));
+}
+
+/// The extremes of the rows and the figures for the drive, as far as they are calculated.
+std::string Tables_of_Results(const Design_State& design)
+{
+    std::string text;
+    if (const std::vector<Row_Extremes> found = Main_Extremes(design); !found.empty()) {
+        Report_Table table{{{"Extremes", true}, {"unit", true}, {"smallest"}, {"at deg"}, {"largest"}, {"at deg"}}, {}};
+        for (const Row_Extremes& e : found)
+            table.rows.push_back({e.name, e.unit, Shortest(e.smallest), Shortest(e.smallest_at), Shortest(e.largest),
+                                  Shortest(e.largest_at)});
+        text += "\n" + Joined(Table_Lines(table));
+    }
+    if (const std::vector<Drive_Figure> drive = Figures_of_Drive(design); !drive.empty()) {
+        text += "\n" + Joined(Table_Lines(Drive_Table(drive, Shortest_Single)));
+        if (const std::string note = Note_on_Torque_Unit(design); !note.empty())
+            text += note + "\n";
+    }
+    return text;
+}
+
+/// The same as JSON: lists, of which each element says its unit.
+void Add_Results(nlohmann::ordered_json& summary, const Design_State& design)
+{
+    nlohmann::ordered_json extremes = nlohmann::ordered_json::array();
+    for (const Row_Extremes& e : Main_Extremes(design))
+        extremes.push_back({{"row", e.row},
+                            {"name", e.name},
+                            {"unit", e.unit},
+                            {"smallest", double{e.smallest}},
+                            {"smallest_at", double{e.smallest_at}},
+                            {"largest", double{e.largest}},
+                            {"largest_at", double{e.largest_at}}});
+    if (!extremes.empty())
+        summary["Extremes"] = extremes;
+    nlohmann::ordered_json drive = nlohmann::ordered_json::array();
+    for (const Drive_Figure& figure : Figures_of_Drive(design)) {
+        nlohmann::ordered_json element{{"name", figure.name}, {"unit", figure.unit}, {"value", figure.value}};
+        if (figure.with_friction)
+            element["with_friction"] = *figure.with_friction;
+        drive.push_back(element);
+    }
+    if (!drive.empty())
+        summary["Drive"] = drive;
+}
+
 std::string Summary(Design_State& design)
 {
     const Motion_Group& m = design.motion;
@@ -153,6 +205,7 @@ std::string Summary(Design_State& design)
         text += std::string(name) + " = " + On_One_Line(Field_Value(design, field, {})) + (unit.empty() ? "" : " ") +
                 unit + "\n";
     }
+    text += Tables_of_Results(design);
     for (const std::string& note : Departure_Notes(design))
         text += "Note: " + note + "\n";
     return text;
@@ -173,6 +226,7 @@ nlohmann::ordered_json Json_Summary(Design_State& design)
     for (const char* name : summary_fields)
         if (Shown_in_Summary(design, name))
             summary[name] = Json_Value(design, *Find_Field(name), {});
+    Add_Results(summary, design);
     if (const std::vector<std::string> notes = Departure_Notes(design); !notes.empty())
         summary["Notes"] = notes;
     return summary;

@@ -17,6 +17,7 @@
 #include "edit/door.h"
 #include "edit/rungs.h"
 #include "files/model_file.h"
+#include "forms/drive_words.h"
 
 namespace lobemax {
 
@@ -374,11 +375,7 @@ double Percent_Shown(const Compensation& result)
 
 std::string Note_of_Compcam(const Design_State& design)
 {
-    const double divisor = Length_Divisor(design);
-    if (divisor == 1.0 || design.motion.Time_Base != 1)  // another base is told of by the calculation
-        return {};
-    return "The torques are in N-m, lengths being brought to metres: in " + Unit_Word(design, Form_Unit::torque) +
-           " they are " + Shortest(divisor) + " times as many.";
+    return design.motion.Time_Base == 1 ? Note_on_Torque_Unit(design) : std::string();  // others: the calculation tells
 }
 
 std::string Step_Text(const Comp_Progress& progress)

@@ -90,8 +90,7 @@ struct Compcam_Texts {
 Compcam_Texts Texts_of_Compcam(const Design_State& design, const Compensation& result);
 std::span<const Form_Field<Compcam_Texts>> Read_Outs_of_Compcam();
 
-/// What the units beside the torques do not say: in centimetres and millimetres their word has the design's length,
-/// and the values are N-m, for lengths are brought to metres first. Empty where both agree.
+/// Note_on_Torque_Unit for the base of seconds; in another the calculation tells of it.
 std::string Note_of_Compcam(const Design_State& design);
 
 /// Lbl_Step while a run is at work: the kind of the motion.

@@ -14,9 +14,11 @@
 #include "dynamics/kinetostatics.h"
 #include "dynamics/vibration.h"
 #include "forms/departure_notes.h"
+#include "forms/drive_words.h"
 #include "forms/form_table.h"
 #include "forms/linkage_notes.h"
 #include "forms/model_form.h"
+#include "forms/row_extremes.h"
 #include "motion/motion_programs.h"
 #include "present/plot_engine.h"
 #include "present/plot_selection.h"
@@ -199,18 +201,13 @@ Report_Part Size_Part(Design_State& design)
 
 Report_Part Extremes_Part(const Design_State& design)
 {
-    const Plot_Group& p = design.plot;
     Report_Part part{"Extremes of the calculated rows", {}, {}, {}};
     part.table.columns = {{"Variable", true}, {"Unit", true}, {"Smallest"}, {"at deg"}, {"Largest"}, {"at deg"}};
-    const auto angle = design.results.CalcData.Points(var::Angle);
-    const auto at = [&](int point) { return Angle_Text(design, angle[static_cast<std::size_t>(point)]); };
-    for (const int v : Load_Names(design)) {
-        if (Is_Fourier(v))
-            continue;
-        const Extremes e = MaxMin2(design.results.CalcData, v, 0, design.motion.Max_Data_Points_used);
-        part.table.rows.push_back({Trim(p.Var_Name(v)), Axis_Unit(design, v), Number(design, e.smallest),
-                                   at(e.smallest_point), Number(design, e.largest), at(e.largest_point)});
-    }
+    std::vector<int> rows = Load_Names(design);
+    std::erase_if(rows, Is_Fourier);
+    for (const Row_Extremes& e : Extremes_of(design, rows))
+        part.table.rows.push_back({e.name, e.unit, Number(design, e.smallest), Angle_Text(design, e.smallest_at),
+                                   Number(design, e.largest), Angle_Text(design, e.largest_at)});
     if (design.motion.Time_Base == 1)
         part.notes.emplace_back("Jerk and ping stand in thousands (E3).");
     if (design.flags.Sized)
@@ -250,6 +247,18 @@ void Add_Pulses(const Design_State& design, const Torque_Pulses& pulses, std::ve
     parts.push_back(std::move(part));
 }
 
+/// What the drive has to give; empty in other units.
+Report_Part Drive_Part(const Design_State& design)
+{
+    const std::vector<Drive_Figure> drive = Figures_of_Drive(design);
+    Report_Part part{"Figures for the drive", {}, {}, {}};
+    if (drive.empty())
+        return part;
+    part.table = Drive_Table(drive, [&](double value) { return Number(design, value); });
+    part.notes = Notes_on_Drive(design);
+    return part;
+}
+
 void Add_Forces(Design_State& design, std::vector<Report_Part>& parts)
 {
     Report_Part part{"Force and torque", {}, Value_Table(), {}};
@@ -278,6 +287,8 @@ void Add_Forces(Design_State& design, std::vector<Report_Part>& parts)
         Add_Fields(design, part.table, frequencies);
     }
     parts.push_back(std::move(part));
+    if (Report_Part drive = Drive_Part(design); !drive.table.rows.empty())
+        parts.push_back(std::move(drive));
     Add_Pulses(design, found.pulses, parts);
 }
 

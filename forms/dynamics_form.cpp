@@ -92,6 +92,11 @@ constexpr std::array controls{
     Form_Control{"grf_Plot(0)", "Kinetostatic camshaft torque"},
     Form_Control{"grf_Plot(1)", "Kinetostatic force at follower"},
     Form_Control{"pct_Pict1", "", "These data can be used to calculate flywheel size - see textbook"},
+    Form_Control{
+        "pct_Drive", "",
+        "What the drive has to give over a cycle, without and with friction: mean, RMS and peak torque, power at "
+        "the cam's speed, the energy that comes and goes about the mean, the flywheel that holds the coefficient "
+        "of fluctuation, and the inertia of the follower at the shaft"},
     Form_Control{"cmd_Cancel", "< &Back"},
     Form_Control{"cmd_Calc", "&Calculate"},
     Form_Control{"cmd_Done", "&Next >"},

@@ -17,6 +17,7 @@
 #include "core/text.h"
 #include "dynamics/kinetostatics.h"
 #include "forms/compcam_form.h"
+#include "forms/drive_words.h"
 #include "paint/chart.h"
 #include "paint/plot_charts.h"
 #include "paint/print.h"
@@ -45,7 +46,7 @@ QString Caption(const QString& name)
 constexpr std::array spring_lines{"txt_Spring", "txt_Preload", "txt_Zeta", "txt_Damping",
                                   "lbl_OmegaN", "lbl_OmegaD",  "lbl_Cc"};
 
-constexpr int widest_pulse_line = 46;  // characters: the dashes
+constexpr int widest_line = 46;  // characters of a panel: the dashes of the pulses
 
 }  // namespace
 
@@ -56,7 +57,7 @@ frm_Dynamics::frm_Dynamics(QWidget* parent)
     auto* const row = new QHBoxLayout;
     row->addLayout(Inputs());
     row->addLayout(Charts(), 1);
-    row->addWidget(Pulses());
+    row->addLayout(Panels());
     Body().addLayout(row);
     Foot().addLayout(Buttons_Row());
     status_ = new Status_Panel;
@@ -157,18 +158,28 @@ QLayout* frm_Dynamics::Charts()
     return column;
 }
 
-QWidget* frm_Dynamics::Pulses()
+QLayout* frm_Dynamics::Panels()
 {
-    pulses_ = new QPlainTextEdit;
-    pulses_->setObjectName(QStringLiteral("pct_Pict1"));
-    pulses_->setToolTip(To_Qt(Words_of(pulses_->objectName()).tip));
-    pulses_->setReadOnly(true);
-    pulses_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    pulses_->setLineWrapMode(QPlainTextEdit::NoWrap);
-    const int line = pulses_->fontMetrics().horizontalAdvance(QString(widest_pulse_line, QLatin1Char('-')));
-    const int margins = 2 * static_cast<int>(pulses_->document()->documentMargin() + pulses_->frameWidth() + 1);
-    pulses_->setFixedWidth(line + margins + pulses_->verticalScrollBar()->sizeHint().width());
-    return pulses_;
+    auto* const column = new QVBoxLayout;
+    pulses_ = Panel("pct_Pict1");
+    drive_ = Panel("pct_Drive");
+    column->addWidget(pulses_, 4);
+    column->addWidget(drive_, 5);  // the table in inches is whole
+    return column;
+}
+
+QPlainTextEdit* frm_Dynamics::Panel(const char* name)
+{
+    auto* const panel = new QPlainTextEdit;
+    panel->setObjectName(QString::fromUtf8(name));
+    panel->setToolTip(To_Qt(Words_of(panel->objectName()).tip));
+    panel->setReadOnly(true);
+    panel->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    panel->setLineWrapMode(QPlainTextEdit::NoWrap);
+    const int line = panel->fontMetrics().horizontalAdvance(QString(widest_line, QLatin1Char('-')));
+    const int margins = 2 * static_cast<int>(panel->document()->documentMargin() + panel->frameWidth() + 1);
+    panel->setFixedWidth(line + margins + panel->verticalScrollBar()->sizeHint().width());
+    return panel;
 }
 
 QLayout* frm_Dynamics::Buttons_Row()
@@ -287,6 +298,7 @@ void frm_Dynamics::Show_Stale(bool stale)
     for (const Form_Control& read_out : Read_Outs_of_Dynamics())
         Control<QLabel>(To_Qt(read_out.name)).setEnabled(!stale);
     pulses_->setEnabled(!stale);
+    drive_->setEnabled(!stale);
 }
 
 void frm_Dynamics::Hide_Charts()
@@ -304,10 +316,14 @@ void frm_Dynamics::Show_Results()
             Control<QLabel>(To_Qt(read_out.name)).setText(To_Qt(text));
     if (!texts.txt_Damping.empty())
         Control<Entry>(QStringLiteral("txt_Damping")).Show_Text(texts.txt_Damping);
-    QStringList lines;
-    for (const std::string& text : found.pulses.lines)
-        lines.append(To_Qt(text));
-    pulses_->setPlainText(lines.join(QLatin1Char('\n')));
+    const auto show_lines = [](QPlainTextEdit& panel, const std::vector<std::string>& lines) {
+        QStringList list;
+        for (const std::string& text : lines)
+            list.append(To_Qt(text));
+        panel.setPlainText(list.join(QLatin1Char('\n')));
+    };
+    show_lines(*pulses_, found.pulses.lines);
+    show_lines(*drive_, Drive_Panel(design));
     paint::Show_Cycle(design, *torque_, var::Torque);
     paint::Show_Cycle(design, *force_, var::Force);
     Show_Stale(false);

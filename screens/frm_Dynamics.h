@@ -14,7 +14,8 @@ namespace lobemax::screens {
 
 class Status_Panel;
 
-/// Follower force and camshaft torque, with their charts, figures and the table of torque pulses.
+/// Follower force and camshaft torque, with their charts, figures, the table of torque pulses and what the
+/// drive has to give.
 class frm_Dynamics : public Screen {
 public:
     explicit frm_Dynamics(QWidget* parent = nullptr);
@@ -28,7 +29,9 @@ private:
     QLayout* Entries();
     QLayout* Figures_Grid();
     QLayout* Charts();
-    QWidget* Pulses();
+    QLayout* Panels();
+    /// A panel of lines in a fixed width.
+    QPlainTextEdit* Panel(const char* name);
     QLayout* Buttons_Row();
     void Compensate(bool ticked);
     void Fill();
@@ -45,6 +48,7 @@ private:
     paint::Chart* torque_ = nullptr;
     paint::Chart* force_ = nullptr;
     QPlainTextEdit* pulses_ = nullptr;
+    QPlainTextEdit* drive_ = nullptr;
     Status_Panel* status_ = nullptr;
 };
 

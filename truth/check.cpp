@@ -6,6 +6,7 @@
 
 #include "camgeom/sizing.h"
 #include "core/ladder.h"
+#include "core/numeric.h"
 #include "core/text.h"
 #include "core/units.h"
 #include "truth/check_parts.h"
@@ -294,18 +295,23 @@ std::optional<Design_State> With_True_Profile(const Design_State& design)
             const Vector polar = m.roller ? center : point.surface;
             const Vector polar_key = Turned(polar, machine_zero);
             const Vector surface_key = Turned(point.surface, machine_zero);
-            const auto degrees = [](Vector v) {
-                const double angle = std::atan2(v.y, v.x) * Deg_per_Rad;
-                return angle < 0.0 ? angle + 360.0 : angle;
-            };
+            // The polar angle runs with the cam angle, on an arm it is that of the point.
+            Single radius;
+            Single angle;
+            Cart_to_Polar(polar.x, polar.y, radius, angle);
+            if (!m.arm)
+                angle = point.theta + std::remainder(-m.rot * angle - point.theta, 360.0);
+            else if (m.roller)
+                angle = FN_Modulo(angle, 360.0);
+            data(var::Radius, i) = radius;
+            data(var::Theta, i) = angle;
+            Cart_to_Polar(polar_key.x, polar_key.y, radius, angle);
+            data(var::Radius_Key, i) = radius;
+            data(var::Theta_Key, i) = angle;
             data(var::X, i) = center.x;
             data(var::Y, i) = center.y;
-            data(var::Radius, i) = Length(polar);
-            data(var::Theta, i) = degrees(polar);
             data(var::X_Key, i) = polar_key.x;
             data(var::Y_Key, i) = polar_key.y;
-            data(var::Radius_Key, i) = Length(polar_key);
-            data(var::Theta_Key, i) = degrees(polar_key);
             data(var::X_Surface, i) = point.surface.x;
             data(var::Y_Surface, i) = point.surface.y;
             data(var::X_Surface_Key, i) = surface_key.x;

@@ -142,7 +142,7 @@ private:
         surface.reserve(Points());
         for (std::size_t i = 0; i + 1 < Points(); ++i)
             surface.push_back(truth_.points[i].surface);
-        true_lift_ = Retrace(truth_.cam, Surface_Path::Through(surface, around_), angles_);
+        true_lift_ = Retrace(truth_.cam, Surface_Path::Through(surface, around_, m_.Hollow_Sense()), angles_);
         if (!tolerance_)
             return;
         const double tolerance = *tolerance_ / unit_;
@@ -153,7 +153,7 @@ private:
         const double length = m_.arm ? tolerance * std::max(m_.arm_length, m_.pivot_distance) : tolerance;
         if (apart <= 0.1 * length)
             return;
-        const Surface_Path path = Surface_Path::Through(rows, around_);
+        const Surface_Path path = Surface_Path::Through(rows, around_, m_.Hollow_Sense());
         Retraced row_lift = Retrace(truth_.cam, path, angles_);
         if (row_lift.largest_error <= tolerance || row_lift.largest_error <= 2.0 * true_lift_.largest_error)
             return;

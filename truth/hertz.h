@@ -16,7 +16,9 @@ struct Contact {
     double depth = 0.0;        // where
 };
 
-/// A strip of a length. (124), (125), (261) @param convexity  1/R_1 + 1/R_2, above 0  @param compliance  (122)
+/// A strip of a length. (124), (125), (261). The shear is that of the plane across; a body whose Poisson's ratio is
+/// below 0.242 has a larger one along the strip: that of a very long ellipse. @param convexity  1/R_1 + 1/R_2, above 0
+/// @param compliance  (122)
 Contact Line_Contact(double force, double length, double convexity, double compliance);
 
 /// The ellipse of two bodies of the gap A x^2 + B y^2, both curvatures above 0, in any order: exact, by the complete

@@ -11,7 +11,7 @@ namespace lobemax {
 namespace {
 
 constexpr double nothing = -std::numeric_limits<double>::infinity();
-constexpr double one_turn = 360.0;
+constexpr std::size_t few = 200;  // elements that are all looked at
 
 struct Arc {
     Vector center;
@@ -33,6 +33,31 @@ Arc Arc_of(const Surface_Element& element)
     const double q = b * b;
     return {half + toward * left, length * (1.0 + q) / (4.0 * std::abs(b)), sense * left,
             ((1.0 - q) * (1.0 - q) - 4.0 * q) / ((1.0 + q) * (1.0 + q))};
+}
+
+/// Puts arcs in place of the lines that span a hollow: each turns by the mean of the turns at its ends. What turns by
+/// more is a corner.
+void Bend_Hollows(std::vector<Surface_Element>& elements, int hollow)
+{
+    constexpr double corner = 0.2;  // radians
+    const std::size_t count = elements.size();
+    const auto turn_before = [&](std::size_t i) {
+        const Surface_Element& before = elements[(i + count - 1) % count];
+        const Vector a = before.to - before.from;
+        const Vector b = elements[i].to - elements[i].from;
+        return std::atan2(Cross(a, b), Dot(a, b));
+    };
+    if (count == 0)
+        return;
+    double here = turn_before(0);
+    const double first = here;
+    for (std::size_t i = 0; i < count; ++i) {
+        const double next = i + 1 < count ? turn_before(i + 1) : first;
+        const bool bends = hollow * here > 0.0 && hollow * next > 0.0;
+        if (bends && std::abs(here) < corner && std::abs(next) < corner)
+            elements[i].bulge = std::tan(0.125 * (here + next));
+        here = next;
+    }
 }
 
 Surface_Path::Block Circle_around(Vector low, Vector high, double reach)
@@ -285,10 +310,12 @@ public:
         toward_ = follower.Place();
         const std::size_t count = surface_.Elements().size();
         double best = nothing;
-        if (in_touch_) {  // the contact goes on by about an element a step
-            const std::size_t start = contact_ + count;
-            for (std::size_t k = 0; k < 3; ++k)
-                Better(follower.Touch_Start(Brought((start + k) % count)), (start + k) % count, best);
+        if (in_touch_ && count > few) {  // the contact goes on by about an element a step
+            for (std::size_t k = contact_; k < contact_ + 3; ++k) {
+                const Surface_Element element = Brought(k % count);
+                const bool is_short = Square(element.to - element.from) < 0.01 * m_.prime * m_.prime;
+                Better(is_short ? follower.Touch_Start(element) : follower.Touch(element), k % count, best);
+            }
         }
         if (best == nothing)
             for (std::size_t i = 0; i < count; ++i)
@@ -313,12 +340,24 @@ private:
 
     bool Better(double s, std::size_t i, double& best)
     {
-        if (s <= best || (m_.arm && std::abs(s - expected_) > PIH))
+        if (s <= best || !In_Reach(s))
             return false;
         best = s;
         contact_ = i;
         in_touch_ = true;
         return true;
+    }
+
+    /// An arm stays on its own side of the line from its pivot to the cam centre, and of its track.
+    bool In_Reach(double s) const
+    {
+        if (!m_.arm)
+            return true;
+        if (around_ == 0.0 && m_.roller) {
+            const double gamma = m_.rest + m_.side * s;
+            return gamma > 0.0 && gamma < PI;
+        }
+        return std::abs(s - expected_) <= PIH;
     }
 
     /// Lifts the follower off every element that comes into it. @return whether there was one
@@ -447,7 +486,7 @@ Surface_Path::Surface_Path(std::vector<Surface_Element> elements) : elements_(st
     }
 }
 
-Surface_Path Surface_Path::Through(std::span<const Vector> points, double around)
+Surface_Path Surface_Path::Through(std::span<const Vector> points, double around, int hollow)
 {
     std::vector<Surface_Element> elements;
     elements.reserve(points.size());
@@ -459,6 +498,8 @@ Surface_Path Surface_Path::Through(std::span<const Vector> points, double around
         if (to.x != points[i].x || to.y != points[i].y)
             elements.push_back({points[i], to, 0.0});
     }
+    if (hollow != 0)
+        Bend_Hollows(elements, hollow);
     return Surface_Path(std::move(elements));
 }
 

@@ -26,7 +26,10 @@ public:
 
     /// Straight from point to point, and from the last to the first. @param around  of an axial cam the length of its
     /// turn, which the first point is moved on by; 0 of a disk
-    static Surface_Path Through(std::span<const Vector> points, double around = 0.0);
+    /// @param hollow  the sense, +1 or -1, in which the surface turns where it is hollow: arcs span it there, since
+    /// lines
+    ///                would stand out of it; 0: lines everywhere
+    static Surface_Path Through(std::span<const Vector> points, double around = 0.0, int hollow = 0);
 
     std::span<const Surface_Element> Elements() const { return elements_; }
 

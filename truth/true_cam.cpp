@@ -132,7 +132,7 @@ Center_Path Path_of(const Mechanism& m, const Follower_Point& p)
     return path;
 }
 
-/// (232): the drum passes the roller's axis at the speed of the depth.
+/// (233): the drum passes the roller's axis at the speed of the depth.
 Wall_Point Wall_of(const Mechanism& m, const Center_Path& path, double theta, int side, double depth)
 {
     const Vector first{depth + m.rot * path.first.x, path.first.y};
@@ -179,7 +179,7 @@ True_Point True_Cam::Of_Center(double theta, const Follower_Point& motion) const
     Vector rise;
     double convex = 0.0;  // the sense in which the path of a convex cam turns
     if (m.body == Cam_Body::disk) {
-        // (226), (227): seen from the cam the machine turns backwards.
+        // (227) to (229): seen from the cam the machine turns backwards.
         const Vector e = Direction(-m.rot * turned);
         const double k = -m.rot;
         p.center = Turned(path.f, e);
@@ -188,7 +188,7 @@ True_Point True_Cam::Of_Center(double theta, const Follower_Point& motion) const
         rise = Turned(path.rise, e);
         convex = -m.rot;
     } else {
-        // (231): the drum unrolled; Lambda runs with the cam angle in either sense.
+        // (232): the drum unrolled; Lambda runs with the cam angle in either sense.
         const double lateral = m.rot * path.f.x;
         const double around = m.body == Cam_Body::barrel ? m.prime * std::atan2(lateral, m.prime) : lateral;
         p.center = {m.prime * turned + around, path.f.y};
@@ -210,6 +210,10 @@ True_Point True_Cam::Of_Center(double theta, const Follower_Point& motion) const
     }
     p.Rho_Surface = m.side * p.Rho - m.roller_radius;
     if (m.body == Cam_Body::barrel) {
+        // (234): across the roller's axis the wall of a drum turns by what lies beside the axis too.
+        const double beside = m.rot * path.f.x - m.side * m.roller_radius * p.normal.x;
+        const double turning = Cross(first, second) - beside * first.y;
+        p.Rho_Surface = -m.side * Radius_of(turning / (speed * speed * speed)) - m.roller_radius;
         const Wall_Point wall = Wall_on_Cylinder(m, path, theta, m.side, m.prime);
         p.surface = {m.prime * wall.Lambda * Rad_per_Deg, wall.Z};
     } else {
@@ -225,7 +229,7 @@ True_Point True_Cam::Of_Face(double theta, const Follower_Point& motion) const
     True_Point p;
     p.theta = theta;
     p.s = motion.s;
-    // (229), (230): the face as a line at the distance h from the cam centre, whose normal turns by b.
+    // (230), (231): the face as a line at the distance h from the cam centre, whose normal turns by b.
     Vector normal{1.0, 0.0};
     double h = m.rest + motion.s;
     double h1 = motion.v;

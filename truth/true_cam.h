@@ -42,6 +42,9 @@ struct Mechanism {
     double rest = 0.0;            // at displacement 0: height of the roller centre or face, or the arm's angle, radians
     bool reaches = true;          // false: an arm that cannot stand on the prime circle
 
+    /// The sense in which the surface, followed with the cam angle, turns where it is hollow: +1 counterclockwise.
+    int Hollow_Sense() const { return body == Cam_Body::disk ? rot * side : side; }
+
     /// Where the roller centre stands at a displacement, in the machine: about the cam centre, or lateral and Z.
     Vector Center(double s) const;
 };

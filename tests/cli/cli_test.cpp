@@ -437,6 +437,37 @@ TEST_F(Cli, a_level_that_this_release_does_not_have_is_refused)
     EXPECT_EQ(refused.err, "lobemax-cli: --levels: this release has no level 'nonsense'\n");
 }
 
+TEST_F(Cli, a_summary_tells_extremes_with_their_angles_and_the_figures_for_the_drive)
+{
+    Make_Calculated("c.cam");
+    const std::string motion = Show("c.cam", "");
+    EXPECT_NE(motion.find("\nExtremes   unit        smallest  at deg    largest  at deg\n"
+                          "Displcmnt  mm                 0       0         25      90\n"),
+              std::string::npos)
+        << motion;
+    EXPECT_EQ(motion.find("Torque"), std::string::npos);
+    EXPECT_EQ(motion.find("Drive"), std::string::npos);
+
+    ASSERT_EQ(Run("example 'Double Dwell' -o e.cam --units 1").status, 0);
+    ASSERT_EQ(Run("calc e.cam -o f.cam --levels stress").status, 0);
+    const std::string whole = Show("f.cam", "");
+    for (const char* const part :
+         {"\nTorque     in-lb ", "\nSig_max    psi ", "\nTau_max    psi ", "\nForce-kin  lb ", "\nMean torque   in-lb ",
+          "\n              N-m ", "\nPeak power    W ", "\n              hp ", "\nFlywheel      lb-in-s^2 "})
+        EXPECT_NE(whole.find(part), std::string::npos) << part << whole;
+    const std::string json = Run("show f.cam --json").out;
+    for (const char* const part :
+         {"\"Extremes\": [", "\"smallest_at\": ", "\"name\": \"Sig_max\"", "\"Drive\": [",
+          "\"name\": \"Peak torque\",\n      \"unit\": \"N-m\",\n      \"value\": ", "\"with_friction\": "})
+        EXPECT_NE(json.find(part), std::string::npos) << part;
+
+    ASSERT_EQ(Run("example 'Double Dwell' -o m.cam").status, 0);
+    const std::string metric = Show("m.cam", "");
+    EXPECT_NE(metric.find("\nTorque     N-m "), std::string::npos) << metric;
+    EXPECT_NE(metric.find("in mm-N they are 1000 times as many.\n"), std::string::npos);
+    EXPECT_EQ(metric.find(" hp "), std::string::npos);
+}
+
 TEST_F(Cli, twenty_segments_give_their_cut_file_and_status_1)
 {
     std::string many;

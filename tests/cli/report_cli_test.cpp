@@ -120,7 +120,7 @@ TEST_F(Report_Cli, a_pdf_has_the_pages_and_the_same_bytes_each_time)
     ASSERT_EQ(Report("c.cam", "again.pdf").status, 0);
     const std::string pdf = Content("c.pdf");
     EXPECT_EQ(pdf.substr(0, 5), "%PDF-");
-    EXPECT_EQ(Pages(pdf), 5) << "two of words and tables, two of plots, a drawing";
+    EXPECT_EQ(Pages(pdf), 6) << "three of words and tables, two of plots, a drawing";
     EXPECT_EQ(pdf, Content("again.pdf"));
 }
 

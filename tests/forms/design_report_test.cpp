@@ -136,9 +136,10 @@ TEST_F(Design_Reports, grow_with_the_ladder)
     design.dynamics.Preload = 1e6;
     ASSERT_TRUE(Run_Forces(design));
     Texts titles = Titles(Made());
-    ASSERT_EQ(titles.size(), 8U);
+    ASSERT_EQ(titles.size(), 9U);
     EXPECT_EQ(titles[6], "Force and torque");
-    EXPECT_EQ(titles[7], "Areas of camshaft torque");
+    EXPECT_EQ(titles[7], "Figures for the drive");
+    EXPECT_EQ(titles[8], "Areas of camshaft torque");
     Put_Materials(design);
     design.dynamics.Roller_length = 10.0;
     Contact_Field refused{};
@@ -147,6 +148,31 @@ TEST_F(Design_Reports, grow_with_the_ladder)
     f_.Calculated = false;
     const Design_Report without = Made();
     EXPECT_EQ(Part(without, "Design").notes, Texts{"Nothing is calculated yet."});
+}
+
+TEST_F(Design_Reports, what_the_drive_has_to_give_stands_in_the_units_of_the_design_and_si)
+{
+    testing::Cam_Maker{}.Make();
+    ASSERT_TRUE(Run_Size(design));
+    f_.Dynamicflag = true;
+    for (int p = 0; p <= 360; ++p)
+        design.results.CalcData(var::Torque, p) = 3.0;
+    const Design_Report metric = Made();
+    const Report_Part& drive = Part(metric, "Figures for the drive");
+    EXPECT_EQ(Row(drive, "Mean torque"), (Texts{"Mean torque", "N-m", "3", "3"}));
+    EXPECT_EQ(Row(drive, "Mean power"), (Texts{"Mean power", "W", "36", "36"}));
+    EXPECT_EQ(Row(drive, "Energy swing"), (Texts{"Energy swing", "J", "0", "0"}));
+    design.dynamics.Coeff_of_Fluctuation = 0.05;
+    EXPECT_EQ(Row(Part(Made(), "Figures for the drive"), "Flywheel"), (Texts{"Flywheel", "kg-m^2", "0", "0"}));
+    EXPECT_NE(Report_Text(metric).find("in mm-N they are 1000 times as many."), std::string::npos);
+    design.identity.WhichUnit = 1;
+    Set_Units(design);
+    const Design_Report inches = Made();
+    const Report_Table& table = Part(inches, "Figures for the drive").table;
+    EXPECT_EQ(table.rows.at(0), (Texts{"Mean torque", "in-lb", "3", "3"}));
+    EXPECT_EQ(table.rows.at(1), (Texts{"", "N-m", "0.338954", "0.338954"}));
+    design.flags.Units_Changed = true;
+    EXPECT_EQ(std::ranges::count(Titles(Made()), "Figures for the drive"), 0);
 }
 
 TEST_F(Design_Reports, a_report_leaves_the_design_as_it_was)

@@ -5,12 +5,14 @@
 
 #include <QGroupBox>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
 #include "core/text.h"
 #include "dynamics/kinetostatics.h"
+#include "forms/drive_words.h"
 #include "paint/chart.h"
 #include "tests/support/desktop_design.h"
 #include "tests/support/test_design.h"
@@ -143,6 +145,28 @@ TEST_F(Dynamics_Screen, has_its_titles_captions_and_tips)
     EXPECT_EQ(Chart(user, 0).Title().toStdString(), "Kinetostatic camshaft torque");
     EXPECT_EQ(Chart(user, 1).Title().toStdString(), "Kinetostatic force at follower");
     EXPECT_EQ(user.Tip("pct_Pict1"), "These data can be used to calculate flywheel size - see textbook");
+    EXPECT_TRUE(
+        user.Tip("pct_Drive").starts_with("What the drive has to give over a cycle, without and with friction"));
+}
+
+TEST_F(Dynamics_Screen, the_drives_figures_stand_whole_in_their_panel)
+{
+    for (const int system : {1, 5}) {
+        Start_in(system, "Double Dwell");
+        frm_Dynamics screen;
+        const Driver user(screen);
+        const auto& panel = user.Find<QPlainTextEdit>("pct_Drive");
+        EXPECT_EQ(panel.toPlainText().toStdString(), "");
+        user.Press("cmd_Calc");
+        EXPECT_EQ(panel.toPlainText().toStdString() + "\n", Joined(Drive_Panel(design)));
+        EXPECT_EQ(panel.toPlainText().contains("N-m"), true);
+        EXPECT_TRUE(panel.isEnabled());
+        EXPECT_EQ(panel.horizontalScrollBar()->maximum(), 0) << system;
+        EXPECT_EQ(panel.verticalScrollBar()->maximum(), 0) << system;
+        script_.Expect(positive);
+        user.Fill("txt_Mass", "-1");
+        EXPECT_FALSE(panel.isEnabled()) << "the figures of what stood before";
+    }
 }
 
 TEST_F(Dynamics_Screen, every_field_and_figure_has_its_unit)

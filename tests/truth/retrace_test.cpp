@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "truth/retrace.h"
+
+#include <cmath>
+
+#include "tests/support/truth_design.h"
+
+namespace lobemax {
+namespace {
+
+using testing::Data;
+using testing::Every_Configuration;
+using testing::Truth_Maker;
+
+std::vector<double> Angles(double from, double step)
+{
+    std::vector<double> angles;
+    for (double theta = from; theta < 360.0; theta += step)
+        angles.push_back(theta);
+    return angles;
+}
+
+double Turn_of(const True_Cam& cam)
+{
+    return cam.Follower().body == Cam_Body::disk ? 0.0 : PI2 * cam.Follower().prime;
+}
+
+std::vector<Vector> True_Surface(const True_Cam& cam, double step)
+{
+    std::vector<Vector> points;
+    for (const double theta : Angles(0.0, step))
+        points.push_back(cam.At(theta).surface);
+    return points;
+}
+
+// The surface gives back the lift it was made for, in every configuration. Straight lines stand into a hollow by a
+// fourth of a degree's share, so that 1E-6 of the lift is reached at the finest step.
+TEST(Retracing, the_true_surface_gives_back_the_lift)
+{
+    for (Truth_Maker maker : Every_Configuration()) {
+        maker.step = 0.125;
+        SCOPED_TRACE(maker.Name());
+        ASSERT_NO_FATAL_FAILURE(maker.Make());
+        const True_Cam cam(design);
+        const Surface_Path path = Surface_Path::Through(True_Surface(cam, 0.125), Turn_of(cam));
+        const Retraced lift = Retrace(cam, path, Angles(0.0, 0.125));
+        const double stroke = maker.arm ? maker.lift * Rad_per_Deg : maker.lift;
+        EXPECT_LT(lift.largest_error, 1e-6 * stroke) << "at " << lift.at;
+        EXPECT_EQ(lift.s.size(), 2880U);
+    }
+}
+
+// Between the points the follower sinks by no more than the height of an arc over its chord.
+TEST(Retracing, between_the_points_a_follower_sinks_into_the_chords)
+{
+    ASSERT_NO_FATAL_FAILURE((Truth_Maker{}.Make()));
+    const True_Cam cam(design);
+    const std::vector<Vector> points = True_Surface(cam, 1.0);
+    double sag = 0.0;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const double chord = Length(points[(i + 1) % points.size()] - points[i]);
+        const True_Point p = cam.At(static_cast<double>(i));
+        sag = std::max(sag, chord * chord / (8.0 * std::abs(p.Rho_Surface)) / std::cos(p.Phi * Rad_per_Deg));
+    }
+    const Retraced lift = Retrace(cam, Surface_Path::Through(points), Angles(0.5, 1.0));
+    EXPECT_LT(lift.largest_error, 1.1 * sag);
+    EXPECT_GT(lift.largest_error, 0.5 * sag);
+}
+
+/// A closed circle of lines or of arcs.
+Surface_Path Circle(Vector center, double radius, int pieces, bool arcs)
+{
+    std::vector<Surface_Element> elements;
+    const double angle = PI2 / pieces;
+    for (int i = 0; i < pieces; ++i)
+        elements.push_back({center + radius * Direction(i * angle), center + radius * Direction((i + 1) * angle),
+                            arcs ? std::tan(angle / 4.0) : 0.0});
+    return Surface_Path(std::move(elements));
+}
+
+// A roller on an eccentric circle of arcs stands where the two circles say, between the arcs' ends too: flat face and
+// arm likewise.
+TEST(Retracing, a_circle_of_a_few_arcs_is_a_circle)
+{
+    constexpr double e = 8.0;
+    constexpr double r = 50.0;
+    for (const int pieces : {3, 7, 24}) {
+        const Surface_Path circle = Circle({-e, 0.0}, r, pieces, true);
+        for (const int rot : {-1, 1}) {
+            ASSERT_NO_FATAL_FAILURE((Truth_Maker{.rot = rot}.Make()));
+            const std::vector<double> angles = Angles(0.3, 3.7);
+            const Retraced roller = Retrace(True_Cam(design), circle, angles);
+            for (std::size_t i = 0; i < angles.size(); ++i) {
+                const double t = angles[i] * Rad_per_Deg;
+                const double l = r + 12.0;
+                EXPECT_NEAR(roller.s[i] + 60.0, -e * std::cos(t) + std::sqrt(l * l - e * e * std::sin(t) * std::sin(t)),
+                            1e-9);
+            }
+            ASSERT_NO_FATAL_FAILURE((Truth_Maker{.flat = true, .rot = rot}.Make()));
+            const Retraced face = Retrace(True_Cam(design), circle, angles);
+            for (std::size_t i = 0; i < angles.size(); ++i)
+                EXPECT_NEAR(face.s[i] + 60.0, r - e * std::cos(angles[i] * Rad_per_Deg), 1e-9);
+            for (const int dir : {-1, 1}) {
+                ASSERT_NO_FATAL_FAILURE((Truth_Maker{.arm = true, .rot = rot, .dir = dir}.Make()));
+                const True_Cam cam(design);
+                const Retraced arm = Retrace(cam, circle, angles);
+                for (std::size_t i = 0; i < angles.size(); ++i) {
+                    const Vector center = Turned({-e, 0.0}, Direction(rot * angles[i] * Rad_per_Deg));
+                    // The program's own two pi is 8E-10 too large, at an arm of 80.
+                    EXPECT_NEAR(Length(cam.Follower().Center(arm.s[i]) - center), r + 12.0, 2e-7);
+                }
+            }
+        }
+    }
+}
+
+TEST(Retracing, a_roller_lies_on_lines_and_in_corners)
+{
+    ASSERT_NO_FATAL_FAILURE((Truth_Maker{}.Make()));
+    const True_Cam cam(design);
+    // A square of 100 mm: on its side the roller stands 50 + 12 from the centre, on its corner at 50 sqrt(2) + 12.
+    const std::vector<Vector> square{{50, 50}, {-50, 50}, {-50, -50}, {50, -50}};
+    const Retraced lift = Retrace(cam, Surface_Path::Through(square), std::vector<double>{0.0, 45.0, 90.0, 180.0});
+    EXPECT_NEAR(lift.s[0] + 60.0, 62.0, 1e-12);
+    EXPECT_NEAR(lift.s[1] + 60.0, 50.0 * std::sqrt(2.0) + 12.0, 1e-8);
+    EXPECT_NEAR(lift.s[2] + 60.0, 62.0, 1e-8);
+    EXPECT_NEAR(lift.s[3] + 60.0, 62.0, 1e-8);
+    // In a notch of 90 degrees it lies on both sides: sqrt(2) of its radius above the corner.
+    const std::vector<Vector> notch{{40, 0}, {70, 30}, {-60, 30}, {-60, -30}, {70, -30}};
+    const Retraced low = Retrace(cam, Surface_Path::Through(notch), std::vector<double>{0.0});
+    EXPECT_NEAR(low.s[0] + 60.0, 40.0 + 12.0 * std::sqrt(2.0), 1e-12);
+}
+
+TEST(Retracing, a_follower_that_meets_nothing_has_no_number)
+{
+    ASSERT_NO_FATAL_FAILURE((Truth_Maker{}.Make()));
+    const True_Cam cam(design);
+    const std::vector<Vector> aside{{0, 100}, {10, 100}, {10, 110}};
+    const Retraced lift = Retrace(cam, Surface_Path::Through(aside), std::vector<double>{0.0});
+    EXPECT_TRUE(std::isnan(lift.s[0]));
+    EXPECT_TRUE(std::isinf(lift.largest_error));
+    EXPECT_TRUE(std::isnan(Retrace(cam, Surface_Path::Through({}), std::vector<double>{0.0}).s[0]));
+}
+
+/// The surface by the rows.
+std::vector<Vector> Row_Surface()
+{
+    std::vector<Vector> points;
+    for (int i = 0; i < design.motion.Max_Data_Points_used; ++i)
+        points.push_back({Data(var::X_Surface, i), Data(var::Y_Surface, i)});
+    return points;
+}
+
+// A flat face on an arm whose sense is opposed to the cam's: several degrees. A translating roller: nothing.
+TEST(Retracing, the_surface_of_the_rows_is_found_out)
+{
+    ASSERT_NO_FATAL_FAILURE((Truth_Maker{.arm = true, .flat = true, .rot = -1, .dir = 1, .lift = 15.0}.Make()));
+    const Retraced opposed = Retrace(True_Cam(design), Surface_Path::Through(Row_Surface()), Angles(0.0, 0.5));
+    EXPECT_GT(opposed.largest_error * Deg_per_Rad, 5.0);
+    for (const double offset : {0.0, 7.0}) {
+        ASSERT_NO_FATAL_FAILURE((Truth_Maker{.offset = offset}.Make()));
+        const Retraced roller = Retrace(True_Cam(design), Surface_Path::Through(Row_Surface()), Angles(0.0, 0.5));
+        EXPECT_LT(roller.largest_error, 2e-5);
+    }
+}
+
+// A roller larger than the curvature: what is left of the surface lies on no roller's inside, and lifts less.
+TEST(Retracing, what_is_left_after_undercutting_lifts_less)
+{
+    ASSERT_NO_FATAL_FAILURE((Truth_Maker{}.Make()));
+    design.cam.Prime_Rad = 45.0;
+    design.cam.Follow_Rad = 40.0;
+    const True_Cam cam(design);
+    std::vector<True_Point> points;
+    for (const double theta : Angles(0.0, 0.5))
+        points.push_back(cam.At(theta));
+    const std::vector<Vector> left = Points_left(cam, points, 1e-7);
+    ASSERT_LT(left.size(), points.size());
+    ASSERT_GT(left.size(), 100U);
+    for (const Vector& q : left)
+        for (const True_Point& p : points)
+            ASSERT_GT(Length(q - p.center), 40.0 - 1e-6);
+    const Retraced lift = Retrace(cam, Surface_Path::Through(left), Angles(0.0, 0.5));
+    for (std::size_t i = 0; i < points.size(); ++i)
+        EXPECT_LT(lift.s[i], points[i].s + 1e-4);
+    EXPECT_GT(lift.largest_error, 0.05);
+    // A sound cam keeps all its points.
+    design.cam.Follow_Rad = 12.0;
+    const True_Cam sound(design);
+    points.clear();
+    for (const double theta : Angles(0.0, 0.5))
+        points.push_back(sound.At(theta));
+    EXPECT_EQ(Points_left(sound, points, 1e-7).size(), points.size());
+}
+
+}  // namespace
+}  // namespace lobemax
