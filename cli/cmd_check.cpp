@@ -72,7 +72,7 @@ std::string Text_of(const Design_State& design, const Check& check, const Limits
         {}};
     for (const Finding& finding : check.findings)
         table.rows.push_back({Severity_Caption(finding), finding.name,
-                              finding.angle ? Angle_Text(design, *finding.angle) : "",
+                              finding.angle ? Degrees_Text(design, *finding.angle) : "",
                               finding.segment > 0 ? std::to_string(finding.segment) : "", figure(finding.row),
                               figure(finding.truth), figure(finding.limit), finding.unit});
     Report_Lines lines;

@@ -7,9 +7,8 @@
 
 #include "core/design_state.h"
 #include "core/ladder.h"
+#include "core/numeric.h"
 #include "core/text.h"
-#include "core/units.h"
-#include "present/report.h"
 
 namespace lobemax {
 
@@ -67,11 +66,17 @@ std::string Figure_Text(const Design_State& design, double value, const std::str
     return With_Unit(In_Figures(design, value, figures), unit);
 }
 
+std::string Degrees_Text(const Design_State& design, double angle)
+{
+    constexpr int decimals = 3;  // the finest step is 0.125
+    return Shown(design, Single(FNRound(angle, decimals)));
+}
+
 std::string Where_of(const Design_State& design, const Finding& finding)
 {
     std::vector<std::string> parts;
     if (finding.angle)
-        parts.push_back("at " + Angle_Text(design, *finding.angle) + " deg");
+        parts.push_back("at " + Degrees_Text(design, *finding.angle) + " deg");
     if (finding.segment > 0)
         parts.push_back((parts.empty() ? "in segment " : "segment ") + std::to_string(finding.segment));
     return Joined_by(parts, ", ");
@@ -87,8 +92,8 @@ std::string Stretches_of(const Design_State& design, const Finding& finding)
             break;
         }
         parts.push_back(stretch.from == stretch.to
-                            ? Angle_Text(design, stretch.from) + " deg"
-                            : Angle_Text(design, stretch.from) + " to " + Angle_Text(design, stretch.to) + " deg");
+                            ? Degrees_Text(design, stretch.from) + " deg"
+                            : Degrees_Text(design, stretch.from) + " to " + Degrees_Text(design, stretch.to) + " deg");
     }
     if (parts.empty())
         return "";

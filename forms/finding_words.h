@@ -23,6 +23,9 @@ std::string_view Screen_of(Finding_Place place);
 /// A value with a unit, "0.097 mm"; "infinite" for one that is practically so, "none" for what is no number.
 std::string Figure_Text(const Design_State& design, double value, const std::string& unit);
 
+/// An angle of the cam, "221.25".
+std::string Degrees_Text(const Design_State& design, double angle);
+
 /// Where a finding is worst: "at 221.25 deg, segment 4"; empty where it has no place.
 std::string Where_of(const Design_State& design, const Finding& finding);
 

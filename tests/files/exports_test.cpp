@@ -317,6 +317,74 @@ TEST_F(Exports, every_profile_entry_writes_its_own_rows)
     }
 }
 
+/// The rows of a translating roller are true ones, but for the point that is spoilt here: 3 mm and 4 mm are 5 mm.
+TEST_F(Exports, a_profile_of_true_points_tells_how_far_the_rows_are_from_them)
+{
+    auto& data = design.results.CalcData;
+    const double x = data(var::X_Surface, 7), y = data(var::Y_Surface, 7);
+    data(var::X_Surface, 7) = x + 3.0;
+    data(var::Y_Surface, 7) = y - 4.0;
+    script_.Expect(
+        {"The profile data for this cam has been written to " + path_ +
+         "\nThis tab-delimited file can be opened in any spreadsheet program\nIts points are true ones, up to "
+         "5 mm from those that the program calculates."});
+    ASSERT_TRUE(Run_Export(design, "mnu_Surface", Profile_Rows::truth));
+    const auto lines = Lines();
+    EXPECT_EQ(lines.size(), 7U + 360U);
+    EXPECT_EQ(lines[3][0], "X_Surface");
+    EXPECT_NEAR(std::stod(lines[7 + 7][0]), x, 1e-4);
+    EXPECT_NEAR(std::stod(lines[7 + 7][1]), y, 1e-4);
+    EXPECT_EQ(design.identity.Model_Name, std::filesystem::path(path_).stem());
+    EXPECT_EQ(data(var::X_Surface, 7), Single(x + 3.0)) << "the design keeps its rows";
+    ASSERT_TRUE(Export_Profile_to_File(design, path_, 2));
+    EXPECT_EQ(std::stof(Lines()[7 + 7][0]), static_cast<float>(x + 3.0));
+}
+
+TEST_F(Exports, points_of_two_profiles_are_apart_along_the_surface_of_the_cam)
+{
+    for (const char* const kind : {"Radial", "Barrel", "Linear"}) {
+        design.cam.Camtype = kind;
+        const Design_State other = design;
+        EXPECT_EQ(Profile_Distance(design, other, 2), 0.0);
+        auto& data = design.results.CalcData;
+        const bool radial = design.cam.Camtype == "Radial";
+        data(radial ? var::X_Surface : var::Z_Surface, 5) += 3.0;
+        EXPECT_NEAR(Profile_Distance(design, other, 2), 3.0, 1e-4) << kind;
+        EXPECT_EQ(Profile_Distance(design, other, 1), 0.0) << kind;
+        design = other;
+    }
+    const auto turned_by = [](const char* kind, double turn) {
+        design.cam.Camtype = kind;
+        const Design_State other = design;
+        design.results.CalcData(var::Lambda, 5) += turn;
+        const double distance = Profile_Distance(design, other, 4);
+        design = other;
+        return distance;
+    };
+    EXPECT_NEAR(turned_by("Barrel", 360.0), 0.0, 1e-4);
+    EXPECT_NEAR(turned_by("Barrel", 90.0), 60.0 * pi / 2.0, 1e-4);
+    EXPECT_NEAR(turned_by("Linear", 120.0 * pi), 0.0, 1e-3) << "once round";
+    EXPECT_NEAR(turned_by("Linear", 7.0), 7.0, 1e-4);
+    EXPECT_THROW(Profile_Distance(design, design, 6), Fault);
+}
+
+TEST_F(Exports, what_has_no_true_points_is_told)
+{
+    const auto refused = [&](const std::string& why) {
+        script_.Expect({why, Buttons::OK, Symbol::exclamation});
+        EXPECT_FALSE(Run_Export(design, "mnu_Surface", Profile_Rows::truth));
+        EXPECT_EQ(Why_No_True_Profile(design), why);
+        EXPECT_FALSE(Written());
+        EXPECT_TRUE(script_.dialogs.empty());
+    };
+    EXPECT_EQ(Why_No_True_Profile(design), "");
+    design.flags.Sized = false;
+    refused("The cam is not sized: it has no true surface.");
+    design.flags.Sized = true;
+    design.cam.Offset = 61.0;
+    refused("There is no true surface: arm, offset and prime radius do not go together.");
+}
+
 TEST_F(Exports, motion_entries_are_for_oscillating_followers)
 {
     const Expected_Box refusal{"This feature is intended for oscillating follower systems only.", Buttons::OK,

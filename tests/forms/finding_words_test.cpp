@@ -82,10 +82,9 @@ TEST_F(Finding_Words, a_finding_is_told_on_one_line)
 
 TEST_F(Finding_Words, at_length_it_has_what_it_has_a_line_each)
 {
-    EXPECT_EQ(
-        Lines_of(design, Undercut()),
-        (Lines{"Do not cut: Undercut at 221.25 deg, segment 4", "The surface crosses itself.",
-               "Row 43.656 mm, true 42.097 mm, limit 43 mm", "From 220 to 223.50 deg", "Take a smaller roller."}));
+    EXPECT_EQ(Lines_of(design, Undercut()),
+              (Lines{"Do not cut: Undercut at 221.25 deg, segment 4", "The surface crosses itself.",
+                     "Row 43.656 mm, true 42.097 mm, limit 43 mm", "From 220 to 223.5 deg", "Take a smaller roller."}));
     EXPECT_EQ(Lines_of(design, Note_of_Torque()), (Lines{"Note: Unit of torque", "Torques are in N-m."}));
 }
 
@@ -123,7 +122,7 @@ TEST_F(Finding_Words, stretches_are_listed_with_an_end)
     f.stretch = {{350.0, 12.0}};
     EXPECT_EQ(Stretches_of(design, f), "350 to 12 deg");
     f.stretch = {{10.0, 20.5}, {30.0, 30.0}};
-    EXPECT_EQ(Stretches_of(design, f), "10 to 20.50 deg and 30 deg");
+    EXPECT_EQ(Stretches_of(design, f), "10 to 20.5 deg and 30 deg");
     f.stretch.assign(9, {1.0, 2.0});
     EXPECT_EQ(Stretches_of(design, f),
               "1 to 2 deg, 1 to 2 deg, 1 to 2 deg, 1 to 2 deg, 1 to 2 deg, 1 to 2 deg and 3 more");
