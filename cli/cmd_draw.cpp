@@ -3,6 +3,7 @@
 #include <cmath>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "camgeom/cam_drawing.h"
 #include "camgeom/sizing.h"
@@ -11,6 +12,7 @@
 #include "cli/session.h"
 #include "core/design_state.h"
 #include "edit/rungs.h"
+#include "forms/findings_form.h"
 #include "linkage/linkage_drawing.h"
 #include "paint/painter_surface.h"
 
@@ -67,13 +69,14 @@ int Run(Session& session, const Options& options)
     c.Show_Follower_Path = options.path == "follower";
     c.Show_Cutter_Path = options.path == "cutter";
     c.Show_Cam_Key = options.path == "machine";
+    const std::vector<Cam_Stretch> warned = Warned_Stretches(Check_Design(design, {}), Warned::faults);
     return Draw_to_File(session, options.picture.output, [&](const std::string& path, std::string& why) {
         bool drawn = false;
         const auto draw = [&](Surface& surface) {
             if (train)
                 return drawn = Draw_Linkage_at(design, surface, Nearest_Point(design, options.at.value_or(0.0)));
-            return drawn = options.at ? Draw_Cam_at(design, surface, Nearest_Point(design, *options.at))
-                                      : Draw_Cam(design, surface);
+            return drawn = options.at ? Draw_Cam_at(design, surface, Nearest_Point(design, *options.at), warned)
+                                      : Draw_Cam(design, surface, {.warned = warned});
         };
         const bool written = paint::Save_Drawing(draw, Picture_Size(options.picture), path, QApplication::palette(),
                                                  options.picture.scale, &why);

@@ -218,11 +218,12 @@ std::vector<double> True_Values(const Design_State& design, const Check& check, 
     return values;
 }
 
-std::vector<Cam_Stretch> Warned_Stretches(const Check& check)
+std::vector<Cam_Stretch> Warned_Stretches(const Check& check, Warned warned)
 {
     std::vector<Cam_Stretch> stretches;
     for (const Finding& finding : check.findings)
-        if (Is_Grave(finding) && finding.place == Finding_Place::size)
+        if (finding.place == Finding_Place::size &&
+            (warned == Warned::faults ? finding.severity == Severity::do_not_cut : Is_Grave(finding)))
             for (const Stretch& stretch : finding.stretch)
                 stretches.push_back({stretch.from, stretch.to});
     return stretches;

@@ -54,8 +54,9 @@ std::vector<Limit_Level> Levels_of(const Design_State& design, const Limits& lim
 /// unit; empty where they are not known, infinite where the path is as good as straight.
 std::vector<double> True_Values(const Design_State& design, const Check& check, int row);
 
-/// The stretches of the outline that must not be cut so, or break a limit.
-std::vector<Cam_Stretch> Warned_Stretches(const Check& check);
+/// The stretches of the outline that must not be cut so, or break a limit of the size.
+enum class Warned { faults, faults_and_limits };
+std::vector<Cam_Stretch> Warned_Stretches(const Check& check, Warned warned = Warned::faults_and_limits);
 
 /// Whether an entry of the Export list writes a profile, and does not refuse to.
 bool Is_Profile_Export(std::string_view entry);

@@ -319,6 +319,23 @@ TEST_F(Check_Cli, tables_plots_and_drawings_show_the_true_rows)
     EXPECT_NE(Content("rows.svg"), Content("true.svg"));
 }
 
+TEST_F(Check_Cli, a_drawing_is_red_where_the_cam_must_not_be_cut)
+{
+    const auto is_red = [this](const std::string& command) {
+        Do(command + " -o drawing.svg --size 300x300");
+        return Holds(Content("drawing.svg"), "#d62f2f");
+    };
+    Make_Published("p.cam", "-7.04");
+    EXPECT_TRUE(is_red("draw p.cam"));
+    EXPECT_TRUE(is_red("draw p.cam --at 221.25"));
+    EXPECT_FALSE(is_red("draw p.cam --path machine"));  // which draws no outline
+    Make_Flat_Arm("a.cam");
+    EXPECT_TRUE(is_red("draw a.cam"));
+    EXPECT_FALSE(is_red("draw a.cam --true"));
+    Do("example 'Double Dwell' -o d.cam");
+    EXPECT_FALSE(is_red("draw d.cam"));
+}
+
 TEST_F(Check_Cli, what_has_no_truth_is_told_in_a_sentence)
 {
     Make_Calculated("c.cam");

@@ -183,6 +183,7 @@ TEST_F(Findings_Form, grave_stretches_of_the_size_are_those_of_the_drawing)
     EXPECT_EQ(warned[0].to, 20.0);
     EXPECT_EQ(warned[1].from, 350.0);
     EXPECT_EQ(warned[2].from, 50.0);
+    EXPECT_EQ(Warned_Stretches(check, Warned::faults).size(), 2U);
 }
 
 TEST_F(Findings_Form, profiles_alone_are_asked_about)
