@@ -225,6 +225,8 @@ void frm_Stress::Refresh()
     auto& external = Control<QCheckBox>(QStringLiteral("chk_Extforce"));
     external.setEnabled(design.flags.Ext_Force_Calc);
     external.setChecked(design.dynamics.Ext_Force_Add);
+    if (design.flags.Stressflag)
+        mark_->Refresh();
     mark_->Set_Pending(!design.flags.Stressflag);
     status_->Refresh();
 }
