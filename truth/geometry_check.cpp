@@ -270,7 +270,11 @@ private:
         f.unit = work_.Position_Unit();
         f.sentence = "The follower strikes another part of the cam's surface " + Where(worst) +
                      ": cutting it there spoils the lift elsewhere by up to " + work_.Position(largest * unit_) + ".";
-        f.advice = "Take a smaller roller or a larger prime radius.";
+        const bool jumps = std::ranges::any_of(work_.findings, [](const Finding& other) {
+            return other.code == "jump_of_position" || other.code == "jump_of_velocity";
+        });
+        f.advice = jumps ? "Mend the jump of the motion first: the surface has a corner there."
+                         : "Take a smaller roller or a larger prime radius.";
     }
 
     void Put_Radii(Finding& f, double sharpest)
