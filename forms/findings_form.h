@@ -21,6 +21,11 @@ namespace lobemax {
 std::span<const Form_Control> Controls_of_Findings();
 std::span<const Form_Control> Controls_of_Export_Question();
 
+/// The entry of the Export menu that makes the others write the true profile.
+inline constexpr std::string_view True_Profile_Caption = "&True Profile";
+inline constexpr std::string_view True_Profile_Tip =
+    "The profile entries write the true surface, centres and cutter path in place of the rows";
+
 /// The columns of the panel's table.
 inline constexpr int Finding_Columns = 7;
 /// A head a column.

@@ -8,7 +8,6 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include "files/exports.h"
 #include "forms/finding_words.h"
 #include "forms/findings_form.h"
 #include "screens/desk.h"
@@ -66,15 +65,16 @@ bool frm_Export_Question::True_Surface() const
     return Control<QCheckBox>(QStringLiteral("chk_True")).isChecked();
 }
 
-void Export_from_Screen(Design_State& exported, std::string_view entry, QWidget* over)
+void Export_from_Screen(Design_State& exported, std::string_view entry, QWidget* over, Profile_Rows rows)
 {
     if (!Is_Profile_Export(entry)) {
         Run_Export(exported, entry);
         return;
     }
+    const bool truth = rows == Profile_Rows::truth && Offer_of_True_Surface(exported, Desk_Limits()).sound;
     const lobemax::Check check = &exported == &design ? Desk_Check() : Check_Design(exported, Desk_Limits());
-    if (!check.Do_Not_Cut()) {
-        Run_Export(exported, entry);
+    if (truth || !check.Do_Not_Cut()) {
+        Run_Export(exported, entry, rows);
         return;
     }
     frm_Export_Question question(exported, check, over);

@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "files/exports.h"
 #include "screens/screen.h"
 #include "truth/check.h"
 
@@ -18,6 +19,8 @@ public:
 };
 
 /// An entry of the Export list of a design, with this question where it is due.
-void Export_from_Screen(Design_State& exported, std::string_view entry, QWidget* over);
+/// @param rows  truth: the true profile is wanted anyway, and asked about where it must not be cut either
+void Export_from_Screen(Design_State& exported, std::string_view entry, QWidget* over,
+                        Profile_Rows rows = Profile_Rows::program);
 
 }  // namespace lobemax::screens

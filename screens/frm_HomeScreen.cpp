@@ -260,9 +260,15 @@ void frm_HomeScreen::Make_Menus()
     exports->setObjectName(QStringLiteral("mnu_Export"));
     for (const Export_Entry& entry : Export_Menu())
         Add_Action(*exports, To_Qt(entry.name), To_Qt(entry.caption), [this, entry] {
-            Export_from_Screen(design, entry.name, this);
+            const bool truth = actions_.at("mnu_True_profile")->isChecked();
+            Export_from_Screen(design, entry.name, this, truth ? Profile_Rows::truth : Profile_Rows::program);
             Refresh();
         });
+    exports->addSeparator();
+    QAction* const truth = Add_Action(*exports, QStringLiteral("mnu_True_profile"), To_Qt(True_Profile_Caption), [] {});
+    truth->setCheckable(true);
+    truth->setToolTip(To_Qt(True_Profile_Tip));
+    exports->setToolTipsVisible(true);
     Add_Action(*file, QStringLiteral("mnu_linkagedata"), QStringLiteral("&Linkage Data..."), [this] {
         frm_Linkplots plots(this);
         Run_Modal(plots);
