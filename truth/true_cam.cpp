@@ -140,8 +140,11 @@ Wall_Point Wall_of(const Mechanism& m, const Center_Path& path, double theta, in
     const double lateral = m.rot * path.f.x - side * m.roller_radius * normal.x;
     const double Z = path.f.y - side * m.roller_radius * normal.y;
     if (m.body == Cam_Body::linear)
-        return {depth, theta + lateral / m.prime * Deg_per_Rad, Z};
-    return {std::hypot(lateral, depth), theta + std::atan2(lateral, depth) * Deg_per_Rad, Z};
+        return {depth, theta + lateral / m.prime * Deg_per_Rad, Z, 1.0 / Length(first) * first};
+    // Square to the wall's normal and to the radius of the contact, (302).
+    const double radius = std::hypot(lateral, depth);
+    const Vector along{first.x, first.y * depth / radius};
+    return {radius, theta + std::atan2(lateral, depth) * Deg_per_Rad, Z, 1.0 / Length(along) * along};
 }
 
 /// The depth at which the contact lies on a cylinder: each turn leaves the square of roller over drum of what was

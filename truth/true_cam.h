@@ -67,6 +67,7 @@ struct Wall_Point {
     double radius = 0.0;  // from the cam's axis
     double Lambda = 0.0;  // degrees
     double Z = 0.0;
+    Vector tangent;  // unit, unrolled: of the wall's section with the cylinder of this radius, the way Lambda runs
 };
 
 class True_Cam {

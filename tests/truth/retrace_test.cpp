@@ -114,6 +114,23 @@ TEST(Retracing, a_circle_of_a_few_arcs_is_a_circle)
     }
 }
 
+// A quarter of a circle of 50 and three of one of 30: beside its ends the larger one is not touched.
+TEST(Retracing, an_arc_is_touched_between_its_ends_alone)
+{
+    ASSERT_NO_FATAL_FAILURE((Truth_Maker{}.Make()));
+    const double quarter = std::tan(PI / 8.0);
+    const Surface_Path path({{{50, 0}, {0, 50}, quarter},
+                             {{0, 50}, {0, 30}, 0.0},
+                             {{0, 30}, {-30, 0}, quarter},
+                             {{-30, 0}, {0, -30}, quarter},
+                             {{0, -30}, {30, 0}, quarter},
+                             {{30, 0}, {50, 0}, 0.0}});
+    const std::vector<double> angles{10.0, 45.0, 80.0, 130.0, 200.0, 320.0};
+    const Retraced lift = Retrace(True_Cam(design), path, angles);
+    for (std::size_t i = 0; i < angles.size(); ++i)
+        EXPECT_NEAR(lift.s[i] + 60.0, angles[i] < 90.0 ? 62.0 : 42.0, 1e-7) << angles[i];
+}
+
 TEST(Retracing, a_roller_lies_on_lines_and_in_corners)
 {
     ASSERT_NO_FATAL_FAILURE((Truth_Maker{}.Make()));
