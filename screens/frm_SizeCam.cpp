@@ -11,6 +11,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <memory>
 
 #include "camgeom/sizing.h"
 #include "core/ladder.h"
@@ -239,7 +240,10 @@ QWidget* frm_SizeCam::Make_Views()
         extremes->addSpacing(14);
     }
     extremes->addStretch();
-    extremes->addWidget(Make_Check(Words_of(QStringLiteral("chk_True")), [this](bool) { Show_Truth(); }));
+    extremes->addWidget(Make_Check(Words_of(QStringLiteral("chk_True")), [this](bool) {
+        Show_Truth();
+        Draw_Cam_View();
+    }));
     column->addLayout(extremes);
     const Form_Control& words = Words_of(QStringLiteral("lbl_Notes"));
     QLabel* const notes = Label(To_Qt(words.name), {}, To_Qt(words.tip));
@@ -485,7 +489,13 @@ void frm_SizeCam::Draw_Cam_View()
     // A changed follower is drawn at once; the outline waits for its calculation.
     const std::vector<Ink> old =
         calculated_ ? std::vector<Ink>{} : std::vector<Ink>{Ink::cam, Ink::surface, Ink::path, Ink::warned};
-    cam_->Show([this](Surface& surface) { Repaint_Cam_Preview(design, surface, warned_); }, old);
+    // With the true curves the outline is the true one too.
+    std::shared_ptr<Design_State> truth;
+    if (calculated_ && has_results_ && Control<QCheckBox>(QStringLiteral("chk_True")).isChecked())
+        if (std::optional<Design_State> copy = With_True_Profile(design))
+            truth = std::make_shared<Design_State>(std::move(*copy));
+    cam_->Show([this, truth](Surface& surface) { Repaint_Cam_Preview(truth ? *truth : design, surface, warned_); },
+               old);
     info.setText(To_Qt(Texts_of_Size(design).pnl_info));
 }
 

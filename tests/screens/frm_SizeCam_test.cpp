@@ -11,6 +11,7 @@
 #include <cmath>
 
 #include "core/text.h"
+#include "edit/rungs.h"
 #include "paint/chart.h"
 #include "paint/painter_surface.h"
 #include "tests/support/desktop_design.h"
@@ -163,6 +164,28 @@ TEST_F(Size_Screen, its_charts_have_the_limits_and_on_request_the_true_curves)
     EXPECT_EQ(rho.Curves().size(), 3U);
     user.Press("chk_True");
     EXPECT_EQ(beside(phi) + beside(rho), 0);
+}
+
+// A face on an arm whose sense is opposed to the cam's: the rows have another cam than the true one.
+TEST_F(Size_Screen, with_the_true_curves_the_outline_is_the_true_one)
+{
+    Build("Oscillating");
+    design.cam.Followtype = 2;
+    for (const int rot : {1, -1}) {
+        design.cam.Rotflag = rot;
+        ASSERT_TRUE(Run_Size(design));
+        frm_SizeCam screen;
+        screen.resize(1200, 760);
+        screen.show();
+        const Driver user(screen);
+        const auto picture = [&] { return user.Find<QWidget>("pct_Cam").grab().toImage(); };
+        const QImage rows = picture();
+        user.Press("chk_True");
+        const QImage truth = picture();
+        EXPECT_EQ(rows == truth, rot == design.cam.ArmDirect) << rot;
+        user.Press("chk_True");
+        EXPECT_EQ(picture(), rows);
+    }
 }
 
 TEST_F(Size_Screen, limits_changed_on_its_panel_are_those_of_its_charts)

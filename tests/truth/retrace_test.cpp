@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "truth/retrace.h"
 
+#include <algorithm>
 #include <cmath>
 
+#include "core/startup.h"
+#include "tests/support/random_design.h"
 #include "tests/support/truth_design.h"
+#include "truth/check.h"
 
 namespace lobemax {
 namespace {
@@ -208,6 +212,59 @@ TEST(Retracing, what_is_left_after_undercutting_lifts_less)
     for (const double theta : Angles(0.0, 0.5))
         points.push_back(sound.At(theta));
     EXPECT_EQ(Points_left(sound, points, 1e-7).size(), points.size());
+}
+
+// Designs that a machine could have: normals and curvature by differences, and the surface gives back its lift.
+TEST(Retracing, random_cams_have_their_normals_and_give_back_their_lift)
+{
+    int cams = 0;
+    for (std::uint32_t seed = 1; cams < 60 && seed < 2000; ++seed) {
+        testing::Dice dice(seed);
+        const testing::Drawn_Design drawn = testing::Draw_Design(dice);
+        ASSERT_TRUE(Sub_Main(design, "", {}));
+        ASSERT_EQ(testing::Type_into(design, drawn), "") << seed;
+        if (!Calc_All(design, true) || !Motion_Done(design) || !Run_Size(design))
+            continue;
+        const Check check = Check_Design(design, Limits{});
+        const bool rough = std::ranges::any_of(check.findings, [](const Finding& f) {
+            return f.code == "jump_of_position" || f.code == "jump_of_velocity" || f.code == "series_lift" ||
+                   f.code == "undercut" || f.code == "pointed" || f.code == "interference" || f.code == "dead_center" ||
+                   f.code == "face_runs_back";
+        });
+        if (rough || !check.truth)
+            continue;
+        ++cams;
+        SCOPED_TRACE(seed);
+        const True_Cam& cam = check.truth->cam;
+        const Mechanism& m = cam.Follower();
+        double low = 1e300;
+        double high = -1e300;
+        for (const Follower_Point& p : check.truth->motion) {
+            low = std::min(low, p.s);
+            high = std::max(high, p.s);
+        }
+        const Surface_Path path = Surface_Path::Through(True_Surface(cam, 0.125), Turn_of(cam), m.Hollow_Sense());
+        const Retraced lift = Retrace(cam, path, Angles(0.0, 0.125));
+        // An arc's curvature is a mean where that of the motion jumps.
+        EXPECT_LT(lift.largest_error, 6e-6 * (high - low)) << "at " << lift.at;
+        constexpr double step = 0.01;
+        for (double theta = 0.7; theta < 360.0; theta += 13.3) {
+            const True_Point before = cam.At(theta - step);
+            const True_Point p = cam.At(theta);
+            const True_Point after = cam.At(theta + step);
+            if (cam.Motion().Segment_at(theta - step) != cam.Motion().Segment_at(theta + step))
+                continue;
+            if (m.body == Cam_Body::barrel && m.arm)  // the wall's own tests have it
+                continue;
+            const Vector way = m.roller ? after.center - before.center : after.surface - before.surface;
+            EXPECT_LT(std::abs(Dot(way, p.normal)), 3e-5 * Length(way)) << theta;
+            const double turned = std::asin(Cross(before.normal, after.normal));
+            EXPECT_NEAR(std::abs(1.0 / p.Rho), std::abs(turned) / Length(way),
+                        1e-3 * std::abs(1.0 / p.Rho) + 1e-5 / m.prime)
+                << theta;
+        }
+    }
+    EXPECT_EQ(cams, 60);
 }
 
 }  // namespace
