@@ -148,9 +148,7 @@ void Show_Cycle(const Design_State& design, Chart& chart, int row, bool with_bot
 void Put_Beside(Chart& chart, const QString& name, const std::vector<double>& values)
 {
     std::vector<Curve> curves = chart.Curves();
-    const auto gone = std::ranges::remove_if(curves, &Curve::beside);
-    const bool there = !gone.empty();
-    curves.erase(gone.begin(), gone.end());
+    const bool there = std::erase_if(curves, [](const Curve& curve) { return curve.beside; }) > 0;
     if (!values.empty() && !curves.empty()) {
         Curve beside = curves.front();
         beside.name = name;
