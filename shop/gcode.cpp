@@ -642,7 +642,7 @@ std::string Contour::Bad_Lead(const Pass& pass) const
     if (o_.lead == Lead::ramp)
         return pass.in.empty() || pass.out.empty() ? "The ramp is shorter than the control's last digit." : "";
     const double allowance = o_.offset == Radius_Offset::in_path ? 0.0 : o_.tool_radius;
-    const double reach = o_.tool_radius + pass.allowance - 2.0 * o_.tolerance;
+    const double reach = std::max(0.0, o_.tool_radius + pass.allowance - 2.0 * o_.tolerance);
     constexpr int places = 24;
     const Vector p = pass.contour.front().from;
     const Vector n = Free_Side(entry_.angle);

@@ -244,6 +244,24 @@ TEST_F(Contours, give_back_the_lift_at_a_constant_feed)
     }
 }
 
+// A motion that stands in the rows alone is cut as well, and entered in its rest.
+TEST_F(Contours, of_a_motion_from_the_rows_give_it_back)
+{
+    ASSERT_NO_FATAL_FAILURE((Truth_Maker{.rot = 1}.Make()));
+    design.flags.Imported_Model = true;
+    const True_Cam cam(design);
+    ASSERT_TRUE(cam.Motion().From_Rows());
+    Contour_Options options;
+    const Machine_File file = Contour_Program(design, options);
+    ASSERT_EQ(file.refusal, "");
+    EXPECT_TRUE(file.notes.empty());
+    EXPECT_LE(file.largest_deviation, options.tolerance);
+    Gcode_Interpreter control;
+    const std::vector<Tool_Move> contour = Closed_Part(Passes_of(control.Run(file.text)).at(0));
+    Expect_Lift(cam, Surface_Left(contour, {.radius = 5.0}), options.tolerance);
+    EXPECT_LT(file.arcs, 100);
+}
+
 TEST_F(Contours, of_straight_moves_in_inches_seen_from_the_back)
 {
     for (const Truth_Maker& maker : {Truth_Maker{.rot = 1}, Truth_Maker{.rot = -1, .In_Out = 1}}) {
@@ -649,6 +667,15 @@ TEST_F(Drums, follow_the_roller_centre)
                 }
                 way += step;
                 minutes += 1.0 / move.feed;
+                // The tool touches both walls at every depth: they are the roller's.
+                const double theta = sense * move.to[3];
+                for (const int side : {1, -1})
+                    for (const double depth : {0.75 * prime, prime}) {
+                        const Wall_Point wall = cam.Wall(theta, side, depth);
+                        const double beside =
+                            maker.rot * wall.radius * std::sin((wall.Lambda - theta) * pi / 180.0) - move.to[1];
+                        EXPECT_NEAR(std::hypot(beside, wall.Z - move.to[0]), 12.0, 2e-4);
+                    }
             }
             EXPECT_LT(worst, 0.0052);
             EXPECT_GT(worst, 1e-4);
