@@ -79,14 +79,14 @@ double Convex_Sense(const Mechanism& m)
 }
 
 /// The way along the curve that lies a distance inside the path of a point: back where it is beyond its centre of
-/// curvature. (303)
+/// curvature. (299)
 Vector Along(const Mechanism& m, const True_Point& p, double inside)
 {
     const double sense = 1.0 - inside / p.Rho < 0.0 ? -1.0 : 1.0;
     return sense * Convex_Sense(m) * Quarter(p.normal);
 }
 
-/// Of the roller centre of a drum as it is unrolled: the arm swings in a plane, the drum is round. (304)
+/// Of the roller centre of a drum as it is unrolled: the arm swings in a plane, the drum is round. (300)
 Vector Along_Drum(const Mechanism& m, const Follower_Point& motion)
 {
     const Vector f = m.Center(motion.s);
@@ -274,7 +274,7 @@ std::optional<Keyway_Size> Usual_Keyway(double diameter, int units)
         const Key_Row* const row = Row_of(inch_keys, d, last_inch_bore);
         if (row == nullptr)
             return std::nullopt;
-        // A square key stands half in the shaft, measured where its side meets the shaft's circle.
+        // (304): a square key stands half in the shaft, measured where its side meets the shaft's circle.
         const double w = row->width;
         const double depth = 0.5 * (w - d + std::sqrt(d * d - w * w)) + inch_clearance;
         return Keyway_Size{w / unit, depth / unit};

@@ -258,7 +258,7 @@ private:
             const Vector away = m_.side * p.normal;  // from the material
             const std::string angle = Plain_Figures(starts[i], 6) + " deg";
             set_.notes.push_back({p.surface, p.surface + 0.03 * size * away, p.surface + 0.035 * size * away,
-                                  segments ? std::to_string(i + 1) + ": " + angle : angle});
+                                  segments ? std::to_string(i + 1) + ": " + angle : angle, away.x < 0.0});
         }
     }
 

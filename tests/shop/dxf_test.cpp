@@ -214,6 +214,41 @@ TEST_F(Dxf, holds_the_area_of_the_true_curve)
     }
 }
 
+// A drawing program opens it and prints it: what it prints is far more than an empty drawing.
+TEST_F(Dxf, is_printed_by_a_drawing_program)
+{
+    if (testing::Run_Process("command -v librecad").status != 0)
+        GTEST_SKIP()
+            << "NOT TESTED: LibreCAD is not here. Install Debian's librecad, so that drawing files are printed.";
+    ASSERT_NO_FATAL_FAILURE((Truth_Maker{}.Make()));
+    Curve_Choice choice;
+    choice.bore = {.diameter = 25.0, .keyway = true};
+    std::vector<std::uintmax_t> sizes;
+    for (const Curve_Form form : {Curve_Form::arcs, Curve_Form::lines, Curve_Form::spline}) {
+        choice.form = form;
+        Curve_Set set = Set(choice);
+        for (const bool empty : {false, true}) {
+            if (empty) {
+                set.curves.clear();
+                set.circles.clear();
+                set.keyway.clear();
+                set.notes.clear();
+            }
+            const std::string name = (folder_ / (empty ? "empty" : "full")).string();
+            std::ofstream(name + ".dxf", std::ios::binary) << Dxf_Text(set, "cam.dxf");
+            const testing::Process process = testing::Run_Process(
+                "HOME=" + folder_.string() + " QT_QPA_PLATFORM=offscreen timeout 60 librecad dxf2pdf -c -o " + name +
+                ".pdf " + name + ".dxf");
+            EXPECT_EQ(process.status, 0) << process.out;
+            const std::string printed = std::filesystem::exists(name + ".pdf") ? name + ".pdf" : "";
+            ASSERT_FALSE(printed.empty()) << process.out;
+            sizes.push_back(std::filesystem::file_size(printed));
+        }
+    }
+    for (std::size_t i = 0; i < sizes.size(); i += 2)
+        EXPECT_GT(sizes[i], 2 * sizes[i + 1]);
+}
+
 TEST_F(Dxf, tells_the_unit_of_the_design)
 {
     ASSERT_NO_FATAL_FAILURE((Truth_Maker{}.Make()));
