@@ -79,7 +79,7 @@ double Convex_Sense(const Mechanism& m)
 }
 
 /// The way along the curve that lies a distance inside the path of a point: back where it is beyond its centre of
-/// curvature. (299)
+/// curvature. (298)
 Vector Along(const Mechanism& m, const True_Point& p, double inside)
 {
     const double sense = 1.0 - inside / p.Rho < 0.0 ? -1.0 : 1.0;

@@ -1,20 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shop/curve_files.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <map>
 #include <sstream>
 
 #include "core/design_state.h"
-#include "core/messages.h"
 #include "shop/dxf.h"
 #include "tests/support/number_in.h"
 #include "tests/support/shop_curve.h"
+#include "tests/support/shop_test.h"
 #include "tests/support/truth_design.h"
 
 namespace lobemax {
@@ -23,51 +18,7 @@ namespace {
 using testing::Number_In;
 using testing::Truth_Maker;
 
-class Curve_Files : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        folder_ = std::filesystem::temp_directory_path() / ("lobemax_curves_" + std::to_string(::getpid()));
-        std::filesystem::create_directories(folder_);
-        Host host;
-        host.date = [] { return "11/22/2026"; };
-        host.time = [] { return "10:00"; };
-        before_ = Install_Host(std::move(host));
-    }
-    void TearDown() override
-    {
-        Install_Host(std::move(before_));
-        std::filesystem::remove_all(folder_);
-    }
-    std::string Path(const char* name) const { return (folder_ / name).string(); }
-
-    static Curve_Set Set(const Curve_Choice& choice = {})
-    {
-        Made_Curves made = Make_Curve_Set(design, choice);
-        EXPECT_TRUE(made.set) << made.refusal;
-        return made.set.value_or(Curve_Set{});
-    }
-    static Curve_Points Points(const Point_Choice& choice = {})
-    {
-        Made_Points made = Make_Curve_Points(design, choice);
-        EXPECT_TRUE(made.points) << made.refusal;
-        return made.points.value_or(Curve_Points{});
-    }
-    static std::string Read(const std::string& path)
-    {
-        std::ifstream in(path, std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
-    static void Write(const std::string& path, const std::string& text)
-    {
-        std::ofstream(path, std::ios::binary) << text;
-    }
-
-    std::filesystem::path folder_;
-    Host before_;
-};
+using Curve_Files = testing::Shop_Test;
 
 std::vector<std::string> Lines_of(const std::string& text)
 {
