@@ -423,7 +423,7 @@ TEST_F(Curve_Files, of_every_example_can_be_written)
 TEST_F(Curve_Files, of_random_designs_are_written_or_refused)
 {
     int written = 0;
-    for (std::uint32_t seed = 1; seed <= 150; ++seed) {
+    for (std::uint32_t seed = 1; seed <= 80; ++seed) {
         SCOPED_TRACE(seed);
         testing::Dice dice(seed);
         const testing::Drawn_Design drawn = testing::Draw_Design(dice);
@@ -450,7 +450,7 @@ TEST_F(Curve_Files, of_random_designs_are_written_or_refused)
         EXPECT_EQ(Svg_Text(*any.set, "a.svg").find("NaN"), std::string::npos);
         EXPECT_TRUE(Make_Curve_Points(design, {.step = 1.0, .though_do_not_cut = true}).points);
     }
-    EXPECT_GT(written, 50);
+    EXPECT_GT(written, 40);
 }
 
 // ---- Numbers
