@@ -234,7 +234,8 @@ private:
     /// The farthest end of a span that starts at a knot.
     Knot Farthest(const Knot& start, const Knot& end)
     {
-        const double least = 1e-7 * (curve_.to - curve_.from);
+        // Where nothing holds, as at a cusp: an eighth of a node's step, so that there is an end to it.
+        const double least = 0.125 * (curve_.to - curve_.from) / Curve_Samples::Steps;
         const auto knot_at = [&](double t) { return t >= end.t ? end : Knot{t, curve_.at(t)}; };
         double step = step_ > 0.0 ? step_ : (end.t - start.t) / 16;
         Knot good = start;

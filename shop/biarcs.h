@@ -94,13 +94,13 @@ inline constexpr double Most_Tolerance = 0.01;
 
 /// Arcs in pairs, the ends of each pair on the curve and along it. Corners stay corners, exact stretches are arcs or
 /// lines of their own; a surface that jumps where its motion has a corner is joined by the arc that the follower itself
-/// leaves there. (291) to (300)
+/// leaves there. (291) to (296)
 /// @param tolerance  length; Least_Tolerance to Most_Tolerance of the curve's size
 /// @throws Fault{5} for a tolerance or a curve that is none
 Arc_Path Fit_Biarcs(const Shop_Curve& curve, double tolerance);
 Arc_Path Fit_Biarcs(const Curve_Samples& samples, double tolerance);
 
-/// Straight lines between points of the curve, as few as stay within a tolerance. (301) @throws as Fit_Biarcs
+/// Straight lines between points of the curve, as few as stay within a tolerance. (297) @throws as Fit_Biarcs
 Arc_Path Fit_Lines(const Curve_Samples& samples, double tolerance);
 
 }  // namespace lobemax

@@ -31,14 +31,14 @@ struct Cubic {
     }
     Vector At(double x) const { return from + x * (leaves + x * (Second() + x * Third())); }
     Vector Slope_at(double x) const { return leaves + x * (2.0 * Second() + 3.0 * x * Third()); }
-    /// The value of the form that is symmetric in three parameters and linear in each. (307)
+    /// The value of the form that is symmetric in three parameters and linear in each. (303)
     Vector Blossom(double a, double b, double c) const
     {
         return from + (a + b + c) / 3.0 * leaves + (a * b + a * c + b * c) / 3.0 * Second() + a * b * c * Third();
     }
 };
 
-/// A row of the system for the derivatives: (305).
+/// A row of the system for the derivatives: (301).
 struct Row {
     double before;
     double here;
@@ -63,7 +63,7 @@ std::vector<Vector> Solve(std::vector<Row> rows)
     return x;
 }
 
-/// The same around a cycle: the two corners are a matrix of rank one. (306)
+/// The same around a cycle: the two corners are a matrix of rank one. (302)
 std::vector<Vector> Solve_Cyclic(std::vector<Row> rows)
 {
     const std::size_t n = rows.size();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-/// A cubic B-spline through points of a curve, as CAD systems have it. docs/theory.md, 20.4.
+/// A cubic B-spline through points of a curve, as CAD systems have it. docs/theory.md, 20.3.
 #pragma once
 
 #include <vector>
@@ -23,7 +23,7 @@ struct Cubic_Spline {
 
 /// Through as many points, even in the curve's parameter and doubled until the deviation is within the tolerance, from
 /// corner to corner. A closed curve without a corner has a spline that is periodic, twice differentiable at its seam;
-/// at a corner, and at the ends of an open curve, it leaves along the curve's tangent. (305) to (307)
+/// at a corner, and at the ends of an open curve, it leaves along the curve's tangent. (301) to (303)
 /// @throws Fault{5} as Fit_Biarcs; where so many points as Most_Spline_Points do not do
 Cubic_Spline Fit_Spline(const Curve_Samples& samples, double tolerance);
 inline constexpr int Most_Spline_Points = 20000;

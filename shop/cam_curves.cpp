@@ -79,14 +79,22 @@ double Convex_Sense(const Mechanism& m)
 }
 
 /// The way along the curve that lies a distance inside the path of a point: back where it is beyond its centre of
-/// curvature. (303)
+/// curvature. (298)
 Vector Along(const Mechanism& m, const True_Point& p, double inside)
 {
     const double sense = 1.0 - inside / p.Rho < 0.0 ? -1.0 : 1.0;
     return sense * Convex_Sense(m) * Quarter(p.normal);
 }
 
-/// Of the roller centre of a drum as it is unrolled: the arm swings in a plane, the drum is round. (304)
+/// The way of a flat face's contact, or of what stands a distance outside of it: along the face, which turns with the
+/// cam less the arm. (298)
+Vector Along_Face(const Mechanism& m, const True_Point& p, const Follower_Point& motion, double outside)
+{
+    const double turning = m.arm ? m.swing * motion.v - m.rot : -m.rot;
+    return (p.Rho + outside) * turning < 0.0 ? -1.0 * Quarter(p.normal) : Quarter(p.normal);
+}
+
+/// Of the roller centre of a drum as it is unrolled: the arm swings in a plane, the drum is round. (300)
 Vector Along_Drum(const Mechanism& m, const Follower_Point& motion)
 {
     const Vector f = m.Center(motion.s);
@@ -153,11 +161,11 @@ Shop_Curve Surface_of(const True_Cam& cam)
         return Flank_of(cam, m.side);
     Shop_Curve curve = Bare_Curve(cam);
     curve.at = [&cam](double theta) {
-        const True_Point p = cam.At(theta);
         const Mechanism& by = cam.Follower();
-        if (by.roller)
-            return Curve_Place{p.surface, Along(by, p, by.side * by.roller_radius)};
-        return Curve_Place{p.surface, (p.Rho < 0.0 ? -1.0 : 1.0) * Convex_Sense(by) * Quarter(p.normal)};
+        const Follower_Point motion = cam.Motion().At(theta);
+        const True_Point p = cam.At(theta, motion);
+        return Curve_Place{p.surface,
+                           by.roller ? Along(by, p, by.side * by.roller_radius) : Along_Face(by, p, motion, 0.0)};
     };
     return curve;
 }
@@ -204,12 +212,11 @@ Shop_Curve Cutter_of(const True_Cam& cam, double radius)
         return Pitch_of(cam);
     Shop_Curve curve = Bare_Curve(cam);
     curve.at = [&cam, radius](double theta) {
-        const True_Point p = cam.At(theta);
         const Mechanism& by = cam.Follower();
-        const double back = by.roller ? 1.0 : p.Rho + radius < 0.0 ? -1.0 : 1.0;
-        const Vector tangent = by.roller ? Along(by, p, by.side * (by.roller_radius - radius))
-                                         : back * Convex_Sense(by) * Quarter(p.normal);
-        return Curve_Place{cam.Cutter(p, radius), tangent};
+        const Follower_Point motion = cam.Motion().At(theta);
+        const True_Point p = cam.At(theta, motion);
+        return Curve_Place{cam.Cutter(p, radius), by.roller ? Along(by, p, by.side * (by.roller_radius - radius))
+                                                            : Along_Face(by, p, motion, radius)};
     };
     return curve;
 }
@@ -274,7 +281,7 @@ std::optional<Keyway_Size> Usual_Keyway(double diameter, int units)
         const Key_Row* const row = Row_of(inch_keys, d, last_inch_bore);
         if (row == nullptr)
             return std::nullopt;
-        // A square key stands half in the shaft, measured where its side meets the shaft's circle.
+        // (304): a square key stands half in the shaft, measured where its side meets the shaft's circle.
         const double w = row->width;
         const double depth = 0.5 * (w - d + std::sqrt(d * d - w * w)) + inch_clearance;
         return Keyway_Size{w / unit, depth / unit};

@@ -119,8 +119,8 @@ private:
                 const Vector at = Placed(note.text_at);
                 text += "<path d=\"M" + Point(note.from) + " L" + Point(note.to) + "\"/>\n";
                 text += "<text x=\"" + Number(at.x) + "\" y=\"" + Number(at.y) + "\" font-size=\"" +
-                        Number(set_.text_height * scale_) + "\" fill=\"black\" stroke=\"none\">" + Escaped(note.text) +
-                        "</text>\n";
+                        Number(set_.text_height * scale_) + (note.ends_there ? "\" text-anchor=\"end" : "") +
+                        "\" fill=\"black\" stroke=\"none\">" + Escaped(note.text) + "</text>\n";
             }
         if (text.empty())
             return "";

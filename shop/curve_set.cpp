@@ -190,6 +190,8 @@ private:
         words += std::string(fitted.closed ? ", closed" : ", open") + ", largest deviation " +
                  Plain_Figures(fitted.deviation, 3) + " " + unit_ + " at " + Plain_Figures(fitted.deviation_at, 6) +
                  " deg";
+        if (fitted.deviation > tolerance_)
+            words += ", BEYOND THE TOLERANCE";
         if (const std::optional<double> back = Runs_Back(samples))
             words += ", RUNS BACK ON ITSELF at " + Plain_Figures(*back, 6) + " deg";
         Tell(std::string(Name_of(layer)) + ", " + fitted.name, words);
@@ -258,7 +260,7 @@ private:
             const Vector away = m_.side * p.normal;  // from the material
             const std::string angle = Plain_Figures(starts[i], 6) + " deg";
             set_.notes.push_back({p.surface, p.surface + 0.03 * size * away, p.surface + 0.035 * size * away,
-                                  segments ? std::to_string(i + 1) + ": " + angle : angle});
+                                  segments ? std::to_string(i + 1) + ": " + angle : angle, away.x < 0.0});
         }
     }
 
@@ -364,11 +366,18 @@ Made_Curves Make_Curve_Set(const Design_State& design, const Curve_Choice& choic
     if (!refusal.empty())
         return {std::nullopt, std::move(refusal)};
     Maker maker(design, choice, check.truth->cam);
-    maker.Find_Surface();
-    refusal = maker.Refusal();
-    if (!refusal.empty())
-        return {std::nullopt, std::move(refusal)};
-    Curve_Set set = maker.Make();
+    Curve_Set set;
+    try {
+        maker.Find_Surface();
+        refusal = maker.Refusal();
+        if (!refusal.empty())
+            return {std::nullopt, std::move(refusal)};
+        set = maker.Make();
+    } catch (const Fault&) {
+        return {std::nullopt, choice.form == Curve_Form::spline
+                                  ? "No spline comes within the tolerance of a curve of this cam: take arcs."
+                                  : "A curve of this cam has places that are no numbers, and cannot be written."};
+    }
     const std::string against = choice.though_do_not_cut ? Do_Not_Cut_Sentence(check) : "";
     if (!against.empty())
         set.facts.emplace_back("WARNING", against);

@@ -58,6 +58,7 @@ struct Mark_Note {
     Vector to;
     Vector text_at;
     std::string text;
+    bool ends_there = false;  // the text ends at its place, else it starts there
 };
 
 struct Curve_Set {

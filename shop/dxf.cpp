@@ -399,6 +399,11 @@ private:
             Put(40, set_.text_height);
             Put(1, On_One_Line(note.text));
             Put(7, "Standard");
+            if (note.ends_there) {
+                constexpr int right = 2;
+                Put(72, right);
+                Put_Place(11, note.text_at);
+            }
             Put(100, "AcDbText");
         }
     }

@@ -31,8 +31,7 @@ Arc Arc_of(const Surface_Element& element)
     const double toward = length * (1.0 - b * b) / (4.0 * b);
     const double sense = b < 0.0 ? 1.0 : -1.0;
     const double q = b * b;
-    return {half + toward * left, length * (1.0 + q) / (4.0 * std::abs(b)), sense * left,
-            (1.0 - q) / (1.0 + q)};
+    return {half + toward * left, length * (1.0 + q) / (4.0 * std::abs(b)), sense * left, (1.0 - q) / (1.0 + q)};
 }
 
 /// Puts arcs in place of the lines that span a hollow: each turns by the mean of the turns at its ends. What turns by

@@ -141,7 +141,7 @@ Wall_Point Wall_of(const Mechanism& m, const Center_Path& path, double theta, in
     const double Z = path.f.y - side * m.roller_radius * normal.y;
     if (m.body == Cam_Body::linear)
         return {depth, theta + lateral / m.prime * Deg_per_Rad, Z, 1.0 / Length(first) * first};
-    // Square to the wall's normal and to the radius of the contact, (302).
+    // Square to the wall's normal and to the radius of the contact, (299).
     const double radius = std::hypot(lateral, depth);
     const Vector along{first.x, first.y * depth / radius};
     return {radius, theta + std::atan2(lateral, depth) * Deg_per_Rad, Z, 1.0 / Length(along) * along};

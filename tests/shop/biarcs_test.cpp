@@ -123,6 +123,28 @@ TEST(Biarcs, grow_in_number_with_the_third_root_of_the_tolerance)
     }
 }
 
+// (296) on the ellipse: k = a b / w^3, w = sqrt(a^2 sin^2 + b^2 cos^2), k' = dk/dt / w.
+TEST(Biarcs, come_near_the_number_that_the_change_of_curvature_asks_for)
+{
+    constexpr double a = 60.0;
+    constexpr double b = 40.0;
+    constexpr int steps = 100000;
+    double integral = 0.0;
+    for (int i = 0; i < steps; ++i) {
+        const double t = 2.0 * std::numbers::pi * (i + 0.5) / steps;
+        const double w = std::hypot(a * std::sin(t), b * std::cos(t));
+        const double k_t = -3.0 * a * b * (a * a - b * b) * std::sin(t) * std::cos(t) / std::pow(w, 5);
+        integral += std::cbrt(std::abs(k_t / w)) * w * 2.0 * std::numbers::pi / steps;
+    }
+    const auto asked = [&](double tolerance) { return 2.0 * integral / std::cbrt(324.0 * tolerance); };
+    EXPECT_NEAR(asked(1e-3), 58.5, 0.1);
+    for (const double tolerance : {1e-3, 1e-4, 2e-5}) {
+        const auto arcs = static_cast<double>(Fit_Biarcs(Ellipse(), tolerance).elements.size());
+        EXPECT_GT(arcs, asked(tolerance) - 2.0);
+        EXPECT_LT(arcs, (tolerance < 1e-3 ? 1.10 : 1.17) * asked(tolerance)) << tolerance;
+    }
+}
+
 // Every span but the last two of a piece is used up: it alone, lengthened by a hundredth, is beyond the tolerance.
 TEST(Biarcs, have_no_span_that_could_be_longer)
 {

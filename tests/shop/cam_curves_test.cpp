@@ -53,6 +53,36 @@ TEST(Cam_Curves, have_the_tangents_of_their_points)
     }
 }
 
+// Where a face swings faster than the cam turns, and where a surface comes to a cusp, the way is turned about, as the
+// points are.
+TEST(Cam_Curves, turn_about_where_their_points_do)
+{
+    for (const Truth_Maker& maker :
+         {Truth_Maker{.arm = true, .flat = true, .rot = 1, .dir = 1, .ArmX = 110.0, .lift = 80.0},
+          Truth_Maker{.flat = true, .lift = 90.0}, Truth_Maker{}}) {
+        SCOPED_TRACE(maker.Name());
+        ASSERT_NO_FATAL_FAILURE(maker.Make());
+        if (!maker.flat) {
+            design.cam.Prime_Rad = 45.0;
+            design.cam.Follow_Rad = 40.0;
+        }
+        const True_Cam cam(design);
+        int turned = 0;
+        for (const Shop_Curve& curve : {Surface_of(cam), Cutter_of(cam, 1.0)}) {
+            double before = 0.0;
+            for (double t = 0.5; t < 360.0; t += 0.37) {
+                const Vector way = curve.at(t + 1e-4).point - curve.at(t - 1e-4).point;
+                const double along = Dot(curve.at(t).tangent, way);
+                EXPECT_GT(along, -1e-9) << "at " << t;
+                const double sense = Dot(curve.at(t).tangent, Quarter(cam.At(t).normal));
+                turned += sense * before < 0.0 ? 1 : 0;
+                before = sense;
+            }
+        }
+        EXPECT_EQ(turned > 1, !maker.arm);  // a face that runs back has its contact far away, on the same way
+    }
+}
+
 TEST(Cam_Curves, close_or_go_on_by_a_turn)
 {
     for (const Truth_Maker& maker : Every_Configuration()) {

@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shop/curve_files.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
-#include <fstream>
-#include <map>
 #include <sstream>
 
 #include "core/design_state.h"
-#include "core/messages.h"
+#include "core/startup.h"
+#include "edit/examples.h"
+#include "files/example_designs.h"
+#include "motion/segments.h"
 #include "shop/dxf.h"
 #include "tests/support/number_in.h"
+#include "tests/support/random_design.h"
 #include "tests/support/shop_curve.h"
+#include "tests/support/shop_test.h"
 #include "tests/support/truth_design.h"
 
 namespace lobemax {
@@ -23,51 +23,7 @@ namespace {
 using testing::Number_In;
 using testing::Truth_Maker;
 
-class Curve_Files : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        folder_ = std::filesystem::temp_directory_path() / ("lobemax_curves_" + std::to_string(::getpid()));
-        std::filesystem::create_directories(folder_);
-        Host host;
-        host.date = [] { return "11/22/2026"; };
-        host.time = [] { return "10:00"; };
-        before_ = Install_Host(std::move(host));
-    }
-    void TearDown() override
-    {
-        Install_Host(std::move(before_));
-        std::filesystem::remove_all(folder_);
-    }
-    std::string Path(const char* name) const { return (folder_ / name).string(); }
-
-    static Curve_Set Set(const Curve_Choice& choice = {})
-    {
-        Made_Curves made = Make_Curve_Set(design, choice);
-        EXPECT_TRUE(made.set) << made.refusal;
-        return made.set.value_or(Curve_Set{});
-    }
-    static Curve_Points Points(const Point_Choice& choice = {})
-    {
-        Made_Points made = Make_Curve_Points(design, choice);
-        EXPECT_TRUE(made.points) << made.refusal;
-        return made.points.value_or(Curve_Points{});
-    }
-    static std::string Read(const std::string& path)
-    {
-        std::ifstream in(path, std::ios::binary);
-        std::ostringstream text;
-        text << in.rdbuf();
-        return text.str();
-    }
-    static void Write(const std::string& path, const std::string& text)
-    {
-        std::ofstream(path, std::ios::binary) << text;
-    }
-
-    std::filesystem::path folder_;
-    Host before_;
-};
+using Curve_Files = testing::Shop_Test;
 
 std::vector<std::string> Lines_of(const std::string& text)
 {
@@ -421,6 +377,80 @@ TEST_F(Curve_Files, of_a_design_that_is_not_sized_are_refused)
     EXPECT_EQ(Make_Curve_Set(design, {}).refusal,
               "The cam is not sized yet. Calculate its motion and size it; then its curves can be written.");
     EXPECT_FALSE(Make_Curve_Points(design, {}).points);
+}
+
+// ---- Any design
+
+/// What holds of every set: arcs that are closed, within the tolerance and long enough, or a word about it.
+void Expect_Sound(const Curve_Set& set, double tolerance, bool warned)
+{
+    for (const Fitted_Curve& curve : set.curves) {
+        const std::string words = Fact(set, std::string(Name_of(curve.layer)) + ", " + curve.name);
+        EXPECT_EQ(curve.deviation > tolerance, words.find("BEYOND THE TOLERANCE") != std::string::npos);
+        if (!warned) {
+            EXPECT_TRUE(curve.deviation <= tolerance || words.find("RUNS BACK") != std::string::npos) << words;
+        }
+        if (curve.spline)
+            continue;
+        ASSERT_FALSE(curve.path.elements.empty());
+        EXPECT_EQ(testing::Joints_of(curve.path.elements, curve.closed).gap, 0.0);
+        const double size = std::max(set.high.x - set.low.x, set.high.y - set.low.y);
+        for (const Surface_Element& e : curve.path.elements) {
+            EXPECT_GT(Length(e.to - e.from), 0.1e-6 * size);
+            EXPECT_LE(std::abs(e.bulge), 1.0 + 1e-9);
+        }
+    }
+}
+
+TEST_F(Curve_Files, of_every_example_can_be_written)
+{
+    for (const std::string_view name : Example_Names) {
+        SCOPED_TRACE(name);
+        ASSERT_TRUE(Sub_Main(design, "", {}));
+        ASSERT_TRUE(Open_Example(design, name));
+        for (const Curve_Form form : {Curve_Form::arcs, Curve_Form::lines, Curve_Form::spline}) {
+            Curve_Choice choice;
+            choice.form = form;
+            choice.tolerance = 5.0 * Usual_Tolerance(design.identity.WhichUnit);
+            const Curve_Set set = Set(choice);
+            Expect_Sound(set, choice.tolerance, false);
+            EXPECT_EQ(Fact(set, "WARNING"), "");
+        }
+    }
+}
+
+// Designs of every kind, sound or not: a set, or a sentence; no fault, no number that is none.
+TEST_F(Curve_Files, of_random_designs_are_written_or_refused)
+{
+    int written = 0;
+    for (std::uint32_t seed = 1; seed <= 80; ++seed) {
+        SCOPED_TRACE(seed);
+        testing::Dice dice(seed);
+        const testing::Drawn_Design drawn = testing::Draw_Design(dice);
+        ASSERT_TRUE(Sub_Main(design, "", {}));
+        ASSERT_EQ(testing::Type_into(design, drawn), "");
+        if (!Calc_All(design, true) || !Motion_Done(design) || !Run_Size(design))
+            continue;
+        Curve_Choice choice;
+        choice.tolerance = 20.0 * Usual_Tolerance(design.identity.WhichUnit);
+        const Made_Curves sound = Make_Curve_Set(design, choice);
+        EXPECT_NE(sound.set.has_value(), !sound.refusal.empty());
+        if (sound.set)
+            Expect_Sound(*sound.set, choice.tolerance, false);
+        choice.though_do_not_cut = true;
+        const Made_Curves any = Make_Curve_Set(design, choice);
+        EXPECT_NE(any.set.has_value(), !any.refusal.empty());
+        if (!any.set)
+            continue;
+        ++written;
+        Expect_Sound(*any.set, choice.tolerance, true);
+        const std::string dxf = Dxf_Text(*any.set, "a.dxf");
+        EXPECT_EQ(dxf.find("NaN"), std::string::npos);
+        EXPECT_EQ(dxf.find("Infinity"), std::string::npos);
+        EXPECT_EQ(Svg_Text(*any.set, "a.svg").find("NaN"), std::string::npos);
+        EXPECT_TRUE(Make_Curve_Points(design, {.step = 1.0, .though_do_not_cut = true}).points);
+    }
+    EXPECT_GT(written, 40);
 }
 
 // ---- Numbers

@@ -1,20 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shop/dxf.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <sstream>
 
 #include "core/design_state.h"
-#include "core/messages.h"
 #include "shop/curve_files.h"
 #include "tests/support/number_in.h"
 #include "tests/support/python.h"
+#include "tests/support/shop_test.h"
 #include "tests/support/truth_design.h"
 
 namespace lobemax {
@@ -37,37 +34,13 @@ std::vector<std::pair<int, std::string>> Pairs_of(const std::string& text)
     return pairs;
 }
 
-/// A folder of the test's own.
-class Dxf : public ::testing::Test {
+class Dxf : public testing::Shop_Test {
 protected:
-    void SetUp() override
-    {
-        folder_ = std::filesystem::temp_directory_path() / ("lobemax_dxf_" + std::to_string(::getpid()));
-        std::filesystem::create_directories(folder_);
-        Host host;
-        host.date = [] { return "11/22/2026"; };
-        host.time = [] { return "10:00"; };
-        before_ = Install_Host(std::move(host));
-    }
-    void TearDown() override
-    {
-        Install_Host(std::move(before_));
-        std::filesystem::remove_all(folder_);
-    }
-
-    /// The design's set by a choice, which has to be made.
-    static Curve_Set Set(const Curve_Choice& choice)
-    {
-        Made_Curves made = Make_Curve_Set(design, choice);
-        EXPECT_TRUE(made.set) << made.refusal;
-        return made.set.value_or(Curve_Set{});
-    }
-
     /// What the reader that nobody here wrote tells of a file.
-    std::vector<std::vector<std::string>> Read(const std::string& python, const std::string& text)
+    std::vector<std::vector<std::string>> Read_Back(const std::string& python, const std::string& text)
     {
-        const std::string path = (folder_ / "cam.dxf").string();
-        std::ofstream(path, std::ios::binary) << text;
+        const std::string path = Path("cam.dxf");
+        Write(path, text);
         const testing::Process process =
             testing::Run_Process(python + " " + LOBEMAX_SOURCE + "/tests/shop/read_dxf.py " + path);
         EXPECT_EQ(process.status, 0) << process.out;
@@ -83,9 +56,6 @@ protected:
         }
         return lines;
     }
-
-    std::filesystem::path folder_;
-    Host before_;
 };
 
 std::vector<std::string> Line_of(const std::vector<std::vector<std::string>>& lines, const std::string& kind,
@@ -144,7 +114,7 @@ TEST_F(Dxf, is_read_by_another_program_without_a_complaint)
                 continue;  // what differs between mechanisms, arcs have too
             choice.form = form;
             choice.tolerance = form == Curve_Form::lines ? 0.01 : 0.001;
-            const auto lines = Read(python, Dxf_Text(Set(choice), "cam.dxf"));
+            const auto lines = Read_Back(python, Dxf_Text(Set(choice), "cam.dxf"));
             EXPECT_EQ(Line_of(lines, "errors"), (std::vector<std::string>{"errors", "0"}));
             EXPECT_EQ(Line_of(lines, "fixes"), (std::vector<std::string>{"fixes", "0"}));
             EXPECT_EQ(Line_of(lines, "version"), (std::vector<std::string>{"version", "AC1024"}));
@@ -191,7 +161,7 @@ TEST_F(Dxf, holds_the_area_of_the_true_curve)
                     continue;
                 choice.tolerance = tolerance;
                 choice.form = form;
-                const auto lines = Read(python, Dxf_Text(Set(choice), "cam.dxf"));
+                const auto lines = Read_Back(python, Dxf_Text(Set(choice), "cam.dxf"));
                 for (const auto& [layer, curve] :
                      {std::pair{"SURFACE", Surface_of(cam)}, std::pair{"CUTTER", Cutter_of(cam, 8.0)}}) {
                     const double area = Area_of(curve);
@@ -212,6 +182,41 @@ TEST_F(Dxf, holds_the_area_of_the_true_curve)
                 }
             }
     }
+}
+
+// A drawing program opens it and prints it: what it prints is far more than an empty drawing.
+TEST_F(Dxf, is_printed_by_a_drawing_program)
+{
+    if (testing::Run_Process("command -v librecad").status != 0)
+        GTEST_SKIP()
+            << "NOT TESTED: LibreCAD is not here. Install Debian's librecad, so that drawing files are printed.";
+    ASSERT_NO_FATAL_FAILURE((Truth_Maker{}.Make()));
+    Curve_Choice choice;
+    choice.bore = {.diameter = 25.0, .keyway = true};
+    std::vector<std::uintmax_t> sizes;
+    for (const Curve_Form form : {Curve_Form::arcs, Curve_Form::spline}) {
+        choice.form = form;
+        Curve_Set set = Set(choice);
+        for (const bool empty : {false, true}) {
+            if (empty) {
+                set.curves.clear();
+                set.circles.clear();
+                set.keyway.clear();
+                set.notes.clear();
+            }
+            const std::string name = Path(empty ? "empty" : "full");
+            Write(name + ".dxf", Dxf_Text(set, "cam.dxf"));
+            const testing::Process process = testing::Run_Process(
+                "HOME=" + Folder() + " QT_QPA_PLATFORM=offscreen timeout 60 librecad dxf2pdf -c -o " + name + ".pdf " +
+                name + ".dxf");
+            EXPECT_EQ(process.status, 0) << process.out;
+            const std::string printed = std::filesystem::exists(name + ".pdf") ? name + ".pdf" : "";
+            ASSERT_FALSE(printed.empty()) << process.out;
+            sizes.push_back(std::filesystem::file_size(printed));
+        }
+    }
+    for (std::size_t i = 0; i < sizes.size(); i += 2)
+        EXPECT_GT(sizes[i], 2 * sizes[i + 1]);
 }
 
 TEST_F(Dxf, tells_the_unit_of_the_design)
