@@ -172,6 +172,21 @@ TEST(Biarcs, keep_exact_stretches_exact)
     EXPECT_LT(Joints_of(path.elements, true).kink, 1e-9);
 }
 
+// A cam that stands still all round is two halves of a circle.
+TEST(Biarcs, make_a_whole_circle_of_two_arcs)
+{
+    Shop_Curve curve;
+    curve.at = [](double t) {
+        const Vector d = Direction(-t * degree);
+        return Curve_Place{30.0 * d, -1.0 * Quarter(d)};
+    };
+    curve.circles = {{0.0, 360.0}};
+    const Arc_Path path = Fit_Biarcs(curve, 1e-3);
+    ASSERT_EQ(path.elements.size(), 2U);
+    EXPECT_NEAR(path.elements[0].bulge, -1.0, 1e-12);
+    EXPECT_NEAR(testing::Area(path.elements), -std::numbers::pi * 900.0, 1e-6);
+}
+
 TEST(Biarcs, keep_corners)
 {
     const Arc_Path path = Fit_Biarcs(Lens(), 1e-3);
