@@ -465,7 +465,8 @@ private:
                 worst = i;
             }
         }
-        if (deepest >= 0 && -Point(deepest).Rho_Surface < m_.cutter && Convex(sharpest_) > m_.roller_radius) {
+        const bool undercut = sharpest_ >= 0 && Convex(sharpest_) <= m_.roller_radius;
+        if (deepest >= 0 && !undercut && -Point(deepest).Rho_Surface < m_.cutter) {
             Finding& f = Add("cutter_too_large", "Cutter larger than the hollow", Severity::do_not_cut);
             At(f, deepest);
             f.truth = -Point(deepest).Rho_Surface;
