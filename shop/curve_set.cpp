@@ -172,16 +172,6 @@ private:
         return straight > 0 ? words + " and " + lines : words;
     }
 
-    /// The first place where the way along the curve is turned about.
-    static std::optional<double> Runs_Back(const Curve_Samples& samples)
-    {
-        const auto& nodes = samples.Nodes();
-        for (std::size_t i = 0; i + 1 < nodes.size(); ++i)
-            if (Dot(nodes[i].place.tangent, nodes[i + 1].place.tangent) < 0.0)
-                return nodes[i + 1].t;
-        return std::nullopt;
-    }
-
     void Add_Circle(Curve_Layer layer, const std::string& name, double radius)
     {
         set_.circles.push_back({layer, name, radius});
@@ -313,6 +303,15 @@ std::string Why_No_Cutter(const True_Cam& cam, double radius, int units, bool th
                Plain_Figures(hollow->theta, 6) + " deg, whose radius is " + Length_Words(hollow->radius, units) +
                ": it would cut into the surface beside it.";
     return "";
+}
+
+std::optional<double> Runs_Back(const Curve_Samples& samples)
+{
+    const auto& nodes = samples.Nodes();
+    for (std::size_t i = 0; i + 1 < nodes.size(); ++i)
+        if (Dot(nodes[i].place.tangent, nodes[i + 1].place.tangent) < 0.0)
+            return nodes[i + 1].t;
+    return std::nullopt;
 }
 
 std::string Length_Words(double value, int units)

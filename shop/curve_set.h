@@ -101,6 +101,9 @@ std::string Why_No_Bore(const Bore& bore, double least, int units);
 /// The keyway's sizes that are given, the usual ones of the bore for the others.
 Keyway_Size Size_of_Keyway(const Bore& bore, int units);
 
+/// The first place where the way along a curve is turned about, degrees: an undercut.
+std::optional<double> Runs_Back(const Curve_Samples& samples);
+
 /// A length with its unit in six figures.
 std::string Length_Words(double value, int units);
 
