@@ -355,6 +355,14 @@ private:
         return cut;
     }
 
+    static std::vector<Vector> Joints_of(const Outline& outline)
+    {
+        std::vector<Vector> joints{outline.front().from};
+        for (const Surface_Element& e : outline)
+            joints.push_back(e.to);
+        return joints;
+    }
+
     std::string Make_Straight(Skin& skin, const Curve_Samples& used)
     {
         Tell("Body", rib_ ? "straight cam with a rib" : "straight cam with a groove");
@@ -390,6 +398,10 @@ private:
             }
             walls[w] = Scaled(walls[w], mm_);
         }
+        if (rib_ && !(Least_Gap(Joints_of(walls[0]), Joints_of(walls[1])) > 0.0))
+            return "A rib " + Words(Rib_Width()) +
+                   " wide at rest has no width left on the slope: its two rollers meet there. A wider rib or a longer "
+                   "rise helps.";
         const double width = options_.body_length == 0.0 ? high - low + 2.0 * m_.roller_radius : options_.body_length;
         if (width <= high - low)
             return "A plate " + Words(width) + " wide does not hold its walls, which reach " + Words(high - low) + ".";
@@ -484,11 +496,16 @@ std::string Make_Checked(const Design_State& design, const Solid_Options& option
     report.volume = measure.volume / (mm * mm * mm);
     report.area = measure.area / (mm * mm);
     report.faces = measure.faces;
+    // A viewer's picture, where no tolerance is wanted.
+    const double deflection = options.tolerance == 0.0 ? 10.0 * report.tolerance : report.tolerance;
+    Stl_Triangles triangles;
     const Solid_Names names{design.identity.Model_Name, file, Today_Text(), Now_Text(), In_Inches(units)};
     refusal = format == Solid_Format::step ? Step_Bytes(solid, names, bytes)
-                                           : Stl_Bytes(solid, names, report.tolerance * mm, bytes, report.triangles);
+                                           : Stl_Bytes(solid, names, deflection * mm, bytes, triangles);
     if (!refusal.empty())
         return refusal;
+    report.triangles = triangles.count;
+    report.triangle_deviation = triangles.largest_deviation / mm;
     const std::string unit = Length_Unit_of(units);
     const auto tell = [&](const char* name, std::string words) { report.facts.emplace_back(name, std::move(words)); };
     tell("Largest deviation", Plain_Figures(report.largest_deviation, 3) + " " + unit + " at " +
@@ -496,10 +513,12 @@ std::string Make_Checked(const Design_State& design, const Solid_Options& option
     tell("Volume", Plain_Figures(report.volume, 9) + " " + unit + "^3");
     tell("Area", Plain_Figures(report.area, 9) + " " + unit + "^2");
     tell("Solid", "closed and valid, of " + std::to_string(report.faces) + " faces");
-    tell("File", format == Solid_Format::step
-                     ? std::string("STEP AP214, in ") + (names.inches ? "inches" : "millimetres")
-                     : "STL of " + std::to_string(report.triangles) + " triangles, in " +
-                           (names.inches ? "inches" : "millimetres"));
+    const std::string in = names.inches ? "in inches" : "in millimetres";
+    if (format == Solid_Format::step)
+        tell("Form", "STEP AP214, " + in);
+    else
+        tell("Form", "STL, " + in + ", " + std::to_string(report.triangles) + " triangles, as far as " +
+                         Plain_Figures(report.triangle_deviation, 3) + " " + unit + " beside the solid's faces");
     if (options.though_do_not_cut) {
         const std::string against = Why_No_Cam(design, false);
         if (!against.empty())

@@ -40,6 +40,7 @@ struct Solid_Report {
     double area = 0.0;  // of the whole skin
     int faces = 0;
     int triangles = 0;                                       // of an STL
+    double triangle_deviation = 0.0;                         // how far they lie beside the solid's faces
     std::string text_path;                                   // where the text beside the file stands
     std::vector<std::pair<std::string, std::string>> facts;  // its lines, the file's name left out
 };

@@ -219,7 +219,9 @@ public:
             if (!refusal.empty())
                 return refusal;
         }
-        std::string refusal = Fit();
+        std::string refusal = Why_No_Rib();
+        if (refusal.empty())
+            refusal = Fit();
         if (refusal.empty())
             refusal = Find_Ends();
         if (!refusal.empty())
@@ -286,6 +288,28 @@ private:
                                where + ": the roller cuts it away there. A smaller roller or a less deep groove helps.";
                 }
             }
+        }
+        return "";
+    }
+
+    /// A rib that its two rollers cut through on a slope.
+    std::string Why_No_Rib() const
+    {
+        constexpr int places = 1440;
+        if (!drum_.rib)
+            return "";
+        for (const double share : {0.0, 1.0}) {
+            const double radius = Radius(share);
+            std::array<std::vector<Vector>, 2> walls;
+            for (const std::size_t w : {0U, 1U})
+                for (int i = 0; i <= places; ++i) {
+                    const Drum_Place p = Place(walls_[w], turn * i / places, radius);
+                    walls[w].push_back({m_.rot * p.angle, p.z});
+                }
+            if (!(Least_Gap(walls[0], walls[1]) > 0.0))
+                return "A rib " + Plain_Figures(drum_.rib_width, 6) +
+                       " wide at rest has no width left on the slope, at a radius of " + Plain_Figures(radius, 6) +
+                       ": its two rollers meet there. A wider rib or a longer rise helps.";
         }
         return "";
     }
