@@ -282,8 +282,8 @@ private:
         Tell("Body", rib_ ? "drum with a rib" : "drum with a groove");
         Tell("Coordinates",
              "z along the drum's axis in the sense of the follower's Z; at cam angle 0 the follower is on the side of "
-             "positive x; a point comes under the follower when the cam has turned " +
-                 std::string(m_.rot > 0 ? "clockwise" : "counterclockwise") + ", seen from positive z");
+             "positive x; the cam turns " +
+                 std::string(m_.rot > 0 ? "counterclockwise" : "clockwise") + " seen from positive z");
         const std::string refusal = Why_No_Middle(drum.inner);
         if (!refusal.empty())
             return refusal;
@@ -367,9 +367,10 @@ private:
     {
         Tell("Body", rib_ ? "straight cam with a rib" : "straight cam with a groove");
         Tell("Coordinates",
-             std::string("x along the cam with the cam angle, z in the sense of the follower's Z; the follower comes "
-                         "from y 0 towards ") +
-                 (m_.rot > 0 ? "positive" : "negative") + " y; length of one turn " + Words(Turn_of(cam_)));
+             "x along the cam with the cam angle, z in the sense of the follower's Z; the follower comes from negative "
+             "y, "
+             "seen from where the walls lie as the drawing has them; the face is y 0; length of one turn " +
+                 Words(Turn_of(cam_)));
         Tell("Plate", "thickness " + Words(thickness_));
         if (rib_)
             Tell_Rib();
@@ -411,11 +412,10 @@ private:
         return "";
     }
 
-    /// In a frame whose z runs towards the follower where the drum of this sense does, else away from it: y of the body
-    /// is -z of it.
+    /// In a frame with z towards the follower: that of the drawing.
     void Add_Straight(Skin& skin, const std::array<Outline, 2>& walls, double low, double high)
     {
-        const double down = -m_.rot * mm_;
+        const double down = -mm_;
         const double beside = rib_ ? down * depth_ : 0.0;
         const double between = rib_ ? 0.0 : down * depth_;
         const double base = down * thickness_;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 /// A cam as a solid for CAD, by the true geometry: plate of a disk cam with bore, hub and keyway; plate with a track;
-/// drum with a groove or a rib; straight cam. Written as STEP (AP214) or as STL for viewers. docs/theory.md, 21.
+/// drum with a groove or a rib; straight cam. Written as STEP (AP214) or as STL for viewers. docs/theory.md, 22.
 #pragma once
 
 #include <string>

@@ -219,7 +219,7 @@ TEST_F(Solids, of_a_track_have_the_volume_between_both_walls)
 /// A place of a wall in space, as the files of points lay a drum round its axis.
 std::array<double, 3> In_Space(const True_Cam& cam, const Wall_Point& wall, double shift = 0.0)
 {
-    const double angle = cam.Follower().rot * wall.Lambda * pi / 180.0;
+    const double angle = -cam.Follower().rot * wall.Lambda * pi / 180.0;
     return {wall.radius * std::cos(angle), wall.radius * std::sin(angle), wall.Z + shift};
 }
 
@@ -359,9 +359,8 @@ TEST_F(Solids, of_a_straight_cam_have_the_volume_between_its_walls)
             const double groove = 25.0 * 90.0 * length - 10.0 * between;
             const double ribbed = 15.0 * 90.0 * length + 10.0 * (39.0 * length - between);
             EXPECT_NEAR(report.volume, rib ? ribbed : groove, 10.0 * 1e-3 * 900.0) << used;
-            // The follower looks at the drum that this was unrolled from.
-            EXPECT_NEAR(back.At("low_y"), rot > 0 ? 0.0 : -25.0, 1e-6);
-            EXPECT_NEAR(back.At("high_y"), rot > 0 ? 25.0 : 0.0, 1e-6);
+            EXPECT_NEAR(back.At("low_y"), 0.0, 1e-6);
+            EXPECT_NEAR(back.At("high_y"), 25.0, 1e-6);
             EXPECT_NEAR(back.At("high_x") - back.At("low_x"), length, 1e-4);
         }
 }
@@ -379,7 +378,7 @@ TEST_F(Solids, of_a_straight_cam_end_square_where_the_turn_begins_on_a_slope)
         for (const int side : {1, -1}) {
             const Vector p = Flank_of(cam, side).at(t).point;
             EXPECT_GT(p.x, start);
-            points.push_back({p.x, -4.0, p.y});
+            points.push_back({p.x, 4.0, p.y});
         }
     Solid_Report report;
     const Read_Back back = Written({.thickness = 25.0, .groove_depth = 10.0}, report, points);
