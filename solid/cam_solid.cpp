@@ -534,6 +534,8 @@ std::string Make_Guarded(const Design_State& design, const Solid_Options& option
     bytes.clear();
     try {
         return Make_Checked(design, options, format, file, bytes, report);
+    } catch (const Fault&) {
+        return "The surface of this cam cannot be followed within the tolerance. No file is written.";
     } catch (const Standard_Failure& failure) {
         const char* const words = failure.GetMessageString();
         return std::string("No solid can be made of this cam: the library for solids stopped (") +

@@ -70,7 +70,7 @@ std::string Step_Bytes(const TopoDS_Solid& solid, const Solid_Names& names, std:
 {
     const std::lock_guard alone(Settings());
     Start_Library();
-    const std::string product = Plain(names.product);
+    const std::string product = names.product.empty() ? "cam" : Plain(names.product);
     Interface_Static::SetCVal("write.step.schema", "AP214IS");
     Interface_Static::SetCVal("xstep.cascade.unit", "MM");
     Interface_Static::SetCVal("write.step.unit", names.inches ? "INCH" : "MM");

@@ -258,8 +258,8 @@ TEST_F(Solids, of_a_groove_have_the_volume_of_its_width_over_every_depth)
         const Read_Back back = Written(
             {.bore = {.diameter = 25.0}, .groove_depth = 12.0, .drum_radius = 64.0, .body_length = 90.0}, report);
         const double groove = Over_Depth(52.0, 64.0, [&](double r) { return Under(cam, -1, r) - Under(cam, 1, r); });
-        EXPECT_NEAR(report.volume, 90.0 * (Circle_Area(128.0) - Circle_Area(25.0)) - groove, 20.0)
-            << "both walls of some 420 by 12 mm, a micrometre each at the most";
+        EXPECT_NEAR(report.volume, 90.0 * (Circle_Area(128.0) - Circle_Area(25.0)) - groove, 0.2)
+            << "two hundredths of a cubic millimetre are found";
         EXPECT_NEAR(back.At("high_z") - back.At("low_z"), 90.0, 1e-5);
         EXPECT_NEAR(back.At("high_x"), 64.0, 1e-5);
     }
@@ -317,7 +317,7 @@ TEST_F(Solids, of_a_rib_stand_between_two_rollers)
         const double rib = Over_Depth(50.0, 60.0, [&](double r) {
             return std::abs(Under(cam, used, r) - Under(cam, -used, r) + used * 39.0 * 2.0 * pi * r);
         });
-        EXPECT_NEAR(report.volume, 100.0 * Circle_Area(100.0) + rib, 20.0);
+        EXPECT_NEAR(report.volume, 100.0 * Circle_Area(100.0) + rib, 0.2);
     }
 }
 
