@@ -42,11 +42,6 @@ std::string No_Cam_Sentence(const Design_State& design, const Check& check, bool
     return though_do_not_cut ? "" : Do_Not_Cut_Sentence(check);
 }
 
-std::string Length_Words(double value, int units)
-{
-    return Plain_Figures(value, 6) + " " + Length_Unit_of(units);
-}
-
 /// Works a choice out.
 class Maker {
 public:
@@ -61,14 +56,9 @@ public:
     std::string Refusal() const
     {
         const Curve_Samples samples(surface_);
-        if (!(tolerance_ > 0.0) || !std::isfinite(tolerance_))
-            return "The tolerance must be a number above 0.";
-        if (tolerance_ < Least_Tolerance * samples.Size())
-            return "A tolerance of " + Length(tolerance_) + " is finer than the motion itself is known on a cam of " +
-                   Length(samples.Size()) + ": take " + Length(Least_Tolerance * samples.Size()) + " or more.";
-        if (tolerance_ > Most_Tolerance * samples.Size())
-            return "A tolerance of " + Length(tolerance_) + " leaves nothing of a cam of " + Length(samples.Size()) +
-                   ": take " + Length(Most_Tolerance * samples.Size()) + " or less.";
+        const std::string tolerance = Why_No_Tolerance(tolerance_, samples.Size(), set_.units);
+        if (!tolerance.empty())
+            return tolerance;
         const std::string cutter = Cutter_Refusal();
         return cutter.empty() ? Bore_Refusal(samples) : cutter;
     }
@@ -127,39 +117,12 @@ private:
 
     std::string Bore_Refusal(const Curve_Samples& samples) const
     {
-        const Bore& bore = choice_.bore;
-        if (bore.diameter == 0.0)
-            return bore.keyway ? "A keyway needs the diameter of its bore." : "";
-        if (!(bore.diameter > 0.0) || !std::isfinite(bore.diameter))
-            return "The diameter of the bore must be a number above 0.";
-        if (m_.body != Cam_Body::disk)
+        if (choice_.bore.diameter > 0.0 && m_.body != Cam_Body::disk)
             return "An unrolled cam shows no bore.";
-        double reach = 0.5 * bore.diameter;
-        if (bore.keyway) {
-            const std::optional<Keyway_Size> usual = Usual_Keyway(bore.diameter, set_.units);
-            if (!usual && (bore.width == 0.0 || bore.depth == 0.0))
-                return "There is no usual keyway for a bore of " + Length(bore.diameter) + ": give width and depth.";
-            const Keyway_Size size = Key_of(bore);
-            if (!(size.width > 0.0) || !(size.depth > 0.0) || !std::isfinite(size.width + size.depth))
-                return "Width and depth of the keyway must be numbers above 0.";
-            if (size.width >= bore.diameter)
-                return "A keyway of " + Length(size.width) + " is as wide as its bore of " + Length(bore.diameter) +
-                       ".";
-            reach = std::hypot(reach + size.depth, 0.5 * size.width);
-        }
         double least = std::numeric_limits<double>::infinity();
         for (const Curve_Samples::Node& node : samples.Nodes())
             least = std::min(least, lobemax::Length(node.place.point));
-        if (reach >= least)
-            return "The bore reaches to " + Length(reach) +
-                   " from the centre, the surface of the cam comes as near as " + Length(least) + ".";
-        return "";
-    }
-
-    Keyway_Size Key_of(const Bore& bore) const
-    {
-        const Keyway_Size usual = Usual_Keyway(bore.diameter, set_.units).value_or(Keyway_Size{});
-        return {bore.width != 0.0 ? bore.width : usual.width, bore.depth != 0.0 ? bore.depth : usual.depth};
+        return Why_No_Bore(choice_.bore, least, set_.units);
     }
 
     void Add(Curve_Layer layer, std::string name, const Shop_Curve& curve)
@@ -209,16 +172,6 @@ private:
         return straight > 0 ? words + " and " + lines : words;
     }
 
-    /// The first place where the way along the curve is turned about.
-    static std::optional<double> Runs_Back(const Curve_Samples& samples)
-    {
-        const auto& nodes = samples.Nodes();
-        for (std::size_t i = 0; i + 1 < nodes.size(); ++i)
-            if (Dot(nodes[i].place.tangent, nodes[i + 1].place.tangent) < 0.0)
-                return nodes[i + 1].t;
-        return std::nullopt;
-    }
-
     void Add_Circle(Curve_Layer layer, const std::string& name, double radius)
     {
         set_.circles.push_back({layer, name, radius});
@@ -238,7 +191,7 @@ private:
         Add_Circle(Curve_Layer::shaft, "bore", 0.5 * bore.diameter);
         if (!bore.keyway)
             return;
-        const Keyway_Size size = Key_of(bore);
+        const Keyway_Size size = Size_of_Keyway(bore, set_.units);
         const double angle = Keyway_Angle(design_);
         set_.keyway = Keyway_Outline(bore.diameter, size, angle);
         Tell("KEYWAY", "width " + Length(size.width) + ", depth beyond the bore " + Length(size.depth) +
@@ -349,6 +302,65 @@ std::string Why_No_Cutter(const True_Cam& cam, double radius, int units, bool th
         return "A cutter of " + Length_Words(radius, units) + " is larger than the hollow at " +
                Plain_Figures(hollow->theta, 6) + " deg, whose radius is " + Length_Words(hollow->radius, units) +
                ": it would cut into the surface beside it.";
+    return "";
+}
+
+std::optional<double> Runs_Back(const Curve_Samples& samples)
+{
+    const auto& nodes = samples.Nodes();
+    for (std::size_t i = 0; i + 1 < nodes.size(); ++i)
+        if (Dot(nodes[i].place.tangent, nodes[i + 1].place.tangent) < 0.0)
+            return nodes[i + 1].t;
+    return std::nullopt;
+}
+
+std::string Length_Words(double value, int units)
+{
+    return Plain_Figures(value, 6) + " " + Length_Unit_of(units);
+}
+
+std::string Why_No_Tolerance(double tolerance, double size, int units)
+{
+    const auto words = [units](double value) { return Length_Words(value, units); };
+    if (!(tolerance > 0.0) || !std::isfinite(tolerance))
+        return "The tolerance must be a number above 0.";
+    if (tolerance < Least_Tolerance * size)
+        return "A tolerance of " + words(tolerance) + " is finer than the motion itself is known on a cam of " +
+               words(size) + ": take " + words(Least_Tolerance * size) + " or more.";
+    if (tolerance > Most_Tolerance * size)
+        return "A tolerance of " + words(tolerance) + " leaves nothing of a cam of " + words(size) + ": take " +
+               words(Most_Tolerance * size) + " or less.";
+    return "";
+}
+
+Keyway_Size Size_of_Keyway(const Bore& bore, int units)
+{
+    const Keyway_Size usual = Usual_Keyway(bore.diameter, units).value_or(Keyway_Size{});
+    return {bore.width != 0.0 ? bore.width : usual.width, bore.depth != 0.0 ? bore.depth : usual.depth};
+}
+
+std::string Why_No_Bore(const Bore& bore, double least, int units)
+{
+    const auto words = [units](double value) { return Length_Words(value, units); };
+    if (bore.diameter == 0.0)
+        return bore.keyway ? "A keyway needs the diameter of its bore." : "";
+    if (!(bore.diameter > 0.0) || !std::isfinite(bore.diameter))
+        return "The diameter of the bore must be a number above 0.";
+    double reach = 0.5 * bore.diameter;
+    if (bore.keyway) {
+        const std::optional<Keyway_Size> usual = Usual_Keyway(bore.diameter, units);
+        if (!usual && (bore.width == 0.0 || bore.depth == 0.0))
+            return "There is no usual keyway for a bore of " + words(bore.diameter) + ": give width and depth.";
+        const Keyway_Size size = Size_of_Keyway(bore, units);
+        if (!(size.width > 0.0) || !(size.depth > 0.0) || !std::isfinite(size.width + size.depth))
+            return "Width and depth of the keyway must be numbers above 0.";
+        if (size.width >= bore.diameter)
+            return "A keyway of " + words(size.width) + " is as wide as its bore of " + words(bore.diameter) + ".";
+        reach = std::hypot(reach + size.depth, 0.5 * size.width);
+    }
+    if (reach >= least)
+        return "The bore reaches to " + words(reach) + " from the centre, the surface of the cam comes as near as " +
+               words(least) + ".";
     return "";
 }
 

@@ -92,6 +92,21 @@ std::string Why_No_Cam(const Design_State& design, bool though_do_not_cut);
 /// Why a cutter has no path on a cam; empty where it has.
 std::string Why_No_Cutter(const True_Cam& cam, double radius, int units, bool though_do_not_cut);
 
+/// Why a tolerance does not suit a cam of a size; empty where it does.
+std::string Why_No_Tolerance(double tolerance, double size, int units);
+
+/// Why a bore has no place; empty where it has. @param least  from the axis to the nearest place of the cam's surface
+std::string Why_No_Bore(const Bore& bore, double least, int units);
+
+/// The keyway's sizes that are given, the usual ones of the bore for the others.
+Keyway_Size Size_of_Keyway(const Bore& bore, int units);
+
+/// The first place where the way along a curve is turned about, degrees: an undercut.
+std::optional<double> Runs_Back(const Curve_Samples& samples);
+
+/// A length with its unit in six figures.
+std::string Length_Words(double value, int units);
+
 /// "mm"; what one is in millimetres.
 std::string Length_Unit_of(int units);
 double Millimetres_per_Unit(int units);
