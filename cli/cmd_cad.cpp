@@ -12,6 +12,7 @@
 #include "core/traps.h"
 #include "forms/cad_form.h"
 #include "paint/cad_sheet.h"
+#include "solid/cam_solid.h"
 
 namespace lobemax::cli {
 
@@ -38,7 +39,7 @@ int Run(Session& session, const Options& options)
             return session.Wrong("--" + refusal);
     if (const std::string refusal = Why_Not_Even_if_Wrong(wish.kind); wish.even_if_wrong && !refusal.empty())
         return session.Wrong("--" + refusal);
-    const Made_Cad made = Make_Cad(design, wish, options.output);
+    const Made_Cad made = Make_Cad(design, wish, options.output, Make_Solid);
     if (!made.refusal.empty()) {
         session.Say(made.refusal);
         if (made.may_be_forced)

@@ -16,6 +16,7 @@
 #include "shop/curve_files.h"
 #include "shop/dxf.h"
 #include "shop/gcode.h"
+#include "solid/cam_solid.h"
 #include "truth/check.h"
 
 namespace lobemax {
@@ -39,6 +40,9 @@ constexpr std::array<Cad_Kind_Entry, Cad_Kinds> kinds{{
      "The motion as points or polynomials, for an electronic cam", false},
     {Cad_Kind::table, "table", "Lift table for grinders and engines", ".csv",
      "Lift over the cam angle from the nose, duration, lobe centre, area", false},
+    {Cad_Kind::step, "step", "Solid for CAD (STEP)", ".step",
+     "The cam as a body with its true walls: plate, plate with a track, drum, straight cam", true},
+    {Cad_Kind::stl, "stl", "Solid for viewers (STL)", ".stl", "The same body in triangles", true},
 }};
 
 constexpr unsigned In(Cad_Kind kind)
@@ -52,6 +56,7 @@ constexpr unsigned sheets = In(Cad_Kind::pdf);
 constexpr unsigned gcode = In(Cad_Kind::gcode);
 constexpr unsigned plc = In(Cad_Kind::plc);
 constexpr unsigned lift = In(Cad_Kind::table);
+constexpr unsigned solid = In(Cad_Kind::step) | In(Cad_Kind::stl);
 
 using enum Cad_Entry;
 using Unit = Cad_Unit;
@@ -98,6 +103,35 @@ constexpr std::array option_rows{
                points, Need::any, "", "", ""},
     Cad_Option{"units", "Written in", "The unit of the file; design: that of the model", choice, Unit::none, points,
                Need::any, "design", "", "design|mm|cm|m|in|ft"},
+    // solids
+    Cad_Option{"bore", "Bore diameter", "The hole for the shaft, if any", number, Unit::length, solid, Need::round, "",
+               "", ""},
+    Cad_Option{"keyway", "Keyway", "A keyway in the bore, at the keyway's clock time", flag, Unit::none, solid,
+               Need::round, "no", "", ""},
+    Cad_Option{"key-width", "Keyway width", "Else that of the standard key of the bore", number, Unit::length, solid,
+               Need::round, "", "", ""},
+    Cad_Option{"key-depth", "Keyway depth", "Beyond the bore; else that of the standard key", number, Unit::length,
+               solid, Need::round, "", "", ""},
+    Cad_Option{"thickness", "Thickness", "Of the plate; else the design's face width", number, Unit::length, solid,
+               Need::plate, "", "", ""},
+    Cad_Option{"hub-diameter", "Hub diameter", "A hub around the bore, if any", number, Unit::length, solid, Need::disk,
+               "", "", ""},
+    Cad_Option{"hub-length", "Hub length", "Beyond the plate's upper face", number, Unit::length, solid, Need::disk, "",
+               "", ""},
+    Cad_Option{"groove", "Track", "The roller runs in a track, on two walls", flag, Unit::none, solid, Need::disk, "no",
+               "", ""},
+    Cad_Option{"plate-diameter", "Plate diameter",
+               "Of a plate with a track; else the track's reach and two roller radii", number, Unit::length, solid,
+               Need::disk, "", "", ""},
+    Cad_Option{"groove-depth", "Groove depth", "Of a track or groove, height of a rib; else the design's face width",
+               number, Unit::length, solid, Need::any, "", "", ""},
+    Cad_Option{"drum-radius", "Drum radius", "Of its surface, of a rib's outer face; else the prime radius", number,
+               Unit::length, solid, Need::barrel, "", "", ""},
+    Cad_Option{"body-length", "Body length",
+               "Along the follower's way; else the walls' reach and a roller radius on either side", number,
+               Unit::length, solid, Need::unrolled, "", "", ""},
+    Cad_Option{"rib-width", "Rib width", "Of a rib at rest; else two roller radii", number, Unit::length, solid,
+               Need::barrel, "", "", ""},
     // machines
     Cad_Option{"units", "Program in",
                "Every length and feed below is of this unit; design: inches where the model is "
@@ -186,6 +220,10 @@ bool Fits(const Design_State& design, Need need)
         return type == "Barrel" || type == "Linear";
     case Need::barrel:
         return type == "Barrel";
+    case Need::round:
+        return type != "Linear";
+    case Need::plate:
+        return type != "Barrel";
     case Need::any:
         break;
     }
@@ -194,7 +232,21 @@ bool Fits(const Design_State& design, Need need)
 
 std::string_view Words_of(Need need)
 {
-    return need == Need::disk ? "a disk cam" : need == Need::unrolled ? "a barrel or linear cam" : "a barrel cam";
+    switch (need) {
+    case Need::disk:
+        return "a disk cam";
+    case Need::unrolled:
+        return "a barrel or linear cam";
+    case Need::barrel:
+        return "a barrel cam";
+    case Need::round:
+        return "a disk or barrel cam";
+    case Need::plate:
+        return "a disk or linear cam";
+    case Need::any:
+        break;
+    }
+    return "any cam";
 }
 
 bool In_Inches(const Design_State& design, const Cad_Wish& wish)
@@ -252,6 +304,24 @@ public:
         choice.notes = Flag("notes");
         choice.though_do_not_cut = wish_.even_if_wrong;
         return choice;
+    }
+
+    Solid_Options Solid() const
+    {
+        Solid_Options o;
+        o.tolerance = Number("tolerance");
+        o.thickness = Number("thickness");
+        o.bore = {Number("bore"), Flag("keyway"), Number("key-width"), Number("key-depth")};
+        o.hub_diameter = Number("hub-diameter");
+        o.hub_length = Number("hub-length");
+        o.groove = Flag("groove");
+        o.plate_diameter = Number("plate-diameter");
+        o.groove_depth = Number("groove-depth");
+        o.drum_radius = Number("drum-radius");
+        o.body_length = Number("body-length");
+        o.rib_width = Number("rib-width");
+        o.though_do_not_cut = wish_.even_if_wrong;
+        return o;
     }
 
     Point_Choice Points() const
@@ -625,10 +695,26 @@ Made_Cad Of_Machine(const Design_State& design, const Cad_Wish& wish, std::strin
     return made;
 }
 
-Made_Cad Make_Once(const Design_State& design, const Cad_Wish& wish, std::string_view path)
+Made_Cad Of_Solid(const Design_State& design, const Cad_Wish& wish, std::string_view path, const Solid_Maker& solids)
+{
+    if (!solids)
+        return Refused_Cad("Nothing that makes solids is at hand.");
+    Made_Cad made;
+    Solid_Report report;
+    made.refusal = solids(design, Reader(design, wish).Solid(),
+                          wish.kind == Cad_Kind::stl ? Solid_Format::stl : Solid_Format::step, made.bytes, report);
+    made.facts = {{"File", std::string(path.substr(path.find_last_of('/') + 1))}};
+    made.facts.insert(made.facts.end(), report.facts.begin(), report.facts.end());
+    return made;
+}
+
+Made_Cad Make_Once(const Design_State& design, const Cad_Wish& wish, std::string_view path, const Solid_Maker& solids)
 {
     try {
         switch (wish.kind) {
+        case Cad_Kind::step:
+        case Cad_Kind::stl:
+            return Of_Solid(design, wish, path, solids);
         case Cad_Kind::xyz:
         case Cad_Kind::csv:
             return Of_Points(design, wish, path);
@@ -776,13 +862,13 @@ std::string Why_Not_Even_if_Wrong(Cad_Kind kind)
            ": it holds the motion, and nothing is cut by it.";
 }
 
-Made_Cad Make_Cad(const Design_State& design, const Cad_Wish& wish, std::string_view path)
+Made_Cad Make_Cad(const Design_State& design, const Cad_Wish& wish, std::string_view path, const Solid_Maker& solids)
 {
-    Made_Cad made = Make_Once(design, wish, path);
+    Made_Cad made = Make_Once(design, wish, path, solids);
     if (!made.refusal.empty() && Entry_of(wish.kind).surface && !wish.even_if_wrong) {
         Cad_Wish forced = wish;
         forced.even_if_wrong = true;
-        made.may_be_forced = Make_Once(design, forced, path).refusal.empty();
+        made.may_be_forced = Make_Once(design, forced, path, solids).refusal.empty();
     }
     return made;
 }

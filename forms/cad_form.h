@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <map>
 #include <optional>
 #include <span>
@@ -19,10 +20,13 @@
 namespace lobemax {
 
 struct Design_State;
+struct Solid_Options;
+struct Solid_Report;
+enum class Solid_Format;
 
 /// What a file is for.
-enum class Cad_Kind { dxf, xyz, csv, svg, pdf, gcode, plc, table };
-inline constexpr int Cad_Kinds = 8;
+enum class Cad_Kind { dxf, xyz, csv, svg, pdf, gcode, plc, table, step, stl };
+inline constexpr int Cad_Kinds = 10;
 
 struct Cad_Kind_Entry {
     Cad_Kind kind;
@@ -58,7 +62,7 @@ enum class Cad_Unit {
 };
 
 /// Which cams an option means something for.
-enum class Cad_Body_Need { any, disk, unrolled, barrel };
+enum class Cad_Body_Need { any, disk, unrolled, barrel, round, plate };
 
 /// An option of some kinds. A name may stand in two rows for different kinds.
 struct Cad_Option {
@@ -124,7 +128,12 @@ struct Made_Cad {
     std::optional<Cad_Sheet> sheet;
     Cad_Facts facts;  // of the text beside it
 };
-Made_Cad Make_Cad(const Design_State& design, const Cad_Wish& wish, std::string_view path);
+/// What makes solids, Make_Solid: it stands above this room.
+using Solid_Maker =
+    std::function<std::string(const Design_State&, const Solid_Options&, Solid_Format, std::string&, Solid_Report&)>;
+/// @param solids  wanted of the kinds step and stl
+Made_Cad Make_Cad(const Design_State& design, const Cad_Wish& wish, std::string_view path,
+                  const Solid_Maker& solids = {});
 
 /// What is told of a file that was written, a line each: where, arcs or points, the largest deviation, warnings.
 std::vector<std::string> Lines_of_Written(const Cad_Facts& facts, const std::string& path,

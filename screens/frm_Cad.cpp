@@ -16,6 +16,7 @@
 #include "screens/desk.h"
 #include "screens/form_rows.h"
 #include "screens/help_viewer.h"
+#include "solid/cam_solid.h"
 
 namespace lobemax::screens {
 
@@ -48,7 +49,6 @@ frm_Cad::frm_Cad(QWidget* parent) : Screen(QStringLiteral("frm_Cad"), To_Qt(Word
     head->addWidget(Make_Caption(Words_of("cmb_Kind"), kinds), 0, 0);
     head->addWidget(kinds, 0, 1);
     QLabel* const words = Label(QStringLiteral("lbl_Kind"), {}, To_Qt(Words_of("lbl_Kind").tip));
-    words->setWordWrap(true);
     head->addWidget(words, 1, 0, 1, 3);
     head->setColumnStretch(2, 1);
     Body().addLayout(head);
@@ -202,7 +202,13 @@ void frm_Cad::Write_File()
 {
     const std::string suggestion = Suggested_Cad_Name(design, kind_);
     Cad_Wish wish = Wish();
-    Made_Cad made = Make_Cad(design, wish, suggestion);
+    const auto make = [](const Cad_Wish& wanted, const std::string& name) {
+        Show_Wait_Pointer();
+        Made_Cad made = Make_Cad(design, wanted, name, Make_Solid);
+        Restore_Pointer();
+        return made;
+    };
+    Made_Cad made = make(wish, suggestion);
     if (!made.refusal.empty()) {
         if (!made.may_be_forced) {
             Show_Message(made.refusal, Buttons::OK, Symbol::exclamation);
@@ -221,7 +227,9 @@ void frm_Cad::Write_File()
                          : std::nullopt;
     if (!path)
         return;
-    made = Make_Cad(design, wish, *path);  // the file tells its own name
+    const bool solid = kind_ == Cad_Kind::step || kind_ == Cad_Kind::stl;
+    if (!solid || wish.even_if_wrong)
+        made = make(wish, *path);  // the file tells its own name
     const paint::Written_Cad written = paint::Write_Cad(made, *path);
     if (!written.refusal.empty()) {
         Show_Message(written.refusal, Buttons::OK, Symbol::exclamation);
