@@ -66,7 +66,7 @@ constexpr std::array option_rows{
     // curves
     Cad_Option{"tolerance", "Tolerance",
                "How far the curves may lie from the true ones; where it is left out a micrometre", number, Unit::length,
-               drawn, Need::any, "", "", ""},
+               drawn | solid, Need::any, "", "", ""},
     Cad_Option{"form", "Made of", "Arcs in pairs, straight lines, or a cubic spline", choice, Unit::none, fitted,
                Need::any, "arcs", "", "arcs|lines|spline"},
     Cad_Option{"cutter", "Cutter radius", "The path of a cutter's centre too, if any", number, Unit::length, drawn,
