@@ -194,7 +194,7 @@ std::string Words_of_Points(const Mechanism& m, const std::string& unit)
     return "on the cylinder of the prime radius about z, in " + unit +
            "; a point comes under the follower when the cam "
            "has turned " +
-           (m.rot > 0 ? "clockwise" : "counterclockwise") + ", seen from positive z";
+           (m.rot > 0 ? "counterclockwise" : "clockwise") + ", seen from positive z";
 }
 
 /// How far the curve lies beside the lines between its points, looked for at their middles.
@@ -252,7 +252,7 @@ Made_Points Make_Curve_Points(const Design_State& design, const Point_Choice& ch
             row.space[2] = p.y;
         } else if (m.body == Cam_Body::barrel) {
             const double radius = scale * m.prime;
-            const double round = m.rot * p.x / radius;
+            const double round = -m.rot * p.x / radius;  // as a disk cam's points, seen from positive z
             row.space[0] = radius * std::cos(round);
             row.space[1] = radius * std::sin(round);
             row.space[2] = p.y;

@@ -57,7 +57,7 @@ struct Made_Points {
 Made_Points Make_Curve_Points(const Design_State& design, const Point_Choice& choice);
 
 /// Three columns x, y, z with blanks between, no head: of a disk cam z is 0; a drum's curve lies on the cylinder of the
-/// prime radius about Z, turned with Lambda in the sense of the cam's rotation; a linear cam's x runs along, y is 0.
+/// prime radius about Z, turned with Lambda against the cam's rotation; a linear cam's x runs along, y is 0.
 std::string Xyz_Text(const Curve_Points& points);
 
 /// Heads and units in the first line: angle, coordinates in the plane, direction of the curve.

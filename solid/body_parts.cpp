@@ -23,6 +23,7 @@
 #include <gp_Circ.hxx>
 #include <gp_Pln.hxx>
 #include <gp_Trsf.hxx>
+#include <limits>
 
 #include "core/design_state.h"
 
@@ -105,6 +106,21 @@ Outline Scaled(Outline outline, double scale)
 Outline Circle(double radius)
 {
     return {{{radius, 0.0}, {-radius, 0.0}, 1.0}, {{-radius, 0.0}, {radius, 0.0}, 1.0}};
+}
+
+double Least_Gap(const std::vector<Vector>& lower, const std::vector<Vector>& upper)
+{
+    double least = std::numeric_limits<double>::infinity();
+    std::size_t i = 0;
+    for (const Vector& p : lower) {
+        while (i + 2 < upper.size() && upper[i + 1].x < p.x)
+            ++i;
+        const Vector way = upper[i + 1] - upper[i];
+        if (p.x < upper[i].x || p.x > upper[i + 1].x)
+            continue;
+        least = std::min(least, upper[i].y + (p.x - upper[i].x) * way.y / way.x - p.y);
+    }
+    return least;
 }
 
 TopoDS_Wire Skin::Wire(const Outline& outline, double z)

@@ -29,6 +29,9 @@ Outline Scaled(Outline outline, double scale);
 /// A circle about the origin, counterclockwise, of two halves.
 Outline Circle(double radius);
 
+/// How far a wall stands over another at the least. @param lower  places of a wall, x rising; straight between
+double Least_Gap(const std::vector<Vector>& lower, const std::vector<Vector>& upper);
+
 /// Faces that become the skin of a body.
 class Skin {
 public:

@@ -282,8 +282,8 @@ private:
         Tell("Body", rib_ ? "drum with a rib" : "drum with a groove");
         Tell("Coordinates",
              "z along the drum's axis in the sense of the follower's Z; at cam angle 0 the follower is on the side of "
-             "positive x; a point comes under the follower when the cam has turned " +
-                 std::string(m_.rot > 0 ? "clockwise" : "counterclockwise") + ", seen from positive z");
+             "positive x; the cam turns " +
+                 std::string(m_.rot > 0 ? "counterclockwise" : "clockwise") + " seen from positive z");
         const std::string refusal = Why_No_Middle(drum.inner);
         if (!refusal.empty())
             return refusal;
@@ -355,13 +355,22 @@ private:
         return cut;
     }
 
+    static std::vector<Vector> Joints_of(const Outline& outline)
+    {
+        std::vector<Vector> joints{outline.front().from};
+        for (const Surface_Element& e : outline)
+            joints.push_back(e.to);
+        return joints;
+    }
+
     std::string Make_Straight(Skin& skin, const Curve_Samples& used)
     {
         Tell("Body", rib_ ? "straight cam with a rib" : "straight cam with a groove");
         Tell("Coordinates",
-             std::string("x along the cam with the cam angle, z in the sense of the follower's Z; the follower comes "
-                         "from y 0 towards ") +
-                 (m_.rot > 0 ? "positive" : "negative") + " y; length of one turn " + Words(Turn_of(cam_)));
+             "x along the cam with the cam angle, z in the sense of the follower's Z; the follower comes from negative "
+             "y, "
+             "seen from where the walls lie as the drawing has them; the face is y 0; length of one turn " +
+                 Words(Turn_of(cam_)));
         Tell("Plate", "thickness " + Words(thickness_));
         if (rib_)
             Tell_Rib();
@@ -390,6 +399,10 @@ private:
             }
             walls[w] = Scaled(walls[w], mm_);
         }
+        if (rib_ && !(Least_Gap(Joints_of(walls[0]), Joints_of(walls[1])) > 0.0))
+            return "A rib " + Words(Rib_Width()) +
+                   " wide at rest has no width left on the slope: its two rollers meet there. A wider rib or a longer "
+                   "rise helps.";
         const double width = options_.body_length == 0.0 ? high - low + 2.0 * m_.roller_radius : options_.body_length;
         if (width <= high - low)
             return "A plate " + Words(width) + " wide does not hold its walls, which reach " + Words(high - low) + ".";
@@ -399,11 +412,10 @@ private:
         return "";
     }
 
-    /// In a frame whose z runs towards the follower where the drum of this sense does, else away from it: y of the body
-    /// is -z of it.
+    /// In a frame with z towards the follower: that of the drawing.
     void Add_Straight(Skin& skin, const std::array<Outline, 2>& walls, double low, double high)
     {
-        const double down = -m_.rot * mm_;
+        const double down = -mm_;
         const double beside = rib_ ? down * depth_ : 0.0;
         const double between = rib_ ? 0.0 : down * depth_;
         const double base = down * thickness_;
@@ -484,11 +496,16 @@ std::string Make_Checked(const Design_State& design, const Solid_Options& option
     report.volume = measure.volume / (mm * mm * mm);
     report.area = measure.area / (mm * mm);
     report.faces = measure.faces;
+    // A viewer's picture, where no tolerance is wanted.
+    const double deflection = options.tolerance == 0.0 ? 10.0 * report.tolerance : report.tolerance;
+    Stl_Triangles triangles;
     const Solid_Names names{design.identity.Model_Name, file, Today_Text(), Now_Text(), In_Inches(units)};
     refusal = format == Solid_Format::step ? Step_Bytes(solid, names, bytes)
-                                           : Stl_Bytes(solid, names, report.tolerance * mm, bytes, report.triangles);
+                                           : Stl_Bytes(solid, names, deflection * mm, bytes, triangles);
     if (!refusal.empty())
         return refusal;
+    report.triangles = triangles.count;
+    report.triangle_deviation = triangles.largest_deviation / mm;
     const std::string unit = Length_Unit_of(units);
     const auto tell = [&](const char* name, std::string words) { report.facts.emplace_back(name, std::move(words)); };
     tell("Largest deviation", Plain_Figures(report.largest_deviation, 3) + " " + unit + " at " +
@@ -496,10 +513,12 @@ std::string Make_Checked(const Design_State& design, const Solid_Options& option
     tell("Volume", Plain_Figures(report.volume, 9) + " " + unit + "^3");
     tell("Area", Plain_Figures(report.area, 9) + " " + unit + "^2");
     tell("Solid", "closed and valid, of " + std::to_string(report.faces) + " faces");
-    tell("File", format == Solid_Format::step
-                     ? std::string("STEP AP214, in ") + (names.inches ? "inches" : "millimetres")
-                     : "STL of " + std::to_string(report.triangles) + " triangles, in " +
-                           (names.inches ? "inches" : "millimetres"));
+    const std::string in = names.inches ? "in inches" : "in millimetres";
+    if (format == Solid_Format::step)
+        tell("Form", "STEP AP214, " + in);
+    else
+        tell("Form", "STL, " + in + ", " + std::to_string(report.triangles) + " triangles, as far as " +
+                         Plain_Figures(report.triangle_deviation, 3) + " " + unit + " beside the solid's faces");
     if (options.though_do_not_cut) {
         const std::string against = Why_No_Cam(design, false);
         if (!against.empty())

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 /// A cam as a solid for CAD, by the true geometry: plate of a disk cam with bore, hub and keyway; plate with a track;
-/// drum with a groove or a rib; straight cam. Written as STEP (AP214) or as STL for viewers. docs/theory.md, 21.
+/// drum with a groove or a rib; straight cam. Written as STEP (AP214) or as STL for viewers. docs/theory.md, 22.
 #pragma once
 
 #include <string>
@@ -40,6 +40,7 @@ struct Solid_Report {
     double area = 0.0;  // of the whole skin
     int faces = 0;
     int triangles = 0;                                       // of an STL
+    double triangle_deviation = 0.0;                         // how far they lie beside the solid's faces
     std::string text_path;                                   // where the text beside the file stands
     std::vector<std::pair<std::string, std::string>> facts;  // its lines, the file's name left out
 };

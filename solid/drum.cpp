@@ -193,7 +193,7 @@ struct Wall_Piece {
 
 class Drum_Maker {
 public:
-    Drum_Maker(const True_Cam& cam, const Drum& drum) : cam_(cam), m_(cam.Follower()), drum_(drum)
+    Drum_Maker(const True_Cam& cam, const Drum& drum) : cam_(cam), m_(cam.Follower()), sense_(-m_.rot), drum_(drum)
     {
         const double apart = drum.rib_width + 2.0 * m_.roller_radius;
         radii_ = {drum.outer, drum.inner};
@@ -219,7 +219,9 @@ public:
             if (!refusal.empty())
                 return refusal;
         }
-        std::string refusal = Fit();
+        std::string refusal = Why_No_Rib();
+        if (refusal.empty())
+            refusal = Fit();
         if (refusal.empty())
             refusal = Find_Ends();
         if (!refusal.empty())
@@ -245,7 +247,7 @@ private:
         // The last joint is the first, a turn on.
         const double round = theta >= turn ? turn : 0.0;
         const Wall_Point p = cam_.Wall_at_Radius(theta - round, wall.side, radius);
-        return {m_.rot * (p.Lambda + round) * Rad_per_Deg, p.Z + wall.shift};
+        return {sense_ * (p.Lambda + round) * Rad_per_Deg, p.Z + wall.shift};
     }
     double Radius(double share) const { return radii_[0] + share * (radii_[1] - radii_[0]); }
 
@@ -277,7 +279,7 @@ private:
                     const Wall_Point p = cam_.Wall_at_Radius(from, wall.side, radius);
                     const Drum_Place here = Place(wall, from, radius);
                     const Drum_Place next = Place(wall, joints_[k] + length * (i + 1) / parts, radius);
-                    const Vector way{m_.rot * radius * (next.angle - here.angle), next.z - here.z};
+                    const Vector way{sense_ * radius * (next.angle - here.angle), next.z - here.z};
                     if (!(std::abs(p.radius - radius) < 1e-9 * radius))
                         return "The " + Name_of(wall) + " does not reach" + where + " at " + Plain_Figures(from, 6) +
                                " deg.";
@@ -286,6 +288,28 @@ private:
                                where + ": the roller cuts it away there. A smaller roller or a less deep groove helps.";
                 }
             }
+        }
+        return "";
+    }
+
+    /// A rib that its two rollers cut through on a slope.
+    std::string Why_No_Rib() const
+    {
+        constexpr int places = 1440;
+        if (!drum_.rib)
+            return "";
+        for (const double share : {0.0, 1.0}) {
+            const double radius = Radius(share);
+            std::array<std::vector<Vector>, 2> walls;
+            for (const std::size_t w : {0U, 1U})
+                for (int i = 0; i <= places; ++i) {
+                    const Drum_Place p = Place(walls_[w], turn * i / places, radius);
+                    walls[w].push_back({sense_ * p.angle, p.z});
+                }
+            if (!(Least_Gap(walls[0], walls[1]) > 0.0))
+                return "A rib " + Plain_Figures(drum_.rib_width, 6) +
+                       " wide at rest has no width left on the slope, at a radius of " + Plain_Figures(radius, 6) +
+                       ": its two rollers meet there. A wider rib or a longer rise helps.";
         }
         return "";
     }
@@ -506,7 +530,7 @@ private:
             const std::size_t next = (k + 1) % count;
             const double from = joints_[k];
             const double to = joints_[k + 1];
-            const double round = next == 0 ? m_.rot * 2.0 * PI : 0.0;
+            const double round = next == 0 ? sense_ * 2.0 * PI : 0.0;
             const Handle(Geom_Surface) between = Cylinder(1);
             std::array<TopoDS_Edge, 2> inner;
             for (const std::size_t w : {0U, 1U}) {
@@ -533,14 +557,14 @@ private:
                 Lay(c.generator, Flat_Line(start, 0.0, 0.0, 1.0), outside);
                 Lay(d.generator, Flat_Line(stop, 0.0, 0.0, 1.0), outside);
                 skin.Add(
-                    Face_of(outside, {arc, d.generator, Back(rim[0]), Back(c.generator)}, (m_.rot > 0) == (w == 0)));
+                    Face_of(outside, {arc, d.generator, Back(rim[0]), Back(c.generator)}, (sense_ > 0) == (w == 0)));
             }
             for (const auto& [joint, turned] : {std::pair{k, 0.0}, std::pair{next, round}}) {
                 const Drum_Place& p = corners[0][joint].place[1];
                 const Drum_Place& q = corners[1][joint].place[1];
                 Lay(across[joint], Flat_Line(p.angle + turned, mm * p.z, q.angle - p.angle, mm * (q.z - p.z)), between);
             }
-            skin.Add(Face_of(between, {inner[0], across[next], Back(inner[1]), Back(across[k])}, m_.rot > 0));
+            skin.Add(Face_of(between, {inner[0], across[next], Back(inner[1]), Back(across[k])}, sense_ > 0));
         }
         std::array<TopoDS_Wire, 2> bores;
         if (!drum_.bore.empty()) {
@@ -639,6 +663,7 @@ private:
 
     const True_Cam& cam_;
     const Mechanism& m_;
+    int sense_;  // in which Lambda turns in space, seen from positive z: against the cam, as files of points have it
     const Drum& drum_;
     std::array<double, 2> radii_{};  // beside the walls, between them
     std::array<Wall, 2> walls_{};    // the lower, the upper

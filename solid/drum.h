@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-/// The skin of a drum whose groove or rib has the walls that a roller leaves, right at every depth. docs/theory.md, 21.
+/// The skin of a drum whose groove or rib has the walls that a roller leaves, right at every depth. docs/theory.md, 22.
 #pragma once
 
 #include <string>

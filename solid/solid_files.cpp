@@ -2,6 +2,7 @@
 #include "solid/solid_files.h"
 
 #include <APIHeaderSection_MakeHeader.hxx>
+#include <BRepAdaptor_Surface.hxx>
 #include <BRepBuilderAPI_Copy.hxx>
 #include <BRepMesh_IncrementalMesh.hxx>
 #include <BRep_Tool.hxx>
@@ -12,6 +13,7 @@
 #include <Poly_Triangulation.hxx>
 #include <STEPControl_Controller.hxx>
 #include <STEPControl_Writer.hxx>
+#include <StepBasic_Product.hxx>
 #include <StepData_Protocol.hxx>
 #include <StepData_StepModel.hxx>
 #include <StepData_StepWriter.hxx>
@@ -73,10 +75,20 @@ std::string Step_Bytes(const TopoDS_Solid& solid, const Solid_Names& names, std:
     Interface_Static::SetCVal("xstep.cascade.unit", "MM");
     Interface_Static::SetCVal("write.step.unit", names.inches ? "INCH" : "MM");
     Interface_Static::SetCVal("write.step.product.name", product.c_str());
+    constexpr int greatest = 1;  // of the tolerances of the body: that within which its faces meet
+    Interface_Static::SetIVal("write.precision.mode", greatest);
     STEPControl_Writer writer;
     if (writer.Transfer(solid, STEPControl_ManifoldSolidBrep) != IFSelect_RetDone)
         return "This body could not be put into a STEP file.";
     const Handle(StepData_StepModel) model = writer.Model();
+    // The library counts the products of a process in their names.
+    for (int i = 1; i <= model->NbEntities(); ++i) {
+        const Handle(StepBasic_Product) part = Handle(StepBasic_Product)::DownCast(model->Value(i));
+        if (!part.IsNull()) {
+            part->SetId(Words(product));
+            part->SetName(Words(product));
+        }
+    }
     APIHeaderSection_MakeHeader header(model);
     header.SetName(Words(Plain(names.file)));
     header.SetTimeStamp(Words(Plain(names.date + "T" + names.time)));
@@ -113,8 +125,29 @@ void Put(std::string& bytes, const std::array<double, 3>& v)
 
 }  // namespace
 
+namespace {
+
+/// How far a triangle lies beside its surface, at its own middle and at those of its sides: up to the surface's place
+/// of the same parameters, so rather too much.
+double Beside(const BRepAdaptor_Surface& surface, const std::array<gp_Pnt2d, 3>& corners)
+{
+    std::array<gp_XYZ, 3> p;
+    for (std::size_t i = 0; i < 3; ++i)
+        p[i] = surface.Value(corners[i].X(), corners[i].Y()).XYZ();
+    double largest = 0.0;
+    for (const std::array<double, 3>& w : {std::array{1.0 / 3, 1.0 / 3, 1.0 / 3}, std::array{0.5, 0.5, 0.0},
+                                           std::array{0.0, 0.5, 0.5}, std::array{0.5, 0.0, 0.5}}) {
+        const gp_XY at = w[0] * corners[0].XY() + w[1] * corners[1].XY() + w[2] * corners[2].XY();
+        const gp_XYZ flat = w[0] * p[0] + w[1] * p[1] + w[2] * p[2];
+        largest = std::max(largest, surface.Value(at.X(), at.Y()).Distance(gp_Pnt(flat)));
+    }
+    return largest;
+}
+
+}  // namespace
+
 std::string Stl_Bytes(const TopoDS_Solid& solid, const Solid_Names& names, double deflection, std::string& bytes,
-                      int& triangles)
+                      Stl_Triangles& triangles)
 {
     constexpr double angle = 0.1;  // radians between neighbours
     constexpr double inch = 25.4;
@@ -134,6 +167,7 @@ std::string Stl_Bytes(const TopoDS_Solid& solid, const Solid_Names& names, doubl
         const Handle(Poly_Triangulation) net = BRep_Tool::Triangulation(face, place);
         if (net.IsNull())
             return "This body could not be divided into triangles.";
+        const BRepAdaptor_Surface surface(face, false);
         for (int i = 1; i <= net->NbTriangles(); ++i) {
             std::array<int, 3> nodes{};
             net->Triangle(i).Get(nodes[0], nodes[1], nodes[2]);
@@ -142,6 +176,10 @@ std::string Stl_Bytes(const TopoDS_Solid& solid, const Solid_Names& names, doubl
             std::array<gp_Pnt, 3> p;
             for (std::size_t j = 0; j < 3; ++j)
                 p[j] = net->Node(nodes[j]).Transformed(place.Transformation());
+            if (net->HasUVNodes())
+                triangles.largest_deviation =
+                    std::max(triangles.largest_deviation,
+                             Beside(surface, {net->UVNode(nodes[0]), net->UVNode(nodes[1]), net->UVNode(nodes[2])}));
             gp_Vec normal = gp_Vec(p[0], p[1]).Crossed(gp_Vec(p[0], p[2]));
             if (normal.Magnitude() > 0.0)
                 normal.Normalize();
@@ -154,7 +192,7 @@ std::string Stl_Bytes(const TopoDS_Solid& solid, const Solid_Names& names, doubl
     }
     Put(text, &count, sizeof count);
     bytes = text + body;
-    triangles = static_cast<int>(count);
+    triangles.count = static_cast<int>(count);
     return "";
 }
 

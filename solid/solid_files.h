@@ -19,9 +19,14 @@ struct Solid_Names {
 /// STEP, AP214. @param solid  in millimetres. @return why there is none; empty where there is
 std::string Step_Bytes(const TopoDS_Solid& solid, const Solid_Names& names, std::string& bytes);
 
+struct Stl_Triangles {
+    int count = 0;
+    double largest_deviation = 0.0;  // from the faces, mm: at middles of triangles and their sides
+};
+
 /// Binary STL in millimetres or inches. @param deflection  largest distance of a triangle from its face, mm
 /// @return why there is none; empty where there is
 std::string Stl_Bytes(const TopoDS_Solid& solid, const Solid_Names& names, double deflection, std::string& bytes,
-                      int& triangles);
+                      Stl_Triangles& triangles);
 
 }  // namespace lobemax

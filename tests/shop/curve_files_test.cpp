@@ -206,7 +206,7 @@ TEST_F(Curve_Files, points_of_a_drum_lie_round_its_axis)
             EXPECT_NEAR(last.plane.x - first.plane.x, PI2 * 60.0, 1e-6);
             EXPECT_NEAR(first.space[2], -flank * 12.0, 1e-9);
             const auto& quarter = points.rows[90];
-            EXPECT_EQ(quarter.space[1] > 0.0, rot > 0);
+            EXPECT_EQ(quarter.space[1] > 0.0, rot < 0);
         }
     }
     ASSERT_NO_FATAL_FAILURE((Truth_Maker{.Camtype = "Linear"}.Make()));
