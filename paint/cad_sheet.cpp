@@ -257,8 +257,8 @@ void Draw_Radii(QPainter& painter, const Cad_Sheet& sheet, const Sheet_Layout& l
 {
     const QRectF& box = layout.radii;
     painter.setPen(Pen(thin));
-    Write(painter, QRectF(box.left() + 1.0, box.top(), box.width(), table_line), To_Qt(sheet.radii), Qt::AlignLeft,
-          letters, true);
+    Write(painter, QRectF(box.left() + 1.0, box.top() + 0.8, box.width(), table_line), To_Qt(sheet.radii),
+          Qt::AlignLeft, letters, true);
     const double top = box.top() + 1.5 * table_line;
     const auto lines = static_cast<std::size_t>(layout.lines);
     const double column = block_width / static_cast<double>(sheet.heads.size());
