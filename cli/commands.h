@@ -27,6 +27,7 @@ void Add_Show(CLI::App& app, Action& action);
 void Add_Check(CLI::App& app, Action& action);
 void Add_Fft(CLI::App& app, Action& action);
 void Add_Export(CLI::App& app, Action& action);
+void Add_Cad(CLI::App& app, Action& action);
 void Add_Plot(CLI::App& app, Action& action);
 void Add_Draw(CLI::App& app, Action& action);
 void Add_Table(CLI::App& app, Action& action);

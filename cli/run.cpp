@@ -51,6 +51,7 @@ int Run(const std::vector<std::string>& words, std::istream& in, std::ostream& o
     Add_Fft(app, action);
     Add_Table(app, action);
     Add_Export(app, action);
+    Add_Cad(app, action);
     Add_Plot(app, action);
     Add_Draw(app, action);
     Add_Report(app, action);

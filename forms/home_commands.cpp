@@ -55,6 +55,7 @@ constexpr std::array menus{
     Menu_Entry{file_menu, "", "mnu_Lobe", "Lobe &Figures...", Calculated},
     Menu_Entry{file_menu, "", "mnu_Findings", "Fin&dings...", Calculated},
     Menu_Entry{file_menu, "", "mnu_Limits", "Limi&ts...", Always},
+    Menu_Entry{file_menu, "", "mnu_Cad", "For CAD and &Machines...", Calculated},
     Menu_Entry{units_menu, "", "mnu_pick(1)", "&in-lb", Always},
     Menu_Entry{units_menu, "", "mnu_pick(2)", "&ft-lb", Always},
     Menu_Entry{units_menu, "", "mnu_pick(3)", "&m-N", Always},

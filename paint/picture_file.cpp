@@ -160,4 +160,34 @@ bool Save_Pages(const Page_Maker& make, bool letter, const std::string& path, st
     return Write_Bytes(made ? bytes : QByteArray(), {}, path, why);
 }
 
+std::string Page_Bytes(const QSizeF& size, const Page& paint)
+{
+    QByteArray bytes;
+    const Fixed_Hashes fixed;
+    bool made = false;
+    {
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        QPdfWriter pdf(&buffer);
+        const bool wide = size.width() > size.height();
+        pdf.setPageSize(
+            QPageSize(wide ? size.transposed() : size, QPageSize::Millimeter, QString(), QPageSize::FuzzyMatch));
+        pdf.setPageOrientation(wide ? QPageLayout::Landscape : QPageLayout::Portrait);
+        pdf.setPageMargins(QMarginsF());
+        constexpr int dots = 2540;  // an inch: a hundred a millimetre
+        pdf.setResolution(dots);
+        QPainter painter;
+        if (painter.begin(&pdf)) {
+            constexpr double millimetre = dots / 25.4;
+            painter.scale(millimetre, millimetre);
+            paint(painter);
+            made = painter.end();
+        }
+    }
+    if (!made)
+        throw Fault(out_of_memory);
+    Take_Out_Date(bytes);
+    return {bytes.data(), static_cast<std::size_t>(bytes.size())};
+}
+
 }  // namespace lobemax::paint

@@ -45,4 +45,10 @@ inline constexpr double Page_Margin = 15.0;
 /// @return        whether the file was written
 bool Save_Pages(const Page_Maker& make, bool letter, const std::string& path, std::string* why = nullptr);
 
+/// The bytes of a PDF file of one page without margins, the same each time.
+/// @param size   of the page, millimetres
+/// @param paint  paints in millimetres from its upper left corner
+/// @throws Fault{7} where the device does not take it
+std::string Page_Bytes(const QSizeF& size, const Page& paint);
+
 }  // namespace lobemax::paint

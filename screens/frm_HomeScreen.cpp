@@ -40,6 +40,7 @@
 #include "screens/check_mark.h"
 #include "screens/desk.h"
 #include "screens/frm_Animate.h"
+#include "screens/frm_Cad.h"
 #include "screens/frm_Dynamics.h"
 #include "screens/frm_Export_Question.h"
 #include "screens/frm_FFT.h"
@@ -427,6 +428,11 @@ void frm_HomeScreen::Run_Action(const std::string& name)
     } else if (name == "mnu_Limits") {
         frm_Limits limits(this);
         Run_Modal(limits);
+    } else if (name == "mnu_Cad") {
+        frm_Cad cad(this);
+        Run_Modal(cad);
+        Refresh();
+        Go_to_Chosen();
     } else if (name == "mnu_CalcFFT") {
         Fourier();
     } else if (name == "mnu_FullScreen") {

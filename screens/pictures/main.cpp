@@ -30,6 +30,7 @@
 #include "screens/frm_Animate.h"
 #include "screens/frm_Arcs.h"
 #include "screens/frm_Bounds.h"
+#include "screens/frm_Cad.h"
 #include "screens/frm_CompCam.h"
 #include "screens/frm_Continuity.h"
 #include "screens/frm_Dynamics.h"
@@ -167,6 +168,14 @@ void Take_Findings()
     Take(findings, QStringLiteral("frm_Findings"));
     frm_Limits form;
     Take(form, QStringLiteral("frm_Limits"));
+    frm_Cad cad;
+    for (int kind = 0; kind < Cad_Kinds; ++kind) {
+        auto& kinds = cad.Control<QComboBox>(QStringLiteral("cmb_Kind"));
+        kinds.setCurrentIndex(kind);
+        emit kinds.activated(kind);
+        Take(cad, QStringLiteral("frm_Cad_") +
+                      QString::fromStdString(std::string(Entry_of(static_cast<Cad_Kind>(kind)).name)));
+    }
     {
         frm_SizeCam size;
         size.Control<QCheckBox>(QStringLiteral("chk_True")).click();

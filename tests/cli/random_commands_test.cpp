@@ -17,6 +17,7 @@
 #include "core/startup.h"
 #include "edit/examples.h"
 #include "files/whole_file.h"
+#include "forms/cad_form.h"
 #include "tests/cli/cli_folder.h"
 #include "tests/support/random_design.h"
 #include "truth/limits.h"
@@ -279,7 +280,7 @@ protected:
     {
         const std::string model = dice.Chance(95) ? "t.cam" : "n.cam";
         Line line;
-        switch (dice.Whole(0, 11)) {
+        switch (dice.Whole(0, 13)) {
         case 11:
             line.words = {"check", model};
             if (dice.Chance(50))
@@ -347,6 +348,10 @@ protected:
             if (dice.Chance(40))
                 line.words.emplace_back("--recalculate");
             break;
+        case 12:
+        case 13:
+            Add_Cad(dice, model, line);
+            break;
         case 10:
             line.file = dice.Chance(80) ? "report.txt" : "report.pdf";
             line.words = {"report", model, "-o", line.file};
@@ -374,6 +379,33 @@ protected:
             Add_Picture(dice, line, "draw");
         }
         return line;
+    }
+
+    /// A file for CAD or a machine: its kind, and some options, those of another kind among them.
+    static void Add_Cad(Dice& dice, const std::string& model, Line& line)
+    {
+        const auto kinds = Cad_Kind_Table();
+        const Cad_Kind_Entry& kind = kinds[static_cast<std::size_t>(dice.Whole(0, Cad_Kinds - 1))];
+        line.file = "cad" + std::string(kind.ending);
+        line.words = {"cad", model, "--as", std::string(kind.name), "-o", line.file};
+        for (const Cad_Option& option : Cad_Options()) {
+            if (!dice.Chance(Find_Option(kind.kind, option.name) == &option ? 15 : 1) || !dice.Chance(90))
+                continue;
+            const std::string name(option.name);
+            if (option.entry == Cad_Entry::flag) {
+                line.words.push_back("--" + std::string(option.usual == "yes" ? "no-" : "") + name);
+                continue;
+            }
+            line.words.push_back("--" + name);
+            const std::vector<std::string> words = Choices_of(option);
+            line.words.push_back(
+                option.entry == Cad_Entry::choice
+                    ? words[static_cast<std::size_t>(dice.Whole(0, static_cast<int>(words.size()) - 1))]
+                : option.entry == Cad_Entry::word ? "Cam"
+                                                  : Maybe_Wild(dice, std::to_string(dice.Whole(0, 30))));
+        }
+        if (kind.surface && dice.Chance(60))
+            line.words.emplace_back("--even-if-wrong");
     }
 
     /// What a file held before a line, or none.

@@ -16,6 +16,7 @@
 #include "screens/frm_Animate.h"
 #include "screens/frm_Arcs.h"
 #include "screens/frm_Bounds.h"
+#include "screens/frm_Cad.h"
 #include "screens/frm_CompCam.h"
 #include "screens/frm_Continuity.h"
 #include "screens/frm_Dynamics.h"
@@ -110,6 +111,7 @@ inline std::vector<A_Screen> Every_Screen()
         {"frm_Findings", over_example([] { return new frm_Findings(std::nullopt); })},
         {"frm_Limits", over_example([] { return new frm_Limits; })},
         {"frm_Export_Question", over_example([] { return new frm_Export_Question(design, Desk_Check()); })},
+        {"frm_Cad", over_example([] { return new frm_Cad; })},
         {"frm_SizeCam", over_example([] { return new frm_SizeCam; })},
         {"frm_Animate", over_example([] { return new frm_Animate; })},
         {"frm_Dynamics", over_example([] { return new frm_Dynamics; })},
