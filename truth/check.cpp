@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "camgeom/sizing.h"
 #include "core/ladder.h"
@@ -143,7 +144,7 @@ Finding* Check_Work::Hold_Against(Limit limit, double value, int point, Finding_
 
 std::string Check_Work::Number(double value, int figures) const
 {
-    if (!std::isfinite(value) || std::abs(value) > 1e30)
+    if (!(std::abs(value) <= double{std::numeric_limits<float>::max()}))
         return "infinity";
     return In_Figures(design, value, figures);
 }

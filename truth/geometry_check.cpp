@@ -32,6 +32,8 @@ public:
     void Run()
     {
         Check_Reach();
+        if (!Has_Surface())
+            return;
         Find_Sharpest();
         Check_Surface();
         Check_Undercut();
@@ -101,6 +103,15 @@ private:
         f.advice = "Give the segment more of the cycle.";
     }
 
+    /// Whether there is a surface that figures can be told of: one that runs off to infinity was told of.
+    bool Has_Surface() const
+    {
+        constexpr double far = 1e6;  // prime radii
+        return std::ranges::all_of(truth_.points, [&](const True_Point& p) {
+            return Square(p.surface) < Square(Vector{far * m_.prime, 0.0}) && !std::isnan(p.Rho);
+        });
+    }
+
     void Find_Sharpest()
     {
         sharpest_ = -1;
@@ -111,6 +122,9 @@ private:
                 sharpest_ = i;
         }
     }
+
+    /// How far two displacements lie apart; those of an arm the short way round.
+    double Apart(double a, double b) const { return std::abs(m_.arm ? std::remainder(a - b, PI2) : a - b); }
 
     // ---- surface
 
@@ -195,8 +209,7 @@ private:
         f.unit = work_.Position_Unit();
         f.stretch = work_.Stretches([&](int k) {
             const double s = lift.s[static_cast<std::size_t>(k)];
-            return !std::isfinite(s) ||
-                   std::abs(std::remainder(s - Point(k).s, m_.arm ? PI2 : 1e30)) * unit_ > *tolerance_;
+            return !std::isfinite(s) || Apart(s, Point(k).s) * unit_ > *tolerance_;
         });
         f.sentence = "A cam cut by the rows of its surface moves the follower wrongly by up to " + Error_of(lift) +
                      " " + Where(i) + "; " + work_.Position(*tolerance_) + " are allowed.";
@@ -255,7 +268,7 @@ private:
             const std::size_t apart = (true_lift_.contact[i] + count - i) % count;
             if (apart <= near || apart >= count - near)
                 continue;
-            const double off = std::abs(std::remainder(true_lift_.s[i] - truth_.points[i].s, m_.arm ? PI2 : 1e30));
+            const double off = Apart(true_lift_.s[i], truth_.points[i].s);
             if (off > largest) {
                 largest = off;
                 worst = static_cast<int>(i);

@@ -174,6 +174,19 @@ TEST(Checks, the_surface_of_a_flat_face_on_an_arm_in_opposed_senses_must_not_be_
     }
 }
 
+// 20 degrees in 10 of the cam: the face is faster than the cam, and nothing else is told of such a surface.
+TEST(Checks, a_face_that_swings_as_fast_as_the_cam_turns_is_told_of_alone)
+{
+    ASSERT_NO_FATAL_FAILURE(
+        (Truth_Maker{.arm = true, .flat = true, .rot = 1, .dir = 1, .ArmX = 110.0, .lift = 20.0}.Make()));
+    ASSERT_NO_FATAL_FAILURE(Put_Segments({{'R', "67", 10, 0, 20}, {'F', "67", 120, 20, 0}, {'D', "DW", 230, 0, 0}}));
+    Run_Size(design);
+    const Check check = Check_Design(design, Limits{});
+    ASSERT_NE(Find(check, "face_runs_back"), nullptr) << Codes(check);
+    for (const Finding& f : check.findings)
+        EXPECT_EQ(f.sentence.find("infinity"), std::string::npos) << f.sentence;
+}
+
 // The offset counts twice: the base circle is larger by twice the offset, 10 mm for 5.
 TEST(Checks, the_face_offset_of_an_arm_that_counts_twice_is_found)
 {
