@@ -475,7 +475,11 @@ void Chart::Make_Graph(const Curve& curve, int place)
     graph.setAdaptiveSampling(true);
     graph.setScatterStyle(Dots(curve));
     if (Has_Line(curve)) {
-        graph.setPen(QPen(colour, curve.faint ? 1.0 : curve.beside ? 1.2 : 1.6, curve.faint ? Qt::DashLine : curve.pattern));
+        graph.setPen(QPen(colour,
+                          curve.faint    ? 1.0
+                          : curve.beside ? 1.2
+                                         : 1.6,
+                          curve.faint ? Qt::DashLine : curve.pattern));
     } else {
         graph.setLineStyle(Has_Sticks(curve) ? QCPGraph::lsImpulse : QCPGraph::lsNone);
         graph.setPen(Has_Sticks(curve) ? Stick_Pen(curve, colour) : QPen(colour, 1.6));

@@ -59,6 +59,32 @@ struct Truth_Maker {
     }
 };
 
+/// A motion of segments in place of the maker's.
+struct Typed_Row {
+    char kind;
+    const char* program;
+    double beta;
+    double from;
+    double to;
+};
+
+inline void Put_Segments(const std::vector<Typed_Row>& rows)
+{
+    int i = 0;
+    for (const Typed_Row& row : rows) {
+        design.motion.No_of_segments = ++i;
+        Pick_Motion(design, i, row.kind);
+        Pick_Program(design, i, row.program);
+        design.motion.Beta_Deg(i) = row.beta;
+        design.motion.Beta_Rad(i) = row.beta / Deg_per_Rad;
+        design.motion.Start_Value(i) = std::to_string(row.from);
+        design.motion.End_Value(i) = std::to_string(row.to);
+    }
+    Update_Segment_Angles(design);
+    ASSERT_TRUE(Calc_All(design, true));
+    ASSERT_TRUE(Motion_Done(design));
+}
+
 /// Every configuration: both senses of cam and arm, both surfaces, offsets.
 inline std::vector<Truth_Maker> Every_Configuration()
 {

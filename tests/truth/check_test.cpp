@@ -22,6 +22,7 @@ namespace {
 
 using testing::Cam_Maker;
 using testing::Data;
+using testing::Put_Segments;
 using testing::Truth_Maker;
 
 const Finding* Find(const Check& check, std::string_view code)
@@ -36,32 +37,6 @@ std::string Codes(const Check& check)
     for (const Finding& f : check.findings)
         codes += std::string(f.code) + ": " + f.sentence + "\n";
     return codes;
-}
-
-/// A motion of segments in place of the maker's.
-struct Row {
-    char kind;
-    const char* program;
-    double beta;
-    double from;
-    double to;
-};
-
-void Put_Segments(const std::vector<Row>& rows)
-{
-    int i = 0;
-    for (const Row& row : rows) {
-        design.motion.No_of_segments = ++i;
-        Pick_Motion(design, i, row.kind);
-        Pick_Program(design, i, row.program);
-        design.motion.Beta_Deg(i) = row.beta;
-        design.motion.Beta_Rad(i) = row.beta / Deg_per_Rad;
-        design.motion.Start_Value(i) = std::to_string(row.from);
-        design.motion.End_Value(i) = std::to_string(row.to);
-    }
-    Update_Segment_Angles(design);
-    ASSERT_TRUE(Calc_All(design, true));
-    ASSERT_TRUE(Motion_Done(design));
 }
 
 void Make_Published()

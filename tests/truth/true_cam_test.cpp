@@ -13,6 +13,7 @@ namespace {
 using testing::Cam_Maker;
 using testing::Data;
 using testing::Every_Configuration;
+using testing::Put_Segments;
 using testing::Truth_Maker;
 
 /// Rows 1 to 3 of a motion that is not one of the laws.
@@ -134,27 +135,11 @@ TEST(True_Cams, the_published_cam_has_the_smallest_radius_that_was_published)
     };
     for (const Case& c : {Case{-7.04, 42.097, 221.25}, Case{0.0, 43.458, 220.5}}) {
         ASSERT_NO_FATAL_FAILURE((Cam_Maker{.lift = 30.0, .step = 0.25}.Make()));
-        struct Row {
-            char kind;
-            const char* program;
-            double beta;
-            double from;
-            double to;
-        };
-        int i = 0;
-        for (const Row& row : {Row{'D', "DW", 60, 0, 0}, Row{'R', "CF", 120, 0, 30}, Row{'D', "DW", 20, 30, 30},
-                               Row{'F', "CF", 80, 30, 0}, Row{'D', "DW", 80, 0, 0}}) {
-            design.motion.No_of_segments = ++i;
-            Pick_Motion(design, i, row.kind);
-            Pick_Program(design, i, row.program);
-            design.motion.Beta_Deg(i) = row.beta;
-            design.motion.Beta_Rad(i) = row.beta / Deg_per_Rad;
-            design.motion.Start_Value(i) = std::to_string(row.from);
-            design.motion.End_Value(i) = std::to_string(row.to);
-        }
-        Update_Segment_Angles(design);
-        ASSERT_TRUE(Calc_All(design, true));
-        ASSERT_TRUE(Motion_Done(design));
+        ASSERT_NO_FATAL_FAILURE(Put_Segments({{'D', "DW", 60, 0, 0},
+                                              {'R', "CF", 120, 0, 30},
+                                              {'D', "DW", 20, 30, 30},
+                                              {'F', "CF", 80, 30, 0},
+                                              {'D', "DW", 80, 0, 0}}));
         design.cam.Prime_Rad = 61.0;
         design.cam.Follow_Rad = 42.0;
         design.cam.Offset = c.offset;
