@@ -455,6 +455,7 @@ TEST(Picture, written_number_is_within_half_a_unit_of_its_last_place)
 
 TEST(Rounded_Text, is_the_rounded_number_in_the_picture_of_its_decimals)
 {
+    const Format_Guard usa("USA");
     EXPECT_EQ(FNRoundStr(design, Single(38.1), 2), "38.10 ");
     EXPECT_EQ(FNRoundStr(design, -12.345, 1), " -12.3");
     EXPECT_EQ(FNRoundStr(design, 1234.5678, 3), "1,234.568 ");
@@ -463,6 +464,7 @@ TEST(Rounded_Text, is_the_rounded_number_in_the_picture_of_its_decimals)
 
 TEST(Rounded_Text, half_goes_up_before_it_is_written)
 {
+    const Format_Guard usa("USA");
     EXPECT_EQ(FNRoundStr(design, 2.5, 0), "3. ");
     EXPECT_EQ(FNRoundStr(design, -2.5, 0), " -2.");  // the picture alone would give -3
     EXPECT_EQ(FNRoundStr(design, -0.5, 0), "0. ");
