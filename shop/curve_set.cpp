@@ -106,8 +106,13 @@ private:
             return "x, y about the cam centre; at cam angle 0 the follower is on the side of positive x; the cam "
                    "turns " +
                    sense;
-        return std::string(m_.body == Cam_Body::barrel ? "unrolled at the prime radius" : "flat") +
-               ": x along the turn with the cam angle, y is Z; length of one turn " + Length(Turn_of(cam_));
+        const std::string turn =
+            ": x along the turn with the cam angle, y is Z; length of one turn " + Length(Turn_of(cam_));
+        if (m_.body == Cam_Body::linear)
+            return "flat" + turn + "; the cam moves towards negative x";
+        // Its points go round against the turning, (300): to the left of who looks at a counterclockwise drum.
+        return "unrolled at the prime radius" + turn + "; the cam turns " + sense +
+               " seen from positive Z, and this is the drum as seen from " + (m_.rot > 0 ? "inside" : "outside");
     }
 
     std::string Cutter_Refusal() const
