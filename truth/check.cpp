@@ -51,7 +51,7 @@ std::vector<Follower_Point> Points_of(const Design_State& design, const True_Mot
     std::vector<Follower_Point> points;
     points.reserve(static_cast<std::size_t>(design.motion.Max_Data_Points_used) + 1);
     for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i)
-        points.push_back(motion.At(design.results.CalcData(var::Angle, i)));
+        points.push_back(motion.At(Angle_of_Point(design, i)));
     return points;
 }
 
@@ -62,7 +62,7 @@ True_Design Truth_of(const Design_State& design)
     std::vector<True_Point> points;
     points.reserve(motion.size());
     for (std::size_t i = 0; i < motion.size(); ++i)
-        points.push_back(cam.At(design.results.CalcData(var::Angle, static_cast<int>(i)), motion[i]));
+        points.push_back(cam.At(Angle_of_Point(design, static_cast<int>(i)), motion[i]));
     True_Contact contact = Find_True_Contact(design, cam.Follower(), points);
     return {std::move(cam), std::move(points), std::move(motion), std::move(contact)};
 }
@@ -109,6 +109,11 @@ std::string_view Words_of(Severity severity)
         return "do not cut";
     }
     return "";
+}
+
+double Angle_of_Point(const Design_State& design, int i)
+{
+    return std::min(360.0, design.motion.Deltatheta * i);  // a step of a file need not divide the turn exactly
 }
 
 // ---- Check_Work
@@ -181,7 +186,9 @@ std::string Check_Work::Position_Unit() const
 
 void Check_Work::Put_Angle(Finding& finding, double angle, const True_Motion* motion)
 {
-    finding.angle = angle;
+    constexpr double turn = 360.0;
+    const double within = std::fmod(angle, turn);
+    finding.angle = angle >= 0.0 && angle <= turn ? angle : within < 0.0 ? within + turn : within;
     if (motion != nullptr)
         finding.segment = motion->Segment_at(angle);
 }

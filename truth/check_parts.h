@@ -12,6 +12,9 @@
 
 namespace lobemax {
 
+/// The cam angle of a stored point, degrees.
+double Angle_of_Point(const Design_State& design, int i);
+
 /// A design while it is being checked.
 class Check_Work {
 public:
@@ -26,7 +29,8 @@ public:
 
     int Last() const { return design.motion.Max_Data_Points_used; }
     double Row(int variable, int i) const { return design.results.CalcData(variable, i); }
-    double Angle(int i) const { return Row(var::Angle, i); }
+    /// Of a stored point, degrees: by the step, since a file's own row of angles may hold anything.
+    double Angle(int i) const { return Angle_of_Point(design, i); }
 
     Finding& Add(std::string_view code, std::string name, Severity severity, Finding_Place place);
     /// A limit that is broken: value and limit in the limit's unit. @return none where it is kept or off
@@ -41,7 +45,7 @@ public:
     std::string Length_Unit() const;
     std::string Position_Unit() const;
 
-    /// The place of a finding.
+    /// The place of a finding: within the turn, whatever a file says.
     static void Put_Angle(Finding& finding, double angle, const True_Motion* motion);
     /// The stretches of the cycle where a condition holds at the stored points.
     template <class Holds>
