@@ -198,15 +198,25 @@ void frm_Cad::Show_Option_Values(Cad_Kind kind)
     }
 }
 
+namespace {
+
+/// The pointer of long work, put back however the work ends.
+struct Wait_Pointer {
+    Wait_Pointer() { Show_Wait_Pointer(); }
+    ~Wait_Pointer() { Restore_Pointer(); }
+    Wait_Pointer(const Wait_Pointer&) = delete;
+    Wait_Pointer& operator=(const Wait_Pointer&) = delete;
+};
+
+}  // namespace
+
 void frm_Cad::Write_File()
 {
     const std::string suggestion = Suggested_Cad_Name(design, kind_);
     Cad_Wish wish = Wish();
     const auto make = [](const Cad_Wish& wanted, const std::string& name) {
-        Show_Wait_Pointer();
-        Made_Cad made = Make_Cad(design, wanted, name, Make_Solid);
-        Restore_Pointer();
-        return made;
+        const Wait_Pointer waiting;
+        return Make_Cad(design, wanted, name, Make_Solid);
     };
     Made_Cad made = make(wish, suggestion);
     if (!made.refusal.empty()) {
