@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -22,6 +24,14 @@ namespace lobemax {
 namespace {
 
 constexpr double practically_infinite = 99999.0;
+
+/// An extreme of a row and the first point that has it; none where the row does not reach the value it started from.
+struct Extreme {
+    double value;
+    std::optional<std::size_t> place{};
+
+    Single Angle(std::span<const Single> theta) const { return place ? theta[*place] : Single{}; }
+};
 
 using namespace formulas;
 
@@ -434,67 +444,61 @@ void Phi_Extremes(Design_State& design)
 {
     Cam_Group& c = design.cam;
     const Table<Single>& data = design.results.CalcData;
-    c.Phi_Max = 0.0;
-    c.Phi_Max_Angle = 0.0;
-    c.Phi_Min = 10000.0;
-    c.Phi_Min_Angle = 0.0;
-    for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i) {
-        const Single phi = data(var::Phi, i);
-        if (phi > c.Phi_Max) {
-            c.Phi_Max = phi;
-            c.Phi_Max_Angle = data(var::Angle, i);
-        }
-        if (phi < c.Phi_Min) {
-            c.Phi_Min = phi;
-            c.Phi_Min_Angle = data(var::Angle, i);
-        }
+    const auto Phi = data.Points(var::Phi).first(Points_in_Use(design));
+    const auto theta = data.Points(var::Angle);
+    Extreme largest{0.0};
+    Extreme smallest{10000.0};
+    for (std::size_t i = 0; i < Phi.size(); ++i) {
+        const double phi = Phi[i];
+        if (phi > largest.value)
+            largest = {phi, i};
+        if (phi < smallest.value)
+            smallest = {phi, i};
     }
+    c.Phi_Max = largest.value;
+    c.Phi_Max_Angle = largest.Angle(theta);
+    c.Phi_Min = smallest.value;
+    c.Phi_Min_Angle = smallest.Angle(theta);
 }
 
 void Rho_Extremes(Design_State& design)
 {
-    struct Extreme {
-        Single value;
-        Single angle;
-        bool found = false;
-    };
     constexpr double unreached = 100000.0;
-    Extreme max_pos{0.0, 0.0};
-    Extreme min_pos{unreached, 0.0};
-    Extreme max_neg{0.0, 0.0};
-    Extreme min_neg{unreached, 0.0};
-    const auto Rho = design.results.CalcData.Points(var::Rho);
+    Extreme max_pos{0.0};
+    Extreme min_pos{unreached};
+    Extreme max_neg{0.0};
+    Extreme min_neg{unreached};
+    const auto Rho = design.results.CalcData.Points(var::Rho).first(Points_in_Use(design));
     const auto theta = design.results.CalcData.Points(var::Angle);
-    const auto count = static_cast<std::size_t>(design.motion.Max_Data_Points_used + 1);
-    for (std::size_t i = 0; i < count; ++i) {
-        const Single r = Rho[i];
+    for (std::size_t i = 0; i < Rho.size(); ++i) {
+        const double r = Rho[i];
         if (r > 0.0) {
             if (r > max_pos.value)
-                max_pos = {r, theta[i], true};
+                max_pos = {r, i};
             if (r < min_pos.value)
-                min_pos = {r, theta[i], true};
+                min_pos = {r, i};
         } else {
-            if (std::abs(r) > std::abs(max_neg.value))
-                max_neg = {r, theta[i], true};
-            if (std::abs(r) < std::abs(min_neg.value))
-                min_neg = {r, theta[i], true};
+            if (-r > std::abs(max_neg.value))
+                max_neg = {r, i};
+            if (-r < std::abs(min_neg.value))
+                min_neg = {r, i};
         }
     }
     const auto text = [&](const Extreme& extreme, int decimals) {
-        return extreme.found ? FNRoundStr(design, extreme.value, decimals) : std::string("None");
+        return extreme.place ? FNRoundStr(design, extreme.value, decimals) : std::string("None");
     };
     Cam_Group& c = design.cam;
     c.Rho_Max_Pos = max_pos.value;
-    c.Rho_Max_Pos_Angle = max_pos.angle;
+    c.Rho_Max_Pos_Angle = max_pos.Angle(theta);
     c.Rho_Max_Pos_Text = text(max_pos, 1);
     c.Rho_Min_Pos = min_pos.value;
-    c.Rho_Min_Pos_Angle = min_pos.angle;
+    c.Rho_Min_Pos_Angle = min_pos.Angle(theta);
     c.Rho_Min_Pos_Text = text(min_pos, 2);
     c.Rho_Max_Neg = max_neg.value;
-    c.Rho_Max_Neg_Angle = max_neg.angle;
+    c.Rho_Max_Neg_Angle = max_neg.Angle(theta);
     c.Rho_Max_Neg_Text = text(max_neg, 1);
     c.Rho_Min_Neg = min_neg.value;
-    c.Rho_Min_Neg_Angle = min_neg.angle;
+    c.Rho_Min_Neg_Angle = min_neg.Angle(theta);
     c.Rho_Min_Neg_Text = text(min_neg, 2);
     c.Rho_Smallest = std::abs(c.Rho_Min_Neg) < c.Rho_Min_Pos ? c.Rho_Min_Neg : c.Rho_Min_Pos;
     if (c.Rho_Max_Pos >= practically_infinite)
@@ -505,12 +509,14 @@ void Rho_Extremes(Design_State& design)
 
 void Clip_Rho(Design_State& design, double limit)
 {
-    const auto Rho = design.results.CalcData.Points(var::Rho);
-    for (std::size_t i = 0; i <= static_cast<std::size_t>(design.motion.Max_Data_Points_used); ++i) {
-        if (Rho[i] > limit)
-            Rho[i] = limit;
-        if (Rho[i] < -limit)
-            Rho[i] = -limit;
+    const auto Rho = design.results.CalcData.Points(var::Rho).first(Points_in_Use(design));
+    if (limit > std::numeric_limits<float>::max())  // no Single is beyond it
+        return;
+    const float most = Single(limit).Bits();
+    float* const values = Bits(Rho);
+    for (std::size_t i = 0; i < Rho.size(); ++i) {
+        const float upper = values[i] > most ? most : values[i];
+        values[i] = upper < -most ? -most : upper;
     }
 }
 

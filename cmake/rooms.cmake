@@ -3,12 +3,15 @@
 
 set(ROOMS_DIR ${CMAKE_BINARY_DIR}/rooms)
 
+# GCC 12 drops the rounding into 32 bits of two neighbouring doubles that are read back as doubles at once, when it makes
+# one vector of them (-ftree-slp-vectorize, part of -O2): tests/core/basic_types_test.cpp has the case.
 add_library(lobemax_options INTERFACE)
 # No contraction of a * b + c and no fast-math: a result is what its formula says, on every machine.
 # GCC 12 reports std::string assignments as overlapping copies at -O3; -Wrestrict, which Clang lacks, is off for that.
 target_compile_options(lobemax_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
+  $<$<CXX_COMPILER_ID:GNU>:-fno-tree-slp-vectorize>
   -ffp-contract=off)
 target_link_libraries(lobemax_options INTERFACE sleef)
 if(LOBEMAX_HARDEN)

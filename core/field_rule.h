@@ -48,6 +48,8 @@ struct Field_Rule {
     void (*store)(Design_State& design, const Field_Index& at, const Typed_Value& value) = nullptr;
     /// After the store: what is derived from the field.
     void (*follow)(Design_State& design, const Field_Index& at) = nullptr;
+    /// Store or follow writes into the results too, which are large: only then does a store that faults put them back.
+    bool rows = false;
 };
 
 /// The rules of the fields that no room above owns: identity, settings, plots, flags, results.

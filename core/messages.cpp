@@ -9,6 +9,7 @@ namespace lobemax {
 namespace {
 
 Host installed;
+thread_local const Host* of_thread = nullptr;
 
 std::string Clock_Text(const char* format)
 {
@@ -86,7 +87,14 @@ Host Install_Host(Host host)
 
 const Host& Installed_Host()
 {
-    return installed;
+    return of_thread == nullptr ? installed : *of_thread;
+}
+
+Thread_Host::Thread_Host(const Host& host) noexcept : before_(std::exchange(of_thread, &host)) {}
+
+Thread_Host::~Thread_Host()
+{
+    of_thread = before_;
 }
 
 Answer Show_Message(const std::string& text, Buttons buttons, Symbol symbol)
@@ -101,43 +109,47 @@ Answer Show_Message(const std::string& text, Buttons buttons, Symbol symbol, Ans
 
 Answer Show_Message(const Message& box)
 {
-    if (!installed.messenger)
+    const Host& host = Installed_Host();
+    if (!host.messenger)
         return Usual_Answer(box.buttons);
-    const Answer answer = installed.messenger(box);
+    const Answer answer = host.messenger(box);
     return Offers(box.buttons, answer) ? answer : Usual_Answer(box.buttons);
 }
 
 void Show_Wait_Pointer()
 {
-    if (installed.wait_pointer)
-        installed.wait_pointer(true);
+    if (const Host& host = Installed_Host(); host.wait_pointer)
+        host.wait_pointer(true);
 }
 
 void Restore_Pointer()
 {
-    if (installed.wait_pointer)
-        installed.wait_pointer(false);
+    if (const Host& host = Installed_Host(); host.wait_pointer)
+        host.wait_pointer(false);
 }
 
 void Refresh_Screens()
 {
-    if (installed.refresh)
-        installed.refresh();
+    if (const Host& host = Installed_Host(); host.refresh)
+        host.refresh();
 }
 
 bool Stop_Wished(double share_done)
 {
-    return installed.progress && installed.progress(share_done);
+    const Host& host = Installed_Host();
+    return host.progress && host.progress(share_done);
 }
 
 std::string Today_Text()
 {
-    return installed.date ? installed.date() : Clock_Text("%Y-%m-%d");
+    const Host& host = Installed_Host();
+    return host.date ? host.date() : Clock_Text("%Y-%m-%d");
 }
 
 std::string Now_Text()
 {
-    return installed.time ? installed.time() : Clock_Text("%H:%M:%S");
+    const Host& host = Installed_Host();
+    return host.time ? host.time() : Clock_Text("%H:%M:%S");
 }
 
 }  // namespace lobemax

@@ -43,7 +43,8 @@ struct File_Dialog {
 };
 
 /// What the program around the logic provides. Every function may be left empty: a message is then
-/// answered with its usual answer, a dialog is cancelled, a refresh does nothing. All threads share one host.
+/// answered with its usual answer, a dialog is cancelled, a refresh does nothing. All threads share one host, but for
+/// one that has a Thread_Host.
 struct Host {
     std::function<Answer(const Message&)> messenger;
     std::function<std::optional<std::string>(const File_Dialog&)> open_dialog;
@@ -60,7 +61,20 @@ struct Host {
 
 /// Installs the host, by main() or by a test, and returns the one before.
 Host Install_Host(Host host);
+/// That of this thread.
 const Host& Installed_Host();
+
+/// While it lives, its thread has a host of its own, which must outlive it; the innermost counts.
+class Thread_Host {
+public:
+    explicit Thread_Host(const Host& host) noexcept;
+    ~Thread_Host();
+    Thread_Host(const Thread_Host&) = delete;
+    Thread_Host& operator=(const Thread_Host&) = delete;
+
+private:
+    const Host* before_;
+};
 
 /// Shows a message box and returns the answer; an answer that the box does not offer counts as the usual one.
 Answer Show_Message(const Message& box);

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cmath>
+#include <optional>
 #include <stdexcept>
 #include <unordered_map>
 #include <vector>
@@ -98,6 +99,48 @@ double As_Stored(const Field& field, double number)
     return field.type == Field_Type::single ? double{Single(number)} : number;
 }
 
+/// A design as it was before a store, its rows only where they are asked for: they are large.
+class Before {
+public:
+    Before(const Design_State& design, bool rows)
+        : identity_(design.identity),
+          motion_(design.motion),
+          cam_(design.cam),
+          dynamics_(design.dynamics),
+          linkage_(design.linkage),
+          plot_(design.plot),
+          flags_(design.flags),
+          run_(design.run)
+    {
+        if (rows)
+            results_ = design.results;
+    }
+    void Put_Back(Design_State& design) const
+    {
+        design.identity = identity_;
+        design.motion = motion_;
+        design.cam = cam_;
+        design.dynamics = dynamics_;
+        design.linkage = linkage_;
+        design.plot = plot_;
+        design.flags = flags_;
+        design.run = run_;
+        if (results_)
+            design.results = *results_;
+    }
+
+private:
+    Identity_Group identity_;
+    Motion_Group motion_;
+    Cam_Group cam_;
+    Dynamics_Group dynamics_;
+    Linkage_Group linkage_;
+    Plot_Group plot_;
+    Flags_Group flags_;
+    Run_Group run_;
+    std::optional<Results_Group> results_;
+};
+
 }  // namespace
 
 const Field_Rule& Rule_of(const Field& field)
@@ -127,6 +170,11 @@ Verdict Query(const Design_State& design, std::string_view field, double number)
     return Query(design, field, Field_Index{}, number);
 }
 
+Verdict Query(const Design_State& design, std::string_view name, Single number)
+{
+    return Check(design, Field_of(name), {}, {Shortest(number), number});
+}
+
 Verdict Put(Design_State& design, std::string_view name, const Field_Index& at, const Typed_Value& value)
 {
     const Field& field = Field_of(name);
@@ -135,17 +183,21 @@ Verdict Put(Design_State& design, std::string_view name, const Field_Index& at, 
     if (Holds_Already(design, field, at, value))
         return {};
     const Field_Rule& rule = Rule_of(field);
-    const Design_State before = design;
-    try {
-        if (rule.store != nullptr)
-            rule.store(design, at, value);
-        else
-            Plain_Store(design, field, at, value);
-        if (rule.follow != nullptr)
-            rule.follow(design, at);
-    } catch (...) {
-        design = before;
-        throw;
+    if (rule.store == nullptr && rule.follow == nullptr) {
+        Plain_Store(design, field, at, value);  // one that faults has stored nothing
+    } else {
+        const Before before(design, rule.rows);
+        try {
+            if (rule.store != nullptr)
+                rule.store(design, at, value);
+            else
+                Plain_Store(design, field, at, value);
+            if (rule.follow != nullptr)
+                rule.follow(design, at);
+        } catch (...) {
+            before.Put_Back(design);
+            throw;
+        }
     }
     if (rule.event)
         Apply(design, *rule.event);

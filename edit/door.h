@@ -18,6 +18,8 @@ const Field_Rule& Rule_of(const Field& field);
 /// Whether the value may stand in the field; nothing is changed.
 Verdict Query(const Design_State& design, std::string_view field, const Field_Index& at, double number);
 Verdict Query(const Design_State& design, std::string_view field, double number);
+/// Of a number as a field holds it, which a refusal then writes with its own digits.
+Verdict Query(const Design_State& design, std::string_view field, Single number);
 
 /// Checks, stores, follows up, and takes away what rested on the value before; an equal value changes nothing.
 ///

@@ -603,17 +603,22 @@ bool Climb(Design_State& design, const Standing& standing)
     return !standing.linkage || Run_Linkage(design);
 }
 
+/// Why the motion cannot be calculated from the table; empty where it can.
+std::string_view Has_No_Segments(const Design_State& design)
+{
+    if (design.flags.Imported_Model)
+        return "An imported motion has no segments to be recalculated from.";
+    if (design.flags.CompCam_Calc)
+        return "The motion of a compensating cam has no segments to be recalculated from.";
+    return {};
+}
+
 }  // namespace
 
 bool Recalculate(Design_State& design, const Standing& standing)
 {
-    if (design.flags.Imported_Model) {
-        Show_Message("An imported motion has no segments to be recalculated from.", Buttons::OK, Symbol::exclamation);
-        return false;
-    }
-    if (design.flags.CompCam_Calc) {
-        Show_Message("The motion of a compensating cam has no segments to be recalculated from.", Buttons::OK,
-                     Symbol::exclamation);
+    if (const std::string_view refusal = Has_No_Segments(design); !refusal.empty()) {
+        Show_Message(std::string(refusal), Buttons::OK, Symbol::exclamation);
         return false;
     }
     const Design_State before = design;
@@ -628,6 +633,35 @@ bool Recalculate(Design_State& design, const Standing& standing)
         design = before;
     Refresh_Screens();
     return reached;
+}
+
+Ladder_Outcome Ladder(Design_State& design, const Standing& levels)
+{
+    Ladder_Outcome outcome;
+    if (const std::string_view refusal = Has_No_Segments(design); !refusal.empty()) {
+        outcome.told = refusal;
+        return outcome;
+    }
+    Host quiet;
+    quiet.messenger = [&outcome](const Message& box) {
+        if (outcome.told.empty())
+            outcome.told = box.text;
+        return Usual_Answer(box.buttons);
+    };
+    // A design of a sweep keeps its stamp: nobody finished it by hand.
+    quiet.date = [&design] { return design.identity.Date; };
+    quiet.time = [&design] { return design.identity.Time; };
+    const Thread_Host silent(quiet);
+    // Nor does it count on: a sweep is longer than 16 bits.
+    const Integer number = std::exchange(design.identity.Design_No, 0);
+    try {
+        outcome.reached = Climb(design, levels);
+    } catch (const Fault& fault) {
+        if (outcome.told.empty())
+            outcome.told = Error_Text(fault.Number(), "Ladder");
+    }
+    design.identity.Design_No = number;
+    return outcome;
 }
 
 }  // namespace lobemax

@@ -164,4 +164,13 @@ Standing Standing_of(const Design_State& design);
 /// @throws Fault outside of the rungs' own traps; the design is then as it was
 bool Recalculate(Design_State& design, const Standing& standing);
 
+/// The ladder for sweeps over many designs: calculates the rungs up to those asked for, as Recalculate does, but shows
+/// nothing, asks nobody (every question has its usual answer) and keeps no copy. A design whose tables have their size
+/// and whose rungs are all reached costs no memory. Threads may run their own designs at once.
+struct Ladder_Outcome {
+    bool reached = false;  // else the design's marks tell what stands
+    std::string told;      // the first message that a user would have met, empty where there was none
+};
+Ladder_Outcome Ladder(Design_State& design, const Standing& levels);
+
 }  // namespace lobemax

@@ -236,6 +236,13 @@ Verdict Limit_may_be(const Design_State&, const Field_Index&, const Typed_Value&
     return Positive(value, Quoted(value.text) + " is not above 0");
 }
 
+/// The same, of a field whose store writes into the rows.
+Field_Rule With_Rows(Field_Rule rule)
+{
+    rule.rows = true;
+    return rule;
+}
+
 Field_Rule Input(std::string_view field, std::string_view words, std::optional<Event> event,
                  decltype(Field_Rule::may_be) may_be = nullptr, decltype(Field_Rule::store) store = nullptr,
                  decltype(Field_Rule::follow) follow = nullptr)
@@ -254,7 +261,7 @@ std::vector<Field_Rule> Make_Rules()
     std::vector<Field_Rule> rules{
         Input("No of segments", "Number of segments", Event::row_edited, Whole<1, Max_Segments>, nullptr,
               Count_Follows),
-        Input("Deltatheta", "Delta Theta", Event::step_changed, Step_may_be, Store_Step),
+        With_Rows(Input("Deltatheta", "Delta Theta", Event::step_changed, Step_may_be, Store_Step)),
         Input("Shaft speed", "Shaft speed", Event::speed_changed, Speed_may_be, Store_Speed),
         Input("Time Base", "Time base", Event::time_base_changed, Whole<1, 3>, Store_Time_Base),
         Input("Rise_Fall_Dwell", "Motion of segment %1", Event::row_edited, Kind_may_be, Store_Kind),
@@ -267,7 +274,7 @@ std::vector<Field_Rule> Make_Rules()
         Input("Orders", "Spline order of segment %1", Event::row_edited, Order_Rule, nullptr, Order_Follows),
         Input("Knots", "Knot %1", Event::row_edited, Knot_Rule, nullptr, Knots_Follow),
         // A force function waits for its calculation; nothing that is calculated rests on its switches.
-        Input("Ext_Force_On", "External force", Event::edited, External_may_be, nullptr, External_Follows),
+        With_Rows(Input("Ext_Force_On", "External force", Event::edited, External_may_be, nullptr, External_Follows)),
         Input("Motion", "Motion or force", Event::edited),
         {.field = "Seg", .role = setting, .words = "Segment at work", .event = {}, .may_be = Whole<1, Max_Segments>},
         {.field = "Jump_Limit", .role = setting, .words = "Limit of a jump", .event = {}, .may_be = Limit_may_be},

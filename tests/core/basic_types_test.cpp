@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/basic_types.h"
+#include "core/real_math.h"
 
 #include <gtest/gtest.h>
 
@@ -69,6 +70,27 @@ TEST(Single, rounds_ties_to_even)
     // Above 2^24 only even whole numbers are Singles.
     EXPECT_EQ(static_cast<double>(Single(16777217.0)), 16777216.0);
     EXPECT_EQ(static_cast<double>(Single(16777219.0)), 16777220.0);
+}
+
+/// Two neighbours at once, out of the compiler's sight: it must not make one vector of them and lose the rounding.
+[[gnu::noinline]] void Round_Pair(const double* from, double factor, float* stored, double* thirds)
+{
+    stored[0] = static_cast<float>(from[0] * factor);
+    stored[1] = static_cast<float>(from[1] * factor);
+    const double x = Rounded(from[0] * factor);
+    const double y = Rounded(from[1] * factor);
+    thirds[0] = x / 3.0;
+    thirds[1] = y / 3.0;
+}
+
+TEST(Single, a_value_of_32_bits_stays_one_when_two_are_worked_out_side_by_side)
+{
+    const double from[2]{1.1, 1.4333};
+    float stored[2];
+    double thirds[2];
+    Round_Pair(from, 0.7, stored, thirds);
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(thirds[i], double{stored[i]} / 3.0) << i;
 }
 
 TEST(Single, rounds_after_each_compound_assignment)

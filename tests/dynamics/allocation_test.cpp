@@ -12,6 +12,7 @@
 #include "dynamics/kinetostatics.h"
 #include "dynamics/torque_compensation.h"
 #include "dynamics/vibration.h"
+#include "tests/support/allocations.h"
 #include "tests/support/cam_design.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
@@ -44,6 +45,12 @@ std::atomic<long> allocations{0};
 #endif
 
 namespace lobemax {
+
+long testing::Allocations()
+{
+    return allocations;
+}
+
 namespace {
 
 using testing::Cam_Maker;

@@ -17,6 +17,7 @@
 #include "core/startup.h"
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
+#include "edit/door.h"
 #include "edit/examples.h"
 #include "edit/rungs.h"
 #include "motion/motion_programs.h"
@@ -145,6 +146,40 @@ Figures Vibration_of_Example(const char* name, int model)
     Run_Vibration(design, {});
     Run_Polydyne(design, {});
     return Figures_of(design);
+}
+
+/// A sweep over prime radii; every other design has a spring so weak that the follower leaves the cam, and says so.
+Figures Sweep_of_Example(const char* name)
+{
+    Design_State design;
+    Sub_Main(design, "", {});
+    Load_Example(design, name);
+    const double prime = design.cam.Prime_Rad;
+    Figures figures;
+    for (int i = 0; i < 12; ++i) {
+        Put(design, "Prime_Rad", prime * (1.0 + 0.01 * i));
+        Put(design, "Preload", i % 2 == 0 ? 5000.0 : 0.001);
+        const Ladder_Outcome outcome = Ladder(design, {.motion = true, .size = true, .forces = true});
+        figures.push_back(outcome.reached ? 1.0F : 0.0F);
+        figures.push_back(static_cast<float>(outcome.told.size()));
+        const Figures more = Figures_of(design);
+        figures.insert(figures.end(), more.begin(), more.end());
+    }
+    return figures;
+}
+
+TEST(Two_Designs_at_Once, are_swept_each_as_alone_and_show_nothing)
+{
+    std::vector<std::string> shown;
+    Host host;
+    host.messenger = [&shown](const Message& message) {
+        shown.push_back(message.text);
+        return Usual_Answer(message.buttons);
+    };
+    const Host before = Install_Host(host);
+    Expect_Alike([] { return Sweep_of_Example("Double Dwell"); }, [] { return Sweep_of_Example("Oscillating"); });
+    Install_Host(before);
+    EXPECT_TRUE(shown.empty());
 }
 
 TEST(Two_Designs_at_Once, vibrate_each_as_alone)
