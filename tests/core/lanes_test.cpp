@@ -19,7 +19,6 @@ namespace {
 
 using testing::Lane_Words;
 
-constexpr float inf = std::numeric_limits<float>::infinity();
 constexpr float nan = std::numeric_limits<float>::quiet_NaN();
 constexpr std::array widths{Lane_Width::reference, Lane_Width::sse2, Lane_Width::avx2, Lane_Width::avx512};
 
