@@ -387,53 +387,66 @@ std::string Fill(std::string_view picture, const Picture_Shape& shape, const Dec
 }
 
 /// What is not finite, in words.
-std::string Not_Finite(double value)
+std::string_view Not_Finite(double value)
 {
     if (std::isnan(value))
         return "NaN";
     return value > 0.0 ? "Infinity" : "-Infinity";
 }
 
+char* Put(char* at, std::string_view text)
+{
+    return std::copy(text.begin(), text.end(), at);
+}
+
+/// The digits of a positive number, "d.ddde-xx", the shortest ones. @return their end
+char* Put_Scientific(std::array<char, Most_Shortest_Bytes>& place, double value)
+{
+    return std::to_chars(place.data(), place.data() + place.size(), value, std::chars_format::scientific).ptr;
+}
+
+char* Put_Scientific(std::array<char, Most_Shortest_Bytes>& place, float value)
+{
+    // A text is read as a double, which then rounds to a Single. Rounding twice misses this Single of all: nine digits
+    // lie near enough to it.
+    constexpr float missed = 7.038531E-26F;
+    char* const last = place.data() + place.size();
+    return value == missed ? std::to_chars(place.data(), last, value, std::chars_format::scientific, 8).ptr
+                           : std::to_chars(place.data(), last, value, std::chars_format::scientific).ptr;
+}
+
 /// @param limit  power of ten from which on the exponent is written
 template <class Real>
-std::string Shortest_Text(Real value, int limit)
+char* Put_Shortest(char* at, Real value, int limit)
 {
     if (!std::isfinite(value))
-        return Not_Finite(static_cast<double>(value));
+        return Put(at, Not_Finite(static_cast<double>(value)));
     if (value == Real{})
-        return "0";
-    const Real size = std::abs(value);
-    std::array<char, 32> buffer;  // "d.ddde-xx", the shortest digits
-    char* const limit_of_buffer = buffer.data() + buffer.size();
-    const char* end = std::to_chars(buffer.data(), limit_of_buffer, size, std::chars_format::scientific).ptr;
-    if constexpr (std::is_same_v<Real, float>) {
-        // A text is read as a double, which then rounds to a Single. Rounding twice misses one Single of all,
-        // 7.038531E-26: nine digits lie near enough to it.
-        double read = 0.0;
-        std::from_chars(buffer.data(), end, read);
-        if (static_cast<float>(read) != size)
-            end = std::to_chars(buffer.data(), limit_of_buffer, size, std::chars_format::scientific, 8).ptr;
-    }
-    const std::string_view number(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
-    const std::string_view mantissa = number.substr(0, number.find('e'));
-    const std::string_view power = number.substr(mantissa.size() + 1);  // with its sign, at least two digits
+        return Put(at, "0");
+    std::array<char, Most_Shortest_Bytes> place;
+    const char* const end = Put_Scientific(place, std::abs(value));
+    const char* const letter = end[-4] == 'e' ? end - 4 : end - 5;  // the power has a sign and at least two digits
+    const std::string_view power(letter + 1, end);
     int exponent = 0;
-    std::from_chars(power.data() + 1, end, exponent);
+    for (const char digit : power.substr(1))
+        exponent = 10 * exponent + (digit - '0');
     if (power[0] == '-')
         exponent = -exponent;
 
-    std::string text = value < Real{} ? "-" : "";
+    if (value < Real{})
+        *at++ = '-';
     if (exponent < -5 || exponent >= limit)
-        return text.append(mantissa).append("E").append(power);
-    std::string digits(mantissa);
-    if (digits.size() > 1)
-        digits.erase(1, 1);
+        return Put(Put(Put(at, {place.data(), letter}), "E"), power);
+    const bool one_digit = letter == place.data() + 1;
+    char* const first = place.data() + (one_digit ? 0 : 1);  // of the digits without their point
+    *first = place[0];
+    const std::string_view digits(first, letter);
     if (exponent < 0)
-        return text.append("0.").append(static_cast<std::size_t>(-exponent - 1), '0').append(digits);
+        return Put(std::fill_n(Put(at, "0."), -exponent - 1, '0'), digits);
     const std::size_t whole = static_cast<std::size_t>(exponent) + 1;
     if (digits.size() <= whole)
-        return text.append(digits).append(whole - digits.size(), '0');
-    return text.append(digits, 0, whole).append(".").append(digits, whole);
+        return std::fill_n(Put(at, digits), whole - digits.size(), '0');
+    return Put(Put(Put(at, digits.substr(0, whole)), "."), digits.substr(whole));
 }
 
 /// Whether a byte begins a character of UTF-8, and so is none of its later bytes.
@@ -599,7 +612,7 @@ std::string_view Set_Format(int decimals)
 std::string Format_Picture(double value, std::string_view picture, Decimal_Symbol symbol)
 {
     if (!std::isfinite(value))
-        return Not_Finite(value);
+        return std::string(Not_Finite(value));
     const std::size_t end = std::min(picture.find(';'), picture.size());
     const std::string_view positive = picture.substr(0, end);
     std::string_view negative = picture.substr(std::min(end + 1, picture.size()));
@@ -630,14 +643,21 @@ std::string FNRoundStr(const Design_State& design, double value, int decimals)
     return Format_Picture(design, FNRound(value, decimals), Set_Format(decimals));
 }
 
+char* Put_Shortest(char* at, Single value)
+{
+    return Put_Shortest(at, value.Bits(), 9);
+}
+
 std::string Shortest(Single value)
 {
-    return Shortest_Text(value.Bits(), 9);
+    std::array<char, Most_Shortest_Bytes> place;
+    return {place.data(), Put_Shortest(place.data(), value)};
 }
 
 std::string Shortest(double value)
 {
-    return Shortest_Text(value, 15);
+    std::array<char, Most_Shortest_Bytes> place;
+    return {place.data(), Put_Shortest(place.data(), value, 15)};
 }
 
 std::string Shortest(Single value, Decimal_Symbol symbol)

@@ -116,7 +116,8 @@ void Record_Writer::Number(Single value)
 {
     if (value == 0.0 && std::signbit(value.Bits()))
         buffer_ += '-';  // the sign of a zero is kept: a table comes back bit for bit
-    buffer_ += Shortest(value);
+    std::array<char, Most_Shortest_Bytes> text;
+    buffer_.append(text.data(), Put_Shortest(text.data(), value));
 }
 
 void Record_Writer::End_Line()
