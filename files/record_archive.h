@@ -83,6 +83,8 @@ private:
         bool quoted = false;
     };
     bool Fill();
+    template <class Is_Wanted>
+    std::size_t Find(std::size_t from, Is_Wanted is_wanted) const;
     void Skip_Gap();
     Token Next();
     Token Next_Quoted();
