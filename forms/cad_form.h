@@ -145,9 +145,9 @@ struct Written_Cad {
     Cad_Facts facts;
 };
 /// Writes a made file and the text beside it, each whole or not at all.
-/// @param sheets  wanted of a sheet
+/// @param make_sheet  wanted of a sheet
 /// @throws Fault as Write_with_Text
-Written_Cad Write_Cad(const Made_Cad& made, const std::string& path, const Sheet_Maker& sheets);
+Written_Cad Write_Cad(const Made_Cad& made, const std::string& path, const Sheet_Maker& make_sheet);
 
 /// What is told of a file that was written, a line each: where, arcs or points, the largest deviation, warnings.
 std::vector<std::string> Lines_of_Written(const Cad_Facts& facts, const std::string& path,
