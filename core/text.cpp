@@ -8,10 +8,10 @@
 #include <cstdint>
 #include <cstdlib>
 #include <system_error>
-#include <type_traits>
 
 #include "core/design_state.h"
 #include "core/numeric.h"
+#include "core/shortest_decimal.h"
 
 namespace lobemax {
 
@@ -399,20 +399,61 @@ char* Put(char* at, std::string_view text)
     return std::copy(text.begin(), text.end(), at);
 }
 
-/// The digits of a positive number, "d.ddde-xx", the shortest ones. @return their end
-char* Put_Scientific(std::array<char, Most_Shortest_Bytes>& place, double value)
+/// The digits of a positive number, and the power of ten of the first of them.
+struct Digits {
+    std::array<char, Most_Shortest_Bytes> place;
+    std::size_t count;
+    int first;
+
+    std::string_view Text() const { return {place.data(), count}; }
+};
+
+/// Digits as the library writes them, "d.ddde-xx", so many behind the point or the shortest ones.
+template <class Real, class... Precision>
+Digits Digits_of_Library(Real value, Precision... precision)
 {
-    return std::to_chars(place.data(), place.data() + place.size(), value, std::chars_format::scientific).ptr;
+    Digits digits{};
+    std::array<char, Most_Shortest_Bytes> text;
+    char* const last = text.data() + text.size();
+    char* const end = std::to_chars(text.data(), last, value, std::chars_format::scientific, precision...).ptr;
+    const char* const letter = std::find(text.data(), end, 'e');
+    digits.place[0] = text[0];
+    digits.count = letter == &text[1] ? 1 : static_cast<std::size_t>(letter - &text[1]);
+    std::copy_n(&text[2], digits.count - 1, &digits.place[1]);
+    std::from_chars(letter[1] == '+' ? letter + 2 : letter + 1, end, digits.first);
+    return digits;
 }
 
-char* Put_Scientific(std::array<char, Most_Shortest_Bytes>& place, float value)
+Digits Shortest_Digits(double value)
+{
+    return Digits_of_Library(value);
+}
+
+Digits Shortest_Digits(float value)
 {
     // A text is read as a double, which then rounds to a Single. Rounding twice misses this Single of all: nine digits
     // lie near enough to it.
     constexpr float missed = 7.038531E-26F;
-    char* const last = place.data() + place.size();
-    return value == missed ? std::to_chars(place.data(), last, value, std::chars_format::scientific, 8).ptr
-                           : std::to_chars(place.data(), last, value, std::chars_format::scientific).ptr;
+    if (value == missed)
+        return Digits_of_Library(value, 8);
+    Digits digits{};
+    const Decimal decimal = Shortest_Decimal(value);
+    char* const place = digits.place.data();
+    digits.count =
+        static_cast<std::size_t>(std::to_chars(place, place + digits.place.size(), decimal.digits).ptr - place);
+    digits.first = decimal.power + static_cast<int>(digits.count) - 1;
+    return digits;
+}
+
+/// "E-06": a sign and at least two digits.
+char* Put_Exponent(char* at, int exponent)
+{
+    *at++ = 'E';
+    *at++ = exponent < 0 ? '-' : '+';
+    const int size = std::abs(exponent);
+    if (size < 10)
+        *at++ = '0';
+    return std::to_chars(at, at + 3, size).ptr;
 }
 
 /// @param limit  power of ten from which on the exponent is written
@@ -423,27 +464,19 @@ char* Put_Shortest(char* at, Real value, int limit)
         return Put(at, Not_Finite(static_cast<double>(value)));
     if (value == Real{})
         return Put(at, "0");
-    std::array<char, Most_Shortest_Bytes> place;
-    const char* const end = Put_Scientific(place, std::abs(value));
-    const char* const letter = end[-4] == 'e' ? end - 4 : end - 5;  // the power has a sign and at least two digits
-    const std::string_view power(letter + 1, end);
-    int exponent = 0;
-    for (const char digit : power.substr(1))
-        exponent = 10 * exponent + (digit - '0');
-    if (power[0] == '-')
-        exponent = -exponent;
-
     if (value < Real{})
         *at++ = '-';
-    if (exponent < -5 || exponent >= limit)
-        return Put(Put(Put(at, {place.data(), letter}), "E"), power);
-    const bool one_digit = letter == place.data() + 1;
-    char* const first = place.data() + (one_digit ? 0 : 1);  // of the digits without their point
-    *first = place[0];
-    const std::string_view digits(first, letter);
-    if (exponent < 0)
-        return Put(std::fill_n(Put(at, "0."), -exponent - 1, '0'), digits);
-    const std::size_t whole = static_cast<std::size_t>(exponent) + 1;
+    const Digits shortest = Shortest_Digits(std::abs(value));
+    const std::string_view digits = shortest.Text();
+    if (shortest.first < -5 || shortest.first >= limit) {
+        *at++ = digits[0];
+        if (digits.size() > 1)
+            at = Put(Put(at, "."), digits.substr(1));
+        return Put_Exponent(at, shortest.first);
+    }
+    if (shortest.first < 0)
+        return Put(std::fill_n(Put(at, "0."), -shortest.first - 1, '0'), digits);
+    const std::size_t whole = static_cast<std::size_t>(shortest.first) + 1;
     if (digits.size() <= whole)
         return std::fill_n(Put(at, digits), whole - digits.size(), '0');
     return Put(Put(Put(at, digits.substr(0, whole)), "."), digits.substr(whole));
