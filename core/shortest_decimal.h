@@ -15,7 +15,7 @@ struct Decimal {
 /// last of the digits is not 0.
 ///
 /// Source: R. Giulietti, The Schubfach way to render doubles, 2020, in its form for 32 bits. The digits are those of
-/// the standard library, in a fraction of its time; all 32-bit numbers have been held against it once, and the tests
+/// the standard library, in half of its time; all 32-bit numbers have been held against it once, and the tests
 /// hold a part.
 /// @param value  finite, above 0
 Decimal Shortest_Decimal(float value);
