@@ -117,20 +117,35 @@ void Record_Writer::Quoted(std::string_view text)
     buffer_ += '"';
 }
 
+namespace {
+
+constexpr std::size_t longest_number = Most_Shortest_Bytes + 1;
+
+char* Put_Number(char* at, Single value)
+{
+    if (value == 0.0 && std::signbit(value.Bits()))
+        *at++ = '-';  // the sign of a zero is kept: a table comes back bit for bit
+    return Put_Shortest(at, value);
+}
+
+}  // namespace
+
 void Record_Writer::Number(Single value)
 {
-    std::array<char, Most_Shortest_Bytes + 1> text;
-    char* end = text.data();
-    if (value == 0.0 && std::signbit(value.Bits()))
-        *end++ = '-';  // the sign of a zero is kept: a table comes back bit for bit
-    end = Put_Shortest(end, value);
-    buffer_.append(text.data(), end);
+    std::array<char, longest_number> text;
+    buffer_.append(text.data(), Put_Number(text.data(), value));
 }
 
 void Record_Writer::End_Line()
 {
     buffer_ += "\r\n";
-    if (buffer_.size() >= capacity - 512)
+    Flush_when_Full();
+}
+
+void Record_Writer::Flush_when_Full()
+{
+    constexpr std::size_t a_step = 1024;  // no line but of long texts has as many, and no block of numbers
+    if (buffer_.size() >= capacity - a_step)
         Flush();
 }
 
@@ -193,10 +208,20 @@ void Record_Writer::Text_Pair(std::string_view first, std::string_view second)
     End_Line();
 }
 
-void Record_Writer::Bare(Single value)
+void Record_Writer::Bare(std::span<const Single> values)
 {
-    Number(value);
-    End_Line();
+    constexpr std::size_t lines = 16;  // at a time: the buffer takes many bytes as fast as few
+    std::array<char, lines*(longest_number + 2)> block;
+    for (; !values.empty(); values = values.subspan(std::min(lines, values.size()))) {
+        char* end = block.data();
+        for (const Single value : values.first(std::min(lines, values.size()))) {
+            end = Put_Number(end, value);
+            *end++ = '\r';
+            *end++ = '\n';
+        }
+        buffer_.append(block.data(), end);
+        Flush_when_Full();
+    }
 }
 
 // ---- reader
