@@ -2,13 +2,16 @@
 /// The spine at the finest step: a whole cycle of 2881 points calculated, its model file written and read.
 ///
 /// Written and read bytes are compared with the plainest way of moving the same bytes: fwrite line by line,
-/// and std::getline. The ratios are told at the end of the run; each aims at 6 or less.
+/// and std::getline. The ratios are told at the end of the run; each aims at 2 or less.
+/// The program brings its file to the disk (docs/files.md), the plain way does not: by the clock the ratio has the disk
+/// in it.
 #include <benchmark/benchmark.h>
 
 #include <unistd.h>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <fstream>
 #include <functional>
 #include <string>
@@ -28,7 +31,7 @@ using namespace lobemax;
 
 Design_State design;
 
-constexpr double goal = 6.0;
+constexpr double goal = 2.0;
 
 std::string Bench_Path(const char* name)
 {
@@ -131,22 +134,39 @@ BENCHMARK(Calculate_Whole_Cycle)->Unit(benchmark::kMillisecond);
 BENCHMARK(Write_Model_File_of_2881_Points)->Unit(benchmark::kMillisecond);
 BENCHMARK(Read_Model_File_of_2881_Points)->Unit(benchmark::kMillisecond);
 
-double Best_Milliseconds(const std::function<void()>& work)
+/// Milliseconds by the clock, which have the disk's in them, and of the processor.
+struct Taken {
+    double clock = 1e9;
+    double processor = 1e9;
+};
+
+double Processor_Milliseconds()
 {
-    double best = 1e9;
+    timespec time{};
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return 1e3 * static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_nsec);
+}
+
+/// The best of fifteen.
+Taken Best_of(const std::function<void()>& work)
+{
+    Taken best;
     for (int n = 0; n < 15; ++n) {
         const auto start = std::chrono::steady_clock::now();
+        const double processor = Processor_Milliseconds();
         work();
+        best.processor = std::min(best.processor, Processor_Milliseconds() - processor);
         const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
-        best = std::min(best, taken.count());
+        best.clock = std::min(best.clock, taken.count());
     }
     return best;
 }
 
-void Tell_Ratio(const char* what, const char* than, double ours, double plain)
+void Tell_Ratio(const char* what, const char* than, const Taken& ours, const Taken& plain)
 {
-    std::printf("%-28s %8.2f ms   %-28s %8.2f ms   ratio %.2f (goal %.0f or less)\n", what, ours, than, plain,
-                ours / plain, goal);
+    std::printf("%-8s %6.2f ms (processor %5.2f)   %-24s %6.2f ms (%5.2f)   ratio %.2f (%.2f), goal %.0f or less\n",
+                what, ours.clock, ours.processor, than, plain.clock, plain.processor, ours.clock / plain.clock,
+                ours.processor / plain.processor, goal);
 }
 
 void Tell_Ratios()
@@ -155,11 +175,11 @@ void Tell_Ratios()
     const std::string text = Model_Text();
     const std::string path = Bench_Path("ratio");
     std::printf("\nModel file of 2881 points, %.1f MB:\n", static_cast<double>(text.size()) / 1e6);
-    const double plain_write = Best_Milliseconds([&] { Fwrite_Lines(path, text); });
-    const double write = Best_Milliseconds([&] { Write_File(path); });
+    const Taken plain_write = Best_of([&] { Fwrite_Lines(path, text); });
+    const Taken write = Best_of([&] { Write_File(path); });
     Tell_Ratio("write", "fwrite line by line", write, plain_write);
-    const double plain_read = Best_Milliseconds([&] { benchmark::DoNotOptimize(Getline_Lines(path)); });
-    const double read = Best_Milliseconds([&] { Read_File(path); });
+    const Taken plain_read = Best_of([&] { benchmark::DoNotOptimize(Getline_Lines(path)); });
+    const Taken read = Best_of([&] { Read_File(path); });
     Tell_Ratio("read", "std::getline into lines", read, plain_read);
     std::remove(path.c_str());
 }

@@ -11,8 +11,7 @@
 #include "cli/session.h"
 #include "core/traps.h"
 #include "forms/cad_form.h"
-#include "paint/cad_sheet.h"
-#include "solid/cam_solid.h"
+#include "forms/solid_on_demand.h"
 
 namespace lobemax::cli {
 
@@ -25,6 +24,13 @@ struct Options {
     bool even_if_wrong = false;
     std::map<std::string, std::string> given;  // by the names of the table
 };
+
+std::string Make_Sheet(const Cad_Sheet& sheet, std::string& bytes, Cad_Facts& facts)
+{
+    std::string why;
+    const std::unique_ptr<Drawing> drawing = Open_Drawing(why);
+    return drawing != nullptr ? drawing->Sheet(sheet, bytes, facts) : "No sheet can be drawn: " + why;
+}
 
 int Run(Session& session, const Options& options)
 {
@@ -39,27 +45,23 @@ int Run(Session& session, const Options& options)
             return session.Wrong("--" + refusal);
     if (const std::string refusal = Why_Not_Even_if_Wrong(wish.kind); wish.even_if_wrong && !refusal.empty())
         return session.Wrong("--" + refusal);
-    const Made_Cad made = Make_Cad(design, wish, options.output, Make_Solid);
+    const Made_Cad made = Make_Cad(design, wish, options.output, Make_Solid_on_Demand);
     if (!made.refusal.empty()) {
         session.Say(made.refusal);
         if (made.may_be_forced)
             session.Say("nothing was written: --even-if-wrong writes it all the same");
         return failed;
     }
-    paint::Written_Cad written;
-    const int status = Draw_to_File(session, options.output, [&](const std::string& path, std::string& why) {
-        try {
-            written = paint::Write_Cad(made, path);
-        } catch (const Fault& fault) {
-            why = Error_Description(fault.Number());
-            return std::optional(false);
-        }
-        if (!written.refusal.empty())
-            session.Say(written.refusal);
-        return written.refusal.empty() ? std::optional(true) : std::nullopt;
-    });
-    if (status != done)
-        return status;
+    Written_Cad written;
+    try {
+        written = Write_Cad(made, options.output, Make_Sheet);
+    } catch (const Fault& fault) {
+        return Not_Written(session, options.output, Error_Description(fault.Number()));
+    }
+    if (!written.refusal.empty()) {
+        session.Say(written.refusal);
+        return failed;
+    }
     for (const std::string& line : Lines_of_Written(written.facts, options.output, written.text_path))
         session.out << line << '\n';
     return done;

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <QApplication>
 #include <cmath>
 #include <memory>
 #include <optional>
@@ -14,7 +13,6 @@
 #include "edit/rungs.h"
 #include "forms/findings_form.h"
 #include "linkage/linkage_drawing.h"
-#include "paint/painter_surface.h"
 
 namespace lobemax::cli {
 
@@ -70,7 +68,7 @@ int Run(Session& session, const Options& options)
     c.Show_Cutter_Path = options.path == "cutter";
     c.Show_Cam_Key = options.path == "machine";
     const std::vector<Cam_Stretch> warned = Warned_Stretches(Check_Design(design, {}), Warned::faults);
-    return Draw_to_File(session, options.picture.output, [&](const std::string& path, std::string& why) {
+    return Draw_to_File(session, options.picture.output, [&](Drawing& drawing, std::string& why) {
         bool drawn = false;
         const auto draw = [&](Surface& surface) {
             if (train)
@@ -78,8 +76,7 @@ int Run(Session& session, const Options& options)
             return drawn = options.at ? Draw_Cam_at(design, surface, Nearest_Point(design, *options.at), warned)
                                       : Draw_Cam(design, surface, {.warned = warned});
         };
-        const bool written = paint::Save_Drawing(draw, Picture_Size(options.picture), path, QApplication::palette(),
-                                                 options.picture.scale, &why);
+        const bool written = drawing.Draw(draw, Picture_of(options.picture), why);
         return drawn || !why.empty() ? std::optional(written) : std::nullopt;
     });
 }

@@ -9,9 +9,6 @@
 #include "core/design_state.h"
 #include "core/text.h"
 #include "edit/rungs.h"
-#include "paint/chart.h"
-#include "paint/link_plot_charts.h"
-#include "paint/plot_charts.h"
 #include "present/data_table.h"
 #include "present/linkage_plots.h"
 #include "present/plot_engine.h"
@@ -101,9 +98,8 @@ int Plot_Links(Session& session, const Options& options)
         return session.Wrong("this style does not show " + std::to_string(count) + " functions");
     if (!session.Linkage_Worked_Out())
         return failed;
-    return Draw_to_File(session, options.picture.output, [&](const std::string& path, std::string& why) {
-        return paint::Save_Link_Plot(design, plot_style, functions, Picture_Size(options.picture), path,
-                                     options.picture.scale, &why);
+    return Draw_to_File(session, options.picture.output, [&](Drawing& drawing, std::string& why) {
+        return drawing.Plot_Links(design, plot_style, functions, Picture_of(options.picture), why);
     });
 }
 
@@ -157,8 +153,8 @@ int Run(Session& session, const Options& options)
     }
     Pick_Segment(design,
                  options.segment ? Load_SegmentList(design)[static_cast<std::size_t>(*options.segment)] : "All");
-    return Draw_to_File(session, options.picture.output, [&](const std::string& path, std::string& why) {
-        return paint::Save_Plot(design, plot_style, Picture_Size(options.picture), path, options.picture.scale, &why);
+    return Draw_to_File(session, options.picture.output, [&](Drawing& drawing, std::string& why) {
+        return drawing.Plot(design, plot_style, Picture_of(options.picture), why);
     });
 }
 

@@ -8,7 +8,6 @@
 #include "core/number_format.h"
 #include "core/text.h"
 #include "forms/design_report.h"
-#include "paint/report_pages.h"
 
 namespace lobemax::cli {
 
@@ -40,8 +39,8 @@ int Run(Session& session, const Options& options)
     const Design_Report report = Make_Design_Report(design);
     if (!pdf)
         return session.Save_Text(options.output, Report_Text(report), "report");
-    return Draw_to_File(session, options.output, [&](const std::string& path, std::string& why) {
-        return std::optional(paint::Save_Report(design, report, path, &why));
+    return Draw_to_File(session, options.output, [&](Drawing& drawing, std::string& why) {
+        return std::optional(drawing.Report(design, report, options.output, why));
     });
 }
 

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cli/picture.h"
 
-#include <QApplication>
-#include <QFileInfo>
-#include <QPalette>
 #include <algorithm>
 #include <charconv>
-#include <memory>
 #include <optional>
+#include <utility>
 
 #include "cli/commands.h"
 #include "cli/session.h"
@@ -22,7 +19,7 @@ constexpr int most_points = 10000;
 constexpr double most_pixels = 20000.0;  // each way: what a picture of them takes still fits in 2 GiB
 
 /// "WxH" as a size; none for any other text.
-std::optional<QSize> Read_Size(const std::string& text)
+std::optional<std::pair<int, int>> Read_Size(const std::string& text)
 {
     int width = 0;
     int height = 0;
@@ -34,12 +31,15 @@ std::optional<QSize> Read_Size(const std::string& text)
     if (second.ec != std::errc{} || second.ptr != end || std::min(width, height) < least_points ||
         std::max(width, height) > most_points)
         return std::nullopt;
-    return QSize(width, height);
+    return std::pair(width, height);
 }
 
-QString Ending(const std::string& path)
+/// Whether this follows the last point of the file's name, in either case.
+bool Ends_in(const std::string& path, std::string_view ending)
 {
-    return QFileInfo(QString::fromStdString(path)).suffix().toLower();
+    const std::string_view name = std::string_view(path).substr(path.rfind('/') + 1);
+    const std::size_t point = name.rfind('.');
+    return point != std::string_view::npos && Same_Text(name.substr(point + 1), ending);
 }
 
 }  // namespace
@@ -67,70 +67,34 @@ std::string Refused_Picture(const Picture_Options& options)
     if (!size)
         return "--size: '" + options.size + "' is no size; write it as 900x600, each from " +
                std::to_string(least_points) + " to " + std::to_string(most_points);
-    const QString ending = Ending(options.output);
-    if (ending != QLatin1String("png") && ending != QLatin1String("svg") && ending != QLatin1String("pdf"))
+    const bool png = Ends_in(options.output, "png");
+    if (!png && !Ends_in(options.output, "svg") && !Ends_in(options.output, "pdf"))
         return "-o: the picture's name must end in .png, .svg or .pdf";
-    if (ending == QLatin1String("png") && std::max(size->width(), size->height()) * options.scale > most_pixels)
+    if (png && std::max(size->first, size->second) * options.scale > most_pixels)
         return "--scale: the picture would have more than " + Shortest(most_pixels) + " pixels each way";
     return {};
 }
 
-QSize Picture_Size(const Picture_Options& options)
+Picture Picture_of(const Picture_Options& options)
 {
-    return Read_Size(options.size).value();
+    const auto [width, height] = Read_Size(options.size).value();
+    return {options.output, width, height, options.scale};
 }
 
-namespace {
-
-/// What Qt says is left out while this stands.
-class Quiet_Qt {
-public:
-    Quiet_Qt() : before_(qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {})) {}
-    ~Quiet_Qt() { qInstallMessageHandler(before_); }
-    Quiet_Qt(const Quiet_Qt&) = delete;
-    Quiet_Qt& operator=(const Quiet_Qt&) = delete;
-
-private:
-    QtMessageHandler before_;
-};
-
-/// Black on white while this stands.
-class Paper_Palette {
-public:
-    Paper_Palette() : before_(QApplication::palette())
-    {
-        QPalette paper = before_;
-        paper.setColor(QPalette::Base, Qt::white);
-        paper.setColor(QPalette::Text, Qt::black);
-        QApplication::setPalette(paper);
-    }
-    ~Paper_Palette() { QApplication::setPalette(before_); }
-    Paper_Palette(const Paper_Palette&) = delete;
-    Paper_Palette& operator=(const Paper_Palette&) = delete;
-
-private:
-    QPalette before_;
-};
-
-}  // namespace
+int Not_Written(const Session& session, const std::string& path, const std::string& why)
+{
+    session.Say("'" + path + "' cannot be written" + (why.empty() ? "" : ": " + why));
+    return failed;
+}
 
 int Draw_to_File(const Session& session, const std::string& path,
-                 const std::function<std::optional<bool>(const std::string& path, std::string& why)>& work)
+                 const std::function<std::optional<bool>(Drawing& drawing, std::string& why)>& work)
 {
-    const Quiet_Qt quiet;
-    std::unique_ptr<QApplication> own;
-    int count = 3;
-    char name[] = "lobemax-cli";
-    char option[] = "-platform";
-    char platform[] = "offscreen";
-    char* arguments[] = {name, option, platform, nullptr};
-    if (QCoreApplication::instance() == nullptr)
-        own = std::make_unique<QApplication>(count, arguments);
-    const Paper_Palette paper;
     std::string why;
-    const std::optional<bool> written = work(path, why);
+    const std::unique_ptr<Drawing> drawing = Open_Drawing(why);
+    const std::optional<bool> written = drawing != nullptr ? work(*drawing, why) : std::optional(false);
     if (written == false)
-        session.Say("'" + path + "' cannot be written" + (why.empty() ? "" : ": " + why));
+        return Not_Written(session, path, why);
     return written == true ? done : failed;
 }
 

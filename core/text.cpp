@@ -8,10 +8,10 @@
 #include <cstdint>
 #include <cstdlib>
 #include <system_error>
-#include <type_traits>
 
 #include "core/design_state.h"
 #include "core/numeric.h"
+#include "core/shortest_decimal.h"
 
 namespace lobemax {
 
@@ -387,53 +387,99 @@ std::string Fill(std::string_view picture, const Picture_Shape& shape, const Dec
 }
 
 /// What is not finite, in words.
-std::string Not_Finite(double value)
+std::string_view Not_Finite(double value)
 {
     if (std::isnan(value))
         return "NaN";
     return value > 0.0 ? "Infinity" : "-Infinity";
 }
 
+char* Put(char* at, std::string_view text)
+{
+    return std::copy(text.begin(), text.end(), at);
+}
+
+/// The digits of a positive number, and the power of ten of the first of them.
+struct Digits {
+    std::array<char, Most_Shortest_Bytes> place;
+    std::size_t count;
+    int first;
+
+    std::string_view Text() const { return {place.data(), count}; }
+};
+
+/// Digits as the library writes them, "d.ddde-xx", so many behind the point or the shortest ones.
+template <class Real, class... Precision>
+Digits Digits_of_Library(Real value, Precision... precision)
+{
+    Digits digits{};
+    std::array<char, Most_Shortest_Bytes> text;
+    char* const last = text.data() + text.size();
+    char* const end = std::to_chars(text.data(), last, value, std::chars_format::scientific, precision...).ptr;
+    const char* const letter = std::find(text.data(), end, 'e');
+    digits.place[0] = text[0];
+    digits.count = letter == &text[1] ? 1 : static_cast<std::size_t>(letter - &text[1]);
+    std::copy_n(&text[2], digits.count - 1, &digits.place[1]);
+    std::from_chars(letter[1] == '+' ? letter + 2 : letter + 1, end, digits.first);
+    return digits;
+}
+
+Digits Shortest_Digits(double value)
+{
+    return Digits_of_Library(value);
+}
+
+Digits Shortest_Digits(float value)
+{
+    // A text is read as a double, which then rounds to a Single. Rounding twice misses this Single of all: nine digits
+    // lie near enough to it.
+    constexpr float missed = 7.038531E-26F;
+    if (value == missed)
+        return Digits_of_Library(value, 8);
+    Digits digits{};
+    const Decimal decimal = Shortest_Decimal(value);
+    char* const place = digits.place.data();
+    digits.count =
+        static_cast<std::size_t>(std::to_chars(place, place + digits.place.size(), decimal.digits).ptr - place);
+    digits.first = decimal.power + static_cast<int>(digits.count) - 1;
+    return digits;
+}
+
+/// "E-06": a sign and at least two digits.
+char* Put_Exponent(char* at, int exponent)
+{
+    *at++ = 'E';
+    *at++ = exponent < 0 ? '-' : '+';
+    const int size = std::abs(exponent);
+    if (size < 10)
+        *at++ = '0';
+    return std::to_chars(at, at + 3, size).ptr;
+}
+
 /// @param limit  power of ten from which on the exponent is written
 template <class Real>
-std::string Shortest_Text(Real value, int limit)
+char* Put_Shortest(char* at, Real value, int limit)
 {
     if (!std::isfinite(value))
-        return Not_Finite(static_cast<double>(value));
+        return Put(at, Not_Finite(static_cast<double>(value)));
     if (value == Real{})
-        return "0";
-    const Real size = std::abs(value);
-    std::array<char, 32> buffer;  // "d.ddde-xx", the shortest digits
-    char* const limit_of_buffer = buffer.data() + buffer.size();
-    const char* end = std::to_chars(buffer.data(), limit_of_buffer, size, std::chars_format::scientific).ptr;
-    if constexpr (std::is_same_v<Real, float>) {
-        // A text is read as a double, which then rounds to a Single. Rounding twice misses one Single of all,
-        // 7.038531E-26: nine digits lie near enough to it.
-        double read = 0.0;
-        std::from_chars(buffer.data(), end, read);
-        if (static_cast<float>(read) != size)
-            end = std::to_chars(buffer.data(), limit_of_buffer, size, std::chars_format::scientific, 8).ptr;
+        return Put(at, "0");
+    if (value < Real{})
+        *at++ = '-';
+    const Digits shortest = Shortest_Digits(std::abs(value));
+    const std::string_view digits = shortest.Text();
+    if (shortest.first < -5 || shortest.first >= limit) {
+        *at++ = digits[0];
+        if (digits.size() > 1)
+            at = Put(Put(at, "."), digits.substr(1));
+        return Put_Exponent(at, shortest.first);
     }
-    const std::string_view number(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
-    const std::string_view mantissa = number.substr(0, number.find('e'));
-    const std::string_view power = number.substr(mantissa.size() + 1);  // with its sign, at least two digits
-    int exponent = 0;
-    std::from_chars(power.data() + 1, end, exponent);
-    if (power[0] == '-')
-        exponent = -exponent;
-
-    std::string text = value < Real{} ? "-" : "";
-    if (exponent < -5 || exponent >= limit)
-        return text.append(mantissa).append("E").append(power);
-    std::string digits(mantissa);
-    if (digits.size() > 1)
-        digits.erase(1, 1);
-    if (exponent < 0)
-        return text.append("0.").append(static_cast<std::size_t>(-exponent - 1), '0').append(digits);
-    const std::size_t whole = static_cast<std::size_t>(exponent) + 1;
+    if (shortest.first < 0)
+        return Put(std::fill_n(Put(at, "0."), -shortest.first - 1, '0'), digits);
+    const std::size_t whole = static_cast<std::size_t>(shortest.first) + 1;
     if (digits.size() <= whole)
-        return text.append(digits).append(whole - digits.size(), '0');
-    return text.append(digits, 0, whole).append(".").append(digits, whole);
+        return std::fill_n(Put(at, digits), whole - digits.size(), '0');
+    return Put(Put(Put(at, digits.substr(0, whole)), "."), digits.substr(whole));
 }
 
 /// Whether a byte begins a character of UTF-8, and so is none of its later bytes.
@@ -599,7 +645,7 @@ std::string_view Set_Format(int decimals)
 std::string Format_Picture(double value, std::string_view picture, Decimal_Symbol symbol)
 {
     if (!std::isfinite(value))
-        return Not_Finite(value);
+        return std::string(Not_Finite(value));
     const std::size_t end = std::min(picture.find(';'), picture.size());
     const std::string_view positive = picture.substr(0, end);
     std::string_view negative = picture.substr(std::min(end + 1, picture.size()));
@@ -630,14 +676,21 @@ std::string FNRoundStr(const Design_State& design, double value, int decimals)
     return Format_Picture(design, FNRound(value, decimals), Set_Format(decimals));
 }
 
+char* Put_Shortest(char* at, Single value)
+{
+    return Put_Shortest(at, value.Bits(), 9);
+}
+
 std::string Shortest(Single value)
 {
-    return Shortest_Text(value.Bits(), 9);
+    std::array<char, Most_Shortest_Bytes> place;
+    return {place.data(), Put_Shortest(place.data(), value)};
 }
 
 std::string Shortest(double value)
 {
-    return Shortest_Text(value, 15);
+    std::array<char, Most_Shortest_Bytes> place;
+    return {place.data(), Put_Shortest(place.data(), value, 15)};
 }
 
 std::string Shortest(Single value, Decimal_Symbol symbol)

@@ -89,6 +89,9 @@ std::string FNRoundStr(const Design_State& design, double value, int decimals);
 /// double. Zero has no sign. What is not finite reads "NaN", "Infinity" or "-Infinity".
 std::string Shortest(Single value);
 std::string Shortest(double value);
+/// The same put into a place of Most_Shortest_Bytes, for what writes many. @return its end there
+char* Put_Shortest(char* at, Single value);
+inline constexpr std::size_t Most_Shortest_Bytes = 32;
 /// The same with another decimal symbol.
 std::string Shortest(Single value, Decimal_Symbol symbol);
 

@@ -868,8 +868,7 @@ void Write_Model(Design_State& design, Byte_Sink& sink, std::string_view tag)
         const Format format = Format_Of(Val(tag, Decimal_Symbol::point), Val(id.Release_Str, Decimal_Symbol::point));
         Labelled_Items(design, ar, n, format, [] {});
         for (int v = 0; v <= run.Saved_Variables; ++v)
-            for (const Single value : design.results.CalcData.Points(v))
-                ar.Bare(value);
+            ar.Bare(design.results.CalcData.Points(v));
         if (format.linkage)
             for (int i = 0; i < tail_lines; ++i)
                 ar.Line("");

@@ -30,6 +30,11 @@ bool Is_Line_End(char c)
     return c == '\r' || c == '\n';
 }
 
+bool Ends_Value(char c)
+{
+    return c == ',' || Is_Line_End(c);
+}
+
 std::string_view Without_Blanks_Behind(std::string_view text)
 {
     while (!text.empty() && Is_Blank(text.back()))
@@ -45,11 +50,11 @@ Single Single_of(std::string_view text)
         text.remove_prefix(1);
     std::array<char, 64> copy;  // from_chars knows no D
     std::string_view digits = text;
-    if (const std::size_t d = text.find_first_of("dD"); d != std::string_view::npos) {
+    if (const auto d = std::ranges::find_if(text, [](char c) { return c == 'd' || c == 'D'; }); d != text.end()) {
         if (text.size() > copy.size())
             throw Fault{type_mismatch};
-        std::memcpy(copy.data(), text.data(), text.size());
-        copy[d] = 'E';
+        std::ranges::copy(text, copy.begin());
+        copy[static_cast<std::size_t>(d - text.begin())] = 'E';
         digits = {copy.data(), text.size()};
     }
     const std::size_t first = !digits.empty() && digits.front() == '-' ? 1 : 0;
@@ -112,17 +117,35 @@ void Record_Writer::Quoted(std::string_view text)
     buffer_ += '"';
 }
 
-void Record_Writer::Number(Single value)
+namespace {
+
+constexpr std::size_t longest_number = Most_Shortest_Bytes + 1;
+
+char* Put_Number(char* at, Single value)
 {
     if (value == 0.0 && std::signbit(value.Bits()))
-        buffer_ += '-';  // the sign of a zero is kept: a table comes back bit for bit
-    buffer_ += Shortest(value);
+        *at++ = '-';  // the sign of a zero is kept: a table comes back bit for bit
+    return Put_Shortest(at, value);
+}
+
+}  // namespace
+
+void Record_Writer::Number(Single value)
+{
+    std::array<char, longest_number> text;
+    buffer_.append(text.data(), Put_Number(text.data(), value));
 }
 
 void Record_Writer::End_Line()
 {
     buffer_ += "\r\n";
-    if (buffer_.size() >= capacity - 512)
+    Flush_when_Full();
+}
+
+void Record_Writer::Flush_when_Full()
+{
+    constexpr std::size_t a_step = 1024;  // no line but of long texts has as many, and no block of numbers
+    if (buffer_.size() >= capacity - a_step)
         Flush();
 }
 
@@ -185,10 +208,20 @@ void Record_Writer::Text_Pair(std::string_view first, std::string_view second)
     End_Line();
 }
 
-void Record_Writer::Bare(Single value)
+void Record_Writer::Bare(std::span<const Single> values)
 {
-    Number(value);
-    End_Line();
+    constexpr std::size_t lines = 16;  // at a time: the buffer takes many bytes as fast as few
+    std::array<char, lines*(longest_number + 2)> block;
+    for (; !values.empty(); values = values.subspan(std::min(lines, values.size()))) {
+        char* end = block.data();
+        for (const Single value : values.first(std::min(lines, values.size()))) {
+            end = Put_Number(end, value);
+            *end++ = '\r';
+            *end++ = '\n';
+        }
+        buffer_.append(block.data(), end);
+        Flush_when_Full();
+    }
 }
 
 // ---- reader
@@ -215,11 +248,18 @@ bool Record_Reader::Fill()
     return count > 0;
 }
 
+/// The first place from here on with such a byte; the end of the bytes in the buffer where there is none.
+template <class Is_Wanted>
+std::size_t Record_Reader::Find(std::size_t from, Is_Wanted is_wanted) const
+{
+    const char* const bytes = buffer_.data();
+    return static_cast<std::size_t>(std::find_if(bytes + from, bytes + end_, is_wanted) - bytes);
+}
+
 void Record_Reader::Skip_Gap()
 {
     while (true) {
-        while (at_ < end_ && (Is_Blank(buffer_[at_]) || Is_Line_End(buffer_[at_])))
-            ++at_;
+        at_ = Find(at_, [](char c) { return !Is_Blank(c) && !Is_Line_End(c); });
         if (at_ < end_ || !Fill())
             return;
     }
@@ -230,8 +270,7 @@ void Record_Reader::End_Token(std::size_t end)
 {
     at_ = end;
     while (true) {
-        while (at_ < end_ && Is_Blank(buffer_[at_]))
-            ++at_;
+        at_ = Find(at_, [](char c) { return !Is_Blank(c); });
         if (at_ < end_ || !Fill())
             break;
     }
@@ -252,8 +291,7 @@ Record_Reader::Token Record_Reader::Next()
         return Next_Quoted();
     std::size_t end = at_;
     while (true) {
-        while (end < end_ && buffer_[end] != ',' && !Is_Line_End(buffer_[end]))
-            ++end;
+        end = Find(end, Ends_Value);
         if (end - at_ > longest_record)
             throw Fault{bad_record_length};
         if (end < end_)
@@ -352,8 +390,7 @@ std::string Record_Reader::Line()
     std::string line;  // an unquoted line may hold commas
     while (true) {
         const std::size_t first = at_;
-        while (at_ < end_ && !Is_Line_End(buffer_[at_]))
-            ++at_;
+        at_ = Find(at_, Is_Line_End);
         line.append(buffer_.data() + first, at_ - first);
         if (line.size() > longest_record)
             throw Fault{bad_record_length};

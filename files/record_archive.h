@@ -7,6 +7,7 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -31,7 +32,8 @@ public:
     void Count(std::string_view name, const Integer& value);
     /// A record of two texts.
     void Text_Pair(std::string_view first, std::string_view second);
-    void Bare(Single value);
+    /// Bare numbers, a line each: most of a model file.
+    void Bare(std::span<const Single> values);
     /// Hands everything to the sink. What was written before a fault has to be flushed too.
     void Flush();
 
@@ -41,6 +43,7 @@ private:
     void Value(const Field_Ref& value);
     void Number(Single value);
     void End_Line();
+    void Flush_when_Full();
 
     Design_State& design_;
     Byte_Sink& sink_;
@@ -83,6 +86,8 @@ private:
         bool quoted = false;
     };
     bool Fill();
+    template <class Is_Wanted>
+    std::size_t Find(std::size_t from, Is_Wanted is_wanted) const;
     void Skip_Gap();
     Token Next();
     Token Next_Quoted();

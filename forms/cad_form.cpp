@@ -873,6 +873,18 @@ Made_Cad Make_Cad(const Design_State& design, const Cad_Wish& wish, std::string_
     return made;
 }
 
+Written_Cad Write_Cad(const Made_Cad& made, const std::string& path, const Sheet_Maker& make_sheet)
+{
+    Written_Cad written;
+    written.facts = made.facts;
+    std::string bytes = made.bytes;
+    if (made.sheet)
+        written.refusal = make_sheet(*made.sheet, bytes, written.facts);
+    if (written.refusal.empty())
+        written.text_path = Write_with_Text(path, bytes, written.facts);
+    return written;
+}
+
 std::vector<std::string> Lines_of_Written(const Cad_Facts& facts, const std::string& path, const std::string& text_path)
 {
     std::vector<std::string> lines{"Written: " + path, "Text beside it: " + text_path};

@@ -135,6 +135,20 @@ using Solid_Maker =
 Made_Cad Make_Cad(const Design_State& design, const Cad_Wish& wish, std::string_view path,
                   const Solid_Maker& solids = {});
 
+/// What makes a sheet's bytes and tells of it in its facts, paint::Make_Sheet: it stands above this room.
+/// @return the sentence why there is none; empty where there is
+using Sheet_Maker = std::function<std::string(const Cad_Sheet& sheet, std::string& bytes, Cad_Facts& facts)>;
+
+struct Written_Cad {
+    std::string refusal;  // a sentence; empty where it was written
+    std::string text_path;
+    Cad_Facts facts;
+};
+/// Writes a made file and the text beside it, each whole or not at all.
+/// @param make_sheet  wanted of a sheet
+/// @throws Fault as Write_with_Text
+Written_Cad Write_Cad(const Made_Cad& made, const std::string& path, const Sheet_Maker& make_sheet);
+
 /// What is told of a file that was written, a line each: where, arcs or points, the largest deviation, warnings.
 std::vector<std::string> Lines_of_Written(const Cad_Facts& facts, const std::string& path,
                                           const std::string& text_path);

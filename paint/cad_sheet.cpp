@@ -11,7 +11,6 @@
 #include <cmath>
 
 #include "paint/picture_file.h"
-#include "shop/curve_files.h"
 
 namespace lobemax::paint {
 
@@ -370,23 +369,15 @@ void Paint_Sheet(const Cad_Sheet& sheet, const Sheet_Layout& layout, QPainter& p
     Draw_Title(painter, sheet, layout);
 }
 
-Written_Cad Write_Cad(const Made_Cad& made, const std::string& path)
+std::string Make_Sheet(const Cad_Sheet& sheet, std::string& bytes, Cad_Facts& facts)
 {
-    Written_Cad written;
-    written.facts = made.facts;
-    if (!made.sheet) {
-        written.text_path = Write_with_Text(path, made.bytes, made.facts);
-        return written;
-    }
-    const Sheet_Layout layout = Lay_Out(*made.sheet);
-    written.refusal = layout.refusal;
-    if (!written.refusal.empty())
-        return written;
-    written.facts.emplace_back("Sheet", made.sheet->paper + ", scale " + layout.scale_words);
-    const std::string bytes = Page_Bytes(QSizeF(layout.width, layout.height),
-                                         [&](QPainter& painter) { Paint_Sheet(*made.sheet, layout, painter); });
-    written.text_path = Write_with_Text(path, bytes, written.facts);
-    return written;
+    const Sheet_Layout layout = Lay_Out(sheet);
+    if (!layout.refusal.empty())
+        return layout.refusal;
+    facts.emplace_back("Sheet", sheet.paper + ", scale " + layout.scale_words);
+    bytes = Page_Bytes(QSizeF(layout.width, layout.height),
+                       [&](QPainter& painter) { Paint_Sheet(sheet, layout, painter); });
+    return {};
 }
 
 }  // namespace lobemax::paint

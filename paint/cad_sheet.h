@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 /// The drawing sheet of a cam as a PDF file: frame, title block, the cam at a standard scale, its radii as a table and
-/// what a shop asks for. And the writing of every kind of file for CAD and machines.
+/// what a shop asks for.
 #pragma once
 
 #include <QPainter>
@@ -35,13 +35,7 @@ Sheet_Layout Lay_Out(const Cad_Sheet& sheet);
 /// Paints a sheet; a unit of the painter is a millimetre.
 void Paint_Sheet(const Cad_Sheet& sheet, const Sheet_Layout& layout, QPainter& painter);
 
-/// Writes a made file and the text beside it, each whole or not at all.
-struct Written_Cad {
-    std::string refusal;  // a sentence; empty where it was written
-    std::string text_path;
-    Cad_Facts facts;
-};
-/// @throws Fault as Write_with_Text
-Written_Cad Write_Cad(const Made_Cad& made, const std::string& path);
+/// The bytes of a sheet as a PDF file; paper and scale go into the facts. @return why it does not fit, else empty
+std::string Make_Sheet(const Cad_Sheet& sheet, std::string& bytes, Cad_Facts& facts);
 
 }  // namespace lobemax::paint

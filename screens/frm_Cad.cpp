@@ -11,12 +11,12 @@
 #include <algorithm>
 
 #include "core/messages.h"
+#include "forms/solid_on_demand.h"
 #include "paint/cad_sheet.h"
 #include "screens/check_mark.h"
 #include "screens/desk.h"
 #include "screens/form_rows.h"
 #include "screens/help_viewer.h"
-#include "solid/cam_solid.h"
 
 namespace lobemax::screens {
 
@@ -216,7 +216,7 @@ void frm_Cad::Write_File()
     Cad_Wish wish = Wish();
     const auto make = [](const Cad_Wish& wanted, const std::string& name) {
         const Wait_Pointer waiting;
-        return Make_Cad(design, wanted, name, Make_Solid);
+        return Make_Cad(design, wanted, name, Make_Solid_on_Demand);
     };
     Made_Cad made = make(wish, suggestion);
     if (!made.refusal.empty()) {
@@ -240,7 +240,7 @@ void frm_Cad::Write_File()
     const bool solid = kind_ == Cad_Kind::step || kind_ == Cad_Kind::stl;
     if (!solid || wish.even_if_wrong)
         made = make(wish, *path);  // the file tells its own name
-    const paint::Written_Cad written = paint::Write_Cad(made, *path);
+    const Written_Cad written = Write_Cad(made, *path, paint::Make_Sheet);
     if (!written.refusal.empty()) {
         Show_Message(written.refusal, Buttons::OK, Symbol::exclamation);
         return;

@@ -57,6 +57,10 @@ enum class Solid_Format { step, stl };
 std::string Make_Solid(const Design_State& design, const Solid_Options& options, Solid_Format format,
                        std::string& bytes, Solid_Report& report);
 
+/// The entry of the library that this room stands in, which is Make_Solid (files/library_on_demand).
+using Make_Solid_Entry = void (*)(std::string& refusal, const Design_State& design, const Solid_Options& options,
+                                  Solid_Format format, std::string& bytes, Solid_Report& report);
+
 /// Writes a file, .step or .stp, or .stl, and the text beside it; each whole or not at all.
 /// @return the refusal as Make_Solid's, with nothing written; empty where it is written
 /// @throws Fault as Write_Whole_File

@@ -135,5 +135,56 @@ TEST_F(Process, numbers_have_a_point_and_pictures_their_bytes_in_every_locale_an
     EXPECT_NE(shown.find("\n45.000\t12.500\t"), std::string::npos) << shown.substr(0, 2000);
 }
 
+/// Which libraries a command loads, by what the loader tells of itself.
+TEST_F(Process, a_command_loads_qt_for_pictures_alone_and_open_cascade_for_solids_alone)
+{
+    ASSERT_EQ(Shell("$cli example 'Double Dwell' -o e.cam"), 0);
+    const auto loads = [&](const std::string& command) {
+        EXPECT_EQ(Shell("LD_DEBUG=files LD_DEBUG_OUTPUT=loader $cli " + command +
+                        "; status=$?; cat loader.* >loaded; "
+                        "rm loader.*; exit $status"),
+                  0)
+            << command;
+        const std::string text = Content("loaded");
+        EXPECT_NE(text.find("file=libc.so"), std::string::npos);
+        std::string found;
+        for (const char* const library : {"libQt6Core", "libqoffscreen", "libTKernel"})
+            if (text.find(std::string("file=") + library) != std::string::npos ||
+                text.find(std::string("/") + library + ".so") != std::string::npos)
+                found += std::string(" ") + library;
+        return found;
+    };
+    for (const char* const command :
+         {"--help", "new -o n.cam 'R MS 180 0 10' 'F MS 180 10 0'", "calc e.cam -o c.cam", "show e.cam",
+          "table e.cam --vars 1,2", "check e.cam", "fft e.cam --var 1 -o f.cam", "convert e.cam -o b.cam --format 8",
+          "export e.cam spreadsheet -o e.txt", "report e.cam -o r.txt", "cad e.cam --as dxf -o e.dxf"})
+        EXPECT_EQ(loads(command), "") << command;
+    for (const char* const command : {"plot e.cam --vars 1 -o p.png", "draw e.cam -o d.svg", "report e.cam -o r.pdf",
+                                      "cad e.cam --as pdf -o s.pdf"})
+        EXPECT_EQ(loads(command), " libQt6Core libqoffscreen") << command;
+    EXPECT_EQ(loads("cad e.cam --as step --thickness 10 -o e.step"), " libTKernel");
+}
+
+TEST_F(Process, a_tool_without_its_libraries_tells_it_and_does_all_else)
+{
+    ASSERT_EQ(Shell("$cli example 'Double Dwell' -o e.cam && cp \"$cli\" alone && echo older >p.png"), 0);
+    // The user's folder of the moment is none that libraries are taken from.
+    ASSERT_EQ(Shell("cp /dev/null lobemax_drawing.so; cp /dev/null lobemax_solid.so"), 0);
+    EXPECT_EQ(Shell("./alone table e.cam --vars 1 -o t.txt"), 0) << Content("err.txt");
+    EXPECT_EQ(Shell("./alone plot e.cam --vars 1 -o p.png"), 1);
+    EXPECT_TRUE(Content("err.txt").starts_with(
+        "lobemax-cli: 'p.png' cannot be written: a part of the program cannot be loaded: lobemax_drawing.so: "))
+        << Content("err.txt");
+    EXPECT_EQ(Content("err.txt").find("too short"), std::string::npos) << "the empty file was taken";
+    EXPECT_EQ(Content("p.png"), "older\n");
+    EXPECT_EQ(Shell("./alone cad e.cam --as pdf -o s.pdf"), 1);
+    EXPECT_TRUE(Content("err.txt").starts_with("lobemax-cli: No sheet can be drawn: a part of the program"))
+        << Content("err.txt");
+    EXPECT_EQ(Shell("./alone cad e.cam --as step --thickness 10 -o s.step"), 1);
+    EXPECT_TRUE(Content("err.txt").starts_with("lobemax-cli: No solid can be made: a part of the program"))
+        << Content("err.txt");
+    EXPECT_FALSE(Exists("s.pdf") || Exists("s.step"));
+}
+
 }  // namespace
 }  // namespace lobemax

@@ -34,7 +34,7 @@ protected:
     {
         Text_Sink sink;
         Record_Writer writer(design, sink);
-        writer.Bare(value);
+        writer.Bare({&value, 1});
         writer.Flush();
         return sink.Text();
     }
@@ -64,6 +64,26 @@ protected:
     }
     Script user_;
 };
+
+/// However many: blocks and buffers end inside of rows.
+TEST_F(Record_Archive, a_row_is_its_numbers_a_line_each)
+{
+    std::string expected;
+    std::vector<Single> row;
+    for (const std::size_t count : {0, 1, 15, 16, 17, 32, 33, 20000}) {
+        row.clear();
+        expected.clear();
+        for (std::size_t i = 0; i < count; ++i) {
+            row.emplace_back(std::ldexp(i % 2 == 0 ? -1.0000001 : 3.1415927, static_cast<int>(i % 200) - 100));
+            expected += Shortest(row.back()) + "\r\n";
+        }
+        Text_Sink sink;
+        Record_Writer writer(design, sink);
+        writer.Bare(row);
+        writer.Flush();
+        ASSERT_EQ(sink.Text(), expected) << count;
+    }
+}
 
 TEST_F(Record_Archive, a_bare_number_is_the_shortest_text_that_gives_the_same_single_back)
 {

@@ -149,7 +149,7 @@ TEST_F(Cad_Sheets, a_page_of_the_file_measures_what_it_says)
     for (const char* const scale : {"1:1", "1:2"}) {
         const Cad_Sheet sheet = Outline({{"scale", scale}});
         const paint::Sheet_Layout layout = paint::Lay_Out(sheet);
-        ASSERT_EQ(paint::Write_Cad(Made(sheet), Place("cam.pdf")).refusal, "");
+        ASSERT_EQ(Write_Cad(Made(sheet), Place("cam.pdf"), paint::Make_Sheet).refusal, "");
         const QImage page = Rendered(Place("cam.pdf"));
         ASSERT_FALSE(page.isNull());
         EXPECT_NEAR(page.width() / per_mm, 420.0, 0.3);  // a page has whole points
@@ -237,7 +237,7 @@ TEST_F(Cad_Sheets, a_table_too_long_for_the_paper_is_refused_with_what_it_holds)
     EXPECT_EQ(paint::Lay_Out(Sheet_of({{"paper", "A1"}, {"every", "1"}})).refusal, "");
     // A refused sheet leaves no file.
     const Made_Cad made = Made(Sheet_of({{"paper", "A4"}, {"every", "2"}}));
-    EXPECT_EQ(paint::Write_Cad(made, Place("no.pdf")).refusal, a4.refusal);
+    EXPECT_EQ(Write_Cad(made, Place("no.pdf"), paint::Make_Sheet).refusal, a4.refusal);
     EXPECT_FALSE(QFileInfo::exists(QString::fromStdString(Place("no.pdf"))));
 }
 
@@ -245,10 +245,10 @@ TEST_F(Cad_Sheets, the_same_sheet_gives_the_same_bytes_and_the_text_tells_paper_
 {
     Truth_Maker().Make();
     const Made_Cad made = Made(Sheet_of({{"bore", "20"}}));
-    const paint::Written_Cad written = paint::Write_Cad(made, Place("a.pdf"));
+    const Written_Cad written = Write_Cad(made, Place("a.pdf"), paint::Make_Sheet);
     EXPECT_EQ(written.text_path, Place("a.txt"));
     const std::string first = Content(Place("a.pdf"));
-    paint::Write_Cad(made, Place("b.pdf"));
+    Write_Cad(made, Place("b.pdf"), paint::Make_Sheet);
     EXPECT_FALSE(first.empty());
     EXPECT_EQ(Content(Place("b.pdf")), first);
     EXPECT_NE(Content(Place("a.txt")).find("Sheet: A3, scale 1:1"), std::string::npos);
