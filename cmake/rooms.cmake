@@ -11,9 +11,8 @@ add_library(lobemax_options INTERFACE)
 target_compile_options(lobemax_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
-  $<$<CXX_COMPILER_ID:GNU>:-fno-tree-slp-vectorize>
+  $<$<CXX_COMPILER_ID:GNU>:-fno-tree-slp-vectorize -fno-semantic-interposition>
   -ffp-contract=off)
-target_link_libraries(lobemax_options INTERFACE sleef)
 if(LOBEMAX_HARDEN)
   # Told explicitly, whatever the distribution's compiler does by itself. _FORTIFY_SOURCE has its checks from -O1 on.
   include(CheckPIESupported)
