@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <span>
 
 #include "core/design_state.h"
@@ -291,14 +290,22 @@ Torque_Pulses Torque_Areas(const Design_State& design)
     return pulses;
 }
 
-/// Whether no area can leave the 32-bit numbers: nothing is to be told of them.
-bool Areas_Fit(const Design_State& design)
+/// A row times a factor, all of it or up to the first product that is no finite Single.
+/// @return how many were stored
+std::size_t Scale(double factor, std::span<const Single> row, std::span<Single> to)
 {
-    const int last = Last_Point(design);
-    const Extremes torque = MaxMin2(design.results.CalcData, var::Torque, 0, last);
-    const double most = std::max(std::abs(torque.largest), std::abs(torque.smallest));
-    const double turn = std::abs(last * design.motion.Deltatheta);
-    return 4.0 * most * std::max(1.0, turn) < double{std::numeric_limits<float>::max()};
+    const Status_Kept status;
+    return Kernels_in_Use<Force_Kernels>().scaled(factor, Bits(row), Bits(to), 0, row.size());
+}
+
+/// Whether no area of the torque can leave the 32-bit numbers, so that there is nothing to tell of them: an excess is
+/// at most twice the largest torque, and all trapezoids together at most a turn of it. With a factor of 2 to spare.
+/// @param work  as long as the row, overwritten
+bool Areas_Fit(const Design_State& design, std::span<Single> work)
+{
+    const double turn = std::abs(design.motion.Deltatheta * static_cast<double>(work.size()));
+    const auto torque = design.results.CalcData.Points(var::Torque).first(work.size());
+    return Scale(4.0 * std::max(1.0, turn), torque, work) == work.size();
 }
 
 /// The flywheel torque, row 16 from point 1.
@@ -308,13 +315,8 @@ void Fill_Flywheel(Design_State& design)
     const auto last = static_cast<std::size_t>(Last_Point(design));
     const auto torque = design.results.CalcData.Points(var::Torque).subspan(1, last);
     const auto flywheel = design.results.CalcData.Points(var::Flywheel_Torque).subspan(1, last);
-    const auto by_lanes = Kernels_in_Use<Force_Kernels>().scaled;
-    Run_Points(
-        last,
-        [&](std::size_t first, std::size_t count) {
-            return by_lanes(fluctuation, Bits(torque), Bits(flywheel), first, count);
-        },
-        [&](std::size_t i) { flywheel[i] = fluctuation * torque[i]; });
+    if (const std::size_t i = Scale(fluctuation, torque, flywheel); i < last)
+        flywheel[i] = fluctuation * torque[i];  // the fault
 }
 
 }  // namespace
@@ -372,8 +374,8 @@ bool Calc_Force_Torque(Design_State& design)
         const Extremes extremes = MaxMin2(data, var::Torque_Integral, 0, last);
         design.dynamics.Torque_Integral_Max = extremes.largest;
         design.dynamics.Torque_Integral_Min = extremes.smallest;
-        if (!Areas_Fit(design))
-            Torque_Areas(design);  // who shows them works them out; here it can only fault
+        if (!Areas_Fit(design, torque))
+            Torque_Areas(design);  // for their fault alone: who shows the areas works them out
         Fill_Flywheel(design);
         Reach(design, Mark::forces);
     });
