@@ -41,10 +41,8 @@ public:
                   .tells_of_none = design.cam.Closure == "Force" && design.dynamics.Model_Type != 1,
                   .weight = design.dynamics.Follower_Weight};
         line_ = {.m = m, .length = size_, .flat = flat, .R2 = R2};
-        crowned_ = {.m = m,
-                    .R2 = R2,
-                    .R3 = size_,
-                    .D = R2 == 0.0 || size_ == 0.0 ? 0.0 : Rounded(1.0 / R2 - 1.0 / size_)};
+        crowned_ = {
+            .m = m, .R2 = R2, .R3 = size_, .D = R2 == 0.0 || size_ == 0.0 ? 0.0 : Rounded(1.0 / R2 - 1.0 / size_)};
         kind_ = flat                                          ? Kind::line
                 : roller && roller_type == cylindrical_roller ? Kind::line
                 : roller && roller_type == crowned_roller     ? Kind::crowned

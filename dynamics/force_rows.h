@@ -29,10 +29,6 @@ struct Force_Kernels {
     std::size_t (*forces)(const formulas::Rigid_Train&, const Force_Rows&, const Choices&, std::size_t first,
                           std::size_t count);
 
-    /// Trapezoids of the torque, each sum rounded to 32 bits, from the sum at the point before first on. Returns the
-    /// first point whose sum is no finite Single, or count.
-    std::size_t (*integral)(double step, const float* torque, float* integral, std::size_t first, std::size_t count);
-
     /// A row times a factor. Returns the first point whose product is no finite Single, or count.
     std::size_t (*scaled)(double factor, const float* row, float* to, std::size_t first, std::size_t count);
 };

@@ -168,21 +168,24 @@ private:
     double F_ = 0.0;
 };
 
-/// Integral of this run's torque over the angle in degrees, by trapezoids from point 1, straight into its row.
+/// Integral of this run's torque over the angle in degrees, by trapezoids from point 1, straight into its row; and its
+/// extremes. Each sum is rounded, so that one waits for the other.
 void Integrate(Design_State& design, std::span<const Single> torque)
 {
     const double step = design.motion.Deltatheta;
     const auto integral = design.results.CalcData.Points(var::Torque_Integral).first(torque.size());
     std::fill(integral.begin(), integral.end(), Single{});
-    if (torque.size() <= 2)
-        return;
-    const auto by_lanes = Kernels_in_Use<Force_Kernels>().integral;
-    Run_Points(
-        torque.size() - 2,
-        [&](std::size_t first, std::size_t count) {
-            return by_lanes(step, Bits(torque), Bits(integral), first + 2, count + 2) - 2;
-        },
-        [&](std::size_t k) { integral[k + 2] = integral[k + 1] + (torque[k + 1] + torque[k + 2]) / 2 * step; });
+    Single sum;
+    Single largest;
+    Single smallest;
+    for (std::size_t i = 2; i < torque.size(); ++i) {
+        sum += (torque[i - 1] + torque[i]) / 2 * step;
+        integral[i] = sum;
+        largest = std::max(largest, sum);
+        smallest = std::min(smallest, sum);
+    }
+    design.dynamics.Torque_Integral_Max = largest;
+    design.dynamics.Torque_Integral_Min = smallest;
 }
 
 /// Runs of the torque above and below its mean; zero counts as above.
@@ -371,9 +374,6 @@ bool Calc_Force_Torque(Design_State& design)
         if (!Force_Run(design, train, torque).All_Points())
             return;
         Integrate(design, torque);
-        const Extremes extremes = MaxMin2(data, var::Torque_Integral, 0, last);
-        design.dynamics.Torque_Integral_Max = extremes.largest;
-        design.dynamics.Torque_Integral_Min = extremes.smallest;
         if (!Areas_Fit(design, torque))
             Torque_Areas(design);  // for their fault alone: who shows the areas works them out
         Fill_Flywheel(design);
