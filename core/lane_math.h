@@ -265,7 +265,7 @@ private:
     template <class... Value>
     std::size_t Store_Rounded(Mask fine, const Value&... values) const
     {
-        const Mask good = (fine & ... & values.value.Finite());
+        const Mask good = (fine && ... && values.value.Finite());
         constexpr unsigned all = (1U << lane_count) - 1U;
         const unsigned bad = ~Bits_of(good) & all;
         if (whole && bad == 0U) [[likely]] {

@@ -169,8 +169,7 @@ TEST_F(Stress_Lanes, a_negative_radicand_takes_the_half_width_of_the_point_befor
 
 TEST_F(Stress_Lanes, an_ellipse_without_its_difference_takes_that_of_the_point_before)
 {
-    // 1/31 - 1/23.25 is -1/93: the radicand is the square of nothing, and rounding takes it just below zero. There the
-    // pressures are those of a point with the same sum of curvatures and the difference of the point before.
+    // 1/31 - 1/23.25 is -1/93: the radicand is the square of nothing, and rounding takes it just below zero.
     design.cam.Follow_Rad = 31.0;
     for (const std::vector<int>& points : odd_points) {
         Row_Bits reference;
@@ -187,7 +186,7 @@ TEST_F(Stress_Lanes, an_ellipse_without_its_difference_takes_that_of_the_point_b
         }
         for (std::size_t k = 1; k < points.size(); ++k)
             if (points[k] == points[k - 1] + 1) {
-                EXPECT_EQ(Data(var::Sigma_Max, points[k]), Data(var::Sigma_Max, points[k - 1]));
+                EXPECT_EQ(Data(var::Sigma_Max, points[k]), Data(var::Sigma_Max, points[k - 1]));  // the same difference
             }
     }
 }
