@@ -53,19 +53,21 @@ inline unsigned Bits_of(bool mask)
 #if LOBEMAX_LANES == 2
 #define LOBEMAX_SLEEF(name) Sleef_cinz_##name##d2_u10sse2
 using Raw = __m128d;
+using Raw_Floats = __m128;  // the lower half of it
 using Raw_Circular = Sleef___m128d_2;
 #elif LOBEMAX_LANES == 4
 #define LOBEMAX_SLEEF(name) Sleef_cinz_##name##d4_u10avx
 using Raw = __m256d;
+using Raw_Floats = __m128;
 using Raw_Circular = Sleef___m256d_2;
 #elif LOBEMAX_LANES == 8
 #define LOBEMAX_SLEEF(name) Sleef_cinz_##name##d8_u10avx512fnofma
 using Raw = __m512d;
+using Raw_Floats = __m256;
 using Raw_Circular = Sleef___m512d_2;
 #else
 #error "LOBEMAX_LANES is 1, 2, 4 or 8"
 #endif
-typedef float Raw_Floats __attribute__((vector_size(4 * LOBEMAX_LANES)));
 typedef int Raw_Ints __attribute__((vector_size(4 * LOBEMAX_LANES)));
 typedef long long Raw_Mask __attribute__((vector_size(8 * LOBEMAX_LANES)));
 
@@ -152,9 +154,31 @@ inline Lanes Floor(Lanes x)
     return Lanes(_mm512_maskz_roundscale_pd(0xFF, x.v, _MM_FROUND_TO_NEG_INF | _MM_FROUND_NO_EXC));
 #endif
 }
+/// Between doubles and 32-bit numbers, by the instructions themselves: GCC 12 makes two halves of a conversion of
+/// vectors that it is told in its own words.
+inline Raw_Floats Narrowed(Lanes x)
+{
+#if LOBEMAX_LANES == 2
+    return _mm_cvtpd_ps(x.v);
+#elif LOBEMAX_LANES == 4
+    return _mm256_cvtpd_ps(x.v);
+#else
+    return _mm512_maskz_cvtpd_ps(0xFF, x.v);
+#endif
+}
+inline Lanes Widened(Raw_Floats x)
+{
+#if LOBEMAX_LANES == 2
+    return Lanes(_mm_cvtps_pd(x));
+#elif LOBEMAX_LANES == 4
+    return Lanes(_mm256_cvtps_pd(x));
+#else
+    return Lanes(_mm512_maskz_cvtps_pd(0xFF, x));
+#endif
+}
 inline Lanes Rounded(Lanes x)
 {
-    return Lanes((Raw) __builtin_convertvector(__builtin_convertvector(x.v, Raw_Floats), Raw));
+    return Widened(Narrowed(x));
 }
 inline Mask Finite(Lanes x)
 {
@@ -163,9 +187,13 @@ inline Mask Finite(Lanes x)
 
 inline Lanes Load_Lanes(const float* from)
 {
-    Raw_Floats floats;
-    __builtin_memcpy(&floats, from, sizeof floats);
-    return Lanes((Raw) __builtin_convertvector(floats, Raw));
+#if LOBEMAX_LANES == 2
+    return Widened(_mm_loadl_pi(_mm_setzero_ps(), reinterpret_cast<const __m64*>(from)));
+#elif LOBEMAX_LANES == 4
+    return Widened(_mm_loadu_ps(from));
+#else
+    return Widened(_mm256_loadu_ps(from));
+#endif
 }
 /// Bit k of the answer is lane k of the mask.
 inline unsigned Bits_of(Mask mask)
@@ -180,9 +208,18 @@ inline unsigned Bits_of(Mask mask)
 }
 /// Lanes rounded into 32 bits.
 struct Stored_Lanes {
-    explicit Stored_Lanes(Lanes x) : value(__builtin_convertvector(x.v, Raw_Floats)) {}
-    Mask Finite() const { return Abs(Lanes((Raw) __builtin_convertvector(value, Raw))) <= double{__FLT_MAX__}; }
-    void Store(float* to) const { __builtin_memcpy(to, &value, sizeof value); }
+    explicit Stored_Lanes(Lanes x) : value(Narrowed(x)) {}
+    Mask Finite() const { return Abs(Widened(value)) <= double{__FLT_MAX__}; }
+    void Store(float* to) const
+    {
+#if LOBEMAX_LANES == 2
+        _mm_storel_pi(reinterpret_cast<__m64*>(to), value);
+#elif LOBEMAX_LANES == 4
+        _mm_storeu_ps(to, value);
+#else
+        _mm256_storeu_ps(to, value);
+#endif
+    }
     Raw_Floats value;
 };
 

@@ -8,15 +8,19 @@
 
 #include "core/design_state.h"
 #include "core/ladder.h"
+#include "core/lanes.h"
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/text.h"
 #include "core/traps.h"
 #include "core/units.h"
+#include "dynamics/force_rows.h"
 
 namespace lobemax {
 
 namespace {
+
+using formulas::Rigid_Train;
 
 constexpr int abort_answer = 3;
 constexpr int retry_answer = 4;
@@ -48,62 +52,26 @@ void Find_Frequencies(Design_State& design)
     d.Omega_D = rounding ? 0.0 : Sqr(radicand);
 }
 
-/// What does not change from point to point.
-struct Train {
-    const Design_State& design;
+Rigid_Train Train_of(const Design_State& design, double S_min)
+{
     const Dynamics_Group& d = design.dynamics;
-    int base = design.motion.Time_Base;
-    double omega = design.motion.Shaft_speed;
-    double divisor = Length_Divisor(design);
-    bool translating = design.cam.Translating;
-    double arm = design.cam.ArmRad;
-    double S_min = 0.0;
-    double b = design.dynamics.Bearing_Radius / divisor;
-    double r_p = (design.cam.Camtype == "Radial" ? double{design.cam.Prime_Rad} : 0.0) / divisor;
-    bool force_closed = design.cam.Closure == "Force";
-    bool external = design.dynamics.Ext_Force_Add && design.flags.Ext_Force_Calc;
-    int followtype = design.cam.Followtype;
-
-    double Length(double motion) const { return (translating ? motion : motion * Rad_per_Deg * arm) / divisor; }
-    /// Force of spring, damper and mass; a time base of no kind keeps the former one.
-    double Force(double s, double v, double a, double former) const
-    {
-        const double spring = s * d.Return_Spring_Rate + d.Preload;
-        switch (base) {
-        case 1:
-            return spring + v * d.Damping + d.Mass * a;
-        case 2:  // a single factor of 180 over pi on the acceleration, and meant
-            return omega * omega * (d.Mass * a * 180 / PI) + (v * d.Damping * 180 / PI) * omega + spring;
-        case 3:
-            return omega * omega * (d.Mass * a) + v * d.Damping * omega + spring;
-        default:
-            return former;
-        }
-    }
-    /// Torque that drives the follower: power over shaft speed.
-    double Torque(double F, double v, double former) const
-    {
-        switch (base) {
-        case 1:
-            return F * v / omega;
-        case 2:
-            return F * v * 180 / PI;
-        case 3:
-            return F * v;
-        default:
-            return former;
-        }
-    }
-    double Friction(double Fc, double Fs, double s, double former) const
-    {
-        const double journal = std::abs(d.Mu_of_Shaft * Fc * b);
-        if (followtype == 1)
-            return std::abs(d.Mu_of_Follower * Fc * (s + r_p)) + journal;
-        if (followtype == 2)
-            return std::abs(d.Mu_of_Follower * Fs * (s + r_p)) + journal;
-        return former;
-    }
-};
+    const double divisor = Length_Divisor(design);
+    return {.base = design.motion.Time_Base,
+            .omega = design.motion.Shaft_speed,
+            .divisor = divisor,
+            .translating = design.cam.Translating,
+            .arm = design.cam.ArmRad,
+            .S_min = S_min,
+            .mass = d.Mass,
+            .damping = d.Damping,
+            .spring_rate = d.Return_Spring_Rate,
+            .preload = d.Preload,
+            .mu_follower = d.Mu_of_Follower,
+            .mu_shaft = d.Mu_of_Shaft,
+            .b = d.Bearing_Radius / divisor,
+            .r_p = (design.cam.Camtype == "Radial" ? double{design.cam.Prime_Rad} : 0.0) / divisor,
+            .followtype = design.cam.Followtype};
+}
 
 /// @return false when the user's abort takes effect
 bool Separation(Design_State& design, double theta)
@@ -119,53 +87,105 @@ bool Separation(Design_State& design, double theta)
     return true;
 }
 
-/// @return false when the user aborted
-bool Run_Points(Design_State& design, const Train& train, std::span<Single> torque)
-{
-    Results_Group& r = design.results;
-    const auto theta = r.CalcData.Points(var::Angle);
-    const auto S = r.CalcData.Points(var::S);
-    const auto V = r.CalcData.Points(var::V);
-    const auto A = r.CalcData.Points(var::A);
-    const auto Phi = r.CalcData.Points(var::Phi);
-    const auto force = r.CalcData.Points(var::Force);
-    const auto total = r.CalcData.Points(var::Torque);
-    const auto friction = r.CalcData.Points(var::Friction_Torque);
-    const auto external = r.Ext_Force_Table.Points();
-    if (train.external && external.size() < torque.size())
-        throw Fault{out_of_bounds};
-    const bool fresh = design.dynamics.Torque_Start_Fresh;
-    double F = 0.0;
-    double T_f = 0.0;
-    for (std::size_t i = 0; i < torque.size(); ++i) {
-        const double phi = Phi[i] * Rad_per_Deg;
-        const double s = train.Length(S[i] - train.S_min);
-        const double v = train.Length(V[i]);
-        const double a = train.Length(A[i]);
-        F = train.Force(s, v, a, F);
-        force[i] = F;
-        if (train.external)
-            F += external[i];
-        const double Fs = std::abs(F * std::tan(phi));
-        const double Fc = F / std::cos(phi);
-        if (train.force_closed && Fc <= 0.0 && !Separation(design, theta[i]))
-            return false;
-        T_f = train.Friction(Fc, Fs, s, T_f);
-        friction[i] = T_f;
-        torque[i] = train.Torque(F, v, torque[i]);
-        total[i] = fresh ? double{torque[i]} : total[i] + torque[i];
+/// Force and torque at the points of the cycle.
+class Force_Run {
+public:
+    /// @param torque  of this run, all zero
+    Force_Run(Design_State& design, const Rigid_Train& train, std::span<Single> torque)
+        : design_(design), train_(train), torque_(torque)
+    {
+        if (!design.dynamics.Ext_Force_Add || !design.flags.Ext_Force_Calc)
+            return;
+        external_ = design.results.Ext_Force_Table.Points();
+        if (external_.size() < torque.size())
+            throw Fault{out_of_bounds};
     }
-    return true;
-}
 
-/// Integral of this run's torque over the angle in degrees, by trapezoids from point 1, straight into its row.
+    /// @return false when the user aborted
+    bool All_Points()
+    {
+        bool goes_on = true;
+        if (train_.base < 1 || train_.base > 3) {  // each force is that of the point before
+            for (std::size_t i = 0; i < torque_.size() && goes_on; ++i)
+                goes_on = Point(i);
+            return goes_on;
+        }
+        Run_Points(
+            torque_.size(),
+            [&](std::size_t first, std::size_t count) { return goes_on ? By_Lanes(first, count) : count; },
+            [&](std::size_t i) { goes_on = Point(i); });
+        return goes_on;
+    }
+
+private:
+    std::size_t By_Lanes(std::size_t first, std::size_t count) const
+    {
+        const Force_Rows rows{.S = Bits(S_),
+                              .V = Bits(V_),
+                              .A = Bits(A_),
+                              .Phi = Bits(Phi_),
+                              .external = external_.empty() ? nullptr : Bits(external_),
+                              .force = Bits(force_),
+                              .friction = Bits(friction_),
+                              .torque = Bits(torque_),
+                              .total = Bits(total_)};
+        const bool tells = force_closed_ && design_.flags.Separation_Answer != ignore_answer;
+        return Kernels_in_Use<Force_Kernels>().forces(train_, rows, {fresh_, tells}, first, count);
+    }
+
+    /// @return false when the user aborted
+    bool Point(std::size_t i)
+    {
+        const auto motion = train_.Motion_of(double{S_[i]}, double{V_[i]}, double{A_[i]});
+        F_ = train_.Force(motion, F_);
+        force_[i] = F_;
+        if (!external_.empty())
+            F_ += external_[i];
+        const auto load = train_.Load_of(F_, motion, double{Phi_[i]});
+        if (force_closed_ && load.separated && !Separation(design_, theta_[i]))
+            return false;
+        friction_[i] = load.friction;
+        torque_[i] = load.torque;
+        total_[i] = fresh_ ? double{torque_[i]} : total_[i] + torque_[i];
+        return true;
+    }
+
+    Design_State& design_;
+    const Rigid_Train& train_;
+    std::span<Single> torque_;
+    Table<Single>& data_ = design_.results.CalcData;
+    std::span<const Single> theta_ = data_.Points(var::Angle);
+    std::span<const Single> S_ = data_.Points(var::S);
+    std::span<const Single> V_ = data_.Points(var::V);
+    std::span<const Single> A_ = data_.Points(var::A);
+    std::span<const Single> Phi_ = data_.Points(var::Phi);
+    std::span<const Single> external_;  // none where no external force is added
+    std::span<Single> force_ = data_.Points(var::Force);
+    std::span<Single> total_ = data_.Points(var::Torque);
+    std::span<Single> friction_ = data_.Points(var::Friction_Torque);
+    bool fresh_ = design_.dynamics.Torque_Start_Fresh;
+    bool force_closed_ = design_.cam.Closure == "Force";
+    double F_ = 0.0;
+};
+
+/// Integral of this run's torque over the angle in degrees, by trapezoids from point 1, straight into its row; and its
+/// extremes. Each sum is rounded, so that one waits for the other.
 void Integrate(Design_State& design, std::span<const Single> torque)
 {
     const double step = design.motion.Deltatheta;
     const auto integral = design.results.CalcData.Points(var::Torque_Integral).first(torque.size());
     std::fill(integral.begin(), integral.end(), Single{});
-    for (std::size_t i = 2; i < torque.size(); ++i)
-        integral[i] = integral[i - 1] + (torque[i - 1] + torque[i]) / 2 * step;
+    Single sum;
+    Single largest;
+    Single smallest;
+    for (std::size_t i = 2; i < torque.size(); ++i) {
+        sum += (torque[i - 1] + torque[i]) / 2 * step;
+        integral[i] = sum;
+        largest = std::max(largest, sum);
+        smallest = std::min(smallest, sum);
+    }
+    design.dynamics.Torque_Integral_Max = largest;
+    design.dynamics.Torque_Integral_Min = smallest;
 }
 
 /// Runs of the torque above and below its mean; zero counts as above.
@@ -252,12 +272,11 @@ std::vector<std::string> Pulse_Lines(const Design_State& design, const Torque_Pu
     return lines;
 }
 
-/// Mean and areas of the torque, without their lines, and the flywheel torque row; allocates nothing.
-Torque_Pulses Torque_Areas(Design_State& design)
+/// Mean and areas of the torque, without their lines; allocates nothing.
+Torque_Pulses Torque_Areas(const Design_State& design)
 {
-    Table<Single>& data = design.results.CalcData;
     const auto last = static_cast<std::size_t>(Last_Point(design));
-    const auto torque = data.Points(var::Torque);
+    const auto torque = design.results.CalcData.Points(var::Torque);
     Torque_Pulses pulses;
     double sum = 0.0;
     for (std::size_t i = 1; i <= last; ++i)
@@ -271,10 +290,36 @@ Torque_Pulses Torque_Areas(Design_State& design)
         before = w;
     }
     counter.Finish();
-    const auto flywheel = data.Points(var::Flywheel_Torque);
-    for (std::size_t i = 1; i <= last; ++i)
-        flywheel[i] = design.dynamics.Coeff_of_Fluctuation * torque[i];
     return pulses;
+}
+
+/// A row times a factor, all of it or up to the first product that is no finite Single.
+/// @return how many were stored
+std::size_t Scale(double factor, std::span<const Single> row, std::span<Single> to)
+{
+    const Status_Kept status;
+    return Kernels_in_Use<Force_Kernels>().scaled(factor, Bits(row), Bits(to), 0, row.size());
+}
+
+/// Whether no area of the torque can leave the 32-bit numbers, so that there is nothing to tell of them: an excess is
+/// at most twice the largest torque, and all trapezoids together at most a turn of it. With a factor of 2 to spare.
+/// @param work  as long as the row, overwritten
+bool Areas_Fit(const Design_State& design, std::span<Single> work)
+{
+    const double turn = std::abs(design.motion.Deltatheta * static_cast<double>(work.size()));
+    const auto torque = design.results.CalcData.Points(var::Torque).first(work.size());
+    return Scale(4.0 * std::max(1.0, turn), torque, work) == work.size();
+}
+
+/// The flywheel torque, row 16 from point 1.
+void Fill_Flywheel(Design_State& design)
+{
+    const double fluctuation = design.dynamics.Coeff_of_Fluctuation;
+    const auto last = static_cast<std::size_t>(Last_Point(design));
+    const auto torque = design.results.CalcData.Points(var::Torque).subspan(1, last);
+    const auto flywheel = design.results.CalcData.Points(var::Flywheel_Torque).subspan(1, last);
+    if (const std::size_t i = Scale(fluctuation, torque, flywheel); i < last)
+        flywheel[i] = fluctuation * torque[i];  // the fault
 }
 
 }  // namespace
@@ -323,17 +368,15 @@ bool Calc_Force_Torque(Design_State& design)
         const auto torque = std::span(work).first(static_cast<std::size_t>(last + 1));
         f.Calc_Abort = false;
         Find_Frequencies(design);
-        Train train{design};
-        train.S_min = MaxMin2(data, var::S, 0, last).smallest;
+        const Rigid_Train train = Train_of(design, MaxMin2(data, var::S, 0, last).smallest);
         f.Separated = false;
         f.Separation_Answer = retry_answer;
-        if (!Run_Points(design, train, torque))
+        if (!Force_Run(design, train, torque).All_Points())
             return;
         Integrate(design, torque);
-        const Extremes extremes = MaxMin2(data, var::Torque_Integral, 0, last);
-        design.dynamics.Torque_Integral_Max = extremes.largest;
-        design.dynamics.Torque_Integral_Min = extremes.smallest;
-        Torque_Areas(design);
+        if (!Areas_Fit(design, torque))
+            Torque_Areas(design);  // for their fault alone: who shows the areas works them out
+        Fill_Flywheel(design);
         Reach(design, Mark::forces);
     });
     return no_fault && f.Dynamicflag;
@@ -344,6 +387,7 @@ Torque_Pulses Show_Torque_Areas(Design_State& design)
     Torque_Pulses pulses;
     Trap("Show_Torque_Areas", [&] {
         pulses = Torque_Areas(design);
+        Fill_Flywheel(design);
         pulses.lines = Pulse_Lines(design, pulses);
     });
     return pulses;
