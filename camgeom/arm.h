@@ -5,6 +5,7 @@
 /// degrees. Equations are those of docs/theory.md, 7 and 8, which also say where they leave mechanics and how far.
 #pragma once
 
+#include "camgeom/size_formulas.h"
 #include "core/basic_types.h"
 
 namespace lobemax {
@@ -14,9 +15,9 @@ struct Design_State;
 /// 1, 0 or -1 by the sign of x.
 double Sgn(double x);
 
-/// Velocity of an arm, from the units of Time_Base and degrees of swing to radians per radian of cam. (61)
-/// Infinite for a shaft speed of zero in the seconds base.
-double Arm_Velocity(const Design_State& design, double v);
+/// What brings the velocity of an arm from the units of Time_Base and degrees of swing to radians per radian of cam.
+/// (61) Infinite for a shaft speed of zero in the seconds base.
+formulas::Scale Arm_Velocity(const Design_State& design);
 
 /// Divisors of motion between end effector and follower at a point: 1 unless the end effector is driven, and 1 where
 /// the stored ratio is exactly zero. Section 5, (63). @throws Fault{9} for a point beyond the ratios
@@ -73,9 +74,17 @@ struct Flat_Contact {
 };
 bool Flat_Osc_Contact(Design_State& design, int i, double ArmX, double ArmY, Flat_Contact& contact);
 
+/// The same for all points: what is constant over the cycle. @return as Flat_Osc_Contact
+bool Flat_Osc_Motion(Design_State& design, double ArmX, double ArmY, formulas::Flat_Contact_Motion& contact);
+
 /// The angle of an axial cam's arm at zero displacement, degrees: its roller ArmY above the pivot, on the side of the
 /// cam. (88). Math_Error where the arm is shorter.
 double Axial_Rest_Angle(Design_State& design, double ArmX, double ArmY, double ArmRad);
+
+/// The arm of an axial cam for all points. @return false, with Calc_Error, for an arm of zero; Calc_Error is cleared
+/// otherwise
+bool Axial_Osc_Motion(Design_State& design, double prime, double ArmX, double ArmY, double ArmRad,
+                      formulas::Axial_Arm_Motion& arm);
 
 /// Pressure angle of a barrel or linear cam with an arm at point i: pivot ArmX, ArmY, arm ArmRad. (88), (90)
 ///
@@ -88,6 +97,9 @@ struct Axial_Phi {
     double arm = 0.0;  // degrees, arm angle
 };
 bool Axial_Osc_Phi(Design_State& design, int i, double ArmX, double ArmY, double ArmRad, Axial_Phi& point);
+/// The same for all points. @return as Axial_Osc_Motion
+bool Axial_Osc_Phi_Formula(Design_State& design, double ArmX, double ArmY, double ArmRad,
+                           formulas::Phi_Oscillating_Axial& phi);
 
 /// Radius of curvature of the same at point i. (91)
 ///
@@ -95,6 +107,9 @@ bool Axial_Osc_Phi(Design_State& design, int i, double ArmX, double ArmY, double
 /// other, some 15 % beside mechanics either way; section 7.5.
 /// @return as Axial_Osc_Phi
 bool Axial_Osc_Rho(Design_State& design, int i, double ArmX, double ArmY, double ArmRad, double& Rho);
+/// The same for all points. @return as Axial_Osc_Motion
+bool Axial_Osc_Rho_Formula(Design_State& design, double ArmX, double ArmY, double ArmRad,
+                           formulas::Rho_Oscillating_Axial& rho);
 
 /// Roller centre of a barrel or linear cam with an arm, at point i. (89), (104)
 ///

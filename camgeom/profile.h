@@ -27,33 +27,4 @@ void Set_Keyway_Angle(Design_State& design);
 /// docs/theory.md, (100), (101).
 void Set_Machine_Zero(Design_State& design);
 
-/// Contact point on the surface of a barrel or linear cam: Z, and Lambda in degrees. docs/theory.md, (102), (103).
-///
-/// With an arm the surface stands square to the stored track for Rotflag = ArmDirect = sgn(ArmX) only: meant, up to a
-/// roller radius out of place otherwise, where mechanics takes the normal of the track; a translating cam is exact.
-///
-/// @param sign          side of the roller, +1 or -1
-/// @param normal_angle  degrees, of the contact normal; an arm finds its own
-/// @return              false, with Calc_Error, for a prime radius of zero, after a message
-struct Axial_Surface {
-    double Z = 0.0;
-    double Lambda = 0.0;
-};
-bool Axial_Surface_Point(Design_State& design, double sign, int i, double Z, double Lambda, double normal_angle,
-                         double Follow_Rad, Axial_Surface& point);
-
-/// Surface point and cutter centre of a radial cam: both on the contact normal through the roller centre (X, Y), the
-/// surface a roller radius from it, the cutter the roller radius less its own. A cutter of the roller's size therefore
-/// runs on the roller centre's path, one of radius 0 on the surface. docs/theory.md, (95), (96). Zeros while Starting.
-///
-/// @param nu  degrees, direction of the normal; sign tells on which side the cam lies
-struct Surface_Cutter {
-    double Xs = 0.0;
-    double Ys = 0.0;
-    double Xc = 0.0;
-    double Yc = 0.0;
-};
-Surface_Cutter Surface_Cutter_Point(const Design_State& design, double sign, double X, double Y, double nu,
-                                    double radius, double Cutter);
-
 }  // namespace lobemax

@@ -8,7 +8,9 @@
 
 #include "camgeom/arm.h"
 #include "camgeom/profile.h"
+#include "camgeom/size_rows.h"
 #include "core/design_state.h"
+#include "core/lanes.h"
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/text.h"
@@ -20,118 +22,136 @@ namespace lobemax {
 namespace {
 
 constexpr double practically_infinite = 99999.0;
-constexpr double flat_curve = 100000.0;     // Rho where a translating axial cam does not curve
-constexpr double quarter_turn = 1.5707964;  // pi / 2 as a 32-bit number, which the arm's formula is built on: 7e-8 more
 
-/// The motion rows in force, each taken once.
+using namespace formulas;
+
+std::size_t Points_in_Use(const Design_State& design)
+{
+    return static_cast<std::size_t>(design.motion.Max_Data_Points_used + 1);
+}
+
+/// The motion rows in force.
 struct Motion_Rows {
     const Design_State& design;
     std::span<const Single> theta = design.results.CalcData.Points(var::Angle);
     std::span<const Single> s = design.results.CalcData.Points(design.flags.Polydyne_Calc ? 22 : var::S);
     std::span<const Single> v = design.results.CalcData.Points(design.flags.Polydyne_Calc ? 23 : var::V);
     std::span<const Single> a = design.results.CalcData.Points(design.flags.Polydyne_Calc ? 24 : var::A);
-    std::size_t count = static_cast<std::size_t>(design.motion.Max_Data_Points_used + 1);
+
+    Size_Rows For_Kernels() const
+    {
+        const Results_Group& r = design.results;
+        const bool driven = design.linkage.Drive_End_Effector;
+        const auto ratio = [&](const Row<Single>& row) { return driven ? Bits(row.Points()) : nullptr; };
+        return {.s = Bits(s),
+                .v = Bits(v),
+                .a = Bits(a),
+                .Phi = Bits(r.CalcData.Points(var::Phi)),
+                .ratio_S = ratio(r.Link_Ratio_S),
+                .ratio_V = ratio(r.Link_Ratio_V),
+                .ratio_A = ratio(r.Link_Ratio_A)};
+    }
 };
+
+/// Runs a formula over all points of a row; odd(i) works a point out that the kernel leaves.
+template <class Formula, class Odd>
+void Fill(const Formula& formula, Size_Kernels::Kernel<Formula> kernel, const Motion_Rows& m, std::span<Single> to,
+          const Odd& odd)
+{
+    const Size_Rows rows = m.For_Kernels();
+    Run_Points(
+        to.size(), [&](std::size_t first, std::size_t count) { return kernel(formula, rows, Bits(to), first, count); },
+        odd);
+}
+
+/// The point is stored by the formula itself, for the fault of a value that is no finite Single.
+template <class Formula, class... Row>
+auto By_Formula(const Formula& formula, std::span<Single> to, const Row&... rows)
+{
+    return [&formula, to, rows...](std::size_t i) { to[i] = formula(double{rows[i]}...); };
+}
 
 /// Velocity and acceleration per radian of cam, as the translating follower takes them: docs/theory.md, (60). In the
 /// degrees base the acceleration is scaled once only, which is meant: it undoes the single factor of the stored rows.
-struct Per_Radian {
-    const Design_State& design;
-    int base = design.motion.Time_Base;
-    double omega = design.motion.Shaft_speed;
-    double omega_sq = design.motion.Shaft_Speed_Sq;
+Scale Per_Radian(const Design_State& design, double per_second)
+{
+    const int base = design.motion.Time_Base;
+    return base == 1 ? Scale{1.0, per_second} : base == 2 ? Scale{180.0, PI} : Scale{};
+}
 
-    double V(double v) const { return base == 1 ? v / omega : base == 2 ? v * 180 / PI : v; }
-    double A(double a) const { return base == 1 ? a / omega_sq : base == 2 ? a * 180 / PI : a; }
-};
+Translating_Motion Translating(const Design_State& design)
+{
+    const Motion_Group& m = design.motion;
+    return {.conjugate = design.cam.Conjugate,
+            .lift = m.Liftmax,
+            .per_radian_V = Per_Radian(design, m.Shaft_speed),
+            .per_radian_A = Per_Radian(design, m.Shaft_Speed_Sq)};
+}
 
 /// The same for the curvature of a translating axial cam, over the prime radius. In the degrees base the factor stands
 /// the other way round than for the pressure angle: meant. Mechanics has 180 / pi as there; Rho comes out up to 3283
 /// times too large, and shows little but its limit. docs/theory.md, 6.3.
-struct Per_Axial_Radian {
-    const Design_State& design;
-    int base = design.motion.Time_Base;
-    double omega = design.motion.Shaft_speed;
-    double omega_sq = design.motion.Shaft_Speed_Sq;
-    double prime = design.cam.Prime_Rad;
-
-    double V(double v) const
-    {
-        return base == 1 ? v / (omega * prime) : base == 2 ? v * Rad_per_Deg / prime : v / prime;
-    }
-    double A(double a) const
-    {
-        return base == 1   ? a / (prime * prime * omega_sq)
-               : base == 2 ? a * Rad_per_Deg / (prime * prime)
-                           : a / (prime * prime);
-    }
-};
+Scale Per_Axial_Radian(const Design_State& design, double per_second, double prime)
+{
+    const int base = design.motion.Time_Base;
+    return base == 1 ? Scale{1.0, prime * per_second} : base == 2 ? Scale{Rad_per_Deg, prime} : Scale{1.0, prime};
+}
 
 /// Motion of an arm in degrees, brought to radians per radian of cam, for the curvature of a radial cam.
 /// docs/theory.md, (61).
-struct Arm_Per_Radian {
-    const Design_State& design;
-    int base = design.motion.Time_Base;
-    double omega = design.motion.Shaft_speed;
-    double omega_sq = design.motion.Shaft_Speed_Sq;
-
-    double V(double v) const { return base == 1 ? v * Rad_per_Deg / omega : base == 3 ? v * Rad_per_Deg : v; }
-    double A(double a) const { return base == 1 ? a * Rad_per_Deg / omega_sq : base == 3 ? a * Rad_per_Deg : a; }
-};
+Scale Arm_Per_Radian(const Design_State& design, double per_second)
+{
+    const int base = design.motion.Time_Base;
+    return base == 1 ? Scale{Rad_per_Deg, per_second} : base == 3 ? Scale{Rad_per_Deg, 1.0} : Scale{};
+}
 
 // ---- Phi by configuration
 
 /// Slope of the unrolled track, degrees. docs/theory.md, (72). A prime radius of zero gives +-90, or error 6 or 11.
-void Phi_Translating_Axial(const Design_State& design, const Motion_Rows& m, std::span<Single> Phi)
+void Fill_Phi_Translating_Axial(const Motion_Rows& m, std::span<Single> Phi)
 {
-    const Per_Radian per{design};
-    const double prime = design.cam.Prime_Rad;
-    for (std::size_t i = 0; i < m.count; ++i)
-        Phi[i] = std::atan(per.V(m.v[i]) / prime) * Deg_per_Rad;
+    const Phi_Translating_Axial formula{Translating(m.design).per_radian_V, m.design.cam.Prime_Rad};
+    Fill(formula, Kernels_in_Use<Size_Kernels>().phi_translating_axial, m, Phi, By_Formula(formula, Phi, m.v));
 }
 
 /// Angle between the stem and the contact normal, degrees; positive where a rise pushes the stem aside.
 /// docs/theory.md, (66). @throws Fault{5} for an offset above the prime radius
-void Phi_Translating_Roller(const Design_State& design, const Motion_Rows& m, std::span<Single> Phi)
+void Fill_Phi_Translating_Roller(const Motion_Rows& m, std::span<Single> Phi)
 {
-    const Cam_Group& c = design.cam;
-    const Per_Radian per{design};
-    const double Rp = Sqr(c.Prime_Rad * c.Prime_Rad - c.Offset * c.Offset);
-    const double offset = c.Offset;
-    const double lift = design.motion.Liftmax;
-    for (std::size_t i = 0; i < m.count; ++i) {
-        const double sp = c.Conjugate ? lift - m.s[i] : double{m.s[i]};
-        const double vn = per.V(c.Conjugate ? -m.v[i] : double{m.v[i]});
-        Phi[i] = std::atan((vn - offset) / (sp + Rp)) * Deg_per_Rad;
-    }
+    const Cam_Group& c = m.design.cam;
+    const Phi_Translating_Roller formula{.motion = Translating(m.design),
+                                         .offset = c.Offset,
+                                         .Rp = Sqr(c.Prime_Rad * c.Prime_Rad - c.Offset * c.Offset)};
+    Fill(formula, Kernels_in_Use<Size_Kernels>().phi_translating_roller, m, Phi, By_Formula(formula, Phi, m.s, m.v));
 }
 
-/// All points by Axial_Osc_Phi; one without an answer keeps what it had. docs/theory.md, (90).
-void Phi_Oscillating_Axial(Design_State& design, std::span<Single> Phi)
+/// docs/theory.md, (90); without an arm, or while Starting, the points keep what they had. The displacement is row 1
+/// also of a polydyne cam: meant, where mechanics has the polydyne cam's own row 22.
+void Fill_Phi_Oscillating_Axial(Design_State& design, Motion_Rows m, std::span<Single> Phi)
 {
     const Cam_Group& c = design.cam;
-    for (std::size_t i = 0; i < Phi.size(); ++i) {
-        Axial_Phi point;
-        if (Axial_Osc_Phi(design, static_cast<int>(i), c.ArmX, c.ArmY, c.ArmRad, point))
-            Phi[i] = point.Phi;
-    }
+    Phi_Oscillating_Axial formula;
+    if (design.flags.Starting || !Axial_Osc_Phi_Formula(design, c.ArmX, c.ArmY, c.ArmRad, formula))
+        return;
+    m.s = design.results.CalcData.Points(var::S);
+    Fill(formula, Kernels_in_Use<Size_Kernels>().phi_oscillating_axial, m, Phi, By_Formula(formula, Phi, m.s, m.v));
 }
 
 void Fill_Phi(Design_State& design, int type)
 {
     const Cam_Group& c = design.cam;
     const Motion_Rows m{design};
-    const auto Phi = design.results.CalcData.Points(var::Phi).first(m.count);
+    const auto Phi = design.results.CalcData.Points(var::Phi).first(Points_in_Use(design));
     const bool radial = c.Camtype == "Radial";
     if (!radial) {
         if (c.Translating)
-            Phi_Translating_Axial(design, m, Phi);
+            Fill_Phi_Translating_Axial(m, Phi);
         else
-            Phi_Oscillating_Axial(design, Phi);
+            Fill_Phi_Oscillating_Axial(design, m, Phi);
     } else if (type != 1) {
         std::fill(Phi.begin(), Phi.end(), Single{});
     } else if (c.Translating) {
-        Phi_Translating_Roller(design, m, Phi);
+        Fill_Phi_Translating_Roller(m, Phi);
     } else {
         Arm_Geometry(design);
         if (!design.flags.Calc_Error)
@@ -142,87 +162,110 @@ void Fill_Phi(Design_State& design, int type)
 // ---- Rho by configuration
 
 /// Curvature of the unrolled track, length; 100000 where it is straight. docs/theory.md, (73).
-void Rho_Translating_Axial(const Motion_Rows& m, std::span<Single> Rho)
+void Fill_Rho_Translating_Axial(const Motion_Rows& m, std::span<Single> Rho)
 {
-    constexpr double no_acceleration = 1E-7;
-    const Per_Axial_Radian per{m.design};
-    for (std::size_t i = 0; i < m.count; ++i) {
-        const double v = per.V(m.v[i]);
-        const double a = per.A(m.a[i]);
-        Rho[i] = std::abs(a) > no_acceleration ? -std::pow(1.0 + v * v, 1.5) / a : flat_curve;
-    }
+    const Motion_Group& motion = m.design.motion;
+    const double prime = m.design.cam.Prime_Rad;
+    const bool seconds = motion.Time_Base == 1;
+    const Rho_Translating_Axial formula{
+        .per_V = Per_Axial_Radian(m.design, motion.Shaft_speed, prime),
+        .per_A = seconds ? Scale{1.0, prime * prime * motion.Shaft_Speed_Sq}
+                         : Per_Axial_Radian(m.design, motion.Shaft_Speed_Sq, prime * prime)};
+    Fill(formula, Kernels_in_Use<Size_Kernels>().rho_translating_axial, m, Rho, By_Formula(formula, Rho, m.v, m.a));
 }
 
 /// Curvature under a flat face, length. docs/theory.md, (70).
-void Rho_Translating_Flat(const Design_State& design, const Motion_Rows& m, std::span<Single> Rho)
+void Fill_Rho_Translating_Flat(const Motion_Rows& m, std::span<Single> Rho)
 {
-    const Cam_Group& c = design.cam;
-    const Per_Radian per{design};
-    const double lift = design.motion.Liftmax;
-    for (std::size_t i = 0; i < m.count; ++i) {
-        const double sp = c.Conjugate ? lift - m.s[i] : double{m.s[i]};
-        const double an = per.A(c.Conjugate ? -m.a[i] : double{m.a[i]});
-        Rho[i] = sp + c.Prime_Rad + an;
-    }
+    const Rho_Translating_Flat formula{.motion = Translating(m.design), .prime = m.design.cam.Prime_Rad};
+    Fill(formula, Kernels_in_Use<Size_Kernels>().rho_translating_flat, m, Rho, By_Formula(formula, Rho, m.s, m.a));
 }
 
 /// Curvature of the roller centre's path, length. docs/theory.md, (68).
 ///
 /// The offset enters by the radius alone, and not as in the pressure angle: meant. Mechanics has docs/theory.md, (67);
 /// the difference is of the order of offset over prime radius.
-void Rho_Translating_Roller(const Design_State& design, const Motion_Rows& m, std::span<Single> Rho)
+void Fill_Rho_Translating_Roller(const Motion_Rows& m, std::span<Single> Rho)
 {
-    const Cam_Group& c = design.cam;
-    const Per_Radian per{design};
-    const double lift = design.motion.Liftmax;
-    for (std::size_t i = 0; i < m.count; ++i) {
-        const double r0 = c.Conjugate ? lift + c.Prime_Rad - m.s[i] : c.Prime_Rad + m.s[i];
-        Single radius;
-        Single angle;
-        Cart_to_Polar(r0, c.Offset, radius, angle);
-        const double r = radius;
-        const double vn = per.V(c.Side_Sign * m.v[i]);
-        const double an = per.A(c.Side_Sign * m.a[i]);
-        const double q = vn * vn + r * r;
-        Rho[i] = std::sqrt(q * q * q) / (vn * vn + vn * vn + r * r - r * an);
-    }
+    const Cam_Group& c = m.design.cam;
+    const Rho_Translating_Roller formula{
+        .motion = Translating(m.design), .side = double(c.Side_Sign), .prime = c.Prime_Rad, .offset = c.Offset};
+    Fill(formula, Kernels_in_Use<Size_Kernels>().rho_translating_roller, m, Rho,
+         By_Formula(formula, Rho, m.s, m.v, m.a));
 }
 
-/// All points by Axial_Osc_Rho; the user is asked at one without an answer. docs/theory.md, (91).
+/// docs/theory.md, (91); the user is asked at each point without an answer. The displacement is row 1 also of a
+/// polydyne cam, as for the pressure angle.
 /// @return false when the user cancelled
-bool Rho_Oscillating_Axial(Design_State& design, std::span<Single> Rho)
+bool Fill_Rho_Oscillating_Axial(Design_State& design, Motion_Rows m, std::span<Single> Rho)
 {
     const Cam_Group& c = design.cam;
-    for (std::size_t i = 0; i < Rho.size(); ++i) {
-        double value = 0.0;
-        if (Axial_Osc_Rho(design, static_cast<int>(i), c.ArmX, c.ArmY, c.ArmRad, value)) {
-            Rho[i] = value;
-            continue;
-        }
-        if (Show_Message("Hit Retry to continue or Cancel to Abort the calculation", Buttons::Retry_Cancel,
-                         Symbol::information) == Answer::Cancel)
-            return false;
+    Rho_Oscillating_Axial formula;
+    if (design.flags.Starting || !Axial_Osc_Rho_Formula(design, c.ArmX, c.ArmY, c.ArmRad, formula)) {
+        for (std::size_t i = 0; i < Rho.size(); ++i)
+            if (Show_Message("Hit Retry to continue or Cancel to Abort the calculation", Buttons::Retry_Cancel,
+                             Symbol::information) == Answer::Cancel)
+                return false;
+        return true;
     }
+    m.s = design.results.CalcData.Points(var::S);
+    Fill(formula, Kernels_in_Use<Size_Kernels>().rho_oscillating_axial, m, Rho, [&](std::size_t i) {
+        double value = 0.0;
+        Axial_Osc_Rho(design, static_cast<int>(i), c.ArmX, c.ArmY, c.ArmRad, value);
+        Rho[i] = value;
+    });
     return true;
 }
 
-/// Rho of a radial cam with an arm that stands still at a point, length: docs/theory.md, (82), (87) at rest.
+/// Rho of a radial cam with a roller on an arm that stands still at a point, length: docs/theory.md, (82).
 ///
-/// A roller has the distance of its centre from the cam's, meant: right in a dwell, while at an instant of rest with an
+/// The distance of the roller's centre from the cam's, meant: right in a dwell, while at an instant of rest with an
 /// acceleration mechanics has (80), 55.7 for 77.8 in section 7.3's design.
-double Rho_Standing(Design_State& design, int i, int type, double gd, double aa, double previous)
+double Rho_Standing(Design_State& design, int i, double gd, double previous)
 {
     const Cam_Group& c = design.cam;
-    if (type == 1) {
-        Arm_Place place;
-        const double delta = c.Arm_Pivot_Angle - c.Rotflag * design.results.CalcData(var::Angle, i);
-        return Arm_Position(design, gd, delta, place) ? place.R : previous;
+    Arm_Place place;
+    const double delta = c.Arm_Pivot_Angle - c.Rotflag * design.results.CalcData(var::Angle, i);
+    return Arm_Position(design, gd, delta, place) ? place.R : previous;
+}
+
+/// The curvature of a roller's cam point by point, from the first one on, for a cycle where a divisor vanishes or the
+/// arm has no place: Rho and the two factors of (81) keep the values of the point before there.
+void Keep_Rho_Oscillating_Roller(Design_State& design, const Rho_Oscillating_Roller& formula, const Motion_Rows& m,
+                                 std::span<Single> Rho)
+{
+    const auto Phi = design.results.CalcData.Points(var::Phi);
+    Rho_Oscillating_Roller::Factors<double> factors{0.0, 0.0};
+    double rho = 0.0;
+    for (std::size_t i = 0; i < Rho.size(); ++i) {
+        const Ratios ratio = Link_Ratios(design, static_cast<int>(i));
+        const auto at = formula.motion(double{m.s[i]}, double{m.v[i]}, double{m.a[i]}, ratio.S, ratio.V, ratio.A);
+        if (at.vv == 0.0) {
+            rho = Rho_Standing(design, static_cast<int>(i), at.gd, rho);
+        } else {
+            const Circular<double> ph = Sin_Cos(Phi[i] * Rad_per_Deg);
+            const double Q = formula.Q(std::sin(at.gd * Rad_per_Deg));
+            if (Q != 0.0)
+                factors = formula.Factors_of(ph, Q);
+            const double n = formula.Curvature(at, ph, factors);
+            if (n != 0.0)
+                rho = 1.0 / n;
+        }
+        Rho[i] = rho;
     }
-    Flat_Contact contact;
-    if (!Flat_Osc_Contact(design, i, c.ArmX, c.ArmY, contact))
-        return previous;
-    const double ad = contact.arm * Rad_per_Deg;
-    return (aa * std::cos(ad) + std::sin(ad)) * c.Arm_Pivot_Dist + c.Offset;
+}
+
+/// Leaves Arm_Work_Angle as the last point where the arm stands still has it.
+void Leave_Work_Angle(Design_State& design, const Radial_Arm_Motion& motion, const Motion_Rows& m)
+{
+    for (std::size_t i = Points_in_Use(design); i-- > 0;) {
+        const Ratios ratio = Link_Ratios(design, static_cast<int>(i));
+        const auto at = motion(double{m.s[i]}, double{m.v[i]}, double{m.a[i]}, ratio.S, ratio.V, ratio.A);
+        if (at.vv == 0.0) {
+            Rho_Standing(design, static_cast<int>(i), at.gd, 0.0);
+            return;
+        }
+    }
 }
 
 /// Rho of a radial cam with an arm, length: roller docs/theory.md, (81), flat face (87).
@@ -230,49 +273,34 @@ double Rho_Standing(Design_State& design, int i, int type, double gd, double aa,
 /// Meant, and not as mechanics has it: 1 - w in place of 1 - K w in (81), right for K = Rotflag ArmDirect = 1, else 10
 /// % beside on the unsafe side; (1 + w)^2 in place of (1 - w)^2 and a plus sign of the offset in (87), 12.05 for 48.21
 /// mm in section 7.4's design. Check a flat arm's cam by its surface.
-void Rho_Oscillating_Radial(Design_State& design, int type, const Motion_Rows& m, std::span<Single> Rho)
+void Fill_Rho_Oscillating_Radial(Design_State& design, int type, const Motion_Rows& m, std::span<Single> Rho)
 {
     const Cam_Group& c = design.cam;
     Arm_Geometry(design);
-    if (design.flags.Calc_Error)
+    if (design.flags.Calc_Error || Rho.empty())
         return;
-    const Arm_Per_Radian per{design};
-    const auto Phi = design.results.CalcData.Points(var::Phi);
-    const double D = c.Arm_Pivot_Dist;
-    double c1 = 0.0;  // these two, and Rho, keep the values of the point before where a divisor vanishes
-    double c2 = 0.0;
-    double rho = 0.0;
-    for (std::size_t i = 0; i < m.count; ++i) {
-        const int point = static_cast<int>(i);
-        const Ratios ratio = Link_Ratios(design, point);
-        const double gd = m.s[i] / ratio.S + c.Arm_Start_Angle;
-        const double gr = gd * Rad_per_Deg;
-        const double ph = Phi[i] * Rad_per_Deg;
-        const double vv = per.V(m.v[i] / ratio.V);
-        const double aa = per.A(m.a[i] / ratio.A);
-        if (vv == 0.0) {
-            rho = Rho_Standing(design, point, type, gd, aa, rho);
-        } else if (type == 1) {
-            const double Q = D * std::sin(gr);
-            if (Q != 0.0) {
-                c1 = std::cos(ph) / Q;
-                c2 = c.ArmRad * std::cos(ph) / Q;
-            }
-            const double k = (1.0 - vv) * vv * std::sin(ph) - aa * std::cos(ph);
-            const double n = (k * c2 + 1.0) * c1;
-            if (n != 0.0)
-                rho = 1.0 / n;
-        } else {
-            Flat_Contact contact;
-            if (Flat_Osc_Contact(design, point, c.ArmX, c.ArmY, contact)) {
-                const double ad = contact.arm * Rad_per_Deg;
-                rho = D / ((vv + 1.0) * (vv + 1.0)) *
-                          (aa / (1.0 - vv) * std::cos(ad) + (1.0 - (vv + vv)) * std::sin(ad)) +
-                      c.Offset;
-            }
-        }
-        Rho[i] = rho;
+    Link_Ratios(design, static_cast<int>(Rho.size()) - 1);  // there are as many ratios as points
+    const Radial_Arm_Motion motion{.per_radian_V = Arm_Per_Radian(design, design.motion.Shaft_speed),
+                                   .per_radian_A = Arm_Per_Radian(design, design.motion.Shaft_Speed_Sq),
+                                   .start_angle = c.Arm_Start_Angle};
+    const Size_Kernels& kernels = Kernels_in_Use<Size_Kernels>();
+    if (type == 1) {
+        const Rho_Oscillating_Roller formula{.motion = motion, .triangle = {c.Arm_Pivot_Dist, c.ArmRad}};
+        const std::size_t odd = kernels.rho_oscillating_roller(formula, m.For_Kernels(), Bits(Rho), 0, Rho.size());
+        if (odd < Rho.size())
+            Keep_Rho_Oscillating_Roller(design, formula, m, Rho);
+        else
+            Leave_Work_Angle(design, motion, m);
+        return;
     }
+    Rho_Oscillating_Flat formula{.motion = motion, .contact = {}, .offset = c.Offset};
+    if (!Flat_Osc_Motion(design, c.ArmX, c.ArmY, formula.contact))
+        return;
+    Fill(formula, kernels.rho_oscillating_flat, m, Rho, [&](std::size_t i) {
+        const Ratios ratio = Link_Ratios(design, static_cast<int>(i));
+        Rho[i] =
+            formula(motion(double{m.s[i]}, double{m.v[i]}, double{m.a[i]}, ratio.S, ratio.V, ratio.A), double{m.s[i]});
+    });
 }
 
 /// @return false when the user cancelled
@@ -280,17 +308,17 @@ bool Fill_Rho(Design_State& design, int type)
 {
     const Cam_Group& c = design.cam;
     const Motion_Rows m{design};
-    const auto Rho = design.results.CalcData.Points(var::Rho).first(m.count);
+    const auto Rho = design.results.CalcData.Points(var::Rho).first(Points_in_Use(design));
     if (c.Camtype != "Radial") {
         if (!c.Translating)
-            return Rho_Oscillating_Axial(design, Rho);
-        Rho_Translating_Axial(m, Rho);
+            return Fill_Rho_Oscillating_Axial(design, m, Rho);
+        Fill_Rho_Translating_Axial(m, Rho);
     } else if (!c.Translating) {
-        Rho_Oscillating_Radial(design, type, m, Rho);
+        Fill_Rho_Oscillating_Radial(design, type, m, Rho);
     } else if (type == 2) {
-        Rho_Translating_Flat(design, m, Rho);
+        Fill_Rho_Translating_Flat(m, Rho);
     } else {
-        Rho_Translating_Roller(design, m, Rho);
+        Fill_Rho_Translating_Roller(m, Rho);
     }
     return true;
 }
@@ -345,48 +373,49 @@ bool Use_Conjugate(Design_State& design)
            !f.Math_Error;
 }
 
+namespace {
+
+/// One point of Autopress with what it has to tell; a point without an answer keeps what it had.
+void Autopress_Point(Design_State& design, const Phi_Oscillating_Roller& formula, const Motion_Rows& m, std::size_t i)
+{
+    const Cam_Group& c = design.cam;
+    const Ratios ratio = Link_Ratios(design, static_cast<int>(i));
+    const double gamma = formula.Gamma(double{m.s[i]}, ratio.S);
+    const double delta = c.Arm_Pivot_Angle - c.Rotflag * m.theta[i] / ratio.S;
+    Arm_Place place;
+    if (!Arm_Position(design, gamma, delta, place))
+        return;
+    const auto answer = formula.From(gamma, std::sin(gamma * Rad_per_Deg), place.R, place.tau, double{m.v[i]});
+    if (answer.Denom2_vanishes)
+        Autopress_Message(design, "Denom2", m.theta[i]);
+    else if (answer.Term3_vanishes)
+        Autopress_Message(design, formula.K > 0 ? "Term3  in K2" : "Term3c  in K1", m.theta[i]);
+    else
+        design.results.CalcData.Points(var::Phi)[i] = answer.Phi;
+}
+
+}  // namespace
+
 void Autopress(Design_State& design)
 {
     const Cam_Group& c = design.cam;
     const Motion_Rows m{design};
-    const auto Phi = design.results.CalcData.Points(var::Phi);
-    const int K = c.Rotflag * c.ArmDirect;
-    const double D = c.Arm_Pivot_Dist;
-    const double arm = c.ArmRad;
-    for (std::size_t i = 0; i < m.count; ++i) {
-        const Ratios ratio = Link_Ratios(design, static_cast<int>(i));
-        // The conjugate adds its displacement here and nowhere else; the plus sign is meant, mechanics has a minus.
-        const double sv = c.Conjugate ? design.motion.Liftmax + m.s[i] : double{m.s[i]};
-        const double gamma = sv / ratio.S + c.Arm_Start_Angle;
-        const double delta = c.Arm_Pivot_Angle - c.Rotflag * m.theta[i] / ratio.S;
-        Arm_Place place;
-        if (!Arm_Position(design, gamma, delta, place))
-            continue;
-        const double R = place.R;
-        const double tr = place.tau * Rad_per_Deg;
-        const double gr = gamma * Rad_per_Deg;
-        const double w = Arm_Velocity(design, c.Conjugate ? -m.v[i] : double{m.v[i]});
-        const double al = PI - gr - tr;
-        const double T0 = D * arm * std::sin(gr) * w;
-        if (T0 == 0.0) {
-            Phi[i] = (K > 0 ? al - quarter_turn : quarter_turn - al) * Deg_per_Rad;
-            continue;
-        }
-        const double T1 = R * R / T0;
-        const double Denom2 = 2.0 * R * D * std::sin(tr);
-        if (Denom2 == 0.0) {
-            Autopress_Message(design, "Denom2", m.theta[i]);
-            continue;
-        }
-        const double T2 = (D * D - R * R - arm * arm) / Denom2;
-        const double T3 = K > 0 ? T2 + T1 : T1 - T2;
-        if (T3 == 0.0) {
-            Autopress_Message(design, K > 0 ? "Term3  in K2" : "Term3c  in K1", m.theta[i]);
-            continue;
-        }
-        Phi[i] =
-            (K > 0 ? al - quarter_turn + std::atan(1.0 / T3) : quarter_turn - al + std::atan(1.0 / T3)) * Deg_per_Rad;
-    }
+    const auto Phi = design.results.CalcData.Points(var::Phi).first(Points_in_Use(design));
+    if (Phi.empty())
+        return;
+    const std::size_t last = Phi.size() - 1;
+    const Ratios ratio = Link_Ratios(design, static_cast<int>(last));  // there are as many ratios as points
+    const Phi_Oscillating_Roller formula{.triangle = {c.Arm_Pivot_Dist, c.ArmRad},
+                                         .velocity = Arm_Velocity(design),
+                                         .K = c.Rotflag * c.ArmDirect,
+                                         .conjugate = c.Conjugate,
+                                         .lift = design.motion.Liftmax,
+                                         .start_angle = c.Arm_Start_Angle};
+    Fill(formula, Kernels_in_Use<Size_Kernels>().phi_oscillating_roller, m, Phi,
+         [&](std::size_t i) { Autopress_Point(design, formula, m, i); });
+    if (Arm_Place place; formula.triangle.At(std::cos(formula.Gamma(double{m.s[last]}, ratio.S) * Rad_per_Deg)).closes)
+        Arm_Position(design, formula.Gamma(double{m.s[last]}, ratio.S),
+                     c.Arm_Pivot_Angle - c.Rotflag * m.theta[last] / ratio.S, place);  // leaves Arm_Work_Angle
 }
 
 void Autopress_Message(const Design_State& design, std::string_view label, Single theta)

@@ -10,6 +10,7 @@ target_compile_options(lobemax_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
   -ffp-contract=off)
+target_link_libraries(lobemax_options INTERFACE sleef)
 if(LOBEMAX_HARDEN)
   # Told explicitly, whatever the distribution's compiler does by itself. _FORTIFY_SOURCE has its checks from -O1 on.
   include(CheckPIESupported)
@@ -42,10 +43,44 @@ function(link_room_headers name)
   endif()
 endfunction()
 
+# Loops over rows, *_lanes.cpp, are compiled once for each width that an x86-64 processor may have (core/lanes.h): 1 is
+# the reference, 2 SSE2, 4 AVX2, 8 AVX-512. Each width is a source of its own in the build tree.
+set(LANE_OPTIONS_1 "")
+set(LANE_OPTIONS_2 "")
+set(LANE_OPTIONS_4 -mavx2)
+set(LANE_OPTIONS_8 -mavx512f -mavx512dq -mavx512vl -mprefer-vector-width=512)
+set(LANE_WIDTHS 1)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64)$")
+  set(LANE_WIDTHS 1 2 4 8)
+endif()
+
+# lane_sources(variable files...): the sources that stand for them.
+function(lane_sources variable)
+  set(sources "")
+  foreach(file ${ARGN})
+    cmake_path(GET file STEM stem)
+    cmake_path(GET file PARENT_PATH folder)
+    cmake_path(GET folder FILENAME room)
+    foreach(width ${LANE_WIDTHS})
+      set(source ${CMAKE_BINARY_DIR}/lanes/${room}/${stem}_${width}.cpp)
+      file(CONFIGURE OUTPUT ${source} CONTENT "#define LOBEMAX_LANES ${width}\n#include \"${file}\"\n")
+      # Arguments of 64 bytes go by registers within one file alone: what compilers warn of does not arise.
+      set_source_files_properties(${source} PROPERTIES COMPILE_OPTIONS "${LANE_OPTIONS_${width}};-Wno-psabi")
+      list(APPEND sources ${source})
+    endforeach()
+  endforeach()
+  set(${variable} ${sources} PARENT_SCOPE)
+endfunction()
+
 # add_room(name [rooms below...])
 function(add_room name)
   link_room_headers(${name})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${name}/*.cpp)
+  set(lane_files ${sources})
+  list(FILTER lane_files INCLUDE REGEX "_lanes\\.cpp$")
+  list(FILTER sources EXCLUDE REGEX "_lanes\\.cpp$")
+  lane_sources(of_widths ${lane_files})
+  list(APPEND sources ${of_widths})
   add_library(room_${name} OBJECT ${sources})
   target_link_libraries(room_${name} PUBLIC lobemax_options)
   if(LOBEMAX_FUZZ)  # what the fuzzer steers by: the branches of the rooms, not those of Qt or of the tests

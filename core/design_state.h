@@ -25,6 +25,7 @@
 #include <string>
 
 #include "core/basic_types.h"
+#include "core/circle.h"
 #include "core/variables.h"
 
 namespace lobemax {
@@ -37,14 +38,6 @@ inline constexpr int Max_Bounds = 40;
 inline constexpr int Max_Knots = 66;
 inline constexpr int Max_Links = 6;
 inline constexpr int Max_Points = 2880;  // the finest step, 0.125 degrees
-
-// The circle constants are literals of the program; no library value of pi takes their place.
-inline constexpr double PI = 3.141592654;
-inline constexpr double PI2 = 6.283185308;
-inline constexpr double PI4 = 12.566370616;
-inline constexpr double PIH = 1.570796327;
-inline constexpr double Deg_per_Rad = 57.29577950560105;
-inline constexpr double Rad_per_Deg = 0.017453292522222223;
 
 template <class T>
 using Per_Segment = Bounded<T, 0, Max_Segments>;

@@ -8,6 +8,7 @@
 
 #include "core/design_state.h"
 #include "core/messages.h"
+#include "core/numeric_formulas.h"
 #include "core/text.h"
 
 namespace lobemax {
@@ -47,25 +48,20 @@ double Mean(double sum, int first, int last)
 
 double FNArcCos(Design_State& design, double x)
 {
-    const double d = 1.0 - x * x;
-    if (d < 0.0) {
+    const auto arc = formulas::Arc<double>::Cosine(x);
+    if (arc.exists)
+        return arc.angle;
+    if (std::isnan(x))
+        Show_Message("Something wrong - cannot take ArcCos of " + Shortest(x));
+    else
         design.flags.Math_Error = true;
-        return 0.0;
-    }
-    if (d == 0.0)
-        return 1.0;  // meant: the ends of the range give the number 1, not 0 or pi
-    if (d > 0.0)
-        return -std::atan(x / std::sqrt(d)) + PI / 2.0;
-    Show_Message("Something wrong - cannot take ArcCos of " + Shortest(x));
     return 0.0;
 }
 
 std::optional<double> Arc_Sine(double x)
 {
-    const double d = 1.0 - x * x;
-    if (!(d >= 0.0))
-        return {};
-    return d == 0.0 ? 0.0 : std::atan(x / std::sqrt(d));  // meant: the ends of the range give 0, not plus or minus pi/2
+    const auto arc = formulas::Arc<double>::Sine(x);
+    return arc.exists ? std::optional(arc.angle) : std::nullopt;
 }
 
 double FNArcSin(Design_State& design, double x)
@@ -80,13 +76,14 @@ double FNArcSin(Design_State& design, double x)
 
 bool CosineLaw_Side(double a, double b, double C, Single& c)
 {
-    const Single c_squared = a * a + b * b - 2.0 * a * b * std::cos(C);
+    const auto side = formulas::Third_Side<double>::Of(a, b, std::cos(C));
+    const Single c_squared = side.c_squared;
     if (c_squared < 0.0) {
         Show_Message("Cannot do law of cosines - negative Sqrt argument in Sub CosineLaw_Side; check your data",
                      Buttons::OK, Symbol::exclamation);
         return false;
     }
-    c = std::sqrt(c_squared);
+    c = side.c;
     return true;
 }
 
@@ -105,13 +102,7 @@ bool CosineLaw_Angle(Design_State& design, double a, double b, double c, Single&
 
 double Atan2(double x, double y)
 {
-    if (x == 0.0) {
-        if (y > 0.0)
-            return PIH;
-        return y < 0.0 ? -PIH : 0.0;
-    }
-    const double angle = std::atan(y / x);
-    return x < 0.0 ? angle + PI : angle;  // meant: the third quadrant lies above pi, not below 0
+    return formulas::Angle_of(x, y);
 }
 
 double Atan2D(double x, double y)
