@@ -85,12 +85,12 @@ Ode_Instant<E> Ode_Step_Doubling(Design_State& design, const E& equation, Ode_St
             return half;
         const Ode_Instant<E> end = equation.At(step.x);
         Ode_Rk4(equation, {half, end}, ysav, dysav, h, ytemp);
-        Single largest = 0.0;
+        double largest = 0.0;
         for (std::size_t i = 0; i < ytemp.size(); ++i) {
             ytemp[i] = step.y[i] - ytemp[i];
-            largest = Ode_Max(largest, std::abs(ytemp[i] / yscal[i]));
+            largest = std::max(largest, std::abs(ytemp[i] / yscal[i]));
         }
-        errmax = largest / eps;
+        errmax = Ode_Max(0.0, largest) / eps;
         if (!(errmax > 1.0))
             return end;
         h = Ode_Safety * h * std::pow(errmax, shrink_power);

@@ -14,6 +14,7 @@
 #include "core/traps.h"
 #include "core/units.h"
 #include "dynamics/balance_integrator.h"
+#include "dynamics/division.h"
 #include "dynamics/kinetostatics.h"
 #include "dynamics/trial_design.h"
 #include "motion/segment_store.h"
@@ -201,16 +202,16 @@ double Rest_Position(const Comp_Balance& b, double level)
 }
 
 /// Comp_Torque_At, within the steps of the integration.
-inline double Torque_at(const Comp_Balance& balance, double t)
+inline double Torque_at(const Comp_Balance& balance, const Division& by_step, double t)
 {
     double theta = balance.omega * t * (180.0 / PI);
     if (theta >= whole_turn)
         theta -= whole_turn;
     if (theta < 0.0)  // the start of the cycle, to the rounding of its time
         theta = 0.0;
-    const auto place = static_cast<std::int64_t>(theta / balance.Deltatheta);
+    const auto place = static_cast<std::int64_t>(by_step(theta));
     const double lo = static_cast<double>(place) * balance.Deltatheta;
-    const double frac = (theta - lo) / balance.Deltatheta;
+    const double frac = by_step(theta - lo);
     const std::size_t i = static_cast<std::size_t>(place) % Comp_Points;
     return balance.torque[i] + frac * (balance.torque[i + 1] - balance.torque[i]);
 }
@@ -230,11 +231,12 @@ inline void Derivs_under(const Comp_Balance& b, double T, const Balance_State& y
 /// makes it a rise under the opposite torque.
 struct Motion_Equation {
     const Comp_Balance* balance;
+    Division by_step;
     double start = 0.0;  // seconds from the start of the cycle
     double sign = 1.0;   // -1: mirrored
 
     /// The torque.
-    double At(double t) const { return sign * Torque_at(*balance, start + sign * t); }
+    double At(double t) const { return sign * Torque_at(*balance, by_step, start + sign * t); }
     void Slope(double T, const Balance_State& y, Balance_State& dy) const { Derivs_under(*balance, T, y, dy); }
 };
 
@@ -242,14 +244,14 @@ struct Motion_Equation {
 class Run_Through {
 public:
     Run_Through(Design_State& design, const Comp_Balance& balance, const Cycle& cycle, Compensation& result)
-        : design_(design), balance_(balance), cycle_(cycle), result_(result)
+        : design_(design), balance_(balance), by_step_(balance.Deltatheta), cycle_(cycle), result_(result)
     {
     }
 
     /// @return false when Calc_Abort was set
     bool Go()
     {
-        Balance_Integrator integrator(design_, Motion_Equation{&balance_}, result_.run);
+        Balance_Integrator integrator(design_, Motion_Equation{&balance_, by_step_}, result_.run);
         for (const Comp_Motion& motion : cycle_.Motions()) {
             Rest_at_Ends(motion);
             if (motion.kind != Comp_Motion_Kind::dwell && !Integrate(motion, integrator))
@@ -303,7 +305,7 @@ private:
         const double begin = mirrored ? motion.to : motion.from;
         const auto first = static_cast<int>(std::floor(motion.from / balance_.Deltatheta)) + 1;
         const auto last = static_cast<int>(std::ceil(motion.to / balance_.Deltatheta)) - 1;
-        const Motion_Equation equation{&balance_, Seconds(begin), mirrored ? -1.0 : 1.0};
+        const Motion_Equation equation{&balance_, by_step_, Seconds(begin), mirrored ? -1.0 : 1.0};
         const double rest = Rest_Position(balance_, mirrored ? motion.level_to : motion.level_from);
         const auto time_to = [&](int point) { return Seconds(std::abs(point * balance_.Deltatheta - begin)); };
         double t = 0.0;
@@ -374,6 +376,7 @@ private:
 
     Design_State& design_;
     const Comp_Balance& balance_;
+    Division by_step_;
     const Cycle& cycle_;
     Compensation& result_;
     int done_ = 0;
@@ -505,7 +508,7 @@ void Differentiate(Table<Single>& data, int from, int into, double step)
 
 double Comp_Torque_At(const Comp_Balance& balance, double t)
 {
-    return Torque_at(balance, t);
+    return Torque_at(balance, Division(balance.Deltatheta), t);
 }
 
 void Comp_Derivs(const Comp_Balance& balance, double t, const Balance_State& y, Balance_State& dy)

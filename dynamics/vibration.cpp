@@ -192,7 +192,7 @@ Vibration_Model::Vibration_Model(const Design_State& design)
     last_ = static_cast<std::size_t>(Last_Point(design));
     S_ = data.Points(polydyne ? var::Polydyne_S : var::S);
     V_ = data.Points(polydyne ? var::Polydyne_V : var::V);
-    step_ = design.motion.Deltatheta;
+    by_step_ = Division(design.motion.Deltatheta);
     omega_ = design.motion.Shaft_speed;
     degrees_per_second_ = Degrees_per_Second(design);
     V_per_second_ = Per_Second(design, 1);
@@ -237,8 +237,10 @@ void Clear_Trajectory(Design_State& design)
     Dynamics_Group& d = design.dynamics;
     Row<Single>& time = design.results.Ode_Time;
     Table<Single>& states = design.results.Ode_States;
-    if (time.Last() == d.Ode_Max_Steps && states.Last_Point() == d.Ode_Max_Steps && states.Last_Row() == xddot_row) {
-        const auto stored = static_cast<std::size_t>(Stored(design)) + 1;
+    const bool fits =
+        time.Last() == d.Ode_Max_Steps && states.Last_Point() == d.Ode_Max_Steps && states.Last_Row() == xddot_row;
+    if (fits && Bounds{0, time.Last()}.Holds(d.Ode_Count)) {
+        const auto stored = static_cast<std::size_t>(d.Ode_Count) + 1;
         std::ranges::fill(time.Points().first(stored), Single{});
         for (int row = 0; row <= xddot_row; ++row)
             std::ranges::fill(states.Points(row).first(stored), Single{});

@@ -19,6 +19,7 @@
 
 #include "core/basic_types.h"
 #include "core/numeric.h"
+#include "dynamics/division.h"
 #include "dynamics/ode_solver.h"
 
 namespace lobemax {
@@ -116,7 +117,7 @@ private:
     }
     Bracket Bracket_of(double t) const
     {
-        const double place = Angle_at(t) / step_;
+        const double place = by_step_(Angle_at(t));
         const int lo = static_cast<int>(place);
         const auto at = static_cast<std::size_t>(lo);
         return {at, at + 1, place - lo, at < last_};
@@ -135,7 +136,7 @@ private:
     std::span<const Single> V_;
     std::span<const Single> integral_;  // of the torque; empty where the model does not ask for it
     double integral_max_ = 0.0;
-    double step_ = 1.0;
+    Division by_step_{1.0};
     double degrees_per_second_ = 0.0;
     double V_per_second_ = 1.0;
     std::size_t last_ = 0;

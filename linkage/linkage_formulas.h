@@ -117,14 +117,20 @@ struct Fourbar_Stage {
     }
 
     template <class X>
+    Mask_of<X> Connects(const Circular<X>& in) const
+    {
+        return Of_Output(in).Has_Root() && Of_Coupler(in).Has_Root();
+    }
+
+    template <class X>
     Driven_Pair<X> operator()(const Link<X>& in) const
     {
         const X c = in.direction.cos;
         const X s = in.direction.sin;
-        const X B = -2.0 * s;
         Driven_Pair<X> pair;
-        pair.connects = Half_Angle(K3 + c - K1 - K2 * c, B, K3 + K1 - (K2 + 1) * c, pair.output) &&
-                        Half_Angle((K4 + 1) * c + K5 - K1, B, (K4 - 1) * c + K5 + K1, pair.coupler);
+        pair.connects = Connects(in.direction);
+        Take_Angle(Of_Output(in.direction), pair.output);
+        Take_Angle(Of_Coupler(in.direction), pair.coupler);
         const X sine = Sine_of_Difference(pair.coupler.direction, pair.output.direction);
         pair.moves = !In_Line(sine);
         const X per_sine = 1.0 / Select(pair.moves, sine, X(1.0));
@@ -149,23 +155,43 @@ struct Fourbar_Stage {
     }
 
 private:
-    /// The link's angle, by its tangent of the half: a t^2 + B t + c = 0. @return whether it has one
+    /// a t^2 + b t + c = 0 for the tangent t of half an angle.
     template <class X>
-    Mask_of<X> Half_Angle(X a, X B, X c, Link<X>& link) const
+    struct Quadratic {
+        X a, b, c;
+
+        X Discriminant() const { return b * b - 4 * a * c; }
+        Mask_of<X> Has_Root() const { return !(Discriminant() < 0.0 || a == 0.0); }
+        /// 0 where there is none. Of the two equal forms of a root the one that adds: the other loses all its digits
+        /// where a is small.
+        X Root_of(double sign) const
+        {
+            const X root = sign * Root(Discriminant());
+            const Mask_of<X> adds = -b * root >= 0.0;
+            const Mask_of<X> has_root = Has_Root();
+            const X above = Select(adds, -b + root, c + c);
+            const X below = Select(adds, a + a, -b - root);
+            return Select(has_root, above / Select(has_root, below, X(1.0)), X(0.0));
+        }
+    };
+    template <class X>
+    Quadratic<X> Of_Output(const Circular<X>& in) const
     {
-        const X D = B * B - 4 * a * c;
-        const X root = sign * Root(D);
-        // Of the two equal forms of the root the one that adds: the other loses all its digits where a is small.
-        const Mask_of<X> adds = -B * root >= 0.0;
-        const Mask_of<X> flat = a == 0.0;
-        const Mask_of<X> found = !(D < 0.0 || flat);
-        const X quotient = Select(adds, -B + root, c + c) / Select(flat, X(1.0), Select(adds, a + a, -B - root));
-        const X t = Select(found, quotient, X(0.0));
+        return {K3 + in.cos - K1 - K2 * in.cos, -2.0 * in.sin, K3 + K1 - (K2 + 1) * in.cos};
+    }
+    template <class X>
+    Quadratic<X> Of_Coupler(const Circular<X>& in) const
+    {
+        return {(K4 + 1) * in.cos + K5 - K1, -2.0 * in.sin, (K4 - 1) * in.cos + K5 + K1};
+    }
+    template <class X>
+    void Take_Angle(const Quadratic<X>& equation, Link<X>& link) const
+    {
+        const X t = equation.Root_of(sign);
         const X square = t * t;
         const X share = 1.0 / (1.0 + square);
         link.theta = 2.0 * Atan(t);
         link.direction = {2.0 * t * share, (1.0 - square) * share};
-        return found;
     }
 };
 
@@ -302,7 +328,7 @@ struct Pose {
     Mask_of<X> moves;
 };
 
-/// The input of a train from the motion of its arm: variables 1 to 3 to radians and seconds.
+/// The input of a train, link 2, from the motion of its arm: variables 1 to 3 to radians and seconds.
 struct Arm_Input {
     double direction;  // ArmDirect
     double rest;       // degrees, from the line of pivots
@@ -314,9 +340,14 @@ struct Arm_Input {
         return (direction * s + rest) * Rad_per_Deg;
     }
     template <class X>
-    Link<X> operator()(X s, X v, X a) const
+    X Omega2(X v) const
     {
-        return {Theta2(s), v * Rad_per_Deg * speed, a * Rad_per_Deg * speed * speed, {}};
+        return v * Rad_per_Deg * speed;
+    }
+    template <class X>
+    X Alpha2(X a) const
+    {
+        return a * Rad_per_Deg * speed * speed;
     }
 };
 
@@ -345,7 +376,8 @@ struct Train {
     template <class X>
     Pose<X> Fourbar(const Link<X>& input) const
     {
-        Pose<X> pose = Driven(input);
+        Pose<X> pose;
+        pose.link[2] = input;
         const Driven_Pair<X> pair = first(pose.link[2]);
         pose.link[3] = pair.coupler;
         pose.link[4] = pair.output;
@@ -410,7 +442,8 @@ struct Train {
     template <class X>
     Pose<X> Four_Slider(const Link<X>& input) const
     {
-        Pose<X> pose = Driven(input);
+        Pose<X> pose;
+        pose.link[2] = input;
         Link<X> two = pose.link[2];
         two.direction = Turned(two.direction, slider_input);
         const Driven_Pair<X> pair = slider(two);
@@ -427,14 +460,6 @@ struct Train {
     }
 
 private:
-    template <class X>
-    static Pose<X> Driven(const Link<X>& input)
-    {
-        Pose<X> pose;
-        pose.link[2] = input;
-        pose.link[2].direction = Sin_Cos(input.theta);
-        return pose;
-    }
     template <class X>
     static void Take_Second(Pose<X>& pose, const Driven_Pair<X>& pair)
     {

@@ -160,25 +160,28 @@ Linkage_Train::Linkage_Train(const Design_State& design)
 
 Train_Pose Linkage_Train::At(const Link_Input& input) const
 {
-    const formulas::Pose<double> found =
-        Pose_of(train_, kind_, {.theta = input.theta2, .omega = input.omega2, .alpha = input.alpha2, .direction = {}});
+    const formulas::Link<double> two{
+        .theta = input.theta2, .omega = input.omega2, .alpha = input.alpha2, .direction = Sin_Cos(input.theta2)};
+    const bool slides_at_once = kind_ == Train_Kind::fourbar_slider;
     Train_Pose pose;
+    pose.link[2] = {two.theta, two.omega, two.alpha};
+    if (!slides_at_once && !train_.first.Connects(two.direction)) {
+        pose.fails_at = 1;
+        return pose;
+    }
+    const formulas::Pose<double> found = Pose_of(train_, kind_, two);
     const auto take = [&](int first, int last) {
         for (int link = first; link <= last; ++link) {
             const formulas::Link<double>& from = found.link[link];
             pose.link[static_cast<std::size_t>(link)] = {from.theta, from.omega, from.alpha};
         }
     };
-    const bool slides_at_once = kind_ == Train_Kind::fourbar_slider;
-    take(2, 2);
     if (!found.first_connects)
         pose.fails_at = 1;
     else if (!found.connects)
         pose.fails_at = 2;
     pose.slider_fails =
         slides_at_once ? pose.fails_at == 1 : kind_ == Train_Kind::six_link_slider && pose.fails_at == 2;
-    if (pose.fails_at == 1 && !slides_at_once)
-        return pose;
     if (pose.fails_at != 1)
         take(3, 4);
     if (pose.Connects())
@@ -221,9 +224,8 @@ formulas::Arm_Input Arm_Input_of(const Design_State& design, double rest)
 Link_Input Input_at(const Design_State& design, const formulas::Arm_Input& input, int i)
 {
     const Table<Single>& data = design.results.CalcData;
-    const formulas::Link<double> link =
-        input(double{data(var::S, i)}, double{data(var::V, i)}, double{data(var::A, i)});
-    return {link.theta, link.omega, link.alpha};
+    return {input.Theta2(double{data(var::S, i)}), input.Omega2(double{data(var::V, i)}),
+            input.Alpha2(double{data(var::A, i)})};
 }
 
 Link_Input Input_at(const Design_State& design, double rest, int i)

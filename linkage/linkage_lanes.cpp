@@ -17,7 +17,7 @@ Lanes Degrees(const Link<Lanes>& link)
 template <class P, class... More>
 std::size_t Store(const P& at, const Linkage_Rows& r, const Pose<Lanes>& p, Lanes theta4, const More&... more)
 {
-    return at.Store(p.connects & p.moves, To_Row{r.theta[2], Degrees(p.link[2])}, To_Row{r.omega[2], p.link[2].omega},
+    return at.Store(p.connects && p.moves, To_Row{r.theta[2], Degrees(p.link[2])}, To_Row{r.omega[2], p.link[2].omega},
                     To_Row{r.alpha[2], p.link[2].alpha}, To_Row{r.theta[3], Degrees(p.link[3])},
                     To_Row{r.omega[3], p.link[3].omega}, To_Row{r.alpha[3], p.link[3].alpha},
                     To_Row{r.theta[4], theta4}, To_Row{r.omega[4], p.link[4].omega},
@@ -40,7 +40,8 @@ std::size_t Store_Six(const P& at, const Linkage_Rows& r, const Pose<Lanes>& p, 
 template <class P>
 Link<Lanes> Input(const P& at, const Arm_Input& input, const Linkage_Rows& r)
 {
-    return input(at[r.S], at[r.V], at[r.A]);
+    const Lanes theta2 = input.Theta2(at[r.S]);
+    return {theta2, input.Omega2(at[r.V]), input.Alpha2(at[r.A]), Sin_Cos(theta2)};
 }
 
 std::size_t Fourbars(const Train& f, const Arm_Input& input, const Linkage_Rows& r, std::size_t first,

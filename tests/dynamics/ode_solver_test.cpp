@@ -221,6 +221,58 @@ TEST_F(Integrator, asks_them_ten_times_more_for_each_retry)
     EXPECT_GE(o.calls, 20);
 }
 
+/// An oscillator that is driven by time; it counts how often it is asked where its drive stands.
+struct Driven {
+    mutable int instants = 0;
+    mutable int slopes = 0;
+
+    double At(double t) const
+    {
+        ++instants;
+        return std::sin(30 * t);
+    }
+    void Slope(double drive, const Ode_Vector& y, Ode_Vector& dydx) const
+    {
+        ++slopes;
+        dydx = {y[1], 400 * (drive - y[0]) - 2 * y[1]};
+    }
+};
+
+TEST_F(Integrator, finds_what_an_instant_decides_once_for_all_stages_that_fall_on_it)
+{
+    const Driven driven;
+    double hdid = 0.0, hnext = 0.0;
+    Ode_Step step{{0.1, 0.0}, {0.0, -40.0}, 0.0};
+    const double drive = Ode_Quality_Step(design, driven, step, 1e-4, 1e-3, {1.0, 1.0}, hdid, hnext);
+    EXPECT_EQ(drive, std::sin(30 * step.x)) << "the next step starts there";
+    EXPECT_EQ(driven.instants, 5) << "both ends of the second half are asked for, the whole step's and its own";
+    EXPECT_EQ(driven.slopes, 10);
+}
+
+TEST_F(Integrator, takes_the_same_steps_whether_an_equation_shares_its_instants_or_not)
+{
+    const Driven driven;
+    const auto by_time = [&](double t, const Ode_Vector& y, Ode_Vector& dydx) { driven.Slope(driven.At(t), y, dydx); };
+    const auto trajectory = [&](const auto& equation) {
+        design.dynamics.Ode_Max_Steps = 5000;
+        design.results.Ode_Time.Dimension(5000);
+        design.results.Ode_States.Dimension(3, 5000);
+        y_ = {0.1, 0.0};
+        Ode_Integrate(design, equation, y_, 2, 0.0, 2.0, 1e-5, 0.01, 0.0, good_, retried_);
+        std::vector<double> points;
+        for (int j = 1; j <= Count(); ++j)
+            for (const double value : {double{design.results.Ode_Time(j)}, double{design.results.Ode_States(1, j)},
+                                       double{design.results.Ode_States(2, j)}})
+                points.push_back(value);
+        points.insert(points.end(), {y_[0], y_[1], double(good_), double(retried_)});
+        return points;
+    };
+    const std::vector<double> shared = trajectory(driven);
+    EXPECT_GT(Count(), 100);
+    EXPECT_GT(retried_, 5);
+    EXPECT_EQ(shared, trajectory(Ode_Derivatives(by_time)));
+}
+
 TEST_F(Integrator, corrects_a_step_by_a_fifteenth_of_the_difference_of_halves_and_whole)
 {
     const Oscillator o{3.0, 0.2, [](double t) { return t * t; }};

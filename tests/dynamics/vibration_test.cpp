@@ -615,6 +615,22 @@ TEST_F(Vibration, a_cancelled_run_leaves_the_flag_down)
     EXPECT_TRUE(f().Calc_Abort);
 }
 
+TEST_F(Vibration, a_shorter_run_leaves_nothing_of_a_longer_one_behind)
+{
+    ASSERT_TRUE(Run(3, 1e-6));
+    const int longer = d().Ode_Count;
+    ASSERT_TRUE(Run(3));
+    const int count = d().Ode_Count;
+    ASSERT_LT(count, longer);
+    const Results_Group& r = design.results;
+    EXPECT_GT(r.Ode_Time(count), 0.0);
+    for (int j = count + 1; j <= r.Ode_Time.Last(); ++j) {
+        ASSERT_EQ(r.Ode_Time(j), 0.0) << j;
+        for (int row = 0; row <= r.Ode_States.Last_Row(); ++row)
+            ASSERT_EQ(r.Ode_States(row, j), 0.0) << row << ", " << j;
+    }
+}
+
 TEST_F(Vibration, an_error_in_mid_run_leaves_the_flag_down)
 {
     Use({.z2 = -3.0});  // a damper that drives
