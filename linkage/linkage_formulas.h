@@ -91,8 +91,8 @@ Mask_of<X> In_Line(X sine)
 
 /// A fourbar stage: position (180) to (184), velocity (186), acceleration (187). Angles count from its ground.
 ///
-/// A stage whose A or Ac is zero counts as one that does not connect: meant. Mechanics has an angle of 180 degrees
-/// there, which the half-angle formula cannot give; it is one position between two points of the cycle.
+/// A stage whose A or Ac is zero counts as indeterminate: meant. Mechanics has an angle of 180 degrees there, which the
+/// half-angle formula cannot give; it is one position between two points of the cycle.
 struct Fourbar_Stage {
     double L1, L2, L3, L4;  // ground, input, coupler, output
     double sign;            // of the root
