@@ -17,7 +17,7 @@ inline constexpr int D = 0;         // the joint or mark on its link, at Link 4a
 inline constexpr int ground = 1;    // O4; of a fourbar slider the foot of the arm pivot on the axis
 inline constexpr int A = 2;         // end of link 2
 inline constexpr int B = 3;         // end of link 3
-inline constexpr int D_Linked = 4;  // D as link 4's own arithmetic places it, see Train::First_Stage
+inline constexpr int D_Linked = 4;  // D as link 4's own arithmetic places it, see Train::Fourbar
 inline constexpr int C = 5;         // end of link 5
 inline constexpr int end = 6;       // O6; of a six-link slider the foot of O4 on the axis
 }  // namespace link_point
