@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/design_state.h"
+#include "core/lanes.h"
 #include "core/startup.h"
 #include "edit/examples.h"
 #include "motion/fourier.h"
@@ -59,6 +60,14 @@ void Fourier_Transform(benchmark::State& state)
         Do_DFT(design, var::A, 0, points, 15);
 }
 BENCHMARK(Fourier_Transform)->Unit(benchmark::kMillisecond);
+
+/// The same sums, two doubles at a time.
+void Fourier_Transform_by_Pairs(benchmark::State& state)
+{
+    const Forced_Lanes forced(Lane_Width::reference);
+    Fourier_Transform(state);
+}
+BENCHMARK(Fourier_Transform_by_Pairs)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace lobemax

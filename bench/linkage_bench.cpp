@@ -5,6 +5,7 @@
 #include <array>
 
 #include "core/design_state.h"
+#include "core/lanes.h"
 #include "core/startup.h"
 #include "core/surface.h"
 #include "edit/examples.h"
@@ -55,6 +56,14 @@ void All_Points(benchmark::State& state)
         state.SkipWithError("the linkage was not calculated");
 }
 BENCHMARK(All_Points)->DenseRange(0, 3)->Unit(benchmark::kMicrosecond);
+
+/// The same point by point: the formula over one double and the C library.
+void All_Points_One_by_One(benchmark::State& state)
+{
+    const Forced_Lanes forced(Lane_Width::reference);
+    All_Points(state);
+}
+BENCHMARK(All_Points_One_by_One)->DenseRange(0, 3)->Unit(benchmark::kMicrosecond);
 
 void Scene(benchmark::State& state)
 {

@@ -4,6 +4,7 @@
 
 #include "core/design_state.h"
 #include "core/startup.h"
+#include "dynamics/ode_steps.h"
 #include "dynamics/vibration.h"
 #include "edit/examples.h"
 #include "edit/rungs.h"
@@ -48,6 +49,37 @@ void Two_Turns(benchmark::State& state)
     Run(state, 1e-3, 20000);
 }
 BENCHMARK(Two_Turns)->DenseRange(First_Model, Last_Model)->Unit(benchmark::kMicrosecond);
+
+/// Its integration alone, with the equation as a function of time that is called at every stage: the reference.
+void Two_Turns_of_a_Function(benchmark::State& state)
+{
+    Make_Train("Double Dwell", static_cast<int>(state.range(0)), 15.0, 1.0);
+    Run_Vibration(design, {});
+    const Vibration_Model model(design);
+    const auto function = [&model](double t, const Ode_Vector& y, Ode_Vector& dydx) {
+        model.Slope(model.At(t), y, dydx);
+    };
+    Step_Counts steps;
+    for (auto _ : state) {
+        Ode_Vector y{};
+        Ode_Integrate(design, Ode_Derivatives(function), y, 2, 0.0, 2 * Cam_Period(design), 1e-3, 1e-4, 0.0, steps.good,
+                      steps.retried);
+    }
+    state.counters["points"] = design.dynamics.Ode_Count;
+}
+BENCHMARK(Two_Turns_of_a_Function)->DenseRange(First_Model, Last_Model)->Unit(benchmark::kMicrosecond);
+
+/// The same as the program has it: what an instant decides is found once for all its stages.
+void Two_Turns_Integrated(benchmark::State& state)
+{
+    Make_Train("Double Dwell", static_cast<int>(state.range(0)), 15.0, 1.0);
+    Run_Vibration(design, {});
+    Step_Counts steps;
+    for (auto _ : state)
+        Solve_Model(design, {}, steps);
+    state.counters["points"] = design.dynamics.Ode_Count;
+}
+BENCHMARK(Two_Turns_Integrated)->DenseRange(First_Model, Last_Model)->Unit(benchmark::kMicrosecond);
 
 void Two_Turns_to_a_Millionth(benchmark::State& state)
 {

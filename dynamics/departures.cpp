@@ -10,6 +10,7 @@
 #include "core/ladder.h"
 #include "core/units.h"
 #include "dynamics/kinetostatics.h"
+#include "dynamics/trial_design.h"
 #include "dynamics/vibration.h"
 
 namespace lobemax {
@@ -160,7 +161,7 @@ void Correct_Polydyne_Derivatives(Design_State& design)
 
 std::optional<Polydyne_Extremes> Find_Polydyne_Extremes(const Design_State& design)
 {
-    Design_State other = design;
+    Design_State other = Trial_Design(design);
     Reach(other, Mark::polydyne);
     const std::optional<Cam_Extremes> of_rows = Size(other);
     Correct_Polydyne_Derivatives(other);
@@ -172,7 +173,7 @@ std::optional<Polydyne_Extremes> Find_Polydyne_Extremes(const Design_State& desi
 
 Departure Departure_of_Force(const Design_State& design)
 {
-    Design_State other = design;
+    Design_State other = Trial_Design(design);
     Find_Model_Figures(other);
     const bool polydyne = design.flags.Polydyne_Calc;
     if (polydyne)

@@ -2,14 +2,15 @@
 /// An adaptive Runge-Kutta integrator of fourth order: it takes each step whole and in two halves, and the difference
 /// of the two is the error that sets the step's length.
 ///
-/// A driver marches over the interval and stores the trajectory in the design, a quality step keeps to the accuracy,
-/// one plain step advances. Working values are doubles, the trajectory is stored in 32 bits. Nothing is allocated on
-/// the way but for messages. docs/theory.md, (135) to (141).
+/// Here is what an equation is to it, and what it asks, tells and stores; its steps are in ode_steps.h.
+/// docs/theory.md, (135) to (141).
 #pragma once
 
+#include <algorithm>
 #include <array>
-#include <cstddef>
+#include <limits>
 #include <string>
+#include <utility>
 
 #include "core/basic_types.h"
 
@@ -23,8 +24,19 @@ inline constexpr Long Max_Stored_Steps = 1'000'000;  // of a trajectory: 20 MB
 /// A state, its derivative, or a scale of it; elements 1 and 2 of the equations stand at places 0 and 1.
 using Ode_Vector = std::array<double, Max_Ode_Equations>;
 
-/// dydx = f(t, y), asked without an allocation. It may leave dydx as it was; the one before within the step then
-/// stands.
+/// A differential equation as the integrator asks it. At(t) is what an instant decides alone, as where the cam stands:
+/// it is found once for all stages that fall on it. Slope(instant, y, dydx) is f(t, y); it may leave dydx as it was,
+/// and the one before within the step then stands. An equation of one unknown leaves the second rate at its zero.
+template <class E>
+concept Ode_Equation = requires(const E& equation, double t, const Ode_Vector& y, Ode_Vector& dydx)
+{
+    equation.Slope(equation.At(t), y, dydx);
+};
+
+template <Ode_Equation E>
+using Ode_Instant = decltype(std::declval<const E&>().At(0.0));
+
+/// Any function as an equation, asked without an allocation; of an instant it knows the time alone.
 class Ode_Derivatives {
 public:
     /// @param model  called as model(t, y, dydx); lives as long as the view
@@ -35,7 +47,8 @@ public:
           })
     {
     }
-    void operator()(double t, const Ode_Vector& y, Ode_Vector& dydx) const { call_(model_, t, y, dydx); }
+    double At(double t) const { return t; }
+    void Slope(double t, const Ode_Vector& y, Ode_Vector& dydx) const { call_(model_, t, y, dydx); }
 
 private:
     const void* model_;
@@ -53,12 +66,14 @@ std::string Start_in_Dwell_Hint(Dwell_Advice advice = Dwell_Advice::vibration);
 /// @return whether to go on
 bool Ode_Go_on(Design_State& design, const std::string& text, Dwell_Advice advice = Dwell_Advice::vibration);
 
-/// One classic step of fourth order from (x, y), dydx = f(x, y), over h: three derivative calls.
-void Ode_Rk4(const Ode_Derivatives& derivs, const Ode_Vector& y, const Ode_Vector& dydx, int n, double x, double h,
-             Ode_Vector& yout);
-
 /// The larger of two in 32 bits, a where b is not greater, the largest Single where one of them is larger still.
-Single Ode_Max(double a, double b);
+inline Single Ode_Max(double a, double b)
+{
+    // A start from rest has a scale of 1e-30, over which an error may be more than 32 bits hold.
+    constexpr double most = std::numeric_limits<float>::max();
+    const double larger = b > a ? b : a;
+    return std::min(larger, most);
+}
 
 /// What a step of the integration works on.
 struct Ode_Step {
@@ -67,39 +82,19 @@ struct Ode_Step {
     double x = 0.0;     // seconds
 };
 
-/// Tries a step of length h from (xsav, ysav) whole and in halves, and shortens it until the error keeps to eps:
-/// step.y is then the result of the halves, ytemp its difference from the whole.
-///
-/// A step too short to move x asks Retry or Cancel; Cancel sets Calc_Abort.
-/// @param yscal   what the error is compared with, element by element
-/// @param errmax  out: the error in units of eps
-void Ode_Step_Doubling(Design_State& design, const Ode_Derivatives& derivs, Ode_Step& step, double& h,
-                       const Ode_Vector& ysav, const Ode_Vector& dysav, int n, double xsav, double eps,
-                       const Ode_Vector& yscal, double& errmax, Ode_Vector& ytemp,
-                       Dwell_Advice advice = Dwell_Advice::vibration);
+/// A step too short to move x: Retry or Cancel, as Ode_Go_on.
+bool Ode_Takes_Insignificant_Step(Design_State& design, double step, double time, Dwell_Advice advice);
 
-/// One step that keeps to the accuracy: 11 derivative calls with the driver's own where it is taken at once.
-///
-/// @param htry   length to try; @param hdid  out: length that was taken; @param hnext  out: length to try next, at
-///               most four times hdid
-void Ode_Quality_Step(Design_State& design, const Ode_Derivatives& derivs, Ode_Step& step, int n, double htry,
-                      double eps, const Ode_Vector& yscal, double& hdid, double& hnext,
-                      Dwell_Advice advice = Dwell_Advice::vibration);
+/// A step below the smallest one: Retry or Cancel, as Ode_Go_on.
+bool Ode_Takes_Short_Step(Design_State& design, Dwell_Advice advice = Dwell_Advice::vibration);
 
-/// Integrates from x1 to x2 and stores the trajectory: Ode_Time and rows 1 to nvar of Ode_States from index 1 on,
-/// Ode_Count points, no two nearer than Ode_Save_Interval but for the last, which is the end.
-///
-/// Asks Retry or Cancel where a step becomes too short, tells where a start in a dwell may be the reason, once a run,
-/// and gives up after Ode_Max_Steps. Cancel, giving up and the user's Stop set Calc_Abort. The host is told of the
-/// progress.
-/// @param ystart     start values; takes the final ones
-/// @param nvar       count of equations, 1 or 2
-/// @param eps        accuracy: largest error of a step, over the state and its change in the step
-/// @param h1, hmin   first and smallest step, seconds
-/// @param nok, nbad  out: steps that were taken at once and steps that were shortened; both stop at 32767
-/// @throws Fault{6} when a state is no Single, Fault{9} when the arrays are too short, Fault{11} for an accuracy of 0
-void Ode_Integrate(Design_State& design, const Ode_Derivatives& derivs, Ode_Vector& ystart, int nvar, double x1,
-                   double x2, Single eps, double h1, double hmin, Integer& nok, Integer& nbad);
+/// Tells that too many steps were taken, and sets Calc_Abort.
+/// @param kept  takes the message, too; none: nothing does
+void Ode_Gives_Up(Design_State& design, std::string* kept = nullptr);
+
+/// The state as the next point of the trajectory. @throws Fault{6} when it is no Single, Fault{9} when the arrays are
+/// too short
+void Ode_Store(Design_State& design, const Ode_Step& step, int nvar);
 
 /// What the result codes 0 to 6 of a solver that reports one mean; empty for any other.
 std::string Solver_Status_Text(int code);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "camgeom/sizing.h"
 #include "core/design_state.h"
@@ -12,7 +13,10 @@
 #include "core/text.h"
 #include "core/traps.h"
 #include "core/units.h"
+#include "dynamics/balance_integrator.h"
+#include "dynamics/division.h"
 #include "dynamics/kinetostatics.h"
+#include "dynamics/trial_design.h"
 #include "motion/segment_store.h"
 
 namespace lobemax {
@@ -197,17 +201,22 @@ double Rest_Position(const Comp_Balance& b, double level)
     return level <= 0.0 ? 0.0 : 2.0 * level / (b.preload + std::sqrt(b.preload * b.preload + 2.0 * b.spring * level));
 }
 
-/// The right-hand side of one motion in a time of its own, from its start; a fall runs backwards from its end, which
-/// makes it a rise under the opposite torque.
-struct Motion_Equation {
-    const Comp_Balance& balance;
-    double start;  // seconds from the start of the cycle
-    double sign;   // +1; -1: mirrored
+/// Comp_Torque_At, within the steps of the integration.
+inline double Torque_at(const Comp_Balance& balance, const Division& by_step, double t)
+{
+    double theta = balance.omega * t * (180.0 / PI);
+    if (theta >= whole_turn)
+        theta -= whole_turn;
+    if (theta < 0.0)  // the start of the cycle, to the rounding of its time
+        theta = 0.0;
+    const auto place = static_cast<std::int64_t>(by_step(theta));
+    const double lo = static_cast<double>(place) * balance.Deltatheta;
+    const double frac = by_step(theta - lo);
+    const std::size_t i = static_cast<std::size_t>(place) % Comp_Points;
+    return balance.torque[i] + frac * (balance.torque[i + 1] - balance.torque[i]);
+}
 
-    void operator()(double t, const Balance_State& y, Balance_State& dy) const;
-};
-
-void Derivs_under(const Comp_Balance& b, double T, const Balance_State& y, Balance_State& dy)
+inline void Derivs_under(const Comp_Balance& b, double T, const Balance_State& y, Balance_State& dy)
 {
     dy[0] = y[1];
     if (std::abs(dy[0]) >= b.velocity_limit) {
@@ -218,27 +227,34 @@ void Derivs_under(const Comp_Balance& b, double T, const Balance_State& y, Balan
     dy[1] = (-f + Sqr(f * f - (b.mass * 4.0 * b.omega) * T)) / (b.mass + b.mass);
 }
 
-void Motion_Equation::operator()(double t, const Balance_State& y, Balance_State& dy) const
-{
-    Derivs_under(balance, sign * Comp_Torque_At(balance, start + sign * t), y, dy);
-}
+/// The right-hand side of one motion in a time of its own, from its start; a fall runs backwards from its end, which
+/// makes it a rise under the opposite torque.
+struct Motion_Equation {
+    const Comp_Balance* balance;
+    Division by_step;
+    double start = 0.0;  // seconds from the start of the cycle
+    double sign = 1.0;   // -1: mirrored
+
+    /// The torque.
+    double At(double t) const { return sign * Torque_at(*balance, by_step, start + sign * t); }
+    void Slope(double T, const Balance_State& y, Balance_State& dy) const { Derivs_under(*balance, T, y, dy); }
+};
 
 /// The integration of one cycle.
 class Run_Through {
 public:
     Run_Through(Design_State& design, const Comp_Balance& balance, const Cycle& cycle, Compensation& result)
-        : design_(design), balance_(balance), cycle_(cycle), result_(result)
+        : design_(design), balance_(balance), by_step_(balance.Deltatheta), cycle_(cycle), result_(result)
     {
     }
 
     /// @return false when Calc_Abort was set
     bool Go()
     {
-        Motion_Equation equation{balance_, 0.0, 1.0};
-        Balance_Integrator integrator(design_, Balance_Derivatives(equation), result_.run);
+        Balance_Integrator integrator(design_, Motion_Equation{&balance_, by_step_}, result_.run);
         for (const Comp_Motion& motion : cycle_.Motions()) {
             Rest_at_Ends(motion);
-            if (motion.kind != Comp_Motion_Kind::dwell && !Integrate(motion, equation, integrator))
+            if (motion.kind != Comp_Motion_Kind::dwell && !Integrate(motion, integrator))
                 return false;
         }
         result_.steps = integrator.Steps();
@@ -275,7 +291,7 @@ private:
     /// The state a little after rest, where the velocity has grown to a few limits: docs/theory.md, (169).
     Balance_State After_Rest(const Motion_Equation& equation, double rest, double to_first_point, double& t) const
     {
-        const double T = equation.sign * Comp_Torque_At(balance_, equation.start + equation.sign * to_first_point);
+        const double T = equation.At(to_first_point);
         const double rate = -balance_.omega * T / to_first_point;  // of the power, positive
         const double f = balance_.spring * rest + balance_.preload;
         const double a = 2.0 * rate / (f + std::sqrt(f * f + 4.0 * balance_.mass * rate));
@@ -283,19 +299,18 @@ private:
         return {rest + a * t * t / 2.0, a * t};
     }
 
-    bool Integrate(const Comp_Motion& motion, Motion_Equation& equation, Balance_Integrator& integrator)
+    bool Integrate(const Comp_Motion& motion, Balance_Integrator<Motion_Equation>& integrator)
     {
         const bool mirrored = motion.kind == Comp_Motion_Kind::fall;
         const double begin = mirrored ? motion.to : motion.from;
         const auto first = static_cast<int>(std::floor(motion.from / balance_.Deltatheta)) + 1;
         const auto last = static_cast<int>(std::ceil(motion.to / balance_.Deltatheta)) - 1;
-        equation.start = Seconds(begin);
-        equation.sign = mirrored ? -1.0 : 1.0;
+        const Motion_Equation equation{&balance_, by_step_, Seconds(begin), mirrored ? -1.0 : 1.0};
         const double rest = Rest_Position(balance_, mirrored ? motion.level_to : motion.level_from);
         const auto time_to = [&](int point) { return Seconds(std::abs(point * balance_.Deltatheta - begin)); };
         double t = 0.0;
         const Balance_State started = After_Rest(equation, rest, time_to(mirrored ? last : first), t);
-        integrator.Start(t, started);
+        integrator.Start(t, started, equation);
         for (int k = 0; k <= last - first; ++k) {
             const int point = mirrored ? last - k : first + k;
             if (!integrator.To(time_to(point)))
@@ -332,7 +347,7 @@ private:
     /// docs/theory.md, (174).
     bool Comes_to_Rest(const Motion_Equation& equation, const Balance_State& y, double t, double left) const
     {
-        const double T = equation.sign * Comp_Torque_At(balance_, equation.start + equation.sign * t);
+        const double T = equation.At(t);
         const double rate = -balance_.omega * T / left;  // of the power, positive
         const double f = balance_.spring * y[0] + balance_.preload;
         const double radicand = f * f - 4.0 * balance_.mass * rate;
@@ -361,6 +376,7 @@ private:
 
     Design_State& design_;
     const Comp_Balance& balance_;
+    Division by_step_;
     const Cycle& cycle_;
     Compensation& result_;
     int done_ = 0;
@@ -390,7 +406,7 @@ void Find_Torques(const Comp_Balance& b, Compensation& c)
 /// Pressure angle and curvature of the balancing cam on a cam of the design's size; the design stays as it is.
 void Find_Geometry(const Design_State& design, Compensation& c)
 {
-    Design_State other = design;
+    Design_State other = Trial_Design(design);
     other.flags.Skip_Profile = true;
     other.flags.Calc_Error = other.flags.Math_Error = false;
     Overwrite_Motion(other, c);
@@ -492,16 +508,7 @@ void Differentiate(Table<Single>& data, int from, int into, double step)
 
 double Comp_Torque_At(const Comp_Balance& balance, double t)
 {
-    double theta = balance.omega * t * (180.0 / PI);
-    if (theta >= whole_turn)
-        theta -= whole_turn;
-    if (theta < 0.0)  // the start of the cycle, to the rounding of its time
-        theta = 0.0;
-    const double place = std::floor(theta / balance.Deltatheta);
-    const double lo = place * balance.Deltatheta;
-    const double frac = (theta - lo) / balance.Deltatheta;
-    const auto i = static_cast<std::size_t>(place) % Comp_Points;
-    return balance.torque[i] + frac * (balance.torque[i + 1] - balance.torque[i]);
+    return Torque_at(balance, Division(balance.Deltatheta), t);
 }
 
 void Comp_Derivs(const Comp_Balance& balance, double t, const Balance_State& y, Balance_State& dy)

@@ -15,7 +15,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dynamics/balance_integrator.h"
+#include "dynamics/balance_accuracy.h"
 
 namespace lobemax {
 

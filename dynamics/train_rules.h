@@ -5,7 +5,7 @@
 #include <span>
 
 #include "core/field_rule.h"
-#include "dynamics/balance_integrator.h"
+#include "dynamics/balance_accuracy.h"
 
 namespace lobemax {
 

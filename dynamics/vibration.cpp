@@ -2,7 +2,9 @@
 #include "dynamics/vibration.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <span>
 
 #include "core/design_state.h"
 #include "core/ladder.h"
@@ -12,6 +14,7 @@
 #include "core/traps.h"
 #include "core/units.h"
 #include "dynamics/kinetostatics.h"
+#include "dynamics/ode_steps.h"
 
 namespace lobemax {
 
@@ -189,7 +192,7 @@ Vibration_Model::Vibration_Model(const Design_State& design)
     last_ = static_cast<std::size_t>(Last_Point(design));
     S_ = data.Points(polydyne ? var::Polydyne_S : var::S);
     V_ = data.Points(polydyne ? var::Polydyne_V : var::V);
-    step_ = design.motion.Deltatheta;
+    by_step_ = Division(design.motion.Deltatheta);
     omega_ = design.motion.Shaft_speed;
     degrees_per_second_ = Degrees_per_Second(design);
     V_per_second_ = Per_Second(design, 1);
@@ -212,45 +215,43 @@ Vibration_Model::Vibration_Model(const Design_State& design)
     }
 }
 
-Vibration_Model::Bracket Vibration_Model::Bracket_of(double t) const
+double Vibration_Model::Rate_of_Speed(const Cam& cam) const
 {
-    const double theta = FN_Modulo(t * degrees_per_second_, whole_turn);
-    const double lo = std::floor(theta / step_);
-    const auto place = static_cast<std::size_t>(lo);
-    return {place, place + 1, theta / step_ - lo, place < last_};
+    return Sqr((2 * omega_ * cam.E - cam.S * cam.S * K_ - 2 * preload_ * cam.S) / mass_);
 }
 
-Vibration_Model::Cam Vibration_Model::Cam_at(const Bracket& at) const
-{
-    const auto between = [&](double lo, double hi) { return (hi - lo) * at.share + lo; };
-    Cam cam{between(S_[at.lo], S_[at.hi]), between(V_[at.lo], V_[at.hi]) * V_per_second_, 0.0};
-    if (!integral_.empty())
-        cam.E = between(integral_max_ - integral_[at.lo], integral_max_ - integral_[at.hi]);
-    return cam;
-}
-
-void Vibration_Model::operator()(double t, const Ode_Vector& y, Ode_Vector& dydx) const
-{
-    const Bracket at = Bracket_of(t);
-    if (!at.within)
-        return;
-    const Cam cam = Cam_at(at);
-    if (speed_model_) {
-        dydx[0] = Sqr((2 * omega_ * cam.E - cam.S * cam.S * K_ - 2 * preload_ * cam.S) / mass_);
-        return;
-    }
-    dydx[0] = y[1];
-    dydx[1] = Acceleration(cam, y[0], y[1]);
-}
-
-Vibration_Model::Reached Vibration_Model::At(double t, double x, double xdot) const
+Vibration_Model::Reached Vibration_Model::Reached_at(double t, double x, double xdot) const
 {
     Bracket at = Bracket_of(t);
     at.lo = std::min(at.lo, last_);
     at.hi = std::min(at.hi, last_);
     const Cam cam = Cam_at(at);
-    return {cam.S, Acceleration(cam, x, xdot)};
+    return {cam.S, Acceleration(of_V_ * cam.V + of_S_ * cam.S, x, xdot)};
 }
+
+namespace {
+
+/// Room for Ode_Max_Steps points, all of them zero. Arrays that have it hold zeros behind the points stored before.
+void Clear_Trajectory(Design_State& design)
+{
+    Dynamics_Group& d = design.dynamics;
+    Row<Single>& time = design.results.Ode_Time;
+    Table<Single>& states = design.results.Ode_States;
+    const bool fits =
+        time.Last() == d.Ode_Max_Steps && states.Last_Point() == d.Ode_Max_Steps && states.Last_Row() == xddot_row;
+    if (fits && Bounds{0, time.Last()}.Holds(d.Ode_Count)) {
+        const auto stored = static_cast<std::size_t>(d.Ode_Count) + 1;
+        std::ranges::fill(time.Points().first(stored), Single{});
+        for (int row = 0; row <= xddot_row; ++row)
+            std::ranges::fill(states.Points(row).first(stored), Single{});
+    } else {
+        time.Dimension(d.Ode_Max_Steps, Max_Stored_Steps);
+        states.Dimension(xddot_row, d.Ode_Max_Steps, Max_Stored_Steps);
+    }
+    d.Ode_Count = 0;
+}
+
+}  // namespace
 
 bool Solve_Model(Design_State& design, const Vibration_Run& run, Step_Counts& steps, Ode_Method method, int status)
 {
@@ -258,10 +259,7 @@ bool Solve_Model(Design_State& design, const Vibration_Run& run, Step_Counts& st
     design.flags.Calc_Abort = false;
     const bool no_fault = Trap("Solve_Model", [&] {
         Dynamics_Group& d = design.dynamics;
-        Results_Group& r = design.results;
-        r.Ode_Time.Dimension(d.Ode_Max_Steps, Max_Stored_Steps);
-        r.Ode_States.Dimension(xddot_row, d.Ode_Max_Steps, Max_Stored_Steps);
-        d.Ode_Count = 0;
+        Clear_Trajectory(design);
         const double end = run.t_end ? *run.t_end : 2 * Cam_Period(design);
         d.Ode_Save_Interval = (end - run.t_start) / d.Ode_Max_Steps;
         if (method == Ode_Method::Gear) {
@@ -271,8 +269,8 @@ bool Solve_Model(Design_State& design, const Vibration_Run& run, Step_Counts& st
         const Vibration_Model model(design);
         Ode_Vector y{d.x_Initial, 0.0};
         const int equations = d.Model_Type == speed_model ? 1 : 2;
-        Ode_Integrate(design, Ode_Derivatives(model), y, equations, run.t_start, end, run.eps, run.start_step,
-                      run.smallest_step, steps.good, steps.retried);
+        Ode_Integrate(design, model, y, equations, run.t_start, end, run.eps, run.start_step, run.smallest_step,
+                      steps.good, steps.retried);
         if (!design.flags.Calc_Abort)
             Reach(design, Mark::vibration);
     });
@@ -282,14 +280,18 @@ bool Solve_Model(Design_State& design, const Vibration_Run& run, Step_Counts& st
 bool Model_Results(Design_State& design)
 {
     const bool no_fault = Trap("Model_Results", [&] {
-        Results_Group& r = design.results;
         const Vibration_Model model(design);
-        const int count = Stored(design);
-        for (int j = 1; j <= count; ++j) {
-            const double x = r.Ode_States(x_row, j);
-            const auto reached = model.At(r.Ode_Time(j), x, r.Ode_States(xdot_row, j));
-            r.Ode_States(xddot_row, j) = reached.Xddot;
-            r.Ode_States(error_row, j) = reached.S - x;
+        const auto count = static_cast<std::size_t>(Stored(design)) + 1;
+        const auto times = design.results.Ode_Time.Points().first(count);
+        const auto states = [&](int row) { return design.results.Ode_States.Points(row).first(count); };
+        const auto error = states(error_row);
+        const auto x = states(x_row);
+        const auto xdot = states(xdot_row);
+        const auto xddot = states(xddot_row);
+        for (std::size_t j = 1; j < count; ++j) {
+            const auto reached = model.Reached_at(times[j], x[j], xdot[j]);
+            xddot[j] = reached.Xddot;
+            error[j] = reached.S - x[j];
         }
         Model_Force(design);
     });
@@ -310,42 +312,47 @@ struct Response {
 class Trajectory {
 public:
     explicit Trajectory(const Design_State& design)
-        : r_(design.results), count_(Stored(design)), degrees_per_second_(Degrees_per_Second(design))
+        : last_(static_cast<std::size_t>(Stored(design))),
+          time_(design.results.Ode_Time.Points().first(last_ + 1)),
+          degrees_per_second_(Degrees_per_Second(design))
     {
+        for (const int row : {error_row, x_row, xdot_row, xddot_row})
+            states_[static_cast<std::size_t>(row)] = design.results.Ode_States.Points(row).first(last_ + 1);
     }
     /// Goes on to the last stored point at or before t.
     void Go_to(double t)
     {
-        while (j_ < count_ && r_.Ode_Time(j_ + 1) <= t)
+        while (j_ < last_ && time_[j_ + 1] <= t)
             ++j_;
     }
     /// @return false when the two points about the angle, degrees, are one
     bool At(double angle, Response& found)
     {
         Go_to(angle / degrees_per_second_);
-        const int k = std::min(j_ + 1, count_);
+        const std::size_t k = std::min(j_ + 1, last_);
         double share = 0.0;
         if (k > j_) {
-            const double a_j = degrees_per_second_ * r_.Ode_Time(j_);
-            const double d = degrees_per_second_ * r_.Ode_Time(k) - a_j;
+            const double a_j = degrees_per_second_ * time_[j_];
+            const double d = degrees_per_second_ * time_[k] - a_j;
             if (d == 0.0)
                 return false;
             share = (angle - a_j) / d;
         }
-        const auto between = [&](int row) {
-            const double from = r_.Ode_States(row, j_);
-            return (r_.Ode_States(row, k) - from) * share + from;
+        const auto between = [&](std::size_t row) {
+            const double from = states_[row][j_];
+            return (states_[row][k] - from) * share + from;
         };
         found = {between(error_row), between(x_row), between(xdot_row), between(xddot_row)};
         return true;
     }
-    bool Advanced() const { return count_ > 1 && r_.Ode_Time(count_) != 0.0; }
+    bool Advanced() const { return last_ > 1 && time_[last_] != 0.0; }
 
 private:
-    const Results_Group& r_;
-    int count_;
+    std::size_t last_;
+    std::span<const Single> time_;
+    std::array<std::span<const Single>, xddot_row + 1> states_{};
     double degrees_per_second_;
-    int j_ = 0;
+    std::size_t j_ = 0;
 };
 
 /// What does not change from point to point of the force.

@@ -18,6 +18,8 @@
 #include <string>
 
 #include "core/basic_types.h"
+#include "core/numeric.h"
+#include "dynamics/division.h"
 #include "dynamics/ode_solver.h"
 
 namespace lobemax {
@@ -60,16 +62,35 @@ public:
     /// @throws Fault{9} when the table has not the points of the cycle
     explicit Vibration_Model(const Design_State& design);
 
-    /// Model_Derivs: dydx of (x, dx/dt) at time t. Just before a whole turn, where the angle rounds to 360 degrees in
-    /// 32 bits, dydx is left as it was: within 2E-8 of a turn, and meant. (149), (150).
-    void operator()(double t, const Ode_Vector& y, Ode_Vector& dydx) const;
+    /// What the cam does to the mass at an instant.
+    struct Push {
+        double of_cam;  // of V and S; of the speed model its rate
+        bool within;    // the cycle has a point behind the instant
+    };
+    Push At(double t) const
+    {
+        const Bracket at = Bracket_of(t);
+        return at.within ? Push{Push_of(Cam_at(at)), true} : Push{0.0, false};
+    }
+
+    /// Model_Derivs: dydx of (x, dx/dt) under a push. Just before a whole turn, where the angle rounds to 360 degrees
+    /// in 32 bits, dydx is left as it was: within 2E-8 of a turn, and meant. (149), (150).
+    void Slope(const Push& push, const Ode_Vector& y, Ode_Vector& dydx) const
+    {
+        if (!push.within)
+            return;
+        if (speed_model_)
+            dydx[0] = push.of_cam;
+        else
+            dydx = {y[1], Acceleration(push.of_cam, y[0], y[1])};
+    }
 
     /// Displacement of the cam and acceleration of the mass at a state that was reached, for the trajectory.
     struct Reached {
         double S;
         double Xddot;
     };
-    Reached At(double t, double x, double xdot) const;
+    Reached Reached_at(double t, double x, double xdot) const;
 
 private:
     struct Cam {
@@ -83,18 +104,39 @@ private:
         double share;
         bool within;  // the cycle has a point at its upper end
     };
-    Bracket Bracket_of(double t) const;
-    Cam Cam_at(const Bracket& at) const;
-    double Acceleration(const Cam& cam, double x, double xdot) const
+    /// Degrees within the turn, 32 bits.
+    double Angle_at(double t) const
     {
-        return of_V_ * cam.V + of_S_ * cam.S - of_xdot_ * xdot - of_x_ * x;
+        constexpr double turn = 360.0;
+        constexpr double most = 1e9;
+        const double angle = t * degrees_per_second_;
+        const double turns = angle / turn;
+        if (!(turns >= 0.0 && turns < most)) [[unlikely]]
+            return FN_Modulo(angle, turn);
+        return Single((turns - static_cast<int>(turns)) * turn);  // FN_Modulo without its call of floor
     }
+    Bracket Bracket_of(double t) const
+    {
+        const double place = by_step_(Angle_at(t));
+        const int lo = static_cast<int>(place);
+        const auto at = static_cast<std::size_t>(lo);
+        return {at, at + 1, place - lo, at < last_};
+    }
+    Cam Cam_at(const Bracket& at) const
+    {
+        const auto between = [&](double lo, double hi) { return (hi - lo) * at.share + lo; };
+        return {between(S_[at.lo], S_[at.hi]), between(V_[at.lo], V_[at.hi]) * V_per_second_,
+                integral_.empty() ? 0.0 : between(integral_max_ - integral_[at.lo], integral_max_ - integral_[at.hi])};
+    }
+    double Push_of(const Cam& cam) const { return speed_model_ ? Rate_of_Speed(cam) : of_V_ * cam.V + of_S_ * cam.S; }
+    double Rate_of_Speed(const Cam& cam) const;
+    double Acceleration(double push, double x, double xdot) const { return push - of_xdot_ * xdot - of_x_ * x; }
 
     std::span<const Single> S_;
     std::span<const Single> V_;
     std::span<const Single> integral_;  // of the torque; empty where the model does not ask for it
     double integral_max_ = 0.0;
-    double step_ = 1.0;
+    Division by_step_{1.0};
     double degrees_per_second_ = 0.0;
     double V_per_second_ = 1.0;
     std::size_t last_ = 0;

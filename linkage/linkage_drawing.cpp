@@ -87,12 +87,13 @@ bool Apart(World_Point a, World_Point b, double distance)
     return Length_of(a - b) > distance;
 }
 
-double Distance_to_Segment(World_Point p, World_Point a, World_Point b)
+/// From the nearest point of a segment to p.
+World_Point From_Segment(World_Point p, World_Point a, World_Point b)
 {
     const World_Point along = b - a;
     const double square = Dot(along, along);
     const double t = square > 0.0 ? std::clamp(Dot(p - a, along) / square, 0.0, 1.0) : 0.0;
-    return Length_of(p - (a + t * along));
+    return p - (a + t * along);
 }
 
 bool Has_Scene(const Design_State& design, Drawn_Cam cam)
@@ -136,7 +137,10 @@ double Swing_at(const Design_State& design, int i)
 class Machine {
 public:
     /// @param rest  of the lever, degrees
-    Machine(const Design_State& design, double rest) : design_(design), train_(design), rest_(rest) {}
+    Machine(const Design_State& design, double rest)
+        : design_(design), train_(design), input_(Arm_Input_of(design, rest)), rest_(rest)
+    {
+    }
 
     World_Point Pivot() const { return {design_.cam.ArmX, design_.cam.ArmY}; }
     World_Point O4() const { return {design_.linkage.O4x, design_.linkage.O4y}; }
@@ -144,15 +148,17 @@ public:
 
     Link_Input Input(int i) const
     {
-        Link_Input in = Input_at(design_, rest_, i);
+        Link_Input in = Input_at(design_, input_, i);
         in.theta2 += design_.cam.ArmDirect * (Swing_at(design_, i) - design_.results.CalcData(var::S, i)) * Rad_per_Deg;
         return in;
     }
-    Train_Pose Pose(int i) const { return train_.At(Input(i)); }
+    Train_Pose Pose(int i) const { return Pose(Input(i)); }
+    Train_Pose Pose(const Link_Input& in) const { return train_.At(in); }
     /// The end of link 2, which is the lever's own whether the rest connects or not.
-    World_Point A(int i) const
+    World_Point A(int i) const { return A(Input(i)); }
+    World_Point A(const Link_Input& in) const
     {
-        return Pivot() + design_.linkage.Link_2 * Direction(Input(i).theta2 + train_.Theta1());
+        return Pivot() + design_.linkage.Link_2 * Direction(in.theta2 + train_.Theta1());
     }
     /// The far end of the arm.
     World_Point Arm_End(int i) const
@@ -180,6 +186,7 @@ public:
 private:
     const Design_State& design_;
     Linkage_Train train_;
+    formulas::Arm_Input input_;
     double rest_;
 };
 
@@ -221,34 +228,49 @@ int Point_of_Effector(const Design_State& design)
     return Has_D(design) ? link_point::D : link_point::B;
 }
 
-/// A link with its pins.
+/// A link and the points that it carries, by link_point.
+struct Link_Pins {
+    int link;
+    std::vector<int> points;
+};
+
+/// The links of the first stage from the coupler on, and those of the second; link 2 is the lever's.
+std::vector<Link_Pins> First_Stage(const Design_State& design)
+{
+    using namespace link_point;
+    std::vector<Link_Pins> links{{3, {A, B}}};
+    if (Rocks_First(design))
+        links.push_back({4, {ground, B}});
+    if (Has_D(design))
+        links[Link_of_D(design) == 3 ? 0 : 1].points.push_back(D);
+    return links;
+}
+
+std::vector<Link_Pins> Second_Stage(const Design_State& design)
+{
+    using namespace link_point;
+    if (!Six_Links(design))
+        return {};
+    std::vector<Link_Pins> links{{5, {D, C}}};
+    if (!Ends_in_Slider(design))
+        links.push_back({6, {end, C}});
+    return links;
+}
+
+/// A link with its pins where they stand.
 struct Bar {
     int link;
     Points pins;
 };
 
-/// The bars of the first stage from the coupler on, and those of the second; link 2 is the lever's.
-std::vector<Bar> First_Stage(const Design_State& design, const Train_Pose& pose)
+std::vector<Bar> Bars_of(const std::vector<Link_Pins>& links, const Train_Pose& pose)
 {
-    using namespace link_point;
-    const auto at = [&](int p) { return pose.point[static_cast<std::size_t>(p)]; };
-    std::vector<Bar> bars{{3, {at(A), at(B)}}};
-    if (Rocks_First(design))
-        bars.push_back({4, {at(ground), at(B)}});
-    if (Has_D(design))
-        bars[Link_of_D(design) == 3 ? 0 : 1].pins.push_back(at(D));
-    return bars;
-}
-
-std::vector<Bar> Second_Stage(const Design_State& design, const Train_Pose& pose)
-{
-    using namespace link_point;
-    if (!Six_Links(design))
-        return {};
-    const auto at = [&](int p) { return pose.point[static_cast<std::size_t>(p)]; };
-    std::vector<Bar> bars{{5, {at(D), at(C)}}};
-    if (!Ends_in_Slider(design))
-        bars.push_back({6, {at(end), at(C)}});
+    std::vector<Bar> bars;
+    for (const Link_Pins& link : links) {
+        bars.push_back({link.link, {}});
+        for (const int point : link.points)
+            bars.back().pins.push_back(pose.point[static_cast<std::size_t>(point)]);
+    }
     return bars;
 }
 
@@ -296,6 +318,7 @@ public:
     World_Point Place(const std::string& word, const Points& candidates)
     {
         const World_Point half{size_ * letter_width * static_cast<double>(word.size()) / 2, size_ * letter_height / 2};
+        Scale_Segments(half);
         // The first of equals, and of nearly equals: a label then keeps its side while the cam turns.
         constexpr double later = 0.02;
         World_Point best = candidates.front();
@@ -330,6 +353,15 @@ private:
         World_Point at, half;
     };
 
+    /// In units of half a word.
+    void Scale_Segments(World_Point half)
+    {
+        const auto scaled = [&](World_Point p) { return World_Point{p.x / half.x, p.y / half.y}; };
+        scaled_segments_.clear();
+        for (const auto& [a, b] : segments_)
+            scaled_segments_.emplace_back(scaled(a), scaled(b));
+    }
+
     double Cost(World_Point at, World_Point half) const
     {
         constexpr double outside = 1000.0;
@@ -344,9 +376,12 @@ private:
         constexpr double crossed = 3.0;
         constexpr double near = 1.7;
         constexpr double close = 0.3;
-        const auto scaled = [&](World_Point p) { return World_Point{p.x / half.x, p.y / half.y}; };
-        for (const auto& [a, b] : segments_) {
-            const double distance = Distance_to_Segment(scaled(at), scaled(a), scaled(b));
+        const World_Point scaled{at.x / half.x, at.y / half.y};
+        for (const auto& [a, b] : scaled_segments_) {
+            const World_Point away = From_Segment(scaled, a, b);
+            if (std::max(std::abs(away.x), std::abs(away.y)) >= near)
+                continue;
+            const double distance = Length_of(away);
             cost += distance < 1.0 ? crossed : 0.0;
             cost += close * std::max(0.0, near - distance);
         }
@@ -356,6 +391,7 @@ private:
     World_Point low_, high_;
     double size_;
     std::vector<std::pair<World_Point, World_Point>> segments_;
+    std::vector<std::pair<World_Point, World_Point>> scaled_segments_;  // for the word at work
     std::vector<Box> boxes_;
 };
 
@@ -542,9 +578,9 @@ void Frame::Draw_Links()
     Draw_Bars({{2, {machine_.Pivot(), machine_.A(i_)}}}, Ink::link);
     if (!connects_somewhere_)
         return;
-    Draw_Bars(First_Stage(design_, pose_), Of_Links());
+    Draw_Bars(Bars_of(First_Stage(design_), pose_), Of_Links());
     if (Six_Links(design_))
-        Draw_Bars(Second_Stage(design_, pose_), Of_Links());
+        Draw_Bars(Bars_of(Second_Stage(design_), pose_), Of_Links());
 }
 
 /// The slider's way along its axis, hatched on the side that the links do not come from.
@@ -682,12 +718,15 @@ struct Extremes {
     }
 };
 
-void Hold_Pose(const Design_State& design, const Train_Pose& pose, Extremes& scene)
+/// All points that bars hang on.
+std::vector<std::size_t> Pinned_Points(const Design_State& design)
 {
-    for (const std::vector<Bar>& bars : {First_Stage(design, pose), Second_Stage(design, pose)})
-        for (const Bar& bar : bars)
-            for (const World_Point& pin : bar.pins)
-                scene.Hold(pin);
+    std::vector<std::size_t> pinned;
+    for (const std::vector<Link_Pins>& stage : {First_Stage(design), Second_Stage(design)})
+        for (const Link_Pins& link : stage)
+            for (const int point : link.points)
+                pinned.push_back(static_cast<std::size_t>(point));
+    return pinned;
 }
 
 Extremes Extremes_of(const Design_State& design, const Machine& machine)
@@ -696,18 +735,23 @@ Extremes Extremes_of(const Design_State& design, const Machine& machine)
     Extremes scene;
     const int points = design.motion.Max_Data_Points_used;
     if (c.Camtype == "Radial") {
+        const auto x = design.results.CalcData.Points(var::X_Surface);
+        const auto y = design.results.CalcData.Points(var::Y_Surface);
         double reach = c.Prime_Rad;
-        for (int i = 0; i <= points; ++i)
-            reach = std::max(reach, std::hypot(design.results.CalcData(var::X_Surface, i),
-                                               design.results.CalcData(var::Y_Surface, i)));
+        for (std::size_t i = 0; i <= static_cast<std::size_t>(points); ++i)
+            if (x[i] * x[i] + y[i] * y[i] > reach * reach)
+                reach = std::hypot(x[i], y[i]);
         scene.Hold({}, reach);
     }
     scene.Hold(machine.Pivot());
+    const std::vector<std::size_t> pinned = Pinned_Points(design);
     for (int i = 0; i <= points; ++i) {
         scene.Hold(Follower_at(design, machine, i), c.Follow_Rad);
-        scene.Hold(machine.A(i));
-        if (const Train_Pose pose = machine.Pose(i); pose.Connects())
-            Hold_Pose(design, pose, scene);
+        const Link_Input input = machine.Input(i);
+        scene.Hold(machine.A(input));
+        if (const Train_Pose pose = machine.Pose(input); pose.Connects())
+            for (const std::size_t point : pinned)
+                scene.Hold(pose.point[point]);
     }
     for (const Draggable& handle : Draggable_Points(design))
         scene.Hold(handle.at);

@@ -3,11 +3,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <complex>
+#include <span>
+#include <utility>
 #include <vector>
 
 #include "camgeom/arm.h"
 #include "core/ladder.h"
+#include "core/lanes.h"
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/text.h"
@@ -16,53 +18,7 @@
 
 namespace lobemax {
 
-namespace {
-
-using Vector = std::complex<double>;
-
-constexpr Vector quarter_turn{0.0, 1.0};
-
-Vector Unit(double angle)
-{
-    return {std::cos(angle), std::sin(angle)};
-}
-
-Vector As_Vector(const World_Point& p)
-{
-    return {p.x, p.y};
-}
-
-World_Point As_Point(const Vector& v)
-{
-    return {v.real(), v.imag()};
-}
-
-double Dot(const Vector& a, const Vector& b)
-{
-    return a.real() * b.real() + a.imag() * b.imag();
-}
-
-/// An end that moves: place, velocity, acceleration.
-struct Moving_Point {
-    Vector at, velocity, acceleration;
-};
-
-/// The far end of a link that hangs on a point.
-Moving_Point End_of(const Moving_Point& from, double length, double angle, const Link_Motion& link)
-{
-    const Vector arm = length * Unit(angle);
-    return {from.at + arm, from.velocity + quarter_turn * link.omega * arm,
-            from.acceleration + (quarter_turn * link.alpha - link.omega * link.omega) * arm};
-}
-
-/// Two links in a line have no limit to their speed; rounding leaves the sine of their angle a little beside zero.
-bool In_Line(double sine)
-{
-    constexpr double rounding = 1E-12;
-    return std::abs(sine) < rounding;
-}
-
-}  // namespace
+static_assert(formulas::link_rows == Max_Links + 1);
 
 bool Six_Links(const Design_State& design)
 {
@@ -89,252 +45,150 @@ int Link_of_D(const Design_State& design)
     return Is_Stephenson(design) ? 3 : 4;
 }
 
-Linkage_Train::Linkage_Train(const Design_State& design)
-    : six_(Six_Links(design)), slider_(Ends_in_Slider(design)), stephenson_(Is_Stephenson(design))
+namespace {
+
+Train_Kind Kind_of(const Design_State& design)
+{
+    if (Ends_in_Slider(design))
+        return Six_Links(design) ? Train_Kind::six_link_slider : Train_Kind::fourbar_slider;
+    if (!Six_Links(design))
+        return Train_Kind::fourbar;
+    return Is_Stephenson(design) ? Train_Kind::stephenson : Train_Kind::watt;
+}
+
+/// A line from one point to another, by its length and its direction, radians.
+struct Straight {
+    double length;
+    double direction;
+
+    Straight(const formulas::Vector<double>& from, const formulas::Vector<double>& to)
+        : length(std::hypot(to.x - from.x, to.y - from.y)), direction(Atan2(to.x - from.x, to.y - from.y))
+    {
+    }
+};
+
+/// How far the axis through S3 lies from the arm's pivot.
+double Offset_of_Axis(const Design_State& design, const Circular<double>& axis)
+{
+    const double x = design.linkage.S3x - design.cam.ArmX;
+    const double y = design.linkage.S3y - design.cam.ArmY;
+    return y * axis.cos - x * axis.sin;
+}
+
+double Sign_of(int assembly)
+{
+    return assembly < 0 ? -1.0 : 1.0;
+}
+
+formulas::Train Train_of(const Design_State& design, Train_Kind kind)
 {
     const Linkage_Group& k = design.linkage;
-    L2_ = k.Link_2;
-    L3_ = k.Link_3;
-    L4_ = k.Link_4;
-    L4a_ = k.Link_4a;
-    L5_ = k.Link_5;
-    L6_ = k.Link_6;
-    pivot_ = {design.cam.ArmX, design.cam.ArmY};
-    O4_ = {k.O4x, k.O4y};
-    O6_ = {k.O6x, k.O6y};
-    const Vector ground = As_Vector(O4_) - As_Vector(pivot_);
-    L1_ = std::abs(ground);
-    theta1_ = Atan2(ground.real(), ground.imag());
-    const Vector second = As_Vector(O6_) - As_Vector(O4_);
-    L1b_ = std::abs(second);
-    theta1b_ = Atan2(second.real(), second.imag());
-    delta4_degrees_ = k.Delta4;
-    delta4_ = delta4_degrees_ * Rad_per_Deg;
-    O4D_ = L4a_;
-    slider_angle_ = k.Global_Slider_angle_deg * Rad_per_Deg;
-    const Vector axis = Vector{k.S3x, k.S3y} - As_Vector(pivot_);
-    offset_ = six_ ? double{k.Offset6} : Dot(axis, quarter_turn * Unit(slider_angle_));
-    sign1_ = k.Assemflag1 < 0 ? -1.0 : 1.0;
-    sign2_ = k.Assemflag2 < 0 ? -1.0 : 1.0;
-}
-
-/// A fourbar stage: position (180) to (184), velocity (186), acceleration (187). Angles count from its ground.
-///
-/// A stage whose A or Ac is zero counts as indeterminate: meant. Mechanics has an angle of 180 degrees there, which the
-/// half-angle formula cannot give; it is one position between two points of the cycle.
-/// @return false where the stage does not connect
-bool Linkage_Train::Solve_Stage(const Stage& stage, const Link_Motion& in, Link_Motion& coupler, Link_Motion& out,
-                                bool& dead_centre) const
-{
-    const double L1 = stage.ground;
-    const double L2 = stage.input;
-    const double L3 = stage.coupler;
-    const double L4 = stage.output;
-    const double K1 = L1 / L2;
-    const double K2 = L1 / L4;
-    const double K4 = L1 / L3;
-    const double K3 = (L2 * L2 - L3 * L3 + L4 * L4 + L1 * L1) / (2 * L2 * L4);
-    const double K5 = (L4 * L4 - L1 * L1 - L2 * L2 - L3 * L3) / (2 * L2 * L3);
-    const double c = std::cos(in.theta);
-    const double s = std::sin(in.theta);
-    const double B = -2.0 * s;
-    const auto half_angle = [&](double a, double c0, double& angle) {
-        const double D = B * B - 4 * a * c0;
-        if (D < 0.0 || a == 0.0)
-            return false;
-        // Of the two equal forms of the root the one that adds: the other loses all its digits where a is small.
-        const double root = stage.sign * Sqr(D);
-        angle = 2 * std::atan(-B * root >= 0.0 ? (-B + root) / (a + a) : (c0 + c0) / (-B - root));
-        return true;
-    };
-    if (!half_angle(K3 + c - K1 - K2 * c, K3 + K1 - (K2 + 1) * c, out.theta) ||
-        !half_angle((K4 + 1) * c + K5 - K1, (K4 - 1) * c + K5 + K1, coupler.theta))
-        return false;
-
-    const double theta2 = in.theta;
-    const double theta3 = coupler.theta;
-    const double theta4 = out.theta;
-    const double sine = std::sin(theta3 - theta4);
-    if (In_Line(sine)) {
-        dead_centre = true;
-        return true;
+    formulas::Train t{};
+    t.pivot = {design.cam.ArmX, design.cam.ArmY};
+    t.O4 = {k.O4x, k.O4y};
+    t.O6 = {k.O6x, k.O6y};
+    const Straight ground(t.pivot, t.O4);
+    const Straight second(t.O4, t.O6);
+    const double delta4 = k.Delta4 * Rad_per_Deg;
+    const double slider_angle = k.Global_Slider_angle_deg * Rad_per_Deg;
+    const double sign1 = Sign_of(k.Assemflag1);
+    const double sign2 = Sign_of(k.Assemflag2);
+    t.L1 = ground.length;
+    t.L2 = k.Link_2;
+    t.L4 = k.Link_4;
+    t.L4a = k.Link_4a;
+    t.L6 = k.Link_6;
+    t.delta4_degrees = k.Delta4;
+    t.theta1 = Sin_Cos(ground.direction);
+    t.D_on_link = Sin_Cos(ground.direction + delta4);
+    t.axis = Sin_Cos(slider_angle);
+    const Circular<double> half_turn = Sin_Cos(PI);
+    if (kind != Train_Kind::fourbar_slider)
+        t.first = formulas::Fourbar_Stage::Of(t.L1, t.L2, k.Link_3, t.L4, sign1);
+    switch (kind) {
+    case Train_Kind::watt:
+        t.second = formulas::Fourbar_Stage::Of(second.length, t.L4a, k.Link_5, t.L6, sign2);
+        t.second_input = Sin_Cos(delta4 - (second.direction - ground.direction));
+        t.theta1b = Sin_Cos(second.direction);
+        break;
+    case Train_Kind::stephenson:
+        t.dyad = {.L5 = k.Link_5, .L6 = t.L6, .sign = sign2, .O6 = t.O6, .theta1b = second.direction};
+        break;
+    case Train_Kind::six_link_slider:
+        t.slider = {.input = t.L4a, .coupler = k.Link_5, .offset = k.Offset6, .sign = sign2, .half_turn = half_turn};
+        t.slider_input = Sin_Cos(ground.direction + delta4 - slider_angle);
+        break;
+    case Train_Kind::fourbar_slider:
+        t.slider = {.input = t.L2,
+                    .coupler = k.Link_3,
+                    .offset = Offset_of_Axis(design, t.axis),
+                    .sign = sign1,
+                    .half_turn = half_turn};
+        t.slider_input = Sin_Cos(ground.direction - slider_angle);
+        break;
+    case Train_Kind::fourbar:
+        break;
     }
-    coupler.omega = in.omega * L2 / L3 * std::sin(theta4 - theta2) / sine;
-    out.omega = in.omega * L2 / L4 * std::sin(theta2 - theta3) / -sine;
-
-    const double x3 = L3 * std::cos(theta3);
-    const double y3 = L3 * std::sin(theta3);
-    const double x4 = L4 * std::cos(theta4);
-    const double y4 = L4 * std::sin(theta4);
-    const double w2 = in.omega * in.omega;
-    const double w3 = coupler.omega * coupler.omega;
-    const double w4 = out.omega * out.omega;
-    const double P = w2 * L2 * c + in.alpha * L2 * s + w3 * x3 - w4 * x4;
-    const double Q = in.alpha * L2 * c - w2 * L2 * s - w3 * y3 + w4 * y4;
-    const double Den = x3 * y4 - x4 * y3;
-    coupler.alpha = (x4 * P - Q * y4) / Den;
-    out.alpha = (x3 * P - Q * y3) / Den;
-    return true;
+    return t;
 }
 
-/// The second stage of a Stephenson train: links 5 and 6 between D, which rides on the coupler, and O6. The sign of the
-/// root is that of a fourbar whose input ends in D. (188) to (190).
-bool Linkage_Train::Solve_Dyad(Train_Pose& pose) const
+formulas::Pose<double> Pose_of(const formulas::Train& train, Train_Kind kind, const formulas::Link<double>& input)
 {
-    const Link_Motion& two = pose.link[2];
-    const Link_Motion& three = pose.link[3];
-    const Moving_Point A = End_of({As_Vector(pivot_), {}, {}}, L2_, two.theta + theta1_, two);
-    const Moving_Point D = End_of(A, L4a_, three.theta + theta1_ + delta4_, three);
-    pose.point[link_point::D] = As_Point(D.at);
-
-    const Vector line = D.at - As_Vector(O6_);
-    const double R = std::abs(line);
-    if (R == 0.0)
-        return false;
-    const double cosine = (R * R + L6_ * L6_ - L5_ * L5_) / (2 * R * L6_);
-    const double square = 1.0 - cosine * cosine;
-    if (square < 0.0)
-        return false;
-    const double theta6 = std::arg(line) + sign2_ * std::atan2(Sqr(square), cosine);
-    const Vector e6 = Unit(theta6);
-    const Vector coupler = As_Vector(O6_) + L6_ * e6 - D.at;
-    const double theta5 = std::arg(coupler);
-    const Vector e5 = Unit(theta5);
-    Link_Motion& five = pose.link[5];
-    Link_Motion& six = pose.link[6];
-    five.theta = theta5 - theta1b_;
-    six.theta = theta6 - theta1b_;
-    pose.point[link_point::C] = As_Point(D.at + coupler);
-
-    const double sine = std::sin(theta5 - theta6);
-    const double cosine56 = std::cos(theta5 - theta6);
-    if (In_Line(sine)) {
-        pose.dead_centre = true;
-        return true;
+    switch (kind) {
+    case Train_Kind::watt:
+        return train.Watt(input);
+    case Train_Kind::stephenson:
+        return train.Stephenson(input);
+    case Train_Kind::fourbar_slider:
+        return train.Four_Slider(input);
+    case Train_Kind::six_link_slider:
+        return train.Six_Slider(input);
+    case Train_Kind::fourbar:
+        break;
     }
-    six.omega = Dot(D.velocity, e5) / (L6_ * sine);
-    five.omega = Dot(D.velocity, e6) / (L5_ * sine);
-    const double w5 = five.omega * five.omega * L5_;
-    const double w6 = six.omega * six.omega * L6_;
-    six.alpha = (Dot(D.acceleration, e5) - w5 + w6 * cosine56) / (L6_ * sine);
-    five.alpha = (Dot(D.acceleration, e6) + w6 - w5 * cosine56) / (L5_ * sine);
-    return true;
+    return train.Fourbar(input);
 }
 
-/// A stage that ends in a slider: coupler (191), slider (192) to (194). The coupler's angle is that of the line from
-/// the slider to the end of the link that drives it; the other assembly takes ArcSin(-r) and half a turn, so that it
-/// closes as well.
-///
-/// Where r is 1 or -1 to the last bit ArcSin gives 0: meant, as everywhere. Mechanics has a coupler square to the axis,
-/// and its slider a coupler's length off; no other position is touched.
-/// @return false where the coupler is too short, where mechanics has no place for the slider
-bool Linkage_Train::Slider_Stage(double a, double b, double c, double sign, const Link_Motion& in, Link_Motion& coupler,
-                                 Link_Motion& slider, bool& dead_centre) const
-{
-    const double y = a * std::sin(in.theta);
-    const double x = a * std::cos(in.theta);
-    const double r = (y - c) / b;
-    const std::optional<double> angle = Arc_Sine(r);
-    if (!angle)
-        return false;
-    coupler.theta = sign < 0.0 ? *angle : PI - *angle;
-    const double bx = b * std::cos(coupler.theta);
-    const double by = b * std::sin(coupler.theta);
-    slider.theta = x - bx;
-    if (std::abs(r) == 1.0) {
-        dead_centre = true;
-        return true;
-    }
-    const double w = in.omega * in.omega;
-    coupler.omega = x / bx * in.omega;
-    const double wc = coupler.omega * coupler.omega;
-    coupler.alpha = (in.alpha * x - w * y + wc * by) / bx;
-    slider.omega = -y * in.omega + by * coupler.omega;
-    slider.alpha = -y * in.alpha - x * w + by * coupler.alpha + bx * wc;
-    return true;
-}
+}  // namespace
 
-World_Point Linkage_Train::Of_Ground(double x, double y) const
+Linkage_Train::Linkage_Train(const Design_State& design)
+    : kind_(Kind_of(design)),
+      theta1_(Atan2(design.linkage.O4x - design.cam.ArmX, design.linkage.O4y - design.cam.ArmY)),
+      train_(Train_of(design, kind_))
 {
-    return As_Point(As_Vector(pivot_) + Vector{x, y} * Unit(theta1_));
-}
-
-World_Point Linkage_Train::On_Axis(const World_Point& from, double along, double across) const
-{
-    return As_Point(As_Vector(from) + Vector{along, across} * Unit(slider_angle_));
-}
-
-/// Points of the fourbar, (185).
-///
-/// D_Linked adds the typed degrees of Delta4 to the radians of Theta4, turns the sum to radians once more, and starts
-/// at B: meant. Mechanics starts at O4 and has 57.3 times the angle: D then rides on link 4, as link_point::D does,
-/// which drives the second stage and is what is drawn. D_Linked stays beside B, at Delta4 = 0 within 6.3 degrees of
-/// straight along the ground, however link 4 turns.
-void Linkage_Train::Place_First_Stage(Train_Pose& pose) const
-{
-    using namespace link_point;
-    const double theta2 = pose.link[2].theta;
-    const double theta4 = pose.link[4].theta;
-    pose.point[ground] = O4_;
-    pose.point[A] = Of_Ground(L2_ * std::cos(theta2), L2_ * std::sin(theta2));
-    const double Bx = L4_ * std::cos(theta4) + L1_;
-    const double By = L4_ * std::sin(theta4);
-    pose.point[B] = Of_Ground(Bx, By);
-    const double g = (delta4_degrees_ + theta4) * Rad_per_Deg;
-    pose.point[D_Linked] = Of_Ground(Bx + O4D_ * std::cos(g), By + O4D_ * std::sin(g));
-    pose.point[D] = As_Point(As_Vector(O4_) + L4a_ * Unit(theta4 + theta1_ + delta4_));
-    pose.point[C] = pose.point[D];
-    pose.point[end] = pose.point[D];
-}
-
-void Linkage_Train::Second_Stage(Train_Pose& pose) const
-{
-    using namespace link_point;
-    if (stephenson_) {
-        if (!Solve_Dyad(pose))
-            pose.fails_at = 2;
-        pose.point[end] = O6_;
-        return;
-    }
-    const Link_Motion& four = pose.link[4];
-    if (slider_) {
-        const Link_Motion in{four.theta + theta1_ + delta4_ - slider_angle_, four.omega, four.alpha};
-        pose.slider_fails = !Slider_Stage(L4a_, L5_, offset_, sign2_, in, pose.link[5], pose.link[6], pose.dead_centre);
-        pose.fails_at = pose.slider_fails ? 2 : 0;
-        pose.point[C] = On_Axis(O4_, pose.link[6].theta, offset_);
-        pose.point[end] = On_Axis(O4_, 0.0, offset_);
-        return;
-    }
-    const Link_Motion in{four.theta + delta4_ - (theta1b_ - theta1_), four.omega, four.alpha};
-    if (!Solve_Stage({L4a_, L5_, L6_, L1b_, sign2_}, in, pose.link[5], pose.link[6], pose.dead_centre))
-        pose.fails_at = 2;
-    pose.point[C] = As_Point(As_Vector(O6_) + L6_ * Unit(pose.link[6].theta + theta1b_));
-    pose.point[end] = O6_;
 }
 
 Train_Pose Linkage_Train::At(const Link_Input& input) const
 {
-    using namespace link_point;
+    const formulas::Link<double> two{
+        .theta = input.theta2, .omega = input.omega2, .alpha = input.alpha2, .direction = Sin_Cos(input.theta2)};
+    const bool slides_at_once = kind_ == Train_Kind::fourbar_slider;
     Train_Pose pose;
-    pose.link[2] = {input.theta2, input.omega2, input.alpha2};
-    if (slider_ && !six_) {
-        const Link_Motion in{input.theta2 + theta1_ - slider_angle_, input.omega2, input.alpha2};
-        pose.slider_fails = !Slider_Stage(L2_, L3_, offset_, sign1_, in, pose.link[3], pose.link[4], pose.dead_centre);
-        pose.fails_at = pose.slider_fails ? 1 : 0;
-        pose.point[A] = As_Point(As_Vector(pivot_) + L2_ * Unit(input.theta2 + theta1_));
-        pose.point[B] = On_Axis(pivot_, pose.link[4].theta, offset_);
-        pose.point[ground] = On_Axis(pivot_, 0.0, offset_);
-        for (const int other : {D, D_Linked, C, end})
-            pose.point[static_cast<std::size_t>(other)] = pose.point[B];
-        return pose;
-    }
-    if (!Solve_Stage({L2_, L3_, L4_, L1_, sign1_}, pose.link[2], pose.link[3], pose.link[4], pose.dead_centre)) {
+    pose.link[2] = {two.theta, two.omega, two.alpha};
+    if (!slides_at_once && !train_.first.Connects(two.direction)) {
         pose.fails_at = 1;
         return pose;
     }
-    Place_First_Stage(pose);
-    if (six_)
-        Second_Stage(pose);
+    const formulas::Pose<double> found = Pose_of(train_, kind_, two);
+    const auto take = [&](int first, int last) {
+        for (int link = first; link <= last; ++link) {
+            const formulas::Link<double>& from = found.link[link];
+            pose.link[static_cast<std::size_t>(link)] = {from.theta, from.omega, from.alpha};
+        }
+    };
+    if (!found.first_connects)
+        pose.fails_at = 1;
+    else if (!found.connects)
+        pose.fails_at = 2;
+    pose.slider_fails =
+        slides_at_once ? pose.fails_at == 1 : kind_ == Train_Kind::six_link_slider && pose.fails_at == 2;
+    if (pose.fails_at != 1)
+        take(3, 4);
+    if (pose.Connects())
+        take(5, 6);
+    pose.dead_centre = pose.Connects() && !found.moves;
+    for (std::size_t p = 0; p < pose.point.size(); ++p)
+        pose.point[p] = {found.point[p].x, found.point[p].y};
     return pose;
 }
 
@@ -356,25 +210,27 @@ double Arm_Angle_at_Rest(Design_State& design)
     return angle;
 }
 
-namespace {
-
-double Theta2_at(const Design_State& design, double rest, double displacement)
+formulas::Arm_Input Arm_Input_of(const Design_State& design, double rest)
 {
     const Linkage_Group& k = design.linkage;
     const Cam_Group& c = design.cam;
+    const Motion_Group& m = design.motion;
     const double theta1 = Atan2(k.O4x - c.ArmX, k.O4y - c.ArmY) * Deg_per_Rad;
-    return (c.ArmDirect * displacement + (rest - k.Delta2 - theta1)) * Rad_per_Deg;
+    return {.direction = double(c.ArmDirect),
+            .rest = rest - k.Delta2 - theta1,
+            .speed = m.Time_Base == 1 ? 1.0 : double{m.Shaft_speed}};
 }
 
-}  // namespace
+Link_Input Input_at(const Design_State& design, const formulas::Arm_Input& input, int i)
+{
+    const Table<Single>& data = design.results.CalcData;
+    return {input.Theta2(double{data(var::S, i)}), input.Omega2(double{data(var::V, i)}),
+            input.Alpha2(double{data(var::A, i)})};
+}
 
 Link_Input Input_at(const Design_State& design, double rest, int i)
 {
-    const Table<Single>& data = design.results.CalcData;
-    const Motion_Group& m = design.motion;
-    const double speed = m.Time_Base == 1 ? 1.0 : double{m.Shaft_speed};
-    return {Theta2_at(design, rest, data(var::S, i)), data(var::V, i) * Rad_per_Deg * speed,
-            data(var::A, i) * Rad_per_Deg * speed * speed};
+    return Input_at(design, Arm_Input_of(design, rest), i);
 }
 
 Link_Input True_Input(const Design_State& design, double rest, int i)
@@ -552,6 +408,122 @@ bool Calc_Linkage_At(Design_State& design, int point, Integer& answer)
     return shown;
 }
 
+namespace {
+
+Linkage_Rows Rows_of(Design_State& design)
+{
+    Results_Group& r = design.results;
+    const Table<Single>& data = r.CalcData;
+    Linkage_Rows rows{.S = Bits(data.Points(var::S)),
+                      .V = Bits(data.Points(var::V)),
+                      .A = Bits(data.Points(var::A)),
+                      .theta{},
+                      .omega{},
+                      .alpha{},
+                      .x{},
+                      .y{}};
+    for (int row = 0; row < formulas::link_rows; ++row) {
+        rows.theta[row] = Bits(r.Link_Theta.Points(row));
+        rows.omega[row] = Bits(r.Link_Omega.Points(row));
+        rows.alpha[row] = Bits(r.Link_Alpha.Points(row));
+        rows.x[row] = Bits(r.Link_X.Points(row));
+        rows.y[row] = Bits(r.Link_Y.Points(row));
+    }
+    return rows;
+}
+
+/// All points of a train in their order: as many at a time as the processor has lanes, and one by one those that do not
+/// connect, stand at a dead centre or fault.
+class Cycle_of_Train {
+public:
+    Cycle_of_Train(Design_State& design, Integer& answer)
+        : design_(design),
+          answer_(answer),
+          rest_(Arm_Angle_at_Rest(design)),
+          train_(design),
+          count_(static_cast<std::size_t>(design.motion.Max_Data_Points_used) + 1),
+          rows_(Rows_of(design))
+    {
+        Checked_Place(static_cast<int>(count_) - 1, 0, design.results.CalcData.Last_Point());
+    }
+
+    /// @return false where the user or a slider without a place ended it
+    bool Go()
+    {
+        const formulas::Arm_Input input = Arm_Input_of(design_, rest_);
+        const Linkage_Kernels::Poses kernel =
+            Kernels_in_Use<Linkage_Kernels>().poses[static_cast<std::size_t>(train_.Kind())];
+        bool goes_on = true;
+        Run_Points(
+            count_,
+            [&](std::size_t first, std::size_t count) {
+                if (!goes_on)
+                    return count;
+                const std::size_t next = kernel(train_.Formula(), input, rows_, first, count);
+                if (next > first)
+                    Connects(first, next - 1);
+                return next;
+            },
+            [&](std::size_t i) { goes_on = One_Point(i); });
+        if (last_good_ >= 0)
+            Take_Working_Values();
+        return goes_on;
+    }
+    bool Connects_Somewhere() const { return first_good_ >= 0; }
+
+private:
+    void Connects(std::size_t first, std::size_t last)
+    {
+        if (first_good_ < 0) {
+            first_good_ = static_cast<int>(first);
+            for (int before = 0; before < first_good_; ++before)
+                Keep_Pose(design_, before, first_good_);
+        }
+        last_good_ = static_cast<int>(last);
+    }
+
+    bool One_Point(std::size_t i)
+    {
+        const int point = static_cast<int>(i);
+        const Outcome outcome = Calculate_Point(design_, train_, rest_, point, answer_);
+        if (outcome == Outcome::ended)
+            return false;
+        Linkage_Group& k = design_.linkage;
+        if (outcome == Outcome::kept) {
+            if (first_good_ >= 0)
+                Keep_Pose(design_, point, point - 1);
+            k.Link_Broken += 1;
+        } else {
+            Connects(i, i);
+            k.Link_Indeterminate += outcome == Outcome::dead_centre ? 1 : 0;
+        }
+        return true;
+    }
+
+    /// The working values are those of the last point that connects.
+    void Take_Working_Values()
+    {
+        const Results_Group& r = design_.results;
+        Linkage_Group& k = design_.linkage;
+        for (int link = First_Moving_Link; link <= Last_Link(design_); ++link) {
+            k.Theta_of_link(link) = r.Link_Theta(link, last_good_);
+            k.Omega_of_link(link) = r.Link_Omega(link, last_good_);
+            k.Alpha_of_link(link) = r.Link_Alpha(link, last_good_);
+        }
+    }
+
+    Design_State& design_;
+    Integer& answer_;
+    double rest_;
+    Linkage_Train train_;
+    std::size_t count_;
+    Linkage_Rows rows_;
+    int first_good_ = -1;
+    int last_good_ = -1;
+};
+
+}  // namespace
+
 bool Calc_Linkage_All(Design_State& design, Integer& answer)
 {
     Apply(design, Event::linkage_began);
@@ -560,29 +532,12 @@ bool Calc_Linkage_All(Design_State& design, Integer& answer)
         if (!Prepare(design))
             return;
         answer = retry_answer;
-        Linkage_Group& k = design.linkage;
-        k.Link_Broken = 0;
-        k.Link_Indeterminate = 0;
-        const int points = design.motion.Max_Data_Points_used;
-        const double rest = Arm_Angle_at_Rest(design);
-        const Linkage_Train train(design);
-        int first_good = -1;
-        for (int i = 0; i <= points; ++i) {
-            const Outcome outcome = Calculate_Point(design, train, rest, i, answer);
-            if (outcome == Outcome::ended)
-                return;
-            const bool connects = outcome != Outcome::kept;
-            if (connects && first_good < 0) {
-                first_good = i;
-                for (int before = 0; before < i; ++before)
-                    Keep_Pose(design, before, i);
-            } else if (!connects && first_good >= 0) {
-                Keep_Pose(design, i, i - 1);
-            }
-            k.Link_Broken += connects ? 0 : 1;
-            k.Link_Indeterminate += outcome == Outcome::dead_centre ? 1 : 0;
-        }
-        if (first_good < 0) {
+        design.linkage.Link_Broken = 0;
+        design.linkage.Link_Indeterminate = 0;
+        Cycle_of_Train cycle(design, answer);
+        if (!cycle.Go())
+            return;
+        if (!cycle.Connects_Somewhere()) {
             Show_Message(
                 "The links connect at no point of the cycle.\nCheck their lengths, the pivots and the assembly.",
                 Buttons::OK, Symbol::exclamation);
@@ -602,8 +557,8 @@ std::vector<double> Unwrapped(std::span<const Single> angles)
     out.reserve(angles.size());
     double turns = 0.0;
     for (std::size_t i = 0; i < angles.size(); ++i) {
-        if (i > 0)
-            turns -= turn * std::round((angles[i] - angles[i - 1]) / turn);
+        if (const double step = i > 0 ? angles[i] - angles[i - 1] : 0.0; std::abs(step) >= turn / 2)
+            turns -= turn * std::round(step / turn);
         out.push_back(angles[i] + turns);
     }
     return out;
@@ -636,46 +591,102 @@ std::vector<double> From_One_End(std::vector<double> values, bool from_largest)
     return values;
 }
 
-/// Divided by the peak; zeros for a link that stands.
-std::vector<double> By_Peak(std::vector<double> values)
-{
-    const auto [least, largest] = std::ranges::minmax(values);
-    const double peak = std::max(std::abs(least), std::abs(largest));
-    for (double& value : values)
-        value = peak == 0.0 ? 0.0 : value / peak;
-    return values;
-}
-
 /// The place of the largest value.
 std::size_t Place_of_Largest(const std::vector<double>& values)
 {
     return static_cast<std::size_t>(std::ranges::max_element(values) - values.begin());
 }
 
-void Store_Ratio(Row<Single>& ratio, const std::vector<double>& last, const std::vector<double>& arm)
+/// A row as the ratios take it: as it is stored, or without jumps.
+class Motion_Row {
+public:
+    explicit Motion_Row(std::span<const Single> stored) : stored_(stored)
+    {
+        const Row_Range range = Kernels_in_Use<Linkage_Kernels>().range(Bits(stored), stored.size());
+        least_ = range.least;
+        largest_ = range.largest;
+    }
+    /// The position of a link.
+    static Motion_Row Positions(const Design_State& design, int link)
+    {
+        const auto stored = design.results.Link_Theta.Points(link);
+        const bool slides = Ends_in_Slider(design) && link == Last_Link(design);
+        if (slides || !Kernels_in_Use<Linkage_Kernels>().jumps(Bits(stored), stored.size()))
+            return Motion_Row(stored);
+        return Motion_Row(Unwrapped(stored));
+    }
+
+    formulas::Motion_Share As_Place(bool from_largest) const
+    {
+        return {.place = true, .end = from_largest ? largest_ : least_, .whole = largest_ - least_};
+    }
+    formulas::Motion_Share As_Rate() const
+    {
+        return {.place = false, .end = 0.0, .whole = std::max(std::abs(least_), std::abs(largest_))};
+    }
+    std::size_t Size() const { return without_jumps_.empty() ? stored_.size() : without_jumps_.size(); }
+    double operator[](std::size_t i) const { return without_jumps_.empty() ? double{stored_[i]} : without_jumps_[i]; }
+    /// The first point with its least or its largest value.
+    std::size_t Place_of_End(bool largest) const
+    {
+        const double end = largest ? largest_ : least_;
+        std::size_t i = 0;
+        while ((*this)[i] != end)
+            ++i;
+        return i;
+    }
+    /// Null where it is not as stored.
+    const float* Bits_as_Stored() const { return without_jumps_.empty() ? Bits(stored_) : nullptr; }
+
+private:
+    explicit Motion_Row(std::vector<double> without_jumps) : without_jumps_(std::move(without_jumps))
+    {
+        const auto [least, largest] = std::ranges::minmax(without_jumps_);
+        least_ = least;
+        largest_ = largest;
+    }
+
+    std::span<const Single> stored_;
+    std::vector<double> without_jumps_;
+    double least_ = 0.0;
+    double largest_ = 0.0;
+};
+
+void Store_Ratio(Row<Single>& ratio, const formulas::Motion_Ratio& formula, const Motion_Row& last,
+                 const Motion_Row& arm)
 {
-    for (std::size_t i = 0; i < last.size(); ++i)
-        ratio(static_cast<int>(i)) = arm[i] == 0.0 ? 0.0 : last[i] / arm[i];
+    const Linkage_Kernels::Ratios kernel = Kernels_in_Use<Linkage_Kernels>().ratios;
+    Checked_Place(static_cast<int>(last.Size()) - 1, 0, ratio.Last());
+    const auto stored = ratio.Points();
+    const bool as_stored = last.Bits_as_Stored() && arm.Bits_as_Stored();
+    Run_Points(
+        last.Size(),
+        [&](std::size_t first, std::size_t count) {
+            return as_stored ? kernel(formula, last.Bits_as_Stored(), arm.Bits_as_Stored(), Bits(stored), first, count)
+                             : first;
+        },
+        [&](std::size_t i) { stored[i] = formula(last[i], arm[i]); });
 }
 
 /// Both positions normalised. The arm's starts at its rest. That of a fourth link starts where the arm's direction has
 /// it; a sixth link's may turn either way whatever the arm does, so it starts at its end that is nearer to the arm's
 /// rest.
-std::vector<double> Normalised_Last(const Design_State& design, const std::vector<double>& arm)
+void Store_Ratio_of_Positions(Design_State& design)
 {
-    const std::vector<double> last = Positions_of(design, Last_Link(design));
-    bool from_largest = design.cam.ArmDirect < 1;
-    if (Six_Links(design)) {
-        const double risen = last[Place_of_Largest(arm)];
-        const auto rest = static_cast<std::size_t>(std::ranges::min_element(arm) - arm.begin());
-        from_largest = risen < last[rest];
-    }
-    return From_One_End(last, from_largest);
+    const Motion_Row last = Motion_Row::Positions(design, Last_Link(design));
+    const Motion_Row arm = Motion_Row::Positions(design, First_Moving_Link);
+    const bool arm_falls = design.cam.ArmDirect < 1;
+    bool last_falls = arm_falls;
+    if (Six_Links(design))
+        last_falls = last[arm.Place_of_End(!arm_falls)] < last[arm.Place_of_End(arm_falls)];
+    Store_Ratio(design.results.Link_Ratio_S, {last.As_Place(last_falls), arm.As_Place(arm_falls)}, last, arm);
 }
 
-std::vector<double> Normalised_Arm(const Design_State& design)
+void Store_Ratio_of_Rates(Row<Single>& ratio, const Table<Single>& table, int link)
 {
-    return From_One_End(Positions_of(design, First_Moving_Link), design.cam.ArmDirect < 1);
+    const Motion_Row last(table.Points(link));
+    const Motion_Row arm(table.Points(First_Moving_Link));
+    Store_Ratio(ratio, {last.As_Rate(), arm.As_Rate()}, last, arm);
 }
 
 }  // namespace
@@ -684,13 +695,9 @@ void Normalize_Ratios(Design_State& design)
 {
     // A slider's train has its arm's angles as arcs, angle x ArmRad; divided by their own range they are the same.
     Results_Group& r = design.results;
-    const int last = Last_Link(design);
-    const std::vector<double> arm = Normalised_Arm(design);
-    Store_Ratio(r.Link_Ratio_S, Normalised_Last(design, arm), arm);
-    Store_Ratio(r.Link_Ratio_V, By_Peak(Rates_of(r.Link_Omega, last)),
-                By_Peak(Rates_of(r.Link_Omega, First_Moving_Link)));
-    Store_Ratio(r.Link_Ratio_A, By_Peak(Rates_of(r.Link_Alpha, last)),
-                By_Peak(Rates_of(r.Link_Alpha, First_Moving_Link)));
+    Store_Ratio_of_Positions(design);
+    Store_Ratio_of_Rates(r.Link_Ratio_V, r.Link_Omega, Last_Link(design));
+    Store_Ratio_of_Rates(r.Link_Ratio_A, r.Link_Alpha, Last_Link(design));
 }
 
 Effector_Summary Summary_of_Effector(const Design_State& design)
@@ -736,6 +743,7 @@ double Error_of_Driving(Design_State& design)
 {
     const double rest = Arm_Angle_at_Rest(design);
     const Linkage_Train train(design);
+    const formulas::Arm_Input input = Arm_Input_of(design, rest);
     const int last = Last_Link(design);
     const auto S = design.results.CalcData.Points(var::S);
     const int points = design.motion.Max_Data_Points_used;
@@ -745,7 +753,7 @@ double Error_of_Driving(Design_State& design)
     for (int i = 0; i <= points; ++i) {
         const double s = S[static_cast<std::size_t>(i)];
         const double ratio = design.results.Link_Ratio_S(i);
-        const Train_Pose pose = train.At({Theta2_at(design, rest, s / (ratio == 0.0 ? 1.0 : ratio)), 0.0, 0.0});
+        const Train_Pose pose = train.At({input.Theta2(s / (ratio == 0.0 ? 1.0 : ratio)), 0.0, 0.0});
         double value = pose.link[static_cast<std::size_t>(last)].theta;
         if (!Ends_in_Slider(design) && !reached.empty()) {
             turns -= PI2 * std::round((value + turns - reached.back()) / PI2);

@@ -22,6 +22,7 @@
 #include "core/basic_types.h"
 #include "core/design_state.h"
 #include "core/surface.h"
+#include "linkage/linkage_rows.h"
 
 namespace lobemax {
 
@@ -37,17 +38,6 @@ int Last_Link(const Design_State& design);
 int Link_of_D(const Design_State& design);
 
 inline constexpr int First_Moving_Link = 2;  // on the arm
-
-/// Rows of Link_X and Link_Y, points in the machine's coordinates, the cam centre at the origin.
-namespace link_point {
-inline constexpr int D = 0;         // the joint or mark on its link, at Link 4a and Delta4
-inline constexpr int ground = 1;    // O4; of a fourbar slider the foot of the arm pivot on the axis
-inline constexpr int A = 2;         // end of link 2
-inline constexpr int B = 3;         // end of link 3
-inline constexpr int D_Linked = 4;  // D as link 4's own arithmetic places it, see Solve_Fourbar
-inline constexpr int C = 5;         // end of link 5
-inline constexpr int end = 6;       // O6; of a six-link slider the foot of O4 on the axis
-}  // namespace link_point
 
 /// One link at one instant.
 struct Link_Motion {
@@ -83,32 +73,13 @@ public:
     /// Direction of the line of pivots, radians.
     double Theta1() const { return theta1_; }
 
-private:
-    struct Stage {
-        double input, coupler, output, ground;  // lengths
-        double sign;                            // of the root
-    };
-    bool Solve_Stage(const Stage& stage, const Link_Motion& in, Link_Motion& coupler, Link_Motion& out,
-                     bool& dead_centre) const;
-    bool Solve_Dyad(Train_Pose& pose) const;
-    bool Slider_Stage(double a, double b, double c, double sign, const Link_Motion& in, Link_Motion& coupler,
-                      Link_Motion& slider, bool& dead_centre) const;
-    void Place_First_Stage(Train_Pose& pose) const;
-    void Second_Stage(Train_Pose& pose) const;
-    World_Point Of_Ground(double x, double y) const;
-    World_Point On_Axis(const World_Point& from, double along, double across) const;
+    Train_Kind Kind() const { return kind_; }
+    const formulas::Train& Formula() const { return train_; }
 
-    bool six_, slider_, stephenson_;
-    double L1_, L2_, L3_, L4_, L4a_, L5_, L6_;
-    double theta1_;          // radians
-    double delta4_;          // radians
-    double delta4_degrees_;  // as typed
-    double O4D_;
-    double slider_angle_;   // radians
-    double offset_;         // of the slider's axis from the pivot of the link that drives it
-    double L1b_, theta1b_;  // second stage: ground length and direction
-    World_Point pivot_, O4_, O6_;
-    double sign1_, sign2_;
+private:
+    Train_Kind kind_;
+    double theta1_;
+    formulas::Train train_;
 };
 
 /// Arm angle at rest in degrees: from the arm's pivot to the roller centre where the follower starts. Arm_Geometry's
@@ -123,6 +94,9 @@ double Arm_Angle_at_Rest(Design_State& design);
 /// links have the other sign, and what accelerations have of the square of the speed counts against the rest.
 /// True_Input has them so.
 Link_Input Input_at(const Design_State& design, double rest, int i);
+/// The same by what is constant of it over a design.
+formulas::Arm_Input Arm_Input_of(const Design_State& design, double rest);
+Link_Input Input_at(const Design_State& design, const formulas::Arm_Input& input, int i);
 /// The same as mechanics has it.
 Link_Input True_Input(const Design_State& design, double rest, int i);
 

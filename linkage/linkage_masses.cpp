@@ -215,7 +215,7 @@ Mass_over_Cycle True_Mass_over_Cycle(Design_State& design)
     const bool six = Six_Links(design);
     const bool slider = Ends_in_Slider(design);
     const double arm = Square(Arm_Length(design));
-    const double rest = Arm_Angle_at_Rest(design);
+    const formulas::Arm_Input of_arm = Arm_Input_of(design, Arm_Angle_at_Rest(design));
     const Linkage_Train train(design);
     constexpr Vector quarter_turn{0.0, 1.0};
     const auto rotating = [&](int link, double length, double angle, double omega) {
@@ -225,7 +225,7 @@ Mass_over_Cycle True_Mass_over_Cycle(Design_State& design)
     double sum = 0.0;
     int count = 0;
     for (int i = 0; i <= design.motion.Max_Data_Points_used; ++i) {
-        Link_Input input = Input_at(design, rest, i);
+        Link_Input input = Input_at(design, of_arm, i);
         input.omega2 = 1.0;  // twice the energy is then that over the square of the arm's speed, at rest too
         input.alpha2 = 0.0;
         const Train_Pose pose = train.At(input);

@@ -2,16 +2,16 @@
 #include "motion/fourier.h"
 
 #include <algorithm>
-#include <bit>
+#include <array>
 #include <cmath>
-#include <cstdint>
-#include <cstring>
 #include <span>
 #include <vector>
 
 #include "core/ladder.h"
+#include "core/lanes.h"
 #include "core/messages.h"
 #include "core/traps.h"
+#include "motion/fourier_rows.h"
 
 namespace lobemax {
 
@@ -31,60 +31,9 @@ struct Phasor {
     double sin;
 };
 
-/// Numbers side by side, which the machine handles at once, and their bits.
-using Lanes [[gnu::vector_size(2 * sizeof(double))]] = double;
-using Lane_Bits [[gnu::vector_size(2 * sizeof(std::int64_t))]] = std::int64_t;
-constexpr std::size_t lanes = 2;
+using formulas::Angle_Slip;
 
-Lanes Load(const double* x)
-{
-    Lanes v;
-    std::memcpy(&v, x, sizeof v);
-    return v;
-}
-
-/// How far the angle of a term as the plain sum forms it, which is rounded after each of its three operations, lies
-/// above (k - 1) x 6.283185308 x m / N, for one harmonic k and the terms m = n - 1.
-///
-/// At 2880 points the angle reaches 18000 radians, where its roundings come to 6e-12: left out, they would be the
-/// whole difference between a fast sum and the plain one. The slip is the difference of two products, found without
-/// loss: of each the leading 40 bits of one factor times a count of up to 12 bits have room in a double.
-/// Source: Dekker, A floating-point technique for extending the available precision, Numerische Mathematik 18.
-class Angle_Slip {
-public:
-    static_assert(Max_Points < 4096, "a count of points has 12 bits");
-
-    Angle_Slip(int k, double n) : turn_((k - 1) * PI2), high_(High(Lanes{turn_, turn_})[0]), n_(n)
-    {
-        const double lost = std::fma(1.0 - k, PI2, turn_);
-        low_ = (turn_ - high_) - lost;
-    }
-
-    /// The angle of term m, with its roundings.
-    double Angle(double m) const { return turn_ * m / n_; }
-
-    /// The slip times N of terms m.
-    Lanes Times_N(Lanes m) const
-    {
-        const Lanes angle = turn_ * m / n_;
-        const Lanes high = High(angle);
-        return (high * n_ - high_ * m) + ((angle - high) * n_ - low_ * m);
-    }
-    double Times_N(double m) const { return Times_N(Lanes{m, m})[0]; }
-
-private:
-    /// The leading 40 of 53 bits.
-    static Lanes High(Lanes x)
-    {
-        constexpr std::int64_t leading = ~std::int64_t{0x1FFF};
-        return std::bit_cast<Lanes>(std::bit_cast<Lane_Bits>(x) & leading);
-    }
-
-    double turn_;
-    double high_;  // turn_ = high_ + low_, the latter with what the product that made turn_ lost
-    double low_ = 0.0;
-    double n_;
-};
+static_assert(Max_Points < 4096, "a count of points has 12 bits, as Angle_Slip wants");
 
 /// cos and sin of (k - 1) x 6.283185308 x j x stride / N, without rounding of the angle, for j = 0, 1, ...
 ///
@@ -110,7 +59,7 @@ public:
         if ((k - 1) % anchor == 0)
             Anchor(slip);
         else
-            Turn();
+            turn_(cos_.data(), sin_.data(), step_cos_.data(), step_sin_.data(), cos_.size());
     }
     const double* Cos() const { return cos_.data(); }
     const double* Sin() const { return sin_.data(); }
@@ -127,21 +76,13 @@ private:
             sin_[j] = s - above * c;
         }
     }
-    void Turn()
-    {
-        for (std::size_t j = 0; j < cos_.size(); ++j) {
-            const double c = cos_[j] * step_cos_[j] - sin_[j] * step_sin_[j];
-            sin_[j] = sin_[j] * step_cos_[j] + cos_[j] * step_sin_[j];
-            cos_[j] = c;
-        }
-    }
-
     std::vector<double> cos_;
     std::vector<double> sin_;
     std::vector<double> step_cos_;
     std::vector<double> step_sin_;
     std::vector<double> place_;
     double n_ = 1.0;
+    decltype(Fourier_Kernels::turn) turn_ = Kernels_in_Use<Fourier_Kernels>().turn;
 };
 
 /// Sum of x(m) e^(i a(m)) over the samples, m from 0, for one harmonic after the other, a the angle with its
@@ -151,91 +92,97 @@ private:
 /// p: about 2 sqrt(N) phasors a harmonic in place of N. The slip d of a term's angle turns its sample a little,
 /// x (1 + i d), where it can be felt.
 class Harmonic_Kernel {
-    static constexpr std::size_t unrolled = 2 * lanes;  // two running sums hide the time of an addition
-
 public:
     explicit Harmonic_Kernel(std::span<const Single> samples)
-        : n_(static_cast<double>(samples.size())),
+        : kernels_(Kernels_in_Use<Fourier_Kernels>()),
+          n_(static_cast<double>(samples.size())),
           block_(Whole_Block(samples.size())),
-          x_((samples.size() + block_ - 1) / block_ * block_),  // zeros fill the last block
+          blocks_(Times_Fitted(samples.size(), block_)),
+          groups_(Times_Fitted(blocks_, kernels_.side_by_side)),
+          x_(groups_ * kernels_.side_by_side * block_),  // zeros fill the last blocks
+          cos_(groups_ * kernels_.side_by_side),
+          sin_(cos_.size()),
           fine_(block_, 1.0, n_),
-          coarse_(x_.size() / block_, static_cast<double>(block_), n_)
+          coarse_(blocks_, static_cast<double>(block_), n_)
     {
-        std::ranges::copy(samples, x_.begin());
+        for (std::size_t m = 0; m < samples.size(); ++m)
+            x_[Place_of(m)] = samples[m];
     }
 
     /// Sum of harmonic k; they are asked for in order, from 1.
     Phasor Sum(int k)
     {
-        // The three roundings are each at most 1.2e-16 of the angle: below this one they stay under 7e-13.
-        constexpr double felt = 2048.0;
-        const Angle_Slip slip(k, n_);
+        const Angle_Slip slip = Angle_Slip::Of(k, n_);
         fine_.Go_to_Harmonic(k, slip);
         coarse_.Go_to_Harmonic(k, slip);
+        Find_Inner_Sums(slip);
         Phasor sum{0.0, 0.0};
-        for (std::size_t p = 0; p * block_ < x_.size(); ++p) {
-            const std::size_t start = p * block_;
-            const auto [c, s] =
-                slip.Angle(static_cast<double>(start + block_)) < felt ? Inner_Sum(start) : Inner_Sum(start, slip);
-            sum.cos += coarse_.Cos()[p] * c - coarse_.Sin()[p] * s;
-            sum.sin += coarse_.Sin()[p] * c + coarse_.Cos()[p] * s;
+        for (std::size_t p = 0; p < blocks_; ++p) {
+            sum.cos += coarse_.Cos()[p] * cos_[p] - coarse_.Sin()[p] * sin_[p];
+            sum.sin += coarse_.Sin()[p] * cos_[p] + coarse_.Cos()[p] * sin_[p];
         }
         return sum;
     }
 
 private:
+    static constexpr std::size_t pair = 2;  // samples of a block that stand together
+
+    /// How many of a size it takes to hold a count.
+    static std::size_t Times_Fitted(std::size_t count, std::size_t size) { return (count + size - 1) / size; }
+
     static std::size_t Whole_Block(std::size_t count)
     {
+        constexpr std::size_t multiple = 2 * pair;
         const auto root = static_cast<std::size_t>(std::ceil(std::sqrt(static_cast<double>(count))));
-        return (root + unrolled - 1) / unrolled * unrolled;
+        return Times_Fitted(root, multiple) * multiple;
     }
 
-    Phasor Inner_Sum(std::size_t start) const
+    /// Of sample m among those of its group, Sample_Blocks.
+    std::size_t Place_of(std::size_t m) const
     {
-        const double* const x = &x_[start];
-        const double* const cosines = fine_.Cos();
-        const double* const sines = fine_.Sin();
-        Lanes c[2]{};
-        Lanes s[2]{};
-        for (std::size_t q = 0; q < block_; q += unrolled)
-            for (std::size_t u = 0; u < 2; ++u) {
-                const Lanes sample = Load(x + q + u * lanes);
-                c[u] += Load(cosines + q + u * lanes) * sample;
-                s[u] += Load(sines + q + u * lanes) * sample;
-            }
-        return Total(c[0] + c[1], s[0] + s[1]);
+        const std::size_t side = kernels_.side_by_side;
+        const std::size_t p = m / block_;
+        const std::size_t q = m % block_;
+        return (p / side * block_ + q / pair * pair) * side + p % side * pair + q % pair;
     }
 
-    Phasor Inner_Sum(std::size_t start, const Angle_Slip& slip) const
+    /// With the slip of their terms where it can be felt.
+    void Find_Inner_Sums(const Angle_Slip& slip)
     {
-        const double* const x = &x_[start];
-        const double* const cosines = fine_.Cos();
-        const double* const sines = fine_.Sin();
-        const double first = static_cast<double>(start);
-        Lanes m{first, first + 1.0};
-        Lanes c{};
-        Lanes s{};
-        Lanes c_turned{};
-        Lanes s_turned{};
-        for (std::size_t q = 0; q < block_; q += lanes) {
-            const Lanes sample = Load(x + q);
-            const Lanes turned = slip.Times_N(m) * sample;
-            const Lanes cosine = Load(cosines + q);
-            const Lanes sine = Load(sines + q);
-            c += cosine * sample;
-            s += sine * sample;
-            c_turned += cosine * turned;
-            s_turned += sine * turned;
-            m += static_cast<double>(lanes);
+        // The three roundings are each at most 1.2e-16 of the angle: below this one they stay under 7e-13.
+        constexpr double felt = 2048.0;
+        const Sample_Blocks samples{.x = x_.data(), .block = block_, .cosines = fine_.Cos(), .sines = fine_.Sin()};
+        const auto feels = [&](std::size_t p) { return !(slip.Angle(static_cast<double>((p + 1) * block_)) < felt); };
+        std::size_t first_felt = 0;
+        while (first_felt < blocks_ && !feels(first_felt))
+            ++first_felt;
+        const std::size_t side = kernels_.side_by_side;
+        for (std::size_t group = 0; group < groups_; ++group) {
+            const std::size_t p = group * side;
+            if (first_felt < p + side)
+                kernels_.slipped_sums(samples, slip, group, &cos_[p], &sin_[p]);
+            if (p >= first_felt)
+                continue;
+            // Of a group with blocks of both kinds those in front of the first that feels it are found without.
+            std::array<double, most_side_by_side> cos;
+            std::array<double, most_side_by_side> sin;
+            kernels_.sums(samples, group, cos.data(), sin.data());
+            const std::size_t without = std::min(side, first_felt - p);
+            std::copy_n(cos.begin(), without, &cos_[p]);
+            std::copy_n(sin.begin(), without, &sin_[p]);
         }
-        return Total(c - s_turned / n_, s + c_turned / n_);
     }
 
-    static Phasor Total(const Lanes& c, const Lanes& s) { return {c[0] + c[1], s[0] + s[1]}; }
+    static constexpr std::size_t most_side_by_side = 4;
 
+    const Fourier_Kernels& kernels_;
     double n_;
     std::size_t block_;
+    std::size_t blocks_;
+    std::size_t groups_;
     std::vector<double> x_;
+    std::vector<double> cos_;  // inner sums, by block
+    std::vector<double> sin_;
     Phasor_Table fine_;
     Phasor_Table coarse_;
 };
@@ -251,7 +198,7 @@ void Complete(Table<double>& table, int k)
 {
     const double real = table(real_row, k);
     const double imag = table(imag_row, k);
-    table(square_row, k) = Power(real, 2) + Power(imag, 2);
+    table(square_row, k) = real * real + imag * imag;
     table(magnitude_row, k) = Sqr(table(square_row, k));
     table(phase_row, k) = Dft_Phase(real, imag);
 }

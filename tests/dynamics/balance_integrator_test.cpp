@@ -44,7 +44,7 @@ protected:
         const Oscillator equation;
         Balance_Accuracy accuracy;
         accuracy.eps = eps;
-        Balance_Integrator integrator(design, Balance_Derivatives(equation), accuracy);
+        Balance_Integrator integrator(design, Ode_Derivatives(equation), accuracy);
         integrator.Start(0.0, {1.0, 0.0});
         for (int k = 1; k <= 10; ++k)
             EXPECT_TRUE(integrator.To(t * k / 10));
@@ -72,7 +72,7 @@ TEST_F(Balance_Steps, a_polynomial_of_time_is_exact_to_the_fifth_power)
     Balance_Accuracy accuracy;
     accuracy.eps = 1.0;
     accuracy.start_step = 1.0;
-    Balance_Integrator integrator(design, Balance_Derivatives(equation), accuracy);
+    Balance_Integrator integrator(design, Ode_Derivatives(equation), accuracy);
     integrator.Start(1.0, {0.2, 1.0});
     ASSERT_TRUE(integrator.To(2.0));
     EXPECT_EQ(integrator.Steps(), 1);
@@ -85,7 +85,7 @@ TEST_F(Balance_Steps, a_step_that_is_taken_at_once_costs_eleven_derivatives)
     Balance_Accuracy accuracy;
     accuracy.eps = 1.0;
     accuracy.start_step = 0.01;
-    Balance_Integrator integrator(design, Balance_Derivatives(equation), accuracy);
+    Balance_Integrator integrator(design, Ode_Derivatives(equation), accuracy);
     integrator.Start(0.0, {1.0, 0.0});
     ASSERT_TRUE(integrator.To(0.01));
     EXPECT_EQ(integrator.Steps(), 1);
@@ -97,7 +97,7 @@ TEST_F(Balance_Steps, a_step_grows_by_four_at_the_most)
     const auto equation = [](double, const Balance_State&, Balance_State& dydx) { dydx = {1.0, 0.0}; };
     Balance_Accuracy accuracy;
     accuracy.start_step = 1.0;
-    Balance_Integrator integrator(design, Balance_Derivatives(equation), accuracy);
+    Balance_Integrator integrator(design, Ode_Derivatives(equation), accuracy);
     integrator.Start(0.0, {1.0, 1.0});
     ASSERT_TRUE(integrator.To(1.0 + 4.0 + 16.0));
     EXPECT_EQ(integrator.Steps(), 3);
@@ -110,7 +110,7 @@ TEST_F(Balance_Steps, too_many_steps_are_told_and_given_up)
     Balance_Accuracy accuracy;
     accuracy.eps = 1e-6;
     accuracy.max_steps = 5;
-    Balance_Integrator integrator(design, Balance_Derivatives(equation), accuracy);
+    Balance_Integrator integrator(design, Ode_Derivatives(equation), accuracy);
     integrator.Start(0.0, {1.0, 0.0});
     script_.Expect({did_not_converge});
     EXPECT_FALSE(integrator.To(100.0));
@@ -124,7 +124,7 @@ TEST_F(Balance_Steps, the_count_of_steps_begins_anew_with_a_motion)
     Balance_Accuracy accuracy;
     accuracy.start_step = 1.0;
     accuracy.max_steps = 1;
-    Balance_Integrator integrator(design, Balance_Derivatives(equation), accuracy);
+    Balance_Integrator integrator(design, Ode_Derivatives(equation), accuracy);
     for (int motion = 1; motion <= 3; ++motion) {
         integrator.Start(0.0, {1.0, 1.0});
         EXPECT_TRUE(integrator.To(1.0));
@@ -140,7 +140,7 @@ TEST_F(Balance_Steps, a_step_below_the_smallest_asks_and_hints_once)
     accuracy.start_step = 0.001;
     accuracy.min_step = 10.0;  // every step is below it
     accuracy.max_steps = 3;
-    Balance_Integrator integrator(design, Balance_Derivatives(equation), accuracy);
+    Balance_Integrator integrator(design, Ode_Derivatives(equation), accuracy);
     integrator.Start(0.0, {1.0, 0.0});
     script_.Expect({below_minimum, Buttons::Retry_Cancel, Symbol::exclamation, Answer::Retry});
     script_.Expect({hint});
@@ -156,7 +156,7 @@ TEST_F(Balance_Steps, cancel_at_a_step_below_the_smallest_ends_the_run)
     const Oscillator equation;
     Balance_Accuracy accuracy;
     accuracy.min_step = 10.0;
-    Balance_Integrator integrator(design, Balance_Derivatives(equation), accuracy);
+    Balance_Integrator integrator(design, Ode_Derivatives(equation), accuracy);
     integrator.Start(0.0, {1.0, 0.0});
     script_.Expect({below_minimum, Buttons::Retry_Cancel, Symbol::exclamation, Answer::Cancel});
     EXPECT_FALSE(integrator.To(100.0));
@@ -168,7 +168,7 @@ TEST_F(Balance_Steps, a_step_that_does_not_move_the_time_asks)
     const auto equation = [](double, const Balance_State&, Balance_State& dydx) { dydx = {0.0, 0.0}; };
     Balance_Accuracy accuracy;
     accuracy.start_step = 1e-16;
-    Balance_Integrator integrator(design, Balance_Derivatives(equation), accuracy);
+    Balance_Integrator integrator(design, Ode_Derivatives(equation), accuracy);
     integrator.Start(10.0, {0.0, 0.0});
     const std::string asks =
         "\nThe step size has become insignificant in the Runge-Kutta ODE solver.\n Time step =  1E-16  sec,  Time "
@@ -180,7 +180,7 @@ TEST_F(Balance_Steps, a_step_that_does_not_move_the_time_asks)
 
     // Retry takes the step that stood still as one, after the hint.
     accuracy.max_steps = 1;
-    Balance_Integrator again(design, Balance_Derivatives(equation), accuracy);
+    Balance_Integrator again(design, Ode_Derivatives(equation), accuracy);
     EXPECT_FALSE(design.flags.Calc_Abort);
     again.Start(10.0, {0.0, 0.0});
     script_.Expect({asks, Buttons::Retry_Cancel, Symbol::exclamation, Answer::Retry});
@@ -192,7 +192,7 @@ TEST_F(Balance_Steps, a_step_that_does_not_move_the_time_asks)
 TEST_F(Balance_Steps, an_interval_that_runs_backwards_is_refused)
 {
     const Oscillator equation;
-    Balance_Integrator integrator(design, Balance_Derivatives(equation), {});
+    Balance_Integrator integrator(design, Ode_Derivatives(equation), {});
     integrator.Start(1.0, {1.0, 0.0});
     script_.Expect({"H has gone negative at line 22"});
     EXPECT_FALSE(integrator.To(0.5));
@@ -205,7 +205,7 @@ TEST_F(Balance_Steps, an_accuracy_of_zero_is_a_division_by_zero)
     const Oscillator equation;
     Balance_Accuracy accuracy;
     accuracy.eps = 0.0;
-    Balance_Integrator integrator(design, Balance_Derivatives(equation), accuracy);
+    Balance_Integrator integrator(design, Ode_Derivatives(equation), accuracy);
     integrator.Start(0.0, {1.0, 0.0});
     try {
         integrator.To(1.0);

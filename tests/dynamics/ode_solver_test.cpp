@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "dynamics/ode_solver.h"
+#include "dynamics/ode_steps.h"
 
 #include <gtest/gtest.h>
 
@@ -181,7 +181,7 @@ TEST_F(Integrator, has_the_order_four_with_fixed_steps)
         for (int k = 0; k < steps; ++k) {
             o(k * h, y, dydx);
             Ode_Vector next{};
-            Ode_Rk4(Ode_Derivatives(o), y, dydx, 2, k * h, h, next);
+            Ode_Rk4(Ode_Derivatives(o), y, dydx, k * h, h, next);
             y = next;
         }
         return std::hypot(y[0] - std::cos(2.0), y[1] + std::sin(2.0));
@@ -195,7 +195,7 @@ TEST_F(Integrator, weighs_its_stages_so_that_a_cubic_is_exact)
     const auto cubic = [](double t, const Ode_Vector&, Ode_Vector& dydx) { dydx = {1 + 2 * t + 3 * t * t, -t}; };
     Ode_Vector y{}, dydx{}, end{};
     cubic(0.5, y, dydx);
-    Ode_Rk4(Ode_Derivatives(cubic), y, dydx, 2, 0.5, 1.5, end);
+    Ode_Rk4(Ode_Derivatives(cubic), y, dydx, 0.5, 1.5, end);
     EXPECT_NEAR(end[0], (2 + 4 + 8) - (0.5 + 0.25 + 0.125), 1e-14);
     EXPECT_NEAR(end[1], -(4 - 0.25) / 2, 1e-14);
 }
@@ -215,10 +215,62 @@ TEST_F(Integrator, asks_them_ten_times_more_for_each_retry)
     const Oscillator o{10.0};
     Ode_Step step{{1.0, 0.0}, {0.0, -100.0}, 0.0};
     double hdid = 0.0, hnext = 0.0;
-    Ode_Quality_Step(design, Ode_Derivatives(o), step, 2, 0.5, 1e-6, {1.0, 10.0}, hdid, hnext);
+    Ode_Quality_Step(design, Ode_Derivatives(o), step, 0.5, 1e-6, {1.0, 10.0}, hdid, hnext);
     EXPECT_LT(hdid, 0.5);
     EXPECT_EQ(o.calls % 10, 0);
     EXPECT_GE(o.calls, 20);
+}
+
+/// An oscillator that is driven by time; it counts how often it is asked where its drive stands.
+struct Driven {
+    mutable int instants = 0;
+    mutable int slopes = 0;
+
+    double At(double t) const
+    {
+        ++instants;
+        return std::sin(30 * t);
+    }
+    void Slope(double drive, const Ode_Vector& y, Ode_Vector& dydx) const
+    {
+        ++slopes;
+        dydx = {y[1], 400 * (drive - y[0]) - 2 * y[1]};
+    }
+};
+
+TEST_F(Integrator, finds_what_an_instant_decides_once_for_all_stages_that_fall_on_it)
+{
+    const Driven driven;
+    double hdid = 0.0, hnext = 0.0;
+    Ode_Step step{{0.1, 0.0}, {0.0, -40.0}, 0.0};
+    const double drive = Ode_Quality_Step(design, driven, step, 1e-4, 1e-3, {1.0, 1.0}, hdid, hnext);
+    EXPECT_EQ(drive, std::sin(30 * step.x)) << "the next step starts there";
+    EXPECT_EQ(driven.instants, 5) << "both ends of the second half are asked for, the whole step's and its own";
+    EXPECT_EQ(driven.slopes, 10);
+}
+
+TEST_F(Integrator, takes_the_same_steps_whether_an_equation_shares_its_instants_or_not)
+{
+    const Driven driven;
+    const auto by_time = [&](double t, const Ode_Vector& y, Ode_Vector& dydx) { driven.Slope(driven.At(t), y, dydx); };
+    const auto trajectory = [&](const auto& equation) {
+        design.dynamics.Ode_Max_Steps = 5000;
+        design.results.Ode_Time.Dimension(5000);
+        design.results.Ode_States.Dimension(3, 5000);
+        y_ = {0.1, 0.0};
+        Ode_Integrate(design, equation, y_, 2, 0.0, 2.0, 1e-5, 0.01, 0.0, good_, retried_);
+        std::vector<double> points;
+        for (int j = 1; j <= Count(); ++j)
+            for (const double value : {double{design.results.Ode_Time(j)}, double{design.results.Ode_States(1, j)},
+                                       double{design.results.Ode_States(2, j)}})
+                points.push_back(value);
+        points.insert(points.end(), {y_[0], y_[1], double(good_), double(retried_)});
+        return points;
+    };
+    const std::vector<double> shared = trajectory(driven);
+    EXPECT_GT(Count(), 100);
+    EXPECT_GT(retried_, 5);
+    EXPECT_EQ(shared, trajectory(Ode_Derivatives(by_time)));
 }
 
 TEST_F(Integrator, corrects_a_step_by_a_fifteenth_of_the_difference_of_halves_and_whole)
@@ -230,12 +282,12 @@ TEST_F(Integrator, corrects_a_step_by_a_fifteenth_of_the_difference_of_halves_an
     o(0.7, step.y, step.dydx);
     const Ode_Step before = step;
     Ode_Vector half{}, slope{}, halves{}, whole{};
-    Ode_Rk4(f, before.y, before.dydx, 2, 0.7, h / 2, half);
+    Ode_Rk4(f, before.y, before.dydx, 0.7, h / 2, half);
     o(0.7 + h / 2, half, slope);
-    Ode_Rk4(f, half, slope, 2, 0.7 + h / 2, h / 2, halves);
-    Ode_Rk4(f, before.y, before.dydx, 2, 0.7, h, whole);
+    Ode_Rk4(f, half, slope, 0.7 + h / 2, h / 2, halves);
+    Ode_Rk4(f, before.y, before.dydx, 0.7, h, whole);
     double hdid = 0.0, hnext = 0.0;
-    Ode_Quality_Step(design, f, step, 2, h, 1.0, {1.0, 1.0}, hdid, hnext);
+    Ode_Quality_Step(design, f, step, h, 1.0, {1.0, 1.0}, hdid, hnext);
     EXPECT_EQ(hdid, h);
     EXPECT_EQ(step.x, 0.7 + h);
     for (const std::size_t i : {0U, 1U})
@@ -251,25 +303,25 @@ TEST_F(Integrator, sets_the_next_step_by_the_fifth_root_of_the_error)
     Ode_Vector dydx{}, half{}, slope{}, halves{}, whole{};
     const Ode_Vector y{1.0, 0.0};
     o(0.0, y, dydx);
-    Ode_Rk4(f, y, dydx, 2, 0.0, h / 2, half);
+    Ode_Rk4(f, y, dydx, 0.0, h / 2, half);
     o(h / 2, half, slope);
-    Ode_Rk4(f, half, slope, 2, h / 2, h / 2, halves);
-    Ode_Rk4(f, y, dydx, 2, 0.0, h, whole);
+    Ode_Rk4(f, half, slope, h / 2, h / 2, halves);
+    Ode_Rk4(f, y, dydx, 0.0, h, whole);
     const double error = std::max(std::abs(halves[0] - whole[0]), std::abs(halves[1] - whole[1]));
     for (const double share : {0.9, 0.01, 0.0007}) {
         Ode_Step step{y, dydx, 0.0};
         double hdid = 0.0, hnext = 0.0;
-        Ode_Quality_Step(design, f, step, 2, h, error / share, {1.0, 1.0}, hdid, hnext);
+        Ode_Quality_Step(design, f, step, h, error / share, {1.0, 1.0}, hdid, hnext);
         EXPECT_EQ(hdid, h);
         EXPECT_NEAR(hnext, 0.9 * h * std::pow(share, -0.2), 1e-7 * h) << share;
     }
     Ode_Step step{y, dydx, 0.0};
     double hdid = 0.0, hnext = 0.0;
-    Ode_Quality_Step(design, f, step, 2, h, error / 0.0005, {1.0, 1.0}, hdid, hnext);
+    Ode_Quality_Step(design, f, step, h, error / 0.0005, {1.0, 1.0}, hdid, hnext);
     EXPECT_EQ(hnext, 4 * h);
     // An error above the accuracy shortens the step by its fourth root.
     step = {y, dydx, 0.0};
-    Ode_Quality_Step(design, f, step, 2, h, error / 3.0, {1.0, 1.0}, hdid, hnext);
+    Ode_Quality_Step(design, f, step, h, error / 3.0, {1.0, 1.0}, hdid, hnext);
     EXPECT_NEAR(hdid, 0.9 * h * std::pow(3.0, -0.25), 1e-7 * h);
 }
 
@@ -278,7 +330,7 @@ TEST_F(Integrator, leaves_what_the_derivatives_leave)
     // Of a right side that writes nothing the derivative stays the one before.
     const auto silent = [](double, const Ode_Vector&, Ode_Vector&) {};
     Ode_Vector end{};
-    Ode_Rk4(Ode_Derivatives(silent), {1.0, 2.0}, {6.0, 12.0}, 2, 0.0, 0.5, end);
+    Ode_Rk4(Ode_Derivatives(silent), {1.0, 2.0}, {6.0, 12.0}, 0.0, 0.5, end);
     EXPECT_DOUBLE_EQ(end[0], 1.0 + 0.5 * 6.0);
     EXPECT_DOUBLE_EQ(end[1], 2.0 + 0.5 * 12.0);
 }
@@ -468,7 +520,7 @@ TEST_F(Integrator, a_start_from_rest_that_is_pushed_gently_finds_its_way)
     constexpr int steps = 20000;
     for (int k = 0; k < steps; ++k) {
         push(k * 1.0 / steps, y, dydx);
-        Ode_Rk4(Ode_Derivatives(push), y, dydx, 2, k * 1.0 / steps, 1.0 / steps, y);
+        Ode_Rk4(Ode_Derivatives(push), y, dydx, k * 1.0 / steps, 1.0 / steps, y);
     }
     ASSERT_NE(y[0], 0.0);
     EXPECT_NEAR(y_[0] / y[0], 1.0, 1e-4);

@@ -314,7 +314,7 @@ TEST_F(Vibration, the_right_side_reads_the_cam_on_a_straight_line_between_its_po
         const double S = Data(1, i) + (Data(1, i + 1) - Data(1, i)) * share;
         const double V = Data(2, i) + (Data(2, i + 1) - Data(2, i)) * share;
         Ode_Vector dydx{};
-        model(angle * degree, {0.7, -3.0}, dydx);
+        model.Slope(model.At(angle * degree), {0.7, -3.0}, dydx);
         EXPECT_EQ(dydx[0], -3.0);
         EXPECT_NEAR(dydx[1], q.c * V + q.e * S + q.a * 3.0 - q.b * 0.7, 2e-4 * q.b);
     }
@@ -327,12 +327,12 @@ TEST_F(Vibration, the_right_side_leaves_the_derivative_where_the_angle_rounds_to
     const Vibration_Model model(design);
     const double turn = 360.0 / (30.0 * Deg_per_Rad);
     Ode_Vector dydx{123.0, 456.0};
-    model(turn * (1 - 1e-9), {1.0, 1.0}, dydx);
+    model.Slope(model.At(turn * (1 - 1e-9)), {1.0, 1.0}, dydx);
     EXPECT_EQ(dydx, (Ode_Vector{123.0, 456.0}));
-    model(turn * (1 - 1e-6), {1.0, 1.0}, dydx);
+    model.Slope(model.At(turn * (1 - 1e-6)), {1.0, 1.0}, dydx);
     EXPECT_EQ(dydx[0], 1.0);
     // The trajectory takes the last point there.
-    EXPECT_NEAR(model.At(turn * (1 - 1e-9), 0.0, 0.0).S, Data(1, 360), 1e-6);
+    EXPECT_NEAR(model.Reached_at(turn * (1 - 1e-9), 0.0, 0.0).S, Data(1, 360), 1e-6);
 }
 
 TEST_F(Vibration, the_reserved_model_of_the_shafts_speed_has_one_equation)
@@ -347,7 +347,7 @@ TEST_F(Vibration, the_reserved_model_of_the_shafts_speed_has_one_equation)
     const Vibration_Model model(design);
     Ode_Vector dydx{0.0, 99.0};
     const double t = 200.5 * pi / 180 / 30.0;
-    model(t, {5.0, 6.0}, dydx);
+    model.Slope(model.At(t), {5.0, 6.0}, dydx);
     const double S = (Data(1, 200) + Data(1, 201)) / 2, E = 3600.0 - 2005.0;
     EXPECT_NEAR(dydx[0], std::sqrt((2 * 30.0 * E - S * S * 4.0 - 2 * 20.0 * S) / 2.0), 1e-3);
     EXPECT_EQ(dydx[1], 99.0);
@@ -613,6 +613,22 @@ TEST_F(Vibration, a_cancelled_run_leaves_the_flag_down)
     EXPECT_FALSE(Solve_Model(design, run, steps));
     EXPECT_FALSE(f().Modelflag);
     EXPECT_TRUE(f().Calc_Abort);
+}
+
+TEST_F(Vibration, a_shorter_run_leaves_nothing_of_a_longer_one_behind)
+{
+    ASSERT_TRUE(Run(3, 1e-6));
+    const int longer = d().Ode_Count;
+    ASSERT_TRUE(Run(3));
+    const int count = d().Ode_Count;
+    ASSERT_LT(count, longer);
+    const Results_Group& r = design.results;
+    EXPECT_GT(r.Ode_Time(count), 0.0);
+    for (int j = count + 1; j <= r.Ode_Time.Last(); ++j) {
+        ASSERT_EQ(r.Ode_Time(j), 0.0) << j;
+        for (int row = 0; row <= r.Ode_States.Last_Row(); ++row)
+            ASSERT_EQ(r.Ode_States(row, j), 0.0) << row << ", " << j;
+    }
 }
 
 TEST_F(Vibration, an_error_in_mid_run_leaves_the_flag_down)

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "core/lanes.h"
 #include "core/startup.h"
 #include "edit/examples.h"
 #include "motion/segments.h"
@@ -101,6 +102,26 @@ TEST_F(Fourier, a_spike_and_noise_follow_the_roundings_of_the_plain_sum)
     Fill(var::S, [&](int) { return static_cast<double>(random()) / 4294967296.0 - 0.5; });
     Expect_Plain_Sum(var::S, 0, 2879);  // a prime
     Expect_Plain_Sum(var::S, 1440, 2879);
+}
+
+TEST_F(Fourier, it_has_the_same_bits_at_every_width_of_lanes)
+{
+    ASSERT_TRUE(Set_Step(design, 0.125));
+    ASSERT_TRUE(Calc_All(design, true));
+    for (const int last : {2880, 2879, 1441, 97, 5, 1}) {
+        const auto harmonics = [&](Lane_Width width) {
+            const Forced_Lanes forced(width);
+            Calc_DFT(design, var::A, 0, last);
+            std::vector<double> all;
+            for (const int row : {0, 1, 2, 3, 4})
+                for (int k = 1; k <= last; ++k)
+                    all.push_back(B(row, k));
+            return all;
+        };
+        const std::vector<double> reference = harmonics(Lane_Width::reference);
+        for (const Lane_Width width : {Lane_Width::sse2, Lane_Width::avx2, Lane_Width::avx512})
+            EXPECT_EQ(harmonics(width), reference) << last << ", " << static_cast<int>(width);
+    }
 }
 
 TEST_F(Fourier, a_variable_of_zeros_has_no_harmonic_and_no_phase)
