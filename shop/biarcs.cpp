@@ -172,6 +172,7 @@ public:
 
 private:
     static constexpr int Own_Points = 8;  // of the curve that a span is held against at least
+    static constexpr int Probes = 8;
     static constexpr double Near = 1e-3;  // of a span's length: how exactly its end is looked for
 
     void Add(double t, Vector from, Vector to, double bulge)
@@ -233,11 +234,17 @@ private:
         const auto& nodes = samples_.Nodes();
         const auto first = std::upper_bound(nodes.begin(), nodes.end(), from,
                                             [](double t, const Curve_Samples::Node& n) { return t < n.t; });
-        auto node = first;
-        for (; node != nodes.end() && node->t < to; ++node)
+        const auto after =
+            std::lower_bound(first, nodes.end(), to, [](const Curve_Samples::Node& n, double t) { return n.t < t; });
+        const std::ptrdiff_t count = after - first;
+        // A few first: a span that is too long leaves the curve there too.
+        for (int k = 1; k < 2 * Probes && count > 4 * Probes; k += 2)
+            if (!holds(first[count * k / (2 * Probes)].place))
+                return false;
+        for (auto node = first; node != after; ++node)
             if (!holds(node->place))
                 return false;
-        if (node - first < Own_Points)
+        if (count < Own_Points)
             for (int i = 1; i <= Own_Points; ++i)
                 if (!holds(curve_.at(from + (to - from) * i / (Own_Points + 1))))
                     return false;
