@@ -56,21 +56,43 @@ void True_Points(benchmark::State& state, const char* example)
 BENCHMARK_CAPTURE(True_Points, translating, "Double Dwell")->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(True_Points, arm, "Oscillating")->Unit(benchmark::kMicrosecond);
 
-void Retracing(benchmark::State& state, const char* example)
+/// @param step  degrees, of the angles and of the surface's points
+void Retrace_Steps(benchmark::State& state, const char* example, double step, Looking looking)
 {
     Make(example);
     const True_Cam cam(design);
     std::vector<Vector> points;
     std::vector<double> angles;
-    for (int i = 0; i < 2880; ++i) {
-        angles.push_back(0.125 * i);
+    for (int i = 0; i * step < 360.0; ++i) {
+        angles.push_back(i * step);
         points.push_back(cam.At(angles.back()).surface);
     }
     for (auto _ : state)
-        benchmark::DoNotOptimize(Retrace(cam, Surface_Path::Through(points), angles));
+        benchmark::DoNotOptimize(Retrace(cam, Surface_Path::Through(points), angles, looking));
+}
+
+void Retracing(benchmark::State& state, const char* example)
+{
+    Retrace_Steps(state, example, 0.125, Looking::where_it_may_touch);
 }
 BENCHMARK_CAPTURE(Retracing, translating, "Double Dwell")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Retracing, flat, "Flat Follower")->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(Retracing, arm, "Oscillating")->Unit(benchmark::kMicrosecond);
+
+void Retracing_of_361_Points(benchmark::State& state, const char* example)
+{
+    Retrace_Steps(state, example, 1.0, Looking::where_it_may_touch);
+}
+BENCHMARK_CAPTURE(Retracing_of_361_Points, translating, "Double Dwell")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Retracing_of_361_Points, arm, "Oscillating")->Unit(benchmark::kMicrosecond);
+
+/// What leaving out saves: every element at every angle.
+void Retracing_Everywhere(benchmark::State& state, const char* example)
+{
+    Retrace_Steps(state, example, 1.0, Looking::everywhere);
+}
+BENCHMARK_CAPTURE(Retracing_Everywhere, translating, "Double Dwell")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Retracing_Everywhere, arm, "Oscillating")->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace lobemax

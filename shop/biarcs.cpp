@@ -44,6 +44,38 @@ double Beside(Vector point, const Curve_Place& place, double curvature)
     return f / (1.0 + std::sqrt(std::max(0.0, 1.0 + curvature * f)));
 }
 
+/// The points within a distance of the arc through a place: Beside solved for its f, which rises with the distance as
+/// far as the arc's centre, so that nothing has to be divided and no root to be drawn.
+class Band {
+public:
+    Band(const Curve_Place& place, double curvature, double wide)
+        : place_(place),
+          curvature_(curvature),
+          wide_(wide),
+          least_(-wide * (2.0 - curvature * wide)),
+          most_(wide * (2.0 + curvature * wide)),
+          reaches_centre_(std::abs(curvature) * wide >= 1.0)
+    {
+    }
+
+    bool Holds(Vector point) const
+    {
+        if (reaches_centre_)
+            return std::abs(Beside(point, place_, curvature_)) <= wide_;
+        const Vector q = point - place_.point;
+        const double f = curvature_ * Square(q) - 2.0 * Dot(Quarter(place_.tangent), q);
+        return f >= least_ && f <= most_;
+    }
+
+private:
+    Curve_Place place_;
+    double curvature_;
+    double wide_;
+    double least_;
+    double most_;
+    bool reaches_centre_;
+};
+
 /// Two arcs from place to place that meet in a common tangent, or one line.
 struct Span {
     Curve_Place first;
@@ -56,10 +88,10 @@ struct Span {
     bool line = false;
     bool sound = false;  // it exists and turns forwards
 
+    bool Before_Joint(Vector point) const { return Dot(point - joint.point, joint.tangent) <= 0.0; }
     double Off(Vector point) const
     {
-        const bool before = Dot(point - joint.point, joint.tangent) <= 0.0;
-        return std::abs(before ? Beside(point, first, curvature_1) : Beside(point, last, curvature_2));
+        return std::abs(Before_Joint(point) ? Beside(point, first, curvature_1) : Beside(point, last, curvature_2));
     }
 };
 
@@ -140,6 +172,7 @@ public:
 
 private:
     static constexpr int Own_Points = 8;  // of the curve that a span is held against at least
+    static constexpr int Probes = 8;
     static constexpr double Near = 1e-3;  // of a span's length: how exactly its end is looked for
 
     void Add(double t, Vector from, Vector to, double bulge)
@@ -194,36 +227,58 @@ private:
         return lines_ ? Line(first, last) : Biarc(first, last);
     }
 
-    /// The largest distance of the curve from a span; infinite for one that cannot be. Looking ends above the bound.
-    double Off(const Span& span, const Curve_Place& first, double from, double to, double bound) const
+    /// Asks a question of the places of the curve that a span is held against, until one says no.
+    template <class Question>
+    bool Everywhere(double from, double to, Question holds) const
     {
-        constexpr double infinite = std::numeric_limits<double>::infinity();
-        if (!span.sound)
-            return infinite;
-        double worst = 0.0;
-        const auto take = [&](const Curve_Place& place) {
-            if (!lines_ && Dot(place.tangent, first.tangent) <= 0.0)
-                return false;
-            worst = std::max(worst, span.Off(place.point));
-            return worst <= bound;
-        };
         const auto& nodes = samples_.Nodes();
-        auto node = std::upper_bound(nodes.begin(), nodes.end(), from,
-                                     [](double t, const Curve_Samples::Node& n) { return t < n.t; });
-        int seen = 0;
-        for (; node != nodes.end() && node->t < to; ++node, ++seen)
-            if (!take(node->place))
-                return infinite;
-        if (seen < Own_Points)
+        const auto first = std::upper_bound(nodes.begin(), nodes.end(), from,
+                                            [](double t, const Curve_Samples::Node& n) { return t < n.t; });
+        const auto after =
+            std::lower_bound(first, nodes.end(), to, [](const Curve_Samples::Node& n, double t) { return n.t < t; });
+        const std::ptrdiff_t count = after - first;
+        // A few first: a span that is too long leaves the curve there too.
+        for (int k = 1; k < 2 * Probes && count > 4 * Probes; k += 2)
+            if (!holds(first[count * k / (2 * Probes)].place))
+                return false;
+        for (auto node = first; node != after; ++node)
+            if (!holds(node->place))
+                return false;
+        if (count < Own_Points)
             for (int i = 1; i <= Own_Points; ++i)
-                if (!take(curve_.at(from + (to - from) * i / (Own_Points + 1))))
-                    return infinite;
-        return worst;
+                if (!holds(curve_.at(from + (to - from) * i / (Own_Points + 1))))
+                    return false;
+        return true;
+    }
+
+    /// Whether the curve has not turned back since a place.
+    bool Goes_On(const Curve_Place& place, const Curve_Place& first) const
+    {
+        return lines_ || Dot(place.tangent, first.tangent) > 0.0;
+    }
+
+    /// The largest distance of the curve from a span; infinite for one that cannot be, or is beyond the tolerance.
+    double Off(const Curve_Place& first, const Curve_Place& last, double from, double to) const
+    {
+        const Span span = Make(first, last);
+        double worst = 0.0;
+        const bool held = span.sound && Everywhere(from, to, [&](const Curve_Place& place) {
+                              worst = std::max(worst, span.Off(place.point));
+                              return Goes_On(place, first) && worst <= tolerance_;
+                          });
+        return held ? worst : std::numeric_limits<double>::infinity();
     }
 
     bool Holds(const Curve_Place& first, const Curve_Place& last, double from, double to) const
     {
-        return Off(Make(first, last), first, from, to, tolerance_) <= tolerance_;
+        const Span span = Make(first, last);
+        if (!span.sound)
+            return false;
+        const Band before(span.first, span.curvature_1, tolerance_);
+        const Band after(span.last, span.curvature_2, tolerance_);
+        return Everywhere(from, to, [&](const Curve_Place& place) {
+            return Goes_On(place, first) && (span.Before_Joint(place.point) ? before : after).Holds(place.point);
+        });
     }
 
     struct Knot {
@@ -289,8 +344,8 @@ private:
         for (int i = 0; i < halvings; ++i) {
             const double t = 0.5 * (low + high);
             const Knot trial{t, curve_.at(t)};
-            const double first = Off(Make(start.place, trial.place), start.place, start.t, t, tolerance_);
-            const double second = Off(Make(trial.place, end.place), trial.place, t, end.t, tolerance_);
+            const double first = Off(start.place, trial.place, start.t, t);
+            const double second = Off(trial.place, end.place, t, end.t);
             if (first <= tolerance_ && second <= first) {
                 middle = trial;
                 high = t;

@@ -109,10 +109,10 @@ Vector Along_Drum(const Mechanism& m, const Follower_Point& motion)
     return 1.0 / Length(along) * along;
 }
 
-Curve_Place Place_on_Wall(const True_Cam& cam, double theta, int side)
+Curve_Place Place_on_Wall(const True_Cam& cam, double theta, const Follower_Point& motion, int side)
 {
     const Mechanism& m = cam.Follower();
-    const Wall_Point wall = cam.Wall_at_Radius(theta, side, m.prime);
+    const Wall_Point wall = cam.Wall_at_Radius(theta, motion, side, m.prime);
     return {{m.prime * wall.Lambda * Rad_per_Deg, wall.Z}, wall.tangent};
 }
 
@@ -163,7 +163,7 @@ Shop_Curve Surface_of(const True_Cam& cam)
     curve.at = [&cam](double theta) {
         const Mechanism& by = cam.Follower();
         const Follower_Point motion = cam.Motion().At(theta);
-        const True_Point p = cam.At(theta, motion);
+        const True_Point p = cam.Path_At(theta, motion);
         return Curve_Place{p.surface,
                            by.roller ? Along(by, p, by.side * by.roller_radius) : Along_Face(by, p, motion, 0.0)};
     };
@@ -177,8 +177,9 @@ Shop_Curve Flank_of(const True_Cam& cam, int side)
     Shop_Curve curve = Bare_Curve(cam);
     const bool used = side == cam.Follower().side;
     curve.at = [&cam, side, used](double theta) {
-        Curve_Place place = Place_on_Wall(cam, theta, side);
-        const True_Point p = cam.At(theta);
+        const Follower_Point motion = cam.Motion().At(theta);
+        Curve_Place place = Place_on_Wall(cam, theta, motion, side);
+        const True_Point p = cam.Path_At(theta, motion);
         // Towards the wall the radius of the roller's way over the drum is the one that the flank in use has.
         const double centre = (used ? 1.0 : -1.0) * (p.Rho_Surface + cam.Follower().roller_radius);
         if (1.0 - cam.Follower().roller_radius / centre < 0.0)
@@ -196,7 +197,7 @@ Shop_Curve Pitch_of(const True_Cam& cam)
     curve.at = [&cam](double theta) {
         const Mechanism& m = cam.Follower();
         const Follower_Point motion = cam.Motion().At(theta);
-        const True_Point p = cam.At(theta, motion);
+        const True_Point p = cam.Path_At(theta, motion);
         const bool drum = m.body == Cam_Body::barrel;
         return Curve_Place{p.center, drum ? Along_Drum(m, motion) : Along(m, p, 0.0)};
     };
@@ -214,7 +215,7 @@ Shop_Curve Cutter_of(const True_Cam& cam, double radius)
     curve.at = [&cam, radius](double theta) {
         const Mechanism& by = cam.Follower();
         const Follower_Point motion = cam.Motion().At(theta);
-        const True_Point p = cam.At(theta, motion);
+        const True_Point p = cam.Path_At(theta, motion);
         return Curve_Place{cam.Cutter(p, radius), by.roller ? Along(by, p, by.side * (by.roller_radius - radius))
                                                             : Along_Face(by, p, motion, radius)};
     };
@@ -226,7 +227,7 @@ std::optional<Narrow_Hollow> Hollow_below(const True_Cam& cam, double radius)
     constexpr double step = 0.25;
     std::optional<Narrow_Hollow> narrowest;
     for (int i = 0; i * step < turn; ++i) {
-        const double hollow = -cam.At(i * step).Rho_Surface;
+        const double hollow = -cam.Path_At(i * step, cam.Motion().At(i * step)).Rho_Surface;
         if (hollow > 0.0 && hollow < radius && (!narrowest || hollow < narrowest->radius))
             narrowest = {i * step, hollow};
     }

@@ -55,12 +55,11 @@ public:
 
     std::string Refusal() const
     {
-        const Curve_Samples samples(surface_);
-        const std::string tolerance = Why_No_Tolerance(tolerance_, samples.Size(), set_.units);
+        const std::string tolerance = Why_No_Tolerance(tolerance_, surface_->Size(), set_.units);
         if (!tolerance.empty())
             return tolerance;
         const std::string cutter = Cutter_Refusal();
-        return cutter.empty() ? Bore_Refusal(samples) : cutter;
+        return cutter.empty() ? Bore_Refusal(*surface_) : cutter;
     }
 
     Curve_Set Make()
@@ -69,7 +68,7 @@ public:
         Tell("Tolerance", Length(tolerance_));
         Tell("Coordinates", Coordinates());
         if (m_.body == Cam_Body::disk) {
-            Add(Curve_Layer::surface, "surface", surface_);
+            Add(Curve_Layer::surface, "surface", *surface_);
         } else {
             const bool rib = design_.cam.Barrel_Type == "Ribbed";
             for (const int side : {m_.side, -m_.side})
@@ -77,13 +76,13 @@ public:
                     Add(Curve_Layer::surface,
                         std::string("flank ") + (side > 0 ? "below" : "above") + " the roller" +
                             (side == m_.side ? ", in use" : ""),
-                        Flank_of(cam_, side));
+                        side == m_.side ? *surface_ : Curve_Samples(Flank_of(cam_, side)));
         }
         if (choice_.pitch && m_.roller)
-            Add(Curve_Layer::pitch, "roller centre", Pitch_of(cam_));
+            Add(Curve_Layer::pitch, "roller centre", Curve_Samples(Pitch_of(cam_)));
         if (choice_.cutter)
             Add(Curve_Layer::cutter, "centre of a cutter of radius " + Length(*choice_.cutter),
-                Cutter_of(cam_, *choice_.cutter));
+                Curve_Samples(Cutter_of(cam_, *choice_.cutter)));
         if (m_.body == Cam_Body::disk)
             Add_Circles();
         if (choice_.notes)
@@ -93,7 +92,7 @@ public:
     }
 
     /// The curve in use, which the refusals look at.
-    void Find_Surface() { surface_ = Surface_of(cam_); }
+    void Find_Surface() { surface_.emplace(Surface_of(cam_)); }
 
 private:
     std::string Length(double value) const { return Length_Words(value, set_.units); }
@@ -130,13 +129,12 @@ private:
         return Why_No_Bore(choice_.bore, least, set_.units);
     }
 
-    void Add(Curve_Layer layer, std::string name, const Shop_Curve& curve)
+    void Add(Curve_Layer layer, std::string name, const Curve_Samples& samples)
     {
-        const Curve_Samples samples(curve);
         Fitted_Curve fitted;
         fitted.layer = layer;
         fitted.name = std::move(name);
-        fitted.closed = curve.closed;
+        fitted.closed = samples.Curve().closed;
         std::string words;
         if (choice_.form == Curve_Form::spline) {
             fitted.spline = Fit_Spline(samples, tolerance_);
@@ -240,7 +238,7 @@ private:
     const Curve_Choice& choice_;
     const True_Cam& cam_;
     const Mechanism& m_;
-    Shop_Curve surface_;
+    std::optional<Curve_Samples> surface_;
     double tolerance_ = 0.0;
     std::string unit_;
     Vector low_{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};

@@ -22,8 +22,11 @@ public:
         : work_(work), truth_(truth), m_(truth.cam.Follower()), design_(work.design)
     {
         angles_.reserve(truth.points.size());
-        for (const True_Point& p : truth.points)
+        lift_.reserve(truth.points.size());
+        for (const True_Point& p : truth.points) {
             angles_.push_back(p.theta);
+            lift_.push_back(p.s);
+        }
         unit_ = m_.arm ? Deg_per_Rad : 1.0;
         around_ = m_.body == Cam_Body::disk ? 0.0 : PI2 * m_.prime;
         tolerance_ = In_Design_Units(design_, work.limits, m_.arm ? Limit::Swing : Limit::Surface);
@@ -156,7 +159,7 @@ private:
         surface.reserve(Points());
         for (std::size_t i = 0; i + 1 < Points(); ++i)
             surface.push_back(truth_.points[i].surface);
-        true_lift_ = Retrace(truth_.cam, Surface_Path::Through(surface, around_, m_.Hollow_Sense()), angles_);
+        true_lift_ = Retrace(m_, Surface_Path::Through(surface, around_, m_.Hollow_Sense()), angles_, lift_);
         if (!tolerance_)
             return;
         const double tolerance = *tolerance_ / unit_;
@@ -168,13 +171,13 @@ private:
         if (apart <= 0.1 * length)
             return;
         const Surface_Path path = Surface_Path::Through(rows, around_, m_.Hollow_Sense());
-        Retraced row_lift = Retrace(truth_.cam, path, angles_);
+        Retraced row_lift = Retrace(m_, path, angles_, lift_);
         if (row_lift.largest_error <= tolerance || row_lift.largest_error <= 2.0 * true_lift_.largest_error)
             return;
         if (m_.body == Cam_Body::barrel && !m_.arm) {
             Mechanism unrolled = m_;
             unrolled.body = Cam_Body::linear;
-            const Retraced plane = Retrace(unrolled, truth_.cam.Motion(), path, angles_);
+            const Retraced plane = Retrace(unrolled, path, angles_, lift_);
             if (plane.largest_error <= tolerance) {
                 Tell_Unrolled(row_lift, apart);
                 return;
@@ -350,14 +353,16 @@ private:
         const std::size_t stride = std::max<std::size_t>(1, (Points() - 1) / enough);
         std::vector<True_Point> places;
         std::vector<double> angles;
+        std::vector<double> lift;
         for (std::size_t i = 0; i + 1 < Points(); i += stride) {
             places.push_back(truth_.points[i]);
-            angles.push_back(truth_.points[i].theta);
+            angles.push_back(angles_[i]);
+            lift.push_back(lift_[i]);
         }
         const std::vector<Vector> left = Points_left(truth_.cam, places, 1e-7 * m_.prime);
         if (left.size() < 3)
             return 0.0;
-        const Retraced cut = Retrace(truth_.cam, Surface_Path::Through(left, around_), angles);
+        const Retraced cut = Retrace(m_, Surface_Path::Through(left, around_), angles, lift);
         return std::isfinite(cut.largest_error) ? cut.largest_error : 0.0;
     }
 
@@ -634,8 +639,9 @@ private:
     const Mechanism& m_;
     const Design_State& design_;
     std::vector<double> angles_;
-    double unit_ = 1.0;    // of a displacement for the reader
-    double around_ = 0.0;  // the turn of an axial cam
+    std::vector<double> lift_;  // wanted at each
+    double unit_ = 1.0;         // of a displacement for the reader
+    double around_ = 0.0;       // the turn of an axial cam
     std::optional<double> tolerance_;
     Retraced true_lift_;
     int sharpest_ = -1;  // point of the smallest convex radius

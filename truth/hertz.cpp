@@ -2,6 +2,7 @@
 #include "truth/hertz.h"
 
 #include <algorithm>
+#include <boost/math/constants/constants.hpp>
 #include <boost/math/special_functions/ellint_rd.hpp>
 #include <boost/math/tools/minima.hpp>
 #include <cmath>
@@ -29,33 +30,50 @@ double R_D(double x, double y, double z)
     return boost::math::ellint_rd(x, y, z, Quiet());
 }
 
-/// The ellipse of a ratio of half axes, and the two integrals that it has.
-struct Ellipse {
-    double kappa;  // b/a
-    double P;      // R_D(0, 1, kappa^2) = 3 (E / kappa^2 - K) / e^2
-    double Q;      // R_D(0, kappa^2, 1) = 3 (K - E) / e^2
-    double E;      // of second kind
-
-    explicit Ellipse(double ratio)
-        : kappa(ratio),
-          P(R_D(0.0, 1.0, ratio * ratio)),
-          Q(R_D(0.0, ratio * ratio, 1.0)),
-          E(ratio * ratio * (P + Q) / 3.0)
-    {
+/// By the arithmetic and geometric means of 1 and kappa, which come together: with c half the difference of each pair K
+/// is a quarter turn over their limit, and (K - E) / K half the sum of 2^n c_n^2 from c_0 = e on. Over e^2 term by term
+/// nothing cancels, from the circle to the strip. (262)
+Contact_Ellipse Ellipse_at(double kappa)
+{
+    constexpr double close = 1E-16;  // of squares: the next difference would be the square of this one
+    constexpr double quarter = boost::math::constants::half_pi<double>();
+    const double e2 = (1.0 - kappa) * (1.0 + kappa);
+    double a = 0.5 * (1.0 + kappa);
+    double b = std::sqrt(kappa);
+    double c2 = 0.25 * (1.0 - kappa) * (1.0 - kappa);
+    double sum = 1.0 + 0.5 * (1.0 - kappa) / (1.0 + kappa);
+    for (double share = 4.0; c2 > close * a * a; share *= 2.0) {
+        const double c = 0.5 * (a - b);
+        const double mean = 0.5 * (a + b);
+        b = std::sqrt(a * b);
+        a = mean;
+        c2 = c * c;
+        sum += share * c2 / e2;
     }
+    const double K = 2.0 * quarter / (a + b);
+    const double S = 0.5 * sum;  // (K - E) / (K e^2)
+    return {kappa, 3.0 * K * (1.0 - S) / (kappa * kappa), 3.0 * K * S, K * (1.0 - e2 * S)};
+}
 
-    double Curvatures() const { return P / Q; }
-    /// d ln(B/A) / d ln(kappa) at a ratio of curvatures. (263)
-    double Slope() const
-    {
-        constexpr double almost_circle = 1E-6;
-        const double e2 = (1.0 - kappa) * (1.0 + kappa);
-        if (e2 < almost_circle)
-            return -1.5;
-        const double r = Curvatures();
-        return -2.0 + (kappa * kappa * r - 1.0 / r) / e2;
-    }
-};
+/// The step of ln(kappa) that brings an ellipse's ratio of curvatures, P / Q, to r: by Halley's rule with the slope
+/// (263) and its own.
+double Step_to(const Contact_Ellipse& ellipse, double r)
+{
+    constexpr double almost_circle = 1E-3;
+    const double curvatures = ellipse.P / ellipse.Q;
+    const double error = std::log(curvatures / r);
+    const double kappa_2 = ellipse.kappa * ellipse.kappa;
+    const double e2 = (1.0 - ellipse.kappa) * (1.0 + ellipse.kappa);
+    if (e2 < 1E-6)
+        return error / 1.5;
+    const double slope = -2.0 + (kappa_2 * curvatures - 1.0 / curvatures) / e2;
+    const double newton = -error / slope;
+    if (e2 < almost_circle)
+        return newton;
+    const double bend =
+        (kappa_2 * curvatures * (2.0 + slope) + slope / curvatures + 2.0 * kappa_2 * (2.0 + slope)) / e2;
+    return newton / (1.0 + 0.5 * newton * bend / slope);
+}
 
 /// Near the root of (130): within 4 % of it.
 double First_Ratio(double r)
@@ -69,30 +87,31 @@ double First_Ratio(double r)
     return kappa;
 }
 
-Ellipse Ellipse_of(double r)
+/// The ellipse of a ratio of curvatures, from one near it: left behind is the last one that was worked out.
+Contact_Ellipse Ellipse_from(Contact_Ellipse& ellipse, double r)
 {
-    constexpr double close = 1E-8;  // of a step: the next one would be of its square
+    constexpr double close = 1E-6;  // of a step: the next one would be of its cube
     constexpr int most_steps = 60;
     double low = 0.0;
     double high = 1.0;
-    if (!(r > 1.0))
-        return Ellipse(1.0);
-    Ellipse ellipse(First_Ratio(r));
     for (int k = 0; k < most_steps; ++k) {
-        const double error = std::log(ellipse.Curvatures() / r);
-        (error > 0.0 ? low : high) = ellipse.kappa;  // a rounder ellipse has a smaller ratio of curvatures
-        const double step = -error / ellipse.Slope();
+        const double step = Step_to(ellipse, r);
+        (step < 0.0 ? high : low) = ellipse.kappa;
         double next = ellipse.kappa * std::exp(step);
         const bool arrived = std::abs(step) < close;
         if (!(next > low && next <= high))
             next = arrived ? ellipse.kappa : std::midpoint(low, high);
-        if (arrived) {  // E of a ratio so near is its own: it goes with kappa^2 ln(kappa)
-            ellipse.kappa = next;
-            break;
-        }
-        ellipse = Ellipse(next);
+        if (arrived)  // dE / d ln(kappa) is kappa^2 Q / 3
+            return {next, ellipse.P, ellipse.Q, ellipse.E + ellipse.kappa * ellipse.kappa * ellipse.Q / 3.0 * step};
+        ellipse = Ellipse_at(next);
     }
     return ellipse;
+}
+
+Contact_Ellipse Ellipse_of(double r)
+{
+    Contact_Ellipse ellipse = Ellipse_at(r > 1.0 ? First_Ratio(r) : 1.0);
+    return r > 1.0 ? Ellipse_from(ellipse, r) : ellipse;
 }
 
 /// Stresses below the centre of an ellipse of half axes 1 / kappa and 1 under the pressure 1: (264) to (268).
@@ -142,7 +161,7 @@ double Ratio_of_Node(int k, int last)
 }
 
 /// (131) and (132): force, sum of the curvatures and compliance give the axes and the largest pressure.
-Contact Of_Ellipse(double force, double sum, double compliance, const Ellipse& ellipse)
+Contact Of_Ellipse(double force, double sum, double compliance, const Contact_Ellipse& ellipse)
 {
     Contact contact;
     contact.half_length =
@@ -188,7 +207,7 @@ Shear_Below Largest_Shear(double axes_ratio, double poisson)
 
 Contact Elliptic_Contact(double force, double A, double B, double compliance, double poisson)
 {
-    const Ellipse ellipse = Ellipse_of(Ratio_of_Curvatures(A, B));
+    const Contact_Ellipse ellipse = Ellipse_of(Ratio_of_Curvatures(A, B));
     Contact contact = Of_Ellipse(force, A + B, compliance, ellipse);
     const Shear_Below largest = Largest_Shear(ellipse.kappa, poisson);
     contact.shear = largest.shear * contact.pressure;
@@ -196,39 +215,52 @@ Contact Elliptic_Contact(double force, double A, double B, double compliance, do
     return contact;
 }
 
-Elliptic_Contacts::Elliptic_Contacts(double compliance, double poisson) : compliance_(compliance)
+const Elliptic_Contacts::Node& Elliptic_Contacts::Node_at(int k)
 {
-    for (int k = 0; k < Nodes; ++k) {
-        const auto at = static_cast<std::size_t>(k);
+    Node& node = nodes_[static_cast<std::size_t>(k)];
+    if (!node.found) {
         const double kappa = Ratio_of_Node(k, Nodes - 1);
-        const Shear_Below across = Largest_of(kappa, poisson, &Centre_Stresses::across);
-        const Shear_Below along = Largest_of(kappa, poisson, &Centre_Stresses::along);
-        across_[at] = across.shear;
-        across_depth_[at] = across.depth;
-        along_[at] = along.shear;
-        along_depth_[at] = along.depth;
+        node.across = Largest_of(kappa, poisson_, &Centre_Stresses::across);
+        node.along = Largest_of(kappa, poisson_, &Centre_Stresses::along);
+        node.found = true;
     }
+    return node;
 }
 
-Contact Elliptic_Contacts::At(double force, double A, double B) const
+Contact_Ellipse Elliptic_Contacts::Ellipse_near(double r)
 {
-    const Ellipse ellipse = Ellipse_of(Ratio_of_Curvatures(A, B));
+    constexpr double near = 1.1;
+    const bool follows = r > 1.0 && r < near * curvatures_ && curvatures_ < near * r;
+    const Contact_Ellipse found = follows ? Ellipse_from(ellipse_, r) : Ellipse_of(r);
+    if (!follows)
+        ellipse_ = Ellipse_at(found.kappa);
+    curvatures_ = r;
+    return found;
+}
+
+Contact Elliptic_Contacts::At(double force, double A, double B)
+{
+    const Contact_Ellipse ellipse = Ellipse_near(Ratio_of_Curvatures(A, B));
     Contact contact = Of_Ellipse(force, A + B, compliance_, ellipse);
     const double x = std::sqrt(ellipse.kappa) * (Nodes - 1);
     const int first = std::clamp(static_cast<int>(x) - 1, 0, Nodes - 4);
     const double t = x - first;  // of the four nodes about the ratio, at 0, 1, 2, 3
     const std::array weights{-(t - 1.0) * (t - 2.0) * (t - 3.0) / 6.0, t * (t - 2.0) * (t - 3.0) / 2.0,
                              -t * (t - 1.0) * (t - 3.0) / 2.0, t * (t - 1.0) * (t - 2.0) / 6.0};
-    const auto between = [&](const Curve& curve) {
-        double value = 0.0;
-        for (std::size_t k = 0; k < weights.size(); ++k)
-            value += weights[k] * curve[static_cast<std::size_t>(first) + k];
-        return value;
+    Shear_Below across;
+    Shear_Below along;
+    const auto add = [](Shear_Below& to, double weight, const Shear_Below& of) {
+        to.shear += weight * of.shear;
+        to.depth += weight * of.depth;
     };
-    const double across = between(across_);
-    const double along = between(along_);
-    contact.shear = std::max(across, along) * contact.pressure;
-    contact.depth = between(across >= along ? across_depth_ : along_depth_) * contact.half_width;
+    for (int k = 0; k < 4; ++k) {
+        const Node& node = Node_at(first + k);
+        add(across, weights[static_cast<std::size_t>(k)], node.across);
+        add(along, weights[static_cast<std::size_t>(k)], node.along);
+    }
+    const Shear_Below& largest = across.shear >= along.shear ? across : along;
+    contact.shear = largest.shear * contact.pressure;
+    contact.depth = largest.depth * contact.half_width;
     return contact;
 }
 

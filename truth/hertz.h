@@ -39,23 +39,40 @@ struct Shear_Below {
 /// The largest shear below the centre of an ellipse. (264) to (269) @param axes_ratio  b/a, (0..1]
 Shear_Below Largest_Shear(double axes_ratio, double poisson);
 
-/// The contacts of one pair of bodies for many forces and curvatures: the exact shear at nodes of the axes' ratio, a
-/// curve of third degree between, within 1E-5 of the largest pressure. All else as Elliptic_Contact has it.
+/// The ellipse of a ratio of half axes, and the integrals that it has. (262)
+struct Contact_Ellipse {
+    double kappa = 1.0;  // b/a
+    double P = 0.0;      // R_D(0, 1, kappa^2) = 3 (E / kappa^2 - K) / e^2
+    double Q = 0.0;      // R_D(0, kappa^2, 1) = 3 (K - E) / e^2
+    double E = 0.0;      // of second kind
+};
+
+/// The contacts of one pair of bodies, one after another as along a cam: the exact shear at nodes of the axes' ratio,
+/// worked out where it is needed, and a curve of third degree between, within 1E-5 of the largest pressure. All else as
+/// Elliptic_Contact has it; a contact whose curvatures are like those of the one before starts from its ellipse, which
+/// changes no figure by more than 1E-12 of itself.
 class Elliptic_Contacts {
 public:
-    Elliptic_Contacts(double compliance, double poisson);
+    Elliptic_Contacts(double compliance, double poisson) : compliance_(compliance), poisson_(poisson) {}
 
-    Contact At(double force, double A, double B) const;
+    Contact At(double force, double A, double B);
 
 private:
     static constexpr int Nodes = 25;
-    using Curve = std::array<double, Nodes>;
+    /// The largest shear of both directions.
+    struct Node {
+        bool found = false;
+        Shear_Below across;
+        Shear_Below along;
+    };
+    const Node& Node_at(int k);
+    Contact_Ellipse Ellipse_near(double r);
 
     double compliance_;
-    Curve across_{};  // largest shear of the two directions, and their depths
-    Curve along_{};
-    Curve across_depth_{};
-    Curve along_depth_{};
+    double poisson_;
+    std::array<Node, Nodes> nodes_{};
+    double curvatures_ = 0.0;  // ratio of the contact before, 0 of none
+    Contact_Ellipse ellipse_;  // the last that was worked out
 };
 
 }  // namespace lobemax

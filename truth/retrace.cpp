@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "core/design_state.h"
 
@@ -40,11 +41,13 @@ void Bend_Hollows(std::vector<Surface_Element>& elements, int hollow)
 {
     constexpr double corner = 0.2;  // radians
     const std::size_t count = elements.size();
+    // Of what does not turn the way of a hollow the angle itself is of no use: 0 stands for it.
     const auto turn_before = [&](std::size_t i) {
-        const Surface_Element& before = elements[(i + count - 1) % count];
+        const Surface_Element& before = elements[(i > 0 ? i : count) - 1];
         const Vector a = before.to - before.from;
         const Vector b = elements[i].to - elements[i].from;
-        return std::atan2(Cross(a, b), Dot(a, b));
+        const double cross = Cross(a, b);
+        return hollow * cross > 0.0 ? std::atan2(cross, Dot(a, b)) : 0.0;
     };
     if (count == 0)
         return;
@@ -59,53 +62,140 @@ void Bend_Hollows(std::vector<Surface_Element>& elements, int hollow)
     }
 }
 
-Surface_Path::Block Circle_around(Vector low, Vector high, double reach)
+/// The box around points, which may have a width of their own, as a circle.
+class Box {
+public:
+    void Take(Vector p, double r)
+    {
+        low_ = {std::min(low_.x, p.x - r), std::min(low_.y, p.y - r)};
+        high_ = {std::max(high_.x, p.x + r), std::max(high_.y, p.y + r)};
+    }
+    Surface_Path::Block Circle() const
+    {
+        Surface_Path::Block block;
+        block.center = 0.5 * (low_ + high_);
+        block.radius = Length(high_ - block.center);
+        return block;
+    }
+
+private:
+    Vector low_{-nothing, -nothing};
+    Vector high_{nothing, nothing};
+};
+
+/// Of a point from a straight line between two others.
+double Square_of_Distance(Vector point, Vector from, Vector to)
 {
-    const Vector center = 0.5 * (low + high);
-    return {center, Length(high - center), reach};
+    const Vector chord = to - from;
+    const Vector d = point - from;
+    const double square = Square(chord);
+    const double x = square > 0.0 ? std::clamp(Dot(d, chord) / square, 0.0, 1.0) : 0.0;
+    return Square(d - x * chord);
 }
+
+/// The unit vector whose angle has a cosine, and a sine of a sign.
+Vector Direction_of(double cosine, double sign)
+{
+    return {cosine, sign * std::sqrt((1.0 - cosine) * (1.0 + cosine))};
+}
+
+/// std::remainder(angle, PI2), without its long division where the angle is below three half turns: there the
+/// difference is exact.
+double Short_Way(double angle)
+{
+    const double size = std::abs(angle);
+    if (size <= 0.5 * PI2)
+        return angle;
+    if (size < 1.5 * PI2)
+        return angle - std::copysign(PI2, angle);
+    return std::remainder(angle, PI2);
+}
+
+/// The straight lines of a group of blocks.
+struct Lines {
+    static constexpr std::size_t Size = Surface_Path::Group_Size;
+    using Row = std::array<double, Size>;
+    static constexpr double far = 1e150;  // where there is none
+
+    Lines()
+    {
+        x.fill(far);
+        y.fill(far);
+    }
+    void Put(std::size_t k, Vector from, Vector to)
+    {
+        x[k] = from.x;
+        y[k] = from.y;
+        chord_x[k] = to.x - from.x;
+        chord_y[k] = to.y - from.y;
+        const double square = chord_x[k] * chord_x[k] + chord_y[k] * chord_y[k];
+        per_square[k] = square > 0.0 ? 1.0 / square : 0.0;
+    }
+
+    Row x{};
+    Row y{};
+    Row chord_x{};
+    Row chord_y{};
+    Row per_square{};
+};
 
 /// The follower at one cam angle, in the cam's coordinates: where it stands for a displacement, and which displacement
 /// brings it into touch. What is looked for is `push` times the displacement: the surface pushes it up.
 class Placed_Follower {
 public:
-    Placed_Follower(const Mechanism& m, double theta) : m_(m)
+    /// It stands at cam angle 0.
+    explicit Placed_Follower(const Mechanism& m) : m_(m)
     {
-        const double turned = theta * Rad_per_Deg;
         if (m.body == Cam_Body::disk) {
-            const Vector e = Direction(-m.rot * turned);
-            axis_ = e;
-            base_ = m.arm ? Turned({m.pivot_x, m.pivot_y}, e) : Turned({0.0, m.roller ? -m.rot * m.offset : 0.0}, e);
+            axis_at_zero_ = {1.0, 0.0};
+            base_at_zero_ = m.arm ? Vector{m.pivot_x, m.pivot_y} : Vector{0.0, m.roller ? -m.rot * m.offset : 0.0};
             sense_ = m.swing;
-            zero_angle_ = m.pivot_angle + PI - m.rot * turned + m.swing * m.rest;
+            level_at_zero_ = Direction(m.pivot_angle + PI + m.swing * m.rest);
             push_ = m.side;
         } else {
-            axis_ = {0.0, 1.0};
-            base_ = {m.arm ? m.rot * m.pivot_x : 0.0, 0.0};
+            axis_at_zero_ = {0.0, 1.0};
+            base_at_zero_ = {m.arm ? m.rot * m.pivot_x : 0.0, 0.0};
             // Seen with Lambda to the right the arm of a clockwise cam is mirrored, and again where Z counts downwards.
             sense_ = m.swing * m.rot * m.z_sense;
-            zero_angle_ = m.z_sense * (m.rot > 0 ? m.rest : PI - m.rest);
+            level_at_zero_ = Direction(m.z_sense * (m.rot > 0 ? m.rest : PI - m.rest));
             const double level = m.arm ? m.swing * m.z_sense * std::cos(m.rest) : 1.0;
             push_ = level < 0.0 ? -m.side : m.side;
         }
+        axis_ = axis_at_zero_;
+        base_ = base_at_zero_;
+        level_ = level_at_zero_;
+    }
+
+    /// Brings it to a cam angle, degrees; on a drum the surface goes by instead.
+    void Turn_to(double theta)
+    {
+        if (m_.body != Cam_Body::disk)
+            return;
+        const Vector e = Direction(-m_.rot * theta * Rad_per_Deg);
+        axis_ = e;
+        base_ = Turned(base_at_zero_, e);
+        level_ = Turned(level_at_zero_, e);
     }
 
     int Push() const { return push_; }
 
-    /// Brings the follower to a displacement: what Covers and Covers_Circle look at.
+    /// Brings the follower to a displacement: what Covers, Covers_Circle and Off_Lines look at.
     void Stand(double s)
     {
         if (!m_.arm) {
             center_ = base_ + (m_.rest + s) * axis_;
             return;
         }
-        const Vector along = Direction(zero_angle_ + sense_ * s);
+        const Vector along = Turned(level_, Direction(sense_ * s));
         center_ = base_ + m_.arm_length * along;
         if (!m_.roller)
             axis_ = sense_ * Quarter(along);
     }
 
     Vector Place() const { return center_; }
+    /// The normal of a face, and how far its line lies from the origin along it.
+    Vector Normal() const { return axis_; }
+    double Height() const { return m_.arm ? Dot(base_, axis_) - m_.offset : Dot(center_, axis_); }
 
     /// Whether a circle comes into the follower.
     bool Covers_Circle(Vector center, double radius) const
@@ -120,6 +210,61 @@ public:
     double Beyond_Face(Vector point) const
     {
         return m_.arm ? Dot(point - base_, axis_) + m_.offset : Dot(point - center_, axis_);
+    }
+
+    /// How far the follower stands off straight lines; below 0 in them. Those that it comes nearer to than a depth are
+    /// marked.
+    double Off_Lines(const Lines& lines, double depth, std::array<bool, Lines::Size>& near) const
+    {
+        std::array<double, Lines::Size> off{};  // square of the distance, or the height over the face's line
+        const double reach = m_.roller_radius + depth;
+        if (m_.roller) {
+            for (std::size_t k = 0; k < Lines::Size; ++k) {
+                const double dx = center_.x - lines.x[k];
+                const double dy = center_.y - lines.y[k];
+                double t = (dx * lines.chord_x[k] + dy * lines.chord_y[k]) * lines.per_square[k];
+                t = t < 0.0 ? 0.0 : t;
+                t = t > 1.0 ? 1.0 : t;
+                const double x = dx - t * lines.chord_x[k];
+                const double y = dy - t * lines.chord_y[k];
+                off[k] = x * x + y * y;
+            }
+        } else {
+            const double height = Height();
+            for (std::size_t k = 0; k < Lines::Size; ++k) {
+                const double start = lines.x[k] * axis_.x + lines.y[k] * axis_.y;
+                const double rise = lines.chord_x[k] * axis_.x + lines.chord_y[k] * axis_.y;
+                off[k] = height - start - (rise > 0.0 ? rise : 0.0);
+            }
+        }
+        const double bound = m_.roller ? reach * reach : depth;
+        double least = off[0];
+        for (std::size_t k = 0; k < Lines::Size; ++k) {
+            least = off[k] < least ? off[k] : least;
+            near[k] = !(off[k] > bound);
+        }
+        return m_.roller ? std::sqrt(least) - m_.roller_radius : least;
+    }
+
+    /// Which elements of a block the follower is off by more than a margin, as far as their ends tell: a point of a
+    /// chord that is d from the roller's centre has an end whose square of distance is no more than that of d and that
+    /// of half the chord, and an arc stays within its height of its chord.
+    void Mark_Clear(std::span<const Surface_Element> block, double margin,
+                    std::array<bool, Surface_Path::Block_Size>& clear) const
+    {
+        const double reach = m_.roller_radius + margin;
+        const double height = m_.roller ? 0.0 : Height();
+        for (std::size_t k = 0; k < block.size(); ++k) {
+            const Surface_Element& element = block[k];
+            const double half = 0.25 * Square(element.to - element.from);
+            const double arc = element.bulge != 0.0 ? std::abs(element.bulge) * std::sqrt(half) : 0.0;
+            if (m_.roller) {
+                const double nearest = std::min(Square(element.from - center_), Square(element.to - center_));
+                clear[k] = nearest - half > (reach + arc) * (reach + arc);
+            } else {
+                clear[k] = height - std::max(Dot(element.from, axis_), Dot(element.to, axis_)) > arc + margin;
+            }
+        }
     }
 
     bool Covers(const Surface_Element& element) const
@@ -163,6 +308,43 @@ public:
         return best;
     }
 
+    /// What Touch gives of anything within a circle is no more than this; infinite where that is not known.
+    double Highest_Touch(Vector center, double radius) const
+    {
+        constexpr double unknown = std::numeric_limits<double>::infinity();
+        const double apart = m_.roller_radius + radius;
+        const Vector u = center - base_;
+        if (!m_.arm) {
+            const double along = push_ * (Dot(u, axis_) - m_.rest);
+            if (!m_.roller)
+                return along + radius;
+            const double across = Cross(axis_, u);
+            const double square = apart * apart - across * across;
+            return square < 0.0 ? nothing : along + std::sqrt(square);
+        }
+        // The swings at which the arm is within reach of the circle lie about the one that points to its centre.
+        const double d = Length(u);
+        Vector toward = u;
+        double leg = 0.0;
+        if (m_.roller) {
+            const double r = m_.arm_length;
+            const double cosine = (r * r + d * d - apart * apart) / (2.0 * r * d);
+            if (cosine > 1.0)
+                return nothing;
+            if (!(cosine > -1.0))
+                return unknown;
+            leg = std::acos(cosine);
+        } else {
+            const double c = m_.offset;
+            if (!(d - radius > std::abs(c)))
+                return unknown;
+            toward = Toward_Face(u, c / d);
+            leg = std::asin(radius / d) + std::abs(std::asin(c / (d - radius)) - std::asin(c / d));
+        }
+        const double swing = Swing_at(toward);
+        return std::abs(swing) + leg < 0.5 * PI2 ? push_ * swing + leg : unknown;  // else it may come round
+    }
+
     /// The same for the point where the element starts.
     double Touch_Start(const Surface_Element& element) const { return Touch_Circle(element.from, 0.0, 1); }
 
@@ -179,11 +361,7 @@ private:
             }
             return std::min(Square(center_ - element.from), Square(center_ - element.to));
         }
-        const Vector chord = element.to - element.from;
-        const Vector d = center_ - element.from;
-        const double square = Square(chord);
-        const double x = square > 0.0 ? std::clamp(Dot(d, chord) / square, 0.0, 1.0) : 0.0;
-        return Square(d - x * chord);
+        return lobemax::Square_of_Distance(center_, element.from, element.to);
     }
 
     /// Whether the follower that touches an arc's whole circle touches the arc.
@@ -197,8 +375,14 @@ private:
         return Dot(d, arc.middle) >= arc.half_cosine * Length(d);
     }
 
-    /// An arm at such an angle has the displacement.
-    double Swing_at(double angle) const { return std::remainder(sense_ * (angle - zero_angle_), PI2); }
+    /// The displacement of an arm that points along a vector, within half a turn.
+    double Swing_at(Vector along) const { return sense_ * std::atan2(Cross(level_, along), Dot(level_, along)); }
+
+    /// Where an arm points whose face goes through a point at u from the pivot, by the face's offset over the distance.
+    Vector Toward_Face(Vector u, double sine) const
+    {
+        return Turned(u, {std::sqrt((1.0 - sine) * (1.0 + sine)), sense_ * sine});
+    }
 
     /// Touching a circle from outside, or, a roller in a hollow, from inside; a point has the radius 0.
     double Touch_Circle(Vector center, double radius, int outside) const
@@ -213,7 +397,7 @@ private:
             const double c = m_.offset + radius;
             if (d <= std::abs(c))
                 return nothing;
-            return push_ * Swing_at(std::atan2(u.y, u.x) + sense_ * std::asin(c / d));
+            return push_ * Swing_at(Toward_Face(u, c / d));
         }
         const double apart = outside > 0 ? radius + m_.roller_radius : std::abs(radius - m_.roller_radius);
         if (!m_.arm) {
@@ -230,8 +414,8 @@ private:
         const double cosine = (r * r + d * d - apart * apart) / (2.0 * r * d);
         if (!(std::abs(cosine) <= 1.0))
             return nothing;
-        const double leg = outside > 0 || radius < m_.roller_radius ? std::acos(cosine) : -std::acos(cosine);
-        return push_ * Swing_at(std::atan2(u.y, u.x) + sense_ * push_ * leg);
+        const double leg = outside > 0 || radius < m_.roller_radius ? 1.0 : -1.0;
+        return push_ * Swing_at(Turned(u, Direction_of(cosine, sense_ * push_ * leg)));
     }
 
     /// A roller that touches a line between its ends.
@@ -265,8 +449,8 @@ private:
             if (std::abs(cosine) > 1.0)
                 continue;
             // Of the two angles the one whose motion upwards leaves the line.
-            const double angle = std::atan2(normal.y, normal.x) - sense_ * push_ * std::acos(cosine);
-            take(Swing_at(angle), base_ + m_.arm_length * Direction(angle));
+            const Vector arm = Turned(normal, Direction_of(cosine, -sense_ * push_));
+            take(Swing_at(arm), base_ + m_.arm_length * arm);
         }
         return best;
     }
@@ -276,15 +460,33 @@ private:
     Vector base_;    // a point of the axis, or the pivot
     Vector center_;  // of the roller; of a translating face its foot
     double sense_ = 1.0;
-    double zero_angle_ = 0.0;  // of the arm at displacement 0
+    Vector level_;  // the way of the arm at displacement 0, unit
     int push_ = 1;
+    Vector axis_at_zero_;  // of the cam angle
+    Vector base_at_zero_;
+    Vector level_at_zero_;
 };
 
 /// Elements, blocks and groups in the coordinates of the follower at an angle.
 class Search {
 public:
-    Search(const Mechanism& follower, const Surface_Path& surface) : m_(follower), surface_(surface)
+    Search(const Mechanism& follower, const Surface_Path& surface, Looking looking)
+        : m_(follower),
+          surface_(surface),
+          follower_(follower),
+          everywhere_(looking == Looking::everywhere),
+          margin_(rounding * (surface.Extent() + m_.prime + m_.pivot_distance)),
+          quiet_(surface.Groups().size(), 0.0)
     {
+        for (std::size_t g = 0; g < quiet_.size(); ++g) {
+            const auto own = Blocks_of(g);
+            Lines& lines = lines_.emplace_back();
+            double& depth = depths_.emplace_back(0.0);
+            for (std::size_t k = 0; k < own.size(); ++k) {
+                lines.Put(k, own[k].from, own[k].to);
+                depth = std::max(depth, own[k].depth);
+            }
+        }
         if (m_.body == Cam_Body::disk)
             return;
         around_ = PI2 * m_.prime;
@@ -292,6 +494,8 @@ public:
             places_.reserve(surface_.Elements().size());
             for (const Surface_Element& element : surface_.Elements())
                 places_.push_back({Direction(element.from.x / m_.prime), Direction(element.to.x / m_.prime)});
+            for (const Block& block : surface_.Blocks())
+                block_places_.push_back({Direction(block.from.x / m_.prime), Direction(block.to.x / m_.prime)});
         }
     }
 
@@ -300,26 +504,29 @@ public:
     /// @return displacement times push, nothing where the follower meets no element
     double At(double theta, double expected, int& push)
     {
-        Placed_Follower follower(m_, theta);
+        Placed_Follower& follower = follower_;
+        follower.Turn_to(theta);
         push = follower.Push();
         expected_ = push * expected;
         passed_ = m_.prime * theta * Rad_per_Deg;
-        turned_ = Direction(theta * Rad_per_Deg);
-        follower.Stand(expected);
-        toward_ = follower.Place();
+        if (m_.body == Cam_Body::barrel)
+            turned_ = Direction(theta * Rad_per_Deg);
+        if (Has_Back()) {
+            follower.Stand(expected);
+            toward_ = follower.Place();
+        }
         const std::size_t count = surface_.Elements().size();
         double best = nothing;
-        if (in_touch_ && count > few) {  // the contact goes on by about an element a step
-            for (std::size_t k = contact_; k < contact_ + 3; ++k) {
-                const Surface_Element element = Brought(k % count);
+        if (in_touch_ && count > few) {                              // the contact goes on by about an element a step
+            for (std::size_t k = contact_; k < contact_ + 3; ++k) {  // or by more, as long as that raises it
+                const std::size_t i = k < count ? k : k - count;
+                const Surface_Element element = Brought(i);
                 const bool is_short = Square(element.to - element.from) < 0.01 * m_.prime * m_.prime;
-                Better(is_short ? follower.Touch_Start(element) : follower.Touch(element), k % count, best);
+                Better(is_short ? follower.Touch_Start(element) : follower.Touch(element), i, best);
             }
         }
         if (best == nothing)
-            for (std::size_t i = 0; i < count; ++i)
-                if (In_View(surface_.Elements()[i].from, 0.0))
-                    Better(follower.Touch(Brought(i)), i, best);
+            Come_Down(follower, best);
         if (best == nothing)
             return best;
         follower.Stand(push * best);
@@ -332,6 +539,12 @@ public:
     std::size_t Contact() const { return contact_; }
 
 private:
+    using Block = Surface_Path::Block;
+    static constexpr std::size_t Size = Surface_Path::Block_Size;
+    static constexpr std::size_t Group = Surface_Path::Group_Size;
+    static constexpr double unknown = -1.0;
+    static constexpr double rounding = 1e-8;  // of the lengths there are: far above that of a double
+
     struct Place {
         Vector from;
         Vector to;
@@ -359,42 +572,180 @@ private:
         return std::abs(s - expected_) <= PIH;
     }
 
-    /// Lifts the follower off every element that comes into it. @return whether there was one
-    bool Raise(Placed_Follower& follower, int push, double& best)
+    /// The furthest that any element pushes: a follower that comes from outside meets that one first. Blocks that
+    /// cannot push as far as one that is known to are left out.
+    void Come_Down(const Placed_Follower& follower, double& best)
     {
-        constexpr std::size_t size = Surface_Path::Block_Size;
-        constexpr std::size_t group = Surface_Path::Group_Size;
         const auto elements = surface_.Elements();
         const auto blocks = surface_.Blocks();
         const auto groups = surface_.Groups();
-        bool raised = false;
+        const double slack = m_.arm ? rounding : margin_;  // of a displacement
+        double known = nothing;
+        const auto learn = [&](std::size_t i) {
+            if (everywhere_ || !In_View(elements[i].from, 0.0))
+                return;
+            const double s = follower.Touch_Start(Brought(i));
+            if (s > known && In_Reach(s))
+                known = s;
+        };
+        const auto cannot = [&](const Block& block) {
+            const std::optional<Vector> seen = Seen(block);
+            return Hidden(block) > 0.0 || (seen && follower.Highest_Touch(*seen, block.radius) + slack < known);
+        };
+        for (std::size_t g = 0; g < groups.size(); ++g)
+            learn(g * Group * Size);
+        for (std::size_t g = 0; g < groups.size(); ++g)
+            if (!cannot(groups[g]))
+                for (std::size_t b = g * Group; b < std::min((g + 1) * Group, blocks.size()); ++b)
+                    learn(b * Size);
         for (std::size_t g = 0; g < groups.size(); ++g) {
-            if (!Meets(follower, groups[g]))
+            if (cannot(groups[g]))
                 continue;
-            for (std::size_t b = g * group; b < std::min((g + 1) * group, blocks.size()); ++b) {
-                if (!Meets(follower, blocks[b]))
+            for (std::size_t b = g * Group; b < std::min((g + 1) * Group, blocks.size()); ++b) {
+                if (cannot(blocks[b]))
                     continue;
-                for (std::size_t i = b * size; i < std::min((b + 1) * size, elements.size()); ++i) {
-                    const Surface_Element element = Brought(i);
-                    if (!follower.Covers_Circle(element.from, blocks[b].reach) || !follower.Covers(element))
-                        continue;
-                    if (!Better(follower.Touch(element), i, best))
-                        continue;
-                    follower.Stand(push * best);
-                    raised = true;
-                }
+                for (std::size_t i = b * Size; i < std::min((b + 1) * Size, elements.size()); ++i)
+                    if (In_View(elements[i].from, 0.0))
+                        Better(follower.Touch(Brought(i)), i, best);
             }
+        }
+    }
+
+    /// Lifts the follower off every element that comes into it. @return whether there was one
+    ///
+    /// A group that stood off the follower by some length is left alone until follower and surface have moved against
+    /// each other by as much: until then none of its points can have come into the follower, since no point of the
+    /// surface comes nearer by more than that way.
+    bool Raise(Placed_Follower& follower, int push, double& best)
+    {
+        bool raised = false;
+        Move_to(follower);
+        const auto due = [&](double quiet) { return !(way_ < quiet); };
+        for (auto quiet = std::ranges::find_if(quiet_, due); quiet != quiet_.end();
+             quiet = std::find_if(quiet + 1, quiet_.end(), due)) {
+            const auto g = static_cast<std::size_t>(quiet - quiet_.begin());
+            std::array<bool, Group> near{};
+            const double off = Off(follower, g, near) - margin_;
+            *quiet = way_ + std::max(off, 0.0);
+            if (off > 0.0)
+                continue;
+            const std::size_t blocks = Blocks_of(g).size();
+            for (std::size_t k = 0; k < blocks; ++k)
+                if (near[k] && Raise_off(g * Group + k, follower, push, best)) {
+                    raised = true;
+                    near.fill(true);  // it stands elsewhere now
+                }
         }
         return raised;
     }
 
-    /// An outer wall has the cam between its two sides: the follower meets its own.
-    bool In_View(Vector point, double radius) const
+    bool Raise_off(std::size_t b, Placed_Follower& follower, int push, double& best)
     {
-        return m_.side > 0 || around_ != 0.0 || Dot(point, toward_) > -radius * Length(toward_);
+        if (!Meets(follower, surface_.Blocks()[b]))
+            return false;
+        const std::size_t first = b * Size;
+        auto block = surface_.Elements().subspan(first);
+        block = block.first(std::min(Size, block.size()));
+        if (around_ != 0.0) {
+            for (std::size_t k = 0; k < block.size(); ++k)
+                brought_[k] = Brought(first + k);
+            block = std::span(brought_).first(block.size());
+        }
+        std::array<bool, Size> clear{};
+        if (!everywhere_)
+            follower.Mark_Clear(block, margin_, clear);
+        bool raised = false;
+        for (std::size_t k = 0; k < block.size(); ++k) {
+            if (clear[k] || !follower.Covers(block[k]) || !Better(follower.Touch(block[k]), first + k, best))
+                continue;
+            follower.Stand(push * best);
+            Move_to(follower);
+            raised = true;
+            clear.fill(false);  // it stands elsewhere now
+        }
+        return raised;
     }
 
-    bool Meets(const Placed_Follower& follower, const Surface_Path::Block& block) const
+    /// Adds the way that any point of the surface can have come nearer to the follower since it stood last.
+    void Move_to(const Placed_Follower& follower)
+    {
+        const Vector place = m_.roller ? follower.Place() : follower.Normal();
+        const double height = m_.roller ? 0.0 : follower.Height();
+        if (stood_) {
+            const double moved = Length(place - place_);
+            // A point within the extent comes nearer to a line that turns by no more than the extent times the turn.
+            way_ += m_.roller ? moved : surface_.Extent() * moved + std::abs(height - height_);
+            if (around_ != 0.0)
+                way_ += std::abs(passed_ - stood_passed_);
+        }
+        stood_ = true;
+        place_ = place;
+        height_ = height;
+        stood_passed_ = passed_;
+    }
+
+    std::span<const Block> Blocks_of(std::size_t g) const
+    {
+        const auto all = surface_.Blocks();
+        return all.subspan(g * Group, std::min(Group, all.size() - g * Group));
+    }
+
+    /// How far the follower stands off all elements of a group at least, as far as it is known, and which of its blocks
+    /// may come into it.
+    double Off(const Placed_Follower& follower, std::size_t g, std::array<bool, Group>& near) const
+    {
+        if (everywhere_) {
+            near.fill(true);
+            return unknown;
+        }
+        if (around_ == 0.0)
+            return follower.Off_Lines(lines_[g], depths_[g] + margin_, near) - depths_[g];
+        const auto blocks = Blocks_of(g);
+        Lines seen;
+        std::array<bool, Group> unseen{};
+        double least = std::numeric_limits<double>::infinity();
+        double bent = 0.0;
+        for (std::size_t k = 0; k < blocks.size(); ++k) {
+            const Block& block = blocks[k];
+            const double hidden = Hidden(block);
+            if (hidden > 0.0) {
+                least = std::min(least, hidden);
+                continue;
+            }
+            const double edge = Off_Edge(block);
+            least = std::min(least, edge);
+            if (edge <= 0.0) {
+                unseen[k] = true;
+                continue;
+            }
+            const double wide = block.to.x - block.from.x;
+            if (m_.body == Cam_Body::linear) {
+                const double x = Beside(block.center.x) + (block.from.x - block.center.x);
+                seen.Put(k, {x, block.from.y}, {x + wide, block.to.y});
+                continue;
+            }
+            // As it is seen the sine bends what was straight, by no more than an eighth of its width's square over the
+            // drum's radius.
+            const Place& place = block_places_[g * Group + k];
+            seen.Put(k, {m_.prime * Cross(turned_, place.from), block.from.y},
+                     {m_.prime * Cross(turned_, place.to), block.to.y});
+            bent = std::max(bent, wide * wide / (8.0 * m_.prime));
+        }
+        const double depth = depths_[g] + bent;
+        least = std::min(least, follower.Off_Lines(seen, depth + margin_, near) - depth);
+        for (std::size_t k = 0; k < near.size(); ++k)
+            near[k] = near[k] || unseen[k];
+        return least;
+    }
+
+    /// An outer wall has the cam between its two sides: the follower meets its own.
+    bool Has_Back() const { return m_.side < 0 && around_ == 0.0; }
+    bool In_View(Vector point, double radius) const
+    {
+        return !Has_Back() || Dot(point, toward_) > -radius * Length(toward_);
+    }
+
+    bool Meets(const Placed_Follower& follower, const Block& block) const
     {
         if (around_ == 0.0)
             return follower.Covers_Circle(block.center, block.radius) && In_View(block.center, block.radius);
@@ -404,6 +755,33 @@ private:
         if (std::abs(beside) > m_.prime * PIH + block.radius)
             return false;
         return follower.Covers_Circle({m_.prime * std::sin(beside / m_.prime), block.center.y}, block.radius);
+    }
+
+    /// How far the drum has to turn at least until something of a block comes up from behind; 0 of one that is in
+    /// sight.
+    double Hidden(const Block& block) const
+    {
+        if (m_.body != Cam_Body::barrel)
+            return 0.0;
+        return std::max(0.0, std::abs(Beside(block.center.x)) - block.radius - m_.prime * PIH);
+    }
+
+    /// How far a block of a drum is from the edge of what is seen, of a linear cam from the end of a turn.
+    double Off_Edge(const Block& block) const
+    {
+        const double sight = m_.body == Cam_Body::barrel ? m_.prime * PIH : 0.5 * around_;
+        return sight - block.radius - std::abs(Beside(block.center.x));
+    }
+
+    /// Where the middle of a block is seen; none of one that is not seen as a whole.
+    std::optional<Vector> Seen(const Block& block) const
+    {
+        if (around_ == 0.0)
+            return block.center;
+        if (Off_Edge(block) <= 0.0)
+            return std::nullopt;
+        const double beside = Beside(block.center.x);
+        return Vector{m_.body == Cam_Body::barrel ? m_.prime * std::sin(beside / m_.prime) : beside, block.center.y};
     }
 
     /// How far a place around the drum is beside the follower, on the shorter way.
@@ -439,14 +817,28 @@ private:
 
     const Mechanism& m_;
     const Surface_Path& surface_;
+    Placed_Follower follower_;
     double around_ = 0.0;
     std::vector<Place> places_;  // of a drum's elements
+    std::vector<Place> block_places_;
     double passed_ = 0.0;
     double expected_ = 0.0;
     Vector turned_;
     Vector toward_;            // where the follower is expected
     std::size_t contact_ = 0;  // the element touched last
     bool in_touch_ = false;
+
+    std::array<Surface_Element, Size> brought_;  // of a block
+    bool everywhere_;
+    double margin_;               // of a length
+    double way_ = 0.0;            // of follower and surface against each other since the start
+    std::vector<double> quiet_;   // the way until which a group stands off
+    std::vector<Lines> lines_;    // of the groups, as they lie on the surface
+    std::vector<double> depths_;  // of their blocks, the largest
+    bool stood_ = false;          // where the follower stood last
+    Vector place_;
+    double height_ = 0.0;
+    double stood_passed_ = 0.0;
 };
 
 }  // namespace
@@ -454,34 +846,34 @@ private:
 Surface_Path::Surface_Path(std::vector<Surface_Element> elements) : elements_(std::move(elements))
 {
     for (std::size_t i = 0; i < elements_.size(); i += Block_Size) {
-        Vector low{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
-        Vector high{nothing, nothing};
-        double longest = 0.0;
-        const auto take = [&](Vector p, double r) {
-            low = {std::min(low.x, p.x - r), std::min(low.y, p.y - r)};
-            high = {std::max(high.x, p.x + r), std::max(high.y, p.y + r)};
-        };
-        for (std::size_t k = i; k < std::min(i + Block_Size, elements_.size()); ++k) {
-            const Surface_Element& element = elements_[k];
+        const auto own = std::span(elements_).subspan(i, std::min(Block_Size, elements_.size() - i));
+        Box box;
+        double aside = 0.0;   // square
+        double height = 0.0;  // of an arc
+        for (const Surface_Element& element : own) {
+            box.Take(element.from, 0.0);
+            box.Take(element.to, 0.0);
+            aside = std::max({aside, Square_of_Distance(element.from, own.front().from, own.back().to),
+                              Square_of_Distance(element.to, own.front().from, own.back().to)});
+            if (element.bulge == 0.0)
+                continue;
             // An arc lies within a circle about the middle of its chord, no flatter than half the chord.
             const double half = 0.5 * Length(element.to - element.from);
-            longest = std::max(longest, 2.0 * half * std::max(1.0, std::abs(element.bulge)));
-            take(element.from, 0.0);
-            take(element.to, 0.0);
-            if (element.bulge != 0.0)
-                take(0.5 * (element.from + element.to), half * std::max(1.0, std::abs(element.bulge)));
+            box.Take(0.5 * (element.from + element.to), half * std::max(1.0, std::abs(element.bulge)));
+            height = std::max(height, half * std::abs(element.bulge));
         }
-        blocks_.push_back(Circle_around(low, high, longest));
+        Block block = box.Circle();
+        block.from = own.front().from;
+        block.to = own.back().to;
+        block.depth = std::sqrt(aside) + height;
+        blocks_.push_back(block);
+        extent_ = std::max(extent_, Length(block.center) + block.radius);
     }
     for (std::size_t b = 0; b < blocks_.size(); b += Group_Size) {
-        Vector low{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
-        Vector high{nothing, nothing};
-        for (std::size_t k = b; k < std::min(b + Group_Size, blocks_.size()); ++k) {
-            const Block& block = blocks_[k];
-            low = {std::min(low.x, block.center.x - block.radius), std::min(low.y, block.center.y - block.radius)};
-            high = {std::max(high.x, block.center.x + block.radius), std::max(high.y, block.center.y + block.radius)};
-        }
-        groups_.push_back(Circle_around(low, high, 0.0));
+        Box box;
+        for (std::size_t k = b; k < std::min(b + Group_Size, blocks_.size()); ++k)
+            box.Take(blocks_[k].center, blocks_[k].radius);
+        groups_.push_back(box.Circle());
     }
 }
 
@@ -502,22 +894,22 @@ Surface_Path Surface_Path::Through(std::span<const Vector> points, double around
     return Surface_Path(std::move(elements));
 }
 
-Retraced Retrace(const Mechanism& follower, const True_Motion& motion, const Surface_Path& surface,
-                 std::span<const double> angles)
+Retraced Retrace(const Mechanism& follower, const Surface_Path& surface, std::span<const double> angles,
+                 std::span<const double> wanted, Looking looking)
 {
     Retraced result;
     result.s.reserve(angles.size());
     result.contact.reserve(angles.size());
-    Search search(follower, surface);
-    for (const double theta : angles) {
+    Search search(follower, surface, looking);
+    for (std::size_t i = 0; i < angles.size(); ++i) {
         int push = 1;
-        const double wanted = motion.At(theta).s;
-        const double touch = search.At(theta, wanted, push);
+        const double theta = angles[i];
+        const double touch = search.At(theta, wanted[i], push);
         const bool met = touch != nothing;
         const double s = met ? push * touch : std::numeric_limits<double>::quiet_NaN();
         double error = std::numeric_limits<double>::infinity();
         if (met)
-            error = follower.arm ? std::abs(std::remainder(s - wanted, PI2)) : std::abs(s - wanted);
+            error = std::abs(follower.arm ? Short_Way(s - wanted[i]) : s - wanted[i]);
         if (error > result.largest_error) {
             result.largest_error = error;
             result.at = theta;
@@ -528,9 +920,13 @@ Retraced Retrace(const Mechanism& follower, const True_Motion& motion, const Sur
     return result;
 }
 
-Retraced Retrace(const True_Cam& cam, const Surface_Path& surface, std::span<const double> angles)
+Retraced Retrace(const True_Cam& cam, const Surface_Path& surface, std::span<const double> angles, Looking looking)
 {
-    return Retrace(cam.Follower(), cam.Motion(), surface, angles);
+    std::vector<double> wanted;
+    wanted.reserve(angles.size());
+    for (const double theta : angles)
+        wanted.push_back(cam.Motion().At(theta).s);
+    return Retrace(cam.Follower(), surface, angles, wanted, looking);
 }
 
 std::vector<Vector> Points_left(const True_Cam& cam, std::span<const True_Point> points, double bound)

@@ -33,21 +33,28 @@ public:
 
     std::span<const Surface_Element> Elements() const { return elements_; }
 
-    /// A circle that holds consecutive elements.
+    /// Consecutive elements: all of them lie within a circle, and within a depth of the straight line from the start of
+    /// the first to the end of the last.
     struct Block {
         Vector center;
         double radius = 0.0;
-        double reach = 0.0;  // of its elements, the furthest from where it starts
+        Vector from;
+        Vector to;
+        double depth = 0.0;
     };
-    static constexpr std::size_t Block_Size = 8;   // elements
-    static constexpr std::size_t Group_Size = 16;  // blocks
+    static constexpr std::size_t Block_Size = 8;  // elements
+    static constexpr std::size_t Group_Size = 8;  // blocks
     std::span<const Block> Blocks() const { return blocks_; }
     std::span<const Block> Groups() const { return groups_; }
+
+    /// No point of it is further from the origin.
+    double Extent() const { return extent_; }
 
 private:
     std::vector<Surface_Element> elements_;
     std::vector<Block> blocks_;
     std::vector<Block> groups_;
+    double extent_ = 0.0;
 };
 
 /// What the follower does on a surface.
@@ -58,11 +65,17 @@ struct Retraced {
     double at = 0.0;                   // degrees
 };
 
+/// Where a re-tracing looks: it leaves out what cannot touch, by bounds that hold whatever the surface is. Everywhere
+/// is slow and finds the same.
+enum class Looking { where_it_may_touch, everywhere };
+
 /// @param angles  degrees, in rising order
-Retraced Retrace(const True_Cam& cam, const Surface_Path& surface, std::span<const double> angles);
-/// The same by another mechanism than the motion's own, as the drum unrolled.
-Retraced Retrace(const Mechanism& follower, const True_Motion& motion, const Surface_Path& surface,
-                 std::span<const double> angles);
+Retraced Retrace(const True_Cam& cam, const Surface_Path& surface, std::span<const double> angles,
+                 Looking looking = Looking::where_it_may_touch);
+/// The same by any mechanism, as the drum unrolled.
+/// @param wanted  the motion's displacement at each angle
+Retraced Retrace(const Mechanism& follower, const Surface_Path& surface, std::span<const double> angles,
+                 std::span<const double> wanted, Looking looking = Looking::where_it_may_touch);
 
 /// What is left of the points of a surface when the follower's places at the given angles have cut it: those that none
 /// of them covers. Depths below the bound count as touching. (238)

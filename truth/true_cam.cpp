@@ -100,7 +100,12 @@ True_Point True_Cam::At(double theta) const
 
 True_Point True_Cam::At(double theta, const Follower_Point& motion) const
 {
-    return follower_.roller ? Of_Center(theta, motion) : Of_Face(theta, motion);
+    return follower_.roller ? Of_Center(theta, motion, true) : Of_Face(theta, motion);
+}
+
+True_Point True_Cam::Path_At(double theta, const Follower_Point& motion) const
+{
+    return follower_.roller ? Of_Center(theta, motion, false) : Of_Face(theta, motion);
 }
 
 namespace {
@@ -133,18 +138,30 @@ Center_Path Path_of(const Mechanism& m, const Follower_Point& p)
 }
 
 /// (233): the drum passes the roller's axis at the speed of the depth.
+struct Wall_Contact {
+    Wall_Contact(const Mechanism& m, const Center_Path& path, int side, double depth)
+        : first{depth + m.rot * path.first.x, path.first.y}
+    {
+        const Vector normal = 1.0 / Length(first) * Quarter(first);
+        lateral = m.rot * path.f.x - side * m.roller_radius * normal.x;
+        Z = path.f.y - side * m.roller_radius * normal.y;
+    }
+
+    Vector first;
+    double lateral;
+    double Z;
+};
+
 Wall_Point Wall_of(const Mechanism& m, const Center_Path& path, double theta, int side, double depth)
 {
-    const Vector first{depth + m.rot * path.first.x, path.first.y};
-    const Vector normal = 1.0 / Length(first) * Quarter(first);
-    const double lateral = m.rot * path.f.x - side * m.roller_radius * normal.x;
-    const double Z = path.f.y - side * m.roller_radius * normal.y;
+    const Wall_Contact contact(m, path, side, depth);
+    const Vector& first = contact.first;
     if (m.body == Cam_Body::linear)
-        return {depth, theta + lateral / m.prime * Deg_per_Rad, Z, 1.0 / Length(first) * first};
+        return {depth, theta + contact.lateral / m.prime * Deg_per_Rad, contact.Z, 1.0 / Length(first) * first};
     // Square to the wall's normal and to the radius of the contact, (299).
-    const double radius = std::hypot(lateral, depth);
+    const double radius = std::hypot(contact.lateral, depth);
     const Vector along{first.x, first.y * depth / radius};
-    return {radius, theta + std::atan2(lateral, depth) * Deg_per_Rad, Z, 1.0 / Length(along) * along};
+    return {radius, theta + std::atan2(contact.lateral, depth) * Deg_per_Rad, contact.Z, 1.0 / Length(along) * along};
 }
 
 /// The depth at which the contact lies on a cylinder: each turn leaves the square of roller over drum of what was
@@ -154,22 +171,20 @@ Wall_Point Wall_on_Cylinder(const Mechanism& m, const Center_Path& path, double 
     constexpr int turns = 20;
     constexpr double exact = 1e-14;
     double depth = radius;
-    Wall_Point wall = Wall_of(m, path, theta, side, depth);
-    if (m.body == Cam_Body::linear)
-        return wall;
-    for (int i = 0; i < turns && std::abs(wall.radius - radius) > exact * radius; ++i) {
-        const double square = radius * radius - (wall.radius * wall.radius - depth * depth);
-        if (square <= 0.0)
+    for (int i = 0; i < turns && m.body != Cam_Body::linear; ++i) {
+        const double lateral = Wall_Contact(m, path, side, depth).lateral;
+        const double reached = std::hypot(lateral, depth);
+        const double square = radius * radius - (reached * reached - depth * depth);
+        if (std::abs(reached - radius) <= exact * radius || square <= 0.0)
             break;
         depth = std::sqrt(square);
-        wall = Wall_of(m, path, theta, side, depth);
     }
-    return wall;
+    return Wall_of(m, path, theta, side, depth);
 }
 
 }  // namespace
 
-True_Point True_Cam::Of_Center(double theta, const Follower_Point& motion) const
+True_Point True_Cam::Of_Center(double theta, const Follower_Point& motion, bool whole) const
 {
     const Mechanism& m = follower_;
     const Center_Path path = Path_of(m, motion);
@@ -203,7 +218,9 @@ True_Point True_Cam::Of_Center(double theta, const Follower_Point& motion) const
     const double speed = Length(first);
     p.normal = -convex / speed * Quarter(first);
     p.Rho = Radius_of(convex * Cross(first, second) / (speed * speed * speed));
-    if (m.body == Cam_Body::disk) {
+    if (!whole) {
+        p.Phi = std::numeric_limits<double>::quiet_NaN();
+    } else if (m.body == Cam_Body::disk) {
         p.Phi = m.rot * std::atan2(Cross(rise, p.normal), Dot(rise, p.normal)) * Deg_per_Rad;
     } else {
         // The wall that drives a rise: the one below where the roller goes up.
@@ -217,8 +234,10 @@ True_Point True_Cam::Of_Center(double theta, const Follower_Point& motion) const
         const double beside = m.rot * path.f.x - m.side * m.roller_radius * p.normal.x;
         const double turning = Cross(first, second) - beside * first.y;
         p.Rho_Surface = -m.side * Radius_of(turning / (speed * speed * speed)) - m.roller_radius;
-        const Wall_Point wall = Wall_on_Cylinder(m, path, theta, m.side, m.prime);
-        p.surface = {m.prime * wall.Lambda * Rad_per_Deg, wall.Z};
+        if (whole) {
+            const Wall_Point wall = Wall_on_Cylinder(m, path, theta, m.side, m.prime);
+            p.surface = {m.prime * wall.Lambda * Rad_per_Deg, wall.Z};
+        }
     } else {
         p.surface = p.center - m.side * m.roller_radius * p.normal;
     }
@@ -282,7 +301,12 @@ Wall_Point True_Cam::Wall(double theta, int side, double depth) const
 
 Wall_Point True_Cam::Wall_at_Radius(double theta, int side, double radius) const
 {
-    return Wall_on_Cylinder(follower_, Path_of(follower_, motion_.At(theta)), theta, side, radius);
+    return Wall_at_Radius(theta, motion_.At(theta), side, radius);
+}
+
+Wall_Point True_Cam::Wall_at_Radius(double theta, const Follower_Point& motion, int side, double radius) const
+{
+    return Wall_on_Cylinder(follower_, Path_of(follower_, motion), theta, side, radius);
 }
 
 }  // namespace lobemax

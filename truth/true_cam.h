@@ -83,6 +83,8 @@ public:
     True_Point At(double theta) const;
     /// The same with the motion of that angle at hand.
     True_Point At(double theta, const Follower_Point& motion) const;
+    /// The same without the pressure angle, and on a drum without the surface: what else there is costs half as much.
+    True_Point Path_At(double theta, const Follower_Point& motion) const;
 
     /// Centre of a cutter or wheel of a radius that touches the surface at the point.
     Vector Cutter(const True_Point& point, double radius) const;
@@ -93,9 +95,11 @@ public:
 
     /// The same where the wall meets the cylinder of a radius.
     Wall_Point Wall_at_Radius(double theta, int side, double radius) const;
+    /// The same with the motion of that angle at hand.
+    Wall_Point Wall_at_Radius(double theta, const Follower_Point& motion, int side, double radius) const;
 
 private:
-    True_Point Of_Center(double theta, const Follower_Point& motion) const;
+    True_Point Of_Center(double theta, const Follower_Point& motion, bool whole) const;
     True_Point Of_Face(double theta, const Follower_Point& motion) const;
 
     True_Motion motion_;

@@ -92,7 +92,7 @@ public:
     }
 
     /// None where nothing can touch so.
-    std::optional<Contact> At(double force, double Rho_Surface) const
+    std::optional<Contact> At(double force, double Rho_Surface)
     {
         const double convexity = 1.0 / (Rho_Surface * scale_) + (roller_ ? 1.0 / *roller_ : 0.0);
         if (!(force > 0.0) || !(convexity > 0.0))
@@ -124,7 +124,7 @@ True_Contact Find_True_Contact(const Design_State& design, const Mechanism& foll
     contact.force = Contact_Forces(design, follower, points);
     if (!Holds(design, Mark::stress))
         return contact;
-    const Pair_of_Bodies bodies(design);
+    Pair_of_Bodies bodies(design);
     const std::size_t count = contact.force.size();
     contact.sigma.assign(count, 0.0);
     contact.tau.assign(count, 0.0);

@@ -168,7 +168,7 @@ TEST(Ellipse, a_long_one_shears_as_a_strip)
 TEST(Ellipse, many_contacts_of_a_pair_are_the_exact_ones)
 {
     for (const double nu : {0.0, 0.15, 0.21, 0.28, 0.33, 0.5}) {
-        const Elliptic_Contacts contacts(steel, nu);
+        Elliptic_Contacts contacts(steel, nu);
         for (double r = 1; r < 1E9; r *= 1.7) {
             const Contact exact = Elliptic_Contact(500, 0.001, 0.001 * r, steel, nu);
             const Contact found = contacts.At(500, 0.001, 0.001 * r);
@@ -176,6 +176,23 @@ TEST(Ellipse, many_contacts_of_a_pair_are_the_exact_ones)
             EXPECT_EQ(found.half_length, exact.half_length);
             EXPECT_NEAR(found.shear / exact.pressure, exact.shear / exact.pressure, 1E-5) << nu << ' ' << r;
             EXPECT_NEAR(found.depth / exact.half_width, exact.depth / exact.half_width, 2E-3) << nu << ' ' << r;
+        }
+    }
+}
+
+// Along a cam each ellipse starts from the one before: near the circle, through a curvature that stands still, back and
+// forth.
+TEST(Ellipse, one_contact_leads_to_the_next)
+{
+    for (const double middle : {1.0001, 1.02, 3.0, 80.0, 4E6}) {
+        Elliptic_Contacts contacts(steel, 0.28);
+        for (int i = 0; i < 400; ++i) {
+            const double r = std::max(1.0, middle * std::exp(i % 50 < 20 ? 0.3 : 0.3 * std::cos(0.1 * i)));
+            const Contact exact = Elliptic_Contact(500, 0.001, 0.001 * r, steel, 0.28);
+            const Contact found = contacts.At(500, 0.001, 0.001 * r);
+            EXPECT_NEAR(found.pressure, exact.pressure, 1E-12 * exact.pressure) << r;
+            EXPECT_NEAR(found.half_length, exact.half_length, 1E-12 * exact.half_length) << r;
+            EXPECT_NEAR(found.half_width, exact.half_width, 1E-12 * exact.half_width) << r;
         }
     }
 }

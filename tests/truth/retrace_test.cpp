@@ -214,6 +214,110 @@ TEST(Retracing, what_is_left_after_undercutting_lifts_less)
     EXPECT_EQ(Points_left(sound, points, 1e-7).size(), points.size());
 }
 
+/// What is found where the search looks and what is found by looking at every element at every angle.
+void Expect_Nothing_Left_Out(const Mechanism& m, const Surface_Path& path, const std::vector<double>& angles,
+                             const std::vector<double>& wanted)
+{
+    const Retraced quick = Retrace(m, path, angles, wanted);
+    const Retraced whole = Retrace(m, path, angles, wanted, Looking::everywhere);
+    EXPECT_EQ(quick.contact, whole.contact);
+    EXPECT_EQ(quick.at, whole.at);
+    EXPECT_EQ(quick.largest_error, whole.largest_error);
+    ASSERT_EQ(quick.s.size(), angles.size());
+    for (std::size_t i = 0; i < angles.size(); ++i) {
+        ASSERT_EQ(std::isnan(quick.s[i]), std::isnan(whole.s[i])) << angles[i];
+        if (!std::isnan(whole.s[i])) {
+            ASSERT_EQ(quick.s[i], whole.s[i]) << angles[i];
+        }
+    }
+}
+
+std::vector<double> Wanted(const True_Cam& cam, const std::vector<double>& angles)
+{
+    std::vector<double> wanted;
+    for (const double theta : angles)
+        wanted.push_back(cam.Motion().At(theta).s);
+    return wanted;
+}
+
+/// A surface that no cam has: a coarse and a fine star, a spiral that crosses itself, points strewn.
+std::vector<Vector> Wild_Surface(int kind, testing::Dice& dice)
+{
+    std::vector<Vector> points;
+    for (int i = 0; i < 900; ++i) {
+        const double t = PI2 * i / 900;
+        const double r = kind == 0   ? 50.0 + 8.0 * std::sin(9.0 * t)
+                         : kind == 1 ? 50.0 + (i % 2 == 0 ? 0.4 : -0.4)
+                         : kind == 2 ? 45.0 + 10.0 * std::sin(0.5 * t)
+                                     : dice.Real(20.0, 60.0);
+        points.push_back(r * Direction(kind == 2 ? 3.0 * t : t));
+    }
+    return points;
+}
+
+TEST(Retracing, finds_all_that_a_search_of_everything_finds)
+{
+    const std::vector<double> angles = Angles(0.0, 0.5);
+    testing::Dice dice(7);
+    int made = 0;
+    for (Truth_Maker maker : Every_Configuration()) {
+        SCOPED_TRACE(maker.Name());
+        ASSERT_NO_FATAL_FAILURE(maker.Make());
+        const True_Cam cam(design);
+        const Mechanism& m = cam.Follower();
+        const std::vector<double> wanted = Wanted(cam, angles);
+        const Surface_Path sound = Surface_Path::Through(True_Surface(cam, 0.5), Turn_of(cam), m.Hollow_Sense());
+        Expect_Nothing_Left_Out(m, sound, angles, wanted);
+        // The follower larger than it was made for, so that it bridges and strikes what is elsewhere.
+        Mechanism large = m;
+        large.roller_radius *= 3.0;
+        Expect_Nothing_Left_Out(large, sound, angles, wanted);
+        // The surface of a roller too large for the cam: it crosses itself.
+        design.cam.Follow_Rad = 45.0;
+        const True_Cam undercut(design);
+        const Surface_Path loops = Surface_Path::Through(True_Surface(undercut, 0.5), Turn_of(cam), m.Hollow_Sense());
+        Expect_Nothing_Left_Out(m, loops, angles, wanted);
+        Expect_Nothing_Left_Out(undercut.Follower(), loops, angles, wanted);
+        // Angles far apart, and back: whatever was left alone has moved.
+        std::vector<double> jumps;
+        for (int i = 0; i < 60; ++i)
+            jumps.push_back(dice.Real(-400.0, 800.0));
+        Expect_Nothing_Left_Out(m, sound, jumps, Wanted(cam, jumps));
+        if (m.body == Cam_Body::disk && made++ % 4 == 0)
+            for (int kind = 0; kind < 4; ++kind)
+                Expect_Nothing_Left_Out(m, Surface_Path::Through(Wild_Surface(kind, dice)), angles, wanted);
+    }
+    ASSERT_NO_FATAL_FAILURE((Truth_Maker{}.Make()));
+    const True_Cam cam(design);
+    const std::vector<double> wanted = Wanted(cam, angles);
+    for (const int pieces : {3, 40, 201, 3000})
+        for (const bool arcs : {false, true})
+            Expect_Nothing_Left_Out(cam.Follower(), Circle({-8.0, 3.0}, 50.0, pieces, arcs), angles, wanted);
+}
+
+// The proof itself, without the search's own means: no place of the surface lies in the roller, and one touches it.
+TEST(Retracing, no_place_of_a_surface_lies_in_the_roller_that_was_laid_on_it)
+{
+    ASSERT_NO_FATAL_FAILURE((Truth_Maker{}.Make()));
+    const True_Cam cam(design);
+    const Mechanism& m = cam.Follower();
+    testing::Dice dice(11);
+    const std::vector<double> angles = Angles(0.0, 1.5);
+    for (int kind = 0; kind < 4; ++kind) {
+        const Surface_Path path = Surface_Path::Through(Wild_Surface(kind, dice));
+        const Retraced lift = Retrace(cam, path, angles);
+        for (std::size_t i = 0; i < angles.size(); ++i) {
+            const Vector center = Turned(m.Center(lift.s[i]), Direction(-m.rot * angles[i] * Rad_per_Deg));
+            double nearest = 1e300;
+            for (const Surface_Element& element : path.Elements())
+                for (int k = 0; k <= 20; ++k)
+                    nearest = std::min(nearest, Length(element.from + 0.05 * k * (element.to - element.from) - center));
+            ASSERT_GT(nearest, m.roller_radius - 1e-10) << kind << ' ' << angles[i];
+            ASSERT_LT(nearest, m.roller_radius + (kind == 3 ? 0.1 : 1e-3)) << kind << ' ' << angles[i];
+        }
+    }
+}
+
 // Designs that a machine could have: normals and curvature by differences, and the surface gives back its lift.
 TEST(Retracing, random_cams_have_their_normals_and_give_back_their_lift)
 {
