@@ -3,12 +3,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/ladder.h"
+#include "core/lanes.h"
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/points.h"
@@ -131,6 +133,116 @@ std::array<double, Max_Spline_Derivative + 1> Store_Scales(const Design_State& d
         }
     }
     return scale;
+}
+
+/// Whether the time base is one of those that V to Ping are stored in.
+bool Has_Derivatives(const Motion_Group& m)
+{
+    return m.Time_Base >= 1 && m.Time_Base <= 3;
+}
+
+Table_Units Units_of_Table(const Motion_Group& m)
+{
+    return {.Time_Base = m.Time_Base,
+            .Shaft_speed = m.Shaft_speed,
+            .Shaft_Speed_Sq = m.Shaft_Speed_Sq,
+            .Shaft_Speed_Cu = m.Shaft_Speed_Cu};
+}
+
+/// The points of the segment at work as a run of neighbours in the table, which kernels store.
+class Run_of_Points {
+public:
+    explicit Run_of_Points(Design_State& design);
+
+    /// Whether the points of the segment, a step from one to the next, are neighbours in the table: the step is one
+    /// that no sum of steps is rounded by, and the segment does not start so near the middle between two points that
+    /// the rounding of an angle decides to which one a point goes.
+    bool Regular() const { return room_ > 0; }
+
+    /// Points from local angle 0 to the last step within beta, or more than the table has room for.
+    std::size_t Count_to(double beta) const;
+
+    /// The rows from the first point on, of a curve that is asked at theta / beta.
+    Segment_Run Rows(double beta, bool mirrored) const;
+
+    /// Stores a segment of so many points: by the kernel within the table, by point(p) where the kernel leaves one, and
+    /// the last, which stays the working point.
+    template <class Kernel, class Point>
+    void Store(std::size_t count, const Kernel& kernel, const Point& point) const;
+
+private:
+    std::span<Single> Row_of(int variable) const { return design_.results.CalcData.Points(variable).subspan(first_); }
+    void Copy_Force(std::size_t first, std::size_t end) const;
+
+    Design_State& design_;
+    std::size_t first_ = 0;  // point of the table
+    std::size_t room_ = 0;   // points from there to the table's end
+};
+
+Run_of_Points::Run_of_Points(Design_State& design) : design_(design)
+{
+    const Motion_Group& m = design.motion;
+    if (!Has_Derivatives(m) || std::ranges::find(Steps, double{m.Deltatheta}) == Steps.end())
+        return;
+    const double place = m.Shift(m.Seg) / m.Deltatheta;
+    const Results_Group& r = design.results;
+    const int last = m.Motion ? r.CalcData.Last_Point() : std::min(r.CalcData.Last_Point(), r.Ext_Force_Table.Last());
+    const double nearest = std::nearbyint(place);
+    const double rounding = (last + 1) * 0x1p-23;  // of a 32-bit angle within the table, points
+    if (!(nearest >= 0.0 && nearest <= last) || std::abs(place - nearest) + rounding >= 0.5)
+        return;
+    first_ = static_cast<std::size_t>(nearest);
+    room_ = Order(last) - first_ + 1;
+}
+
+std::size_t Run_of_Points::Count_to(double beta) const
+{
+    const double last = std::floor(beta / design_.motion.Deltatheta);
+    return last < 0.0 ? 0 : static_cast<std::size_t>(std::min(last, static_cast<double>(room_))) + 1;
+}
+
+Segment_Run Run_of_Points::Rows(double beta, bool mirrored) const
+{
+    const Motion_Group& m = design_.motion;
+    return {.place = {.step = m.Deltatheta,
+                      .beta = beta,
+                      .shift = m.Shift(m.Seg),
+                      .base = m.Base_Shift(m.Seg),
+                      .lift = m.Lift,
+                      .mirrored = mirrored,
+                      .units = Units_of_Table(m)},
+            .angle = Bits(Row_of(var::Angle)),
+            .S = Bits(Row_of(var::S)),
+            .V = Bits(Row_of(var::V)),
+            .A = Bits(Row_of(var::A)),
+            .J = Bits(Row_of(var::J)),
+            .P = Bits(Row_of(var::Ping))};
+}
+
+/// A force function's points go to its table as well.
+void Run_of_Points::Copy_Force(std::size_t first, std::size_t end) const
+{
+    if (design_.motion.Motion || first >= end)
+        return;
+    const auto stored = Row_of(var::S).subspan(first, end - first);
+    std::ranges::copy(stored, design_.results.Ext_Force_Table.Points().subspan(first_ + first).begin());
+    std::ranges::copy(stored, Row_of(var::Ext_Force).subspan(first).begin());
+    Reach(design_, Mark::external_force);
+}
+
+template <class Kernel, class Point>
+void Run_of_Points::Store(std::size_t count, const Kernel& kernel, const Point& point) const
+{
+    const auto within = [&](std::size_t first, std::size_t end) {
+        const std::size_t limit = std::min(end - 1, room_);
+        if (first >= limit)
+            return first;
+        const std::size_t stored = kernel(first, limit);
+        Copy_Force(first, stored);
+        return stored;
+    };
+    if (count > 0)
+        Run_Points(count, within, point);
 }
 
 /// Puts the points of a spline into the table.
@@ -260,27 +372,13 @@ void Store_Point(Design_State& design, Single theta)
 
     data(var::Angle, i) = angle;
     data(var::S, i) = m.Seg_S + m.Base_Shift(m.Seg);
-    switch (m.Time_Base) {
-    case 1:  // per second; jerk and ping are kept in thousands
-        data(var::V, i) = m.Shaft_speed * m.Seg_V;
-        data(var::A, i) = m.Shaft_Speed_Sq * m.Seg_A;
-        data(var::J, i) = m.Shaft_Speed_Cu * m.Seg_J / 1000.0;
-        data(var::Ping, i) = m.Seg_P * m.Shaft_Speed_Cu * m.Shaft_speed / 1000.0;
-        break;
-    case 2:  // per degree: one factor whatever the order, meant
-        data(var::V, i) = m.Seg_V * PI / 180.0;
-        data(var::A, i) = m.Seg_A * PI / 180.0;
-        data(var::J, i) = m.Seg_J * PI / 180.0;
-        data(var::Ping, i) = m.Seg_P * PI / 180.0;
-        break;
-    case 3:  // per radian
-        data(var::V, i) = m.Seg_V;
-        data(var::A, i) = m.Seg_A;
-        data(var::J, i) = m.Seg_J;
-        data(var::Ping, i) = m.Seg_P;
-        break;
-    default:
-        break;
+    if (Has_Derivatives(m)) {
+        const Svajp stored =
+            Units_of_Table(m)(Svajp{.S = m.Seg_S, .V = m.Seg_V, .A = m.Seg_A, .J = m.Seg_J, .P = m.Seg_P});
+        data(var::V, i) = stored.V;
+        data(var::A, i) = stored.A;
+        data(var::J, i) = stored.J;
+        data(var::Ping, i) = stored.P;
     }
     if (!m.Motion) {
         r.Ext_Force_Table(i) = m.Seg_S + m.Base_Shift(m.Seg);
@@ -307,30 +405,28 @@ void Store_Segment(Design_State& design, int Seg, const Segment_Curve& curve)
         return;
     }
     const bool mirrored = law != nullptr && law->Mirrored();
-    // A run at a time, so that the kind of curve is looked at once for many points.
-    constexpr std::size_t run = 64;
-    std::array<Segment_Law::Place, run> places;
-    std::array<Svajp, run> points;
-    int p = 0;
-    std::size_t count = run;
-    for (Single theta; count == run;) {
-        for (count = 0; count < run && (law != nullptr ? theta <= beta : p <= last); ++count, ++p) {
-            const Single x = theta / beta;  // a beta of zero ends here: 0 / 0 is no Single
-            places[count] = {x, theta};
-            theta += m.Deltatheta;
-        }
-        const auto asked = std::span(places).first(count);
-        if (law != nullptr)
-            law->Before_Mirror(asked, points);
-        else
-            std::ranges::transform(asked, points.begin(), [&](const auto& at) { return curve.Polynomial()->At(at.x); });
-        for (std::size_t k = 0; k < count; ++k) {
-            Set_Working_Point(design, points[k]);
-            if (mirrored)
-                Fall_Mirror(design);
-            Store_Point(design, places[k].theta);
-        }
+    const auto store_point = [&](Single theta) {
+        const Single x = theta / beta;  // a beta of zero ends here: 0 / 0 is no Single
+        Set_Working_Point(design, law != nullptr ? law->Before_Mirror(x, theta) : curve.Polynomial()->At(x));
+        if (mirrored)
+            Fall_Mirror(design);
+        Store_Point(design, theta);
+    };
+    const Run_of_Points points(design);
+    if (points.Regular()) {
+        const Segment_Run run = points.Rows(beta, mirrored);
+        const std::size_t count = law != nullptr ? points.Count_to(beta) : Order(std::max(last + 1, 0));
+        points.Store(
+            count,
+            [&](std::size_t first, std::size_t end) {
+                return law != nullptr ? law->Store(run, first, end) : curve.Polynomial()->Store(run, first, end);
+            },
+            [&](std::size_t p) { store_point(static_cast<double>(p) * m.Deltatheta); });
+        return;
     }
+    Single theta;
+    for (int p = 0; law != nullptr ? theta <= beta : p <= last; ++p, theta += m.Deltatheta)
+        store_point(theta);
 }
 
 void Store_Segment_Ends(Design_State& design)
