@@ -248,6 +248,13 @@ private:
     }
 };
 
+/// The numbers at, at + 1, ...
+inline Lanes Lane_Numbers(std::size_t at)
+{
+    constexpr float numbers[]{0, 1, 2, 3, 4, 5, 6, 7};
+    return static_cast<double>(at) + Load_Lanes(numbers);
+}
+
 inline Mask All_Lanes()
 {
     return Lanes(0.0) == Lanes(0.0);

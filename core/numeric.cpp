@@ -205,20 +205,26 @@ double FNRound(double value, int decimals)
 void MaxMin1(std::span<const Single> array, int first, int last, Single& largest, Single& smallest)
 {
     const std::span<const Single> range = Range(array, first, std::max(first, last));
-    const Row_Extremes found = Kernels_in_Use<Row_Kernels>().extremes(Bits(range), range.size());
+    const Row_Kernels& kernels = Kernels_in_Use<Row_Kernels>();
+    const float* const row = Bits(range);
+    const Row_Extremes found = kernels.extremes(row, range.size());
+    largest = found.largest;
+    smallest = found.smallest;
     // Zeros of both signs are one value: the last of the largest and the first of the smallest counts.
-    largest = found.largest == 0.0F ? *std::find(range.rbegin(), range.rend(), 0.0) : Single(found.largest);
-    smallest = found.smallest == 0.0F ? *std::find(range.begin(), range.end(), 0.0) : Single(found.smallest);
+    if (largest == 0.0)
+        largest = range[kernels.last_place(row, range.size(), 0.0F)];
+    if (smallest == 0.0)
+        smallest = range[kernels.first_place(row, range.size(), 0.0F)];
 }
 
 Extremes MaxMin2(const Table<Single>& array, int row, int first, int last)
 {
     const std::span<const Single> range = Range(array.Points(row), first, std::max(first, last));
-    const Row_Extremes found = Kernels_in_Use<Row_Kernels>().extremes(Bits(range), range.size());
-    const auto largest = std::find(range.begin(), range.end(), double{found.largest});
-    const auto smallest = std::find(range.begin(), range.end(), double{found.smallest});
-    return {*largest, *smallest, first + static_cast<int>(largest - range.begin()),
-            first + static_cast<int>(smallest - range.begin())};
+    const Row_Kernels& kernels = Kernels_in_Use<Row_Kernels>();
+    const Row_Extremes found = kernels.extremes(Bits(range), range.size());
+    const std::size_t largest = kernels.first_place(Bits(range), range.size(), found.largest);
+    const std::size_t smallest = kernels.first_place(Bits(range), range.size(), found.smallest);
+    return {range[largest], range[smallest], first + static_cast<int>(largest), first + static_cast<int>(smallest)};
 }
 
 void Average(int first, int last, std::span<const Single> array, Single& mean)

@@ -44,7 +44,35 @@ Row_Extremes Extremes_of(const float* row, std::size_t count)
     return found;
 }
 
-const Row_Kernels kernels{.extremes = Extremes_of};
+/// Which of the lanes from a place on have a value.
+unsigned Found(const float* row, std::size_t at, float value)
+{
+    return Bits_of(Load_Lanes(row + at) == Lanes(static_cast<double>(value)));
+}
+
+std::size_t First_Place(const float* row, std::size_t count, float value)
+{
+    std::size_t i = 0;
+    for (; i + lane_count <= count; i += lane_count)
+        if (const unsigned found = Found(row, i, value); found != 0)
+            return i + static_cast<std::size_t>(__builtin_ctz(found));
+    while (row[i] != value)
+        ++i;
+    return i;
+}
+
+std::size_t Last_Place(const float* row, std::size_t count, float value)
+{
+    std::size_t end = count;
+    for (; end >= lane_count; end -= lane_count)
+        if (const unsigned found = Found(row, end - lane_count, value); found != 0)
+            return end - lane_count + 31U - static_cast<std::size_t>(__builtin_clz(found));
+    while (row[end - 1] != value)
+        --end;
+    return end - 1;
+}
+
+const Row_Kernels kernels{.extremes = Extremes_of, .first_place = First_Place, .last_place = Last_Place};
 
 }  // namespace
 

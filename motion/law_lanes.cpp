@@ -9,14 +9,7 @@ namespace {
 using namespace law_forms;
 using Point = Svajp_of<Lanes>;
 
-/// Local angles of the points at, at + 1, ..., degrees.
-Lanes Angles(std::size_t at, double step)
-{
-    constexpr float numbers[]{0, 1, 2, 3, 4, 5, 6, 7};
-    return (static_cast<double>(at) + Load_Lanes(numbers)) * step;
-}
-
-/// Works points first to count - 1 of a run: law(x) stores nothing of a lane that is not fine.
+/// Points of a law, and which of them may be stored.
 struct Worked {
     Point point;
     Mask fine;
@@ -27,7 +20,7 @@ std::size_t Store(const Segment_Run& run, std::size_t first, std::size_t count, 
 {
     const Segment_Place& segment = run.place;
     return Over_Points(first, count, [&](const auto& at) {
-        const Lanes theta = Angles(at.at, segment.step);
+        const Lanes theta = Lane_Numbers(at.at) * segment.step;
         const Worked answer = worked(Rounded(theta / segment.beta));
         const Point w = segment.Working(answer.point);
         const Point stored = segment.units(w);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -149,21 +150,38 @@ Table_Units Units_of_Table(const Motion_Group& m)
             .Shaft_Speed_Cu = m.Shaft_Speed_Cu};
 }
 
+/// The table's point at which the segment at work starts, if its points, a step from one to the next by the sum of
+/// their 32-bit angles, are neighbours in the table: where the step is one that no sum of steps is rounded by, and the
+/// segment does not start so near the middle between two points that the rounding of an angle decides to which one a
+/// point goes.
+std::optional<int> First_Neighbour(const Design_State& design)
+{
+    const Motion_Group& m = design.motion;
+    if (std::ranges::find(Steps, double{m.Deltatheta}) == Steps.end())
+        return {};
+    const double last = design.results.CalcData.Last_Point();
+    const double place = m.Shift(m.Seg) / m.Deltatheta;
+    const double nearest = std::nearbyint(place);
+    const double rounding = (last + 1) * 0x1p-23;  // of a 32-bit angle within the table, points
+    if (!(nearest >= 0.0 && nearest <= last) || std::abs(place - nearest) + rounding >= 0.5)
+        return {};
+    return static_cast<int>(nearest);
+}
+
 /// The points of the segment at work as a run of neighbours in the table, which kernels store.
 class Run_of_Points {
 public:
-    explicit Run_of_Points(Design_State& design);
+    /// @param first  point of the table, or none: there is no run
+    Run_of_Points(Design_State& design, std::optional<int> first);
 
-    /// Whether the points of the segment, a step from one to the next, are neighbours in the table: the step is one
-    /// that no sum of steps is rounded by, and the segment does not start so near the middle between two points that
-    /// the rounding of an angle decides to which one a point goes.
-    bool Regular() const { return room_ > 0; }
+    bool Exists() const { return room_ > 0; }
 
     /// Points from local angle 0 to the last step within beta, or more than the table has room for.
     std::size_t Count_to(double beta) const;
 
-    /// The rows from the first point on, of a curve that is asked at theta / beta.
+    /// The rows from the first point on: of a curve that is asked at theta / beta, and of a spline.
     Segment_Run Rows(double beta, bool mirrored) const;
+    Spline_Run Rows_of_Spline() const;
 
     /// Stores a segment of so many points: by the kernel within the table, by point(p) where the kernel leaves one, and
     /// the last, which stays the working point.
@@ -179,20 +197,16 @@ private:
     std::size_t room_ = 0;   // points from there to the table's end
 };
 
-Run_of_Points::Run_of_Points(Design_State& design) : design_(design)
+Run_of_Points::Run_of_Points(Design_State& design, std::optional<int> first) : design_(design)
 {
-    const Motion_Group& m = design.motion;
-    if (!Has_Derivatives(m) || std::ranges::find(Steps, double{m.Deltatheta}) == Steps.end())
-        return;
-    const double place = m.Shift(m.Seg) / m.Deltatheta;
     const Results_Group& r = design.results;
-    const int last = m.Motion ? r.CalcData.Last_Point() : std::min(r.CalcData.Last_Point(), r.Ext_Force_Table.Last());
-    const double nearest = std::nearbyint(place);
-    const double rounding = (last + 1) * 0x1p-23;  // of a 32-bit angle within the table, points
-    if (!(nearest >= 0.0 && nearest <= last) || std::abs(place - nearest) + rounding >= 0.5)
+    int last = r.CalcData.Last_Point();
+    if (!design.motion.Motion)
+        last = std::min(last, r.Ext_Force_Table.Last());
+    if (!Has_Derivatives(design.motion) || !first || *first < 0 || *first > last)
         return;
-    first_ = static_cast<std::size_t>(nearest);
-    room_ = Order(last) - first_ + 1;
+    first_ = Order(*first);
+    room_ = Order(last - *first + 1);
 }
 
 std::size_t Run_of_Points::Count_to(double beta) const
@@ -219,6 +233,18 @@ Segment_Run Run_of_Points::Rows(double beta, bool mirrored) const
             .P = Bits(Row_of(var::Ping))};
 }
 
+Spline_Run Run_of_Points::Rows_of_Spline() const
+{
+    const Motion_Group& m = design_.motion;
+    const auto scale = Store_Scales(design_);
+    return {.step = m.Deltatheta,
+            .shift = m.Shift(m.Seg),
+            .scale = {scale[0], scale[1], scale[2], scale[3], scale[4]},
+            .angle = Bits(Row_of(var::Angle)),
+            .row = {Bits(Row_of(var::S)), Bits(Row_of(var::V)), Bits(Row_of(var::A)), Bits(Row_of(var::J)),
+                    Bits(Row_of(var::Ping))}};
+}
+
 /// A force function's points go to its table as well.
 void Run_of_Points::Copy_Force(std::size_t first, std::size_t end) const
 {
@@ -233,16 +259,18 @@ void Run_of_Points::Copy_Force(std::size_t first, std::size_t end) const
 template <class Kernel, class Point>
 void Run_of_Points::Store(std::size_t count, const Kernel& kernel, const Point& point) const
 {
-    const auto within = [&](std::size_t first, std::size_t end) {
-        const std::size_t limit = std::min(end - 1, room_);
-        if (first >= limit)
-            return first;
-        const std::size_t stored = kernel(first, limit);
+    if (count == 0)
+        return;
+    const std::size_t within = std::min(count - 1, room_);
+    const auto by_kernel = [&](std::size_t first, std::size_t end) {
+        const std::size_t stored = kernel(first, end);
         Copy_Force(first, stored);
         return stored;
     };
-    if (count > 0)
-        Run_Points(count, within, point);
+    if (within > 0)
+        Run_Points(within, by_kernel, point);
+    for (std::size_t p = within; p < count; ++p)
+        point(p);
 }
 
 /// Puts the points of a spline into the table.
@@ -251,10 +279,13 @@ public:
     explicit Spline_Store(Design_State& design)
         : design_(design),
           start_(Point_at(design, design.motion.Shift(design.motion.Seg))),
-          derivatives_(design.motion.Time_Base >= 1 && design.motion.Time_Base <= 3 ? Max_Spline_Derivative : 0),
+          derivatives_(Has_Derivatives(design.motion) ? Max_Spline_Derivative : 0),
           scale_(Store_Scales(design))
     {
     }
+
+    /// The table's point at the start of the segment.
+    int Start() const { return start_; }
 
     /// Point p of the segment at work.
     void Point(const Spline_Curve& spline, int p)
@@ -282,6 +313,22 @@ private:
     std::array<double, Max_Spline_Derivative + 1> scale_;
     Basis_Values basis_;
 };
+
+/// Points 0..last of a spline over the segment at work.
+void Store_Spline(Design_State& design, const Spline_Curve& spline, int last)
+{
+    Spline_Store store(design);
+    const Run_of_Points points(design, store.Start());
+    if (!points.Exists()) {
+        for (int p = 0; p <= last; ++p)
+            store.Point(spline, p);
+        return;
+    }
+    const Spline_Run run = points.Rows_of_Spline();
+    points.Store(
+        Order(std::max(last + 1, 0)), [&](std::size_t first, std::size_t end) { return spline.Store(run, first, end); },
+        [&](std::size_t p) { store.Point(spline, static_cast<int>(p)); });
+}
 
 /// Stores a law over the segment at work; Lift is its lift.
 void Store_Law(Design_State& design, const Segment_Law& law)
@@ -399,9 +446,7 @@ void Store_Segment(Design_State& design, int Seg, const Segment_Curve& curve)
     const Segment_Law* const law = curve.Law();
     const int last = law != nullptr ? 0 : int{Point_at(design, beta)};
     if (const Spline_Curve* const spline = curve.Spline()) {
-        Spline_Store store(design);
-        for (int p = 0; p <= last; ++p)
-            store.Point(*spline, p);
+        Store_Spline(design, *spline, last);
         return;
     }
     const bool mirrored = law != nullptr && law->Mirrored();
@@ -412,8 +457,8 @@ void Store_Segment(Design_State& design, int Seg, const Segment_Curve& curve)
             Fall_Mirror(design);
         Store_Point(design, theta);
     };
-    const Run_of_Points points(design);
-    if (points.Regular()) {
+    const Run_of_Points points(design, First_Neighbour(design));
+    if (points.Exists()) {
         const Segment_Run run = points.Rows(beta, mirrored);
         const std::size_t count = law != nullptr ? points.Count_to(beta) : Order(std::max(last + 1, 0));
         points.Store(
