@@ -39,10 +39,15 @@ inline Lanes Load_Lanes(const float* from)
 /// Rounds into 32 bits; bit k of the answer tells that lane k is finite there.
 struct Stored_Lanes {
     explicit Stored_Lanes(Lanes x) : value(static_cast<float>(x)) {}
-    bool Finite() const { return __builtin_isfinite(value); }
+    /// Zero where the value is finite, else not-a-number.
+    float Residue() const { return value - value; }
     void Store(float* to) const { *to = value; }
     float value;
 };
+inline bool Zeros(float x)
+{
+    return x == 0.0F;
+}
 inline unsigned Bits_of(bool mask)
 {
     return mask ? 1U : 0U;
@@ -161,6 +166,10 @@ inline Mask Finite(Lanes x)
     return Abs(x) <= __DBL_MAX__;
 }
 
+inline Mask Zeros(Raw_Floats x)
+{
+    return Lanes((Raw) __builtin_convertvector(x, Raw)) == 0.0;
+}
 inline Lanes Load_Lanes(const float* from)
 {
     Raw_Floats floats;
@@ -181,7 +190,7 @@ inline unsigned Bits_of(Mask mask)
 /// Lanes rounded into 32 bits.
 struct Stored_Lanes {
     explicit Stored_Lanes(Lanes x) : value(__builtin_convertvector(x.v, Raw_Floats)) {}
-    Mask Finite() const { return Abs(Lanes((Raw) __builtin_convertvector(value, Raw))) <= double{__FLT_MAX__}; }
+    Raw_Floats Residue() const { return value - value; }
     void Store(float* to) const { __builtin_memcpy(to, &value, sizeof value); }
     Raw_Floats value;
 };
@@ -228,7 +237,7 @@ private:
     template <class... Value>
     std::size_t Store_Rounded(Mask fine, const Value&... values) const
     {
-        const Mask good = (fine & ... & values.value.Finite());
+        const Mask good = fine & Zeros((values.value.Residue() + ...));
         constexpr unsigned all = (1U << lane_count) - 1U;
         const unsigned bad = ~Bits_of(good) & all;
         if (whole && bad == 0U) [[likely]] {

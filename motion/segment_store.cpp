@@ -31,10 +31,11 @@ void Warn(const std::string& text)
     Show_Message(text, Buttons::OK, Symbol::exclamation);
 }
 
-/// Keeps what the evaluation of a segment writes, and puts it back unless the evaluation went through.
+/// Keeps what the evaluation of a segment given by conditions writes, and puts it back unless the evaluation went
+/// through.
 class Points_Keeper {
 public:
-    explicit Points_Keeper(Design_State& design);
+    Points_Keeper(Design_State& design, int Seg);
     ~Points_Keeper();
     Points_Keeper(const Points_Keeper&) = delete;
     Points_Keeper& operator=(const Points_Keeper&) = delete;
@@ -43,48 +44,65 @@ public:
     void Accept() noexcept { accepted_ = true; }
 
 private:
+    /// The points that the segment may write, of each row.
+    std::array<std::span<Single>, written_rows.size() + 1> Written() const;
+
     Design_State& design_;
-    std::vector<Single> rows_;
-    std::vector<Single> force_;
+    std::size_t first_;
+    std::size_t count_;
+    std::vector<float> kept_;
     decltype(Motion_Group::Firstlast) ends_;
     Single lift_;
     Flag force_calculated_;
     bool accepted_ = false;
 };
 
-Points_Keeper::Points_Keeper(Design_State& design)
+Points_Keeper::Points_Keeper(Design_State& design, int Seg)
     : design_(design),
       ends_(design.motion.Firstlast),
       lift_(design.motion.Lift),
       force_calculated_(design.flags.Ext_Force_Calc)
 {
-    Results_Group& r = design.results;
-    const std::size_t points = static_cast<std::size_t>(r.CalcData.Last_Point() + 1);
-    rows_.reserve(points * written_rows.size());
-    for (const int row : written_rows) {
-        const auto values = r.CalcData.Points(row);
-        rows_.insert(rows_.end(), values.begin(), values.end());
+    constexpr double slack = 2.0;  // points; more than the rounding of angles and steps moves one
+    const Motion_Group& m = design.motion;
+    const double points = design.results.CalcData.Last_Point() + 1;
+    double first = 0.0;
+    double end = points;
+    if (m.Deltatheta > 0.0) {
+        first = std::clamp(std::floor(m.Shift(Seg) / m.Deltatheta) - slack, 0.0, points);
+        end = std::clamp((m.Shift(Seg) + m.Beta_Deg(Seg)) / m.Deltatheta + slack + 1.0, first, points);
     }
-    const auto force = r.Ext_Force_Table.Points();
-    force_.assign(force.begin(), force.end());
+    first_ = static_cast<std::size_t>(first);
+    count_ = static_cast<std::size_t>(end - first);
+    kept_.resize(count_ * (written_rows.size() + 1));
+    auto kept = kept_.begin();
+    for (const auto& values : Written())
+        kept = std::copy_n(Bits(values), count_, kept);
 }
 
 Points_Keeper::~Points_Keeper()
 {
     if (accepted_)
         return;
-    Results_Group& r = design_.results;
-    const std::size_t points = static_cast<std::size_t>(r.CalcData.Last_Point() + 1);
-    auto kept = rows_.cbegin();
-    for (const int row : written_rows) {
-        std::copy_n(kept, points, r.CalcData.Points(row).begin());
-        kept += static_cast<std::ptrdiff_t>(points);
+    auto kept = kept_.cbegin();
+    for (const auto& values : Written()) {
+        std::copy_n(kept, count_, Bits(values));
+        kept += static_cast<std::ptrdiff_t>(count_);
     }
-    std::ranges::copy(force_, r.Ext_Force_Table.Points().begin());
     design_.motion.Firstlast = ends_;
     design_.motion.Lift = lift_;
     if (!force_calculated_)
         Apply(design_, Event::external_force_dropped);
+}
+
+std::array<std::span<Single>, written_rows.size() + 1> Points_Keeper::Written() const
+{
+    Results_Group& r = design_.results;
+    std::array<std::span<Single>, written_rows.size() + 1> written;
+    for (std::size_t k = 0; k < written_rows.size(); ++k)
+        written[k] = r.CalcData.Points(written_rows[k]).subspan(first_, count_);
+    written.back() = r.Ext_Force_Table.Points().subspan(first_, count_);
+    return written;
 }
 
 /// Makes the point the working point, each value rounded to 32 bits.
@@ -550,7 +568,7 @@ bool CalPoly(Design_State& design, int Seg)
         m.Poly_OK = false;
         return false;
     }
-    Points_Keeper keeper(design);
+    Points_Keeper keeper(design, Seg);
     for (int j = 1; j <= solution.count; ++j) {
         m.Coefficient(j, Seg) = solution.C[static_cast<std::size_t>(j - 1)];
         m.Thetanorm(j, Seg) = m.Theta_Normalized(j, Seg);
@@ -588,7 +606,7 @@ bool CalcSplines(Design_State& design, int Seg)
     Spline_Curve spline;
     if (!Solve_Spline(design, Seg, spline))
         return false;
-    Points_Keeper keeper(design);
+    Points_Keeper keeper(design, Seg);
     Store_Segment(design, Seg, {spline, design.motion.Beta_Deg(Seg)});
     Store_Segment_Ends(design);
     keeper.Accept();

@@ -125,7 +125,9 @@ void New_B_Spline(std::span<const double> knots, double x, int order, int last, 
         throw Fault{out_of_bounds};
     const int span = Interval_of(knots, x, order, last);
     basis.first = span - order + 1;
-    formulas::Basis(knots.data(), x, order, span, [&basis](int d) { return basis.value[Place(d)].data(); });
+    std::array<double, Max_Bounds> work;
+    formulas::Basis(knots.data(), x, order, span, work.data(),
+                    [&basis](int d) { return basis.value[Place(d)].data(); });
 }
 
 void Boundary_Knots(Design_State& design, int Seg)

@@ -29,11 +29,12 @@ void Derive(const double* knots, int span, int order, X* values)
 
 /// The functions span - order + 1..span with their derivatives, value(derivative, function): derivatives of an order at
 /// or above the spline's are 0. docs/theory.md, (46) to (48).
+///
+/// `work` has room for as many values as the spline's order, as value(derivative) has.
 template <class X, class Value>
-void Basis(const double* knots, X x, int order, int span, const Value& value)
+void Basis(const double* knots, X x, int order, int span, X* work, const Value& value)
 {
     // Up the orders 1, 2 .. at x; the values of the orders that a derivative starts from are set aside.
-    X work[most_functions];
     work[0] = 1.0;
     for (int m = 1; m <= order; ++m) {
         for (int j = m - 1; m > 1 && j >= 0; --j) {

@@ -20,10 +20,11 @@ Lanes Sum_of_Tabulated(const Spline_Piece& piece, const Lanes* values)
 
 std::size_t Store(const Spline_Piece& piece, const Spline_Run& run, std::size_t first, std::size_t count)
 {
+    Lanes work[most_functions];
+    Lanes values[spline_derivatives + 1][most_functions];
     return Over_Points(first, count, [&](const auto& at) {
         const Lanes theta = Lane_Numbers(at.at) * run.step;
-        Lanes values[spline_derivatives + 1][most_functions];
-        Basis(piece.knots, theta, piece.order, piece.span, [&](int d) { return values[d]; });
+        Basis(piece.knots, theta, piece.order, piece.span, work, [&](int d) { return values[d]; });
         const auto stored = [&](int d) {
             return To_Row{run.row[d], Sum_of_Tabulated(piece, values[d]) * run.scale[d]};
         };
