@@ -237,7 +237,7 @@ private:
     template <class... Value>
     std::size_t Store_Rounded(Mask fine, const Value&... values) const
     {
-        const Mask good = fine & Zeros((values.value.Residue() + ...));
+        const Mask good = fine && Zeros((values.value.Residue() + ...));
         constexpr unsigned all = (1U << lane_count) - 1U;
         const unsigned bad = ~Bits_of(good) & all;
         if (whole && bad == 0U) [[likely]] {

@@ -50,11 +50,7 @@ inline double Raised(double x, double y)
 /// The nearest 32-bit number, as a store makes it; one that is too large becomes infinite.
 inline double Rounded(double x)
 {
-    float stored = static_cast<float>(x);
-#if defined(__GNUC__) && defined(__x86_64__)
-    asm("" : "+x"(stored));  // GCC 12 at -O3 drops the rounding of neighbours that it works on in one register
-#endif
-    return static_cast<double>(stored);
+    return static_cast<double>(static_cast<float>(x));
 }
 /// a where the condition holds, else b; both are worked out.
 inline double Select(bool condition, double a, double b)
