@@ -2,13 +2,17 @@
 /// Each rung of the ladder at the finest step, 2881 points.
 #include <benchmark/benchmark.h>
 
+#include "core/circle.h"
 #include "core/design_state.h"
+#include "core/numeric.h"
 #include "core/startup.h"
 #include "dynamics/contact_stress.h"
 #include "dynamics/kinetostatics.h"
 #include "dynamics/torque_compensation.h"
 #include "edit/examples.h"
 #include "edit/rungs.h"
+#include "motion/motion_programs.h"
+#include "motion/polynomial.h"
 #include "motion/segments.h"
 
 namespace lobemax {
@@ -36,6 +40,66 @@ void Motion(benchmark::State& state)
         Calculate_Example(design);
 }
 BENCHMARK(Motion)->Unit(benchmark::kMicrosecond);
+
+/// Rise and fall of half a turn each by one law, 2881 points.
+void Motion_by_Law(benchmark::State& state, const char* code)
+{
+    Make_Cycle("Double Dwell");
+    Motion_Group& m = design.motion;
+    m.No_of_segments = 2;
+    for (const int segment : {1, 2}) {
+        m.Beta_Deg(segment) = 180.0;
+        m.Beta_Rad(segment) = PI;
+        Pick_Motion(design, segment, segment == 1 ? 'R' : 'F');
+        Pick_Program(design, segment, code);
+    }
+    m.Start_Value(2) = m.End_Value(1);
+    m.End_Value(2) = m.Start_Value(1);
+    for (auto _ : state)
+        Calculate_Example(design);
+}
+BENCHMARK_CAPTURE(Motion_by_Law, modified_sine, "MS")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Motion_by_Law, modified_trapezoid, "MT")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Motion_by_Law, cycloid, "CF")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Motion_by_Law, double_harmonic, "DH")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Motion_by_Law, polynomial_5_11, "11")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Motion_by_Law, dudley, "DU")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Motion_by_Law, thoren, "TH")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Motion_by_Law, gutman, "GU")->Unit(benchmark::kMicrosecond);
+
+/// Rise and fall of half a turn each through eight conditions, 2881 points.
+void Motion_by_Conditions(benchmark::State& state, const char* code)
+{
+    Make_Cycle("Double Dwell");
+    Motion_Group& m = design.motion;
+    m.No_of_segments = 2;
+    for (const int segment : {1, 2}) {
+        m.Beta_Deg(segment) = 180.0;
+        m.Beta_Rad(segment) = PI;
+        Pick_Program(design, segment, code);
+        m.No_Conditions(segment) = 8;
+        m.EvenKnots(segment) = true;
+        for (const int row : {0, Last_Condition_Row})
+            for (const int order : {1, 2, 3})
+                Bound_Text(design, segment, row, order) = "0";
+    }
+    m.Start_Value(2) = m.End_Value(1);
+    m.End_Value(2) = m.Start_Value(1);
+    for (auto _ : state)
+        if (!Calculate_Example(design))
+            state.SkipWithError("not solved");
+}
+BENCHMARK_CAPTURE(Motion_by_Conditions, polynomial, "PO")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(Motion_by_Conditions, spline, "BS")->Unit(benchmark::kMicrosecond);
+
+/// Extremes of a row of 2881 points, with their points.
+void Extremes_of_a_Row(benchmark::State& state)
+{
+    Make_Cycle("Double Dwell");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(MaxMin2(design.results.CalcData, var::A, 0, design.motion.Max_Data_Points_used));
+}
+BENCHMARK(Extremes_of_a_Row)->Unit(benchmark::kMicrosecond);
 
 void Size_and_Profile(benchmark::State& state, const char* example)
 {

@@ -39,10 +39,15 @@ inline Lanes Load_Lanes(const float* from)
 /// Rounds into 32 bits; bit k of the answer tells that lane k is finite there.
 struct Stored_Lanes {
     explicit Stored_Lanes(Lanes x) : value(static_cast<float>(x)) {}
-    bool Finite() const { return __builtin_isfinite(value); }
+    /// Zero where the value is finite, else not-a-number.
+    float Residue() const { return value - value; }
     void Store(float* to) const { *to = value; }
     float value;
 };
+inline bool Zeros(float x)
+{
+    return x == 0.0F;
+}
 inline unsigned Bits_of(bool mask)
 {
     return mask ? 1U : 0U;
@@ -185,6 +190,10 @@ inline Mask Finite(Lanes x)
     return Abs(x) <= __DBL_MAX__;
 }
 
+inline Mask Zeros(Raw_Floats x)
+{
+    return Widened(x) == 0.0;
+}
 inline Lanes Load_Lanes(const float* from)
 {
 #if LOBEMAX_LANES == 2
@@ -209,7 +218,7 @@ inline unsigned Bits_of(Mask mask)
 /// Lanes rounded into 32 bits.
 struct Stored_Lanes {
     explicit Stored_Lanes(Lanes x) : value(Narrowed(x)) {}
-    Mask Finite() const { return Abs(Widened(value)) <= double{__FLT_MAX__}; }
+    Raw_Floats Residue() const { return value - value; }
     void Store(float* to) const
     {
 #if LOBEMAX_LANES == 2
@@ -265,7 +274,7 @@ private:
     template <class... Value>
     std::size_t Store_Rounded(Mask fine, const Value&... values) const
     {
-        const Mask good = (fine && ... && values.value.Finite());
+        const Mask good = fine && Zeros((values.value.Residue() + ...));
         constexpr unsigned all = (1U << lane_count) - 1U;
         const unsigned bad = ~Bits_of(good) & all;
         if (whole && bad == 0U) [[likely]] {
@@ -284,6 +293,13 @@ private:
         return stored;
     }
 };
+
+/// The numbers at, at + 1, ...
+inline Lanes Lane_Numbers(std::size_t at)
+{
+    constexpr float numbers[]{0, 1, 2, 3, 4, 5, 6, 7};
+    return static_cast<double>(at) + Load_Lanes(numbers);
+}
 
 inline Mask All_Lanes()
 {

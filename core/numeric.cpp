@@ -7,8 +7,10 @@
 #include <utility>
 
 #include "core/design_state.h"
+#include "core/lanes.h"
 #include "core/messages.h"
 #include "core/numeric_formulas.h"
+#include "core/numeric_rows.h"
 #include "core/text.h"
 
 namespace lobemax {
@@ -203,26 +205,26 @@ double FNRound(double value, int decimals)
 void MaxMin1(std::span<const Single> array, int first, int last, Single& largest, Single& smallest)
 {
     const std::span<const Single> range = Range(array, first, std::max(first, last));
-    const auto [low, high] = std::ranges::minmax_element(range);
-    largest = *high;
-    smallest = *low;
+    const Row_Kernels& kernels = Kernels_in_Use<Row_Kernels>();
+    const float* const row = Bits(range);
+    const Row_Extremes found = kernels.extremes(row, range.size());
+    largest = found.largest;
+    smallest = found.smallest;
+    // Zeros of both signs are one value: the last of the largest and the first of the smallest counts.
+    if (largest == 0.0)
+        largest = range[kernels.last_place(row, range.size(), 0.0F)];
+    if (smallest == 0.0)
+        smallest = range[kernels.first_place(row, range.size(), 0.0F)];
 }
 
 Extremes MaxMin2(const Table<Single>& array, int row, int first, int last)
 {
     const std::span<const Single> range = Range(array.Points(row), first, std::max(first, last));
-    Extremes found{range.front(), range.front(), first, first};
-    for (std::size_t i = 1; i < range.size(); ++i) {
-        if (range[i] > found.largest) {
-            found.largest = range[i];
-            found.largest_point = first + static_cast<int>(i);
-        }
-        if (range[i] < found.smallest) {
-            found.smallest = range[i];
-            found.smallest_point = first + static_cast<int>(i);
-        }
-    }
-    return found;
+    const Row_Kernels& kernels = Kernels_in_Use<Row_Kernels>();
+    const Row_Extremes found = kernels.extremes(Bits(range), range.size());
+    const std::size_t largest = kernels.first_place(Bits(range), range.size(), found.largest);
+    const std::size_t smallest = kernels.first_place(Bits(range), range.size(), found.smallest);
+    return {range[largest], range[smallest], first + static_cast<int>(largest), first + static_cast<int>(smallest)};
 }
 
 void Average(int first, int last, std::span<const Single> array, Single& mean)

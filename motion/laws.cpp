@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "core/design_state.h"
+#include "core/lanes.h"
 #include "motion/motion_programs.h"
 
 namespace lobemax {
@@ -13,8 +14,6 @@ namespace lobemax {
 namespace {
 
 // More circle constants of the laws, literals as the others are.
-constexpr double PI3 = 9.424777962;
-constexpr double PI6 = 18.849555924;
 constexpr double PISQ = 9.869604403666765;
 constexpr double PI2SQ = 39.47841761466706;
 constexpr double HALF_PISQ = 4.934802201833382;
@@ -28,13 +27,29 @@ constexpr double PI2_pow2 = PI2 * PI2;
 constexpr double PI2_pow3 = PI2_pow2 * PI2;
 constexpr double PISQ_pow2 = PISQ * PISQ;
 
+/// L / b^n before the n-th derivative.
+Svajp Factors(const law_forms::Terms& t)
+{
+    return {.S = t.L, .V = t.L / t.b, .A = t.L / t.b_sq, .J = t.L / t.b_cu, .P = t.L / t.b4};
+}
+
+/// The region that a local angle lies in, degrees.
+template <class Law>
+int Region_of(const Law& law, double theta)
+{
+    int region = 0;
+    while (region < Law::regions - 1 && theta > law.end[region])
+        ++region;
+    return region;
+}
+
 /// The place of a region's end: 32 bits.
 double Region_End(double theta)
 {
     return Single(theta);
 }
 
-using Coefficients = law_forms::Fixed_Polynomial::Coefficients;
+using Coefficients = std::array<double, 12>;
 constexpr Coefficients c_345{0, 0, 0, 10, -15, 6};
 constexpr Coefficients c_3456{0, 0, 0, 64, -192, 192, -64};
 constexpr Coefficients c_4567{0, 0, 0, 0, 35, -84, 70, -20};
@@ -73,12 +88,6 @@ SHM_Full::SHM_Full(const Terms& t)
 {
 }
 
-Svajp SHM_Full::operator()(double x, double) const
-{
-    const double c = std::cos(PI * x), s = std::sin(PI * x);
-    return {.S = k.S * (1 - c), .V = k.V * s, .A = k.A * c, .J = k.J * s, .P = k.P * c};
-}
-
 SHM_First::SHM_First(const Terms& t)
     : k{.S = t.L,
         .V = 0.5 * t.L * PI / t.b,
@@ -86,12 +95,6 @@ SHM_First::SHM_First(const Terms& t)
         .J = PI_pow3 * (-0.125 * t.L) / t.b_cu,
         .P = PI_pow4 * (-0.0625 * t.L) / t.b4}
 {
-}
-
-Svajp SHM_First::operator()(double x, double) const
-{
-    const double c = std::cos(PIH * x), s = std::sin(PIH * x);
-    return {.S = k.S * (1 - c), .V = k.V * s, .A = k.A * c, .J = k.J * s, .P = k.P * c};
 }
 
 SHM_Second::SHM_Second(const Terms& t)
@@ -103,12 +106,6 @@ SHM_Second::SHM_Second(const Terms& t)
 {
 }
 
-Svajp SHM_Second::operator()(double x, double) const
-{
-    const double c = std::cos(PIH * x), s = std::sin(PIH * x);
-    return {.S = k.S * s, .V = k.V * c, .A = k.A * s, .J = k.J * c, .P = k.P * s};
-}
-
 // ---- Cycloid family: a sinusoidal acceleration
 
 Cycloid_Full::Cycloid_Full(const Terms& t)
@@ -116,32 +113,14 @@ Cycloid_Full::Cycloid_Full(const Terms& t)
 {
 }
 
-Svajp Cycloid_Full::operator()(double x, double) const
-{
-    const double c = std::cos(PI2 * x), s = std::sin(PI2 * x);
-    return {.S = k.S * (x - (1 / PI2) * s), .V = k.V * (1 - c), .A = k.A * s, .J = k.J * c, .P = k.P * s};
-}
-
 Cycloid_First::Cycloid_First(const Terms& t)
     : k{.S = t.L, .V = t.L / t.b, .A = t.L * PI / t.b2, .J = t.L * PISQ / t.b3, .P = -PI_pow3 * t.L / t.b4}
 {
 }
 
-Svajp Cycloid_First::operator()(double x, double) const
-{
-    const double c = std::cos(PI * x), s = std::sin(PI * x);
-    return {.S = k.S * (x - (1 / PI) * s), .V = k.V * (1 - c), .A = k.A * s, .J = k.J * c, .P = k.P * s};
-}
-
 Cycloid_Second::Cycloid_Second(const Terms& t)
     : k{.S = t.L, .V = t.L / t.b, .A = -t.L * PI / t.b2, .J = -t.L * PISQ / t.b3, .P = PI_pow3 * t.L / t.b4}
 {
-}
-
-Svajp Cycloid_Second::operator()(double x, double) const
-{
-    const double c = std::cos(PI * x), s = std::sin(PI * x);
-    return {.S = k.S * (x + (1 / PI) * s), .V = k.V * (1 + c), .A = k.A * s, .J = k.J * c, .P = k.P * s};
 }
 
 // ---- Double harmonic: a harmonic and its second harmonic
@@ -156,23 +135,6 @@ Double_Harmonic::Double_Harmonic(const Terms& t, bool fall)
 {
 }
 
-Svajp Double_Harmonic::operator()(double x, double) const
-{
-    const double c1 = std::cos(PI * x), c2 = std::cos(PI2 * x);
-    const double s1 = std::sin(PI * x), s2 = std::sin(PI2 * x);
-    if (falls)
-        return {.S = k.S * ((c1 + 1) - 0.25 * (1 - c2)),
-                .V = k.V * (0.5 * s2 + s1),
-                .A = k.A * (c2 + c1),
-                .J = k.J * (2 * s2 + s1),
-                .P = k.P * (4 * c2 + c1)};
-    return {.S = k.S * ((1 - c1) - 0.25 * (1 - c2)),
-            .V = k.V * (s1 - 0.5 * s2),
-            .A = k.A * (c1 - c2),
-            .J = k.J * (s1 - 2 * s2),
-            .P = k.P * (c1 - 4 * c2)};
-}
-
 // ---- Modified sine: a quarter sine at each end, one longer half sine between them
 
 Mod_Sine::Mod_Sine(const Terms& t, double beta)
@@ -180,34 +142,8 @@ Mod_Sine::Mod_Sine(const Terms& t, double beta)
       L_b(t.L / t.b),
       k{.S = 0, .V = t.L * 0.43990085 / t.b, .A = t.L * 5.5279571 / t.b2, .J = t.L * 69.4663577 / t.b3, .P = 0},
       J_middle(t.L * (-23.1553) / t.b3),
-      end_1(Region_End(beta / 8)),
-      end_2(Region_End(7 * beta / 8))
+      end{Region_End(beta / 8), Region_End(7 * beta / 8)}
 {
-}
-
-Svajp Mod_Sine::operator()(double x, double theta) const
-{
-    if (theta <= end_1) {
-        const double u = PI4 * x;
-        const double c = std::cos(u), s = std::sin(u);
-        return {.S = L * (0.43990085 * x - 0.0350062 * s), .V = k.V * (1 - c), .A = k.A * s, .J = k.J * c, .P = 0};
-    }
-    if (theta <= end_2) {
-        const double u = (PI4 / 3) * x - PI / 6;
-        const double c = std::cos(u), s = std::sin(u);
-        return {.S = L * (0.43990085 * x + 0.28004957 - 0.31505577 * c),
-                .V = L_b * (1.31970255 * s + 0.43990085),
-                .A = k.A * c,
-                .J = J_middle * s,
-                .P = 0};
-    }
-    const double u = (2 * x - 1) * PI2;
-    const double c = std::cos(u), s = std::sin(u);
-    return {.S = L * (0.43990085 * x + 0.56009915 - 0.0350062 * s),
-            .V = L_b * (1 - c) * 0.43990085,
-            .A = k.A * s,
-            .J = k.J * c,
-            .P = 0};
 }
 
 // ---- Modified trapezoid: constant accelerations joined by quarter sines
@@ -222,81 +158,6 @@ Mod_Trap::Mod_Trap(const Terms& t, double beta)
 {
 }
 
-Svajp Mod_Trap::operator()(double x, double theta) const
-{
-    if (theta <= end[0]) {
-        const double u = PI4 * x;
-        const double c = std::cos(u), s = std::sin(u);
-        return {.S = L * (0.3889845 * x - 0.03095 * s), .V = k.V * (1 - c), .A = k.A * s, .J = k.J * c, .P = 0};
-    }
-    if (theta <= end[1])
-        return {.S = L * (2.44406184 * (x * x) - 0.22203097 * x + 0.00723407),
-                .V = L_b * (4.888124 * x - 0.222031),
-                .A = A_constant,
-                .J = 0,
-                .P = 0};
-    if (theta <= end[2]) {
-        const double u = PI4 * x - PI;
-        const double c = std::cos(u), s = std::sin(u);
-        return {.S = L * (1.6110154 * x - 0.0309544 * s - 0.3055077),
-                .V = L_b * (1.61102 - 0.3889845 * c),
-                .A = A_constant * s,
-                .J = k.J * c,
-                .P = 0};
-    }
-    if (theta <= end[3]) {
-        const double u = PI4 * x - PI2;
-        const double c = std::cos(u), s = std::sin(u);
-        return {.S = L * (1.6110154 * x + 0.0309544 * s - 0.3055077),
-                .V = L_b * (0.3889845 * c + 1.61102),
-                .A = -A_constant * s,
-                .J = -k.J * c,
-                .P = 0};
-    }
-    if (theta <= end[4])
-        return {.S = L * (-2.44406184 * (x * x) + 4.6660917 * x - 1.2292648),
-                .V = L_b * (-4.888124 * x + 4.6660917),
-                .A = -A_constant,
-                .J = 0,
-                .P = 0};
-    const double u = PI4 * x - PI3;
-    const double c = std::cos(u), s = std::sin(u);
-    return {.S = L * (0.3889845 * x + 0.6110154 + 0.0309544 * s),
-            .V = L_b * (0.3889845 * c + 0.3889845),
-            .A = -A_constant * s,
-            .J = -k.J * c,
-            .P = 0};
-}
-
-// ---- Polynomials with fixed coefficients
-
-Fixed_Polynomial::Fixed_Polynomial(const Terms& t, const Coefficients& c)
-    : k{.S = t.L, .V = t.L / t.b, .A = t.L / t.b_sq, .J = t.L / t.b_cu, .P = t.L / t.b4}, factor{}
-{
-    for (int d = 0; d < static_cast<int>(factor.size()); ++d)
-        for (int power = d; power < static_cast<int>(c.size()); ++power) {
-            double product = c.at(static_cast<std::size_t>(power));
-            for (int i = 0; i < d; ++i)
-                product *= power - i;
-            factor[static_cast<std::size_t>(d)][static_cast<std::size_t>(power)] = product;
-        }
-}
-
-double Fixed_Polynomial::Sum(std::size_t derivations, double x) const
-{
-    const Coefficients& c = factor[derivations];
-    double sum = 0;
-    for (std::size_t power = c.size(); power-- > derivations;)
-        sum = sum * x + c[power];
-    return sum;
-}
-
-Svajp Fixed_Polynomial::operator()(double x, double) const
-{
-    return {
-        .S = k.S * Sum(0, x), .V = k.V * Sum(1, x), .A = k.A * Sum(2, x), .J = k.J * Sum(3, x), .P = k.P * Sum(4, x)};
-}
-
 // ---- Harmonic series of the first and third harmonic
 
 Harmonic_Series::Curve::Curve(const Terms& t, const Harmonic_Series& weights)
@@ -309,19 +170,6 @@ Harmonic_Series::Curve::Curve(const Terms& t, const Harmonic_Series& weights)
 {
 }
 
-Svajp Harmonic_Series::Curve::operator()(double x, double) const
-{
-    const double c1 = std::cos(PI2 * x), c3 = std::cos(PI6 * x);
-    const double s1 = std::sin(PI2 * x), s3 = std::sin(PI6 * x);
-    const double k1 = weight.first;
-    const Svajp& k3 = weight.third;
-    return {.S = k.S * (x - (1 / PI2) * (k3.S * s3 + k1 * s1)),
-            .V = k.V * (1 - k1 * c1 - k3.V * c3),
-            .A = k.A * (k3.A * s3 + k1 * s1),
-            .J = k.J * (k3.J * c3 + k1 * c1),
-            .P = k.P * (-k1 * s1 - k3.P * s3)};
-}
-
 // ---- Polydyne families: a square term and a few high powers of the place y, counted from full lift
 
 namespace {
@@ -329,41 +177,37 @@ namespace {
 template <std::size_t High_Powers>
 Polydyne Series(bool rises, double C2, const std::array<std::array<double, 2>, High_Powers>& high)
 {
-    Polydyne series{
-        .rises = rises, .lift_is_added = false, .L = 0, .k = {}, .C2 = C2, .count = High_Powers, .term = {}};
+    Polydyne series{.rises = rises,
+                    .lift_is_added = false,
+                    .L = 0,
+                    .k = {},
+                    .C2 = C2,
+                    .count = static_cast<int>(High_Powers),
+                    .term = {}};
     for (std::size_t i = 0; i < High_Powers; ++i) {
         const auto [c, n] = high[i];
-        Polydyne::Term& term = series.term[i];
-        term.n = n;
+        series.term[i].n = n;
         double factor = c;
-        for (std::size_t d = 0; d < term.factor.size(); ++d) {
-            term.factor[d] = factor;
-            factor *= n - static_cast<double>(d);
+        for (int d = 0; d < 5; ++d) {
+            series.term[i].factor[d] = factor;
+            factor *= n - d;
         }
     }
     return series;
 }
 
+/// The series at place x = theta / beta of its segment. @throws as Power
+Svajp At_Place(const Polydyne& law, double x)
+{
+    const double y = law.Place(x);
+    Polydyne::Powers<double> powers{};
+    for (int i = 0; i < law.count; ++i)
+        for (int d = 0; d < 5; ++d)
+            powers.of[i][d] = Power(y, law.term[i].n - d);
+    return law(y, powers).point;
+}
+
 }  // namespace
-
-double Polydyne::High_Sum(std::size_t derivations, double y) const
-{
-    double sum = 0;
-    for (std::size_t i = 0; i < count; ++i)
-        sum += term[i].factor[derivations] * Power(y, term[i].n - static_cast<double>(derivations));
-    return sum;
-}
-
-Svajp Polydyne::operator()(double x, double) const
-{
-    const double y = rises ? 1 - x : x;
-    const double series = C2 * y * y + High_Sum(0, y);
-    return {.S = lift_is_added ? L + series : L * (1 + series),
-            .V = k.V * (2 * C2 * y + High_Sum(1, y)),
-            .A = k.A * (2 * C2 + High_Sum(2, y)),
-            .J = k.J * High_Sum(3, y),
-            .P = k.P * High_Sum(4, y)};
-}
 
 Polydyne Dudley_Series(const Terms& t, bool rises, Single p)
 {
@@ -467,7 +311,9 @@ Segment_Law Segment_Law::Laid(int Seg_Program, int Full_Half, int Which_half, co
         return law;
     };
     const auto polynomial = [&](const Coefficients& c) {
-        return mirrored([&c](const Terms& t) { return Fixed_Polynomial(t, c); });
+        const auto end = std::ranges::find_if(c.rbegin(), c.rend(), [](double value) { return value != 0.0; });
+        const int count = static_cast<int>(c.rend() - end);
+        return mirrored([&c, count](const Terms& t) { return Fixed_Polynomial(Factors(t), c.data(), count); });
     };
     const auto harmonics = [&](const Harmonic_Series& weights) {
         return mirrored([&weights](const Terms& t) { return Harmonic_Series::Curve(t, weights); });
@@ -520,24 +366,37 @@ Segment_Law::Segment_Law(int Seg_Program, int Full_Half, int Which_half, const L
 {
 }
 
-void Segment_Law::Before_Mirror(std::span<const Place> places, std::span<Svajp> points) const
+Svajp Segment_Law::Before_Mirror(double x, double theta) const
 {
-    std::visit(
-        [&]<class Form>(const Form& form) {
+    return std::visit(
+        [&]<class Form>(const Form& form) -> Svajp {
             if constexpr (std::is_same_v<Form, std::monostate>)
                 throw Fault{invalid_argument};
+            else if constexpr (std::is_same_v<Form, Polydyne>)
+                return At_Place(form, x);
+            else if constexpr (requires { Form::regions; })
+                return form.In_Region(Region_of(form, theta), x);
             else
-                std::ranges::transform(places, points.begin(),
-                                       [&form](const Place& at) { return form(at.x, at.theta); });
+                return form(x);
+        },
+        form_);
+}
+
+std::size_t Segment_Law::Store(const Segment_Run& run, std::size_t first, std::size_t count) const
+{
+    return std::visit(
+        [&]<class Form>(const Form& form) -> std::size_t {
+            if constexpr (std::is_same_v<Form, std::monostate>)
+                return first;
+            else
+                return Kernels_in_Use<Law_Kernels>().Law_Kernel<Form>::store(form, run, first, count);
         },
         form_);
 }
 
 Svajp Segment_Law::At(double x, double theta) const
 {
-    const Place place{x, theta};
-    Svajp point;
-    Before_Mirror({&place, 1}, {&point, 1});
+    const Svajp point = Before_Mirror(x, theta);
     if (!mirrored_)
         return point;
     return {.S = L_ - point.S, .V = -point.V, .A = -point.A, .J = -point.J, .P = point.P};

@@ -15,17 +15,10 @@
 #include <variant>
 
 #include "core/basic_types.h"
+#include "motion/law_formulas.h"
+#include "motion/law_rows.h"
 
 namespace lobemax {
-
-/// A point of a curve of motion: S, and its derivatives per radian of cam.
-struct Svajp {
-    double S = 0.0;
-    double V = 0.0;
-    double A = 0.0;
-    double J = 0.0;
-    double P = 0.0;
-};
 
 /// What a law needs to know of its segment: plain values.
 struct Law_Segment {
@@ -37,184 +30,6 @@ struct Law_Segment {
 };
 
 namespace law_forms {
-
-/// Lift and powers of the duration. Squares and cubes come in two widths: some laws divide by those held in 32 bits
-/// (Beta_Sq, Beta_Cu), some by those of a double. Meant; they differ by 6e-8 of themselves.
-struct Terms {
-    explicit Terms(const Law_Segment& segment);
-
-    double L;
-    double b;
-    double b2;  // 32 bits
-    double b3;  // 32 bits
-    double b_sq;
-    double b_cu;
-    double b4;
-};
-
-/// One point everywhere: a dwell, docs/theory.md, (39).
-struct Standing {
-    Svajp point;
-
-    Svajp operator()(double, double) const { return point; }
-};
-
-/// Full harmonic (SF): half a turn of a circle, 0 to L. A jumps at both ends of a segment beside a dwell, 4.93 L / b^2.
-/// docs/theory.md, (15).
-struct SHM_Full {
-    explicit SHM_Full(const Terms& t);
-    Svajp operator()(double x, double theta) const;
-
-    Svajp k;  // what sine and cosine are multiplied by
-};
-
-/// First half of a harmonic (S1): a standing start, full velocity pi / 2 L / b at the end. docs/theory.md, (16).
-struct SHM_First {
-    explicit SHM_First(const Terms& t);
-    Svajp operator()(double x, double theta) const;
-
-    Svajp k;
-};
-
-/// Second half of a harmonic (S2): from full velocity to a standing end. docs/theory.md, (17).
-struct SHM_Second {
-    explicit SHM_Second(const Terms& t);
-    Svajp operator()(double x, double theta) const;
-
-    Svajp k;
-};
-
-/// Full cycloid (CF): a whole wave of acceleration, zero at both ends. docs/theory.md, (18).
-struct Cycloid_Full {
-    explicit Cycloid_Full(const Terms& t);
-    Svajp operator()(double x, double theta) const;
-
-    Svajp k;
-};
-
-/// First half of a cycloid (C1): half a wave of acceleration, a standing start, 2 L / b at the end.
-/// docs/theory.md, (19).
-struct Cycloid_First {
-    explicit Cycloid_First(const Terms& t);
-    Svajp operator()(double x, double theta) const;
-
-    Svajp k;
-};
-
-/// Second half of a cycloid (C2): from 2 L / b to a standing end. docs/theory.md, (20).
-struct Cycloid_Second {
-    explicit Cycloid_Second(const Terms& t);
-    Svajp operator()(double x, double theta) const;
-
-    Svajp k;
-};
-
-/// Double harmonic (DH), for a rise that meets a fall: A and J are zero at x = 0 of a rise, A is -pi^2 L / b^2 at its
-/// end. The fall is the rise run backwards, with a form and a true sign of Ping of its own. docs/theory.md, (21), (22).
-struct Double_Harmonic {
-    Double_Harmonic(const Terms& t, bool falls);
-    Svajp operator()(double x, double theta) const;
-
-    bool falls;
-    Svajp k;
-};
-
-/// Modified sine (MS): a quarter sine of acceleration up to beta / 8, a half sine three times as long up to 7 beta / 8,
-/// a quarter sine. A region includes its upper bound, which is held in 32 bits. docs/theory.md, (23) to (25).
-///
-/// Ping counts as 0 in the whole law: meant. Mechanics has -16 pi^2 C sin 4 pi x, 873 L / b^4 at its peak; S to J do
-/// not depend on it.
-struct Mod_Sine {
-    Mod_Sine(const Terms& t, double beta);
-    Svajp operator()(double x, double theta) const;
-
-    double L;
-    double L_b;  // L / b
-    Svajp k;
-    double J_middle;
-    double end_1;  // degrees
-    double end_2;
-};
-
-/// Modified trapezoid (MT): constant accelerations joined by quarter sines, six regions ending at 1, 3, 4, 5, 7 and 8
-/// eighths of beta. A region includes its upper bound, held in 32 bits. docs/theory.md, (26), (27).
-///
-/// Coefficients with fewer digits than their partners (0.03095, 0.222031, 1.61102) are meant: mechanics has the same
-/// number throughout, and S then jumps by 4.4e-6 L less at beta / 8. Ping counts as 0, as in the modified sine.
-struct Mod_Trap {
-    Mod_Trap(const Terms& t, double beta);
-    Svajp operator()(double x, double theta) const;
-
-    double L;
-    double L_b;
-    Svajp k;
-    double A_constant;
-    std::array<double, 5> end;  // degrees
-};
-
-/// Polynomial with fixed coefficients, s = sum c(k) x^k, k = 0..11, derived by the power rule.
-///
-/// 345 and 4567 rest at both ends, V and A, or V, A and J: docs/theory.md, (28), (29). 3456 rises and returns in one
-/// segment, L is the height at its middle, so the end position typed for the segment is not reached: (30). 5-11 has V,
-/// A, J and Ping zero at both ends: (31). Berzak D and E, Berzak and Freudenstein, Optimization Criteria in Polydyne
-/// Cam Design, 1979: (32), (33); E ends with 0.02 L / b of V and 0.16 L / b^2 of A, for its coefficients have two
-/// decimals.
-struct Fixed_Polynomial {
-    using Coefficients = std::array<double, 12>;
-
-    Fixed_Polynomial(const Terms& t, const Coefficients& c);
-    Svajp operator()(double x, double theta) const;
-    double Sum(std::size_t derivations, double x) const;
-
-    Svajp k;
-    std::array<Coefficients, 5> factor;  // (derivations, power before them)
-};
-
-/// A harmonic series of the first and the third harmonic: V and A are zero at both ends. docs/theory.md, (34).
-///
-/// FR: Freudenstein, On the Dynamics of High-Speed Cam Profiles, 1960. GU: Gutman, To Avoid Vibration, Try This New Cam
-/// Profile, Product Engineering, 1961.
-struct Harmonic_Series {
-    double first;  // weight of the first harmonic in every derivative
-    Svajp third;   // of the third
-
-    struct Curve;
-};
-struct Harmonic_Series::Curve {
-    Curve(const Terms& t, const Harmonic_Series& weights);
-    Svajp operator()(double x, double theta) const;
-
-    Harmonic_Series weight;
-    Svajp k;
-};
-
-/// A polydyne series of the place y, counted from full lift: g(y) = 1 + C2 y^2 + sum C(i) y^n(i), docs/theory.md, (35).
-/// A rise has y = 1 - x and turns the sign of odd derivatives, a fall y = x; Ping has its true sign in both.
-///
-/// DU, Dudley, New Methods in Valve Cam Design, SAE, 1948: (36), coefficients in 32 bits. It sets Ping and not the jerk
-/// to zero at the foot of the ramp, meant: 105 L / b^3 of jerk stay there, where mechanics could have none.
-///
-/// ST and TH, Stoddart, Polydyne Cam Design, Machine Design, 1953; Thoren, Engemann and Stoddart, Cam Design as Related
-/// to Valve Train Dynamics, SAE, 1952: (37), (38). The lift is added to S and raised to a power in A, J and Ping:
-/// meant. Mechanics has S = L g and (L / b^k) G_k; the rows belong together as derivatives at a lift of 1 only, any
-/// other lift runs between L - 1 and L, and of 30 mm A is 30 times and J 900 times too large.
-struct Polydyne {
-    struct Term {
-        double n;                      // power
-        std::array<double, 5> factor;  // of y^(n - d) after d derivations
-    };
-
-    Svajp operator()(double x, double theta) const;
-    double High_Sum(std::size_t derivations, double y) const;
-
-    bool rises;
-    bool lift_is_added;
-    double L;
-    Svajp k;
-    double C2;
-    std::size_t count;
-    std::array<Term, 4> term;
-};
 
 /// The first power of DU, and the four high powers of ST and TH.
 inline constexpr double dudley_power = 10;
@@ -252,15 +67,13 @@ public:
     /// @throws Fault{5} of a selector without a law
     Svajp At(double x, double theta) const;
 
-    /// A place in the segment: x = theta / beta as its asker holds it, and theta, degrees.
-    struct Place {
-        double x;
-        double theta;
-    };
+    /// The same before the mirror of a fall, for whoever rounds in between. @throws as At
+    Svajp Before_Mirror(double x, double theta) const;
 
-    /// A run of places before the mirror of a fall, for whoever rounds in between: points as many as places.
-    /// @throws Fault{5} of a selector without a law
-    void Before_Mirror(std::span<const Place> places, std::span<Svajp> points) const;
+    /// Stores points of a run, first to count - 1, many at a time, as a kernel does: those before the first that it
+    /// leaves to Before_Mirror. A kernel raises no fault.
+    /// @return that point, or count
+    std::size_t Store(const Segment_Run& run, std::size_t first, std::size_t count) const;
 
     /// Whether the law is given for the rise, and this is its fall: the curve upside down, docs/theory.md, (14).
     ///

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "core/ladder.h"
+#include "core/lanes.h"
 #include "core/messages.h"
 #include "core/text.h"
 #include "core/traps.h"
@@ -250,32 +251,24 @@ bool Solve_Polynomial(const Design_State& design, int Seg, Polynomial_Solution& 
 }
 
 Polynomial_Curve::Polynomial_Curve(const Polynomial_Solution& solution, double b)
-    : count_(solution.count),
-      per_b_{1.0, Single(1.0 / b), Single(1.0 / (b * b)), Single(1.0 / (b * b * b)), Single(1.0 / (b * b * b * b))}
+    : form_({.S = 1.0,
+             .V = Single(1.0 / b),
+             .A = Single(1.0 / (b * b)),
+             .J = Single(1.0 / (b * b * b)),
+             .P = Single(1.0 / (b * b * b * b))},
+            solution.C.data(), solution.count)
 {
-    for (int d = 0; d <= Max_Bound_Order; ++d)
-        for (int p = 0; p < count_; ++p) {
-            const auto place = static_cast<std::size_t>(p);
-            const auto order = static_cast<std::size_t>(d);
-            factor_[order][place] = d == 0 ? solution.C[place] : factor_[order - 1][place] * (p - d + 1);
-        }
-}
-
-double Polynomial_Curve::Sum(std::size_t d, double x) const
-{
-    double sum = 0.0;
-    for (std::size_t p = static_cast<std::size_t>(count_); p-- > d;)
-        sum = sum * x + factor_[d][p];
-    return sum;
+    static_assert(sizeof(form_.factor[0]) == sizeof(solution.C));
 }
 
 Svajp Polynomial_Curve::At(double x) const
 {
-    return {.S = Sum(0, x),
-            .V = Sum(1, x) * per_b_[1],
-            .A = Sum(2, x) * per_b_[2],
-            .J = Sum(3, x) * per_b_[3],
-            .P = Sum(4, x) * per_b_[4]};
+    return form_(x);
+}
+
+std::size_t Polynomial_Curve::Store(const Segment_Run& run, std::size_t first, std::size_t count) const
+{
+    return Kernels_in_Use<Law_Kernels>().Law_Kernel<law_forms::Solved_Polynomial>::store(form_, run, first, count);
 }
 
 }  // namespace lobemax

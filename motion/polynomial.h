@@ -94,12 +94,11 @@ public:
     /// The point at x = theta / beta, derivatives per radian. Outside 0..1 the polynomial goes on.
     Svajp At(double x) const;
 
-private:
-    double Sum(std::size_t derivations, double x) const;
+    /// Stores points of a run, as Segment_Law::Store does.
+    std::size_t Store(const Segment_Run& run, std::size_t first, std::size_t count) const;
 
-    int count_;
-    std::array<double, Max_Bound_Order + 1> per_b_;
-    std::array<std::array<double, Max_Bounds>, Max_Bound_Order + 1> factor_{};  // (derivations, power before them)
+private:
+    law_forms::Solved_Polynomial form_;
 };
 
 }  // namespace lobemax

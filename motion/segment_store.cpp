@@ -3,12 +3,15 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/ladder.h"
+#include "core/lanes.h"
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/points.h"
@@ -28,10 +31,11 @@ void Warn(const std::string& text)
     Show_Message(text, Buttons::OK, Symbol::exclamation);
 }
 
-/// Keeps what the evaluation of a segment writes, and puts it back unless the evaluation went through.
+/// Keeps what the evaluation of a segment given by conditions writes, and puts it back unless the evaluation went
+/// through.
 class Points_Keeper {
 public:
-    explicit Points_Keeper(Design_State& design);
+    Points_Keeper(Design_State& design, int Seg);
     ~Points_Keeper();
     Points_Keeper(const Points_Keeper&) = delete;
     Points_Keeper& operator=(const Points_Keeper&) = delete;
@@ -40,48 +44,65 @@ public:
     void Accept() noexcept { accepted_ = true; }
 
 private:
+    /// The points that the segment may write, of each row.
+    std::array<std::span<Single>, written_rows.size() + 1> Written() const;
+
     Design_State& design_;
-    std::vector<Single> rows_;
-    std::vector<Single> force_;
+    std::size_t first_;
+    std::size_t count_;
+    std::vector<float> kept_;
     decltype(Motion_Group::Firstlast) ends_;
     Single lift_;
     Flag force_calculated_;
     bool accepted_ = false;
 };
 
-Points_Keeper::Points_Keeper(Design_State& design)
+Points_Keeper::Points_Keeper(Design_State& design, int Seg)
     : design_(design),
       ends_(design.motion.Firstlast),
       lift_(design.motion.Lift),
       force_calculated_(design.flags.Ext_Force_Calc)
 {
-    Results_Group& r = design.results;
-    const std::size_t points = static_cast<std::size_t>(r.CalcData.Last_Point() + 1);
-    rows_.reserve(points * written_rows.size());
-    for (const int row : written_rows) {
-        const auto values = r.CalcData.Points(row);
-        rows_.insert(rows_.end(), values.begin(), values.end());
+    constexpr double slack = 2.0;  // points; more than the rounding of angles and steps moves one
+    const Motion_Group& m = design.motion;
+    const double points = design.results.CalcData.Last_Point() + 1;
+    double first = 0.0;
+    double end = points;
+    if (m.Deltatheta > 0.0) {
+        first = std::clamp(std::floor(m.Shift(Seg) / m.Deltatheta) - slack, 0.0, points);
+        end = std::clamp((m.Shift(Seg) + m.Beta_Deg(Seg)) / m.Deltatheta + slack + 1.0, first, points);
     }
-    const auto force = r.Ext_Force_Table.Points();
-    force_.assign(force.begin(), force.end());
+    first_ = static_cast<std::size_t>(first);
+    count_ = static_cast<std::size_t>(end - first);
+    kept_.resize(count_ * (written_rows.size() + 1));
+    auto kept = kept_.begin();
+    for (const auto& values : Written())
+        kept = std::copy_n(Bits(values), count_, kept);
 }
 
 Points_Keeper::~Points_Keeper()
 {
     if (accepted_)
         return;
-    Results_Group& r = design_.results;
-    const std::size_t points = static_cast<std::size_t>(r.CalcData.Last_Point() + 1);
-    auto kept = rows_.cbegin();
-    for (const int row : written_rows) {
-        std::copy_n(kept, points, r.CalcData.Points(row).begin());
-        kept += static_cast<std::ptrdiff_t>(points);
+    auto kept = kept_.cbegin();
+    for (const auto& values : Written()) {
+        std::copy_n(kept, count_, Bits(values));
+        kept += static_cast<std::ptrdiff_t>(count_);
     }
-    std::ranges::copy(force_, r.Ext_Force_Table.Points().begin());
     design_.motion.Firstlast = ends_;
     design_.motion.Lift = lift_;
     if (!force_calculated_)
         Apply(design_, Event::external_force_dropped);
+}
+
+std::array<std::span<Single>, written_rows.size() + 1> Points_Keeper::Written() const
+{
+    Results_Group& r = design_.results;
+    std::array<std::span<Single>, written_rows.size() + 1> written;
+    for (std::size_t k = 0; k < written_rows.size(); ++k)
+        written[k] = r.CalcData.Points(written_rows[k]).subspan(first_, count_);
+    written.back() = r.Ext_Force_Table.Points().subspan(first_, count_);
+    return written;
 }
 
 /// Makes the point the working point, each value rounded to 32 bits.
@@ -133,16 +154,156 @@ std::array<double, Max_Spline_Derivative + 1> Store_Scales(const Design_State& d
     return scale;
 }
 
+/// Whether the time base is one of those that V to Ping are stored in.
+bool Has_Derivatives(const Motion_Group& m)
+{
+    return m.Time_Base >= 1 && m.Time_Base <= 3;
+}
+
+Table_Units Units_of_Table(const Motion_Group& m)
+{
+    return {.Time_Base = m.Time_Base,
+            .Shaft_speed = m.Shaft_speed,
+            .Shaft_Speed_Sq = m.Shaft_Speed_Sq,
+            .Shaft_Speed_Cu = m.Shaft_Speed_Cu};
+}
+
+/// The table's point at which the segment at work starts, if its points, a step from one to the next by the sum of
+/// their 32-bit angles, are neighbours in the table: where the step is one that no sum of steps is rounded by, and the
+/// segment does not start so near the middle between two points that the rounding of an angle decides to which one a
+/// point goes.
+std::optional<int> First_Neighbour(const Design_State& design)
+{
+    const Motion_Group& m = design.motion;
+    if (std::ranges::find(Steps, double{m.Deltatheta}) == Steps.end())
+        return {};
+    const double last = design.results.CalcData.Last_Point();
+    const double place = m.Shift(m.Seg) / m.Deltatheta;
+    const double nearest = std::nearbyint(place);
+    const double rounding = (last + 1) * 0x1p-23;  // of a 32-bit angle within the table, points
+    if (!(nearest >= 0.0 && nearest <= last) || std::abs(place - nearest) + rounding >= 0.5)
+        return {};
+    return static_cast<int>(nearest);
+}
+
+/// The points of the segment at work as a run of neighbours in the table, which kernels store.
+class Run_of_Points {
+public:
+    /// @param first  point of the table, or none: there is no run
+    Run_of_Points(Design_State& design, std::optional<int> first);
+
+    bool Exists() const { return room_ > 0; }
+
+    /// Points from local angle 0 to the last step within beta, or more than the table has room for.
+    std::size_t Count_to(double beta) const;
+
+    /// The rows from the first point on: of a curve that is asked at theta / beta, and of a spline.
+    Segment_Run Rows(double beta, bool mirrored) const;
+    Spline_Run Rows_of_Spline() const;
+
+    /// Stores a segment of so many points: by the kernel within the table, by point(p) where the kernel leaves one, and
+    /// the last, which stays the working point.
+    template <class Kernel, class Point>
+    void Store(std::size_t count, const Kernel& kernel, const Point& point) const;
+
+private:
+    std::span<Single> Row_of(int variable) const { return design_.results.CalcData.Points(variable).subspan(first_); }
+    void Copy_Force(std::size_t first, std::size_t end) const;
+
+    Design_State& design_;
+    std::size_t first_ = 0;  // point of the table
+    std::size_t room_ = 0;   // points from there to the table's end
+};
+
+Run_of_Points::Run_of_Points(Design_State& design, std::optional<int> first) : design_(design)
+{
+    const Results_Group& r = design.results;
+    int last = r.CalcData.Last_Point();
+    if (!design.motion.Motion)
+        last = std::min(last, r.Ext_Force_Table.Last());
+    if (!Has_Derivatives(design.motion) || !first || *first < 0 || *first > last)
+        return;
+    first_ = Order(*first);
+    room_ = Order(last - *first + 1);
+}
+
+std::size_t Run_of_Points::Count_to(double beta) const
+{
+    const double last = std::floor(beta / design_.motion.Deltatheta);
+    return last < 0.0 ? 0 : static_cast<std::size_t>(std::min(last, static_cast<double>(room_))) + 1;
+}
+
+Segment_Run Run_of_Points::Rows(double beta, bool mirrored) const
+{
+    const Motion_Group& m = design_.motion;
+    return {.place = {.step = m.Deltatheta,
+                      .beta = beta,
+                      .shift = m.Shift(m.Seg),
+                      .base = m.Base_Shift(m.Seg),
+                      .lift = m.Lift,
+                      .mirrored = mirrored,
+                      .units = Units_of_Table(m)},
+            .angle = Bits(Row_of(var::Angle)),
+            .S = Bits(Row_of(var::S)),
+            .V = Bits(Row_of(var::V)),
+            .A = Bits(Row_of(var::A)),
+            .J = Bits(Row_of(var::J)),
+            .P = Bits(Row_of(var::Ping))};
+}
+
+Spline_Run Run_of_Points::Rows_of_Spline() const
+{
+    const Motion_Group& m = design_.motion;
+    const auto scale = Store_Scales(design_);
+    return {.step = m.Deltatheta,
+            .shift = m.Shift(m.Seg),
+            .scale = {scale[0], scale[1], scale[2], scale[3], scale[4]},
+            .angle = Bits(Row_of(var::Angle)),
+            .row = {Bits(Row_of(var::S)), Bits(Row_of(var::V)), Bits(Row_of(var::A)), Bits(Row_of(var::J)),
+                    Bits(Row_of(var::Ping))}};
+}
+
+/// A force function's points go to its table as well.
+void Run_of_Points::Copy_Force(std::size_t first, std::size_t end) const
+{
+    if (design_.motion.Motion || first >= end)
+        return;
+    const auto stored = Row_of(var::S).subspan(first, end - first);
+    std::ranges::copy(stored, design_.results.Ext_Force_Table.Points().subspan(first_ + first).begin());
+    std::ranges::copy(stored, Row_of(var::Ext_Force).subspan(first).begin());
+    Reach(design_, Mark::external_force);
+}
+
+template <class Kernel, class Point>
+void Run_of_Points::Store(std::size_t count, const Kernel& kernel, const Point& point) const
+{
+    if (count == 0)
+        return;
+    const std::size_t within = std::min(count - 1, room_);
+    const auto by_kernel = [&](std::size_t first, std::size_t end) {
+        const std::size_t stored = kernel(first, end);
+        Copy_Force(first, stored);
+        return stored;
+    };
+    if (within > 0)
+        Run_Points(within, by_kernel, point);
+    for (std::size_t p = within; p < count; ++p)
+        point(p);
+}
+
 /// Puts the points of a spline into the table.
 class Spline_Store {
 public:
     explicit Spline_Store(Design_State& design)
         : design_(design),
           start_(Point_at(design, design.motion.Shift(design.motion.Seg))),
-          derivatives_(design.motion.Time_Base >= 1 && design.motion.Time_Base <= 3 ? Max_Spline_Derivative : 0),
+          derivatives_(Has_Derivatives(design.motion) ? Max_Spline_Derivative : 0),
           scale_(Store_Scales(design))
     {
     }
+
+    /// The table's point at the start of the segment.
+    int Start() const { return start_; }
 
     /// Point p of the segment at work.
     void Point(const Spline_Curve& spline, int p)
@@ -170,6 +331,22 @@ private:
     std::array<double, Max_Spline_Derivative + 1> scale_;
     Basis_Values basis_;
 };
+
+/// Points 0..last of a spline over the segment at work.
+void Store_Spline(Design_State& design, const Spline_Curve& spline, int last)
+{
+    Spline_Store store(design);
+    const Run_of_Points points(design, store.Start());
+    if (!points.Exists()) {
+        for (int p = 0; p <= last; ++p)
+            store.Point(spline, p);
+        return;
+    }
+    const Spline_Run run = points.Rows_of_Spline();
+    points.Store(
+        Order(std::max(last + 1, 0)), [&](std::size_t first, std::size_t end) { return spline.Store(run, first, end); },
+        [&](std::size_t p) { store.Point(spline, static_cast<int>(p)); });
+}
 
 /// Stores a law over the segment at work; Lift is its lift.
 void Store_Law(Design_State& design, const Segment_Law& law)
@@ -260,27 +437,13 @@ void Store_Point(Design_State& design, Single theta)
 
     data(var::Angle, i) = angle;
     data(var::S, i) = m.Seg_S + m.Base_Shift(m.Seg);
-    switch (m.Time_Base) {
-    case 1:  // per second; jerk and ping are kept in thousands
-        data(var::V, i) = m.Shaft_speed * m.Seg_V;
-        data(var::A, i) = m.Shaft_Speed_Sq * m.Seg_A;
-        data(var::J, i) = m.Shaft_Speed_Cu * m.Seg_J / 1000.0;
-        data(var::Ping, i) = m.Seg_P * m.Shaft_Speed_Cu * m.Shaft_speed / 1000.0;
-        break;
-    case 2:  // per degree: one factor whatever the order, meant
-        data(var::V, i) = m.Seg_V * PI / 180.0;
-        data(var::A, i) = m.Seg_A * PI / 180.0;
-        data(var::J, i) = m.Seg_J * PI / 180.0;
-        data(var::Ping, i) = m.Seg_P * PI / 180.0;
-        break;
-    case 3:  // per radian
-        data(var::V, i) = m.Seg_V;
-        data(var::A, i) = m.Seg_A;
-        data(var::J, i) = m.Seg_J;
-        data(var::Ping, i) = m.Seg_P;
-        break;
-    default:
-        break;
+    if (Has_Derivatives(m)) {
+        const Svajp stored =
+            Units_of_Table(m)(Svajp{.S = m.Seg_S, .V = m.Seg_V, .A = m.Seg_A, .J = m.Seg_J, .P = m.Seg_P});
+        data(var::V, i) = stored.V;
+        data(var::A, i) = stored.A;
+        data(var::J, i) = stored.J;
+        data(var::Ping, i) = stored.P;
     }
     if (!m.Motion) {
         r.Ext_Force_Table(i) = m.Seg_S + m.Base_Shift(m.Seg);
@@ -301,36 +464,32 @@ void Store_Segment(Design_State& design, int Seg, const Segment_Curve& curve)
     const Segment_Law* const law = curve.Law();
     const int last = law != nullptr ? 0 : int{Point_at(design, beta)};
     if (const Spline_Curve* const spline = curve.Spline()) {
-        Spline_Store store(design);
-        for (int p = 0; p <= last; ++p)
-            store.Point(*spline, p);
+        Store_Spline(design, *spline, last);
         return;
     }
     const bool mirrored = law != nullptr && law->Mirrored();
-    // A run at a time, so that the kind of curve is looked at once for many points.
-    constexpr std::size_t run = 64;
-    std::array<Segment_Law::Place, run> places;
-    std::array<Svajp, run> points;
-    int p = 0;
-    std::size_t count = run;
-    for (Single theta; count == run;) {
-        for (count = 0; count < run && (law != nullptr ? theta <= beta : p <= last); ++count, ++p) {
-            const Single x = theta / beta;  // a beta of zero ends here: 0 / 0 is no Single
-            places[count] = {x, theta};
-            theta += m.Deltatheta;
-        }
-        const auto asked = std::span(places).first(count);
-        if (law != nullptr)
-            law->Before_Mirror(asked, points);
-        else
-            std::ranges::transform(asked, points.begin(), [&](const auto& at) { return curve.Polynomial()->At(at.x); });
-        for (std::size_t k = 0; k < count; ++k) {
-            Set_Working_Point(design, points[k]);
-            if (mirrored)
-                Fall_Mirror(design);
-            Store_Point(design, places[k].theta);
-        }
+    const auto store_point = [&](Single theta) {
+        const Single x = theta / beta;  // a beta of zero ends here: 0 / 0 is no Single
+        Set_Working_Point(design, law != nullptr ? law->Before_Mirror(x, theta) : curve.Polynomial()->At(x));
+        if (mirrored)
+            Fall_Mirror(design);
+        Store_Point(design, theta);
+    };
+    const Run_of_Points points(design, First_Neighbour(design));
+    if (points.Exists()) {
+        const Segment_Run run = points.Rows(beta, mirrored);
+        const std::size_t count = law != nullptr ? points.Count_to(beta) : Order(std::max(last + 1, 0));
+        points.Store(
+            count,
+            [&](std::size_t first, std::size_t end) {
+                return law != nullptr ? law->Store(run, first, end) : curve.Polynomial()->Store(run, first, end);
+            },
+            [&](std::size_t p) { store_point(static_cast<double>(p) * m.Deltatheta); });
+        return;
     }
+    Single theta;
+    for (int p = 0; law != nullptr ? theta <= beta : p <= last; ++p, theta += m.Deltatheta)
+        store_point(theta);
 }
 
 void Store_Segment_Ends(Design_State& design)
@@ -409,7 +568,7 @@ bool CalPoly(Design_State& design, int Seg)
         m.Poly_OK = false;
         return false;
     }
-    Points_Keeper keeper(design);
+    Points_Keeper keeper(design, Seg);
     for (int j = 1; j <= solution.count; ++j) {
         m.Coefficient(j, Seg) = solution.C[static_cast<std::size_t>(j - 1)];
         m.Thetanorm(j, Seg) = m.Theta_Normalized(j, Seg);
@@ -447,7 +606,7 @@ bool CalcSplines(Design_State& design, int Seg)
     Spline_Curve spline;
     if (!Solve_Spline(design, Seg, spline))
         return false;
-    Points_Keeper keeper(design);
+    Points_Keeper keeper(design, Seg);
     Store_Segment(design, Seg, {spline, design.motion.Beta_Deg(Seg)});
     Store_Segment_Ends(design);
     keeper.Accept();

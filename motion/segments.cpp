@@ -25,6 +25,13 @@ void Zero_Row(Design_State& design, int variable, int max_point)
     std::fill_n(row.begin(), max_point + 1, Single{});
 }
 
+/// The external force of points 0..max_point as the force function has it.
+void Fill_Force_Row(Results_Group& r, int max_point)
+{
+    const std::size_t last = Checked_Place(max_point, 0, r.Ext_Force_Table.Last());
+    std::ranges::copy(r.Ext_Force_Table.Points().first(last + 1), r.CalcData.Points(var::Ext_Force).begin());
+}
+
 /// Zeroes variables first..last, sparing the torque while runs accumulate, and keeping the external force.
 void Zero_Rows(Design_State& design, int max_point, int first, int last)
 {
@@ -34,8 +41,7 @@ void Zero_Rows(Design_State& design, int max_point, int first, int last)
             continue;
         Zero_Row(design, v, max_point);
         if (v == var::Ext_Force)
-            for (int p = 0; p <= max_point; ++p)
-                r.CalcData(v, p) = r.Ext_Force_Table(p);
+            Fill_Force_Row(r, max_point);
     }
 }
 
@@ -263,8 +269,7 @@ bool Motion_Done(Design_State& design, std::optional<double> rpm)
         // The force function outlives the motion's own calculation, for dynamics and stresses.
         if (m.Ext_Force_On != 0 && Force_Function_Stored(design)) {
             Reach(design, Mark::external_force);
-            for (int p = 0; p <= m.Max_Data_Points_used; ++p)
-                design.results.CalcData(var::Ext_Force, p) = design.results.Ext_Force_Table(p);
+            Fill_Force_Row(design.results, m.Max_Data_Points_used);
         }
         design.linkage.Drive_End_Effector = false;
         MaxMin1(design.results.CalcData.Points(var::S), 0, Point_at(design, 360.0), m.Max_Pos_Disp, m.Max_Neg_Disp);

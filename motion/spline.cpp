@@ -5,6 +5,7 @@
 #include <cmath>
 #include <memory>
 
+#include "core/lanes.h"
 #include "core/messages.h"
 #include "core/numeric.h"
 #include "core/text.h"
@@ -71,6 +72,8 @@ int Interval_of(std::span<const double> knots, double x, int order, int last)
     return interval;
 }
 
+static_assert(formulas::most_functions == Max_Bounds && formulas::spline_derivatives == Max_Spline_Derivative);
+
 /// The collocation system: allocated once a calculation.
 struct Work {
     std::array<double, Max_Bounds * Max_Bounds> matrix;
@@ -113,19 +116,7 @@ double B_Spline(std::span<const double> knots, double x, int order, int i, int l
 
 void MakeDerivs(std::span<const double> knots, int span, int order, std::span<double> values)
 {
-    // values[j] is function span - (order - 1) + 1 + j on entry and span - order + 1 + j on return: from the
-    // last to the first, each new one needs the old ones at j - 1 and j.
-    for (int j = order - 1; j >= 0; --j) {
-        const int i = span - order + 1 + j;
-        double sum = 0.0;
-        const double d1 = knots[Place(i + order - 1)] - knots[Place(i)];
-        const double d2 = knots[Place(i + order)] - knots[Place(i + 1)];
-        if (j > 0 && d1 != 0.0)
-            sum += values[Place(j - 1)] / d1;
-        if (j < order - 1 && d2 != 0.0)
-            sum -= values[Place(j)] / d2;
-        values[Place(j)] = (order - 1) * sum;
-    }
+    formulas::Derive(knots.data(), span, order, values.data());
 }
 
 void New_B_Spline(std::span<const double> knots, double x, int order, int last, Basis_Values& basis)
@@ -134,34 +125,9 @@ void New_B_Spline(std::span<const double> knots, double x, int order, int last, 
         throw Fault{out_of_bounds};
     const int span = Interval_of(knots, x, order, last);
     basis.first = span - order + 1;
-
-    // Up the orders 1, 2 .. at x; the values of the orders that a derivative starts from are set aside.
-    std::array<double, Max_Bounds> value{1.0};
-    for (int m = 1; m <= order; ++m) {
-        if (m > 1) {
-            for (int j = m - 1; j >= 0; --j) {
-                const int i = span - m + 1 + j;
-                const double d1 = knots[Place(i + m - 1)] - knots[Place(i)];
-                const double d2 = knots[Place(i + m)] - knots[Place(i + 1)];
-                double sum = 0.0;
-                if (j > 0 && d1 != 0.0)
-                    sum += (x - knots[Place(i)]) / d1 * value[Place(j - 1)];
-                if (j < m - 1 && d2 != 0.0)
-                    sum += (knots[Place(i + m)] - x) / d2 * value[Place(j)];
-                value[Place(j)] = sum;
-            }
-        }
-        if (order - m <= Max_Spline_Derivative)
-            basis.value[Place(order - m)] = value;
-    }
-    for (int d = 1; d <= Max_Spline_Derivative; ++d) {
-        if (d >= order) {
-            basis.value[Place(d)].fill(0.0);
-            continue;
-        }
-        for (int m = order - d + 1; m <= order; ++m)
-            MakeDerivs(knots, span, m, basis.value[Place(d)]);
-    }
+    std::array<double, Max_Bounds> work;
+    formulas::Basis(knots.data(), x, order, span, work.data(),
+                    [&basis](int d) { return basis.value[Place(d)].data(); });
 }
 
 void Boundary_Knots(Design_State& design, int Seg)
@@ -300,6 +266,26 @@ double Spline_Curve::Sum_of_Tabulated(const Basis_Values& basis, int d) const
         sum += C_[Place(basis.first + j - 1)] * tabulated;
     }
     return sum;
+}
+
+std::size_t Spline_Curve::Store(const Spline_Run& run, std::size_t first, std::size_t count) const
+{
+    const Spline_Kernels& kernels = Kernels_in_Use<Spline_Kernels>();
+    const auto theta = [&run](std::size_t p) { return static_cast<double>(p) * run.step; };
+    std::size_t at = first;
+    while (at < count) {
+        const int span = Interval_of(knots_, theta(at), order_, count_);
+        std::size_t until = count;
+        if (span < count_) {
+            until = at + 1;
+            while (until < count && theta(until) < knots_[Place(span + 1)])
+                ++until;
+        }
+        at = kernels.store({.knots = knots_.data(), .C = C_.data(), .order = order_, .span = span}, run, at, until);
+        if (at < until)
+            break;
+    }
+    return at;
 }
 
 Svajp Spline_Curve::At(double theta) const

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
@@ -14,6 +15,7 @@
 #include "core/design_state.h"
 #include "core/field_rule.h"
 #include "motion/laws.h"
+#include "motion/spline_rows.h"
 
 namespace lobemax {
 
@@ -89,6 +91,11 @@ public:
     /// The same with the basis held in 32 bits, as the table of the points has it: meant, some 1E-7 of the largest
     /// coefficient. @throws Fault{6} when a basis value is no Single
     double Sum_of_Tabulated(const Basis_Values& basis, int d) const;
+
+    /// Stores points first to count - 1 of a run by the tabulated basis, many at a time: those before the first with a
+    /// value that is no finite Single. Raises no fault.
+    /// @return that point, or count
+    std::size_t Store(const Spline_Run& run, std::size_t first, std::size_t count) const;
 
 private:
     friend bool Solve_Spline(const Design_State& design, int Seg, Spline_Curve& curve);

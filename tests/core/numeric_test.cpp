@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "core/lanes.h"
 #include "core/messages.h"
 #include "tests/support/test_design.h"
 
@@ -746,6 +747,48 @@ TEST_F(Numeric_Extremes_of_an_Array, row_or_point_outside_the_table_is_out_of_bo
     EXPECT_EQ(Fault_Of([&] { MaxMin2(table, 3, 0, 4); }), out_of_bounds);
     EXPECT_EQ(Fault_Of([&] { MaxMin2(table, 1, 0, 5); }), out_of_bounds);
     EXPECT_EQ(Fault_Of([&] { MaxMin2(Table<Single>{}, 0, 0, 0); }), out_of_bounds);
+}
+
+/// Rows of several lengths about those of registers; some have their extremes twice, some zeros of both signs.
+TEST(Numeric_Extremes_of_Rows, are_those_of_the_definition_at_every_width)
+{
+    std::minstd_rand dice(5);
+    for (const Lane_Width width : {Lane_Width::reference, Lane_Width::sse2, Lane_Width::avx2, Lane_Width::avx512}) {
+        const Forced_Lanes forced(width);
+        for (int count = 1; count <= 70; ++count)
+            for (const int kinds : {2, 3, 5, 1000}) {
+                Table<Single> table;
+                table.Dimension(0, count);
+                for (int i = 0; i <= count; ++i) {
+                    const int value = static_cast<int>(dice() % static_cast<unsigned>(kinds));
+                    table(0, i) = value == 0 ? (dice() % 2 == 0 ? -0.0 : 0.0) : (kinds == 2 ? 1.0 : 0.5) * value - 1.0;
+                }
+                const int first = static_cast<int>(dice() % 2);
+                int most = first, least = first, last_most = first;
+                for (int i = first; i <= count; ++i) {
+                    if (table(0, i) > table(0, most))
+                        most = i;
+                    if (table(0, i) < table(0, least))
+                        least = i;
+                    if (table(0, i) >= table(0, last_most))
+                        last_most = i;
+                }
+                const Extremes found = MaxMin2(table, 0, first, count);
+                ASSERT_EQ(found.largest_point, most);
+                ASSERT_EQ(found.smallest_point, least);
+                ASSERT_EQ(std::signbit(found.largest), std::signbit(table(0, most)));
+                ASSERT_EQ(found.largest, table(0, most));
+                ASSERT_EQ(found.smallest, table(0, least));
+                ASSERT_EQ(std::signbit(found.smallest), std::signbit(table(0, least)));
+                Single largest;
+                Single smallest;
+                MaxMin1(table.Points(0), first, count, largest, smallest);
+                ASSERT_EQ(largest, found.largest);
+                ASSERT_EQ(smallest, found.smallest);
+                ASSERT_EQ(std::signbit(largest), std::signbit(table(0, last_most)));  // the last of them
+                ASSERT_EQ(std::signbit(smallest), std::signbit(table(0, least)));     // the first
+            }
+    }
 }
 
 // ---- Average, Average2
