@@ -67,7 +67,8 @@ function(lane_sources variable)
       set(source ${CMAKE_BINARY_DIR}/lanes/${room}/${stem}_${width}.cpp)
       file(CONFIGURE OUTPUT ${source} CONTENT "#define LOBEMAX_LANES ${width}\n#include \"${file}\"\n")
       # Arguments of 64 bytes go by registers within one file alone: what compilers warn of does not arise.
-      set_source_files_properties(${source} PROPERTIES COMPILE_OPTIONS "${LANE_OPTIONS_${width}};-Wno-psabi")
+      set_source_files_properties(${source} PROPERTIES
+        COMPILE_OPTIONS "${LANE_OPTIONS_${width}};-Wno-psabi" SKIP_PRECOMPILE_HEADERS ON)
       list(APPEND sources ${source})
     endforeach()
   endforeach()

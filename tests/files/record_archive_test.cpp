@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "core/startup.h"
+#include "core/text.h"
 #include "tests/support/script.h"
 #include "tests/support/test_design.h"
 
