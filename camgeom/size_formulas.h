@@ -309,6 +309,7 @@ struct Rho_Oscillating_Roller {
 struct Rho_Oscillating_Flat {
     Radial_Arm_Motion motion;
     Flat_Contact_Motion contact;
+    double D;  // distance of the pivot, in 32 bits
     double offset;
 
     template <class X>
@@ -318,8 +319,8 @@ struct Rho_Oscillating_Flat {
         const X vv = at.vv;
         const X aa = at.aa;
         const X moving =
-            contact.D / ((vv + 1.0) * (vv + 1.0)) * (aa / (1.0 - vv) * ad.cos + (1.0 - (vv + vv)) * ad.sin) + offset;
-        return Select(vv == 0.0, (aa * ad.cos + ad.sin) * contact.D + offset, moving);
+            D / ((vv + 1.0) * (vv + 1.0)) * (aa / (1.0 - vv) * ad.cos + (1.0 - (vv + vv)) * ad.sin) + offset;
+        return Select(vv == 0.0, (aa * ad.cos + ad.sin) * D + offset, moving);
     }
 };
 

@@ -303,7 +303,7 @@ void Fill_Rho_Oscillating_Radial(Design_State& design, int type, const Motion_Ro
             Leave_Work_Angle(design, motion, m);
         return;
     }
-    Rho_Oscillating_Flat formula{.motion = motion, .contact = {}, .offset = c.Offset};
+    Rho_Oscillating_Flat formula{.motion = motion, .contact = {}, .D = c.Arm_Pivot_Dist, .offset = c.Offset};
     if (!Flat_Osc_Motion(design, c.ArmX, c.ArmY, formula.contact))
         return;
     Fill(formula, kernels.rho_oscillating_flat, m, Rho, [&](std::size_t i) {
