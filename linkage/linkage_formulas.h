@@ -164,9 +164,9 @@ private:
         Mask_of<X> Has_Root() const { return !(Discriminant() < 0.0 || a == 0.0); }
         /// 0 where there is none. Of the two equal forms of a root the one that adds: the other loses all its digits
         /// where a is small.
-        X Root_of(double sign) const
+        X Root_of(double sign_of_root) const
         {
-            const X root = sign * Root(Discriminant());
+            const X root = sign_of_root * Root(Discriminant());
             const Mask_of<X> adds = -b * root >= 0.0;
             const Mask_of<X> has_root = Has_Root();
             const X above = Select(adds, -b + root, c + c);
