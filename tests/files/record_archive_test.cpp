@@ -71,7 +71,7 @@ TEST_F(Record_Archive, a_row_is_its_numbers_a_line_each)
 {
     std::string expected;
     std::vector<Single> row;
-    for (const std::size_t count : {0, 1, 15, 16, 17, 32, 33, 20000}) {
+    for (const std::size_t count : {0U, 1U, 15U, 16U, 17U, 32U, 33U, 20000U}) {
         row.clear();
         expected.clear();
         for (std::size_t i = 0; i < count; ++i) {
