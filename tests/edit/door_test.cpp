@@ -13,6 +13,7 @@
 #include "core/text.h"
 #include "dynamics/train_rules.h"
 #include "dynamics/vibration_rules.h"
+#include "edit/examples.h"
 #include "linkage/linkage_rules.h"
 #include "motion/motion_programs.h"
 #include "motion/motion_rules.h"
@@ -466,6 +467,58 @@ TEST_F(Setting, whose_consequence_does_not_fit_is_refused_and_leaves_the_design)
     Expect_Refused("Shift_Angle=1e6", "'1e6' is too large for 'Shift_Angle'");    // its points
     Expect_Refused("No of conditions(2)=99999",
                    "Number of boundary conditions must be between 2 and 40 - please re-enter");
+}
+
+/// The rows and tables of the results, as bytes; another size is another text.
+std::string Rows_of_Results()
+{
+    const Results_Group& r = design.results;
+    std::string bytes;
+    const auto add = [&bytes](const auto& values) {
+        bytes += std::to_string(values.size()) + ":";
+        bytes.append(reinterpret_cast<const char*>(values.data()), values.size_bytes());
+    };
+    for (const auto* table : {&r.CalcData, &r.Link_Theta, &r.Link_Omega, &r.Link_Alpha, &r.Link_X, &r.Link_Y})
+        for (int row = 0; row <= table->Last_Row(); ++row)
+            add(table->Points(row));
+    for (const auto* row : {&r.Profile_X, &r.Profile_Y, &r.Ext_Force_Table, &r.Arm_Pivot_X, &r.Arm_Pivot_Y,
+                            &r.Link_Ratio_S, &r.Link_Ratio_V, &r.Link_Ratio_A, &r.Ode_Time})
+        add(row->Points());
+    return bytes;
+}
+
+TEST_F(Setting, keeps_the_rows_for_its_faults_where_its_store_writes_them)
+{
+    ASSERT_TRUE(Load_Example(design, "Double Dwell"));
+    ASSERT_TRUE(Calculate_Example(design));
+    const Design_State calculated = design;
+    const std::string rows = Rows_of_Results();
+    std::set<std::string_view> writing;
+    int stored = 0;
+    for (const auto rules :
+         {General_Rules(), Motion_Rules(), Cam_Rules(), Train_Rules(), Vibration_Rules(), Linkage_Rules()})
+        for (const Field_Rule& rule : rules) {
+            if ((rule.store == nullptr && rule.follow == nullptr) || rule.role == Field_Role::derived)
+                continue;
+            const Field& field = *Find_Field(rule.field);
+            const std::string at = field.dimensions == 0 ? "" : field.dimensions == 1 ? "(1)" : "(1, 1)";
+            for (const char* const value :
+                 {"0",      "1",     "-1",   "2",         "3",       "0.5",    "10",  "30",  "90",     "R",
+                  "F",      "D",     "P",    "S",         "MS",      "PO",     "BS",  "5",   "Radial", "Barrel",
+                  "Linear", "Force", "Form", "6 O'clock", "Grooved", "Europe", "USA", "true"}) {
+                design = calculated;
+                if (!Apply_Setting(design, std::string(rule.field) + at + "=" + value).empty())
+                    continue;
+                ++stored;
+                if (Rows_of_Results() != rows)
+                    writing.insert(rule.field);
+            }
+        }
+    EXPECT_GT(stored, 100);
+    EXPECT_EQ(writing, std::set<std::string_view>{"Deltatheta"});
+    // The other two write the table of a force function, which this design has not.
+    for (const std::string_view name : {"Deltatheta", "WhichUnit", "Ext_Force_On"})
+        EXPECT_TRUE(Rule_of(*Find_Field(name)).rows) << name;
 }
 
 TEST_F(Setting, every_field_has_a_rule_of_its_own)
