@@ -73,7 +73,6 @@ using Raw_Circular = Sleef___m512d_2;
 #else
 #error "LOBEMAX_LANES is 1, 2, 4 or 8"
 #endif
-typedef int Raw_Ints __attribute__((vector_size(4 * LOBEMAX_LANES)));
 typedef long long Raw_Mask __attribute__((vector_size(8 * LOBEMAX_LANES)));
 
 /// Which lanes a condition holds in: all bits of a lane are set or none.

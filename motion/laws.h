@@ -10,7 +10,6 @@
 
 #include <array>
 #include <cstddef>
-#include <span>
 #include <string_view>
 #include <variant>
 
