@@ -296,11 +296,14 @@ void Fill_Rho_Oscillating_Radial(Design_State& design, int type, const Motion_Ro
     const Size_Kernels& kernels = Kernels_in_Use<Size_Kernels>();
     if (type == 1) {
         const Rho_Oscillating_Roller formula{.motion = motion, .triangle = {c.Arm_Pivot_Dist, c.ArmRad}};
-        const std::size_t odd = kernels.rho_oscillating_roller(formula, m.For_Kernels(), Bits(Rho), 0, Rho.size());
-        if (odd < Rho.size())
-            Keep_Rho_Oscillating_Roller(design, formula, m, Rho);
-        else
+        const auto all_stored = [&] {
+            const Status_Kept status;
+            return kernels.rho_oscillating_roller(formula, m.For_Kernels(), Bits(Rho), 0, Rho.size()) == Rho.size();
+        };
+        if (all_stored())
             Leave_Work_Angle(design, motion, m);
+        else
+            Keep_Rho_Oscillating_Roller(design, formula, m, Rho);
         return;
     }
     Rho_Oscillating_Flat formula{.motion = motion, .contact = {}, .D = c.Arm_Pivot_Dist, .offset = c.Offset};
